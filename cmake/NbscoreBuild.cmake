@@ -1,0 +1,53 @@
+# How everything here is compiled: language level, exactness of arithmetic, checks that stay on in release builds.
+
+option(NBSCORE_TESTS "Build the tests" ON)
+option(NBSCORE_WERROR "Treat warnings as errors" OFF)
+set(NBSCORE_SANITIZE "" CACHE STRING "Sanitizers to compile with, such as address,undefined or thread")
+option(NBSCORE_COVERAGE "Compile for line coverage" OFF)
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# The command runs from the build tree as it does once installed: bin/nbscore beside lib/.
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+
+# Every target of ours links this one.
+add_library(nbscore_build INTERFACE)
+
+# Doubles must come out the same bits everywhere: no fused multiply-add, no reassociation.
+target_compile_options(nbscore_build INTERFACE -ffp-contract=off)
+
+# An index out of range stops the process at the check itself, in release builds too.
+target_compile_definitions(nbscore_build INTERFACE _GLIBCXX_ASSERTIONS _LIBCPP_ENABLE_ASSERTIONS=1)
+
+target_compile_options(nbscore_build INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor -Wold-style-cast
+    $<$<BOOL:${NBSCORE_WERROR}>:-Werror>
+    # False findings inside std::string and std::variant with g++ 12 at -O3; clang watches for the same.
+    $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict -Wno-maybe-uninitialized>)
+
+if(NBSCORE_SANITIZE)
+    target_compile_options(nbscore_build INTERFACE
+        -fsanitize=${NBSCORE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(nbscore_build INTERFACE -fsanitize=${NBSCORE_SANITIZE})
+endif()
+if(NBSCORE_COVERAGE)
+    target_compile_options(nbscore_build INTERFACE --coverage -fprofile-update=atomic)
+    target_link_options(nbscore_build INTERFACE --coverage)
+endif()
+
+# nbscore_module(TARGET): what all our targets have in common.
+function(nbscore_module target)
+    target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:nbscore_build>)
+endfunction()

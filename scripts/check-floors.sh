@@ -1,0 +1,22 @@
+#!/bin/sh
+# A folder of src/ may include only itself and the folders above it in the list; XML headers only where XML is read.
+set -eu
+cd "$(dirname "$0")/.."
+
+floors="framework naivebayes selflearning translator batch host cli"
+failed=0
+allowed=
+for floor in $floors; do
+    allowed="$allowed $floor"
+    [ -d "src/$floor" ] || continue
+    pattern=$(echo "$allowed" | sed 's/^ //; s/ /|/g')
+    if grep -rnE '^#include "' "src/$floor" | grep -vE "#include \"($pattern)/"; then
+        echo "^ src/$floor may include only: $allowed" >&2
+        failed=1
+    fi
+done
+if grep -rnE '^#include <xercesc/' src | grep -vE '^src/(framework|translator)/'; then
+    echo "^ XML headers belong to src/framework and src/translator only" >&2
+    failed=1
+fi
+exit $failed

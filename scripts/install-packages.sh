@@ -1,0 +1,31 @@
+#!/bin/sh
+# Installs the Debian packages that are missing, and only those, for each group named as an argument.
+set -eu
+
+packages_for() {
+    case "$1" in
+        build) echo g++ cmake ninja-build libxerces-c-dev libcli11-dev nlohmann-json3-dev ;;
+        test) echo libgtest-dev libgmock-dev librapidcheck-dev python3 groff-base ;;
+        lint) echo clang clang-format clang-tidy libclang-rt-14-dev gcovr git ;;
+        *) echo "install-packages.sh: unknown group $1" >&2; exit 2 ;;
+    esac
+}
+
+missing=
+for group in "$@"; do
+    for package in $(packages_for "$group"); do
+        status=$(dpkg-query -W -f '${Status}' "$package" 2>/dev/null || true)
+        [ "$status" = "install ok installed" ] || missing="$missing $package"
+    done
+done
+[ -n "$missing" ] || exit 0
+
+as_root=
+if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || { echo "These packages are missing and need root to install:$missing" >&2; exit 1; }
+    as_root=sudo
+fi
+echo "Installing:$missing"
+$as_root apt-get update -qq
+# shellcheck disable=SC2086 # a list of words on purpose
+$as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing
