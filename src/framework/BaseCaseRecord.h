@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "framework/Export.h"
+#include "framework/NumericValue.h"
+#include "framework/ScoreCaseRecord.h"
+#include "framework/StringValue.h"
+
+/// A case record over a fixed list of variables, made once and filled again for every case.
+///
+/// Filling it allocates nothing beyond what a longer text than any before needs.
+class SCOREFRAMEWORK_API BaseCaseRecord : public ScoreCaseRecord {
+public:
+    /// A record of these variables, in this order, all absent. Of equal names the first one is found by name.
+    explicit BaseCaseRecord(const std::vector<std::string>& names);
+    ~BaseCaseRecord() override;
+
+    const ScoreValue* GetValueByIndex(int index) const override;
+    const ScoreValue* GetValueByName(const std::string& name) const override;
+    bool IsIndexed() const override;
+    int GetVarIndex(const std::string& name) const override;
+
+    /// Set the value at a position; a position outside the record stops the process.
+    void SetNumber(int index, double number);
+    void SetText(int index, std::string_view text);
+    void SetAbsent(int index);
+    void SetAllAbsent();
+
+private:
+    enum Content { Absent, Number, Text };
+    struct Cell {
+        Content content = Absent;
+        NumericValue number{0.0};
+        StringValue text{std::string()};
+    };
+
+    std::vector<Cell> cells;
+    std::unordered_map<std::string, int> positions;
+};

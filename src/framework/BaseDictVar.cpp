@@ -1,0 +1,66 @@
+#include "framework/BaseDictVar.h"
+
+#include <algorithm>
+#include <utility>
+
+BaseDictVar::BaseDictVar(std::string variableName, StorageType storage, MeasureLevel level)
+    : name(std::move(variableName)), storageType(storage), measureLevel(level) {}
+
+BaseDictVar::BaseDictVar(const BaseDictVar& other)
+    : ScoreDictVar(other),
+      name(other.name),
+      displayName(other.displayName),
+      storageType(other.storageType),
+      measureLevel(other.measureLevel),
+      validValues(other.validValues ? std::make_unique<ScoreValueLabelSet>(*other.validValues) : nullptr),
+      intervals(other.intervals),
+      index(other.index) {
+    missingValues.reserve(other.missingValues.size());
+    for (const auto& value : other.missingValues)
+        missingValues.emplace_back(value->Clone());
+}
+
+BaseDictVar::~BaseDictVar() = default;
+
+ScoreDictVar* BaseDictVar::Clone() const {
+    return new BaseDictVar(*this);
+}
+
+bool BaseDictVar::IsMissingValue(const ScoreValue* value) const {
+    if (value == nullptr) return false;
+    if (value->IsSystemMissingValue()) return true;
+    return std::ranges::any_of(missingValues, [value](const auto& missing) { return *missing == *value; });
+}
+
+std::string BaseDictVar::GetName() const {
+    return name;
+}
+
+int BaseDictVar::GetStorageType() const {
+    return storageType;
+}
+
+int BaseDictVar::GetMeasureLevel() const {
+    return measureLevel;
+}
+
+const ScoreValueLabelSet* BaseDictVar::GetValueLabelSet() const {
+    return validValues.get();
+}
+
+void BaseDictVar::SetIndex(int position) {
+    index = position;
+}
+
+int BaseDictVar::GetIndex() const {
+    return index;
+}
+
+void BaseDictVar::AddValidValue(std::unique_ptr<ScoreValue> value, std::string displayValue) {
+    if (!validValues) validValues = std::make_unique<ScoreValueLabelSet>();
+    validValues->AddLabel(ScoreValueLabel(std::move(value), std::move(displayValue)));
+}
+
+void BaseDictVar::AddMissingValue(std::unique_ptr<ScoreValue> value) {
+    missingValues.push_back(std::move(value));
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "framework/Export.h"
+#include "framework/ScoreDictVar.h"
+#include "framework/ValueInterval.h"
+
+/// The framework's own variable: what one field of a data dictionary declares.
+class SCOREFRAMEWORK_API BaseDictVar : public ScoreDictVar {
+public:
+    BaseDictVar(std::string variableName, StorageType storage, MeasureLevel level);
+    BaseDictVar(const BaseDictVar& other);
+    BaseDictVar& operator=(const BaseDictVar&) = delete;
+    ~BaseDictVar() override;
+
+    ScoreDictVar* Clone() const override;
+    bool IsMissingValue(const ScoreValue* value) const override;
+    std::string GetName() const override;
+    int GetStorageType() const override;
+    int GetMeasureLevel() const override;
+    const ScoreValueLabelSet* GetValueLabelSet() const override;
+    void Print(std::ostream& out) const override;
+    void SetIndex(int position) override;
+    int GetIndex() const override;
+
+    /// The name shown to people; empty when the document gives none.
+    const std::string& GetDisplayName() const { return displayName; }
+    void SetDisplayName(std::string shownName) { displayName = std::move(shownName); }
+
+    /// Declares a valid value, behind those declared before.
+    void AddValidValue(std::unique_ptr<ScoreValue> value, std::string displayValue);
+    /// Declares a value that stands for "missing"; never null, like the valid ones.
+    void AddMissingValue(std::unique_ptr<ScoreValue> value);
+
+    void AddInterval(const ValueInterval& interval) { intervals.push_back(interval); }
+    const std::vector<ValueInterval>& GetIntervals() const { return intervals; }
+
+private:
+    std::string name;
+    std::string displayName;
+    StorageType storageType;
+    MeasureLevel measureLevel;
+    std::unique_ptr<ScoreValueLabelSet> validValues;
+    std::vector<std::unique_ptr<ScoreValue>> missingValues;
+    std::vector<ValueInterval> intervals;
+    int index = -1;
+};

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "framework/Export.h"
+#include "framework/ScoreTranslator.h"
+#include "framework/Transcoder.h"
+#include "framework/XmlFwd.h"
+
+/// What every translator does alike: parsing XML safely, and small steps over the parsed document.
+///
+/// The parser takes no document type declaration, no external entity and nothing from the network, and refuses
+/// elements nested deeper than maxElementDepth; each refusal carries its place.
+///
+/// The static operations take the parser's own UTF-16 texts, so that a name is converted once in the program's
+/// life and not once per element. Each of them walks no further than it must; none of them keeps anything.
+class SCOREFRAMEWORK_API BaseTranslator : public ScoreTranslator {
+public:
+    static constexpr int maxElementDepth = 1000;
+
+    BaseTranslator();
+    ~BaseTranslator() override;
+
+    ScoreModel* ParseFromTree(const std::string& path, const std::string& encoding) override;
+    ScoreModel* ParseFromTree(std::istream& source, const std::string& encoding) override;
+    ScoreModel* ParseFromTree(xercesc::DOMDocument* document, const std::string& encoding) override = 0;
+    ScoreModel* ParseFromTree(std::istream& source, const std::string& encoding,
+                              const std::string& sourceName) override;
+
+    /// What the last ParseFromTree of a DOM document left half built when it failed; the caller owns it. Null when
+    /// that one succeeded or failed before it had begun a model, and when it was taken already. The other overloads
+    /// free it themselves.
+    ScoreModel* TakeUnfinishedModel();
+
+    /// The first child element of this name, or null.
+    static xercesc::DOMElement* GetChildByTag(const xercesc::DOMNode* node, const XMLCh* tag);
+    /// The same; throws VeskException 1 when there is none.
+    static xercesc::DOMElement* GetChildByTagForced(const xercesc::DOMNode* node, const XMLCh* tag);
+    /// The first child that is an element, or null; null of null.
+    static xercesc::DOMElement* GetFirstChildElt(const xercesc::DOMNode* node);
+    /// The next sibling that is an element, or null at the end; null of null.
+    static xercesc::DOMElement* GetNextSiblingElt(const xercesc::DOMNode* node);
+    /// The attribute's text, or null when the element has no such attribute. It lives as long as the document.
+    static const XMLCh* GetAttribute(const xercesc::DOMElement* element, const XMLCh* name);
+    /// The same; throws VeskException 2 when the element has no such attribute.
+    static const XMLCh* GetAttributeForced(const xercesc::DOMElement* element, const XMLCh* name);
+    /// Every element of this name below the document or element, in document order. The list belongs to the
+    /// document and is live: step through it upwards, and do not change the document meanwhile.
+    static xercesc::DOMNodeList* GetElementsByTagName(const xercesc::DOMDocument* document, const XMLCh* tag);
+    static xercesc::DOMNodeList* GetElementsByTagName(const xercesc::DOMElement* element, const XMLCh* tag);
+    /// True when the XML text is exactly this UTF-8 text. Null equals only the empty text.
+    static bool IsEqual(const XMLCh* xmlText, const std::string& text);
+    /// The same for a text in the transcoder's encoding.
+    static bool IsEqual(const Transcoder& transcoder, const XMLCh* xmlText, const std::string& text);
+    /// The whole number of 32 bits that the text holds; throws VeskException 9 naming the text otherwise.
+    static int VerifyInt(const XMLCh* xmlText);
+    /// The finite number that the text holds; throws VeskException 9 naming the text otherwise.
+    static double VerifyDouble(const XMLCh* xmlText);
+
+    /// Makes the transcoder that this translator uses until the next call.
+    void CreateTranscoder(const std::string& encoding);
+    /// Null until CreateTranscoder was called.
+    const Transcoder* GetTranscoder() const { return transcoder.get(); }
+
+protected:
+    /// For the ParseFromTree of a DOM document: hands over what it had built when it fails. Whatever was handed over
+    /// before and not taken is freed. Every such ParseFromTree begins by handing over null, so that what an earlier
+    /// document left does not pass for its own.
+    void LeaveUnfinishedModel(ScoreModel* model);
+
+private:
+    std::unique_ptr<Transcoder> transcoder;
+    std::unique_ptr<ScoreModel> unfinishedModel;
+};

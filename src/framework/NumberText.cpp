@@ -1,0 +1,105 @@
+#include "framework/NumberText.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+#include <system_error>
+
+namespace nbscore {
+namespace {
+
+std::string_view WithoutBlanks(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    const std::size_t first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+/// Takes one of the characters off the front, if it stands there.
+bool TakeOneOf(std::string_view characters, std::string_view& text) {
+    if (text.empty() || characters.find(text.front()) == std::string_view::npos) return false;
+    text.remove_prefix(1);
+    return true;
+}
+
+/// Takes all leading digits off and tells whether there was one.
+bool TakeDigits(std::string_view& text) {
+    std::size_t count = 0;
+    while (count < text.size() && text[count] >= '0' && text[count] <= '9')
+        ++count;
+    text.remove_prefix(count);
+    return count > 0;
+}
+
+bool IsWholeNumber(std::string_view text) {
+    TakeOneOf("+-", text);
+    return TakeDigits(text) && text.empty();
+}
+
+bool IsDecimalNumber(std::string_view text) {
+    TakeOneOf("+-", text);
+    bool hasDigits = TakeDigits(text);
+    if (TakeOneOf(".", text)) hasDigits |= TakeDigits(text);
+    if (!hasDigits) return false;
+    if (TakeOneOf("eE", text)) {
+        TakeOneOf("+-", text);
+        if (!TakeDigits(text)) return false;
+    }
+    return text.empty();
+}
+
+/// The value of a text whose form has been checked. The standard conversion does not know a plus sign.
+template <class Result>
+std::optional<Result> Convert(std::string_view text) {
+    TakeOneOf("+", text);
+    Result result{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), result);
+    if (error != std::errc{}) return std::nullopt;
+    return result;
+}
+
+}  // namespace
+
+std::optional<double> ReadNumber(std::string_view text) {
+    text = WithoutBlanks(text);
+    // The form is checked here because the standard conversion takes "inf", "nan" and leading parts as well.
+    if (!IsDecimalNumber(text)) return std::nullopt;
+    return Convert<double>(text);
+}
+
+std::optional<int> ReadInt(std::string_view text) {
+    text = WithoutBlanks(text);
+    if (!IsWholeNumber(text)) return std::nullopt;
+    return Convert<int>(text);
+}
+
+std::string FormatNumber(double number) {
+    std::string text;
+    AppendNumber(text, number);
+    return text;
+}
+
+void AppendNumber(std::string& text, double number) {
+    if (std::isnan(number)) {
+        // A NaN's sign means nothing; written, it would make equal results look different.
+        text += "nan";
+        return;
+    }
+    const double magnitude = std::abs(number);
+    const bool plain = magnitude == 0.0 || (magnitude >= 1e-4 && magnitude < 1e16);
+    // The longest texts are scientific, "-1.7976931348623157e+308", and plain, "-0.00012345678901234567".
+    std::array<char, 32> buffer{};
+    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
+                                      plain ? std::chars_format::fixed : std::chars_format::scientific);
+    text.append(buffer.data(), result.ptr);
+}
+
+int SaturateToInt(double number) {
+    if (std::isnan(number)) return 0;
+    if (number >= std::numeric_limits<int>::max()) return std::numeric_limits<int>::max();
+    if (number <= std::numeric_limits<int>::min()) return std::numeric_limits<int>::min();
+    return static_cast<int>(number);
+}
+
+}  // namespace nbscore

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "framework/Export.h"
+
+namespace nbscore {
+
+/// The number that the whole text holds, or nothing.
+///
+/// Blanks (space, tab, CR, LF) may stand around it. The number has an optional sign, digits on at least one side
+/// of an optional point, and an optional exponent. Hexadecimal, "inf", "nan" and what a double cannot hold are no
+/// numbers. Never depends on the locale.
+SCOREFRAMEWORK_API std::optional<double> ReadNumber(std::string_view text);
+
+/// The whole number (optional sign, digits, 32 bits) that the whole text holds, or nothing. Blanks as above.
+SCOREFRAMEWORK_API std::optional<int> ReadInt(std::string_view text);
+
+/// The shortest digits that read back as the same double: plain notation from 1e-4 up to below 1e16, else
+/// scientific with at least two exponent digits ("0", "0.5", "100000", "1e+22", "1e-07"). "nan", "inf", "-inf".
+SCOREFRAMEWORK_API std::string FormatNumber(double number);
+
+/// The same, appended to a text that the caller keeps.
+SCOREFRAMEWORK_API void AppendNumber(std::string& text, double number);
+
+/// Truncated toward zero and held at the limits of 32 bits; 0 for a NaN. A plain conversion is undefined there.
+SCOREFRAMEWORK_API int SaturateToInt(double number);
+
+}  // namespace nbscore

@@ -1,0 +1,13 @@
+#include "framework/ScoreValueLabel.h"
+
+#include <utility>
+
+ScoreValueLabel::ScoreValueLabel(std::unique_ptr<ScoreValue> declaredValue, std::string shownText)
+    : value(std::move(declaredValue)), displayValue(std::move(shownText)) {}
+
+ScoreValueLabel::ScoreValueLabel(const ScoreValueLabel& other)
+    : value(other.value ? other.value->Clone() : nullptr), displayValue(other.displayValue) {}
+
+ScoreValueLabel& ScoreValueLabel::operator=(const ScoreValueLabel& other) {
+    return *this = ScoreValueLabel(other);
+}

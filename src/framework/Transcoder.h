@@ -1,0 +1,25 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "framework/Export.h"
+#include "framework/XmlFwd.h"
+
+/// Turns the parser's UTF-16 texts into narrow strings of one encoding. Used by one thread at a time.
+class SCOREFRAMEWORK_API Transcoder {
+public:
+    /// Throws VeskException 10 when nobody knows the encoding. An empty name means UTF-8.
+    explicit Transcoder(const std::string& encoding);
+    ~Transcoder();
+    Transcoder(const Transcoder&) = delete;
+    Transcoder& operator=(const Transcoder&) = delete;
+
+    /// The text in this encoding; of null, an empty text. Throws VeskException 10 when the encoding lacks one of
+    /// its characters. (The lower-case first letter is the interface's own.)
+    std::string transcodeTo(const XMLCh* xmlText) const;
+
+private:
+    class Converter;
+    std::unique_ptr<Converter> converter;
+};

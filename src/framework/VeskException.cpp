@@ -1,0 +1,23 @@
+#include "framework/VeskException.h"
+
+VeskException::VeskException(ExceptionCode exceptionCode, const std::string& messageText)
+    : code(exceptionCode), message(messageText) {}
+
+VeskException::~VeskException() = default;
+
+VeskException::VeskException(const VeskException&) = default;
+
+VeskException& VeskException::operator=(const VeskException&) = default;
+
+const char* VeskException::what() const noexcept {
+    return message.c_str();
+}
+
+void VeskException::SetPlace(const nbscore::DocumentPlace& faultPlace) {
+    place = faultPlace;
+    placeKnown = true;
+}
+
+void VeskException::SetSource(const std::string& sourceName) {
+    place.source = sourceName;
+}

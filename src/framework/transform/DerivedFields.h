@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "framework/BaseDictionary.h"
+#include "framework/ScoreDictVar.h"
+#include "framework/transform/FunctionTreeImp.h"
+
+namespace nbscore {
+
+/// One derived field: the variable it declares and how its value is computed.
+struct DerivedField {
+    /// Borrowed from DerivedFields::variables.
+    const ScoreDictVar* variable;
+    FunctionTreeImp function;
+    /// Positions of the derived fields that the function reads; they must be computed before it.
+    std::vector<std::size_t> dependencies;
+};
+
+/// One data field that some derived field reads. The variable is a copy of the data dictionary's, so that a
+/// document's derived fields need nothing that they do not own.
+struct InputField {
+    std::string name;
+    std::unique_ptr<const ScoreDictVar> variable;
+};
+
+/// Everything that is known about a document's derived fields once it is read; it does not change after that.
+struct DerivedFields {
+    BaseDictionary variables;
+    /// In document order.
+    std::vector<DerivedField> fields;
+    std::unordered_map<std::string, std::size_t> positionsByName;
+    std::vector<InputField> inputs;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "framework/transform/ExpressionValue.h"
+#include "framework/transform/FieldValues.h"
+
+namespace nbscore {
+
+/// One expression of a derived field, compiled. It never changes after it was read: any number of threads may
+/// evaluate it.
+class Expression {
+public:
+    virtual ~Expression() = default;
+
+    virtual ExpressionValue Evaluate(const FieldValues& fields) const = 0;
+};
+
+}  // namespace nbscore

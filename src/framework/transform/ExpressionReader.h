@@ -1,0 +1,15 @@
+#pragma once
+
+#include <memory>
+
+#include "framework/XmlFwd.h"
+#include "framework/transform/Expression.h"
+#include "framework/transform/FieldScope.h"
+
+namespace nbscore {
+
+/// Compiles an expression element. Throws VeskException 11 for a kind of expression that is not supported, and what
+/// the readers of the kinds throw.
+std::unique_ptr<Expression> ReadExpression(const xercesc::DOMElement* element, FieldScope& scope);
+
+}  // namespace nbscore

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <variant>
+
+namespace nbscore {
+
+/// What an expression gives for one case: nothing (missing), a number, or a text.
+using ExpressionValue = std::variant<std::monostate, double, std::string>;
+
+inline bool IsMissing(const ExpressionValue& value) {
+    return std::holds_alternative<std::monostate>(value);
+}
+
+}  // namespace nbscore

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <memory>
+
+#include "framework/ScoreDictionary.h"
+#include "framework/Transcoder.h"
+#include "framework/TransformationDictionary.h"
+#include "framework/XmlFwd.h"
+
+namespace nbscore {
+
+/// The derived fields of a TransformationDictionary element; an empty element gives an empty dictionary.
+///
+/// Fields may refer to one another in any order. Extension elements are passed over. Throws, with the place of the
+/// element at fault, VeskException 1 for an element that does not belong there or a field without an expression,
+/// 2 for a field without a name, 8 for a reference to no field, 11 for what is not supported (every expression but
+/// FieldRef and Constant; functions that the document defines), 12 for a name that a data field or an earlier
+/// derived field has, and for a field that depends on itself.
+std::unique_ptr<TransformationDictionary> ReadTransformationDictionary(const xercesc::DOMElement* element,
+                                                                       const ScoreDictionary* dictionary,
+                                                                       const Transcoder& transcoder);
+
+}  // namespace nbscore

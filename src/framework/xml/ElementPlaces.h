@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+
+#include "framework/XmlFwd.h"
+
+namespace nbscore {
+
+/// Line and column of the start tag of every element of a document, in document order, eight bytes each.
+///
+/// The table hangs on its document as user data, so that a place is found with nothing but a node at hand.
+class ElementPlaces {
+public:
+    struct Mark {
+        std::uint32_t line = 0;
+        std::uint32_t column = 0;
+    };
+
+    /// Numbers beyond 32 bits are held at the limit.
+    void Add(std::uint64_t line, std::uint64_t column);
+    /// The place of the element of this number, counted from 0; zeros when the table does not reach so far.
+    Mark Get(std::size_t ordinal) const;
+
+    /// Hangs the table on the document; whoever releases the document must Detach it first.
+    static void Attach(xercesc::DOMDocument* document, std::unique_ptr<ElementPlaces> places);
+    /// Takes the table off again; null when there is none.
+    static std::unique_ptr<ElementPlaces> Detach(xercesc::DOMDocument* document);
+    /// The document's table; null when it did not come from the framework's own parser.
+    static const ElementPlaces* Find(const xercesc::DOMDocument* document);
+
+private:
+    /// A deque, because it grows without a second copy of everything.
+    std::deque<Mark> marks;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,63 @@
+#include "framework/xml/ParsedDocument.h"
+
+#include <xercesc/dom/DOMDocument.hpp>
+
+#include <istream>
+
+#include "framework/VeskException.h"
+#include "framework/xml/ElementPlaces.h"
+#include "framework/xml/PlacedDOMParser.h"
+#include "framework/xml/StreamInputSource.h"
+#include "framework/xml/XmlPlatform.h"
+
+namespace nbscore {
+namespace {
+
+constexpr const char* unreadable = "The document cannot be read: the stream failed.";
+
+/// A stream whose owner wants exceptions throws them in the middle of the parser; they are switched off meanwhile.
+class QuietStream {
+public:
+    explicit QuietStream(std::istream& input) : stream(input), wanted(input.exceptions()) {
+        stream.exceptions(std::ios::goodbit);
+    }
+    ~QuietStream() {
+        try {
+            stream.exceptions(wanted);
+        } catch (const std::ios_base::failure&) {
+            // Setting the mask throws at once when the stream is in such a state. The mask is set all the same.
+        }
+    }
+    QuietStream(const QuietStream&) = delete;
+    QuietStream& operator=(const QuietStream&) = delete;
+
+private:
+    std::istream& stream;
+    std::ios::iostate wanted;
+};
+
+}  // namespace
+
+void DocumentReleaser::operator()(xercesc::DOMDocument* document) const {
+    const auto places = ElementPlaces::Detach(document);
+    document->release();
+}
+
+ParsedDocument ParseDocument(std::istream& stream) {
+    EnsureXmlPlatform();
+    const QuietStream quiet(stream);
+    if (stream.fail() && !stream.eof()) throw VeskException(VeskException::UnreadableSource, unreadable);
+    try {
+        PlacedDOMParser parser;
+        const StreamInputSource source(stream);
+        ParsedDocument document = parser.ParseAndAdopt(source);
+        if (stream.bad()) throw VeskException(VeskException::UnreadableSource, unreadable);
+        return document;
+    } catch (const VeskException&) {
+        // A stream that broke off is at fault itself, whatever the parser made of the part before.
+        if (stream.bad()) throw VeskException(VeskException::UnreadableSource, unreadable);
+        throw;
+    }
+}
+
+}  // namespace nbscore

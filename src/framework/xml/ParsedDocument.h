@@ -1,0 +1,19 @@
+#pragma once
+
+#include <iosfwd>
+#include <memory>
+
+#include "framework/XmlFwd.h"
+
+namespace nbscore {
+
+struct DocumentReleaser {
+    void operator()(xercesc::DOMDocument* document) const;
+};
+using ParsedDocument = std::unique_ptr<xercesc::DOMDocument, DocumentReleaser>;
+
+/// The document that a stream holds. Throws VeskException 3 for what is no acceptable XML, 4 for a stream that
+/// fails, 10 for an encoding that nobody knows; nothing of the XML library's own.
+ParsedDocument ParseDocument(std::istream& stream);
+
+}  // namespace nbscore

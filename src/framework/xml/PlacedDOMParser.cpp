@@ -1,0 +1,170 @@
+#include "framework/xml/PlacedDOMParser.h"
+
+#include <xercesc/framework/XMLErrorCodes.hpp>
+#include <xercesc/internal/XMLScanner.hpp>
+#include <xercesc/util/XMLExceptMsgs.hpp>
+#include <xercesc/util/XMLString.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include <algorithm>
+#include <initializer_list>
+#include <string>
+
+#include "framework/BaseTranslator.h"
+#include "framework/VeskException.h"
+#include "framework/xml/Utf8.h"
+#include "framework/xml/XmlName.h"
+
+namespace nbscore {
+namespace {
+
+VeskException RefusalAtPosition(VeskException::ExceptionCode code, const std::string& message, std::uint64_t line,
+                                std::uint64_t column) {
+    VeskException refusal(code, message);
+    DocumentPlace place;
+    place.line = line;
+    place.column = column;
+    refusal.SetPlace(place);
+    return refusal;
+}
+
+bool IsEncodingFault(unsigned int code, const XMLCh* domain) {
+    if (xercesc::XMLString::equals(domain, xercesc::XMLUni::fgXMLErrDomain)) {
+        return code == xercesc::XMLErrs::BadXMLEncoding;
+    }
+    return code == xercesc::XMLExcepts::Trans_CantCreateCvtrFor;
+}
+
+/// Whether the characters of an encoding take several bytes each, by its name.
+bool IsWide(const XMLCh* encoding) {
+    static constexpr XmlName utf16("UTF-16");
+    static constexpr XmlName utf32("UTF-32");
+    static constexpr XmlName ucs("UCS-");
+    static constexpr XmlName iso10646("ISO-10646-UCS");
+    return std::ranges::any_of(std::initializer_list<const XMLCh*>{utf16, utf32, ucs, iso10646},
+                               [&](const XMLCh* wide) { return xercesc::XMLString::startsWithI(encoding, wide); });
+}
+
+/// The library's own words for this are "invalid document structure".
+bool IsMissingRoot(unsigned int code, const XMLCh* domain) {
+    return xercesc::XMLString::equals(domain, xercesc::XMLUni::fgXMLErrDomain) &&
+           code == xercesc::XMLErrs::InvalidDocumentStructure;
+}
+
+}  // namespace
+
+PlacedDOMParser::PlacedDOMParser() {
+    setValidationScheme(Val_Never);
+    setDoNamespaces(false);
+    setDoSchema(false);
+    setLoadSchema(false);
+    setLoadExternalDTD(false);
+    setSkipDTDValidation(true);
+    setDisableDefaultEntityResolution(true);
+    setCreateCommentNodes(false);
+    setCreateEntityReferenceNodes(false);
+    // There is no entity to expand without a document type declaration: the limit is a second line of defence.
+    limits.setEntityExpansionLimit(100);
+    setSecurityManager(&limits);
+    // Without this the library would only report faults to an error handler, and swallow them when there is none.
+    getScanner()->setErrorReporter(this);
+}
+
+ParsedDocument PlacedDOMParser::ParseAndAdopt(const xercesc::InputSource& source) {
+    places = std::make_unique<ElementPlaces>();
+    names = DistinctNames();
+    lastEnd = Position();
+    depth = 0;
+    parse(source);
+    ParsedDocument document(adoptDocument());
+    ElementPlaces::Attach(document.get(), std::move(places));
+    return document;
+}
+
+void PlacedDOMParser::NotePosition() {
+    const xercesc::Locator& locator = *getScanner()->getLocator();
+    lastEnd = {locator.getLineNumber(), locator.getColumnNumber()};
+}
+
+void PlacedDOMParser::NoteName(const XMLCh* name) {
+    if (names.Note(name)) return;
+    Refuse("The document uses more than " + std::to_string(DistinctNames::limit) +
+           " different names for elements and attributes.");
+}
+
+void PlacedDOMParser::Refuse(const std::string& message) const {
+    throw RefusalAtPosition(VeskException::MalformedDocument, message, lastEnd.line, lastEnd.column);
+}
+
+void PlacedDOMParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int urlId, const XMLCh* prefix,
+                                   const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount,
+                                   bool isEmpty, bool isRoot) {
+    if (++depth > BaseTranslator::maxElementDepth) {
+        Refuse("Elements nest deeper than " + std::to_string(BaseTranslator::maxElementDepth) + " levels.");
+    }
+    NoteName(declaration.getFullName());
+    for (XMLSize_t i = 0; i < attributeCount; ++i)
+        NoteName(attributes.elementAt(i)->getName());
+    places->Add(lastEnd.line, lastEnd.column);
+    NotePosition();
+    XercesDOMParser::startElement(declaration, urlId, prefix, attributes, attributeCount, isEmpty, isRoot);
+}
+
+void PlacedDOMParser::endElement(const xercesc::XMLElementDecl& declaration, unsigned int urlId, bool isRoot,
+                                 const XMLCh* prefix) {
+    --depth;
+    NotePosition();
+    XercesDOMParser::endElement(declaration, urlId, isRoot, prefix);
+}
+
+void PlacedDOMParser::docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) {
+    NotePosition();
+    XercesDOMParser::docCharacters(text, length, isCdata);
+}
+
+void PlacedDOMParser::ignorableWhitespace(const XMLCh* text, XMLSize_t length, bool isCdata) {
+    NotePosition();
+    XercesDOMParser::ignorableWhitespace(text, length, isCdata);
+}
+
+void PlacedDOMParser::docComment(const XMLCh* comment) {
+    NotePosition();
+    XercesDOMParser::docComment(comment);
+}
+
+void PlacedDOMParser::docPI(const XMLCh* target, const XMLCh* data) {
+    NotePosition();
+    XercesDOMParser::docPI(target, data);
+}
+
+void PlacedDOMParser::XMLDecl(const XMLCh* version, const XMLCh* encoding, const XMLCh* standalone,
+                              const XMLCh* actualEncoding) {
+    NotePosition();
+    if (encoding != nullptr && *encoding != 0 && IsWide(encoding) != IsWide(actualEncoding)) {
+        Refuse("The document declares the encoding " + ExcerptOf(encoding) + ", but is in " +
+               ExcerptOf(actualEncoding) + ".");
+    }
+    XercesDOMParser::XMLDecl(version, encoding, standalone, actualEncoding);
+}
+
+/// Called before the first declaration of an internal subset is looked at, and before any external one is sought.
+void PlacedDOMParser::doctypeDecl(const xercesc::DTDElementDecl&, const XMLCh*, const XMLCh*, bool, bool) {
+    Refuse("A document type declaration is not accepted.");
+}
+
+void PlacedDOMParser::error(unsigned int code, const XMLCh* domain, xercesc::XMLErrorReporter::ErrTypes kind,
+                            const XMLCh* text, const XMLCh*, const XMLCh*, XMLFileLoc line, XMLFileLoc column) {
+    if (kind == xercesc::XMLErrorReporter::ErrType_Warning) return;
+    if (IsEncodingFault(code, domain)) {
+        throw RefusalAtPosition(VeskException::UnsupportedEncoding,
+                                "The document's encoding is not supported: " + Utf8Of(text) + ".", line, column);
+    }
+    const std::string problem =
+        IsMissingRoot(code, domain)
+            ? "it is empty, does not begin with an element, or is not in the encoding that it declares"
+            : Utf8Of(text);
+    throw RefusalAtPosition(VeskException::MalformedDocument, "The document is no well-formed XML: " + problem + ".",
+                            line, column);
+}
+
+}  // namespace nbscore

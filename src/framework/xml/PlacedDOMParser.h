@@ -1,0 +1,64 @@
+#pragma once
+
+#include <xercesc/parsers/XercesDOMParser.hpp>
+#include <xercesc/util/SecurityManager.hpp>
+
+#include <cstdint>
+#include <memory>
+
+#include "framework/xml/DistinctNames.h"
+#include "framework/xml/ElementPlaces.h"
+#include "framework/xml/ParsedDocument.h"
+
+namespace nbscore {
+
+/// A parser that trusts no document and knows where each element's start tag begins.
+///
+/// It takes no document type declaration, so there are no entities beyond the five of XML itself; it fetches
+/// nothing; elements nest no deeper than BaseTranslator::maxElementDepth and use no more names than DistinctNames
+/// allows. What it refuses, XML faults included,
+/// leaves as VeskException with its line and column.
+///
+/// The XML library tells the position at the *end* of what it reports. The start of a tag is therefore the end of
+/// whatever was reported before it, and every report has to be noted.
+class PlacedDOMParser : public xercesc::XercesDOMParser {
+public:
+    PlacedDOMParser();
+
+    /// Parses one document and hands it over with its table of places.
+    ParsedDocument ParseAndAdopt(const xercesc::InputSource& source);
+
+    void startElement(const xercesc::XMLElementDecl& declaration, unsigned int urlId, const XMLCh* prefix,
+                      const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount, bool isEmpty,
+                      bool isRoot) override;
+    void endElement(const xercesc::XMLElementDecl& declaration, unsigned int urlId, bool isRoot,
+                    const XMLCh* prefix) override;
+    void docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) override;
+    void ignorableWhitespace(const XMLCh* text, XMLSize_t length, bool isCdata) override;
+    void docComment(const XMLCh* comment) override;
+    void docPI(const XMLCh* target, const XMLCh* data) override;
+    void XMLDecl(const XMLCh* version, const XMLCh* encoding, const XMLCh* standalone,
+                 const XMLCh* actualEncoding) override;
+    void doctypeDecl(const xercesc::DTDElementDecl& declaration, const XMLCh* publicId, const XMLCh* systemId,
+                     bool hasInternalSubset, bool hasExternalSubset) override;
+    void error(unsigned int code, const XMLCh* domain, xercesc::XMLErrorReporter::ErrTypes kind, const XMLCh* text,
+               const XMLCh* systemId, const XMLCh* publicId, XMLFileLoc line, XMLFileLoc column) override;
+
+private:
+    struct Position {
+        std::uint64_t line = 1;
+        std::uint64_t column = 1;
+    };
+
+    void NotePosition();
+    void NoteName(const XMLCh* name);
+    [[noreturn]] void Refuse(const std::string& message) const;
+
+    xercesc::SecurityManager limits;
+    std::unique_ptr<ElementPlaces> places;
+    DistinctNames names;
+    Position lastEnd;
+    int depth = 0;
+};
+
+}  // namespace nbscore

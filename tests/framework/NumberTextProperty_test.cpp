@@ -1,0 +1,153 @@
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <regex>
+
+#include "framework/NumberText.h"
+
+namespace {
+
+using nbscore::FormatNumber;
+using nbscore::ReadInt;
+using nbscore::ReadNumber;
+
+/// Doubles of every size: any bits that do not stand for an infinity or a NaN.
+rc::Gen<double> FiniteDouble() {
+    const auto bits = rc::gen::resize(rc::kNominalSize, rc::gen::arbitrary<std::uint64_t>());
+    const auto number = rc::gen::map(bits, [](std::uint64_t pattern) { return std::bit_cast<double>(pattern); });
+    return rc::gen::suchThat(number, [](double candidate) { return std::isfinite(candidate); });
+}
+
+/// Numbers as people write them: few digits, a moderate exponent.
+rc::Gen<double> EverydayNumber() {
+    return rc::gen::map(rc::gen::pair(rc::gen::inRange(-99999, 100000), rc::gen::inRange(-25, 26)),
+                        [](const std::pair<int, int>& number) {
+                            return std::strtod(
+                                (std::to_string(number.first) + 'e' + std::to_string(number.second)).c_str(), nullptr);
+                        });
+}
+
+/// Many numbers for each run of a property.
+std::vector<double> ManyDoubles() {
+    const auto number = rc::gen::oneOf(FiniteDouble(), EverydayNumber());
+    return *rc::gen::container<std::vector<double>>(100, number);
+}
+
+/// The shortest "d.ddde±xx" that reads back, found by trying one more digit at a time.
+std::string ShortestScientific(double number) {
+    char text[64] = "";
+    for (int decimals = 0; decimals <= 16; ++decimals) {
+        std::snprintf(text, sizeof text, "%.*e", decimals, number);
+        if (std::strtod(text, nullptr) == number) break;
+    }
+    return text;
+}
+
+/// The same digits in plain notation: the point moved to where the exponent says.
+std::string InPlainNotation(const std::string& scientific) {
+    const std::size_t mark = scientific.find('e');
+    const int exponent = std::stoi(scientific.substr(mark + 1));
+    const bool negative = scientific.front() == '-';
+    std::string digits;
+    std::copy_if(scientific.begin(), scientific.begin() + static_cast<std::ptrdiff_t>(mark), std::back_inserter(digits),
+                 [](char character) { return character >= '0' && character <= '9'; });
+    std::string plain;
+    if (exponent < 0) {
+        plain = "0." + std::string(static_cast<std::size_t>(-exponent - 1), '0') + digits;
+    } else {
+        const auto whole = static_cast<std::size_t>(exponent) + 1;
+        if (digits.size() < whole) digits.resize(whole, '0');
+        plain = digits.substr(0, whole);
+        if (digits.size() > whole) plain += '.' + digits.substr(whole);
+    }
+    return negative ? '-' + plain : plain;
+}
+
+std::string ExpectedText(double number) {
+    const std::string scientific = ShortestScientific(number);
+    if (number == 0.0) return std::signbit(number) ? "-0" : "0";
+    const int exponent = std::stoi(scientific.substr(scientific.find('e') + 1));
+    return exponent >= -4 && exponent < 16 ? InPlainNotation(scientific) : scientific;
+}
+
+/// Doubles lie closer together below a power of two than above it. There the decimal number nearest to it need not
+/// be the shortest that reads back, and trying digits is no oracle.
+bool IsPowerOfTwo(double number) {
+    return (std::bit_cast<std::uint64_t>(number) << 12) == 0;
+}
+
+RC_GTEST_PROP(NumberText, ReadsBackBitForBit, ()) {
+    for (const double number : ManyDoubles()) {
+        const auto readBack = ReadNumber(FormatNumber(number));
+        RC_ASSERT(readBack.has_value());
+        RC_ASSERT(std::bit_cast<std::uint64_t>(*readBack) == std::bit_cast<std::uint64_t>(number));
+    }
+}
+
+RC_GTEST_PROP(NumberText, IsTheShortestInTheNotationOfItsSize, ()) {
+    for (const double number : ManyDoubles()) {
+        if (IsPowerOfTwo(number) && number != 0.0) continue;
+        RC_ASSERT(FormatNumber(number) == ExpectedText(number));
+    }
+}
+
+TEST(NumberText, IsNoLongerThanNeeded_ForAnyPowerOfTwo) {
+    for (int exponent = -1074; exponent <= 1023; ++exponent) {
+        const double number = std::ldexp(1.0, exponent);
+        const std::string text = FormatNumber(number);
+        EXPECT_EQ(ReadNumber(text), number) << text;
+        EXPECT_LE(text.size(), ExpectedText(number).size()) << text;
+    }
+}
+
+/// Texts that are often nearly a number.
+rc::Gen<std::string> NumberLikeText() {
+    return rc::gen::container<std::string>(
+        rc::gen::weightedOneOf<char>({{8, rc::gen::inRange('0', static_cast<char>('9' + 1))},
+                                      {4, rc::gen::elementOf(std::string("+-.eE"))},
+                                      {1, rc::gen::elementOf(std::string(" \t\r\nx,"))}}));
+}
+
+/// What the grammar and the C library, in the plain locale of tests, make of a text.
+std::optional<double> ExpectedNumber(const std::string& text) {
+    static const std::regex form("[ \t\r\n]*[+-]?(([0-9]+[.]?[0-9]*|[.][0-9]+)(?:[eE][+-]?[0-9]+)?)[ \t\r\n]*");
+    std::smatch parts;
+    if (!std::regex_match(text, parts, form)) return std::nullopt;
+    const double number = std::strtod(text.c_str(), nullptr);
+    const bool vanished = number == 0.0 && parts[2].str().find_first_of("123456789") != std::string::npos;
+    if (!std::isfinite(number) || vanished) return std::nullopt;
+    return number;
+}
+
+RC_GTEST_PROP(NumberText, ReadsWhatTheGrammarAllowsAndNothingElse, ()) {
+    const auto texts =
+        *rc::gen::container<std::vector<std::string>>(50, rc::gen::resize(*rc::gen::inRange(1, 12), NumberLikeText()));
+    for (const std::string& text : texts) {
+        RC_ASSERT(ReadNumber(text) == ExpectedNumber(text));
+        if (const auto whole = ReadInt(text)) RC_ASSERT(ReadNumber(text) == static_cast<double>(*whole));
+    }
+}
+
+RC_GTEST_PROP(NumberText, SurvivesAnyText, (const std::string& text)) {
+    RC_ASSERT(std::isfinite(ReadNumber(text).value_or(0.0)));
+    RC_ASSERT(ReadNumber(text).has_value() || !ReadInt(text).has_value());
+}
+
+RC_GTEST_PROP(ReadInt, ReadsEveryIntBack, (int number)) {
+    RC_ASSERT(ReadInt(std::to_string(number)) == number);
+}
+
+RC_GTEST_PROP(SaturateToInt, IsTheNearestIntTowardZero, ()) {
+    for (const double number : ManyDoubles()) {
+        const double expected = std::clamp(std::trunc(number), -2147483648.0, 2147483647.0);
+        RC_ASSERT(static_cast<double>(nbscore::SaturateToInt(number)) == expected);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,53 @@
+#include "framework/transform/FunctionTreeImp.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace {
+
+using nbscore::ExpressionValue;
+
+class NoFields : public nbscore::FieldValues {
+public:
+    ExpressionValue Get(const nbscore::FieldReference&) const override { return {}; }
+};
+
+class Fixed : public nbscore::Expression {
+public:
+    explicit Fixed(ExpressionValue fixedValue) : value(std::move(fixedValue)) {}
+    ExpressionValue Evaluate(const nbscore::FieldValues&) const override { return value; }
+
+private:
+    ExpressionValue value;
+};
+
+ExpressionValue Evaluate(bool givesNumbers, ExpressionValue value) {
+    FunctionTreeImp function(givesNumbers);
+    function.SetExpression(std::make_unique<Fixed>(std::move(value)));
+    const FunctionTreeImp moved = std::move(function);
+    return moved.Evaluate(NoFields());
+}
+
+TEST(FunctionTreeImp, GivesNumbers_WhenMadeForThem) {
+    EXPECT_EQ(Evaluate(true, 2.5), ExpressionValue(2.5));
+    EXPECT_EQ(Evaluate(true, std::string(" 2.5 ")), ExpressionValue(2.5));
+    EXPECT_EQ(Evaluate(true, std::string("two")), ExpressionValue());
+    EXPECT_EQ(Evaluate(true, {}), ExpressionValue());
+    EXPECT_TRUE(FunctionTreeImp(true).GivesNumbers());
+}
+
+TEST(FunctionTreeImp, GivesTexts_WhenMadeForThem) {
+    EXPECT_EQ(Evaluate(false, 2.50), ExpressionValue(std::string("2.5")));
+    EXPECT_EQ(Evaluate(false, std::string(" two ")), ExpressionValue(std::string(" two ")));
+    EXPECT_EQ(Evaluate(false, {}), ExpressionValue());
+    EXPECT_FALSE(FunctionTreeImp(false).GivesNumbers());
+}
+
+TEST(FunctionTreeImp, GivesNothing_WhenItHasNoExpression) {
+    EXPECT_EQ(FunctionTreeImp(true).Evaluate(NoFields()), ExpressionValue());
+}
+
+}  // namespace

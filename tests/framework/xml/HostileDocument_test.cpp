@@ -1,0 +1,196 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <random>
+#include <streambuf>
+#include <string>
+
+#include "framework/BaseTranslator.h"
+#include "framework/xml/DocumentProbe.h"
+
+namespace {
+
+using testing::HasSubstr;
+
+constexpr const char* noDeclaration = "A document type declaration is not accepted.";
+
+void ExpectDoctypeRefused(const std::string& text, std::uint64_t line) {
+    const auto refusal = RefusalOfText(text);
+    ASSERT_TRUE(refusal);
+    EXPECT_EQ(refusal->GetCode(), VeskException::MalformedDocument);
+    EXPECT_EQ(refusal->GetMessage(), noDeclaration);
+    EXPECT_EQ(refusal->GetPlace().line, line);
+}
+
+TEST(HostileDocument, IsRefused_WhenItHasADocumentType) {
+    ExpectDoctypeRefused("<!DOCTYPE a><a/>", 1);
+    ExpectDoctypeRefused("<?xml version='1.0'?>\n<!DOCTYPE a>\n<a/>", 2);
+    ExpectDoctypeRefused("<!DOCTYPE a []><a/>", 1);
+    ExpectDoctypeRefused("<!DOCTYPE a SYSTEM 'http://127.0.0.1:1/a.dtd'><a/>", 1);
+    ExpectDoctypeRefused("<!DOCTYPE a PUBLIC 'p' 'file:///etc/passwd' [<!ELEMENT a ANY>]><a/>", 1);
+}
+
+TEST(HostileDocument, IsRefusedBeforeItsSubsetIsRead_WhenTheSubsetIsBroken) {
+    ExpectDoctypeRefused("<!DOCTYPE a [ this is no declaration <<<", 1);
+}
+
+TEST(HostileDocument, IsRefused_WhenItsEntitiesMultiply) {
+    std::string text = "<!DOCTYPE a [<!ENTITY e0 'ha'>";
+    for (int i = 1; i < 40; ++i) {
+        text += "<!ENTITY e" + std::to_string(i) + " '";
+        for (int j = 0; j < 10; ++j)
+            text += "&e" + std::to_string(i - 1) + ";";
+        text += "'>";
+    }
+    ExpectDoctypeRefused(text + "]><a>&e39;</a>", 1);
+}
+
+TEST(HostileDocument, IsRefused_WhenAnEntityNamesALocalFile) {
+    const auto secret =
+        std::filesystem::temp_directory_path() / ("nbscore_hostile_" + std::to_string(std::random_device()()));
+    std::ofstream(secret) << "secret";
+    ExpectDoctypeRefused("<!DOCTYPE a [<!ENTITY e SYSTEM '" + secret.string() + "'>]><a>&e;</a>", 1);
+    std::filesystem::remove(secret);
+}
+
+TEST(HostileDocument, IsRefused_WhenAnEntityWasNeverDeclared) {
+    const auto refusal = RefusalOfText("<a>\n&unknown;</a>");
+    ASSERT_TRUE(refusal);
+    EXPECT_EQ(refusal->GetCode(), VeskException::MalformedDocument);
+    EXPECT_THAT(refusal->GetMessage(), HasSubstr("unknown"));
+    EXPECT_EQ(refusal->GetPlace().line, 2u);
+}
+
+std::string Nested(int depth) {
+    std::string text;
+    for (int i = 0; i < depth; ++i)
+        text += "<e>";
+    for (int i = 0; i < depth; ++i)
+        text += "</e>";
+    return text;
+}
+
+TEST(HostileDocument, IsAccepted_WhenItNestsToTheLimit) {
+    EXPECT_FALSE(RefusalOfText(Nested(BaseTranslator::maxElementDepth)));
+}
+
+TEST(HostileDocument, IsRefusedWithThePlaceOfTheFirstTooDeepElement_WhenItNestsDeeper) {
+    const auto refusal = RefusalOfText(Nested(BaseTranslator::maxElementDepth + 1));
+    ASSERT_TRUE(refusal);
+    EXPECT_EQ(refusal->GetCode(), VeskException::MalformedDocument);
+    EXPECT_EQ(refusal->GetMessage(), "Elements nest deeper than 1000 levels.");
+    EXPECT_EQ(PlaceText(refusal->GetPlace()), "1:3001 ");
+}
+
+TEST(HostileDocument, IsAccepted_WhenManyElementsStandSideBySide) {
+    std::string text = "<a>";
+    for (int i = 0; i < 5000; ++i)
+        text += "<b><c/></b>";
+    EXPECT_FALSE(RefusalOfText(text + "</a>"));
+}
+
+std::string ManyNames(int elements, int attributes) {
+    std::string text = "<a";
+    for (int i = 0; i < attributes; ++i)
+        text += " x" + std::to_string(i) + "=''";
+    text += ">\n";
+    for (int i = 0; i < elements; ++i)
+        text += "<e" + std::to_string(i) + "/>";
+    return text + "</a>";
+}
+
+TEST(HostileDocument, IsRefused_WhenItUsesTooManyNames) {
+    const std::string message = "The document uses more than 10000 different names for elements and attributes.";
+    EXPECT_FALSE(RefusalOfText(ManyNames(4999, 5000)));
+    const auto elements = RefusalOfText(ManyNames(20000, 0));
+    ASSERT_TRUE(elements);
+    EXPECT_EQ(elements->GetCode(), VeskException::MalformedDocument);
+    EXPECT_EQ(elements->GetMessage(), message);
+    EXPECT_EQ(PlaceText(elements->GetPlace()), "2:78883 ");  // e9999, the 10,000th name after "a" makes 10,001
+    const auto attributes = RefusalOfText(ManyNames(0, 100000));
+    ASSERT_TRUE(attributes);
+    EXPECT_EQ(attributes->GetMessage(), message);
+    EXPECT_EQ(PlaceText(attributes->GetPlace()), "1:1 ");
+}
+
+/// A stream of start tags that is never held in memory.
+class EndlessTags : public std::streambuf {
+public:
+    explicit EndlessTags(int tags) : left(tags) {}
+
+protected:
+    int_type underflow() override {
+        if (left-- == 0) return traits_type::eof();
+        std::copy_n("<e>", 3, tag);
+        setg(tag, tag, tag + 3);
+        return traits_type::to_int_type(tag[0]);
+    }
+
+private:
+    int left;
+    char tag[3] = {};
+};
+
+TEST(HostileDocument, IsRefused_WhenAStreamNestsAMillionLevelsDeep) {
+    EndlessTags tags(1000000);
+    std::istream stream(&tags);
+    DocumentProbe probe([](DocumentProbe&, xercesc::DOMDocument&) -> ScoreModel* { return nullptr; });
+    const auto refusal = RefusalOf([&] { probe.ParseFromTree(stream, "UTF-8"); });
+    ASSERT_TRUE(refusal);
+    EXPECT_EQ(refusal->GetMessage(), "Elements nest deeper than 1000 levels.");
+}
+
+TEST(HostileDocument, IsRefused_WhenItIsCutAnywhere) {
+    const std::string whole =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<PMML version='4.1'><!-- c --><Header x='&lt;'/>"
+        "<![CDATA[ d ]]><?p i?><A>\xC3\xA4 &#10;</A></PMML>";
+    ASSERT_FALSE(RefusalOfText(whole));
+    for (std::size_t length = 0; length < whole.size(); ++length) {
+        const auto refusal = RefusalOfText(whole.substr(0, length));
+        ASSERT_TRUE(refusal) << length;
+        EXPECT_EQ(refusal->GetCode(), VeskException::MalformedDocument) << length;
+        EXPECT_TRUE(refusal->HasPlace()) << length;
+        EXPECT_FALSE(refusal->GetMessage().empty()) << length;
+    }
+}
+
+TEST(HostileDocument, IsRefused_WhenItIsEmptyOrNoXml) {
+    const std::string zeros(1000, '\0');
+    const std::string binary =
+        "\x7F"
+        "ELF\x02\x01\x01\xFF\xFE\x80\x81";
+    for (const std::string& text :
+         {std::string(), std::string("\n"), std::string("   \r\n"), zeros, binary, std::string("a,b\n1,2\n"),
+          std::string("{\"a\": 1}"), std::string("<"), std::string("<a></b>"), std::string("<a/><b/>"),
+          std::string("<a/>text"), std::string("<a x='1' x='2'/>"), std::string("<a x=1/>"), std::string("<a>\x01</a>"),
+          std::string("<a>]]></a>"), std::string("<a>]]><b/></a>"), std::string("\xEF\xBB\xBF")}) {
+        const auto refusal = RefusalOfText(text);
+        ASSERT_TRUE(refusal) << text;
+        EXPECT_EQ(refusal->GetCode(), VeskException::MalformedDocument) << text;
+        EXPECT_TRUE(refusal->HasPlace()) << text;
+    }
+}
+
+TEST(HostileDocument, IsRefusedWithThePlaceOfTheFault_WhenATagIsNotClosed) {
+    const auto refusal = RefusalOfText("<a>\n  <b>\n</a>");
+    ASSERT_TRUE(refusal);
+    EXPECT_EQ(refusal->GetPlace().line, 3u);
+    EXPECT_THAT(refusal->GetMessage(), HasSubstr("b"));
+    EXPECT_EQ(refusal->GetPlace().elementPath, "");
+}
+
+TEST(HostileDocument, IsRefused_WhenEveryByteOfARandomTextIsTried) {
+    for (int byte = 0; byte < 256; ++byte) {
+        const std::string text(64, static_cast<char>(byte));
+        EXPECT_TRUE(RefusalOfText(text)) << byte;
+        const std::string inside = "<a" + text + ">" + text + "</a>";
+        const auto refusal = RefusalOfText(inside);
+        EXPECT_TRUE(!refusal || refusal->GetCode() == VeskException::MalformedDocument) << byte;
+    }
+}
+
+}  // namespace
