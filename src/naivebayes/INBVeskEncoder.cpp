@@ -1,0 +1,3 @@
+#include "naivebayes/INBVeskEncoder.h"
+
+INBVeskEncoder::~INBVeskEncoder() = default;

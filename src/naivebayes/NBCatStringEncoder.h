@@ -1,0 +1,35 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "naivebayes/INBVeskEncoder.h"
+
+/// Codes texts. Two texts are the same category only when they are equal byte by byte.
+class NAIVEBAYES_API NBCatStringEncoder : public INBVeskEncoder {
+public:
+    /// An empty encoder with room for so many categories; more can be added.
+    explicit NBCatStringEncoder(int expectedCategories);
+    /// Registers each text in order; a repeated text keeps its first code.
+    explicit NBCatStringEncoder(const std::vector<std::string>& categories);
+    NBCatStringEncoder(const NBCatStringEncoder& other);
+    NBCatStringEncoder& operator=(const NBCatStringEncoder& other);
+
+    int GetEncoderType() const override;
+    int GetNumCategories() const override;
+    int AddCategory(const ScoreValue* value) override;
+    int AddCategory(const std::string& text) override;
+    int GetCategory(const std::string& text) const override;
+    int GetCategory(const ScoreValue* value) const override;
+    INBVeskEncoder* Clone() const override;
+    void Display(std::ostream& out) const override;
+
+private:
+    void RebuildCodeIndex();
+
+    std::map<std::string, int> categoryMap;
+    /// The map's own keys by code. They point into this map's nodes, so a copy rebuilds them.
+    std::vector<const std::string*> codeIndex;
+    int lastCode = -1;
+};

@@ -1,0 +1,96 @@
+#include "naivebayes/NaiveBayesModel.h"
+
+#include <memory>
+#include <utility>
+
+#include "naivebayes/PredictorValues.h"
+#include "naivebayes/Probabilities.h"
+
+NaiveBayesModel::NaiveBayesModel() = default;
+
+NaiveBayesModel::~NaiveBayesModel() = default;
+
+void NaiveBayesModel::SetPredictionOnly(bool only) {
+    predictionOnly = only;
+}
+
+bool NaiveBayesModel::GetPredictionOnly() const {
+    return predictionOnly;
+}
+
+ScoreModel::ModelType NaiveBayesModel::GetModelType() {
+    return ScoreModel::NaiveBayesModel;
+}
+
+ScoreDictionary* NaiveBayesModel::GetVarsOfRole(VarRole role) const {
+    return nbscore::CopyVarsOfRole(*this, targetVar, role);
+}
+
+void NaiveBayesModel::SetTargetVar(const ScoreDictVar* target) {
+    targetVar = target;
+    if (target == nullptr) {
+        targetValues.clear();
+        return;
+    }
+    const ScoreValueLabelSet* declared = target->GetValueLabelSet();
+    if (declared == nullptr) return;
+    targetValues.clear();
+    for (const ScoreValueLabel& label : declared->GetValueLabels())
+        targetValues.push_back(label.GetValue());
+}
+
+void NaiveBayesModel::AddPredictorVar(const std::string& name, const ScoreDictVar* var) {
+    predictorVarNames.push_back(name);
+    predictorVars.push_back(var);
+}
+
+void NaiveBayesModel::AddEncoder(INBVeskEncoder* encoder) {
+    encoders.push_back(std::unique_ptr<INBVeskEncoder>(encoder));
+}
+
+void NaiveBayesModel::SetPredCounts(int /*predictorIndex*/, const NBayesInputBase::Matrix& counts) {
+    auto table = std::make_unique<NBayesInputBase>();
+    table->SetCounts(threshold, counts);
+    predCounts.push_back(std::move(table));
+}
+
+void NaiveBayesModel::SetTargetCounts(const std::vector<double>& counts) {
+    targetCounts = counts;
+    ComputeTargetProbabilities();
+}
+
+void NaiveBayesModel::SetPredictorVarNames(const std::vector<std::string>& names) {
+    predictorVarNames = names;
+}
+
+std::vector<std::string> NaiveBayesModel::GetPredictorVarNames() const {
+    return predictorVarNames;
+}
+
+void NaiveBayesModel::SetThreshold(double newThreshold) {
+    threshold = newThreshold;
+}
+
+void NaiveBayesModel::SetNeedDerivedPredictor(bool need) {
+    needDerivedPredictor = need;
+}
+
+bool NaiveBayesModel::NeedDerivedPredictor() const {
+    return needDerivedPredictor;
+}
+
+int NaiveBayesModel::ComputeTargetProbabilities() {
+    targetProbabilities = nbscore::SmoothedPriors(targetCounts, threshold);
+    return static_cast<int>(targetProbabilities.size());
+}
+
+double NaiveBayesModel::ComputePXYPY(const std::vector<double>& codes, int targetIndex) const {
+    const double prior = targetProbabilities[static_cast<std::size_t>(targetIndex)];
+    return nbscore::JointProbability(prior, predCounts, codes, targetIndex);
+}
+
+void NaiveBayesModel::SetUpDictVarIndex(const ScoreCaseRecord* record, bool derivedInRecord) {
+    nbscore::RememberRecordPositions(*record, predictorVarNames, GetDictionary(), GetTransformationDictionary(),
+                                     derivedInRecord);
+    dictVarIndexReady = true;
+}

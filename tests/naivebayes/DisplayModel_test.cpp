@@ -1,0 +1,118 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "ModelParts.h"
+#include "ScoredCase.h"
+
+namespace {
+
+using nbscore::test::DisplayText;
+using nbscore::test::MakeModel;
+using nbscore::test::NumberVariable;
+using nbscore::test::TextVariable;
+
+/// A variable that prints a mark, so that these texts do not depend on how variables describe themselves.
+class MarkedVariable : public BaseDictVar {
+public:
+    explicit MarkedVariable(const std::string& mark) : BaseDictVar(mark, NumericStorage, Categorical) {}
+    void Print(std::ostream& out) const override { out << "<" << GetName() << ">\n"; }
+};
+
+std::unique_ptr<BaseDictVar> MarkedTarget() {
+    auto target = std::make_unique<MarkedVariable>("y");
+    target->AddValidValue(std::make_unique<NumericValue>(0), "");
+    target->AddValidValue(std::make_unique<NumericValue>(1), "");
+    return target;
+}
+
+TEST(DisplayModel, WritesNothingBetweenTheLabels_WhenTheModelIsEmpty) {
+    EXPECT_EQ(DisplayText(NaiveBayesModel()),
+              "\nBegin Display of NaiveBayesModel.\n"
+              "Input variable names: \n"
+              "Threshold value = 0 Only prediction? False.\n"
+              "Encoders: \n"
+              "Target variable: Target categories: Target category counts: \n"
+              "Target probabilities: \n"
+              "Dict var index set up? False\n"
+              "Predictor variables and their stats:End of NaiveBayesModel display.\n");
+}
+
+TEST(DisplayModel, WritesTargetCategoriesBackToBack) {
+    const auto model = MakeModel(0.5, MarkedTarget(), {3, 1}, {});
+    EXPECT_EQ(DisplayText(*model),
+              "\nBegin Display of NaiveBayesModel.\n"
+              "Input variable names: \n"
+              "Threshold value = 0.5 Only prediction? False.\n"
+              "Encoders: \n"
+              "Target variable: <y>\n"
+              "Target categories: 01Target category counts: 3 1 \n"
+              "Target probabilities: 1.16667 0.5 \n"
+              "Dict var index set up? False\n"
+              "Predictor variables and their stats:End of NaiveBayesModel display.\n");
+}
+
+TEST(DisplayModel, WritesEncodersAndTables_WhenThereArePredictors) {
+    const auto model = MakeModel(0.5, MarkedTarget(), {3, 1}, {});
+    const MarkedVariable first("a");
+    const MarkedVariable second("b");
+    model->AddPredictorVar("a", &first);
+    model->AddPredictorVar("b", &second);
+    model->AddEncoder(new NBCatStringEncoder(std::vector<std::string>{"p"}));
+    model->AddEncoder(new NBCatStringEncoder(2));
+    model->SetPredCounts(0, {{3, 1}});
+    model->SetPredCounts(1, {{}});
+    model->SetPredictionOnly(true);
+    nbscore::test::Score(*model, BaseCaseRecord({"a"}));
+    EXPECT_EQ(DisplayText(*model),
+              "\nBegin Display of NaiveBayesModel.\n"
+              "Input variable names: a b \n"
+              "Threshold value = 0.5 Only prediction? True.\n"
+              "Encoders: \n"
+              "\tNBCatStringEncoder object:  Last code = 0\n"
+              "\t\t0\t\tp\n"
+              "\tNBCatStringEncoder object:  Last code = -1\n"
+              "Target variable: <y>\n"
+              "Target categories: 01Target category counts: 3 1 \n"
+              "Target probabilities: 1.16667 0.5 \n"
+              "Dict var index set up? True\n"
+              "Predictor variables and their stats:<a>\n"
+              "Begin NBayesInputBase object. Number of categories: 1, non-empty categories: 1, "
+              "target categories: 2\n"
+              "Category 0: Counts   (2 elements): \n"
+              "       3        1 \n"
+              "Probability_{mk}^j (2 elements): \n"
+              "       1        1 \n"
+              "End of NBayesInputBase display.\n"
+              "<b>\n"
+              "Begin NBayesInputBase object. Number of categories: 1, non-empty categories: 0, "
+              "target categories: 0\n"
+              "Category 0: Counts  : <empty>\n"
+              "Probability_{mk}^j: <empty>\n"
+              "End of NBayesInputBase display.\n"
+              "End of NaiveBayesModel display.\n");
+}
+
+TEST(DisplayModel, WritesNanWithoutSign) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const auto model = MakeModel(-nan, MarkedTarget(), {-nan}, {});
+    const std::string text = DisplayText(*model);
+    EXPECT_NE(text.find("Threshold value = nan Only"), std::string::npos);
+    EXPECT_NE(text.find("counts: nan \nTarget probabilities: nan \n"), std::string::npos);
+}
+
+TEST(DisplayModel, PrintsNothingForAVariable_WhenItIsNull) {
+    NaiveBayesModel model;
+    model.SetThreshold(1);
+    model.AddPredictorVar("a", nullptr);
+    model.SetPredCounts(0, {{1}});
+    EXPECT_NE(DisplayText(model).find("stats:Begin NBayesInputBase object."), std::string::npos);
+}
+
+TEST(DisplayModelDeathTest, StopsWithAMessage_WhenAnEncoderIsNull) {
+    NaiveBayesModel model;
+    model.AddEncoder(nullptr);
+    EXPECT_DEATH(DisplayText(model), "a part of the model that scoring needs does not exist");
+}
+
+}  // namespace

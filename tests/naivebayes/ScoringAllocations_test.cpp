@@ -1,0 +1,90 @@
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+#include "ModelParts.h"
+#include "ScoredCase.h"
+
+namespace {
+
+std::atomic<long> allocations{0};
+
+void* Allocate(std::size_t size) {
+    ++allocations;
+    if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
+    throw std::bad_alloc();
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    return Allocate(size);
+}
+void* operator new[](std::size_t size) {
+    return Allocate(size);
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+void operator delete[](void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+namespace {
+
+using nbscore::test::MakeModel;
+using nbscore::test::TextVariable;
+
+/// Texts too long to be held without memory of their own.
+const std::string longYes(100, 'y');
+const std::string longNo(90, 'n');
+const std::string longCategory(80, 'c');
+
+TEST(ScoringAllocations, AreTheTemporariesAlone_WhenAResultIsUsedAgain) {
+    const auto model = MakeModel(0.01, TextVariable("target", {longYes, longNo}), {5, 4},
+                                 {{"x", {longCategory, "b"}, {{1, 2}, {3, 1}}}, {"y", {"a", "b"}, {{0, 2}, {4, 1}}}});
+    BaseCaseRecord record({"x", "y"});
+    record.SetText(0, longCategory);
+    record.SetText(1, "b");
+    ScoreResult* result = nullptr;
+    model->GetScore(&record, result, false);
+    record.SetText(1, "a");
+    model->GetScore(&record, result, false);
+    record.SetText(1, "b");
+
+    const long before = allocations;
+    model->GetScore(&record, result, false);
+    const long used = allocations - before;
+    const std::unique_ptr<ScoreResult> owned(result);
+    EXPECT_GT(used, 0);
+    // The encoded case and the probabilities.
+    EXPECT_LE(used, 2);
+}
+
+TEST(ScoringAllocations, DoNotGrowWithTheNumberOfCategories_WhenAResultIsUsedAgain) {
+    std::vector<std::string> values;
+    for (int i = 0; i < 500; ++i)
+        values.push_back("category " + std::to_string(i) + std::string(50, '.'));
+    const auto model = MakeModel(0.01, TextVariable("target", values), std::vector<double>(500, 2.0),
+                                 {{"x", {"a"}, {std::vector<double>(500, 1.0)}}});
+    BaseCaseRecord record({"x"});
+    record.SetText(0, "a");
+    ScoreResult* result = nullptr;
+    model->GetScore(&record, result, false);
+
+    const long before = allocations;
+    model->GetScore(&record, result, false);
+    const long used = allocations - before;
+    const std::unique_ptr<ScoreResult> owned(result);
+    EXPECT_LE(used, 2);
+}
+
+}  // namespace
