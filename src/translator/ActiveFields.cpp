@@ -1,0 +1,20 @@
+#include "translator/ActiveFields.h"
+
+namespace nbscore {
+
+void ActiveFields::Append(const std::string& name) {
+    firstPositions.emplace(name, numFields);
+    ++numFields;
+}
+
+int ActiveFields::IndexOf(const std::string& name) const {
+    const auto position = firstPositions.find(name);
+    return position == firstPositions.end() ? notFound : position->second;
+}
+
+void ActiveFields::Clear() {
+    numFields = 0;
+    firstPositions.clear();
+}
+
+}  // namespace nbscore

@@ -1,0 +1,165 @@
+#include "translator/BayesInputReader.h"
+
+#include <xercesc/dom/DOMElement.hpp>
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "framework/BaseTranslator.h"
+#include "framework/xml/Refusal.h"
+#include "translator/AttributeText.h"
+#include "translator/DiscretizationReader.h"
+#include "translator/ElementNames.h"
+#include "translator/ElementWalk.h"
+#include "translator/EncoderFactory.h"
+#include "translator/TargetValueCountsReader.h"
+
+using xercesc::DOMElement;
+
+namespace nbscore {
+
+namespace {
+
+constexpr const char* unknownValue = "Input value not found in DataDictionary.";
+
+class InputReader {
+public:
+    InputReader(const DOMElement& inputElement, DocumentReading& documentReading)
+        : input(inputElement),
+          reading(documentReading),
+          name(RequiredText(reading.transcoder, input, attribute::fieldName)),
+          tableCells(reading.cells) {}
+
+    void Read();
+
+private:
+    const ScoreDictVar& FindVar();
+    std::unique_ptr<INBVeskEncoder> MakeEncoder(const ScoreDictVar& var);
+    void ReadPairCounts(const DOMElement& pairCounts);
+    std::size_t FindRow(const DOMElement& pairCounts);
+    void StoreRow(const DOMElement& pairCounts, std::size_t row, std::vector<double> rowCounts);
+    void FinishCounts(int predictorIndex);
+
+    const DOMElement& input;
+    DocumentReading& reading;
+    const std::string name;
+    /// The next child of the input to be read.
+    const DOMElement* nextChild = nullptr;
+    INBVeskEncoder* encoder = nullptr;
+    /// Whether the input's values are declared, or taught by its counts.
+    bool valuesKnown = false;
+    NBayesInputBase::Matrix counts;
+    /// How many counts stand in all rows together.
+    std::size_t numCounts = 0;
+    TableCells tableCells;
+};
+
+void InputReader::Read() {
+    const int predictorIndex = reading.activeFields.IndexOf(name);
+    if (predictorIndex == ActiveFields::notFound) {
+        throw RefusalAt(&input, VeskException::UnknownInput, "Input not found in MiningSchema.");
+    }
+    const ScoreDictVar& var = FindVar();
+    reading.model.AddPredictorVar(name, &var);
+    encoder = &reading.model.AddEncoder(predictorIndex, MakeEncoder(var));
+
+    const int numCategories = encoder->GetNumCategories();
+    valuesKnown = numCategories > 0;
+    if (valuesKnown) counts.resize(static_cast<std::size_t>(numCategories));
+    for (; nextChild != nullptr; nextChild = BaseTranslator::GetNextSiblingElt(nextChild))
+        ReadPairCounts(*nextChild);
+    FinishCounts(predictorIndex);
+}
+
+const ScoreDictVar& InputReader::FindVar() {
+    const ScoreDictVar* var = reading.dictionary.GetVar(name);
+    if (var == nullptr && reading.derivedFields != nullptr) {
+        var = reading.derivedFields->GetVar(name);
+        reading.model.SetNeedDerivedPredictor(true);
+    }
+    if (var == nullptr) {
+        // The name and the text stand together without a blank.
+        throw RefusalAt(&input, VeskException::UnknownVariable, name + "Variable name not found in dictionary.");
+    }
+    return *var;
+}
+
+std::unique_ptr<INBVeskEncoder> InputReader::MakeEncoder(const ScoreDictVar& var) {
+    nextChild = BaseTranslator::GetFirstChildElt(&input);
+    const int level = var.GetMeasureLevel();
+    if (level == ScoreDictVar::Ordinal || level == ScoreDictVar::Categorical) {
+        reading.cells.Take(input, CellsOfEncoder(var));
+        return MakeCategoricalEncoder(var);
+    }
+    std::unique_ptr<INBVeskEncoder> binning = ReadDiscretization(reading.transcoder, nextChild, &input);
+    nextChild = BaseTranslator::GetNextSiblingElt(nextChild);
+    return binning;
+}
+
+void InputReader::ReadPairCounts(const DOMElement& pairCounts) {
+    RequireName(&pairCounts, element::pairCounts, &input, VeskException::UnexpectedElement,
+                "Only PairCounts elements are allowed here.");
+    const std::size_t row = FindRow(pairCounts);
+    std::vector<double> rowCounts = ReadTargetValueCounts(reading.transcoder, pairCounts, reading.target.encoder.get(),
+                                                          {.selfLearning = reading.model.IsSelfLearning(),
+                                                           .addUnknownValues = !reading.target.known,
+                                                           .outputMode = false});
+    StoreRow(pairCounts, row, std::move(rowCounts));
+}
+
+/// Of a repeated value the last row counts; it takes the place of the one before.
+void InputReader::StoreRow(const DOMElement& pairCounts, std::size_t row, std::vector<double> rowCounts) {
+    const std::size_t numRows = std::max(counts.size(), row + 1);
+    if (row < counts.size()) numCounts -= counts[row].size();
+    numCounts += rowCounts.size();
+    tableCells.Require(pairCounts, numRows, numCounts);
+    counts.resize(numRows);
+    counts[row] = std::move(rowCounts);
+}
+
+std::size_t InputReader::FindRow(const DOMElement& pairCounts) {
+    int row = INBVeskEncoder::unknownCategory;
+    if (encoder->GetEncoderType() == INBVeskEncoder::Binning) {
+        row = IntAt(&pairCounts, BaseTranslator::GetAttributeForced(&pairCounts, attribute::value));
+        RequireIndexInRange(pairCounts, row, "Bin number of input '" + name + "'");
+    } else {
+        const std::string value = RequiredText(reading.transcoder, pairCounts, attribute::value);
+        row = valuesKnown ? encoder->GetCategory(value) : encoder->AddCategory(value);
+    }
+    if (row < 0) throw RefusalAt(&pairCounts, VeskException::UnknownInput, unknownValue);
+    return static_cast<std::size_t>(row);
+}
+
+void InputReader::FinishCounts(int predictorIndex) {
+    if (counts.empty()) {
+        // A count table without rows would stop the process.
+        throw RefusalAt(&input, VeskException::InconsistentDocument,
+                        "Input '" + name + "' declares no values and has no PairCounts.");
+    }
+    const auto longest = std::max_element(counts.begin(), counts.end(),
+                                          [](const auto& a, const auto& b) { return a.size() < b.size(); });
+    // A table makes all its rows as long as the longest.
+    tableCells.Require(input, counts.size(), counts.size() * longest->size());
+    reading.model.SetPredCounts(predictorIndex, counts);
+}
+
+}  // namespace
+
+int ReadBayesInputs(const DOMElement& inputs, DocumentReading& reading) {
+    int numInputs = 0;
+    for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&inputs); child != nullptr;
+         child = BaseTranslator::GetNextSiblingElt(child)) {
+        if (HasName(child, element::extension)) continue;
+        RequireName(child, element::bayesInput, &inputs, VeskException::InconsistentDocument,
+                    "Only BayesInput elements are allowed here.");
+        ++numInputs;
+        InputReader(*child, reading).Read();
+    }
+    return numInputs;
+}
+
+}  // namespace nbscore

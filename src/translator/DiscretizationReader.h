@@ -1,0 +1,25 @@
+#pragma once
+
+#include <memory>
+
+#include "framework/Transcoder.h"
+#include "framework/XmlFwd.h"
+#include "naivebayes/NBinningEncoder.h"
+
+namespace nbscore {
+
+/// Reads the DerivedField of a continuous input, whose Discretize lists the bins, into an encoder.
+///
+/// The cutpoints are the left margins of all bins but the first, in document order; each must equal the right
+/// margin of the bin before. Their order is not looked at, nor on which side an Interval is closed: the
+/// encoder has a rule of its own for a value that equals a cutpoint.
+///
+/// Throws VeskException 6 for another element, after two lines on the standard error stream; 1 for another
+/// element inside it; 12 for margins that do not meet; 5 for fewer than two bins.
+/// @param derivedField may be null.
+/// @param parent where the fault stands then; may be null.
+std::unique_ptr<NBinningEncoder> ReadDiscretization(const Transcoder& transcoder,
+                                                    const xercesc::DOMElement* derivedField,
+                                                    const xercesc::DOMElement* parent);
+
+}  // namespace nbscore

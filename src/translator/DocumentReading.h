@@ -1,0 +1,27 @@
+#pragma once
+
+#include "framework/ScoreDictionary.h"
+#include "framework/Transcoder.h"
+#include "framework/TransformationDictionary.h"
+#include "translator/ActiveFields.h"
+#include "translator/CountLimits.h"
+#include "translator/ModelUnderConstruction.h"
+#include "translator/TargetCategories.h"
+
+namespace nbscore {
+
+/// What the readers of a document's parts share while it is read. It is gone when the document has been read.
+struct DocumentReading {
+    const Transcoder& transcoder;
+    /// Both dictionaries are the model's by now; the second is null when the document has no derived fields.
+    const ScoreDictionary& dictionary;
+    const TransformationDictionary* derivedFields;
+    ModelUnderConstruction& model;
+
+    TargetCategories target;
+    /// Of the model element being read.
+    ActiveFields activeFields;
+    CountCells cells;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <memory>
+
+#include "framework/XmlFwd.h"
+#include "translator/ModelUnderConstruction.h"
+
+namespace nbscore {
+
+/// The kind of model that a document asks for, still empty.
+///
+/// The first model element's algorithm decides; the dictionary's mark of a self-learning target counts only
+/// in a document that has no model element at all.
+/// @param firstModelElement null when the document has none.
+/// @param root where the fault stands then.
+std::unique_ptr<ModelUnderConstruction> MakeModel(const xercesc::DOMElement* firstModelElement,
+                                                  bool dictionaryMarksTarget, const xercesc::DOMElement& root);
+
+}  // namespace nbscore

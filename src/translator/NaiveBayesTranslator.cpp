@@ -1,0 +1,119 @@
+#include "translator/NaiveBayesTranslator.h"
+
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMElement.hpp>
+#include <xercesc/dom/DOMNodeList.hpp>
+
+#include <memory>
+#include <utility>
+
+#include "framework/VersionInfo.h"
+#include "framework/xml/Refusal.h"
+#include "translator/AttributeText.h"
+#include "translator/DictionaryExtensionReader.h"
+#include "translator/DiscretizationReader.h"
+#include "translator/DocumentReading.h"
+#include "translator/ElementNames.h"
+#include "translator/ModelElementReader.h"
+#include "translator/ModelMaker.h"
+
+using namespace nbscore;
+using xercesc::DOMDocument;
+using xercesc::DOMElement;
+using xercesc::DOMNodeList;
+
+namespace {
+
+const DOMElement& RootOf(const DOMDocument* document) {
+    const DOMElement* root = document != nullptr ? document->getDocumentElement() : nullptr;
+    if (root == nullptr) {
+        throw VeskException(VeskException::UnexpectedElement, "A document with a root element is required.");
+    }
+    return *root;
+}
+
+/// The item of a list of elements, or null.
+const DOMElement* ElementAt(const DOMNodeList& elements, int index) {
+    return static_cast<const DOMElement*>(elements.item(static_cast<XMLSize_t>(index)));
+}
+
+/// The version of the application that wrote the document, of the first Application element anywhere.
+std::string ReadVersion(const DOMDocument* document, const Transcoder& transcoder) {
+    const DOMNodeList* applications = BaseTranslator::GetElementsByTagName(document, element::application);
+    const DOMElement* application = ElementAt(*applications, 0);
+    const std::string version =
+        application != nullptr ? AttributeText(transcoder, *application, attribute::version) : std::string();
+    return version.empty() ? "2.1" : version;
+}
+
+/// What a document says before its model elements. Owned here until the model takes it.
+struct DocumentHead {
+    std::unique_ptr<ScoreVersionInfo> version;
+    std::unique_ptr<ScoreDictionary> dictionary;
+    std::unique_ptr<TransformationDictionary> derivedFields;
+};
+
+void GiveTo(ScoreModel& model, DocumentHead head) {
+    if (head.derivedFields != nullptr) model.SetTransformationScoreDictionary(head.derivedFields.release());
+    model.SetVersionInfo(head.version.release());
+    model.SetScoreDictionary(head.dictionary.release());
+}
+
+void ReadModels(const DOMNodeList& modelElements, const Transcoder& transcoder, DocumentHead head,
+                ModelUnderConstruction& construction) {
+    ScoreModel& model = construction.GetModel();
+    GiveTo(model, std::move(head));
+    DocumentReading reading{.transcoder = transcoder,
+                            .dictionary = *model.GetDictionary(),
+                            .derivedFields = model.GetTransformationDictionary(),
+                            .model = construction,
+                            .target = {},
+                            .activeFields = {},
+                            .cells = {}};
+    const int numElements = construction.NumModelElements(static_cast<int>(modelElements.getLength()));
+    for (int i = 0; i < numElements; ++i)
+        ReadModelElement(*ElementAt(modelElements, i), i, reading);
+}
+
+}  // namespace
+
+NaiveBayesTranslator::NaiveBayesTranslator(const std::string& nameOfDocument) : PMMLTranslator(nameOfDocument) {}
+NaiveBayesTranslator::~NaiveBayesTranslator() = default;
+
+ScoreModel* NaiveBayesTranslator::ParseFromTree(DOMDocument* document, const std::string& encoding) {
+    LeaveUnfinishedModel(nullptr);
+    CreateTranscoder(encoding);
+    const Transcoder& narrowing = *GetTranscoder();
+    const DOMElement& root = RootOf(document);
+    DocumentHead head;
+    head.version = std::make_unique<VersionInfo>(ReadVersion(document, narrowing));
+
+    const DOMElement* dataDictionary = GetChildByTagForced(&root, element::dataDictionary);
+    head.dictionary.reset(ParseDictionary(dataDictionary));
+    std::string markedTarget;
+    const bool dictionaryMarksTarget = ReadDictionaryExtension(narrowing, dataDictionary, markedTarget);
+    if (const DOMElement* derivedFields = GetChildByTag(&root, element::transformationDictionary)) {
+        head.derivedFields.reset(HandleTransformationDictionary(derivedFields, head.dictionary.get()));
+        head.derivedFields->SetUpDerivedCaseRecord();
+    }
+
+    const DOMNodeList& modelElements = *GetElementsByTagName(document, element::naiveBayesModel);
+    const std::unique_ptr<ModelUnderConstruction> construction =
+        MakeModel(ElementAt(modelElements, 0), dictionaryMarksTarget, root);
+    model = &construction->GetModel();
+    try {
+        ReadModels(modelElements, narrowing, std::move(head), *construction);
+    } catch (...) {
+        LeaveUnfinishedModel(construction->Release().release());
+        throw;
+    }
+    return construction->Release().release();
+}
+
+NBinningEncoder* NaiveBayesTranslator::ParseDiscretize(const NaiveBayesTranslator& translator,
+                                                       const DOMElement* derivedField) {
+    if (const Transcoder* transcoder = translator.GetTranscoder()) {
+        return ReadDiscretization(*transcoder, derivedField, nullptr).release();
+    }
+    return ReadDiscretization(Transcoder("UTF-8"), derivedField, nullptr).release();
+}

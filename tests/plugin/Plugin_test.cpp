@@ -1,0 +1,162 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "LoadedPlugin.h"
+#include "framework/BaseCaseRecord.h"
+#include "framework/BaseTranslator.h"
+#include "framework/ModelSelfCheck.h"
+#include "framework/PMMLTranslator.h"
+#include "framework/ScoreClsResult.h"
+#include "support/ParseDocument.h"
+
+namespace nbscore::test {
+namespace {
+
+/// Whether one plays, from the outlook.
+std::string Document(const std::string& moreFields = "", const std::string& inputs = R"(
+    <BayesInput fieldName="outlook">
+        <PairCounts value="sunny"><TargetValueCounts>
+            <TargetValueCount value="yes" count="3"/><TargetValueCount value="no" count="1"/>
+        </TargetValueCounts></PairCounts>
+        <PairCounts value="rain"><TargetValueCounts>
+            <TargetValueCount value="yes" count="2"/><TargetValueCount value="no" count="4"/>
+        </TargetValueCounts></PairCounts>
+    </BayesInput>)") {
+    return R"(<PMML version="4.4"><Header/><DataDictionary>
+        <DataField name="outlook" optype="categorical" dataType="string"><Value value="sunny"/><Value value="rain"/></DataField>
+        <DataField name="play" optype="categorical" dataType="string"><Value value="yes"/><Value value="no"/></DataField>
+    </DataDictionary>
+    <NaiveBayesModel functionName="classification" threshold="0.5"><MiningSchema>
+        <MiningField name="play" usageType="predicted"/>)" +
+           moreFields + R"(<MiningField name="outlook"/></MiningSchema><BayesInputs>)" + inputs + R"(</BayesInputs>
+    <BayesOutput fieldName="play"><TargetValueCounts>
+        <TargetValueCount value="yes" count="5"/><TargetValueCount value="no" count="5"/>
+    </TargetValueCounts></BayesOutput></NaiveBayesModel></PMML>)";
+}
+
+/// Parses and scores with the plug-in, and leaves nothing of its behind; the probability of "yes".
+double ProbabilityOfYes(const LoadedPlugin& plugin, const std::string& outlook) {
+    const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
+    const ParseOutcome outcome = ParseWith(*translator, Document());
+    BaseCaseRecord record({"outlook"});
+    record.SetText(0, outlook);
+    ScoreResult* scored = nullptr;
+    outcome.model->GetScore(&record, scored, false);
+    const std::unique_ptr<ScoreResult> result(scored);
+    return dynamic_cast<const ScoreClsResult&>(*result).GetAllValuePercent().at(0).second;
+}
+
+TEST(Plugin, ScoresACase_WhenLoadedAtRunTime) {
+    const LoadedPlugin plugin;
+    EXPECT_DOUBLE_EQ(ProbabilityOfYes(plugin, "sunny"), 3.5 / 5.0);
+    EXPECT_DOUBLE_EQ(ProbabilityOfYes(plugin, "rain"), 2.5 / 7.0);
+}
+
+TEST(Plugin, LeavesTheProcess_WhenUnloaded) {
+    ASSERT_FALSE(LoadedPlugin::IsInProcess());
+    {
+        const LoadedPlugin plugin;
+        EXPECT_TRUE(LoadedPlugin::IsInProcess());
+        ProbabilityOfYes(plugin, "sunny");
+    }
+    EXPECT_FALSE(LoadedPlugin::IsInProcess());
+}
+
+TEST(Plugin, ScoresAgain_WhenLoadedAgain) {
+    for (int i = 0; i < 3; ++i) {
+        const LoadedPlugin plugin;
+        EXPECT_DOUBLE_EQ(ProbabilityOfYes(plugin, "sunny"), 3.5 / 5.0);
+    }
+    EXPECT_FALSE(LoadedPlugin::IsInProcess());
+}
+
+TEST(Plugin, StaysInTheProcess_WhileAnyoneHasItLoaded) {
+    const LoadedPlugin first;
+    { const LoadedPlugin second; }
+    EXPECT_DOUBLE_EQ(ProbabilityOfYes(first, "sunny"), 3.5 / 5.0);
+}
+
+TEST(Plugin, ThrowsByValueAcrossTheEdge) {
+    const LoadedPlugin plugin;
+    const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
+    const ParseOutcome outcome = ParseWith(*translator, Document("", "\n<Fault/>"));
+    ASSERT_TRUE(outcome.refusal);
+    EXPECT_FALSE(outcome.thrownAsPointer);
+    EXPECT_EQ(outcome.refusal->GetCode(), 12);
+    EXPECT_EQ(outcome.refusal->GetMessage(), "Only BayesInput elements are allowed here.");
+    EXPECT_EQ(outcome.refusal->GetPlace().elementPath, "/PMML/NaiveBayesModel[1]/BayesInputs[1]/Fault[1]");
+}
+
+TEST(Plugin, ThrowsByValueAsAStandardException) {
+    const LoadedPlugin plugin;
+    const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
+    std::istringstream stream("<PMML><DataDictionary/></PMML>");
+    std::string what;
+    try {
+        translator->ParseFromTree(stream, "UTF-8");
+    } catch (const std::exception& fault) {
+        what = fault.what();
+    }
+    EXPECT_EQ(what, "<NaiveBayesModel> is required!");
+}
+
+TEST(Plugin, ThrowsAPointerAcrossTheEdge) {
+    const LoadedPlugin plugin;
+    const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
+    const ParseOutcome outcome =
+        ParseWith(*translator, Document(R"(<MiningField name="outlook" usageType="predicted"/>)"));
+    EXPECT_TRUE(outcome.thrownAsPointer);
+    ASSERT_TRUE(outcome.refusal);
+    EXPECT_EQ(outcome.refusal->GetMessage(), "Only one target is allowed.");
+}
+
+TEST(Plugin, LetsARefusalOutliveIt) {
+    ParseOutcome outcome;
+    {
+        const LoadedPlugin plugin;
+        const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
+        outcome = ParseWith(*translator, "<PMML><DataDictionary/></PMML>");
+    }
+    ASSERT_TRUE(outcome.refusal);
+    EXPECT_STREQ(outcome.refusal->what(), "<NaiveBayesModel> is required!");
+}
+
+TEST(Plugin, ShowsItsObjectsFrameworkFaces) {
+    const LoadedPlugin plugin;
+    const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
+    EXPECT_NE(dynamic_cast<BaseTranslator*>(translator.get()), nullptr);
+    EXPECT_NE(dynamic_cast<PMMLTranslator*>(translator.get()), nullptr);
+    const ParseOutcome outcome = ParseWith(*translator, Document());
+    ASSERT_TRUE(outcome.model);
+    const auto* selfCheck = dynamic_cast<const ModelSelfCheck*>(outcome.model.get());
+    ASSERT_NE(selfCheck, nullptr);
+    EXPECT_EQ(selfCheck->FindScoringObstacle(), "");
+}
+
+TEST(Plugin, HandsOverAnUnfinishedModelAcrossTheEdge) {
+    const LoadedPlugin plugin;
+    const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
+    ParseOutcome outcome;
+    VisitDocument(Document("", "<Fault/>"), [&](xercesc::DOMDocument& document, const Transcoder&) {
+        outcome = OutcomeOf([&] { return translator->ParseFromTree(&document, "UTF-8"); });
+    });
+    ASSERT_TRUE(outcome.refusal);
+    const std::unique_ptr<ScoreModel> unfinished(dynamic_cast<BaseTranslator&>(*translator).TakeUnfinishedModel());
+    ASSERT_TRUE(unfinished);
+    EXPECT_EQ(unfinished->GetModelType(), 21);
+}
+
+TEST(Plugin, HasNothingButItsFactoryUnderAPlainName) {
+    const LoadedPlugin plugin;
+    EXPECT_TRUE(plugin.HasSymbol("GiveMyTranslator"));
+    for (const char* name : {"PrintVector", "ParseFromTree", "ReadBayesInputs", "main", "_Z16GiveMyTranslatorv"}) {
+        EXPECT_FALSE(plugin.HasSymbol(name)) << name;
+    }
+}
+
+}  // namespace
+}  // namespace nbscore::test

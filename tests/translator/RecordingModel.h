@@ -1,0 +1,56 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "naivebayes/NaiveBayesModel.h"
+#include "translator/ModelUnderConstruction.h"
+
+namespace nbscore::test {
+
+/// A model under construction that writes down what the readers call, in order, and can pass for a self-learning
+/// one: what the readers do differently for that kind shows without the model itself.
+class RecordingModel : public ModelUnderConstruction {
+public:
+    explicit RecordingModel(bool actAsSelfLearning = false) : selfLearning(actAsSelfLearning) {}
+
+    ScoreModel& GetModel() override { return *model; }
+    std::unique_ptr<ScoreModel> Release() override { return std::move(model); }
+    bool IsSelfLearning() const override { return selfLearning; }
+    int NumModelElements(int inDocument) const override { return inDocument; }
+    void BeginSubModel(int modelIndex) override { Note("model " + std::to_string(modelIndex)); }
+    void SetThreshold(double) override { Note("threshold"); }
+    void SetTargetVar(const ScoreDictVar* target) override { Note("target " + target->GetName()); }
+    void SetNeedDerivedPredictor(bool need) override { Note(need ? "derived needed" : "derived not needed"); }
+    void AddPredictorVar(const std::string& name, const ScoreDictVar* var) override {
+        Note("var " + name + " " + var->GetName());
+    }
+    INBVeskEncoder& AddEncoder(int predictorIndex, std::unique_ptr<INBVeskEncoder> encoder) override {
+        Note("encoder " + std::to_string(predictorIndex));
+        encoders.push_back(std::move(encoder));
+        return *encoders.back();
+    }
+    void SetPredCounts(int predictorIndex, const NBayesInputBase::Matrix& counts) override {
+        Note("counts " + std::to_string(predictorIndex));
+        matrices.push_back(counts);
+    }
+    void SetTargetCounts(const std::vector<double>& counts) override {
+        Note("target counts");
+        targetCounts = counts;
+    }
+
+    std::vector<std::string> calls;
+    std::vector<NBayesInputBase::Matrix> matrices;
+    std::vector<std::unique_ptr<INBVeskEncoder>> encoders;
+    std::vector<double> targetCounts;
+
+private:
+    void Note(const std::string& call) { calls.push_back(call); }
+
+    bool selfLearning;
+    std::unique_ptr<ScoreModel> model = std::make_unique<NaiveBayesModel>();
+};
+
+}  // namespace nbscore::test
