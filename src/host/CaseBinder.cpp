@@ -1,0 +1,134 @@
+#include "host/CaseBinder.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "framework/NumberText.h"
+#include "framework/StringValue.h"
+#include "host/HostError.h"
+#include "host/MessageText.h"
+
+namespace nbscore {
+namespace {
+
+constexpr std::uint64_t headerLine = 1;
+constexpr std::size_t maxListedNames = 10;
+
+std::vector<const ScoreDictVar*> GetVariables(const ScoreDictionary* dictionary) {
+    std::vector<ScoreDictVar*> variables;
+    if (dictionary != nullptr) dictionary->GetAllVars(variables);
+    return {variables.begin(), variables.end()};
+}
+
+std::string ListNames(const std::vector<std::string>& names) {
+    std::string list;
+    for (std::size_t i = 0; i < std::min(names.size(), maxListedNames); ++i) {
+        list += (i == 0 ? "" : ", ") + QuoteForMessage(names[i]);
+    }
+    if (names.size() > maxListedNames) list += " and " + std::to_string(names.size() - maxListedNames) + " more";
+    return list;
+}
+
+}  // namespace
+
+CaseBinder::CaseBinder(const ScoreModel& model, const std::vector<std::string>& header, const std::string& sourceName,
+                       const CaseBinderOptions& binderOptions)
+    : source(sourceName),
+      options(binderOptions),
+      columnNames(header),
+      predictors(model.GetVarsOfRole(ScoreModel::PredictorRole)) {
+    IndexHeader();
+    std::size_t neededCount = 0;
+    std::vector<const ScoreDictVar*> fields = CollectFields(model, neededCount);
+    if (!options.allowMissingFields) {
+        RequireColumns({fields.begin(), fields.begin() + static_cast<std::ptrdiff_t>(neededCount)});
+    }
+    BindColumns(fields);
+}
+
+void CaseBinder::IndexHeader() {
+    for (std::size_t i = 0; i < columnNames.size(); ++i) {
+        const bool isNew = columnsByName.emplace(columnNames[i], i).second;
+        if (isNew) continue;
+        throw CaseDataError(source, headerLine,
+                            columnNames[i].empty()
+                                ? "the header has two columns without a name"
+                                : "the header has two columns named " + QuoteForMessage(columnNames[i]));
+    }
+}
+
+std::vector<const ScoreDictVar*> CaseBinder::CollectFields(const ScoreModel& model, std::size_t& neededCount) {
+    std::vector<const ScoreDictVar*> fields = GetVariables(predictors.get());
+    neededCount = fields.size();
+    if (model.GetTransformationDictionary() == nullptr) return fields;
+
+    std::unordered_set<std::string> taken;
+    for (const ScoreDictVar* field : fields) {
+        taken.insert(field->GetName());
+    }
+    if (const ScoreDictVar* target = model.GetTargetVar()) taken.insert(target->GetName());
+    for (const ScoreDictVar* field : GetVariables(model.GetDictionary())) {
+        const std::string name = field->GetName();
+        if (columnsByName.contains(name) && taken.insert(name).second) fields.push_back(field);
+    }
+    return fields;
+}
+
+void CaseBinder::RequireColumns(const std::vector<const ScoreDictVar*>& neededFields) const {
+    std::vector<std::string> lacking;
+    for (const ScoreDictVar* field : neededFields) {
+        if (!columnsByName.contains(field->GetName())) lacking.push_back(field->GetName());
+    }
+    if (lacking.empty()) return;
+    throw CaseDataError(source, headerLine,
+                        std::string("the header lacks the ") + (lacking.size() == 1 ? "column " : "columns ") +
+                            ListNames(lacking) + ", which the model needs");
+}
+
+void CaseBinder::BindColumns(const std::vector<const ScoreDictVar*>& fields) {
+    std::vector<std::string> names;
+    for (const ScoreDictVar* field : fields) {
+        const auto position = static_cast<int>(names.size());
+        names.push_back(field->GetName());
+        const auto column = columnsByName.find(names.back());
+        if (column == columnsByName.end()) continue;  // allowed to lack: absent in every case
+        const bool numeric = field->GetStorageType() == ScoreDictVar::NumericStorage;
+        columns.push_back({column->second, position, numeric, field});
+    }
+    record.emplace(names);
+}
+
+const ScoreCaseRecord& CaseBinder::Bind(const std::vector<std::string_view>& cells, std::uint64_t line) {
+    if (cells.size() != columnNames.size()) {
+        throw CaseDataError(source, line,
+                            "the row has " + std::to_string(cells.size()) + (cells.size() == 1 ? " cell" : " cells") +
+                                ", the header has " + std::to_string(columnNames.size()));
+    }
+    for (const BoundColumn& column : columns) {
+        const std::string_view cell = cells[column.column];
+        if (cell.empty()) {
+            record->SetAbsent(column.position);
+        } else if (column.numeric) {
+            BindNumber(column, cell, line);
+        } else {
+            record->SetText(column.position, cell);
+        }
+    }
+    return *record;
+}
+
+void CaseBinder::BindNumber(const BoundColumn& column, std::string_view cell, std::uint64_t line) {
+    if (const std::optional<double> number = ReadNumber(cell)) {
+        record->SetNumber(column.position, *number);
+        return;
+    }
+    const StringValue text{std::string(cell)};
+    if (options.badValues == BadValues::Stop && !column.var->IsMissingValue(&text)) {
+        throw CaseDataError(
+            source, line,
+            "column " + QuoteForMessage(columnNames[column.column]) + ": " + QuoteForMessage(cell) + " is no number");
+    }
+    record->SetAbsent(column.position);
+}
+
+}  // namespace nbscore

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "framework/BaseCaseRecord.h"
+#include "framework/ScoreModel.h"
+
+namespace nbscore {
+
+/// What to do with a text that is no number in a numeric field.
+enum class BadValues { Stop, Missing };
+
+struct CaseBinderOptions {
+    BadValues badValues = BadValues::Stop;
+    /// A field that the model needs and the table lacks is absent in every case, instead of an error.
+    bool allowMissingFields = false;
+};
+
+/// Turns the rows of a table into case records for one model.
+///
+/// The fields that a model needs are those with the predictor role, and, where the document has derived fields,
+/// every other field of its dictionary that the table happens to have, the target aside. An empty cell is an
+/// absent value. Cells of numeric fields are read as numbers; one whose text the field declares as a missing value
+/// is absent. Texts are taken as they stand.
+class CaseBinder {
+public:
+    /// @param model borrowed, to outlive the binder.
+    /// @param header the table's column names, from its first line. One of them may be empty. Throws CaseDataError
+    ///     when a name is given twice, or a needed one is not there.
+    CaseBinder(const ScoreModel& model, const std::vector<std::string>& header, const std::string& sourceName,
+               const CaseBinderOptions& options);
+
+    /// The record of one row, valid until the next call. Throws CaseDataError naming line, column and text for a
+    /// number that is none, and naming the line for a row with too many or too few cells.
+    const ScoreCaseRecord& Bind(const std::vector<std::string_view>& cells, std::uint64_t line);
+
+private:
+    struct BoundColumn {
+        std::size_t column;
+        int position;
+        bool numeric;
+        const ScoreDictVar* var;
+    };
+
+    void IndexHeader();
+    /// The fields to look for in the table; the needed ones come first.
+    std::vector<const ScoreDictVar*> CollectFields(const ScoreModel& model, std::size_t& neededCount);
+    void BindColumns(const std::vector<const ScoreDictVar*>& fields);
+    void RequireColumns(const std::vector<const ScoreDictVar*>& neededFields) const;
+    void BindNumber(const BoundColumn& column, std::string_view cell, std::uint64_t line);
+
+    std::string source;
+    CaseBinderOptions options;
+    std::vector<std::string> columnNames;
+    std::unordered_map<std::string_view, std::size_t> columnsByName;
+    std::unique_ptr<ScoreDictionary> predictors;  // owns the variables of the needed columns
+    std::vector<BoundColumn> columns;
+    std::optional<BaseCaseRecord> record;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,65 @@
+#include "host/FileSystemCalls.h"
+
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+#else
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+namespace nbscore {
+namespace {
+
+bool CloseAndSay(std::FILE* file) {
+    if (file == nullptr) return false;
+    static_cast<void>(std::fclose(file));
+    return true;
+}
+
+}  // namespace
+
+#ifdef _WIN32
+
+std::FILE* CreateNewFile(const std::filesystem::path& path) {
+    const int descriptor =
+        _wopen(path.c_str(), _O_CREAT | _O_EXCL | _O_WRONLY | _O_BINARY | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+    return descriptor < 0 ? nullptr : _fdopen(descriptor, "wb");
+}
+
+std::FILE* OpenForWriting(const std::filesystem::path& path) {
+    return _wfopen(path.c_str(), L"wb");
+}
+
+bool MayWriteTo(const std::filesystem::path& path) {
+    return CloseAndSay(_wfopen(path.c_str(), L"r+b"));
+}
+
+bool SyncToDisk(std::FILE* file) {
+    return _commit(_fileno(file)) == 0;
+}
+
+#else
+
+std::FILE* CreateNewFile(const std::filesystem::path& path) {
+    constexpr mode_t asTheUserWants = 0666;  // less what the process's mask takes away
+    const int descriptor = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, asTheUserWants);
+    return descriptor < 0 ? nullptr : fdopen(descriptor, "wb");
+}
+
+std::FILE* OpenForWriting(const std::filesystem::path& path) {
+    return std::fopen(path.c_str(), "wb");
+}
+
+bool MayWriteTo(const std::filesystem::path& path) {
+    return CloseAndSay(std::fopen(path.c_str(), "r+b"));
+}
+
+bool SyncToDisk(std::FILE* file) {
+    return fsync(fileno(file)) == 0;
+}
+
+#endif
+
+}  // namespace nbscore

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+namespace nbscore {
+
+/// A table of cases that cannot be taken as it stands: names the file, the line and the thing at fault.
+class CaseDataError : public std::runtime_error {
+public:
+    /// @param lineNumber from 1; 0 when no line is at fault.
+    CaseDataError(const std::string& sourceName, std::uint64_t lineNumber, const std::string& problem)
+        : std::runtime_error(sourceName + (lineNumber == 0 ? "" : ":" + std::to_string(lineNumber)) + ": " + problem) {}
+};
+
+/// Reading or writing failed: a file that is not there, a full disk, a closed pipe, a plug-in that does not load.
+class InputOutputError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// A model that was read but would stop the process when it scores. The message says why, without the file's name.
+class UnscorableModelError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The run was asked to stop (an interrupt from the keyboard, a request to terminate).
+class InterruptedError : public std::runtime_error {
+public:
+    explicit InterruptedError(int signalNumber) : std::runtime_error("interrupted"), signal(signalNumber) {}
+    int GetSignal() const { return signal; }
+
+private:
+    int signal;
+};
+
+}  // namespace nbscore

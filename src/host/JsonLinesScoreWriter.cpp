@@ -1,0 +1,48 @@
+#include "host/JsonLinesScoreWriter.h"
+
+#include "host/Classification.h"
+#include "host/JsonText.h"
+
+namespace nbscore {
+
+JsonLinesScoreWriter::JsonLinesScoreWriter(const ScoreDictVar& target, const ScoreWriterOptions& options)
+    : predictionOnly(options.predictionOnly),
+      numericTarget(target.GetStorageType() == ScoreDictVar::NumericStorage),
+      probabilities(target) {
+    for (const std::string& category : probabilities.GetNames()) {
+        std::string key = categoryKeys.empty() ? "" : ", ";
+        AppendJsonText(key, category);
+        categoryKeys.push_back(key + ": ");
+    }
+}
+
+void JsonLinesScoreWriter::AppendHeader(std::string&) {}
+
+void JsonLinesScoreWriter::AppendCase(std::string& text, const std::vector<std::string_view>&,
+                                      const ScoreResult& result) {
+    const ScoreClsResult& classification = RequireClassification(result);
+    text += "{\"prediction\": ";
+    AppendPrediction(text, *classification.GetPrediction());
+    if (!predictionOnly) {
+        text += ", \"confidence\": ";
+        AppendJsonNumber(text, classification.GetConfidence());
+        text += ", \"probabilities\": {";
+        const std::vector<double>& numbers = probabilities.Arrange(classification);
+        for (std::size_t i = 0; i < numbers.size(); ++i) {
+            text += categoryKeys[i];
+            AppendJsonNumber(text, numbers[i]);
+        }
+        text += '}';
+    }
+    text += "}\n";
+}
+
+void JsonLinesScoreWriter::AppendPrediction(std::string& text, const ScoreValue& prediction) const {
+    if (numericTarget) {
+        AppendJsonNumber(text, prediction.GetDouble());
+    } else {
+        AppendJsonText(text, prediction.GetString());
+    }
+}
+
+}  // namespace nbscore

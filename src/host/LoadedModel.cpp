@@ -1,0 +1,93 @@
+#include "host/LoadedModel.h"
+
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "framework/ModelSelfCheck.h"
+#include "framework/NumberText.h"
+#include "framework/VeskException.h"
+#include "host/HostError.h"
+#include "host/MessageText.h"
+#include "host/PathText.h"
+#include "host/PluginFailure.h"
+
+namespace nbscore {
+namespace {
+
+std::unique_ptr<ScoreModel> ReadDocument(const PluginLibrary& plugin, const std::string& document) {
+    try {
+        const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
+        return std::unique_ptr<ScoreModel>(translator->ParseFromTree(document, "UTF-8"));
+    } catch (...) {
+        RethrowPluginFailure("reading " + document);
+    }
+}
+
+/// A text that two values share exactly when they are equal: a number and a text never are, and 0 equals -0.
+std::string GetIdentity(const ScoreValue& value) {
+    if (value.GetType() == ScoreValue::Numeric) return "#" + FormatNumber(value.GetDouble() + 0.0);
+    return "$" + value.GetString();
+}
+
+std::string FindTargetObstacle(const ScoreDictVar* target) {
+    if (target == nullptr) return "The model has no target variable.";
+    const std::string name = QuoteForMessage(target->GetName());
+    const ScoreValueLabelSet* const labels = target->GetValueLabelSet();
+    if (labels == nullptr || labels->GetValueLabels().empty()) {
+        return "The target variable " + name + " declares no values.";
+    }
+    std::unordered_set<std::string> seen;
+    for (const ScoreValueLabel& label : labels->GetValueLabels()) {
+        if (seen.insert(GetIdentity(*label.GetValue())).second) continue;
+        return "The target variable " + name + " declares the value " + QuoteForMessage(label.GetValue()->GetString()) +
+               " twice.";
+    }
+    return {};
+}
+
+/// Schemas that name different targets: what was counted for one would be read as counts of the other.
+std::string FindSecondTarget(const ScoreModel& model) {
+    if (model.GetDictionary() == nullptr) return {};
+    std::vector<ScoreDictVar*> vars;
+    model.GetDictionary()->GetAllVars(vars);
+    const ScoreDictVar* first = nullptr;
+    for (const ScoreDictVar* var : vars) {
+        if (model.GetVarRole(var) != ScoreModel::TargetRole) continue;
+        if (first != nullptr) {
+            return "The model has more than one target variable: " + QuoteForMessage(first->GetName()) + " and " +
+                   QuoteForMessage(var->GetName()) + ".";
+        }
+        first = var;
+    }
+    return {};
+}
+
+std::string FindObstacle(const ScoreModel& model) {
+    std::string obstacle = FindTargetObstacle(model.GetTargetVar());
+    if (obstacle.empty()) obstacle = FindSecondTarget(model);
+    if (!obstacle.empty()) return obstacle;
+    const auto* const check = dynamic_cast<const ModelSelfCheck*>(&model);
+    return check == nullptr ? std::string() : check->FindScoringObstacle();
+}
+
+}  // namespace
+
+LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const std::filesystem::path& document) {
+    const std::string documentName = ToUtf8(document);
+    try {
+        std::unique_ptr<ScoreModel> model = ReadDocument(*plugin, documentName);
+        if (!model) throw InputOutputError("reading " + documentName + " gave no model");
+        return {std::move(plugin), std::move(model)};
+    } catch (const VeskException& refusal) {
+        if (refusal.GetCode() != VeskException::UnreadableSource) throw;
+        throw InputOutputError(refusal.GetMessage());  // which names the file
+    }
+}
+
+void LoadedModel::RequireScorable() const {
+    const std::string obstacle = FindObstacle(*model);
+    if (!obstacle.empty()) throw UnscorableModelError(obstacle);
+}
+
+}  // namespace nbscore

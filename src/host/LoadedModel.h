@@ -1,0 +1,38 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <utility>
+
+#include "framework/ScoreModel.h"
+#include "host/PluginLibrary.h"
+
+namespace nbscore {
+
+/// A model and the plug-in that it came from, which stays loaded as long as the model lives.
+class LoadedModel {
+public:
+    /// Reads a document with a plug-in. Throws VeskException when the document is refused (by value, also where
+    /// the plug-in throws a pointer) and InputOutputError when its file cannot be read.
+    static LoadedModel Read(std::shared_ptr<PluginLibrary> plugin, const std::filesystem::path& document);
+
+    /// Takes a model over.
+    /// @param owner the plug-in that made it; null for a model whose code is part of the program.
+    LoadedModel(std::shared_ptr<PluginLibrary> owner, std::unique_ptr<ScoreModel> readModel)
+        : plugin(std::move(owner)), model(std::move(readModel)) {}
+    LoadedModel(LoadedModel&&) = default;
+    /// Would let go of the old plug-in before the old model.
+    LoadedModel& operator=(LoadedModel&&) = delete;
+
+    ScoreModel& Get() const { return *model; }
+
+    /// Throws UnscorableModelError when scoring would stop the process: a target without declared values or with
+    /// one declared twice, more than one target, or whatever the model itself finds wrong.
+    void RequireScorable() const;
+
+private:
+    std::shared_ptr<PluginLibrary> plugin;  // declared first, so that it goes last
+    std::unique_ptr<ScoreModel> model;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,31 @@
+#include "host/MessageText.h"
+
+namespace nbscore {
+namespace {
+
+constexpr std::size_t maxShownBytes = 80;
+
+/// The longest front of at most so many bytes that cuts no UTF-8 character in two.
+std::string_view CutAtCharacter(std::string_view text, std::size_t maxBytes) {
+    if (text.size() <= maxBytes) return text;
+    std::size_t length = maxBytes;
+    while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U) {
+        --length;
+    }
+    return text.substr(0, length);
+}
+
+}  // namespace
+
+std::string QuoteForMessage(std::string_view text) {
+    const std::string_view shown = CutAtCharacter(text, maxShownBytes);
+    std::string quoted = "\"";
+    for (const char character : shown) {
+        const auto code = static_cast<unsigned char>(character);
+        quoted += code < 0x20 || code == 0x7F ? '?' : character;
+    }
+    if (shown.size() < text.size()) quoted += "...";
+    return quoted + '"';
+}
+
+}  // namespace nbscore

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string_view>
+
+namespace nbscore {
+
+/// Where a run's output goes.
+class OutputSink {
+public:
+    virtual ~OutputSink() = default;
+
+    /// Takes bytes over; throws InputOutputError when they cannot be written.
+    virtual void Write(std::string_view bytes) = 0;
+    /// Makes everything written final, at the end of a run that went well; throws InputOutputError otherwise.
+    virtual void Commit() = 0;
+};
+
+}  // namespace nbscore

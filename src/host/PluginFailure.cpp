@@ -1,0 +1,29 @@
+#include "host/PluginFailure.h"
+
+#include <exception>
+#include <memory>
+
+#include "framework/VeskException.h"
+#include "host/HostError.h"
+
+namespace nbscore {
+
+void RethrowPluginFailure(const std::string& whatWasDone) {
+    try {
+        throw;
+    } catch (const VeskException*
+                 thrown) {  // NOLINT(misc-throw-by-value-catch-by-reference,cert-err09-cpp,cert-err61-cpp): plug-ins do
+        const std::unique_ptr<const VeskException> owned(thrown);
+        throw VeskException(*owned);
+    } catch (const VeskException& thrown) {
+        throw VeskException(thrown);  // a copy: the plug-in's may be of a class of its own
+    } catch (const InputOutputError& thrown) {
+        throw InputOutputError(thrown);
+    } catch (const std::exception& thrown) {
+        throw InputOutputError(whatWasDone + " failed: " + thrown.what());
+    } catch (...) {
+        throw InputOutputError(whatWasDone + " failed for a reason unknown");
+    }
+}
+
+}  // namespace nbscore

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "framework/ScoreTranslator.h"
+#include "host/SharedObject.h"
+
+namespace nbscore {
+
+/// A plug-in, loaded at run time and known only by its exported factory, GiveMyTranslator.
+///
+/// The library stays loaded while this object lives. Every object that it made must be gone before: LoadedModel
+/// takes care of that for models.
+class PluginLibrary {
+public:
+    /// Loads a library; throws InputOutputError when it is not there, does not load or exports no factory.
+    static std::shared_ptr<PluginLibrary> Load(const std::filesystem::path& path);
+    /// The plug-in that comes with this library: beside the program's executable file, or in the library folder next
+    /// to the executable's own, or beside the framework library that the program has loaded. Throws InputOutputError,
+    /// naming the places tried, when it is in none.
+    static std::filesystem::path FindBundled();
+    /// The same, looking in the given folders.
+    static std::filesystem::path FindBundled(const std::vector<std::filesystem::path>& folders);
+
+    /// A new translator. Throws InputOutputError when the plug-in gives none.
+    std::unique_ptr<ScoreTranslator> MakeTranslator() const;
+
+private:
+    using Factory = ScoreTranslator* (*)();
+
+    explicit PluginLibrary(const std::filesystem::path& path);
+
+    SharedObject library;
+    std::string pathText;
+    Factory factory;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,56 @@
+#include "host/ProgramFolders.h"
+
+#include "host/HostError.h"
+
+#ifdef _WIN32
+#include <windows.h>
+
+#include <string>
+#else
+#include <dlfcn.h>
+
+#include <system_error>
+
+#include "framework/NumberText.h"
+#endif
+
+namespace nbscore {
+
+#ifdef _WIN32
+
+std::filesystem::path GetExecutableFolder() {
+    constexpr DWORD longestPath = 32768;
+    std::wstring path(longestPath, L'\0');
+    const DWORD length = GetModuleFileNameW(nullptr, path.data(), longestPath);
+    if (length == 0 || length == longestPath) throw InputOutputError("cannot find this program's own file");
+    path.resize(length);
+    return std::filesystem::path(path).parent_path();
+}
+
+std::optional<std::filesystem::path> GetFrameworkFolder() {
+    // Libraries stand beside the program there.
+    return std::nullopt;
+}
+
+#else
+
+std::filesystem::path GetExecutableFolder() {
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (error) throw InputOutputError("cannot find this program's own file: " + error.message());
+    return program.parent_path();
+}
+
+std::optional<std::filesystem::path> GetFrameworkFolder() {
+    // Any function of the framework tells from which file it was loaded.
+    Dl_info module{};
+    if (dladdr(reinterpret_cast<const void*>(&ReadNumber), &module) == 0) return std::nullopt;
+    std::error_code error;
+    const std::filesystem::path file = std::filesystem::canonical(module.dli_fname, error);
+    if (error) return std::nullopt;
+    return file.parent_path();
+}
+
+#endif
+
+}  // namespace nbscore

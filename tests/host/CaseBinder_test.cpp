@@ -1,0 +1,201 @@
+#include "host/CaseBinder.h"
+
+#include <gtest/gtest.h>
+
+#include "FakeModel.h"
+#include "Message.h"
+#include "host/HostError.h"
+
+namespace nbscore::test {
+namespace {
+
+using Cells = std::vector<std::string_view>;
+
+/// Derived fields that nobody computes: their presence is what counts here.
+class NoDerivedFields : public TransformationDictionary {
+public:
+    void SetUpDerivedCaseRecord() override {}
+    const ScoreCaseRecord* GetValuesForDeriedVars(const ScoreCaseRecord*, const ScoreDictionary*) override {
+        return nullptr;
+    }
+    void GetDerivedVars(std::vector<ScoreDictVar*>& vars) const override { vars.clear(); }
+    ScoreDictVar* GetVar(const std::string&) const override { return nullptr; }
+};
+
+class CaseBinderTest : public testing::Test {
+protected:
+    CaseBinderTest() {
+        auto age = MakeNumberField("age");
+        age->AddMissingValue(std::make_unique<StringValue>("NA"));
+        age->AddMissingValue(std::make_unique<NumericValue>(-1.0));
+        model.AddField(std::move(age), ScoreModel::PredictorRole);
+        model.AddField(MakeTextField("sex"), ScoreModel::PredictorRole);
+        model.AddField(MakeTextField("survived", {"no", "yes"}), ScoreModel::TargetRole);
+        model.AddField(MakeNumberField("weight"), ScoreModel::NoRole);
+    }
+
+    CaseBinder Bind(const std::vector<std::string>& header) { return {model, header, "t.csv", options}; }
+    std::string GetHeaderFault(const std::vector<std::string>& header) {
+        return GetMessageOf<CaseDataError>([this, &header] { Bind(header); });
+    }
+
+    FakeModel model;
+    CaseBinderOptions options;
+};
+
+double GetNumber(const ScoreCaseRecord& record, const std::string& name) {
+    const ScoreValue* const value = record.GetValueByName(name);
+    if (value == nullptr || value->GetType() != ScoreValue::Numeric) {
+        ADD_FAILURE() << name << " is no number";
+        return 0.0;
+    }
+    return value->GetDouble();
+}
+
+std::string GetText(const ScoreCaseRecord& record, const std::string& name) {
+    const ScoreValue* const value = record.GetValueByName(name);
+    if (value == nullptr || value->GetType() != ScoreValue::String) {
+        ADD_FAILURE() << name << " is no text";
+        return {};
+    }
+    return value->GetString();
+}
+
+TEST_F(CaseBinderTest, NeededCellsAreBound_WhateverTheOrderOfColumns) {
+    CaseBinder binder = Bind({"survived", "sex", "other", "age"});
+    const ScoreCaseRecord& record = binder.Bind(Cells{"yes", "f", "x", "12.5"}, 2);
+    EXPECT_TRUE(record.IsIndexed());
+    EXPECT_EQ(GetNumber(record, "age"), 12.5);
+    EXPECT_EQ(GetText(record, "sex"), "f");
+    EXPECT_EQ(record.GetVarIndex("survived"), -1);
+    EXPECT_EQ(record.GetVarIndex("other"), -1);
+    EXPECT_EQ(record.GetVarIndex("weight"), -1);
+}
+
+TEST_F(CaseBinderTest, NothingOfTheRowBeforeIsLeft_WhenCellsAreEmpty) {
+    CaseBinder binder = Bind({"age", "sex"});
+    binder.Bind(Cells{"1", "m"}, 2);
+    const ScoreCaseRecord& record = binder.Bind(Cells{"", ""}, 3);
+    EXPECT_EQ(record.GetValueByName("age"), nullptr);
+    EXPECT_EQ(record.GetValueByName("sex"), nullptr);
+}
+
+TEST_F(CaseBinderTest, TextIsTakenAsItStands_WhenTheFieldHoldsTexts) {
+    CaseBinder binder = Bind({"age", "sex"});
+    EXPECT_EQ(GetText(binder.Bind(Cells{"1", " 007 "}, 2), "sex"), " 007 ");
+}
+
+TEST_F(CaseBinderTest, NumberIsRead_WhenBlanksStandAroundIt) {
+    CaseBinder binder = Bind({"age", "sex"});
+    EXPECT_EQ(GetNumber(binder.Bind(Cells{" 1e2 ", "m"}, 2), "age"), 100.0);
+}
+
+TEST_F(CaseBinderTest, RowIsRefusedWithPlaceAndText_WhenANumberIsNone) {
+    CaseBinder binder = Bind({"age", "sex"});
+    EXPECT_EQ(GetMessageOf<CaseDataError>([&binder] {
+                  binder.Bind(Cells{"12y", "m"}, 7);
+              }),
+              "t.csv:7: column \"age\": \"12y\" is no number");
+    for (const char* text : {" ", "nan", "inf", "0x10", "1e999", "1,5"}) {
+        EXPECT_THROW(binder.Bind(Cells{text, "m"}, 7), CaseDataError) << text;
+    }
+}
+
+TEST_F(CaseBinderTest, TextInTheMessageIsShort_WhenTheCellIsLong) {
+    CaseBinder binder = Bind({"age", "sex"});
+    std::string text = std::string(79, 'x') + "\xC3\xA4" + std::string(5000, 'y');
+    EXPECT_EQ(GetMessageOf<CaseDataError>([&binder, &text] {
+                  binder.Bind(Cells{text, "m"}, 2);
+              }),
+              "t.csv:2: column \"age\": \"" + std::string(79, 'x') + "...\" is no number");
+    text = "a\n\x1B[31mb";
+    EXPECT_EQ(GetMessageOf<CaseDataError>([&binder, &text] {
+                  binder.Bind(Cells{text, "m"}, 2);
+              }),
+              "t.csv:2: column \"age\": \"a??[31mb\" is no number");
+}
+
+TEST_F(CaseBinderTest, ValueIsAbsent_WhenBadValuesAreToBeMissing) {
+    options.badValues = BadValues::Missing;
+    CaseBinder binder = Bind({"age", "sex"});
+    EXPECT_EQ(binder.Bind(Cells{"12y", "m"}, 2).GetValueByName("age"), nullptr);
+}
+
+TEST_F(CaseBinderTest, ValueIsAbsent_WhenItsTextIsDeclaredMissing) {
+    CaseBinder binder = Bind({"age", "sex"});
+    EXPECT_EQ(binder.Bind(Cells{"NA", "m"}, 2).GetValueByName("age"), nullptr);
+    EXPECT_THROW(binder.Bind(Cells{"na", "m"}, 2), CaseDataError);
+}
+
+TEST_F(CaseBinderTest, NumberStaysForTheModelToJudge_WhenItIsDeclaredMissing) {
+    CaseBinder binder = Bind({"age", "sex"});
+    EXPECT_EQ(GetNumber(binder.Bind(Cells{"-1", "m"}, 2), "age"), -1.0);
+}
+
+TEST_F(CaseBinderTest, RowIsRefusedWithBothNumbers_WhenItHasTooManyOrTooFewCells) {
+    CaseBinder binder = Bind({"age", "sex"});
+    EXPECT_EQ(GetMessageOf<CaseDataError>([&binder] {
+                  binder.Bind(Cells{"1", "m", "x"}, 5);
+              }),
+              "t.csv:5: the row has 3 cells, the header has 2");
+    EXPECT_EQ(GetMessageOf<CaseDataError>([&binder] { binder.Bind(Cells{""}, 6); }),
+              "t.csv:6: the row has 1 cell, the header has 2");
+}
+
+TEST_F(CaseBinderTest, HeaderIsRefused_WhenANameComesTwice) {
+    EXPECT_EQ(GetHeaderFault({"age", "x", "sex", "x"}), "t.csv:1: the header has two columns named \"x\"");
+    EXPECT_EQ(GetHeaderFault({"", "age", "sex", ""}), "t.csv:1: the header has two columns without a name");
+}
+
+TEST_F(CaseBinderTest, HeaderIsTaken_WhenOneColumnHasNoName) {
+    CaseBinder binder = Bind({"", "age", "sex"});
+    EXPECT_EQ(GetNumber(binder.Bind(Cells{"7", "1", "m"}, 2), "age"), 1.0);
+}
+
+TEST_F(CaseBinderTest, HeaderIsRefusedWithEveryName_WhenNeededFieldsLack) {
+    EXPECT_EQ(GetHeaderFault({"age"}), "t.csv:1: the header lacks the column \"sex\", which the model needs");
+    EXPECT_EQ(GetHeaderFault({"Age", " sex"}),
+              "t.csv:1: the header lacks the columns \"age\", \"sex\", which the model needs");
+}
+
+TEST_F(CaseBinderTest, ListOfNamesIsShort_WhenManyFieldsLack) {
+    for (int i = 0; i < 20; ++i) {
+        model.AddField(MakeNumberField("f" + std::to_string(i)), ScoreModel::PredictorRole);
+    }
+    EXPECT_EQ(GetHeaderFault({"age", "sex"}),
+              "t.csv:1: the header lacks the columns \"f0\", \"f1\", \"f2\", \"f3\", \"f4\", \"f5\", \"f6\", \"f7\", "
+              "\"f8\", \"f9\" and 10 more, which the model needs");
+}
+
+TEST_F(CaseBinderTest, FieldIsAbsentInEveryCase_WhenItMayLack) {
+    options.allowMissingFields = true;
+    CaseBinder binder = Bind({"age"});
+    const ScoreCaseRecord& record = binder.Bind(Cells{"3"}, 2);
+    EXPECT_EQ(GetNumber(record, "age"), 3.0);
+    EXPECT_EQ(record.GetValueByName("sex"), nullptr);
+}
+
+TEST_F(CaseBinderTest, OtherFieldsAreBound_WhenThereAreDerivedFieldsToComputeFromThem) {
+    model.SetTransformationScoreDictionary(new NoDerivedFields);
+    CaseBinder binder = Bind({"weight", "survived", "age", "sex"});
+    const ScoreCaseRecord& record = binder.Bind(Cells{"80", "yes", "3", "m"}, 2);
+    EXPECT_EQ(GetNumber(record, "weight"), 80.0);
+    EXPECT_EQ(record.GetVarIndex("survived"), -1);
+    EXPECT_THROW(binder.Bind(Cells{"heavy", "yes", "3", "m"}, 3), CaseDataError);
+}
+
+TEST_F(CaseBinderTest, OtherFieldsMayLack_WhenThereAreDerivedFields) {
+    model.SetTransformationScoreDictionary(new NoDerivedFields);
+    CaseBinder binder = Bind({"age", "sex"});
+    EXPECT_EQ(binder.Bind(Cells{"3", "m"}, 2).GetVarIndex("weight"), -1);
+}
+
+TEST(CaseBinder, RecordIsEmpty_WhenTheModelNeedsNothing) {
+    FakeModel model;
+    model.AddField(MakeTextField("y", {"a"}), ScoreModel::TargetRole);
+    CaseBinder binder(model, {"x"}, "t.csv", {});
+    EXPECT_EQ(binder.Bind(Cells{"1"}, 2).GetValueByIndex(0), nullptr);
+}
+
+}  // namespace
+}  // namespace nbscore::test

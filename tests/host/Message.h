@@ -1,0 +1,24 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace nbscore::test {
+
+/// What an exception of this class says; a failed test when nothing of the class is thrown.
+template <typename Exception, typename Action>
+std::string GetMessageOf(Action action) {
+    try {
+        action();
+    } catch (const Exception& thrown) {
+        return thrown.what();
+    } catch (const std::exception& thrown) {
+        ADD_FAILURE() << "another class of exception: " << thrown.what();
+        return {};
+    }
+    ADD_FAILURE() << "nothing was thrown";
+    return {};
+}
+
+}  // namespace nbscore::test

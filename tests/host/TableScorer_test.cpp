@@ -1,0 +1,216 @@
+#include "host/TableScorer.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <sstream>
+
+#include "DribblingBuffer.h"
+#include "FakeModel.h"
+#include "Message.h"
+#include "host/HostError.h"
+#include "host/OutputFile.h"
+#include "support/TemporaryFolder.h"
+
+namespace nbscore::test {
+namespace {
+
+class TextSink : public OutputSink {
+public:
+    void Write(std::string_view bytes) override {
+        text += bytes;
+        ++writes;
+    }
+    void Commit() override { committed = true; }
+
+    std::string text;
+    int writes = 0;
+    bool committed = false;
+};
+
+/// Predicts "yes" with probability x, where x is what the case's only predictor says; 0 when it is absent.
+void ScoreByX(const ScoreDictVar& target, const ScoreCaseRecord& record, FakeResult& result) {
+    const ScoreValue* const value = record.GetValueByIndex(0);
+    const double x = value == nullptr ? 0.0 : value->GetDouble();
+    const auto& labels = target.GetValueLabelSet()->GetValueLabels();
+    result.SetPrediction(new StringValue(x > 0.5 ? "yes" : "no"));
+    result.SetConfidence(x > 0.5 ? x : 1.0 - x);
+    result.Clear();
+    result.AddValuePercent(labels[0].GetValue(), 1.0 - x);
+    result.AddValuePercent(labels[1].GetValue(), x);
+}
+
+class TableScorerTest : public testing::Test {
+protected:
+    TableScorerTest() : model(nullptr, std::make_unique<FakeModel>()) {
+        GetFake().AddField(MakeNumberField("x"), ScoreModel::PredictorRole);
+        GetFake().AddField(MakeTextField("y", {"no", "yes"}), ScoreModel::TargetRole);
+        GetFake().SetRule([this](const ScoreCaseRecord& record, FakeResult& result) {
+            ScoreByX(*GetFake().GetTargetVar(), record, result);
+        });
+    }
+
+    FakeModel& GetFake() { return static_cast<FakeModel&>(model.Get()); }
+
+    ScoringSummary Score(const std::string& table) {
+        std::istringstream input(table);
+        return ScoreTable(model, input, "t.csv", output, options, {});
+    }
+    std::string GetFault(const std::string& table) {
+        return GetMessageOf<CaseDataError>([this, &table] { Score(table); });
+    }
+
+    LoadedModel model;
+    TextSink output;
+    TableScorerOptions options;
+};
+
+const std::string tableOfThree = "id,x\na,0.25\n\"b\nb\",\nc,1\n";
+const std::string scoresOfThree =
+    "id,x,predicted_y,confidence,probability_no,probability_yes\n"
+    "a,0.25,no,0.75,0.75,0.25\n"
+    "\"b\nb\",,no,1,1,0\n"
+    "c,1,yes,1,0,1\n";
+
+TEST_F(TableScorerTest, EveryRowIsScored_InOrder) {
+    const ScoringSummary summary = Score(tableOfThree);
+    EXPECT_EQ(output.text, scoresOfThree);
+    EXPECT_EQ(summary.rows, 3U);
+    EXPECT_EQ(summary.firstNonFiniteLine, 0U);
+    EXPECT_FALSE(output.committed);
+}
+
+TEST_F(TableScorerTest, OutputIsTheSame_HoweverSlowlyInputComes) {
+    for (std::size_t size = 1; size <= tableOfThree.size(); ++size) {
+        output.text.clear();
+        DribblingBuffer buffer(tableOfThree, size);
+        std::istream input(&buffer);
+        ScoreTable(model, input, "t.csv", output, options, {});
+        EXPECT_EQ(output.text, scoresOfThree) << size;
+    }
+}
+
+TEST_F(TableScorerTest, JsonIsWritten_WhenAskedFor) {
+    options.output.format = ScoreFormat::JsonLines;
+    Score("x\n1\n");
+    EXPECT_EQ(output.text,
+              "{\"prediction\": \"yes\", \"confidence\": 1, \"probabilities\": {\"no\": 0, \"yes\": 1}}\n");
+}
+
+TEST_F(TableScorerTest, ModelsOwnSwitchIsSet_WhenOnlyThePredictionIsWanted) {
+    options.output.predictionOnly = true;
+    Score("x\n1\n");
+    EXPECT_TRUE(GetFake().GetPredictionOnly());
+    EXPECT_EQ(output.text, "x,predicted_y\n1,yes\n");
+    options.output.predictionOnly = false;
+    Score("x\n1\n");
+    EXPECT_FALSE(GetFake().GetPredictionOnly());
+}
+
+TEST_F(TableScorerTest, TableIsRefused_WhenItHasNoHeader) {
+    EXPECT_EQ(GetFault(""), "t.csv: the table is empty: it has no header");
+    options.allowEmpty = true;
+    EXPECT_EQ(GetFault("\xEF\xBB\xBF"), "t.csv: the table is empty: it has no header");
+}
+
+TEST_F(TableScorerTest, TableIsRefusedAndNothingIsWritten_WhenItHasNoCases) {
+    EXPECT_EQ(GetFault("x\n"), "t.csv: the table has a header and no cases");
+    EXPECT_EQ(output.writes, 0);
+}
+
+TEST_F(TableScorerTest, HeaderIsWritten_WhenATableMayBeEmpty) {
+    options.allowEmpty = true;
+    EXPECT_EQ(Score("x\n").rows, 0U);
+    EXPECT_EQ(output.text, "x,predicted_y,confidence,probability_no,probability_yes\n");
+}
+
+TEST_F(TableScorerTest, RowIsRefusedWithItsLine_WhenItIsBad) {
+    EXPECT_EQ(GetFault("id,x\n\"a\nb\",1\nc,one\n"), "t.csv:4: column \"x\": \"one\" is no number");
+    EXPECT_EQ(GetFault("id,x\na,1\n\n"), "t.csv:3: the row has 1 cell, the header has 2");
+    EXPECT_EQ(GetFault("id\na\n"), "t.csv:1: the header lacks the column \"x\", which the model needs");
+    EXPECT_EQ(output.writes, 0);
+}
+
+TEST_F(TableScorerTest, OptionsReachTheirParts_WhenSet) {
+    options.cases.badValues = BadValues::Missing;
+    options.delimiter = ';';
+    options.output.delimiter = '\t';
+    Score("x\n?\n");
+    EXPECT_EQ(output.text, "x\tpredicted_y\tconfidence\tprobability_no\tprobability_yes\n?\tno\t1\t1\t0\n");
+}
+
+TEST_F(TableScorerTest, FirstLineWithBrokenArithmeticIsTold_WhenThereIsOne) {
+    GetFake().SetRule([this](const ScoreCaseRecord& record, FakeResult& result) {
+        ScoreByX(*GetFake().GetTargetVar(), record, result);
+        const double x = record.GetValueByIndex(0)->GetDouble();
+        if (x == 2.0) result.SetConfidence(std::numeric_limits<double>::quiet_NaN());
+    });
+    EXPECT_EQ(Score("x\n1\n1\n2\n2\n").firstNonFiniteLine, 4U);
+    StringValue otherCategory("other");
+    GetFake().SetRule([this, &otherCategory](const ScoreCaseRecord& record, FakeResult& result) {
+        ScoreByX(*GetFake().GetTargetVar(), record, result);
+        result.AddValuePercent(&otherCategory, std::numeric_limits<double>::infinity());
+    });
+    EXPECT_EQ(Score("x\n1\n").firstNonFiniteLine, 2U);
+}
+
+TEST_F(TableScorerTest, OutputComesInBlocks_WhenThereIsMuch) {
+    std::string table = "x\n";
+    for (int i = 0; i < 50'000; ++i) {
+        table += "0.25\n";
+    }
+    EXPECT_EQ(Score(table).rows, 50'000U);
+    const std::size_t blocks = output.text.size() / 65'536 + 1;
+    EXPECT_EQ(static_cast<std::size_t>(output.writes), blocks);
+}
+
+TEST_F(TableScorerTest, ProgressIsTold_NowAndThenAndAtTheEnd) {
+    std::string table = "x\n";
+    for (int i = 0; i < 600; ++i) {
+        table += "1\n";
+    }
+    std::vector<std::uint64_t> rows;
+    std::uint64_t bytes = 0;
+    std::istringstream input(table);
+    ScoreTable(model, input, "t.csv", output, options, [&](const ScoringProgress& progress) {
+        rows.push_back(progress.rows);
+        bytes = progress.inputBytes;
+    });
+    EXPECT_EQ(rows, (std::vector<std::uint64_t>{256, 512, 600}));
+    EXPECT_EQ(bytes, table.size());
+}
+
+TEST_F(TableScorerTest, RunEnds_WhenProgressThrows) {
+    std::istringstream input("x\n1\n");
+    EXPECT_THROW(
+        ScoreTable(model, input, "t.csv", output, options, [](const ScoringProgress&) { throw InterruptedError(2); }),
+        InterruptedError);
+}
+
+TEST_F(TableScorerTest, ErrorOfTheModelIsReported_WhenScoringThrows) {
+    GetFake().SetRule([](const ScoreCaseRecord&, FakeResult&) { throw std::runtime_error("no idea"); });
+    std::istringstream input("x\n1\n");
+    EXPECT_EQ(GetMessageOf<InputOutputError>([&] { ScoreTable(model, input, "t.csv", output, options, {}); }),
+              "scoring failed: no idea");
+}
+
+TEST_F(TableScorerTest, FileIsReplacedByItsScores_WhenInputAndOutputAreOne) {
+    const TemporaryFolder folder;
+    WriteWholeFile(folder / "t.csv", tableOfThree);
+    {
+        std::ifstream input(folder / "t.csv", std::ios::binary);
+        OutputFile file(folder / "t.csv");
+        ScoreTable(model, input, "t.csv", file, options, {});
+        file.Commit();
+    }
+    EXPECT_EQ(ReadWholeFile(folder / "t.csv"), scoresOfThree);
+}
+
+TEST_F(TableScorerTest, FolderIsRefused_WhenItIsGivenAsTheTable) {
+    const TemporaryFolder folder;
+    std::ifstream input(folder.GetPath(), std::ios::binary);
+    EXPECT_THROW(ScoreTable(model, input, "t.csv", output, options, {}), InputOutputError);
+}
+
+}  // namespace
+}  // namespace nbscore::test
