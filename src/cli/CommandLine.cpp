@@ -1,0 +1,134 @@
+#include "cli/CommandLine.h"
+
+#include <algorithm>
+
+#include "cli/DisplayCommand.h"
+#include "cli/ExitStatus.h"
+#include "cli/HelpFormatter.h"
+#include "cli/Interrupts.h"
+#include "cli/OptionText.h"
+#include "cli/ScoreCommand.h"
+#include "host/HostError.h"
+
+namespace nbscore {
+
+namespace {
+
+constexpr const char* description = R"(Score tables of cases with Naive Bayes models written in PMML.
+
+A model is a PMML document with a Naive Bayes classifier in it. Given the values of some fields, it says which category of its target is the most probable one, and how probable each category is.)";
+
+constexpr const char* footer = R"(Examples:
+
+  Score every row of a table:
+    nbscore score model.pmml cases.csv -o scores.csv
+
+  Look into a model:
+    nbscore display model.pmml
+
+  See all options of a command, with more examples:
+    nbscore score --help)";
+
+void Print(Console& console, const std::string& text) {
+    console.results.Write(text);
+    console.results.Commit();
+}
+
+}  // namespace
+
+CommandLine::CommandLine() : app(description, "nbscore") {
+    app.footer(footer);
+    app.formatter(std::make_shared<HelpFormatter>());
+    app.require_subcommand(1);
+    app.allow_windows_style_options(false);
+    app.set_help_flag();
+    AddCommand(std::make_unique<ScoreCommand>(app));
+    AddCommand(std::make_unique<DisplayCommand>(app));
+    app.set_help_flag("-h,--help", "Show this help. After a command: the help of that command.");
+    app.set_version_flag("--version", "nbscore " + GetVersion(), "Show the version.");
+}
+
+void CommandLine::AddCommand(std::unique_ptr<Command> command) {
+    // Verbs inherit no help option, so that theirs comes last in their lists.
+    command->GetApp().set_help_flag("-h,--help", "Show this help.");
+    commands.push_back(std::move(command));
+}
+
+std::string CommandLine::GetVersion() {
+    return NBSCORE_VERSION;
+}
+
+int CommandLine::Run(const std::vector<std::string>& arguments, Console& console) noexcept {
+    try {
+        if (!AnswersByItself(arguments, console)) RunChosenCommand(console);
+        return static_cast<int>(ExitStatus::Fine);
+    } catch (...) {
+        return ReportError(console.messages, DescribeRun());
+    }
+}
+
+void CommandLine::RunChosenCommand(Console& console) {
+    try {
+        FindChosenCommand()->Run(console);
+    } catch (const InputOutputError&) {
+        // A signal makes the system call fail that it finds at work: the stop is what happened, not the failure.
+        Interrupts::ThrowIfRequested();
+        throw;
+    }
+}
+
+/// Parses the arguments, and answers those that ask the command about itself.
+bool CommandLine::AnswersByItself(const std::vector<std::string>& arguments, Console& console) {
+    RequireKnownVerb(arguments);
+    try {
+        // Handed over last first, as the parser takes them from the end.
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        return false;
+    } catch (const CLI::CallForHelp&) {
+        Print(console, app.help());
+    } catch (const CLI::CallForVersion& version) {
+        Print(console, std::string(version.what()) + '\n');
+    } catch (const CLI::RequiredError&) {
+        // A misspelled option is the better explanation of a missing argument.
+        RefuseUnknownArguments();
+        throw;
+    } catch (const CLI::ExtrasError&) {
+        RefuseUnknownArguments();
+        throw;
+    }
+    return true;
+}
+
+void CommandLine::RefuseUnknownArguments() const {
+    const std::vector<std::string> unknown = app.remaining(true);
+    if (unknown.empty()) return;
+    const bool option = unknown.front().starts_with('-');
+    throw CLI::ValidationError("'" + unknown.front() + (option ? "' is not an option here" : "' was not expected"));
+}
+
+/// The parser would only say that a verb is missing, and not which word is none.
+void CommandLine::RequireKnownVerb(const std::vector<std::string>& arguments) const {
+    if (arguments.empty()) throw CLI::ValidationError("no command was given");
+    const auto isWord = [](const std::string& argument) { return argument.empty() || argument.front() != '-'; };
+    const auto word = std::find_if(arguments.begin(), arguments.end(), isWord);
+    if (word == arguments.end()) return;
+    const auto isNamed = [&word](const CLI::App* verb) { return verb->get_name() == *word; };
+    const std::vector<const CLI::App*> verbs = GetVerbs(app);
+    if (std::none_of(verbs.begin(), verbs.end(), isNamed)) {
+        throw CLI::ValidationError("'" + *word + "' is not a command");
+    }
+}
+
+Command* CommandLine::FindChosenCommand() const {
+    const auto isChosen = [](const std::unique_ptr<Command>& command) { return command->GetApp().parsed(); };
+    const auto chosen = std::find_if(commands.begin(), commands.end(), isChosen);
+    return chosen == commands.end() ? nullptr : chosen->get();
+}
+
+ErrorContext CommandLine::DescribeRun() const {
+    Command* command = FindChosenCommand();
+    if (command == nullptr) return {"", app.get_name() + " --help"};
+    return {command->GetDocumentName(), app.get_name() + ' ' + command->GetApp().get_name() + " --help"};
+}
+
+}  // namespace nbscore

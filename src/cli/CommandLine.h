@@ -1,0 +1,41 @@
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "cli/Command.h"
+#include "cli/Console.h"
+#include "cli/ErrorReport.h"
+
+namespace nbscore {
+
+/// The command nbscore with all its verbs. Runs once.
+class CommandLine {
+public:
+    CommandLine();
+
+    /// Runs the command with the arguments that follow its name, in UTF-8. Never throws: what goes wrong is
+    /// said on the console's messages, and in the exit status that is returned (see ExitStatus).
+    int Run(const std::vector<std::string>& arguments, Console& console) noexcept;
+
+    /// All verbs and options, for whoever describes them.
+    const CLI::App& GetApp() const { return app; }
+    static std::string GetVersion();
+
+private:
+    void AddCommand(std::unique_ptr<Command> command);
+    void RunChosenCommand(Console& console);
+    bool AnswersByItself(const std::vector<std::string>& arguments, Console& console);
+    void RefuseUnknownArguments() const;
+    void RequireKnownVerb(const std::vector<std::string>& arguments) const;
+    /// Null when the arguments named no verb, or none was parsed yet.
+    Command* FindChosenCommand() const;
+    ErrorContext DescribeRun() const;
+
+    CLI::App app;
+    std::vector<std::unique_ptr<Command>> commands;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace nbscore {
+
+/// A piece of a help text.
+struct HelpBlock {
+    enum class Kind {
+        Heading,    ///< a line of its own that ends in a colon; the colon is left out here
+        Paragraph,  ///< running text, to be broken into lines
+        Verbatim    ///< lines that begin with blanks, to be shown as they stand
+    };
+    Kind kind;
+    std::string text;
+};
+
+/// Takes a help text apart at its empty lines, so that the help and the manual page show the same text, each
+/// in its own way.
+std::vector<HelpBlock> ReadHelpText(std::string_view text);
+
+/// The first line of a help text: what lists show.
+std::string GetHelpSummary(const std::string& text);
+
+/// Appends running text in lines that end at column width or before. The first begins where the caller
+/// stands, which must be column indent; the others are indented. A word that is longer than a line stands on
+/// a line of its own.
+void AppendWrapped(std::string& out, std::string_view text, std::size_t indent, std::size_t width);
+
+}  // namespace nbscore

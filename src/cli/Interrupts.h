@@ -1,0 +1,27 @@
+#pragma once
+
+namespace nbscore {
+
+/// While one of these lives, a request to stop (SIGINT, SIGTERM, SIGHUP) is noted instead of ending the
+/// process, so that the run can clean up after itself; and a write to a closed pipe fails instead of ending
+/// the process.
+///
+/// A signal that was ignored when the program started stays ignored, as nohup needs. The second request is
+/// ignored as well, because terminals and their shells may both send one; the next one of that kind ends the
+/// process at once. At most one may live at a time. The static operations may be called at any time, from any
+/// thread.
+class Interrupts {
+public:
+    Interrupts();
+    ~Interrupts();
+    Interrupts(const Interrupts&) = delete;
+    Interrupts& operator=(const Interrupts&) = delete;
+
+    /// Throws InterruptedError when a stop was requested.
+    static void ThrowIfRequested();
+    /// Waits until there is something to read from a file descriptor, or its end; throws InterruptedError as
+    /// soon as a stop is requested.
+    static void WaitUntilReadable(int descriptor);
+};
+
+}  // namespace nbscore

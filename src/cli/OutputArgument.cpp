@@ -1,0 +1,29 @@
+#include "cli/OutputArgument.h"
+
+#include <system_error>
+
+#include "cli/ArgumentPath.h"
+
+namespace nbscore {
+
+void OutputArgument::Declare(CLI::App& app) {
+    app.add_option(
+           "-o,--output", destination,
+           "Write the result to FILE instead of standard output (which is also \"-\"). The file appears, or replaces "
+           "an earlier one, only when it is whole: a run that fails or is interrupted changes nothing.")
+        ->type_name("FILE")
+        ->check([](const std::string& text) { return text.empty() ? std::string("the name is empty") : ""; });
+}
+
+OpenedOutput OutputArgument::Open(Console& console, const std::string& modelDocument) const {
+    if (destination == "-") return {nullptr, console.results};
+    std::error_code absent;
+    if (std::filesystem::equivalent(PathFromArgument(destination), PathFromArgument(modelDocument), absent)) {
+        throw CLI::ValidationError("--output", "'" + destination + "' is the model's own document");
+    }
+    auto file = std::make_unique<OutputFile>(PathFromArgument(destination));
+    OutputSink& sink = *file;
+    return {std::move(file), sink};
+}
+
+}  // namespace nbscore

@@ -1,0 +1,134 @@
+#include "cli/ScoreCommand.h"
+
+#include <optional>
+
+#include "cli/ChoiceOption.h"
+#include "cli/Delimiter.h"
+#include "cli/Interrupts.h"
+#include "cli/PrintableText.h"
+#include "cli/Progress.h"
+
+namespace nbscore {
+
+namespace {
+
+constexpr const char* description = R"(Score every row of a table with a model.
+
+MODEL is a PMML document with a Naive Bayes model. CASES is a table of comma-separated values in UTF-8: the first line names the columns, each further row is one case. Without CASES, or with "-", the table is read from standard input. Columns are matched to the model's fields by name, in any order; columns that the model does not know are passed on. An empty cell is a missing value. Texts are taken as they stand, blanks included; around a number blanks may stand.
+
+The result has one row for each case, in the same order: all columns of the input, then predicted_TARGET, confidence (the probability of the prediction) and probability_CATEGORY for each category of the target. With --format jsonl it has one JSON object for each case instead.
+
+Rows are written as they are read, in bounded memory, so a table may have any size; with --output it may also be replaced by its own result. When the run is long and standard error is a terminal that does not show the results too, a line there tells how far it has come.)";
+
+constexpr const char* footer = R"(Examples:
+
+  Score a table and see the result:
+    nbscore score model.pmml cases.csv
+
+  Keep the result in a file, without the input's own columns:
+    nbscore score model.pmml cases.csv --only-scores -o scores.csv
+
+  Semicolons between cells, texts in numeric columns taken as missing:
+    nbscore score model.pmml cases.csv --delimiter ";" --bad-values missing
+
+  In a pipeline, as one JSON object a case:
+    zcat cases.csv.gz | nbscore score model.pmml --format jsonl --quiet)";
+
+bool ShowsProgress(const Console& console, const OpenedOutput& opened, bool quiet) {
+    const bool wouldMixWithResults = opened.file == nullptr && console.resultsAreTerminal;
+    return !quiet && console.messagesAreTerminal && !wouldMixWithResults;
+}
+
+void WarnOfBrokenArithmetic(Console& console, const std::string& source, std::uint64_t line) {
+    console.messages << "warning: " << MakePrintable(source) << ':' << line
+                     << ": a probability came out as no number or infinite here, and perhaps in later cases: the "
+                        "model's threshold or counts are too extreme for its arithmetic\n";
+}
+
+}  // namespace
+
+ScoreCommand::ScoreCommand(CLI::App& parent) : Command(parent, "score", description) {
+    app.footer(footer);
+    model.DeclareDocument(app);
+    app.add_option("CASES", cases, "The table of cases; \"-\" or nothing for standard input.")->type_name("");
+    output.Declare(app);
+    DeclareResultOptions();
+    DeclareTableOptions();
+    model.DeclarePlugin(app);
+    app.add_flag("--quiet", quiet, "Show no progress and no remarks. Errors and warnings are still shown.");
+}
+
+void ScoreCommand::DeclareResultOptions() {
+    AddChoice(app, "--format", options.output.format, {{"csv", ScoreFormat::Csv}, {"jsonl", ScoreFormat::JsonLines}},
+              "Write a table (csv, the default) or one JSON object for each case, each on a line (jsonl), which "
+              "never holds the input's columns.");
+    app.add_flag("--only-scores", options.output.onlyScores, "Leave the input's own columns out of the result.");
+    app.add_flag("--prediction-only", options.output.predictionOnly,
+                 "Give the prediction alone: no confidence, no probabilities.");
+    app.add_option("--prefix", options.output.prefix,
+                   "Begin the name of each column that scoring adds with TEXT. Needed when the input has a column of "
+                   "the same name. Not for jsonl.")
+        ->type_name("TEXT");
+}
+
+void ScoreCommand::DeclareTableOptions() {
+    const auto takeDelimiter = [this](const std::string& text) {
+        const std::optional<char> delimiter = ReadDelimiter(text);
+        if (!delimiter) {
+            throw CLI::ValidationError("--delimiter", "'" + text +
+                                                          "' is not one ASCII character, or is a quote or a line "
+                                                          "break; for a tabulator say tab");
+        }
+        options.delimiter = options.output.delimiter = *delimiter;
+    };
+    app.add_option_function<std::string>("--delimiter", takeDelimiter,
+                                         "What stands between cells, in the input and in the result: one ASCII "
+                                         "character, or tab. A comma if not given.")
+        ->type_name("CHAR");
+    AddChoice(app, "--bad-values", options.cases.badValues,
+              {{"stop", BadValues::Stop}, {"missing", BadValues::Missing}},
+              "Where a numeric field holds a text that is no number: stop with an error (the default), or take the "
+              "value as missing.");
+    app.add_flag("--allow-missing-fields", options.cases.allowMissingFields,
+                 "Take a field that the model needs and the table lacks as missing in every case, instead of as an "
+                 "error.");
+    app.add_flag("--allow-empty", options.allowEmpty,
+                 "Accept a table with a header and no case; the result then has no case either.");
+}
+
+void ScoreCommand::RequireSensibleOptions() const {
+    if (options.output.format == ScoreFormat::JsonLines && !options.output.prefix.empty()) {
+        throw CLI::ValidationError("--prefix", "it names columns, and --format jsonl has none");
+    }
+}
+
+void ScoreCommand::Run(Console& console) {
+    RequireSensibleOptions();
+    LoadedModel loaded = model.Read();
+    loaded.RequireScorable();
+
+    CaseInput input(cases);
+    if (input.IsTyped() && !quiet) {
+        console.messages << "Type or paste a table: a line with the names of the columns, then a line for each case. "
+                            "End with Ctrl-D (Ctrl-Z on Windows).\n"
+                         << std::flush;
+    }
+    const OpenedOutput opened = output.Open(console, model.GetDocumentName());
+    const ScoringSummary summary = Score(loaded, input, opened, console);
+    Interrupts::ThrowIfRequested();
+    opened.sink.Commit();
+    if (summary.firstNonFiniteLine != 0) WarnOfBrokenArithmetic(console, input.GetName(), summary.firstNonFiniteLine);
+}
+
+ScoringSummary ScoreCommand::Score(LoadedModel& loaded, CaseInput& input, const OpenedOutput& opened,
+                                   Console& console) const {
+    std::optional<Progress> progress;
+    if (ShowsProgress(console, opened, quiet)) progress.emplace(console.messages, input.GetSize(), console.now);
+    const auto onProgress = [&progress](const ScoringProgress& state) {
+        Interrupts::ThrowIfRequested();
+        if (progress) progress->Update(state);
+    };
+    return ScoreTable(loaded, input.GetStream(), input.GetName(), opened.sink, options, onProgress);
+}
+
+}  // namespace nbscore

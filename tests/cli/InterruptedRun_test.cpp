@@ -1,0 +1,75 @@
+#include <sys/stat.h>
+
+#include <chrono>
+#include <csignal>
+#include <fstream>
+#include <thread>
+
+#include "cli/CommandTest.h"
+
+namespace nbscore::test {
+
+using testing::ElementsAre;
+
+namespace {
+
+class InterruptedRunTest : public CommandTest {
+protected:
+    /// Waits until the folder holds so many files: the run has come as far as its output.
+    void WaitForFiles(std::size_t count) const {
+        using namespace std::chrono_literals;
+        for (int i = 0; i < 6000 && folder.List().size() < count; ++i)
+            std::this_thread::sleep_for(10ms);
+        ASSERT_EQ(folder.List().size(), count);
+    }
+};
+
+}  // namespace
+
+TEST_F(InterruptedRunTest, LeavesNothingBehind_WhenItWaitsForAPipe) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        StartedCommand started(MakeCall({"score", "model.pmml", "-", "-o", "out.csv"}, fruitCases));
+        WaitForFiles(3);
+        started.SendSignal(signal);
+        const CommandResult result = started.Wait();
+        EXPECT_EQ(result.exitStatus, 128 + signal);
+        EXPECT_EQ(result.err, "interrupted\n");
+        EXPECT_THAT(folder.List(), ElementsAre("cases.csv", "model.pmml"));
+    }
+}
+
+TEST_F(InterruptedRunTest, KeepsAnEarlierFile) {
+    folder.Write("out.csv", "earlier");
+    StartedCommand started(MakeCall({"score", "model.pmml", "-", "-o", "out.csv"}, fruitCases));
+    WaitForFiles(4);
+    started.SendSignal(SIGINT);
+    EXPECT_EQ(started.Wait().exitStatus, 130);
+    EXPECT_EQ(folder.Read("out.csv"), "earlier");
+    EXPECT_THAT(folder.List(), ElementsAre("cases.csv", "model.pmml", "out.csv"));
+}
+
+TEST_F(InterruptedRunTest, EndsTheWaitForANamedPipesWriter) {
+    const std::string fifo = (folder.GetPath() / "fifo").string();
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    StartedCommand started(MakeCall({"score", "model.pmml", "fifo"}));
+    {
+        // Opening it waits until the run has it open, so the run is past its start.
+        std::ofstream writer(fifo);
+        started.SendSignal(SIGINT);
+        EXPECT_EQ(started.Wait().exitStatus, 130);
+    }
+}
+
+TEST_F(InterruptedRunTest, GoesOn_WhenTheSignalIsIgnoredAsUnderNohup) {
+    CommandCall call = MakeCall({"-c", "trap '' HUP; exec '" NBSCORE_COMMAND "' score model.pmml - -o out.csv"});
+    call.program = "/bin/sh";
+    StartedCommand started(call);
+    started.WriteInput(fruitCases);
+    WaitForFiles(3);
+    started.SendSignal(SIGHUP);
+    started.CloseInput();
+    EXPECT_EQ(started.Wait().exitStatus, 0);
+    EXPECT_THAT(folder.List(), ElementsAre("cases.csv", "model.pmml", "out.csv"));
+}
+
+}  // namespace nbscore::test

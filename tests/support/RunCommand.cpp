@@ -1,0 +1,137 @@
+#include "support/RunCommand.h"
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <system_error>
+
+namespace nbscore::test {
+
+namespace {
+
+constexpr unsigned secondsUntilKilled = 240;
+
+int Require(int answer, const char* what) {
+    if (answer < 0) throw std::system_error(errno, std::generic_category(), what);
+    return answer;
+}
+
+/// A file without a name. Output is captured in files, not in pipes, so that nobody has to read along.
+int OpenNamelessFile() {
+    std::string path = (std::filesystem::temp_directory_path() / "captured-XXXXXX").string();
+    const int descriptor = Require(mkostemp(path.data(), O_CLOEXEC), "mkostemp");
+    unlink(path.c_str());
+    return descriptor;
+}
+
+std::array<int, 2> OpenPipe() {
+    std::array<int, 2> ends;
+    Require(pipe2(ends.data(), O_CLOEXEC), "pipe2");
+    return ends;
+}
+
+int OpenOutput(const CommandCall& call) {
+    if (call.outputPath) return Require(open(call.outputPath->c_str(), O_WRONLY | O_CLOEXEC), "open");
+    if (!call.outputIsClosedPipe) return OpenNamelessFile();
+    const std::array<int, 2> ends = OpenPipe();
+    close(ends[0]);
+    return ends[1];
+}
+
+std::string ReadAll(int descriptor) {
+    std::string text;
+    std::array<char, 65536> piece;
+    lseek(descriptor, 0, SEEK_SET);
+    for (ssize_t count = 0; (count = read(descriptor, piece.data(), piece.size())) > 0;) {
+        text.append(piece.data(), static_cast<std::size_t>(count));
+    }
+    return text;
+}
+
+/// The child's side: never returns.
+[[noreturn]] void Become(const CommandCall& call, int in, int out, int err) {
+    // A test may run where signals are ignored, and ignored signals are inherited.
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE})
+        std::signal(signal, SIG_DFL);
+    alarm(secondsUntilKilled);
+    dup2(in, 0);
+    dup2(out, 1);
+    dup2(err, 2);
+    if (!call.workingFolder.empty() && chdir(call.workingFolder.c_str()) != 0) _exit(126);
+    for (const auto& [name, value] : call.environment)
+        setenv(name.c_str(), value.c_str(), 1);
+    std::string program = call.program.string();
+    std::vector<std::string> arguments = call.arguments;
+    std::vector<char*> pointers = {program.data()};
+    for (std::string& argument : arguments)
+        pointers.push_back(argument.data());
+    pointers.push_back(nullptr);
+    execv(program.c_str(), pointers.data());
+    _exit(127);
+}
+
+}  // namespace
+
+CommandResult RunCommand(const CommandCall& call) {
+    StartedCommand started(call);
+    started.CloseInput();
+    return started.Wait();
+}
+
+StartedCommand::StartedCommand(const CommandCall& call) {
+    // A program may end before it has read all of its input.
+    std::signal(SIGPIPE, SIG_IGN);
+    const std::array<int, 2> input = OpenPipe();
+    inputEnd = input[1];
+    outDescriptor = OpenOutput(call);
+    errDescriptor = OpenNamelessFile();
+    process = Require(fork(), "fork");
+    if (process == 0) Become(call, input[0], outDescriptor, errDescriptor);
+    close(input[0]);
+    WriteInput(call.standardInput);
+}
+
+StartedCommand::~StartedCommand() {
+    CloseInput();
+    if (process > 0) {
+        kill(process, SIGKILL);
+        waitpid(process, nullptr, 0);
+    }
+    close(outDescriptor);
+    close(errDescriptor);
+}
+
+void StartedCommand::WriteInput(std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t count = write(inputEnd, text.data(), text.size());
+        if (count < 0) return;
+        text.remove_prefix(static_cast<std::size_t>(count));
+    }
+}
+
+void StartedCommand::CloseInput() {
+    if (inputEnd >= 0) close(inputEnd);
+    inputEnd = -1;
+}
+
+void StartedCommand::SendSignal(int signal) {
+    Require(kill(process, signal), "kill");
+}
+
+CommandResult StartedCommand::Wait() {
+    int status = 0;
+    Require(waitpid(process, &status, 0), "waitpid");
+    process = -1;
+    CommandResult result;
+    result.exitStatus = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    result.out = ReadAll(outDescriptor);
+    result.err = ReadAll(errDescriptor);
+    return result;
+}
+
+}  // namespace nbscore::test

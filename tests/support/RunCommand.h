@@ -1,0 +1,61 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// @file
+/// Running a program as a process of its own, as a shell would.
+
+namespace nbscore::test {
+
+struct CommandCall {
+    std::filesystem::path program;
+    std::vector<std::string> arguments;
+    /// What the program reads from its standard input, a pipe.
+    std::string standardInput;
+    /// Set beside what the test itself has in its environment.
+    std::map<std::string, std::string> environment;
+    /// Where the program runs; here when empty.
+    std::filesystem::path workingFolder;
+    /// Where standard output goes instead of being captured, such as a device.
+    std::optional<std::filesystem::path> outputPath;
+    /// Standard output is a pipe whose other end is closed already.
+    bool outputIsClosedPipe = false;
+};
+
+struct CommandResult {
+    /// What the program returned, or -N when signal N killed it.
+    int exitStatus = 0;
+    std::string out;
+    std::string err;
+};
+
+/// Runs a program to its end. One that hangs is killed after some minutes.
+CommandResult RunCommand(const CommandCall& call);
+
+/// A program that is running, with the standard input of its call written and its input still open.
+class StartedCommand {
+public:
+    explicit StartedCommand(const CommandCall& call);
+    ~StartedCommand();
+    StartedCommand(const StartedCommand&) = delete;
+    StartedCommand& operator=(const StartedCommand&) = delete;
+
+    void WriteInput(std::string_view text);
+    void CloseInput();
+    void SendSignal(int signal);
+    /// Waits for the program's end. May be called once.
+    CommandResult Wait();
+
+private:
+    int inputEnd = -1;
+    int process = -1;
+    int outDescriptor = -1;
+    int errDescriptor = -1;
+};
+
+}  // namespace nbscore::test
