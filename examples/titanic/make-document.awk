@@ -1,0 +1,58 @@
+# Makes titanic.pmml out of figures.csv: awk -f make-document.awk figures.csv > titanic.pmml
+# Each line of the figures holds a class, a sex, an age group, and how many of these people died and survived.
+BEGIN { FS = "," }
+NR == 1 { inputs = NF - 2; for (i = 1; i <= inputs; ++i) name[i] = $i; next }
+{
+    for (i = 1; i <= inputs; ++i) {
+        if (!((i, $i) in known)) { known[i, $i] = 1; value[i, ++values[i]] = $i }
+        died[i, $i] += $(inputs + 1)
+        survived[i, $i] += $(inputs + 2)
+    }
+    allDied += $(inputs + 1)
+    allSurvived += $(inputs + 2)
+}
+function counts(indent, deaths, survivors) {
+    print indent "<TargetValueCounts>"
+    print indent "  <TargetValueCount value=\"no\" count=\"" deaths "\"/>"
+    print indent "  <TargetValueCount value=\"yes\" count=\"" survivors "\"/>"
+    print indent "</TargetValueCounts>"
+}
+END {
+    print "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
+    print "<PMML version=\"4.4\" xmlns=\"http://www.dmg.org/PMML-4_4\">"
+    print "  <Header description=\"Who survived the Titanic: 2,201 people by class, sex and age\">"
+    print "    <Application name=\"make-document.awk\" version=\"1.0\"/>"
+    print "  </Header>"
+    print "  <DataDictionary numberOfFields=\"" inputs + 1 "\">"
+    for (i = 1; i <= inputs; ++i) {
+        print "    <DataField name=\"" name[i] "\" optype=\"categorical\" dataType=\"string\">"
+        for (v = 1; v <= values[i]; ++v) print "      <Value value=\"" value[i, v] "\"/>"
+        print "    </DataField>"
+    }
+    print "    <DataField name=\"survived\" optype=\"categorical\" dataType=\"string\">"
+    print "      <Value value=\"no\"/>"
+    print "      <Value value=\"yes\"/>"
+    print "    </DataField>"
+    print "  </DataDictionary>"
+    print "  <NaiveBayesModel modelName=\"titanic\" functionName=\"classification\" threshold=\"0.001\">"
+    print "    <MiningSchema>"
+    for (i = 1; i <= inputs; ++i) print "      <MiningField name=\"" name[i] "\"/>"
+    print "      <MiningField name=\"survived\" usageType=\"predicted\"/>"
+    print "    </MiningSchema>"
+    print "    <BayesInputs>"
+    for (i = 1; i <= inputs; ++i) {
+        print "      <BayesInput fieldName=\"" name[i] "\">"
+        for (v = 1; v <= values[i]; ++v) {
+            print "        <PairCounts value=\"" value[i, v] "\">"
+            counts("          ", died[i, value[i, v]], survived[i, value[i, v]])
+            print "        </PairCounts>"
+        }
+        print "      </BayesInput>"
+    }
+    print "    </BayesInputs>"
+    print "    <BayesOutput fieldName=\"survived\">"
+    counts("      ", allDied, allSurvived)
+    print "    </BayesOutput>"
+    print "  </NaiveBayesModel>"
+    print "</PMML>"
+}

@@ -1,0 +1,21 @@
+# Shows a small table of comma-separated values (without quotes) in aligned columns, long fractions cut to 4 digits.
+BEGIN { FS = "," }
+{
+    columns = NF > columns ? NF : columns
+    for (i = 1; i <= NF; ++i) {
+        cell[NR, i] = $i ~ /^[0-9]\.[0-9][0-9][0-9][0-9][0-9]+$/ ? sprintf("%.4f", $i) : $i
+        if (length(cell[NR, i]) > width[i]) width[i] = length(cell[NR, i])
+    }
+}
+END {
+    for (row = 1; row <= NR; ++row) {
+        line = ""
+        for (i = 1; i <= columns; ++i) line = line sprintf("%-" width[i] "s  ", cell[row, i])
+        sub(/ +$/, "", line)
+        print line
+        if (row == 1) {
+            gsub(/./, "-", line)
+            print line
+        }
+    }
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace nbscore::test {
+
+/// How a case file's document or rows must be refused; what is not stated is not compared.
+struct ExpectedRefusal {
+    int exitStatus = 0;
+    std::optional<int> code;
+    std::optional<std::string> message;
+    std::optional<std::uint64_t> line;
+    std::optional<std::uint64_t> column;
+    std::optional<std::string> path;
+    /// Texts that the complaint must contain.
+    std::vector<std::string> mentions;
+};
+
+/// One folder of tests/cases: a document, the rows to score with it, and what must come out.
+///
+/// The folder holds document.pmml, rows.csv and either expected.csv (the scored table) or expected-refusal.txt
+/// (lines of a key and its value: status, error, message, line, column, path, mentions).
+struct CaseFile {
+    std::filesystem::path folder;
+    std::filesystem::path document;
+    std::filesystem::path rows;
+    std::optional<std::string> expectedTable;
+    std::optional<ExpectedRefusal> expectedRefusal;
+};
+
+/// Every case of the repository, by name; stops the test program when a folder is not as described.
+std::vector<CaseFile> AllCaseFiles();
+
+/// The case's name as a test's name may be written.
+std::string TestNameOf(const CaseFile& caseFile);
+
+/// How test programs show the case.
+void PrintTo(const CaseFile& caseFile, std::ostream* out);
+
+}  // namespace nbscore::test

@@ -1,0 +1,62 @@
+// Every case file through the built command, run as a process in the case's folder.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "cases/CaseFile.h"
+#include "support/RunCommand.h"
+
+namespace nbscore::test {
+namespace {
+
+CommandResult ScoreWithCommand(const CaseFile& caseFile) {
+    CommandCall call;
+    call.program = NBSCORE_COMMAND;
+    call.arguments = {"score", "document.pmml", "rows.csv"};
+    call.workingFolder = caseFile.folder;
+    return RunCommand(call);
+}
+
+std::string FirstLineOf(const std::string& text) {
+    return text.substr(0, text.find('\n'));
+}
+
+void ExpectComplaint(const ExpectedRefusal& expected, const std::string& complaint) {
+    const std::string first = FirstLineOf(complaint);
+    if (expected.code) {
+        EXPECT_THAT(first, testing::MatchesRegex("document\\.pmml:[0-9]+:[0-9]+: error [0-9]+: .+"));
+        EXPECT_THAT(first, testing::HasSubstr(": error " + std::to_string(*expected.code) + ": "));
+    }
+    EXPECT_THAT(first, testing::EndsWith(expected.message.value_or("")));
+    if (expected.path) {
+        EXPECT_THAT(complaint, testing::EndsWith("\n  at " + *expected.path + "\n"));
+    }
+    const std::string source = expected.exitStatus == 1 ? "rows.csv" : "document.pmml";
+    if (expected.line) {
+        EXPECT_THAT(first, testing::HasSubstr(source + ":" + std::to_string(*expected.line) + ":"));
+    }
+    for (const std::string& text : expected.mentions)
+        EXPECT_THAT(complaint, testing::HasSubstr(text));
+}
+
+class CommandCases : public testing::TestWithParam<CaseFile> {};
+
+TEST_P(CommandCases, GiveWhatTheCaseFileExpects) {
+    const CommandResult result = ScoreWithCommand(GetParam());
+    if (GetParam().expectedTable) {
+        EXPECT_EQ(result.exitStatus, 0);
+        EXPECT_EQ(result.out, *GetParam().expectedTable);
+        EXPECT_EQ(result.err, "");
+    } else {
+        EXPECT_EQ(result.exitStatus, GetParam().expectedRefusal->exitStatus);
+        ExpectComplaint(*GetParam().expectedRefusal, result.err);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, CommandCases, testing::ValuesIn(AllCaseFiles()),
+                         [](const auto& parameter) { return TestNameOf(parameter.param); });
+
+}  // namespace
+}  // namespace nbscore::test
