@@ -1,0 +1,78 @@
+# The front door. `make run` and `make test` work on a fresh Debian 12 machine: what is missing is installed first.
+
+JOBS ?= $(shell nproc)
+NBSCORE := build/release/bin/nbscore
+
+.PHONY: help
+help:
+	@echo 'make run        install what is missing, build, and score the bundled example'
+	@echo 'make build      build the command: $(NBSCORE)'
+	@echo 'make test       install what is missing, build and run every test'
+	@echo 'make sanitize   the tests under the address, leak and undefined-behaviour sanitizers'
+	@echo 'make tsan       the tests under the thread sanitizer'
+	@echo 'make coverage   the tests with line coverage of src/; fails below 95 %'
+	@echo 'make lint       formatting, static analysis and the rules of the source tree'
+	@echo 'make format     format every source file'
+	@echo 'make install    install the built command and libraries (PREFIX=/usr/local)'
+	@echo 'make clean      remove everything built'
+
+.PHONY: packages-build packages-test packages-lint
+packages-build:
+	@scripts/install-packages.sh build
+packages-test:
+	@scripts/install-packages.sh build test
+packages-lint:
+	@scripts/install-packages.sh build test lint
+
+.PHONY: build
+build: packages-build
+	cmake --preset release
+	cmake --build --preset release -j $(JOBS)
+
+.PHONY: run
+run: build
+	@echo
+	@echo '$$ $(NBSCORE) score examples/titanic/titanic.pmml examples/titanic/people.csv'
+	@echo
+	@$(NBSCORE) score examples/titanic/titanic.pmml examples/titanic/people.csv -o build/people-scored.csv
+	@awk -f scripts/show-table.awk build/people-scored.csv
+
+.PHONY: test
+test: packages-test
+	cmake --preset test
+	cmake --build --preset test -j $(JOBS)
+	ctest --preset test -j $(JOBS)
+
+.PHONY: sanitize tsan
+sanitize tsan: packages-lint
+	cmake --preset $(PRESET_$@)
+	cmake --build --preset $(PRESET_$@) -j $(JOBS)
+	ctest --preset $(PRESET_$@) -j $(JOBS)
+PRESET_sanitize := asan
+PRESET_tsan := tsan
+
+.PHONY: coverage
+coverage: packages-lint
+	cmake --preset coverage
+	cmake --build --preset coverage -j $(JOBS)
+	find build/coverage -name '*.gcda' -delete
+	ctest --preset coverage -j $(JOBS)
+	gcovr --root . --filter src/ --exclude-throw-branches --object-directory build/coverage \
+	    --print-summary --sort-percentage --fail-under-line 95
+
+.PHONY: lint
+lint: packages-lint
+	scripts/lint.sh $(JOBS)
+
+.PHONY: format
+format:
+	git ls-files 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'examples/*.cpp' | xargs clang-format -i
+
+PREFIX ?= /usr/local
+.PHONY: install
+install: build
+	cmake --install build/release --prefix $(DESTDIR)$(PREFIX)
+
+.PHONY: clean
+clean:
+	rm -rf build

@@ -1,0 +1,29 @@
+# What `cmake --install` leaves, and the package that find_package(nbscore) finds.
+
+include(CMakePackageConfigHelpers)
+
+set(nbscore_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/nbscore)
+
+install(TARGETS scoreframework naivebayes nbscore_host nbscore_command EXPORT nbscoreTargets
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+
+# Headers keep the layout of the source tree.
+foreach(folder framework naivebayes translator host)
+    install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nbscore
+        FILES_MATCHING PATTERN "*.h")
+endforeach()
+
+install(EXPORT nbscoreTargets NAMESPACE nbscore:: DESTINATION ${nbscore_package_dir})
+configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/nbscoreConfig.cmake.in
+    ${CMAKE_BINARY_DIR}/nbscoreConfig.cmake INSTALL_DESTINATION ${nbscore_package_dir})
+write_basic_package_version_file(${CMAKE_BINARY_DIR}/nbscoreConfigVersion.cmake COMPATIBILITY SameMinorVersion)
+install(FILES ${CMAKE_BINARY_DIR}/nbscoreConfig.cmake ${CMAKE_BINARY_DIR}/nbscoreConfigVersion.cmake
+    DESTINATION ${nbscore_package_dir})
+
+install(FILES ${NBSCORE_MAN_PAGE} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/nbscore/examples)
+install(FILES ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md ${PROJECT_SOURCE_DIR}/CONTRIBUTING.md
+    ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs DESTINATION ${CMAKE_INSTALL_DOCDIR})
