@@ -128,7 +128,7 @@ RandomInput MakeInput(int number, Randomness& random) {
     }
     // Numbers drawn twice would be one category.
     std::ranges::sort(input.categories);
-    input.categories.erase(std::ranges::unique(input.categories).begin(), input.categories.end());
+    input.categories.erase(std::unique(input.categories.begin(), input.categories.end()), input.categories.end());
     std::ranges::shuffle(input.categories, random);
     return input;
 }

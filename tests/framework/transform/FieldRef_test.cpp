@@ -89,7 +89,7 @@ TEST(FieldRef, IsRefusedWithThePlace_WhenTheEncodingCannotHoldAText) {
         {Text("\n<Constant>&#x4E00;</Constant>"), "4:1 " + field + "/Constant[1]"},
         {"<DerivedField name='&#x4E00;' optype='categorical' dataType='string'/>", "3:1 " + field}};
     for (const auto& [transformations, place] : refused) {
-        const auto refusal = RefusalOf([&] { DerivedDocument(caseFields, transformations, "ISO-8859-1"); });
+        const auto refusal = RefusalOf([&text = transformations] { DerivedDocument(caseFields, text, "ISO-8859-1"); });
         ASSERT_TRUE(refusal) << transformations;
         EXPECT_EQ(refusal->GetCode(), VeskException::UnsupportedEncoding);
         EXPECT_EQ(PlaceText(refusal->GetPlace()), place);
