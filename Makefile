@@ -11,7 +11,8 @@ help:
 	@echo 'make sanitize   the tests under the address, leak and undefined-behaviour sanitizers'
 	@echo 'make tsan       the tests under the thread sanitizer'
 	@echo 'make coverage   the tests with line coverage of src/; fails below 95 %'
-	@echo 'make lint       formatting, static analysis and the rules of the source tree'
+	@echo 'make lint       formatting and the rules of the source tree'
+	@echo 'make tidy       static analysis of src/, every finding an error (ten minutes)'
 	@echo 'make format     format every source file'
 	@echo 'make install    install the built command and libraries (PREFIX=/usr/local)'
 	@echo 'make clean      remove everything built'
@@ -60,9 +61,11 @@ coverage: packages-lint
 	gcovr --root . --filter src/ --exclude-throw-branches --object-directory build/coverage \
 	    --print-summary --sort-percentage --fail-under-line 95
 
-.PHONY: lint
+.PHONY: lint tidy
 lint: packages-lint
-	scripts/lint.sh $(JOBS)
+	scripts/lint.sh
+tidy: packages-lint
+	scripts/lint.sh tidy
 
 .PHONY: format
 format:

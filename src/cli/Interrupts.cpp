@@ -79,8 +79,6 @@ void Wait(int descriptor) {
 
 #else
 
-// NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
-
 extern "C" void NoteRequest(int signal) {
     requestedSignal = signal;
     if (++requests < 2) std::signal(signal, NoteRequest);
