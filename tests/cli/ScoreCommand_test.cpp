@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <stdexcept>
 
 #include "cli/CommandTest.h"
 
@@ -136,7 +137,9 @@ public:
     explicit TypedTerminal(const std::string& typed) : master(posix_openpt(O_RDWR | O_NOCTTY)) {
         EXPECT_EQ(grantpt(master), 0);
         EXPECT_EQ(unlockpt(master), 0);
-        path = ptsname(master);
+        const char* const name = ptsname(master);
+        if (name == nullptr) throw std::runtime_error("this machine has no pseudo-terminals (/dev/pts)");
+        path = name;
         EXPECT_EQ(write(master, typed.data(), typed.size()), static_cast<ssize_t>(typed.size()));
     }
     ~TypedTerminal() { close(master); }
