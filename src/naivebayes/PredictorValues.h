@@ -13,8 +13,7 @@
 #include "naivebayes/INBVeskEncoder.h"
 
 /// @file
-/// How models find their predictors' values in a case; shared by a single classifier and a set of
-/// classifiers.
+/// How models find their predictors' values in a case; shared by a single classifier and a set of classifiers.
 
 namespace nbscore {
 
