@@ -1,8 +1,10 @@
 #include "naivebayes/NaiveBayesModel.h"
 
+#include <cstddef>
 #include <memory>
 #include <utility>
 
+#include "naivebayes/DeclaredCategories.h"
 #include "naivebayes/PredictorValues.h"
 #include "naivebayes/Probabilities.h"
 
@@ -28,15 +30,7 @@ ScoreDictionary* NaiveBayesModel::GetVarsOfRole(VarRole role) const {
 
 void NaiveBayesModel::SetTargetVar(const ScoreDictVar* target) {
     targetVar = target;
-    if (target == nullptr) {
-        targetValues.clear();
-        return;
-    }
-    const ScoreValueLabelSet* declared = target->GetValueLabelSet();
-    if (declared == nullptr) return;
-    targetValues.clear();
-    for (const ScoreValueLabel& label : declared->GetValueLabels())
-        targetValues.push_back(label.GetValue());
+    nbscore::TakeDeclaredCategories(target, targetValues);
 }
 
 void NaiveBayesModel::AddPredictorVar(const std::string& name, const ScoreDictVar* var) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -71,13 +70,8 @@ private:
     int ComputeTargetProbabilities();
     double ComputePXYPY(const std::vector<double>& codes, int targetIndex) const;
     void SetUpDictVarIndex(const ScoreCaseRecord* record, bool derivedInRecord);
-    const ScoreCaseRecord* ComputeDerivedValues(const ScoreCaseRecord* record, bool derivedInRecord) const;
     std::vector<double> ComputePosteriors(const nbscore::EncodedCase& encoded) const;
     std::string FindTargetObstacle() const;
-    std::string FindPredictorObstacle(std::size_t predictor) const;
-    std::string FindTableObstacle(std::size_t predictor, int highestCode) const;
-    std::string DescribeMissingCounts() const;
-    int GetHighestCode(std::size_t predictor) const;
 
     std::vector<std::string> predictorVarNames;
     double threshold = 0.0;

@@ -41,6 +41,13 @@ void RememberRecordPositions(const ScoreCaseRecord& record, const std::vector<st
     }
 }
 
+const ScoreCaseRecord* ComputeDerivedValues(const ScoreModel& model, const ScoreCaseRecord* record,
+                                            bool derivedInRecord) {
+    TransformationDictionary* derivedFields = model.GetTransformationDictionary();
+    if (derivedFields == nullptr || derivedInRecord) return nullptr;
+    return derivedFields->GetValuesForDeriedVars(record, model.GetDictionary());
+}
+
 EncodedCase EncodePredictors(const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord,
                              std::size_t predictors, const std::vector<const ScoreDictVar*>& vars,
                              const std::vector<std::unique_ptr<INBVeskEncoder>>& encoders) {

@@ -11,6 +11,7 @@
 #include "naivebayes/NaiveBayesModel.h"
 #include "naivebayes/PredictedCategory.h"
 #include "naivebayes/PredictorValues.h"
+#include "naivebayes/ResultReuse.h"
 
 namespace {
 
@@ -19,11 +20,7 @@ ScoreClsResult& ResultToFill(ScoreResult*& result, const ScoreDictVar* target) {
     if (result != nullptr && result->GetScoreResultType() == ScoreResult::NaiveBayesClsResult) {
         if (auto* reusable = dynamic_cast<ScoreClsResult*>(result)) return *reusable;
     }
-    auto fresh = std::make_unique<NaiveBayesClsResult>(target);
-    NaiveBayesClsResult& filled = *fresh;
-    delete result;
-    result = fresh.release();
-    return filled;
+    return nbscore::ReplaceResult<NaiveBayesClsResult>(result, target);
 }
 
 /// Changes the prediction object that a result has already; false when it is none of the class that the
@@ -48,16 +45,9 @@ std::unique_ptr<ScoreValue> MakePrediction(bool numeric, const ScoreValue& categ
 
 void SetPredictedValue(ScoreResult& result, const ScoreDictVar& target, const ScoreValue& category) {
     const bool numeric = target.GetStorageType() == ScoreDictVar::NumericStorage;
-    // A result owns its prediction, which it was given as a changeable object; it only shows it as a const
-    // one.
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): see above
-    auto* prediction = const_cast<ScoreValue*>(result.GetPrediction());
+    ScoreValue* prediction = nbscore::ChangeablePrediction(result);
     if (prediction != nullptr && UpdatePrediction(prediction, numeric, category)) return;
-    // Made first: where that fails, the result still owns what it had.
-    std::unique_ptr<ScoreValue> fitting = MakePrediction(numeric, category);
-    result.SetPrediction(fitting.release());
-    // SetPrediction forgets what it replaces: a prediction of the wrong class is deleted here.
-    delete prediction;
+    nbscore::ReplacePrediction(result, MakePrediction(numeric, category));
 }
 
 }  // namespace
@@ -66,7 +56,8 @@ MCScore::MCStatus NaiveBayesModel::GetScore(const ScoreCaseRecord* record, Score
     const ScoreCaseRecord& caseRecord = nbscore::Existing(record);
     if (!dictVarIndexReady && caseRecord.IsIndexed()) SetUpDictVarIndex(record, derivedInRecord);
     ScoreClsResult& filled = ResultToFill(result, targetVar);
-    const ScoreCaseRecord* derivedRecord = ComputeDerivedValues(record, derivedInRecord);
+    const ScoreCaseRecord* derivedRecord =
+        needDerivedPredictor ? nbscore::ComputeDerivedValues(*this, record, derivedInRecord) : nullptr;
 
     const std::vector<double> posteriors = ComputePosteriors(
         nbscore::EncodePredictors(caseRecord, derivedRecord, predictorVarNames.size(), predictorVars, encoders));
@@ -80,13 +71,6 @@ MCScore::MCStatus NaiveBayesModel::GetScore(const ScoreCaseRecord* record, Score
     const ScoreValue& predicted = nbscore::Existing(targetValues[best]);
     SetPredictedValue(filled, nbscore::Existing(targetVar), predicted);
     return MCScore::MCStatus();
-}
-
-const ScoreCaseRecord* NaiveBayesModel::ComputeDerivedValues(const ScoreCaseRecord* record,
-                                                             bool derivedInRecord) const {
-    TransformationDictionary* derivedFields = GetTransformationDictionary();
-    if (!needDerivedPredictor || derivedFields == nullptr || derivedInRecord) return nullptr;
-    return derivedFields->GetValuesForDeriedVars(record, GetDictionary());
 }
 
 // A case without any usable predictor keeps the priors as they stand, which need not sum to one. A zero sum

@@ -1,53 +1,19 @@
 #include <gtest/gtest.h>
 
+#include "FakeDerivedFields.h"
 #include "ModelParts.h"
 #include "ScoredCase.h"
 
 namespace {
 
+using nbscore::test::FakeDerivedFields;
 using nbscore::test::MakeModel;
 using nbscore::test::NamedRecord;
+using nbscore::test::PositionsOnlyRecord;
 using nbscore::test::Score;
 using nbscore::test::ScoreTexts;
 using nbscore::test::TextRecord;
 using nbscore::test::TextVariable;
-
-/// Answers the same derived record for every case and remembers what it was asked.
-class FakeDerivedFields : public TransformationDictionary {
-public:
-    FakeDerivedFields(std::unique_ptr<BaseDictVar> var, std::unique_ptr<ScoreCaseRecord> record)
-        : derivedVar(std::move(var)), derived(std::move(record)) {}
-    void SetUpDerivedCaseRecord() override {}
-    const ScoreCaseRecord* GetValuesForDeriedVars(const ScoreCaseRecord* record,
-                                                  const ScoreDictionary* dictionary) override {
-        ++asked;
-        askedRecord = record;
-        askedDictionary = dictionary;
-        return derived.get();
-    }
-    void GetDerivedVars(std::vector<ScoreDictVar*>& vars) const override { vars = {derivedVar.get()}; }
-    ScoreDictVar* GetVar(const std::string& name) const override {
-        return name == derivedVar->GetName() ? derivedVar.get() : nullptr;
-    }
-
-    int asked = 0;
-    const ScoreCaseRecord* askedRecord = nullptr;
-    const ScoreDictionary* askedDictionary = nullptr;
-
-private:
-    std::unique_ptr<BaseDictVar> derivedVar;
-    std::unique_ptr<ScoreCaseRecord> derived;
-};
-
-/// A record that has values by position only; asking it by name would give something else.
-class PositionsOnlyRecord : public BaseCaseRecord {
-public:
-    using BaseCaseRecord::BaseCaseRecord;
-    const ScoreValue* GetValueByName(const std::string&) const override { return &wrong; }
-
-private:
-    StringValue wrong{"b"};
-};
 
 /// A model whose only predictor, "size", is a derived variable that its dictionary does not hold.
 class DerivedPredictors : public ::testing::Test {

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "MarkedVariable.h"
 #include "ModelParts.h"
 #include "ScoredCase.h"
 
@@ -9,15 +10,9 @@ namespace {
 
 using nbscore::test::DisplayText;
 using nbscore::test::MakeModel;
+using nbscore::test::MarkedVariable;
 using nbscore::test::NumberVariable;
 using nbscore::test::TextVariable;
-
-/// A variable that prints a mark, so that these texts do not depend on how variables describe themselves.
-class MarkedVariable : public BaseDictVar {
-public:
-    explicit MarkedVariable(const std::string& mark) : BaseDictVar(mark, NumericStorage, Categorical) {}
-    void Print(std::ostream& out) const override { out << "<" << GetName() << ">\n"; }
-};
 
 std::unique_ptr<BaseDictVar> MarkedTarget() {
     auto target = std::make_unique<MarkedVariable>("y");

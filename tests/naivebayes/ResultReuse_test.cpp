@@ -3,6 +3,7 @@
 #include <new>
 
 #include "CountedValue.h"
+#include "ForeignResult.h"
 #include "ModelParts.h"
 #include "ScoredCase.h"
 #include "naivebayes/NaiveBayesClsResult.h"
@@ -10,33 +11,13 @@
 namespace {
 
 using nbscore::test::CountedValue;
+using nbscore::test::ForeignResult;
 using nbscore::test::MakeModel;
 using nbscore::test::NamedRecord;
 using nbscore::test::NumberVariable;
 using nbscore::test::Read;
 using nbscore::test::TextRecord;
 using nbscore::test::TextVariable;
-
-/// A result of some type that counts how often its kind is deleted.
-class ForeignResult : public ScoreResult {
-public:
-    ForeignResult(int resultType, int& deletions) : type(resultType), deleted(&deletions) {}
-    ~ForeignResult() override { ++*deleted; }
-    void SetPrediction(ScoreValue* value) override { prediction.reset(value); }
-    const ScoreValue* GetPrediction() const override { return prediction.get(); }
-    void AddAdvice(ResultAdvice) override {}
-    std::vector<ResultAdvice> GetAdvice() override { return {}; }
-    void RemoveAdvice() override {}
-    const ScoreDictVar* GetTarget() const override { return nullptr; }
-    void SetConfidence(double) override {}
-    double GetConfidence() const override { return 0.0; }
-    ResultType GetScoreResultType() override { return static_cast<ResultType>(type); }
-
-private:
-    int type;
-    int* deleted;
-    std::unique_ptr<ScoreValue> prediction;
-};
 
 std::unique_ptr<NaiveBayesModel> Weather() {
     return MakeModel(0.001, TextVariable("play", {"yes", "no"}), {3, 1}, {{"x", {"a", "b"}, {{1, 5}, {5, 1}}}});

@@ -10,6 +10,7 @@
 #include "framework/ScoreModel.h"
 #include "naivebayes/INBVeskEncoder.h"
 #include "naivebayes/NBayesInputBase.h"
+#include "support/NamesOfRole.h"
 #include "support/ParseDocument.h"
 #include "translator/NaiveBayesTranslator.h"
 
@@ -31,7 +32,7 @@ struct TestDocument {
             <Value value="yes"/><Value value="no"/>
         </DataField>)";
     std::string transformations;
-    std::string modelAttributes = R"(functionName="classification" threshold="0.5")";
+    std::string modelAttributes = R"(modelName="weather" functionName="classification" threshold="0.5")";
     std::string miningSchema = R"(
         <MiningField name="outlook"/>
         <MiningField name="temperature"/>
@@ -108,17 +109,6 @@ inline std::vector<double> Probabilities(ScoreModel& model, const BaseCaseRecord
         probabilities.push_back(probability);
     }
     return probabilities;
-}
-
-/// The names of the variables of a role, in order.
-inline std::vector<std::string> NamesOfRole(const ScoreModel& model, ScoreModel::VarRole role) {
-    const std::unique_ptr<ScoreDictionary> dictionary(model.GetVarsOfRole(role));
-    std::vector<ScoreDictVar*> vars;
-    if (dictionary != nullptr) dictionary->GetAllVars(vars);
-    std::vector<std::string> names;
-    for (const ScoreDictVar* var : vars)
-        names.push_back(var->GetName());
-    return names;
 }
 
 }  // namespace nbscore::test
