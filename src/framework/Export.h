@@ -26,3 +26,11 @@
 #else
 #define NAIVEBAYES_API NBSCORE_SYMBOL_IMPORT
 #endif
+
+/// For a class template that lives in its header alone: each library compiles a copy of its own, and where symbols can
+/// be merged they are one type to all.
+#if defined(_WIN32)
+#define NBSCORE_HEADER_TYPE
+#else
+#define NBSCORE_HEADER_TYPE NBSCORE_SYMBOL_EXPORT
+#endif

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "framework/BaseModel.h"
+#include "framework/Export.h"
+#include "framework/ModelSelfCheck.h"
+#include "naivebayes/INBVeskEncoder.h"
+#include "naivebayes/NBayesInputBase.h"
+
+/// A set of Naive Bayes classifiers, its sub-models, that share one target of two categories. Each has a name,
+/// predictors, counts, a threshold and assessment figures of its own. Scoring a case gives every sub-model's
+/// probability of the target's second category; the sub-models are not combined.
+///
+/// Configured by calls in this order: SetNumOfModels first; SetThreshold and SetTargetCounts once per sub-model, in
+/// the order of the sub-models; SetThreshold of a sub-model before its first SetPredCounts; per predictor of a
+/// sub-model AddPredictorVar, AddEncoder and SetPredCounts. Setters that take a sub-model's index ignore one that is
+/// out of range, except AddPredictorVar, which stops the process.
+///
+/// The arithmetic is that of NaiveBayesModel, with each sub-model's own threshold.
+///
+/// Threads: configuration on one thread, then one scoring call alone (it computes the priors and notes positions),
+/// then any number at once.
+class NAIVEBAYES_API SelfLearningModel : public BaseModel, public ModelSelfCheck {
+public:
+    SelfLearningModel();
+    /// Deletes the encoders and count tables; never the variables or the target values, which are borrowed.
+    ~SelfLearningModel() override;
+
+    void SetPredictionOnly(bool only) override;
+    ScoreDictionary* GetVarsOfRole(VarRole role) const override;
+    MCScore::MCStatus GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool derivedInRecord) override;
+    ModelType GetModelType() override;
+    bool GetPredictionOnly() const override;
+    void Display(std::ostream& out) const override;
+
+    /// Names the sub-model at fault, counted from 0.
+    std::string FindScoringObstacle() const override;
+
+    /// Sizes everything that is per sub-model, and resets names to empty and assessment figures to system-missing.
+    /// Thresholds and target counts are not touched.
+    /// @param count not negative.
+    void SetNumOfModels(int count);
+    int GetNumOfModels() const { return numOfModels; }
+    void SetModelName(int model, const std::string& name);
+    const std::vector<std::string>& GetModelNames() const { return modelNames; }
+    void SetAssessmentMeanValues(int model, double value);
+    void SetAssessmentStdDevValues(int model, double value);
+
+    /// Appends a predictor to a sub-model. The variable is borrowed and may be null.
+    void AddPredictorVar(int model, const std::string& name, const ScoreDictVar* var);
+    /// Appends the next predictor's encoder; the model takes ownership, but not of one whose sub-model does not
+    /// exist. The predictor's index is ignored on purpose: encoders are kept in the order of the calls.
+    void AddEncoder(int model, int predictorIndex, INBVeskEncoder* encoder);
+    /// Appends the next predictor's count table, made with the sub-model's threshold. The predictor's index is
+    /// ignored on purpose, as for AddEncoder.
+    void SetPredCounts(int model, int predictorIndex, const NBayesInputBase::Matrix& counts);
+    /// Appends the next sub-model's target counts.
+    void SetTargetCounts(const std::vector<double>& counts);
+    /// Appends the next sub-model's threshold.
+    void SetThreshold(double threshold);
+    /// Stores the target and, where it declares values, takes them as the target categories, in order; a target that
+    /// declares none leaves the categories as they were. Both are borrowed. With null there is no target and no
+    /// category.
+    void SetTargetVar(const ScoreDictVar* target);
+
+    /// Appends the declared values of a variable of the dictionary to the list of all model names; false, changing
+    /// nothing, without a dictionary, such a variable or declared values.
+    bool SetAllModelNames(const std::string& varName);
+    std::vector<std::string> GetAllModelNames() const;
+    /// The names of all fields whose positions in records are noted.
+    void SetPredictorVarNames(const std::vector<std::string>& names);
+    std::vector<std::string> GetPredictorVarNames() const;
+    void SetNeedDerivedPredictor(bool need);
+    bool NeedDerivedPredictor() const;
+
+private:
+    void DisplaySubModel(std::ostream& out, std::size_t model) const;
+    std::string FindSubModelObstacle(std::size_t model) const;
+    bool HasModel(int model) const { return model >= 0 && model < numOfModels; }
+    void ComputeTargetProbabilities();
+    double ComputePXYPY(int model, const std::vector<double>& codes, int targetIndex) const;
+    void SetUpDictVarIndex(const ScoreCaseRecord* record, bool derivedInRecord);
+    MCScore::MCStatus GetScoreFromModel(const ScoreCaseRecord* record, const ScoreCaseRecord* derivedRecord,
+                                        double& score, int model) const;
+
+    std::vector<std::string> modelNames;
+    std::vector<std::string> allModelNames;
+    std::vector<double> assessmentMeanValues;
+    std::vector<double> assessmentStdDevValues;
+    std::vector<std::vector<std::string>> predictorNamesByModel;
+    std::vector<std::vector<const ScoreDictVar*>> predictorVarsByModel;
+    std::vector<std::string> predictorVarNames;
+    std::vector<double> thresholds;
+    bool predictionOnly = false;
+    std::vector<std::vector<std::unique_ptr<INBVeskEncoder>>> encodersByModel;
+    const ScoreDictVar* targetVar = nullptr;
+    std::vector<ScoreValue*> targetCategories;
+    std::vector<std::vector<double>> targetCountsByModel;
+    std::vector<std::vector<double>> targetProbabilitiesByModel;
+    bool dictVarIndexSetUp = false;
+    std::vector<std::vector<std::unique_ptr<NBayesInputBase>>> predCountsByModel;
+    bool needDerivedPredictor = false;
+    bool targetProbabilitiesComputed = false;
+    int numOfModels = 0;
+};
