@@ -36,6 +36,7 @@ inline constexpr XmlName count{"count"};
 inline constexpr XmlName extender{"extender"};
 inline constexpr XmlName fieldName{"fieldName"};
 inline constexpr XmlName leftMargin{"leftMargin"};
+inline constexpr XmlName modelName{"modelName"};
 inline constexpr XmlName name{"name"};
 inline constexpr XmlName rightMargin{"rightMargin"};
 inline constexpr XmlName threshold{"threshold"};

@@ -11,6 +11,7 @@
 #include "translator/ElementNames.h"
 #include "translator/ElementWalk.h"
 #include "translator/MiningSchemaReader.h"
+#include "translator/SubModelReader.h"
 
 using xercesc::DOMElement;
 
@@ -66,6 +67,8 @@ void ReadChild(const DOMElement& child, int modelIndex, DocumentReading& reading
     } else if (HasName(&child, element::bayesOutput)) {
         seen.output = true;
         ReadBayesOutput(child, reading);
+    } else if (HasName(&child, element::extension) && reading.model.IsSelfLearning()) {
+        ReadAssessment(child, reading);
     }
 }
 
@@ -74,6 +77,7 @@ void ReadChild(const DOMElement& child, int modelIndex, DocumentReading& reading
 void ReadModelElement(const DOMElement& modelElement, int modelIndex, DocumentReading& reading) {
     reading.model.BeginSubModel(modelIndex);
     ReadThreshold(modelElement, reading.model);
+    if (reading.model.IsSelfLearning()) ReadSubModelName(modelElement, reading);
     PartsSeen seen;
     for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&modelElement); child != nullptr;
          child = BaseTranslator::GetNextSiblingElt(child)) {

@@ -7,6 +7,7 @@
 #include "translator/ElementNames.h"
 #include "translator/ElementWalk.h"
 #include "translator/NaiveBayesUnderConstruction.h"
+#include "translator/SelfLearningUnderConstruction.h"
 
 using xercesc::DOMElement;
 
@@ -29,8 +30,7 @@ std::unique_ptr<ModelUnderConstruction> MakeModel(const DOMElement* firstModelEl
         throw RefusalAt(&root, VeskException::UnexpectedElement, "<NaiveBayesModel> is required!");
     }
     if (AsksForSelfLearning(firstModelElement, dictionaryMarksTarget)) {
-        throw RefusalAt(firstModelElement != nullptr ? firstModelElement : &root, VeskException::InconsistentDocument,
-                        "Self-learning documents cannot be read yet.");
+        return std::make_unique<SelfLearningUnderConstruction>();
     }
     return std::make_unique<NaiveBayesUnderConstruction>();
 }

@@ -25,8 +25,8 @@ public:
     virtual std::unique_ptr<ScoreModel> Release() = 0;
     /// True for a set of sub-models that share a target of two categories.
     virtual bool IsSelfLearning() const = 0;
-    /// How many of a document's model elements make this model.
-    virtual int NumModelElements(int inDocument) const = 0;
+    /// How many of a document's model elements make this model, which makes room for as many.
+    virtual int TakeModelElements(int inDocument) = 0;
 
     virtual void BeginSubModel(int modelIndex) = 0;
     virtual void SetThreshold(double threshold) = 0;
@@ -38,6 +38,15 @@ public:
     virtual INBVeskEncoder& AddEncoder(int predictorIndex, std::unique_ptr<INBVeskEncoder> encoder) = 0;
     virtual void SetPredCounts(int predictorIndex, const NBayesInputBase::Matrix& counts) = 0;
     virtual void SetTargetCounts(const std::vector<double>& counts) = 0;
+
+    /// What only a set of sub-models has; a single model passes it over.
+    virtual void SetModelName(const std::string& /*name*/) {}
+    virtual void SetAssessmentMean(double /*value*/) {}
+    virtual void SetAssessmentStdDev(double /*value*/) {}
+    /// Closes the set after its last sub-model.
+    /// @param targetName empty when no model element named a target.
+    /// @param markedTarget the field that the dictionary marks as the self-learning target; null when it marks none.
+    virtual void Finish(const std::string& /*targetName*/, const std::string* /*markedTarget*/) {}
 
 protected:
     ModelUnderConstruction() = default;

@@ -59,10 +59,10 @@ void GiveTo(ScoreModel& model, DocumentHead head) {
     model.SetScoreDictionary(head.dictionary.release());
 }
 
-void ReadModels(const DOMNodeList& modelElements, const Transcoder& transcoder, DocumentHead head,
+/// @param markedTarget null when the dictionary marks no self-learning target.
+void ReadModels(const DOMNodeList& modelElements, const Transcoder& transcoder, const std::string* markedTarget,
                 ModelUnderConstruction& construction) {
-    ScoreModel& model = construction.GetModel();
-    GiveTo(model, std::move(head));
+    const ScoreModel& model = construction.GetModel();
     DocumentReading reading{.transcoder = transcoder,
                             .dictionary = *model.GetDictionary(),
                             .derivedFields = model.GetTransformationDictionary(),
@@ -70,9 +70,10 @@ void ReadModels(const DOMNodeList& modelElements, const Transcoder& transcoder, 
                             .target = {},
                             .activeFields = {},
                             .cells = {}};
-    const int numElements = construction.NumModelElements(static_cast<int>(modelElements.getLength()));
+    const int numElements = construction.TakeModelElements(static_cast<int>(modelElements.getLength()));
     for (int i = 0; i < numElements; ++i)
         ReadModelElement(*ElementAt(modelElements, i), i, reading);
+    construction.Finish(reading.target.name, markedTarget);
 }
 
 }  // namespace
@@ -102,7 +103,8 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(DOMDocument* document, const std
         MakeModel(ElementAt(modelElements, 0), dictionaryMarksTarget, root);
     model = &construction->GetModel();
     try {
-        ReadModels(modelElements, narrowing, std::move(head), *construction);
+        GiveTo(construction->GetModel(), std::move(head));
+        ReadModels(modelElements, narrowing, dictionaryMarksTarget ? &markedTarget : nullptr, *construction);
     } catch (...) {
         LeaveUnfinishedModel(construction->Release().release());
         throw;

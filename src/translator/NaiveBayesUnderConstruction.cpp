@@ -19,7 +19,7 @@ bool NaiveBayesUnderConstruction::IsSelfLearning() const {
     return false;
 }
 
-int NaiveBayesUnderConstruction::NumModelElements(int inDocument) const {
+int NaiveBayesUnderConstruction::TakeModelElements(int inDocument) {
     return std::min(inDocument, 1);
 }
 

@@ -14,7 +14,7 @@ public:
     ScoreModel& GetModel() override;
     std::unique_ptr<ScoreModel> Release() override;
     bool IsSelfLearning() const override;
-    int NumModelElements(int inDocument) const override;
+    int TakeModelElements(int inDocument) override;
     void BeginSubModel(int modelIndex) override;
     void SetThreshold(double threshold) override;
     void SetTargetVar(const ScoreDictVar* target) override;

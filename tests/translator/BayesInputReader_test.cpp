@@ -134,9 +134,9 @@ TEST(BayesInputReader, CallsTheModelInOrder) {
     const TestDocument document = WithInputs(Input("temperature", bins + PairCounts("0", "7", "8")) + "<Extension/>" +
                                              Input("outlook", PairCounts("sunny", "3", "1")));
     ASSERT_FALSE(ReadWith(model, document.Text()).refusal);
-    EXPECT_THAT(model.calls,
-                ElementsAre("model 0", "threshold", "target play", "var temperature temperature", "encoder 1",
-                            "counts 1", "var outlook outlook", "encoder 0", "counts 0", "target counts"));
+    EXPECT_THAT(model.calls, ElementsAre("model 0", "threshold", "target play", "var temperature temperature",
+                                         "encoder 1", "counts 1", "var outlook outlook", "encoder 0", "counts 0",
+                                         "target counts", "finish play"));
 }
 
 TEST(BayesInputReader, NumbersInputsAnewInEachModelElement) {
@@ -146,9 +146,10 @@ TEST(BayesInputReader, NumbersInputsAnewInEachModelElement) {
     second.miningSchema = R"(<MiningField name="temperature"/><MiningField name="play" usageType="predicted"/>)";
     second.bayesInputs = Input("temperature", bins + PairCounts("0", "7", "8"));
     ASSERT_FALSE(ReadWith(model, document.TextWith(document.Model() + second.Model())).refusal);
-    EXPECT_THAT(model.calls, ElementsAre("model 0", "threshold", "target play", "var outlook outlook", "encoder 0",
-                                         "counts 0", "target counts", "model 1", "threshold",
-                                         "var temperature temperature", "encoder 0", "counts 0", "target counts"));
+    EXPECT_THAT(model.calls,
+                ElementsAre("model 0", "threshold", "target play", "var outlook outlook", "encoder 0", "counts 0",
+                            "target counts", "model 1", "threshold", "var temperature temperature", "encoder 0",
+                            "counts 0", "target counts", "finish play"));
 }
 
 TEST(BayesInputReader, SkipsExtensionsBetweenInputs) {

@@ -110,8 +110,8 @@ TEST(BayesOutputReader, AcceptsASelfLearningOutput_WhenOneOfTwoCategoriesIsCount
 TEST(BayesOutputReader, Refuses_WhenASelfLearningTargetHasNotTwoCategories) {
     // With a mining schema that is met before: here there is none, so no value is a category.
     RecordingModel model(true);
-    const std::string text = TestDocument().TextWith("<NaiveBayesModel threshold=\"1\">" + Output("", Entry("a", "2")) +
-                                                     "</NaiveBayesModel>");
+    const std::string text = TestDocument().TextWith("<NaiveBayesModel modelName=\"m\" threshold=\"1\">" +
+                                                     Output("", Entry("a", "2")) + "</NaiveBayesModel>");
     EXPECT_TRUE(IsRefusedAs(ReadWith(model, text), text,
                             {5, "Target variable has to have two categories.", "<BayesOutput", outputPath}));
 }

@@ -17,7 +17,8 @@ const std::string partsMissing =
 
 /// A document whose model element has these children.
 std::string WithChildren(const std::string& children) {
-    return TestDocument().TextWith("<NaiveBayesModel threshold=\"0.5\">\n" + children + "\n</NaiveBayesModel>");
+    return TestDocument().TextWith("<NaiveBayesModel modelName=\"m\" threshold=\"0.5\">\n" + children +
+                                   "\n</NaiveBayesModel>");
 }
 
 const std::string schema = "<MiningSchema>" + TestDocument().miningSchema + "</MiningSchema>";
@@ -113,8 +114,8 @@ TEST(ModelElementReader, RefusesInputs_WhenTheyStandBeforeTheSchema) {
 std::string SubModels(const std::vector<std::string>& schemas) {
     std::string models;
     for (const std::string& fields : schemas) {
-        models += "\n<NaiveBayesModel threshold=\"1\">\n<MiningSchema>" + fields + "</MiningSchema>" + output +
-                  "</NaiveBayesModel>";
+        models += "\n<NaiveBayesModel modelName=\"m\" threshold=\"1\">\n<MiningSchema>" + fields + "</MiningSchema>" +
+                  output + "</NaiveBayesModel>";
     }
     return TestDocument().TextWith(models);
 }

@@ -107,18 +107,6 @@ TEST(NaiveBayesTranslator, Refuses_WhenAMarkDiffersInCaseAndThereIsNoModelElemen
     EXPECT_TRUE(IsRefusedAs(Parse(text), text, {1, "<NaiveBayesModel> is required!", "<PMML", "/PMML"}));
 }
 
-TEST(NaiveBayesTranslator, RefusesSelfLearningDocuments) {
-    const std::string message = "Self-learning documents cannot be read yet.";
-    TestDocument document;
-    document.modelAttributes += " algorithmName=\"SelfLearning\"";
-    EXPECT_TRUE(IsRefusedAs(Parse(document.Text()), document.Text(),
-                            {12, message, "<NaiveBayesModel", "/PMML/NaiveBayesModel[1]"}));
-    document.dataFields +=
-        R"(<DataField name="offer"><Extension name="isSelfLearningTarget" value="true"/></DataField>)";
-    const std::string text = document.TextWith("");
-    EXPECT_TRUE(IsRefusedAs(Parse(text), text, {12, message, "<PMML", "/PMML"}));
-}
-
 TEST(NaiveBayesTranslator, Refuses_WhenThereIsNoDataDictionary) {
     const std::string text = "<PMML>\n<Header/>" + TestDocument().Model() + "</PMML>";
     const ParseOutcome outcome = Parse(text);

@@ -38,6 +38,7 @@ public:
         for (XMLSize_t i = 0; i < models->getLength(); ++i) {
             ReadModelElement(static_cast<const xercesc::DOMElement&>(*models->item(i)), static_cast<int>(i), reading);
         }
+        model.Finish(reading.target.name, nullptr);
         return nullptr;
     }
 

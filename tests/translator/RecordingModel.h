@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "framework/NumberText.h"
 #include "naivebayes/NaiveBayesModel.h"
 #include "translator/ModelUnderConstruction.h"
 
@@ -19,7 +20,7 @@ public:
     ScoreModel& GetModel() override { return *model; }
     std::unique_ptr<ScoreModel> Release() override { return std::move(model); }
     bool IsSelfLearning() const override { return selfLearning; }
-    int NumModelElements(int inDocument) const override { return inDocument; }
+    int TakeModelElements(int inDocument) override { return inDocument; }
     void BeginSubModel(int modelIndex) override { Note("model " + std::to_string(modelIndex)); }
     void SetThreshold(double) override { Note("threshold"); }
     void SetTargetVar(const ScoreDictVar* target) override { Note("target " + target->GetName()); }
@@ -39,6 +40,12 @@ public:
     void SetTargetCounts(const std::vector<double>& counts) override {
         Note("target counts");
         targetCounts = counts;
+    }
+    void SetModelName(const std::string& name) override { Note("name " + name); }
+    void SetAssessmentMean(double value) override { Note("mean " + FormatNumber(value)); }
+    void SetAssessmentStdDev(double value) override { Note("deviation " + FormatNumber(value)); }
+    void Finish(const std::string& targetName, const std::string* markedTarget) override {
+        Note("finish " + targetName + (markedTarget != nullptr ? " marked " + *markedTarget : ""));
     }
 
     std::vector<std::string> calls;
