@@ -7,6 +7,8 @@
 #include "cli/Interrupts.h"
 #include "cli/PrintableText.h"
 #include "cli/Progress.h"
+#include "framework/NumberText.h"
+#include "host/SubModelNames.h"
 
 namespace nbscore {
 
@@ -17,6 +19,8 @@ constexpr const char* description = R"(Score every row of a table with a model.
 MODEL is a PMML document with a Naive Bayes model. CASES is a table of comma-separated values in UTF-8: the first line names the columns, each further row is one case. Without CASES, or with "-", the table is read from standard input. Columns are matched to the model's fields by name, in any order; columns that the model does not know are passed on. An empty cell is a missing value. Texts are taken as they stand, blanks included; around a number blanks may stand.
 
 The result has one row for each case, in the same order: all columns of the input, then predicted_TARGET, confidence (the probability of the prediction) and probability_CATEGORY for each category of the target. With --format jsonl it has one JSON object for each case instead.
+
+A self-learning document holds sub-models, such as one for each offer. Then the result has score_NAME for each of them: the probability of the target's second category. Where names are equal or empty, the sub-model's number, counted from 0, joins the name or stands for it. See --long and --best for other shapes; as JSON the scores are the list "models".
 
 Rows are written as they are read, in bounded memory, so a table may have any size; with --output it may also be replaced by its own result. When the run is long and standard error is a terminal that does not show the results too, a line there tells how far it has come.)";
 
@@ -30,6 +34,9 @@ constexpr const char* footer = R"(Examples:
 
   Semicolons between cells, texts in numeric columns taken as missing:
     nbscore score model.pmml cases.csv --delimiter ";" --bad-values missing
+
+  The three best offers for each customer, from a document of sub-models:
+    nbscore score offers.pmml customers.csv --best 3
 
   In a pipeline, as one JSON object a case:
     zcat cases.csv.gz | nbscore score model.pmml --format jsonl --quiet)";
@@ -53,6 +60,7 @@ ScoreCommand::ScoreCommand(CLI::App& parent) : Command(parent, "score", descript
     app.add_option("CASES", cases, "The table of cases; \"-\" or nothing for standard input.")->type_name("");
     output.Declare(app);
     DeclareResultOptions();
+    DeclareSubModelOptions();
     DeclareTableOptions();
     model.DeclarePlugin(app);
     app.add_flag("--quiet", quiet, "Show no progress and no remarks. Errors and warnings are still shown.");
@@ -64,11 +72,28 @@ void ScoreCommand::DeclareResultOptions() {
               "never holds the input's columns.");
     app.add_flag("--only-scores", options.output.onlyScores, "Leave the input's own columns out of the result.");
     app.add_flag("--prediction-only", options.output.predictionOnly,
-                 "Give the prediction alone: no confidence, no probabilities.");
+                 "Give the prediction alone: no confidence, no probabilities. Of sub-models: no assessment figures.");
     app.add_option("--prefix", options.output.prefix,
                    "Begin the name of each column that scoring adds with TEXT. Needed when the input has a column of "
                    "the same name. Not for jsonl.")
         ->type_name("TEXT");
+}
+
+void ScoreCommand::DeclareSubModelOptions() {
+    SubModelOptions& subModels = options.output.subModels;
+    app.add_flag("--long", subModels.longRows,
+                 "For sub-models: write a row for each case and sub-model, with the columns model, score, "
+                 "assessment_mean and assessment_std_dev, instead of a column for each sub-model. Not for jsonl.");
+    const auto takeBest = [&subModels](const std::string& text) {
+        const int best = ReadInt(text).value_or(0);
+        if (best < 1) throw CLI::ValidationError("--best", "'" + text + "' is no whole number above 0");
+        subModels.best = static_cast<std::size_t>(best);
+    };
+    app.add_option_function<std::string>(
+           "--best", takeBest,
+           "For sub-models: keep each case's N highest scores, best first; equal ones in the model's order. Without "
+           "--long the columns are then best_1_model, best_1_score, best_2_model and so on.")
+        ->type_name("N");
 }
 
 void ScoreCommand::DeclareTableOptions() {
@@ -100,12 +125,35 @@ void ScoreCommand::RequireSensibleOptions() const {
     if (options.output.format == ScoreFormat::JsonLines && !options.output.prefix.empty()) {
         throw CLI::ValidationError("--prefix", "it names columns, and --format jsonl has none");
     }
+    if (options.output.format == ScoreFormat::JsonLines && options.output.subModels.longRows) {
+        throw CLI::ValidationError("--long", "it shapes the rows of a table, and --format jsonl has none");
+    }
+}
+
+void ScoreCommand::RequireOptionsOfASingleClassifier() const {
+    const SubModelOptions& subModels = options.output.subModels;
+    if (!subModels.longRows && !subModels.best) return;
+    throw CLI::ValidationError(
+        subModels.longRows ? "--long" : "--best",
+        "it is for sets of sub-models, and '" + model.GetDocumentName() + "' holds a single classifier");
+}
+
+/// What can be said of the options only when the model is known.
+void ScoreCommand::CheckAgainstModel(ScoreModel& scorable, Console& console) const {
+    const std::optional<std::vector<std::string>> subModels = FindSubModelNames(scorable);
+    if (!subModels) {
+        RequireOptionsOfASingleClassifier();
+    } else if (subModels->empty() && !quiet) {
+        console.messages << "note: " << MakePrintable(model.GetDocumentName())
+                         << ": the model has no sub-models: cases get no scores\n";
+    }
 }
 
 void ScoreCommand::Run(Console& console) {
     RequireSensibleOptions();
     LoadedModel loaded = model.Read();
     loaded.RequireScorable();
+    CheckAgainstModel(loaded.Get(), console);
 
     CaseInput input(cases);
     if (input.IsTyped() && !quiet) {

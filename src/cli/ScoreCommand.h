@@ -25,7 +25,10 @@ public:
 private:
     void DeclareTableOptions();
     void DeclareResultOptions();
+    void DeclareSubModelOptions();
     void RequireSensibleOptions() const;
+    void RequireOptionsOfASingleClassifier() const;
+    void CheckAgainstModel(ScoreModel& scorable, Console& console) const;
     ScoringSummary Score(LoadedModel& loaded, CaseInput& input, const OpenedOutput& opened, Console& console) const;
 
     ModelArgument model;

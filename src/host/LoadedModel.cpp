@@ -63,8 +63,15 @@ std::string FindSecondTarget(const ScoreModel& model) {
     return {};
 }
 
-std::string FindObstacle(const ScoreModel& model) {
-    std::string obstacle = FindTargetObstacle(model.GetTargetVar());
+/// A set without sub-models needs no target.
+bool MayLackTarget(ScoreModel& model) {
+    return model.GetModelType() == ScoreModel::SelfLearningModel;
+}
+
+std::string FindObstacle(ScoreModel& model) {
+    const ScoreDictVar* const target = model.GetTargetVar();
+    std::string obstacle;
+    if (target != nullptr || !MayLackTarget(model)) obstacle = FindTargetObstacle(target);
     if (obstacle.empty()) obstacle = FindSecondTarget(model);
     if (!obstacle.empty()) return obstacle;
     const auto* const check = dynamic_cast<const ModelSelfCheck*>(&model);

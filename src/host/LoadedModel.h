@@ -26,8 +26,9 @@ public:
 
     ScoreModel& Get() const { return *model; }
 
-    /// Throws UnscorableModelError when scoring would stop the process: a target without declared values or with
-    /// one declared twice, more than one target, or whatever the model itself finds wrong.
+    /// Throws UnscorableModelError when scoring would stop the process: no target (of a set of sub-models, which may
+    /// be empty, the model itself must say so), a target without declared values or with one declared twice, more
+    /// than one target, or whatever the model itself finds wrong.
     void RequireScorable() const;
 
 private:

@@ -11,7 +11,7 @@
 namespace nbscore {
 
 /// The writer for a model's results in a format.
-/// @param model borrowed by the writer.
+/// @param model borrowed by the writer; must be scorable, because a set of sub-models is asked for their names.
 /// @param header the input's column names. Throws CaseDataError, naming the column and the way out (a prefix), when
 ///     a column that scoring adds has a name that the input has too; throws UnscorableModelError for a kind of
 ///     model whose results cannot be written.

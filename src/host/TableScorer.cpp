@@ -1,53 +1,20 @@
 #include "host/TableScorer.h"
 
-#include <algorithm>
-#include <cmath>
 #include <memory>
 #include <string_view>
 #include <vector>
 
-#include "framework/ScoreClsResult.h"
 #include "host/CsvReader.h"
 #include "host/HostError.h"
 #include "host/MakeScoreWriter.h"
-#include "host/PluginFailure.h"
+#include "host/NonFiniteNumber.h"
+#include "host/ReusedResult.h"
 
 namespace nbscore {
 namespace {
 
 constexpr std::size_t outputBlockBytes = std::size_t{64} << 10;
 constexpr std::uint64_t rowsBetweenProgress = 256;
-
-/// One result object, handed back to the model case after case.
-class ReusedResult {
-public:
-    ReusedResult() = default;
-    ~ReusedResult() { delete result; }
-    ReusedResult(const ReusedResult&) = delete;
-    ReusedResult& operator=(const ReusedResult&) = delete;
-
-    /// Valid until the next call.
-    const ScoreResult& Score(ScoreModel& model, const ScoreCaseRecord& record) {
-        try {
-            model.GetScore(&record, result, false);
-        } catch (...) {
-            RethrowPluginFailure("scoring");
-        }
-        if (result == nullptr) throw UnscorableModelError("The model gave no result for a case.");
-        return *result;
-    }
-
-private:
-    ScoreResult* result = nullptr;  // the model replaces it through a reference to this very pointer
-};
-
-bool HasNonFiniteNumber(const ScoreResult& result) {
-    const auto* const classification = dynamic_cast<const ScoreClsResult*>(&result);
-    if (classification == nullptr) return false;
-    if (!std::isfinite(classification->GetConfidence())) return true;
-    return std::ranges::any_of(classification->GetAllValuePercent(),
-                               [](const auto& entry) { return !std::isfinite(entry.second); });
-}
 
 /// One run over one table.
 class TableRun {

@@ -29,8 +29,8 @@ struct ScoringProgress {
 /// What a run did.
 struct ScoringSummary {
     std::uint64_t rows = 0;
-    /// The line of the first case in which some probability came out as no number or infinite (its arithmetic
-    /// broke down, which takes an extreme threshold or counts); 0 when there was none.
+    /// The line of the first case in which some probability came out as no number or infinite (HasNonFiniteNumber); 0
+    /// when there was none.
     std::uint64_t firstNonFiniteLine = 0;
 };
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "FakeModel.h"
+#include "FakeSet.h"
 #include "Message.h"
 #include "framework/ModelSelfCheck.h"
 #include "host/HostError.h"
@@ -37,6 +38,17 @@ TEST(RequireScorable, ModelPasses_WhenItsTargetDeclaresDistinctValues) {
 
 TEST(RequireScorable, ModelIsRefused_WhenItHasNoTarget) {
     EXPECT_EQ(GetObstacle(std::make_unique<FakeModel>()), "The model has no target variable.");
+}
+
+TEST(RequireScorable, SetPasses_WhenItHasNoTarget) {
+    const LoadedModel set(nullptr, std::make_unique<FakeSet>());
+    EXPECT_NO_THROW(set.RequireScorable());
+}
+
+TEST(RequireScorable, SetIsRefused_WhenItsTargetDeclaresAValueTwice) {
+    auto set = std::make_unique<FakeSet>();
+    set->AddField(MakeTextField("y", {"a", "b", "a"}), ScoreModel::TargetRole);
+    EXPECT_EQ(GetObstacle(std::move(set)), "The target variable \"y\" declares the value \"a\" twice.");
 }
 
 TEST(RequireScorable, ModelIsRefused_WhenItsTargetDeclaresNoValues) {

@@ -194,10 +194,10 @@ TEST_F(ScoreWriterTest, ResultIsRefused_WhenItIsNoClassification) {
 
 TEST_F(ScoreWriterTest, ThereIsNone_WhenTheModelIsOfAnotherKindOrHasNoTarget) {
     class OtherModel : public FakeModel {
-        ModelType GetModelType() override { return SelfLearningModel; }
+        ModelType GetModelType() override { return static_cast<ModelType>(22); }
     } other;
     EXPECT_EQ(GetMessageOf<UnscorableModelError>([&] { MakeScoreWriter(other, {}, "t.csv", options); }),
-              "Results of models of type 25 cannot be written.");
+              "Results of models of type 22 cannot be written.");
     EXPECT_THROW(MakeScoreWriter(model, {}, "t.csv", options), UnscorableModelError);
 }
 

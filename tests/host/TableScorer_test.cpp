@@ -7,6 +7,7 @@
 
 #include "DribblingBuffer.h"
 #include "FakeModel.h"
+#include "FakeSet.h"
 #include "Message.h"
 #include "host/HostError.h"
 #include "host/OutputFile.h"
@@ -210,6 +211,19 @@ TEST_F(TableScorerTest, FolderIsRefused_WhenItIsGivenAsTheTable) {
     const TemporaryFolder folder;
     std::ifstream input(folder.GetPath(), std::ios::binary);
     EXPECT_THROW(ScoreTable(model, input, "t.csv", output, options, {}), InputOutputError);
+}
+
+TEST(TableScorerOfSets, FindsTheFirstScoreThatIsNoNumber) {
+    const auto findLine = [](double score) {
+        auto set = std::make_unique<FakeSet>(std::vector<SubModelScore>{MakeScore("a", 0.5), MakeScore("b", score)});
+        LoadedModel model(nullptr, std::move(set));
+        std::istringstream input("id\n1\n2\n");
+        TextSink output;
+        return ScoreTable(model, input, "t.csv", output, {}, {}).firstNonFiniteLine;
+    };
+    EXPECT_EQ(findLine(0.25), 0U);
+    EXPECT_EQ(findLine(std::numeric_limits<double>::infinity()), 2U);
+    EXPECT_EQ(findLine(std::numeric_limits<double>::quiet_NaN()), 2U);
 }
 
 }  // namespace

@@ -1,11 +1,12 @@
-#include "host/JsonLinesScoreWriter.h"
+#include "host/JsonLinesClassificationWriter.h"
 
 #include "host/Classification.h"
 #include "host/JsonText.h"
 
 namespace nbscore {
 
-JsonLinesScoreWriter::JsonLinesScoreWriter(const ScoreDictVar& target, const ScoreWriterOptions& options)
+JsonLinesClassificationWriter::JsonLinesClassificationWriter(const ScoreDictVar& target,
+                                                             const ScoreWriterOptions& options)
     : predictionOnly(options.predictionOnly),
       numericTarget(target.GetStorageType() == ScoreDictVar::NumericStorage),
       probabilities(target) {
@@ -16,10 +17,10 @@ JsonLinesScoreWriter::JsonLinesScoreWriter(const ScoreDictVar& target, const Sco
     }
 }
 
-void JsonLinesScoreWriter::AppendHeader(std::string&) {}
+void JsonLinesClassificationWriter::AppendHeader(std::string&) {}
 
-void JsonLinesScoreWriter::AppendCase(std::string& text, const std::vector<std::string_view>&,
-                                      const ScoreResult& result) {
+void JsonLinesClassificationWriter::AppendCase(std::string& text, const std::vector<std::string_view>&,
+                                               const ScoreResult& result) {
     const ScoreClsResult& classification = RequireClassification(result);
     text += "{\"prediction\": ";
     AppendPrediction(text, *classification.GetPrediction());
@@ -37,7 +38,7 @@ void JsonLinesScoreWriter::AppendCase(std::string& text, const std::vector<std::
     text += "}\n";
 }
 
-void JsonLinesScoreWriter::AppendPrediction(std::string& text, const ScoreValue& prediction) const {
+void JsonLinesClassificationWriter::AppendPrediction(std::string& text, const ScoreValue& prediction) const {
     if (numericTarget) {
         AppendJsonNumber(text, prediction.GetDouble());
     } else {

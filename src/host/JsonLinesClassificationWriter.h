@@ -14,10 +14,10 @@ namespace nbscore {
 /// Writes classified cases as JSON, one object a line:
 /// `{"prediction": …, "confidence": …, "probabilities": {"<category>": …}}`, categories in the target's order.
 /// The prediction of a numeric target is a number.
-class JsonLinesScoreWriter : public ScoreWriter {
+class JsonLinesClassificationWriter : public ScoreWriter {
 public:
     /// @param target borrowed.
-    JsonLinesScoreWriter(const ScoreDictVar& target, const ScoreWriterOptions& options);
+    JsonLinesClassificationWriter(const ScoreDictVar& target, const ScoreWriterOptions& options);
 
     void AppendHeader(std::string& text) override;
     void AppendCase(std::string& text, const std::vector<std::string_view>& cells, const ScoreResult& result) override;
