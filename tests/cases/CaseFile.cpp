@@ -40,11 +40,20 @@ ExpectedRefusal ReadRefusal(const std::filesystem::path& path) {
     return refusal;
 }
 
+std::optional<std::string> ReadIfThere(const std::filesystem::path& path) {
+    if (!std::filesystem::exists(path)) return std::nullopt;
+    return ReadWholeFile(path);
+}
+
 CaseFile ReadCase(const std::filesystem::path& folder) {
-    CaseFile caseFile{folder, folder / "document.pmml", folder / "rows.csv", {}, {}};
-    const std::filesystem::path table = folder / "expected.csv";
+    CaseFile caseFile;
+    caseFile.folder = folder;
+    caseFile.document = folder / "document.pmml";
+    caseFile.rows = folder / "rows.csv";
+    caseFile.expectedTable = ReadIfThere(folder / "expected.csv");
+    caseFile.expectedLongTable = ReadIfThere(folder / "expected-long.csv");
+    caseFile.expectedMessages = ReadIfThere(folder / "expected-messages.txt").value_or("");
     const std::filesystem::path refusal = folder / "expected-refusal.txt";
-    if (std::filesystem::exists(table)) caseFile.expectedTable = ReadWholeFile(table);
     if (std::filesystem::exists(refusal)) caseFile.expectedRefusal = ReadRefusal(refusal);
     if (caseFile.expectedTable.has_value() == caseFile.expectedRefusal.has_value()) {
         throw std::runtime_error(folder.string() + ": needs expected.csv or expected-refusal.txt, and not both");

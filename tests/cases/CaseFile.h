@@ -24,12 +24,16 @@ struct ExpectedRefusal {
 /// One folder of tests/cases: a document, the rows to score with it, and what must come out.
 ///
 /// The folder holds document.pmml, rows.csv and either expected.csv (the scored table) or expected-refusal.txt
-/// (lines of a key and its value: status, error, message, line, column, path, mentions).
+/// (lines of a key and its value: status, error, message, line, column, path, mentions). Beside expected.csv there may
+/// be expected-long.csv (the table with a row for each case and sub-model) and expected-messages.txt (what the command
+/// says on standard error, in both shapes; without this file nothing).
 struct CaseFile {
     std::filesystem::path folder;
     std::filesystem::path document;
     std::filesystem::path rows;
     std::optional<std::string> expectedTable;
+    std::optional<std::string> expectedLongTable;
+    std::string expectedMessages;
     std::optional<ExpectedRefusal> expectedRefusal;
 };
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "cases/CaseFile.h"
 #include "support/RunCommand.h"
@@ -11,12 +12,20 @@
 namespace nbscore::test {
 namespace {
 
-CommandResult ScoreWithCommand(const CaseFile& caseFile) {
+CommandResult ScoreWithCommand(const CaseFile& caseFile, const std::vector<std::string>& options) {
     CommandCall call;
     call.program = NBSCORE_COMMAND;
     call.arguments = {"score", "document.pmml", "rows.csv"};
+    call.arguments.insert(call.arguments.end(), options.begin(), options.end());
     call.workingFolder = caseFile.folder;
     return RunCommand(call);
+}
+
+void ExpectScored(const CaseFile& caseFile, const std::vector<std::string>& options, const std::string& table) {
+    const CommandResult result = ScoreWithCommand(caseFile, options);
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.out, table);
+    EXPECT_EQ(result.err, caseFile.expectedMessages);
 }
 
 std::string FirstLineOf(const std::string& text) {
@@ -44,14 +53,14 @@ void ExpectComplaint(const ExpectedRefusal& expected, const std::string& complai
 class CommandCases : public testing::TestWithParam<CaseFile> {};
 
 TEST_P(CommandCases, GiveWhatTheCaseFileExpects) {
-    const CommandResult result = ScoreWithCommand(GetParam());
-    if (GetParam().expectedTable) {
-        EXPECT_EQ(result.exitStatus, 0);
-        EXPECT_EQ(result.out, *GetParam().expectedTable);
-        EXPECT_EQ(result.err, "");
+    const CaseFile& caseFile = GetParam();
+    if (caseFile.expectedTable) {
+        ExpectScored(caseFile, {}, *caseFile.expectedTable);
+        if (caseFile.expectedLongTable) ExpectScored(caseFile, {"--long"}, *caseFile.expectedLongTable);
     } else {
-        EXPECT_EQ(result.exitStatus, GetParam().expectedRefusal->exitStatus);
-        ExpectComplaint(*GetParam().expectedRefusal, result.err);
+        const CommandResult result = ScoreWithCommand(caseFile, {});
+        EXPECT_EQ(result.exitStatus, caseFile.expectedRefusal->exitStatus);
+        ExpectComplaint(*caseFile.expectedRefusal, result.err);
     }
 }
 

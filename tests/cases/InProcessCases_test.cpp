@@ -23,12 +23,14 @@ public:
     std::string text;
 };
 
-std::string ScoreCase(const CaseFile& caseFile) {
+std::string ScoreCase(const CaseFile& caseFile, bool longRows = false) {
     LoadedModel model = LoadedModel::Read(PluginLibrary::Load(NBSCORE_PLUGIN), caseFile.document);
     model.RequireScorable();
     std::ifstream rows(caseFile.rows, std::ios::binary);
     TextSink sink;
-    ScoreTable(model, rows, "rows.csv", sink, TableScorerOptions{}, [](const ScoringProgress&) {});
+    TableScorerOptions options;
+    options.output.subModels.longRows = longRows;
+    ScoreTable(model, rows, "rows.csv", sink, options, [](const ScoringProgress&) {});
     return sink.text;
 }
 
@@ -68,6 +70,9 @@ class InProcessCases : public testing::TestWithParam<CaseFile> {};
 TEST_P(InProcessCases, GiveWhatTheCaseFileExpects) {
     if (GetParam().expectedTable) {
         EXPECT_EQ(ScoreCase(GetParam()), *GetParam().expectedTable);
+        if (GetParam().expectedLongTable) {
+            EXPECT_EQ(ScoreCase(GetParam(), true), *GetParam().expectedLongTable);
+        }
     } else {
         ExpectRefused(GetParam());
     }

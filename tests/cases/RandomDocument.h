@@ -1,27 +1,12 @@
 #pragma once
 
-#include <optional>
-#include <random>
 #include <string>
 #include <vector>
 
+#include "cases/RandomInput.h"
 #include "support/BruteForceScorer.h"
 
 namespace nbscore::test {
-
-/// One predictor of a random document and what the test itself knows of it.
-struct RandomInput {
-    enum Kind { DeclaredTexts, DeclaredNumbers, LearnedTexts, LearnedNumbers, Binned };
-
-    std::string name;
-    Kind kind = DeclaredTexts;
-    /// The text of each category, in the order of the codes; empty for a binned input.
-    std::vector<std::string> categories;
-    /// Of a binned input: ascending.
-    std::vector<double> cutpoints;
-
-    bool IsNumeric() const { return kind == DeclaredNumbers || kind == LearnedNumbers || kind == Binned; }
-};
 
 /// One case: the text of each input's cell (empty for absent) and the category it must be coded to (-1 for none).
 struct RandomCase {
@@ -38,8 +23,6 @@ struct RandomDocument {
     std::vector<RandomInput> inputs;
     BruteForceModel model;
 };
-
-using Randomness = std::mt19937_64;
 
 RandomDocument MakeRandomDocument(Randomness& random);
 RandomCase MakeRandomCase(const RandomDocument& document, Randomness& random);

@@ -5,16 +5,15 @@
 
 #include <bit>
 #include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <sstream>
 
+#include "cases/CaseTable.h"
 #include "cases/RandomDocument.h"
 #include "framework/BaseCaseRecord.h"
 #include "framework/NumberText.h"
 #include "framework/ScoreClsResult.h"
 #include "host/CsvReader.h"
-#include "host/CsvText.h"
 #include "host/PluginLibrary.h"
 #include "support/RunCommand.h"
 #include "support/TemporaryFolder.h"
@@ -29,27 +28,6 @@ constexpr int casesThroughCommand = 60;
 
 std::uint64_t Bits(double number) {
     return std::bit_cast<std::uint64_t>(number);
-}
-
-std::vector<std::string> InputNames(const RandomDocument& document) {
-    std::vector<std::string> names;
-    for (const RandomInput& input : document.inputs)
-        names.push_back(input.name);
-    return names;
-}
-
-void Fill(BaseCaseRecord& record, const RandomDocument& document, const RandomCase& randomCase) {
-    for (std::size_t i = 0; i < document.inputs.size(); ++i) {
-        const int position = static_cast<int>(i);
-        const std::string& cell = randomCase.cells[i];
-        if (cell.empty()) {
-            record.SetAbsent(position);
-        } else if (document.inputs[i].IsNumeric()) {
-            record.SetNumber(position, std::strtod(cell.c_str(), nullptr));
-        } else {
-            record.SetText(position, cell);
-        }
-    }
 }
 
 void ExpectSameBits(const ScoreClsResult& result, const RandomDocument& document, const BruteForceScore& expected) {
@@ -71,11 +49,11 @@ TEST(RandomDocuments, ScoreLikeTheBruteForceScorer_CaseByCase) {
         SCOPED_TRACE("document " + std::to_string(number) + ":\n" + document.text);
         std::istringstream source(document.text);
         const std::unique_ptr<ScoreModel> model(plugin->MakeTranslator()->ParseFromTree(source, "UTF-8"));
-        BaseCaseRecord record(InputNames(document));
+        BaseCaseRecord record(NamesOf(document.inputs));
         ScoreResult* scored = nullptr;
         for (int i = 0; i < casesPerDocument; ++i) {
             const RandomCase randomCase = MakeRandomCase(document, random);
-            Fill(record, document, randomCase);
+            FillRecord(record, document.inputs, randomCase.cells);
             model->GetScore(&record, scored, false);
             ExpectSameBits(dynamic_cast<const ScoreClsResult&>(*scored), document,
                            ScoreByBruteForce(document.model, randomCase.codes));
@@ -84,21 +62,6 @@ TEST(RandomDocuments, ScoreLikeTheBruteForceScorer_CaseByCase) {
         delete scored;
         if (HasFatalFailure()) return;
     }
-}
-
-std::string TableText(const RandomDocument& document, const std::vector<RandomCase>& cases) {
-    std::string text;
-    const auto appendRow = [&](const std::vector<std::string>& cells) {
-        for (const std::string& cell : cells) {
-            AppendCsvCell(text, cell, ',');
-            text += ',';
-        }
-        text += "x\n";
-    };
-    appendRow(InputNames(document));
-    for (const RandomCase& randomCase : cases)
-        appendRow(randomCase.cells);
-    return text;
 }
 
 void ExpectTable(const std::string& table, const RandomDocument& document, const std::vector<RandomCase>& cases) {
@@ -126,12 +89,15 @@ TEST(RandomDocuments, ScoreLikeTheBruteForceScorer_ThroughTheCommand) {
         const RandomDocument document = MakeRandomDocument(random);
         SCOPED_TRACE("document " + std::to_string(number) + ":\n" + document.text);
         std::vector<RandomCase> cases;
-        for (int i = 0; i < casesThroughCommand; ++i)
+        std::vector<std::vector<std::string>> rows;
+        for (int i = 0; i < casesThroughCommand; ++i) {
             cases.push_back(MakeRandomCase(document, random));
+            rows.push_back(cases.back().cells);
+        }
         CommandCall call;
         call.program = NBSCORE_COMMAND;
         call.arguments = {"score", folder.Write("document.pmml", document.text).string(), "--only-scores"};
-        call.standardInput = TableText(document, cases);
+        call.standardInput = CsvTableText(NamesOf(document.inputs), rows);
         const CommandResult result = RunCommand(call);
         ASSERT_EQ(result.exitStatus, 0) << result.err;
         ExpectTable(result.out, document, cases);
