@@ -81,9 +81,11 @@ void ScoreCommand::DeclareResultOptions() {
 
 void ScoreCommand::DeclareSubModelOptions() {
     SubModelOptions& subModels = options.output.subModels;
-    app.add_flag("--long", subModels.longRows,
-                 "For sub-models: write a row for each case and sub-model, with the columns model, score, "
-                 "assessment_mean and assessment_std_dev, instead of a column for each sub-model. Not for jsonl.");
+    app.add_flag(
+        "--long", subModels.longRows,
+        "For sub-models: write a row for each case and sub-model, with the columns model, score, "
+        "assessment_mean and assessment_std_dev, instead of a column for each sub-model. A model is called as in "
+        "the names of those columns. Not for jsonl.");
     const auto takeBest = [&subModels](const std::string& text) {
         const int best = ReadInt(text).value_or(0);
         if (best < 1) throw CLI::ValidationError("--best", "'" + text + "' is no whole number above 0");
@@ -91,7 +93,9 @@ void ScoreCommand::DeclareSubModelOptions() {
     };
     app.add_option_function<std::string>(
            "--best", takeBest,
-           "For sub-models: keep each case's N highest scores, best first; equal ones in the model's order. Without "
+           "For sub-models: keep each case's N highest scores, best first; equal ones in the model's order. A case "
+           "that says "
+           "nothing to a sub-model has its raw prior as score, which is ranked as it stands. Without "
            "--long the columns are then best_1_model, best_1_score, best_2_model and so on.")
         ->type_name("N");
 }
@@ -144,8 +148,8 @@ void ScoreCommand::CheckAgainstModel(ScoreModel& scorable, Console& console) con
     if (!subModels) {
         RequireOptionsOfASingleClassifier();
     } else if (subModels->empty() && !quiet) {
-        console.messages << "note: " << MakePrintable(model.GetDocumentName())
-                         << ": the model has no sub-models: cases get no scores\n";
+        console.messages << "note: " << MakePrintable(model.GetDocumentName()) << ": the model has no sub-models: "
+                         << (options.output.subModels.longRows ? "the result has no rows\n" : "cases get no scores\n");
     }
 }
 

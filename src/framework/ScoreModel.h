@@ -15,8 +15,8 @@
 /// A model that scores cases.
 ///
 /// Life: a translator makes the model, configures it on one thread and hands it over; the caller owns it. The
-/// first scoring call may still set things up and must complete alone; after it, any number of threads may score,
-/// each with a record and a result of its own.
+/// first scoring call may still set things up and must complete alone, with an indexed record where any later one is
+/// indexed; after it, any number of threads may score, each with a record and a result of its own.
 ///
 /// The order of the operations is the order of the virtual table, which plug-ins rely on.
 class SCOREFRAMEWORK_API ScoreModel {

@@ -20,8 +20,9 @@ void CsvSubModelColumnsWriter::AppendHeader(std::string& text) {
 
 void CsvSubModelColumnsWriter::AppendCase(std::string& text, const std::vector<std::string_view>& cells,
                                           const ScoreResult& result) {
+    const std::vector<SubModelScore>& scores = RequireSubModelScores(result, numSubModels);
     CsvRow row = table.BeginRow(text, cells);
-    for (const SubModelScore& subModel : RequireSubModelScores(result, numSubModels)) {
+    for (const SubModelScore& subModel : scores) {
         table.AddNumber(row, subModel.score);
     }
     row.End();

@@ -11,8 +11,8 @@
 
 namespace nbscore {
 
-/// Writes cases scored by a set of sub-models as CSV, a row for each case: the input's columns, then `score_<label>` for
-/// each sub-model.
+/// Writes cases scored by a set of sub-models as CSV, a row for each case: the input's columns, then `score_<label>`
+/// for each sub-model.
 class CsvSubModelColumnsWriter : public ScoreWriter {
 public:
     /// @param labels one for each sub-model, no two equal.

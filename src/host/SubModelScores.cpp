@@ -1,7 +1,6 @@
 #include "host/SubModelScores.h"
 
-#include <string>
-
+#include "framework/CountedNoun.h"
 #include "host/HostError.h"
 
 namespace nbscore {
@@ -20,8 +19,8 @@ const std::vector<SubModelScore>& RequireSubModelScores(const ScoreResult& resul
 const std::vector<SubModelScore>& RequireSubModelScores(const ScoreResult& result, std::size_t numSubModels) {
     const std::vector<SubModelScore>& scores = RequireSubModelScores(result);
     if (scores.size() == numSubModels) return scores;
-    throw UnscorableModelError("The model gave " + std::to_string(scores.size()) + " scores for its " +
-                               std::to_string(numSubModels) + " sub-models.");
+    throw UnscorableModelError("The model gave " + CountedNoun(scores.size(), "score") + " for its " +
+                               CountedNoun(numSubModels, "sub-model") + ".");
 }
 
 }  // namespace nbscore

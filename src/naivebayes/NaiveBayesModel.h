@@ -29,7 +29,8 @@ struct EncodedCase;
 /// factor cancels in the posterior. A case without any usable predictor is scored with the priors as they
 /// stand.
 ///
-/// Threads: configuration on one thread, then one scoring call alone, then any number at once.
+/// Threads: configuration on one thread, then one scoring call alone (it notes positions; where any case comes with
+/// positions, this one must too), then any number at once.
 class NAIVEBAYES_API NaiveBayesModel : public BaseModel, public ModelSelfCheck {
 public:
     NaiveBayesModel();

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <limits>
 
+#include "framework/CountedNoun.h"
 #include "framework/NumericValue.h"
-#include "naivebayes/CountedNoun.h"
 #include "naivebayes/ValuePercentFinder.h"
 
 namespace nbscore {

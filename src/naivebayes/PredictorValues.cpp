@@ -41,10 +41,10 @@ void RememberRecordPositions(const ScoreCaseRecord& record, const std::vector<st
     }
 }
 
-const ScoreCaseRecord* ComputeDerivedValues(const ScoreModel& model, const ScoreCaseRecord* record,
+const ScoreCaseRecord* ComputeDerivedValues(const ScoreModel& model, bool needed, const ScoreCaseRecord* record,
                                             bool derivedInRecord) {
     TransformationDictionary* derivedFields = model.GetTransformationDictionary();
-    if (derivedFields == nullptr || derivedInRecord) return nullptr;
+    if (!needed || derivedFields == nullptr || derivedInRecord) return nullptr;
     return derivedFields->GetValuesForDeriedVars(record, model.GetDictionary());
 }
 

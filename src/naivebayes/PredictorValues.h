@@ -26,9 +26,10 @@ void RememberRecordPositions(const ScoreCaseRecord& record, const std::vector<st
                              const ScoreDictionary* dictionary, const TransformationDictionary* derivedFields,
                              bool derivedInRecord);
 
-/// The values of a model's derived fields for one case; null when the model has no derived fields, or when the record
-/// carries their values itself. Borrowed from the derived fields, until this thread's next call.
-const ScoreCaseRecord* ComputeDerivedValues(const ScoreModel& model, const ScoreCaseRecord* record,
+/// The values of a model's derived fields for one case; null when no predictor needs them, when the model has no
+/// derived fields, or when the record carries their values itself. Borrowed from the derived fields, until this
+/// thread's next call.
+const ScoreCaseRecord* ComputeDerivedValues(const ScoreModel& model, bool needed, const ScoreCaseRecord* record,
                                             bool derivedInRecord);
 
 /// The category codes of one case: one entry per predictor, the system-missing number where it has none.

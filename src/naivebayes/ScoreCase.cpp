@@ -57,7 +57,7 @@ MCScore::MCStatus NaiveBayesModel::GetScore(const ScoreCaseRecord* record, Score
     if (!dictVarIndexReady && caseRecord.IsIndexed()) SetUpDictVarIndex(record, derivedInRecord);
     ScoreClsResult& filled = ResultToFill(result, targetVar);
     const ScoreCaseRecord* derivedRecord =
-        needDerivedPredictor ? nbscore::ComputeDerivedValues(*this, record, derivedInRecord) : nullptr;
+        nbscore::ComputeDerivedValues(*this, needDerivedPredictor, record, derivedInRecord);
 
     const std::vector<double> posteriors = ComputePosteriors(
         nbscore::EncodePredictors(caseRecord, derivedRecord, predictorVarNames.size(), predictorVars, encoders));

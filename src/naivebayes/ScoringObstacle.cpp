@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "naivebayes/CountedNoun.h"
+#include "framework/CountedNoun.h"
 #include "naivebayes/NaiveBayesModel.h"
 #include "naivebayes/PredictorObstacle.h"
 

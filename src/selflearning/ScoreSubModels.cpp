@@ -29,7 +29,7 @@ ScoreResult& ResultToFill(ScoreResult*& result, const ScoreDictVar* target) {
 
 void SetDescriptors(ScoreResult& result, Descriptors descriptors) {
     if (auto* list = dynamic_cast<DescriptorsValue*>(nbscore::ChangeablePrediction(result))) {
-        list->SetVectorValue(descriptors);
+        list->GetVectorValue() = std::move(descriptors);
         return;
     }
     nbscore::ReplacePrediction(result, std::make_unique<DescriptorsValue>(std::move(descriptors)));
@@ -43,7 +43,7 @@ MCScore::MCStatus SelfLearningModel::GetScore(const ScoreCaseRecord* record, Sco
     if (!targetProbabilitiesComputed) ComputeTargetProbabilities();
     ScoreResult& filled = ResultToFill(result, targetVar);
     const ScoreCaseRecord* derivedRecord =
-        needDerivedPredictor ? nbscore::ComputeDerivedValues(*this, record, derivedInRecord) : nullptr;
+        nbscore::ComputeDerivedValues(*this, needDerivedPredictor, record, derivedInRecord);
 
     MCScore::MCStatus status;
     Descriptors descriptors(static_cast<std::size_t>(numOfModels));

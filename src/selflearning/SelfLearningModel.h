@@ -13,7 +13,8 @@
 
 /// A set of Naive Bayes classifiers, its sub-models, that share one target of two categories. Each has a name,
 /// predictors, counts, a threshold and assessment figures of its own. Scoring a case gives every sub-model's
-/// probability of the target's second category; the sub-models are not combined.
+/// probability of the target's second category, or its raw prior where a case says nothing to it; the sub-models are
+/// not combined.
 ///
 /// Configured by calls in this order: SetNumOfModels first; SetThreshold and SetTargetCounts once per sub-model, in
 /// the order of the sub-models; SetThreshold of a sub-model before its first SetPredCounts; per predictor of a
@@ -22,8 +23,8 @@
 ///
 /// The arithmetic is that of NaiveBayesModel, with each sub-model's own threshold.
 ///
-/// Threads: configuration on one thread, then one scoring call alone (it computes the priors and notes positions),
-/// then any number at once.
+/// Threads: configuration on one thread, then one scoring call alone (it computes the priors and notes positions; where
+/// any case comes with positions, this one must too), then any number at once.
 class NAIVEBAYES_API SelfLearningModel : public BaseModel, public ModelSelfCheck {
 public:
     SelfLearningModel();
@@ -32,6 +33,9 @@ public:
 
     void SetPredictionOnly(bool only) override;
     ScoreDictionary* GetVarsOfRole(VarRole role) const override;
+    /// Fills the result with a VectorValue of one SelfLearningResult::ModelDescriptor per sub-model. A result of the
+    /// type of a single classifier's is filled again; any other, a SelfLearningResult among them, is deleted and
+    /// replaced by a new one on every call. Deliberate: it is part of the interface.
     MCScore::MCStatus GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool derivedInRecord) override;
     ModelType GetModelType() override;
     bool GetPredictionOnly() const override;
@@ -46,6 +50,7 @@ public:
     void SetNumOfModels(int count);
     int GetNumOfModels() const { return numOfModels; }
     void SetModelName(int model, const std::string& name);
+    /// One for each sub-model, in order; empty where none was set.
     const std::vector<std::string>& GetModelNames() const { return modelNames; }
     void SetAssessmentMeanValues(int model, double value);
     void SetAssessmentStdDevValues(int model, double value);
@@ -55,8 +60,8 @@ public:
     /// Appends the next predictor's encoder; the model takes ownership, but not of one whose sub-model does not
     /// exist. The predictor's index is ignored on purpose: encoders are kept in the order of the calls.
     void AddEncoder(int model, int predictorIndex, INBVeskEncoder* encoder);
-    /// Appends the next predictor's count table, made with the sub-model's threshold. The predictor's index is
-    /// ignored on purpose, as for AddEncoder.
+    /// Appends the next predictor's count table, made with the sub-model's threshold, which must have been set: without
+    /// it the process stops. The predictor's index is ignored on purpose, as for AddEncoder.
     void SetPredCounts(int model, int predictorIndex, const NBayesInputBase::Matrix& counts);
     /// Appends the next sub-model's target counts.
     void SetTargetCounts(const std::vector<double>& counts);

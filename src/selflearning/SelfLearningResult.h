@@ -19,7 +19,8 @@ public:
     /// One sub-model's answer.
     struct ModelDescriptor {
         std::string modelName;
-        /// The posterior probability of the target's second category.
+        /// The posterior probability of the target's second category. Where the case has no value that the sub-model
+        /// can use, or one of its priors is 0, it is the raw prior of that category instead, which may be above 1.
         double score;
         /// System-missing when never set.
         double assessmentMean;

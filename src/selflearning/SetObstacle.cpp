@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string>
 
-#include "naivebayes/CountedNoun.h"
+#include "framework/CountedNoun.h"
 #include "naivebayes/PredictorObstacle.h"
 #include "selflearning/SelfLearningModel.h"
 
@@ -14,11 +14,15 @@ using nbscore::CountedNoun;
 // A set without sub-models scores every case with an empty list, whatever else it lacks. The priors of all target
 // counts are computed first, even of those that no sub-model uses.
 std::string SelfLearningModel::FindScoringObstacle() const {
-    if (targetCountsByModel.size() > thresholds.size()) {
-        return "The model has " + CountedNoun(targetCountsByModel.size(), "list") + " of target counts for " +
-               CountedNoun(thresholds.size(), "threshold") + ".";
-    }
     const auto numModels = static_cast<std::size_t>(numOfModels);
+    if (targetCountsByModel.size() > thresholds.size()) {
+        return "The target was counted " + CountedNoun(targetCountsByModel.size(), "time") + " for " +
+               CountedNoun(numModels, "sub-model") + ": each needs its target counts once.";
+    }
+    if (targetProbabilitiesComputed && targetProbabilitiesByModel.size() < numModels) {
+        return "The model has " + CountedNoun(numModels, "sub-model") + ", but was scored when it had " +
+               std::to_string(targetProbabilitiesByModel.size()) + ".";
+    }
     if (numModels == 0) return std::string();
     if (targetVar == nullptr) return "The model has no target variable.";
     if (targetCategories.size() < 2) {

@@ -12,6 +12,8 @@
 ///
 /// As a value among values it is no more than its length: comparisons set this value's length against the other
 /// value's whole number, whatever the elements hold. Its number is missing; its text tells the length.
+///
+/// It owns its elements and copies them with itself. A list that nobody changes may be read from any number of threads.
 template <typename Element>
 class NBSCORE_HEADER_TYPE VectorValue : public ScoreValue {
 public:
@@ -53,7 +55,9 @@ public:
     }
     ValueType GetType() const override { return Vector; }
 
+    /// Replaces the elements by copies of these.
     void SetVectorValue(const std::vector<Element>& list) { elements = list; }
+    /// The elements themselves, valid until the value changes or goes.
     std::vector<Element>& GetVectorValue() { return elements; }
     const std::vector<Element>& GetVectorValue() const { return elements; }
     int Size() const { return static_cast<int>(elements.size()); }

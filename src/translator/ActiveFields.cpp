@@ -12,9 +12,4 @@ int ActiveFields::IndexOf(const std::string& name) const {
     return position == firstPositions.end() ? notFound : position->second;
 }
 
-void ActiveFields::Clear() {
-    numFields = 0;
-    firstPositions.clear();
-}
-
 }  // namespace nbscore

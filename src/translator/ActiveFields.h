@@ -14,7 +14,6 @@ public:
     void Append(const std::string& name);
     /// The first position of the name, found without a search through all of them; or notFound.
     int IndexOf(const std::string& name) const;
-    void Clear();
 
 private:
     int numFields = 0;

@@ -89,7 +89,7 @@ void ReadModelElement(const DOMElement& modelElement, int modelIndex, DocumentRe
         throw RefusalAt(&modelElement, VeskException::UnexpectedElement,
                         "At least one <BayesInputs>, one <BayesOutput> and one <BayesOutput> element is required.");
     }
-    reading.activeFields.Clear();
+    reading.activeFields = {};
 }
 
 }  // namespace nbscore

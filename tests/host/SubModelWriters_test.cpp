@@ -123,9 +123,10 @@ TEST_F(SubModelWritersTest, ResultIsRefused_WhenItDoesNotHoldAScoreForEachSubMod
         const auto getFault = [&](const ScoreResult& result) {
             return GetMessageOf<UnscorableModelError>([&] { writer->AppendCase(text, {}, result); });
         };
-        EXPECT_EQ(getFault(FakeSetResult({MakeScore("card", 1)})), "The model gave 1 scores for its 4 sub-models.");
+        EXPECT_EQ(getFault(FakeSetResult({MakeScore("card", 1)})), "The model gave 1 score for its 4 sub-models.");
         EXPECT_EQ(getFault(FakeSetResult()), "The model's results are no scores of sub-models.");
         EXPECT_EQ(getFault(FakeResult()), "The model's results are no scores of sub-models.");
+        EXPECT_EQ(text, "");
     }
 }
 

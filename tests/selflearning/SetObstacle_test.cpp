@@ -59,13 +59,22 @@ TEST(SetObstacleDeathTest, IsNone_WhenThereIsNoSubModel) {
     ExpectNone(set);
 }
 
+TEST(SetObstacleDeathTest, IsASubModelAddedAfterTheFirstCase) {
+    const auto set = MakeSet(Play(), {sound});
+    ExpectNone(*set);
+    set->SetNumOfModels(2);
+    set->SetThreshold(1);
+    set->SetTargetCounts({3, 4});
+    ExpectObstacle(*set, "The model has 2 sub-models, but was scored when it had 1.");
+}
+
 TEST(SetObstacleDeathTest, IsMoreTargetCountsThanThresholds) {
     const auto set = MakeSet(Play(), {sound});
     set->SetTargetCounts({3, 4});
-    ExpectObstacle(*set, "The model has 2 lists of target counts for 1 threshold.");
+    ExpectObstacle(*set, "The target was counted 2 times for 1 sub-model: each needs its target counts once.");
     SelfLearningModel empty;
     empty.SetTargetCounts({3, 4});
-    ExpectObstacle(empty, "The model has 1 list of target counts for 0 thresholds.");
+    ExpectObstacle(empty, "The target was counted 1 time for 0 sub-models: each needs its target counts once.");
 }
 
 TEST(SetObstacleDeathTest, IsNone_WhenTargetCountsAndThresholdsAreTooManyAlike) {

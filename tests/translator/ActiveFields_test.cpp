@@ -15,14 +15,5 @@ TEST(ActiveFields, AnswersTheFirstPosition_WhenANameIsRepeated) {
     EXPECT_EQ(fields.IndexOf("d"), ActiveFields::notFound);
 }
 
-TEST(ActiveFields, CountsFromZeroAgain_WhenCleared) {
-    ActiveFields fields;
-    fields.Append("a");
-    fields.Clear();
-    EXPECT_EQ(fields.IndexOf("a"), ActiveFields::notFound);
-    fields.Append("b");
-    EXPECT_EQ(fields.IndexOf("b"), 0);
-}
-
 }  // namespace
 }  // namespace nbscore
