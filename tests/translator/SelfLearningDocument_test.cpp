@@ -247,7 +247,8 @@ TEST(SelfLearningDocumentDeathTest, LoadsButIsNotToBeScored_WhenASubModelHasTwoO
     doubled.output += doubled.output;
     const ParseOutcome outcome = Parse(SelfLearningText({doubled, SubModelText()}));
     ASSERT_TRUE(outcome.model) << outcome.refusal->GetMessage();
-    EXPECT_EQ(ObstacleOf(outcome), "The target was counted 3 times for 2 sub-models: each needs its target counts once.");
+    EXPECT_EQ(ObstacleOf(outcome),
+              "The target was counted 3 times for 2 sub-models: each needs its target counts once.");
     EXPECT_DEATH(Describe(outcome, "rain"), "");
 }
 
