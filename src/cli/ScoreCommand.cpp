@@ -148,8 +148,8 @@ void ScoreCommand::CheckAgainstModel(ScoreModel& scorable, Console& console) con
     if (!subModels) {
         RequireOptionsOfASingleClassifier();
     } else if (subModels->empty() && !quiet) {
-        console.messages << "note: " << MakePrintable(model.GetDocumentName()) << ": the model has no sub-models: "
-                         << (options.output.subModels.longRows ? "the result has no rows\n" : "cases get no scores\n");
+        console.messages << "note: " << MakePrintable(model.GetDocumentName())
+                         << ": the model has no sub-models: there are no scores\n";
     }
 }
 

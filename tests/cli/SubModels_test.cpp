@@ -77,7 +77,7 @@ TEST_F(SubModelsTest, GiveCasesWithoutScores_WhenThereAreNone) {
     const CommandResult result = Run({"score", "none.pmml", "cases.csv"});
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_EQ(result.out, fruitCases);
-    EXPECT_EQ(result.err, "note: none.pmml: the model has no sub-models: cases get no scores\n");
+    EXPECT_EQ(result.err, "note: none.pmml: the model has no sub-models: there are no scores\n");
     EXPECT_EQ(Run({"score", "none.pmml", "cases.csv", "--quiet"}).err, "");
 }
 
