@@ -21,6 +21,7 @@ public:
 
     /// Numbers beyond 32 bits are held at the limit.
     void Add(std::uint64_t line, std::uint64_t column);
+    void Add(Mark mark) { marks.push_back(mark); }
     /// The place of the element of this number, counted from 0; zeros when the table does not reach so far.
     Mark Get(std::size_t ordinal) const;
 

@@ -7,6 +7,7 @@
 #include "framework/VeskException.h"
 #include "framework/xml/ElementPlaces.h"
 #include "framework/xml/PlacedDOMParser.h"
+#include "framework/xml/PmmlPrefix.h"
 #include "framework/xml/StreamInputSource.h"
 #include "framework/xml/XmlPlatform.h"
 
@@ -52,6 +53,7 @@ ParsedDocument ParseDocument(std::istream& stream) {
         const StreamInputSource source(stream);
         ParsedDocument document = parser.ParseAndAdopt(source);
         if (stream.bad()) throw VeskException(VeskException::UnreadableSource, unreadable);
+        DropPmmlPrefix(*document);
         return document;
     } catch (const VeskException&) {
         // A stream that broke off is at fault itself, whatever the parser made of the part before.

@@ -3,17 +3,19 @@
 #include <iosfwd>
 #include <memory>
 
+#include "framework/Export.h"
 #include "framework/XmlFwd.h"
 
 namespace nbscore {
 
-struct DocumentReleaser {
+struct SCOREFRAMEWORK_API DocumentReleaser {
     void operator()(xercesc::DOMDocument* document) const;
 };
 using ParsedDocument = std::unique_ptr<xercesc::DOMDocument, DocumentReleaser>;
 
-/// The document that a stream holds. Throws VeskException 3 for what is no acceptable XML, 4 for a stream that
+/// The document that a stream holds; elements of PMML have their names without prefix, whatever the document uses
+/// (DropPmmlPrefix). Throws VeskException 3 for what is no acceptable XML, 4 for a stream that
 /// fails, 10 for an encoding that nobody knows; nothing of the XML library's own.
-ParsedDocument ParseDocument(std::istream& stream);
+SCOREFRAMEWORK_API ParsedDocument ParseDocument(std::istream& stream);
 
 }  // namespace nbscore

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "framework/BaseTranslator.h"
+#include "framework/xml/DocumentOrder.h"
 #include "framework/xml/ElementPlaces.h"
 #include "framework/xml/Utf8.h"
 
@@ -33,13 +34,6 @@ const DOMNode* ElementOf(const DOMNode* node) {
     while (node && !IsElement(node))
         node = node->getParentNode();
     return node;
-}
-
-const DOMNode* NextInDocumentOrder(const DOMNode* node) {
-    if (const DOMNode* child = node->getFirstChild()) return child;
-    while (node && !node->getNextSibling())
-        node = node->getParentNode();
-    return node ? node->getNextSibling() : nullptr;
 }
 
 /// How many elements stand before this one in the document; nothing when it does not hang in the document.

@@ -20,7 +20,7 @@ SCOREFRAMEWORK_API std::string Utf8Of(const XMLCh* xmlText);
 
 /// For messages that quote a document: the same, cut behind maxQuotedUnits with "..." in its place, and with
 /// control characters as '?', so that no document can send commands to a terminal.
-std::string ExcerptOf(const XMLCh* xmlText);
+SCOREFRAMEWORK_API std::string ExcerptOf(const XMLCh* xmlText);
 inline constexpr int maxQuotedUnits = 80;
 
 }  // namespace nbscore

@@ -1,0 +1,50 @@
+#include "framework/xml/PlaceKeeper.h"
+
+#include <xercesc/dom/DOMDocument.hpp>
+
+#include <cstddef>
+#include <memory>
+#include <utility>
+
+#include "framework/xml/DocumentOrder.h"
+
+namespace nbscore {
+namespace {
+
+using xercesc::DOMNode;
+
+bool IsElement(const DOMNode* node) {
+    return node->getNodeType() == DOMNode::ELEMENT_NODE;
+}
+
+}  // namespace
+
+PlaceKeeper::PlaceKeeper(xercesc::DOMDocument& changingDocument) : document(changingDocument) {
+    const ElementPlaces* places = ElementPlaces::Find(&document);
+    if (places == nullptr) return;
+    std::size_t ordinal = 0;
+    for (const DOMNode* node = &document; node != nullptr; node = NextInDocumentOrder(node)) {
+        if (IsElement(node)) marks.emplace(node, places->Get(ordinal++));
+    }
+}
+
+PlaceKeeper::~PlaceKeeper() = default;
+
+void PlaceKeeper::Settle() {
+    if (ElementPlaces::Find(&document) == nullptr) return;
+    auto settled = std::make_unique<ElementPlaces>();
+    for (const DOMNode* node = &document; node != nullptr; node = NextInDocumentOrder(node)) {
+        if (IsElement(node)) settled->Add(MarkOf(node));
+    }
+    const std::unique_ptr<ElementPlaces> replaced = ElementPlaces::Detach(&document);
+    ElementPlaces::Attach(&document, std::move(settled));
+}
+
+ElementPlaces::Mark PlaceKeeper::MarkOf(const DOMNode* element) const {
+    for (const DOMNode* node = element; node != nullptr; node = node->getParentNode()) {
+        if (const auto found = marks.find(node); found != marks.end()) return found->second;
+    }
+    return {};
+}
+
+}  // namespace nbscore
