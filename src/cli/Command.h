@@ -4,6 +4,7 @@
 #include <string>
 
 #include "cli/Console.h"
+#include "cli/ExitStatus.h"
 
 namespace nbscore {
 
@@ -18,8 +19,8 @@ public:
     Command(const Command&) = delete;
     Command& operator=(const Command&) = delete;
 
-    /// Does the work, once the options are parsed. Throws what ReportError understands.
-    virtual void Run(Console& console) = 0;
+    /// Does the work, once the options are parsed, and answers how it went. Throws what ReportError understands.
+    virtual ExitStatus Run(Console& console) = 0;
     /// The document that errors are about, as the caller named it; empty when there is none.
     virtual std::string GetDocumentName() const = 0;
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "cli/CheckCommand.h"
 #include "cli/DisplayCommand.h"
 #include "cli/ExitStatus.h"
 #include "cli/HelpFormatter.h"
@@ -26,6 +27,9 @@ constexpr const char* footer = R"(Examples:
   Look into a model:
     nbscore display model.pmml
 
+  See what a document holds and what is wrong with it:
+    nbscore check model.pmml
+
   See all options of a command, with more examples:
     nbscore score --help)";
 
@@ -44,6 +48,7 @@ CommandLine::CommandLine() : app(description, "nbscore") {
     app.set_help_flag();
     AddCommand(std::make_unique<ScoreCommand>(app));
     AddCommand(std::make_unique<DisplayCommand>(app));
+    AddCommand(std::make_unique<CheckCommand>(app));
     app.set_help_flag("-h,--help", "Show this help. After a command: the help of that command.");
     app.set_version_flag("--version", "nbscore " + GetVersion(), "Show the version.");
 }
@@ -60,16 +65,16 @@ std::string CommandLine::GetVersion() {
 
 int CommandLine::Run(const std::vector<std::string>& arguments, Console& console) noexcept {
     try {
-        if (!AnswersByItself(arguments, console)) RunChosenCommand(console);
-        return static_cast<int>(ExitStatus::Fine);
+        const bool answered = AnswersByItself(arguments, console);
+        return static_cast<int>(answered ? ExitStatus::Fine : RunChosenCommand(console));
     } catch (...) {
         return ReportError(console.messages, DescribeRun());
     }
 }
 
-void CommandLine::RunChosenCommand(Console& console) {
+ExitStatus CommandLine::RunChosenCommand(Console& console) {
     try {
-        FindChosenCommand()->Run(console);
+        return FindChosenCommand()->Run(console);
     } catch (const InputOutputError&) {
         // A signal makes the system call fail that it finds at work: the stop is what happened, not the failure.
         Interrupts::ThrowIfRequested();

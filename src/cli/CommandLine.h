@@ -26,7 +26,7 @@ public:
 
 private:
     void AddCommand(std::unique_ptr<Command> command);
-    void RunChosenCommand(Console& console);
+    ExitStatus RunChosenCommand(Console& console);
     bool AnswersByItself(const std::vector<std::string>& arguments, Console& console);
     void RefuseUnknownArguments() const;
     void RequireKnownVerb(const std::vector<std::string>& arguments) const;

@@ -25,16 +25,17 @@ DisplayCommand::DisplayCommand(CLI::App& parent) : Command(parent, "display", de
     app.footer(footer);
     model.DeclareDocument(app);
     output.Declare(app);
-    model.DeclarePlugin(app);
+    model.DeclareReading(app);
 }
 
-void DisplayCommand::Run(Console& console) {
-    const LoadedModel loaded = model.Read();
+ExitStatus DisplayCommand::Run(Console& console) {
+    const LoadedModel loaded = model.Read(console);
     const OpenedOutput opened = output.Open(console, model.GetDocumentName());
     SinkStream stream(opened.sink);
     loaded.Get().Display(stream);
     stream.flush();
     opened.sink.Commit();
+    return ExitStatus::Fine;
 }
 
 }  // namespace nbscore

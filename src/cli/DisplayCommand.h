@@ -13,7 +13,7 @@ class DisplayCommand : public Command {
 public:
     explicit DisplayCommand(CLI::App& parent);
 
-    void Run(Console& console) override;
+    ExitStatus Run(Console& console) override;
     std::string GetDocumentName() const override { return model.GetDocumentName(); }
 
 private:

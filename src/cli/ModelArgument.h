@@ -3,23 +3,32 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
+#include "cli/Console.h"
+#include "cli/ReadingArgument.h"
+#include "document/SourceDocument.h"
 #include "host/LoadedModel.h"
 
 namespace nbscore {
 
-/// The MODEL argument and the --plugin option, the same in every verb that reads a model.
+/// The MODEL argument and the options about reading it, the same in every verb that reads a model.
 class ModelArgument {
 public:
     void DeclareDocument(CLI::App& app);
-    void DeclarePlugin(CLI::App& app);
+    /// --adapt and --plugin.
+    void DeclareReading(CLI::App& app);
 
-    /// Reads the document with the plug-in that was asked for, or else the bundled one.
-    LoadedModel Read() const;
+    /// Parses the document, and adapts it when that was asked for.
+    /// @param quiet otherwise each change is told on the console.
+    SourceDocument Parse(Console& console, bool quiet = false) const;
+    /// Reads a parsed document with the plug-in that was asked for, or else the bundled one.
+    LoadedModel Read(const SourceDocument& source) const;
+    /// Both in one.
+    LoadedModel Read(Console& console, bool quiet = false) const;
     const std::string& GetDocumentName() const { return document; }
 
 private:
     std::string document;
-    std::string plugin;
+    ReadingArgument reading;
 };
 
 }  // namespace nbscore

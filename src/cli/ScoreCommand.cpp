@@ -62,7 +62,7 @@ ScoreCommand::ScoreCommand(CLI::App& parent) : Command(parent, "score", descript
     DeclareResultOptions();
     DeclareSubModelOptions();
     DeclareTableOptions();
-    model.DeclarePlugin(app);
+    model.DeclareReading(app);
     app.add_flag("--quiet", quiet, "Show no progress and no remarks. Errors and warnings are still shown.");
 }
 
@@ -153,9 +153,9 @@ void ScoreCommand::CheckAgainstModel(ScoreModel& scorable, Console& console) con
     }
 }
 
-void ScoreCommand::Run(Console& console) {
+ExitStatus ScoreCommand::Run(Console& console) {
     RequireSensibleOptions();
-    LoadedModel loaded = model.Read();
+    LoadedModel loaded = model.Read(console, quiet);
     loaded.RequireScorable();
     CheckAgainstModel(loaded.Get(), console);
 
@@ -170,6 +170,7 @@ void ScoreCommand::Run(Console& console) {
     Interrupts::ThrowIfRequested();
     opened.sink.Commit();
     if (summary.firstNonFiniteLine != 0) WarnOfBrokenArithmetic(console, input.GetName(), summary.firstNonFiniteLine);
+    return ExitStatus::Fine;
 }
 
 ScoringSummary ScoreCommand::Score(LoadedModel& loaded, CaseInput& input, const OpenedOutput& opened,

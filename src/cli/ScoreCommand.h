@@ -19,7 +19,7 @@ class ScoreCommand : public Command {
 public:
     explicit ScoreCommand(CLI::App& parent);
 
-    void Run(Console& console) override;
+    ExitStatus Run(Console& console) override;
     std::string GetDocumentName() const override { return model.GetDocumentName(); }
 
 private:

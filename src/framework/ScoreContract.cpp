@@ -6,6 +6,7 @@
 /// and a dynamic_cast or a catch means the same class in every library that uses it.
 
 #include "framework/ModelSelfCheck.h"
+#include "framework/ModelSelfDescription.h"
 #include "framework/ScoreCaseRecord.h"
 #include "framework/ScoreClsResult.h"
 #include "framework/ScoreDictVar.h"
@@ -18,6 +19,7 @@
 #include "framework/TransformationDictionary.h"
 
 ModelSelfCheck::~ModelSelfCheck() = default;
+ModelSelfDescription::~ModelSelfDescription() = default;
 ScoreCaseRecord::~ScoreCaseRecord() = default;
 ScoreClsResult::~ScoreClsResult() = default;
 ScoreDictVar::~ScoreDictVar() = default;

@@ -15,12 +15,22 @@
 namespace nbscore {
 namespace {
 
-std::unique_ptr<ScoreModel> ReadDocument(const PluginLibrary& plugin, const std::string& document) {
+/// @param translate what to have a new translator of the plug-in do.
+template <typename Translate>
+LoadedModel ReadWith(std::shared_ptr<PluginLibrary> plugin, const std::string& documentName,
+                     const Translate& translate) {
     try {
-        const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
-        return std::unique_ptr<ScoreModel>(translator->ParseFromTree(document, "UTF-8"));
-    } catch (...) {
-        RethrowPluginFailure("reading " + document);
+        std::unique_ptr<ScoreModel> model;
+        try {
+            model = translate(*plugin->MakeTranslator());
+        } catch (...) {
+            RethrowPluginFailure("reading " + documentName);
+        }
+        if (!model) throw InputOutputError("reading " + documentName + " gave no model");
+        return {std::move(plugin), std::move(model)};
+    } catch (const VeskException& refusal) {
+        if (refusal.GetCode() != VeskException::UnreadableSource) throw;
+        throw InputOutputError(refusal.GetMessage());  // which names the file
     }
 }
 
@@ -81,15 +91,15 @@ std::string FindObstacle(ScoreModel& model) {
 }  // namespace
 
 LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const std::filesystem::path& document) {
-    const std::string documentName = ToUtf8(document);
-    try {
-        std::unique_ptr<ScoreModel> model = ReadDocument(*plugin, documentName);
-        if (!model) throw InputOutputError("reading " + documentName + " gave no model");
-        return {std::move(plugin), std::move(model)};
-    } catch (const VeskException& refusal) {
-        if (refusal.GetCode() != VeskException::UnreadableSource) throw;
-        throw InputOutputError(refusal.GetMessage());  // which names the file
-    }
+    const std::string name = ToUtf8(document);
+    return ReadWith(std::move(plugin), name, [&name](ScoreTranslator& translator) {
+        return std::unique_ptr<ScoreModel>(translator.ParseFromTree(name, "UTF-8"));
+    });
+}
+
+LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document) {
+    return ReadWith(std::move(plugin), document.GetName(),
+                    [&document](ScoreTranslator& translator) { return document.Translate(translator); });
 }
 
 void LoadedModel::RequireScorable() const {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "document/SourceDocument.h"
 #include "framework/ScoreModel.h"
 #include "host/PluginLibrary.h"
 
@@ -15,6 +16,9 @@ public:
     /// Reads a document with a plug-in. Throws VeskException when the document is refused (by value, also where
     /// the plug-in throws a pointer) and InputOutputError when its file cannot be read.
     static LoadedModel Read(std::shared_ptr<PluginLibrary> plugin, const std::filesystem::path& document);
+
+    /// Reads a document that was parsed already. Throws as above.
+    static LoadedModel Read(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document);
 
     /// Takes a model over.
     /// @param owner the plug-in that made it; null for a model whose code is part of the program.

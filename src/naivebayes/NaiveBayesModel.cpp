@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "naivebayes/ClassifierDescriber.h"
 #include "naivebayes/DeclaredCategories.h"
 #include "naivebayes/PredictorValues.h"
 #include "naivebayes/Probabilities.h"
@@ -71,6 +72,22 @@ void NaiveBayesModel::SetNeedDerivedPredictor(bool need) {
 
 bool NaiveBayesModel::NeedDerivedPredictor() const {
     return needDerivedPredictor;
+}
+
+nbscore::ModelDescription NaiveBayesModel::Describe() const {
+    return {.target = targetVar == nullptr ? std::string() : targetVar->GetName(),
+            .targetCategories = nbscore::DescribeCategories(targetValues),
+            .classifiers = {nbscore::DescribeClassifier(GetParts(), threshold)}};
+}
+
+nbscore::ClassifierParts NaiveBayesModel::GetParts() const {
+    return {.target = targetVar,
+            .targetCategories = targetValues,
+            .targetCounts = targetCounts,
+            .predictorNames = predictorVarNames,
+            .predictorVars = predictorVars,
+            .encoders = encoders,
+            .tables = predCounts};
 }
 
 int NaiveBayesModel::ComputeTargetProbabilities() {

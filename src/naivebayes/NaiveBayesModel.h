@@ -7,12 +7,14 @@
 #include "framework/BaseModel.h"
 #include "framework/Export.h"
 #include "framework/ModelSelfCheck.h"
+#include "framework/ModelSelfDescription.h"
 #include "naivebayes/INBVeskEncoder.h"
 #include "naivebayes/NBayesInputBase.h"
 
 namespace nbscore {
+struct ClassifierParts;
 struct EncodedCase;
-}
+}  // namespace nbscore
 
 /// One Naive Bayes classifier over categorical and binned predictors.
 ///
@@ -31,7 +33,7 @@ struct EncodedCase;
 ///
 /// Threads: configuration on one thread, then one scoring call alone (it notes positions; where any case comes with
 /// positions, this one must too), then any number at once.
-class NAIVEBAYES_API NaiveBayesModel : public BaseModel, public ModelSelfCheck {
+class NAIVEBAYES_API NaiveBayesModel : public BaseModel, public ModelSelfCheck, public ModelSelfDescription {
 public:
     NaiveBayesModel();
     /// Deletes the encoders and count tables; never the variables or the target values, which are borrowed.
@@ -46,6 +48,8 @@ public:
 
     /// Speaks of every model that some case could stop, whether or not only the prediction is wanted.
     std::string FindScoringObstacle() const override;
+
+    nbscore::ModelDescription Describe() const override;
 
     /// Stores the target and, where it declares values, takes them as the target categories, in order; a
     /// target that declares none leaves the categories as they were. Both are borrowed. With null there is no
@@ -73,6 +77,7 @@ private:
     void SetUpDictVarIndex(const ScoreCaseRecord* record, bool derivedInRecord);
     std::vector<double> ComputePosteriors(const nbscore::EncodedCase& encoded) const;
     std::string FindTargetObstacle() const;
+    nbscore::ClassifierParts GetParts() const;
 
     std::vector<std::string> predictorVarNames;
     double threshold = 0.0;

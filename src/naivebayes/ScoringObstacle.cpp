@@ -9,13 +9,7 @@
 std::string NaiveBayesModel::FindScoringObstacle() const {
     const std::string obstacle = FindTargetObstacle();
     if (!obstacle.empty()) return obstacle;
-    return nbscore::FindPredictorsObstacle({.target = targetVar,
-                                            .targetCategories = targetValues,
-                                            .targetCounts = targetCounts,
-                                            .predictorNames = predictorVarNames,
-                                            .predictorVars = predictorVars,
-                                            .encoders = encoders,
-                                            .tables = predCounts});
+    return nbscore::FindPredictorsObstacle(GetParts());
 }
 
 std::string NaiveBayesModel::FindTargetObstacle() const {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "framework/NumericValue.h"
+#include "naivebayes/ClassifierDescriber.h"
 #include "naivebayes/DeclaredCategories.h"
 #include "naivebayes/Existing.h"
 #include "naivebayes/PredictorValues.h"
@@ -97,6 +98,32 @@ bool SelfLearningModel::SetAllModelNames(const std::string& varName) {
 
 std::vector<std::string> SelfLearningModel::GetAllModelNames() const {
     return allModelNames;
+}
+
+nbscore::ModelDescription SelfLearningModel::Describe() const {
+    nbscore::ModelDescription description;
+    if (targetVar != nullptr) description.target = targetVar->GetName();
+    description.targetCategories = nbscore::DescribeCategories(targetCategories);
+    for (std::size_t m = 0; m < modelNames.size(); ++m) {
+        // A set may lack what its sub-models need: it is described all the same.
+        if (m >= thresholds.size() || m >= targetCountsByModel.size()) break;
+        nbscore::ClassifierDescription subModel = nbscore::DescribeClassifier(GetParts(m), thresholds[m]);
+        subModel.name = modelNames[m];
+        subModel.assessmentMean = assessmentMeanValues[m];
+        subModel.assessmentStdDev = assessmentStdDevValues[m];
+        description.classifiers.push_back(std::move(subModel));
+    }
+    return description;
+}
+
+nbscore::ClassifierParts SelfLearningModel::GetParts(std::size_t model) const {
+    return {.target = targetVar,
+            .targetCategories = targetCategories,
+            .targetCounts = targetCountsByModel[model],
+            .predictorNames = predictorNamesByModel[model],
+            .predictorVars = predictorVarsByModel[model],
+            .encoders = encodersByModel[model],
+            .tables = predCountsByModel[model]};
 }
 
 void SelfLearningModel::SetPredictorVarNames(const std::vector<std::string>& names) {

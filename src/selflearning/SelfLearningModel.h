@@ -8,8 +8,13 @@
 #include "framework/BaseModel.h"
 #include "framework/Export.h"
 #include "framework/ModelSelfCheck.h"
+#include "framework/ModelSelfDescription.h"
 #include "naivebayes/INBVeskEncoder.h"
 #include "naivebayes/NBayesInputBase.h"
+
+namespace nbscore {
+struct ClassifierParts;
+}
 
 /// A set of Naive Bayes classifiers, its sub-models, that share one target of two categories. Each has a name,
 /// predictors, counts, a threshold and assessment figures of its own. Scoring a case gives every sub-model's
@@ -25,7 +30,7 @@
 ///
 /// Threads: configuration on one thread, then one scoring call alone (it computes the priors and notes positions; where
 /// any case comes with positions, this one must too), then any number at once.
-class NAIVEBAYES_API SelfLearningModel : public BaseModel, public ModelSelfCheck {
+class NAIVEBAYES_API SelfLearningModel : public BaseModel, public ModelSelfCheck, public ModelSelfDescription {
 public:
     SelfLearningModel();
     /// Deletes the encoders and count tables; never the variables or the target values, which are borrowed.
@@ -43,6 +48,8 @@ public:
 
     /// Names the sub-model at fault, counted from 0.
     std::string FindScoringObstacle() const override;
+
+    nbscore::ModelDescription Describe() const override;
 
     /// Sizes everything that is per sub-model, and resets names to empty and assessment figures to system-missing.
     /// Thresholds and target counts are not touched.
@@ -85,6 +92,7 @@ public:
 private:
     void DisplaySubModel(std::ostream& out, std::size_t model) const;
     std::string FindSubModelObstacle(std::size_t model) const;
+    nbscore::ClassifierParts GetParts(std::size_t model) const;
     bool HasModel(int model) const { return model >= 0 && model < numOfModels; }
     void ComputeTargetProbabilities();
     double ComputePXYPY(int model, const std::vector<double>& codes, int targetIndex) const;

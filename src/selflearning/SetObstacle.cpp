@@ -42,11 +42,5 @@ std::string SelfLearningModel::FindSubModelObstacle(std::size_t model) const {
     if (model >= targetCountsByModel.size() || targetCountsByModel[model].size() < 2) {
         return "The target variable \"" + targetVar->GetName() + "\" has no counts of two categories.";
     }
-    return nbscore::FindPredictorsObstacle({.target = targetVar,
-                                            .targetCategories = targetCategories,
-                                            .targetCounts = targetCountsByModel[model],
-                                            .predictorNames = predictorNamesByModel[model],
-                                            .predictorVars = predictorVarsByModel[model],
-                                            .encoders = encodersByModel[model],
-                                            .tables = predCountsByModel[model]});
+    return nbscore::FindPredictorsObstacle(GetParts(model));
 }

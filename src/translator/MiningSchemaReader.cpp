@@ -10,6 +10,7 @@
 #include "translator/ElementNames.h"
 #include "translator/ElementWalk.h"
 #include "translator/EncoderFactory.h"
+#include "translator/VendorExtension.h"
 
 using xercesc::DOMElement;
 
@@ -17,9 +18,6 @@ namespace nbscore {
 
 namespace {
 
-/// Who may declare derived inputs by an Extension of a mining schema.
-constexpr XmlName ourExtender{"scoring.nbscore"};
-constexpr XmlName derivedFieldsExtension{"DerivedFields"};
 constexpr XmlName activeUsage{"active"};
 constexpr XmlName predictedUsage{"predicted"};
 
@@ -91,8 +89,8 @@ void SchemaReader::ReadPredictedField(const DOMElement& field, const ScoreDictVa
 }
 
 void SchemaReader::ReadDerivedFields(const DOMElement& extension) {
-    if (!SameText(BaseTranslator::GetAttribute(&extension, attribute::extender), ourExtender) ||
-        !SameText(BaseTranslator::GetAttribute(&extension, attribute::name), derivedFieldsExtension)) {
+    if (!SameText(BaseTranslator::GetAttribute(&extension, attribute::extender), vendor_extension::extender) ||
+        !SameText(BaseTranslator::GetAttribute(&extension, attribute::name), vendor_extension::derivedFields)) {
         return;
     }
     const std::vector<const DOMElement*> fields = DescendantsNamed(extension, element::miningField);

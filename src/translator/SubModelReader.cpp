@@ -4,6 +4,7 @@
 
 #include "framework/BaseTranslator.h"
 #include "framework/xml/Refusal.h"
+#include "translator/AssessmentNames.h"
 #include "translator/AttributeText.h"
 #include "translator/ElementNames.h"
 #include "translator/ElementWalk.h"
@@ -12,14 +13,6 @@ using xercesc::DOMElement;
 
 namespace nbscore {
 
-namespace {
-
-constexpr XmlName meanPerformance{"meanPerformance"};
-constexpr XmlName stdDevPerformance{"stdDevPerformance"};
-constexpr XmlName trainingSampleSize{"trainingSampleSize"};
-
-}  // namespace
-
 void ReadSubModelName(const DOMElement& modelElement, DocumentReading& reading) {
     reading.model.SetModelName(RequiredText(reading.transcoder, modelElement, attribute::modelName));
 }
@@ -27,9 +20,9 @@ void ReadSubModelName(const DOMElement& modelElement, DocumentReading& reading) 
 void ReadAssessment(const DOMElement& extension, DocumentReading& reading) {
     const double value = RequiredDouble(&extension, attribute::value);
     const XMLCh* name = BaseTranslator::GetAttribute(&extension, attribute::name);
-    if (SameText(name, meanPerformance)) {
+    if (SameText(name, assessment::meanPerformance)) {
         reading.model.SetAssessmentMean(value);
-    } else if (SameText(name, stdDevPerformance) || SameText(name, trainingSampleSize)) {
+    } else if (SameText(name, assessment::stdDevPerformance) || SameText(name, assessment::trainingSampleSize)) {
         reading.model.SetAssessmentStdDev(value);
     }
 }

@@ -1,0 +1,66 @@
+#include "cli/CheckCommand.h"
+
+#include <algorithm>
+
+#include "cli/ArgumentPath.h"
+#include "cli/ChoiceOption.h"
+#include "cli/Interrupts.h"
+#include "cli/PrintableText.h"
+#include "host/CheckReport.h"
+#include "host/DocumentCheck.h"
+
+namespace nbscore {
+
+namespace {
+
+constexpr const char* description = R"(Say what documents hold and what is wrong with them.
+
+Reads each DOCUMENT without scoring anything. Tells the kind of model, its fields and their roles, the target's categories, and each classifier's threshold, inputs and counts; then what keeps the document from being scored, or may not be as it was meant, each with what to do about it.)";
+
+constexpr const char* footer = R"(Examples:
+
+  See whether a document can be scored:
+    nbscore check model.pmml
+
+  Check many, for a script:
+    nbscore check models/*.pmml --format json
+
+  See what would be rewritten in a newer producer's document:
+    nbscore check model.pmml --adapt)";
+
+/// Line by line, so that nothing a document says can send commands to a terminal.
+std::string MakePrintableLines(const std::string& text) {
+    std::string printable;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        printable += MakePrintable(text.substr(begin, end - begin)) + '\n';
+        begin = end + 1;
+    }
+    return printable;
+}
+
+}  // namespace
+
+CheckCommand::CheckCommand(CLI::App& parent) : Command(parent, "check", description) {
+    app.footer(footer);
+    app.add_option("DOCUMENT", documents, "The PMML documents to check.")->type_name("")->required();
+    AddChoice(app, "--format", format, {{"text", Format::Text}, {"json", Format::Json}},
+              "Write text for people (the default) or JSON for machines.");
+    reading.Declare(app);
+}
+
+ExitStatus CheckCommand::Run(Console& console) {
+    const std::shared_ptr<PluginLibrary> plugin = reading.LoadPlugin();
+    std::vector<DocumentCheck> checks;
+    for (const std::string& document : documents) {
+        Interrupts::ThrowIfRequested();
+        checks.push_back(CheckDocument(plugin, PathFromArgument(document), reading.IsAdapting()));
+        if (format == Format::Text) console.results.Write(MakePrintableLines(WriteCheckAsText(checks.back())));
+    }
+    if (format == Format::Json) console.results.Write(WriteChecksAsJson(checks));
+    console.results.Commit();
+    const bool allSound = std::ranges::all_of(checks, &DocumentCheck::IsSound);
+    return allSound ? ExitStatus::Fine : ExitStatus::DocumentRefused;
+}
+
+}  // namespace nbscore

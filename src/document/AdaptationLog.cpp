@@ -1,0 +1,22 @@
+#include "document/AdaptationLog.h"
+
+#include <algorithm>
+#include <tuple>
+#include <utility>
+
+namespace nbscore {
+
+void AdaptationLog::Note(const xercesc::DOMNode* element, const std::string& change) {
+    const ElementPlaces::Mark mark = keeper.MarkOf(element);
+    adaptations.push_back({{.source = {}, .line = mark.line, .column = mark.column, .elementPath = {}}, change});
+}
+
+std::vector<Adaptation> AdaptationLog::Finish() {
+    keeper.Settle();
+    std::ranges::stable_sort(adaptations, {}, [](const Adaptation& adaptation) {
+        return std::tuple(adaptation.place.line, adaptation.place.column);
+    });
+    return std::move(adaptations);
+}
+
+}  // namespace nbscore

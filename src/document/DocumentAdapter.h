@@ -1,0 +1,25 @@
+#pragma once
+
+#include <vector>
+
+#include "document/Adaptation.h"
+#include "framework/XmlFwd.h"
+
+namespace nbscore {
+
+/// Rewrites what newer producers write, and the plug-in does not read, into what it reads and what means the same:
+///
+/// - `usageType="target"` becomes `predicted`;
+/// - a BayesOutput without `fieldName` gets the one target of its model's schema;
+/// - a BayesInput over a derived field that the schema does not list gets listed, as the plug-in wants it;
+/// - blanks around names and category values go, unless two values of a field would become one;
+/// - elements that the standard allows and that mean nothing for scoring go: Extension and Taxonomy in DataDictionary,
+///   Extension in BayesInputs, BayesOutput and all that is in them, and, in a self-learning document, a model's
+///   Extension whose value is no number;
+/// - a model of a self-learning document without `modelName` gets an empty one.
+///
+/// Answers every change, in document order. Nothing is guessed: where a change would change what the document means,
+/// VeskException 12 says why, with the place. Places of later refusals stay those of the original.
+std::vector<Adaptation> AdaptDocument(xercesc::DOMDocument& document);
+
+}  // namespace nbscore

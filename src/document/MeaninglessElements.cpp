@@ -1,0 +1,72 @@
+#include "document/MeaninglessElements.h"
+
+#include <xercesc/dom/DOMDocument.hpp>
+
+#include <string>
+
+#include "document/ElementSteps.h"
+#include "framework/NumberText.h"
+#include "framework/xml/Utf8.h"
+#include "translator/AssessmentNames.h"
+#include "translator/ElementNames.h"
+
+namespace nbscore {
+namespace {
+
+using xercesc::DOMElement;
+
+/// The element stays in memory until the document goes: its place is still asked for.
+void LeaveOut(DOMElement* element, AdaptationLog& log) {
+    log.Note(element, "<" + ExcerptOf(element->getNodeName()) + "> is left out: it means nothing for scoring");
+    element->getParentNode()->removeChild(element);
+}
+
+void CleanDictionary(const DOMElement& dictionary, AdaptationLog& log) {
+    constexpr XmlName taxonomy{"Taxonomy"};
+    for (DOMElement* child : ChildElements(dictionary)) {
+        if (IsNamed(child, element::extension) || IsNamed(child, taxonomy)) LeaveOut(child, log);
+    }
+}
+
+bool StandsIn(const DOMElement& element, const DOMElement& top) {
+    const xercesc::DOMNode* node = &element;
+    while (node != nullptr && node != &top)
+        node = node->getParentNode();
+    return node != nullptr;
+}
+
+void LeaveExtensionsOut(DOMElement& top, AdaptationLog& log) {
+    for (DOMElement* extension : DescendantsNamed(top, element::extension)) {
+        // Otherwise it went with the one around it.
+        if (StandsIn(*extension, top)) LeaveOut(extension, log);
+    }
+}
+
+bool IsNumber(const XMLCh* text) {
+    return text != nullptr && ReadNumber(Utf8Of(text)).has_value();
+}
+
+void CleanSubModel(const DOMElement& model, AdaptationLog& log) {
+    for (DOMElement* extension : ChildrenNamed(model, element::extension)) {
+        const bool isFigure = IsAssessmentName(BaseTranslator::GetAttribute(extension, attribute::name));
+        if (!isFigure && !IsNumber(BaseTranslator::GetAttribute(extension, attribute::value))) LeaveOut(extension, log);
+    }
+}
+
+}  // namespace
+
+void LeaveMeaninglessElementsOut(xercesc::DOMDocument& document, const ModelsRead& models, AdaptationLog& log) {
+    for (const DOMElement* dictionary : ChildrenNamed(*document.getDocumentElement(), element::dataDictionary))
+        CleanDictionary(*dictionary, log);
+    for (const DOMElement* model : models.elements) {
+        if (models.selfLearning) CleanSubModel(*model, log);
+        for (const DOMElement* inputs : ChildrenNamed(*model, element::bayesInputs)) {
+            for (DOMElement* input : ChildrenNamed(*inputs, element::bayesInput))
+                LeaveExtensionsOut(*input, log);
+        }
+        for (DOMElement* output : ChildrenNamed(*model, element::bayesOutput))
+            LeaveExtensionsOut(*output, log);
+    }
+}
+
+}  // namespace nbscore

@@ -1,0 +1,53 @@
+#include "document/SourceDocument.h"
+
+#include <fstream>
+#include <utility>
+
+#include "document/DocumentAdapter.h"
+#include "framework/VeskException.h"
+#include "framework/xml/DocumentFile.h"
+#include "framework/xml/XmlFaults.h"
+
+namespace nbscore {
+namespace {
+
+/// Does something with a document; its refusals carry the document's name.
+template <typename Work>
+auto Named(const std::string& name, const Work& work) {
+    try {
+        return WithoutXmlFaults(work);
+    } catch (VeskException& refusal) {
+        refusal.SetSource(name);
+        throw;
+        // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference,cert-err09-cpp,cert-err61-cpp): see below
+    } catch (VeskException* refusal) {
+        // A second target in a mining schema is thrown as a pointer.
+        VeskException copy(*refusal);
+        delete refusal;
+        copy.SetSource(name);
+        throw copy;
+    }
+}
+
+}  // namespace
+
+SourceDocument::SourceDocument(std::string path, ParsedDocument parsed)
+    : name(std::move(path)), document(std::move(parsed)) {}
+
+SourceDocument SourceDocument::Read(const std::string& path) {
+    std::ifstream file;
+    OpenDocumentFile(file, path);
+    return {path, Named(path, [&file] { return ParseDocument(file); })};
+}
+
+std::vector<Adaptation> SourceDocument::Adapt() {
+    return Named(name, [this] { return AdaptDocument(*document); });
+}
+
+std::unique_ptr<ScoreModel> SourceDocument::Translate(ScoreTranslator& translator) const {
+    return Named(name, [this, &translator] {
+        return std::unique_ptr<ScoreModel>(translator.ParseFromTree(document.get(), "UTF-8"));
+    });
+}
+
+}  // namespace nbscore

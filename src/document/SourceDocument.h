@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "document/Adaptation.h"
+#include "framework/ScoreModel.h"
+#include "framework/ScoreTranslator.h"
+#include "framework/xml/ParsedDocument.h"
+
+namespace nbscore {
+
+/// A document that was parsed and not yet given to a plug-in: what a host itself reads in it or changes about it.
+/// Used by one thread at a time.
+class SourceDocument {
+public:
+    /// Parses a file.
+    /// @param path in UTF-8. Throws VeskException 3, 4 or 10, with place and file name.
+    static SourceDocument Read(const std::string& path);
+
+    /// Rewrites what newer producers write into what the plug-in reads (AdaptDocument), and tells each change, in
+    /// document order.
+    std::vector<Adaptation> Adapt();
+
+    /// The model that a translator makes of the document. Throws VeskException, with the file's name, also where the
+    /// translator throws a pointer to one (which is freed).
+    std::unique_ptr<ScoreModel> Translate(ScoreTranslator& translator) const;
+
+    /// The path as it was given.
+    const std::string& GetName() const { return name; }
+
+private:
+    SourceDocument(std::string path, ParsedDocument parsed);
+
+    std::string name;
+    ParsedDocument document;
+};
+
+}  // namespace nbscore

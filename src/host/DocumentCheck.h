@@ -1,0 +1,69 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "document/Adaptation.h"
+#include "framework/DocumentPlace.h"
+#include "framework/ModelDescription.h"
+#include "framework/ScoreModel.h"
+#include "host/PluginLibrary.h"
+
+namespace nbscore {
+
+/// Something about a document that its owner should know.
+struct DocumentProblem {
+    enum Severity {
+        /// The document is refused, or would be before the first case.
+        Error,
+        /// It can be scored, though perhaps not as it was meant.
+        Remark
+    };
+
+    Severity severity = Remark;
+    /// The number of a refusal (VeskException); 0 for a remark.
+    int code = 0;
+    DocumentPlace place;
+    std::string message;
+    /// What to do about it, as a sentence.
+    std::string advice;
+};
+
+/// One field of a document.
+struct FieldDescription {
+    std::string name;
+    bool isNumeric = false;
+    bool isContinuous = false;
+    bool isDerived = false;
+    /// A ScoreModel::VarRole.
+    int role = ScoreModel::NoRole;
+    /// How many values it declares; 0 for none.
+    std::size_t declaredValues = 0;
+};
+
+/// What reading a document without scoring told.
+struct DocumentCheck {
+    std::string document;
+    std::vector<Adaptation> adaptations;
+    /// Nothing when the document was refused.
+    std::optional<ScoreModel::ModelType> modelType;
+    std::string version;
+    std::vector<FieldDescription> fields;
+    /// Nothing also for a model that does not describe itself.
+    std::optional<ModelDescription> model;
+    /// Errors first.
+    std::vector<DocumentProblem> problems;
+
+    bool IsSound() const;
+};
+
+/// Reads a document and says what it holds and what is wrong with it. A refusal becomes a problem of the check;
+/// InputOutputError is thrown for a file that cannot be read.
+/// @param adapt rewrite it first (SourceDocument::Adapt).
+DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
+                            bool adapt);
+
+}  // namespace nbscore

@@ -1,0 +1,147 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/CommandTest.h"
+#include "cli/SubModelsDocument.h"
+
+namespace nbscore::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+/// The text with this in place of the first occurrence of that.
+std::string Replaced(std::string text, const std::string& that, const std::string& with) {
+    return text.replace(text.find(that), that.size(), with);
+}
+
+class CheckCommandTest : public CommandTest {
+protected:
+    CheckCommandTest() {
+        folder.Write("offers.pmml", offersDocument);
+        folder.Write("newer.pmml",
+                     Replaced(fruitDocument, "<DataDictionary>", "<DataDictionary><Extension name='by'/>"));
+    }
+
+    CommandResult Check(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), "check");
+        return Run(arguments);
+    }
+};
+
+TEST_F(CheckCommandTest, TellsWhatASingleClassifierHolds) {
+    const CommandResult result = Check({"model.pmml"});
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_THAT(result.out, StartsWith("model.pmml: single classifier, sound\n  3 fields\n"));
+    EXPECT_THAT(result.out, HasSubstr("    \"colour\": categorical, texts, 2 declared values, an input\n"));
+    EXPECT_THAT(result.out, HasSubstr("    \"weight\": continuous, numbers, an input\n"));
+    EXPECT_THAT(result.out, HasSubstr("    \"fruit\": categorical, texts, 2 declared values, the target\n"));
+    EXPECT_THAT(result.out, HasSubstr("  target \"fruit\": \"apple\", \"pear\"\n"));
+    EXPECT_THAT(result.out, HasSubstr("inputs \"colour\" (2 values, count "));
+    EXPECT_THAT(result.out, HasSubstr("\"weight\" (2 bins, count "));
+}
+
+TEST_F(CheckCommandTest, TellsWhatASetHolds) {
+    const CommandResult result = Check({"offers.pmml"});
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_THAT(result.out, StartsWith("offers.pmml: set of sub-models, sound\n"));
+    EXPECT_THAT(result.out,
+                HasSubstr("  2 sub-models\n    \"card\": threshold 0.125; target counts 4, 4; inputs \"colour\" "
+                          "(2 values, count 8); mean 0.5; deviation 8\n    \"plan\": threshold 0.25; target "
+                          "counts 4, 2; no inputs\n"));
+}
+
+TEST_F(CheckCommandTest, TellsWhatToDo_WhenADocumentIsRefused) {
+    folder.Write("bad.pmml", Replaced(fruitDocument, "threshold=\"", "threshold=\"0\" was=\""));
+    const CommandResult result = Check({"bad.pmml"});
+    EXPECT_EQ(result.exitStatus, 3);
+    EXPECT_THAT(result.out, StartsWith("bad.pmml: refused\nbad.pmml:"));
+    EXPECT_THAT(result.out,
+                HasSubstr(": error 5: Threshold can't be zero!\n  at /PMML/NaiveBayesModel[1]\n  do: Write a "
+                          "small threshold instead, such as one over the number of training cases.\n"));
+}
+
+TEST_F(CheckCommandTest, AdvisesToAdapt_WhereThatHelps) {
+    const CommandResult refused = Check({"newer.pmml"});
+    EXPECT_EQ(refused.exitStatus, 3);
+    EXPECT_THAT(refused.out, HasSubstr("do: Read it with --adapt"));
+    const CommandResult adapted = Check({"newer.pmml", "--adapt"});
+    EXPECT_EQ(adapted.exitStatus, 0);
+    EXPECT_THAT(adapted.out, HasSubstr(": adapted: <Extension> is left out: it means nothing for scoring\n"));
+}
+
+TEST_F(CheckCommandTest, TellsOfADocumentThatIsReadButCannotBeScored) {
+    folder.Write("twice.pmml", Replaced(fruitDocument, "<Value value=\"pear\"/>", "<Value value=\"apple\"/>"));
+    const CommandResult result = Check({"twice.pmml"});
+    EXPECT_EQ(result.exitStatus, 3);
+    EXPECT_THAT(result.out, StartsWith("twice.pmml: single classifier, cannot be scored\n"));
+    EXPECT_THAT(result.out,
+                HasSubstr("twice.pmml: error 12: The target variable \"fruit\" declares the value \"apple\" "
+                          "twice.\n  do: "));
+}
+
+TEST_F(CheckCommandTest, RemarksOnWhatIsOdd) {
+    folder.Write("odd.pmml", Replaced(Replaced(offersDocument, "modelName=\"plan\"", "modelName=\"card\""),
+                                      "<TargetValueCount value=\"yes\" count=\"2\"/>",
+                                      "<TargetValueCount value=\"yes\" count=\"0\"/>"));
+    const CommandResult result = Check({"odd.pmml"});
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_THAT(result.out, HasSubstr("odd.pmml: remark: The target category \"yes\" of sub-model \"card\" was never "
+                                      "counted: it is predicted by the threshold alone.\n  do: "));
+    EXPECT_THAT(result.out,
+                HasSubstr("odd.pmml: remark: 2 sub-models are called \"card\": their columns are told apart by "
+                          "their index.\n  do: Give each its own modelName.\n"));
+}
+
+TEST_F(CheckCommandTest, ChecksEveryDocument_EvenBehindABadOne) {
+    folder.Write("bad.pmml", "<PMML>");
+    const CommandResult result = Check({"model.pmml", "bad.pmml", "offers.pmml"});
+    EXPECT_EQ(result.exitStatus, 3);
+    EXPECT_THAT(result.out, HasSubstr("model.pmml: single classifier, sound\n"));
+    EXPECT_THAT(result.out, HasSubstr("bad.pmml: refused\n"));
+    EXPECT_THAT(result.out, HasSubstr("offers.pmml: set of sub-models, sound\n"));
+}
+
+TEST_F(CheckCommandTest, WritesJson_WhenAsked) {
+    const CommandResult result = Check({"offers.pmml", "newer.pmml", "--format", "json"});
+    EXPECT_EQ(result.exitStatus, 3);
+    const auto json = nlohmann::json::parse(result.out).at("documents");
+    EXPECT_EQ(json.at(0).at("kind"), "set of sub-models");
+    EXPECT_EQ(json.at(0).at("sound"), true);
+    EXPECT_EQ(json.at(0).at("model").at("classifiers").at(0).at("inputs").at(0).at("kind"), "texts");
+    EXPECT_EQ(json.at(0).at("model").at("classifiers").at(0).at("assessment_std_dev"), 8);
+    EXPECT_EQ(json.at(0).at("model").at("classifiers").at(1).at("assessment_mean"), nullptr);
+    EXPECT_EQ(json.at(1).at("problems").at(0).at("code"), 1);
+    EXPECT_EQ(json.at(1).at("problems").at(0).at("severity"), "error");
+    EXPECT_EQ(json.at(1).at("model"), nullptr);
+}
+
+TEST_F(CheckCommandTest, FailsWithStatusFour_WhenAFileCannotBeRead) {
+    const CommandResult result = Check({"nowhere.pmml"});
+    EXPECT_EQ(result.exitStatus, 4);
+    EXPECT_THAT(result.err, HasSubstr("nowhere.pmml"));
+}
+
+TEST_F(CheckCommandTest, PrintsNoControlCharacters) {
+    folder.Write("evil.pmml", Replaced(offersDocument, "modelName=\"card\"", "modelName=\"a&#x9b;1m&#10;b\""));
+    const CommandResult result = Check({"evil.pmml"});
+    EXPECT_THAT(result.out, Not(HasSubstr("\x9b")));
+    EXPECT_THAT(result.out, Not(HasSubstr("1m\n")));
+}
+
+TEST_F(CheckCommandTest, AdaptingIsToldWhileScoring_UnlessQuiet) {
+    const CommandResult told = Run({"score", "newer.pmml", "cases.csv", "--adapt"});
+    EXPECT_EQ(told.exitStatus, 0);
+    EXPECT_THAT(told.err, HasSubstr("note: newer.pmml:"));
+    EXPECT_EQ(told.out, Run({"score", "model.pmml", "cases.csv"}).out);
+    EXPECT_EQ(Run({"score", "newer.pmml", "cases.csv", "--adapt", "--quiet"}).err, "");
+    EXPECT_EQ(Run({"display", "newer.pmml", "--adapt"}).exitStatus, 0);
+    EXPECT_EQ(Run({"score", "newer.pmml", "cases.csv"}).exitStatus, 3);
+}
+
+}  // namespace
+}  // namespace nbscore::test
