@@ -9,28 +9,23 @@
 
 #include "framework/BaseTranslator.h"
 #include "framework/NumberText.h"
-#include "framework/dictionary/NumericDataType.h"
+#include "framework/transform/ElementReading.h"
+#include "framework/transform/ValueReading.h"
 #include "framework/xml/Refusal.h"
+#include "framework/xml/Utf8.h"
 #include "framework/xml/XmlName.h"
 
 namespace nbscore {
 namespace {
 
-/// A constant's text may stand in several pieces, plain ones and CDATA sections.
-std::basic_string<XMLCh> ReadText(const xercesc::DOMElement* element) {
-    std::basic_string<XMLCh> text;
-    for (const xercesc::DOMNode* node = element->getFirstChild(); node; node = node->getNextSibling()) {
-        const bool isText = node->getNodeType() == xercesc::DOMNode::TEXT_NODE ||
-                            node->getNodeType() == xercesc::DOMNode::CDATA_SECTION_NODE;
-        if (isText) text += node->getNodeValue();
-    }
-    return text;
-}
-
 bool IsDeclaredMissing(const xercesc::DOMElement* element) {
     constexpr XmlName missingName = "missing";
-    const XMLCh* missing = BaseTranslator::GetAttribute(element, missingName);
-    return missing && (BaseTranslator::IsEqual(missing, "true") || BaseTranslator::IsEqual(missing, "1"));
+    return FlagAttribute(element, missingName).value_or(false);
+}
+
+bool IsInteger(const xercesc::DOMElement* element) {
+    constexpr XmlName dataTypeName = "dataType";
+    return BaseTranslator::IsEqual(BaseTranslator::GetAttribute(element, dataTypeName), "integer");
 }
 
 /// The three numbers that only a floating-point constant may be.
@@ -41,22 +36,27 @@ std::optional<double> ReadSpecialNumber(const XMLCh* text) {
     return std::nullopt;
 }
 
-ExpressionValue NumericConstant(const xercesc::DOMElement* element, const XMLCh* text, bool isInteger) {
+ExpressionValue NumericConstant(const xercesc::DOMElement* element, const XMLCh* text) {
     if (*text == 0) return {};
-    const auto special = isInteger ? std::nullopt : ReadSpecialNumber(text);
+    const auto special = IsInteger(element) ? std::nullopt : ReadSpecialNumber(text);
     return special ? *special : DoubleAt(element, text);
 }
 
+ExpressionValue TruthConstant(const xercesc::DOMElement* element, const XMLCh* text) {
+    if (*text == 0) return {};
+    if (const auto truth = TruthOf(Utf8Of(text))) return *truth;
+    throw RefusalAt(element, VeskException::InvalidContent,
+                    "\"" + ExcerptOf(text) + "\" is no truth value: true, false, 1 or 0.");
+}
+
 ExpressionValue ReadConstantValue(const xercesc::DOMElement* element, const Transcoder& transcoder) {
-    constexpr XmlName dataTypeName = "dataType";
     if (IsDeclaredMissing(element)) return {};
-    const std::basic_string<XMLCh> xmlText = ReadText(element);
-    const XMLCh* dataType = BaseTranslator::GetAttribute(element, dataTypeName);
-    if (dataType && IsNumericDataType(dataType)) {
-        return NumericConstant(element, xmlText.c_str(), BaseTranslator::IsEqual(dataType, "integer"));
-    }
+    const std::basic_string<XMLCh> xmlText = TextIn(element);
+    const ValueKind kind = DataTypeOf(element);
+    if (kind == ValueKind::Number) return NumericConstant(element, xmlText.c_str());
+    if (kind == ValueKind::Truth) return TruthConstant(element, xmlText.c_str());
     std::string text = TextAt(element, xmlText.c_str(), transcoder);
-    const auto number = dataType ? std::nullopt : ReadNumber(text);
+    const auto number = kind == ValueKind::Any ? ReadNumber(text) : std::nullopt;
     return number ? ExpressionValue(*number) : ExpressionValue(std::move(text));
 }
 
@@ -68,8 +68,8 @@ ExpressionValue ConstantExpression::Evaluate(const FieldValues&) const {
     return value;
 }
 
-std::unique_ptr<Expression> ReadConstant(const xercesc::DOMElement* element, const Transcoder& transcoder) {
-    return std::make_unique<ConstantExpression>(ReadConstantValue(element, transcoder));
+std::unique_ptr<const Expression> ReadConstant(const xercesc::DOMElement* element, FieldScope& scope) {
+    return std::make_unique<ConstantExpression>(ReadConstantValue(element, scope.GetTranscoder()));
 }
 
 }  // namespace nbscore

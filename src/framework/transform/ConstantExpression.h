@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "framework/Transcoder.h"
 #include "framework/XmlFwd.h"
 #include "framework/transform/Expression.h"
+#include "framework/transform/FieldScope.h"
 
 namespace nbscore {
 
@@ -15,13 +15,17 @@ public:
 
     ExpressionValue Evaluate(const FieldValues& fields) const override;
 
+    const ExpressionValue& GetValue() const { return value; }
+
 private:
     ExpressionValue value;
 };
 
 /// Reads a Constant element. Without `dataType` it is a number when its whole text is one, else a text as it stands.
 /// Under a numeric `dataType` an empty text is missing, "NaN", "INF" and "-INF" are numbers of float and double, and
-/// any other text that is no number is refused with VeskException 9. `missing="true"` makes it missing.
-std::unique_ptr<Expression> ReadConstant(const xercesc::DOMElement* element, const Transcoder& transcoder);
+/// any other text that is no number is refused with VeskException 9. Under `boolean` an empty text is missing, and
+/// any but true, false, 1 and 0 is refused with VeskException 5. Dates and times stay texts. `missing="true"` makes it
+/// missing.
+std::unique_ptr<const Expression> ReadConstant(const xercesc::DOMElement* element, FieldScope& scope);
 
 }  // namespace nbscore

@@ -86,6 +86,13 @@ ExpressionValue DerivedCaseRecord::Get(const FieldReference& field) const {
     return field.source == FieldReference::CaseRecord ? GetInput(field.position) : GetDerived(field.position);
 }
 
+bool DerivedCaseRecord::IsValid(const FieldReference& field) const {
+    const DeclaredValidity& validity = field.source == FieldReference::CaseRecord
+                                           ? derived.inputs[field.position].validity
+                                           : derived.fields[field.position].validity;
+    return validity.Allows(Get(field));
+}
+
 ExpressionValue DerivedCaseRecord::GetInput(std::size_t position) const {
     const InputField& input = derived.inputs[position];
     const ScoreValue* value = record ? record->GetValueByName(input.name) : nullptr;

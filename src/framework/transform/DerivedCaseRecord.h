@@ -42,6 +42,7 @@ private:
     };
 
     ExpressionValue Get(const FieldReference& field) const override;
+    bool IsValid(const FieldReference& field) const override;
     ExpressionValue GetInput(std::size_t position) const;
     ExpressionValue GetDerived(std::size_t position) const;
     bool IsComputed(std::size_t field) const { return cells[field].computedForCase == caseNumber; }

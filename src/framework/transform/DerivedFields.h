@@ -8,7 +8,9 @@
 
 #include "framework/BaseDictionary.h"
 #include "framework/ScoreDictVar.h"
+#include "framework/transform/DeclaredValidity.h"
 #include "framework/transform/FunctionTreeImp.h"
+#include "framework/transform/UserFunction.h"
 
 namespace nbscore {
 
@@ -16,8 +18,9 @@ namespace nbscore {
 struct DerivedField {
     /// Borrowed from DerivedFields::variables.
     const ScoreDictVar* variable;
+    DeclaredValidity validity;
     FunctionTreeImp function;
-    /// Positions of the derived fields that the function reads; they must be computed before it.
+    /// Positions of the derived fields that the function reads, each once; they must be computed before it.
     std::vector<std::size_t> dependencies;
 };
 
@@ -26,6 +29,7 @@ struct DerivedField {
 struct InputField {
     std::string name;
     std::unique_ptr<const ScoreDictVar> variable;
+    DeclaredValidity validity;
 };
 
 /// Everything that is known about a document's derived fields once it is read; it does not change after that.
@@ -35,6 +39,7 @@ struct DerivedFields {
     std::vector<DerivedField> fields;
     std::unordered_map<std::string, std::size_t> positionsByName;
     std::vector<InputField> inputs;
+    UserFunctions functions;
 };
 
 }  // namespace nbscore

@@ -12,6 +12,9 @@ public:
     virtual ~Expression() = default;
 
     virtual ExpressionValue Evaluate(const FieldValues& fields) const = 0;
+
+    /// Whether it has a value, and one that its field allows where it is nothing but a field.
+    virtual bool IsValid(const FieldValues& fields) const { return !IsMissing(Evaluate(fields)); }
 };
 
 }  // namespace nbscore

@@ -8,8 +8,8 @@
 
 namespace nbscore {
 
-/// Compiles an expression element. Throws VeskException 11 for a kind of expression that is not supported, and what
-/// the readers of the kinds throw.
-std::unique_ptr<Expression> ReadExpression(const xercesc::DOMElement* element, FieldScope& scope);
+/// Compiles an expression element. Throws VeskException 11 for a kind of expression that is not supported, 12 for
+/// expressions that nest too deep, and what the readers of the kinds throw.
+std::unique_ptr<const Expression> ReadExpression(const xercesc::DOMElement* element, FieldScope& scope);
 
 }  // namespace nbscore

@@ -5,8 +5,8 @@
 
 namespace nbscore {
 
-/// What an expression gives for one case: nothing (missing), a number, or a text.
-using ExpressionValue = std::variant<std::monostate, double, std::string>;
+/// What an expression gives for one case: nothing (missing), a number, a truth value, or a text.
+using ExpressionValue = std::variant<std::monostate, double, bool, std::string>;
 
 inline bool IsMissing(const ExpressionValue& value) {
     return std::holds_alternative<std::monostate>(value);

@@ -4,25 +4,25 @@
 
 #include "framework/XmlFwd.h"
 #include "framework/transform/Expression.h"
-#include "framework/transform/FieldScope.h"
+#include "framework/transform/FieldInput.h"
 
 namespace nbscore {
 
-/// `FieldRef`: the value of a data field or of another derived field.
+/// `FieldRef`: the value of a data field, of another derived field, or of a parameter.
 class FieldRefExpression : public Expression {
 public:
-    /// @param missingReplacement what a missing value becomes (`mapMissingTo`); missing when the document gives none.
-    FieldRefExpression(const FieldReference& referredField, ExpressionValue missingReplacement);
+    explicit FieldRefExpression(FieldInput readField);
 
     ExpressionValue Evaluate(const FieldValues& fields) const override;
+    /// A missing value that is replaced is as valid as its replacement is present.
+    bool IsValid(const FieldValues& fields) const override;
 
 private:
-    FieldReference field;
-    ExpressionValue replacement;
+    FieldInput input;
 };
 
 /// Reads a FieldRef element. `mapMissingTo` has the kind of the field that it stands in for: beside a numeric field
-/// it is a number when it is one at all, beside a text field it is a text as it stands.
-std::unique_ptr<Expression> ReadFieldRef(const xercesc::DOMElement* element, FieldScope& scope);
+/// it is a number when it is one at all, beside any other it is a text as it stands.
+std::unique_ptr<const Expression> ReadFieldRef(const xercesc::DOMElement* element, FieldScope& scope);
 
 }  // namespace nbscore

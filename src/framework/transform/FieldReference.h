@@ -2,18 +2,20 @@
 
 #include <cstddef>
 
-#include "framework/ScoreDictVar.h"
+#include "framework/transform/ValueKind.h"
 
 namespace nbscore {
 
 /// A field that an expression reads, found once while the document is read: a number, not a name.
 struct FieldReference {
-    enum Source { CaseRecord, DerivedFields };
+    enum Source { CaseRecord, DerivedFields, Parameter };
 
     Source source = CaseRecord;
-    /// Position among the data fields that expressions read, or among the derived fields.
+    /// Position among the data fields that expressions read, among the derived fields, or among the parameters of the
+    /// function that the expression belongs to.
     std::size_t position = 0;
-    ScoreDictVar::StorageType storage = ScoreDictVar::StringStorage;
+    /// What its values are; a data field's or derived field's are numbers or texts.
+    ValueKind kind = ValueKind::Text;
 };
 
 }  // namespace nbscore

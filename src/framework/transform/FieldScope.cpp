@@ -9,33 +9,74 @@
 namespace nbscore {
 namespace {
 
-ScoreDictVar::StorageType StorageOf(const ScoreDictVar& variable) {
-    return variable.GetStorageType() == ScoreDictVar::NumericStorage ? ScoreDictVar::NumericStorage
-                                                                     : ScoreDictVar::StringStorage;
+ValueKind KindOf(const ScoreDictVar& variable) {
+    return variable.GetStorageType() == ScoreDictVar::NumericStorage ? ValueKind::Number : ValueKind::Text;
 }
 
 }  // namespace
 
 FieldScope::FieldScope(DerivedFields& derivedFields, const ScoreDictionary* dataDictionary,
                        const Transcoder& textTranscoder)
-    : derived(derivedFields), dictionary(dataDictionary), transcoder(textTranscoder) {}
+    : derived(derivedFields),
+      dictionary(dataDictionary),
+      transcoder(textTranscoder),
+      lastReaders(derivedFields.fields.size(), 0) {}
+
+void FieldScope::EnterField(std::size_t derivedField) {
+    field = derivedField;
+    function = nullptr;
+    cost = {};
+}
+
+void FieldScope::EnterFunction(const UserFunction& enteredFunction) {
+    function = &enteredFunction;
+    parameterPositions.clear();
+    for (std::size_t i = 0; i < function->parameters.size(); ++i)
+        parameterPositions.emplace(function->parameters[i].name, i);
+    cost = {};
+}
 
 FieldReference FieldScope::Resolve(const xercesc::DOMElement* element, const XMLCh* xmlName) {
     const std::string name = TextAt(element, xmlName, transcoder);
-    if (const auto found = derived.positionsByName.find(name); found != derived.positionsByName.end()) {
-        const std::size_t position = found->second;
-        derived.fields[current].dependencies.push_back(position);
-        return {FieldReference::DerivedFields, position, StorageOf(*derived.fields[position].variable)};
-    }
+    if (function) return ResolveParameter(element, xmlName, name);
+    const auto found = derived.positionsByName.find(name);
+    if (found != derived.positionsByName.end()) return ResolveDerived(found->second);
     const ScoreDictVar* variable = dictionary ? dictionary->GetVar(name) : nullptr;
     if (variable) return ResolveInput(name, *variable);
     throw RefusalAt(element, VeskException::UnknownVariable, "\"" + ExcerptOf(xmlName) + "\" is no field.");
 }
 
+FieldReference FieldScope::ResolveParameter(const xercesc::DOMElement* element, const XMLCh* xmlName,
+                                            const std::string& name) {
+    const auto found = parameterPositions.find(name);
+    if (found == parameterPositions.end()) {
+        throw RefusalAt(element, VeskException::UnknownVariable,
+                        "\"" + ExcerptOf(xmlName) + "\" is no parameter of the function.");
+    }
+    return {FieldReference::Parameter, found->second, function->parameters[found->second].kind};
+}
+
+FieldReference FieldScope::ResolveDerived(std::size_t position) {
+    // Once per reader, so that a field that reads another often does not look for it often either.
+    if (lastReaders[position] != field + 1) derived.fields[field].dependencies.push_back(position);
+    lastReaders[position] = field + 1;
+    return {FieldReference::DerivedFields, position, KindOf(*derived.fields[position].variable)};
+}
+
 FieldReference FieldScope::ResolveInput(const std::string& name, const ScoreDictVar& variable) {
     const auto [entry, isNew] = inputPositions.try_emplace(name, derived.inputs.size());
-    if (isNew) derived.inputs.push_back({name, std::unique_ptr<const ScoreDictVar>(variable.Clone())});
-    return {FieldReference::CaseRecord, entry->second, StorageOf(variable)};
+    if (isNew) {
+        derived.inputs.push_back(
+            {name, std::unique_ptr<const ScoreDictVar>(variable.Clone()), DeclaredValidity(variable)});
+    }
+    return {FieldReference::CaseRecord, entry->second, KindOf(variable)};
+}
+
+const UserFunction* FieldScope::FindFunctionToCall(const std::string& name) {
+    const auto found = derived.functions.positionsByName.find(name);
+    if (found == derived.functions.positionsByName.end()) return nullptr;
+    cost.calls.push_back({found->second, cost.level});
+    return derived.functions.functions[found->second].get();
 }
 
 }  // namespace nbscore

@@ -9,32 +9,50 @@
 #include "framework/XmlFwd.h"
 #include "framework/transform/DerivedFields.h"
 #include "framework/transform/FieldReference.h"
+#include "framework/transform/WrittenCost.h"
 
 namespace nbscore {
 
-/// What an expression can see while it is read: the derived fields, all of them declared by then, and the data
-/// fields. It notes which fields are really used.
+/// What an expression can see while it is read. In a derived field: the derived fields, all of them declared by then,
+/// and the data fields. In a function: its parameters and nothing else. It notes what is really used, and how much
+/// work that is.
 class FieldScope {
 public:
     /// @param dataDictionary may be null: there are no data fields then.
     FieldScope(DerivedFields& derivedFields, const ScoreDictionary* dataDictionary, const Transcoder& textTranscoder);
 
     /// The derived field whose expression is read from now on: what it reads becomes its dependencies.
-    void Enter(std::size_t derivedField) { current = derivedField; }
+    void EnterField(std::size_t derivedField);
+    /// The function whose body is read from now on.
+    void EnterFunction(const UserFunction& function);
 
     /// The field of this name. Throws VeskException 8, with the place of the element, when nobody knows it.
     FieldReference Resolve(const xercesc::DOMElement* element, const XMLCh* name);
 
+    /// The document's own function of this name, of which a call is noted; null when there is none.
+    const UserFunction* FindFunctionToCall(const std::string& name);
+
+    /// What was read since the scope was entered.
+    WrittenCost& GetCost() { return cost; }
+
     const Transcoder& GetTranscoder() const { return transcoder; }
 
 private:
+    FieldReference ResolveParameter(const xercesc::DOMElement* element, const XMLCh* xmlName, const std::string& name);
+    FieldReference ResolveDerived(std::size_t position);
     FieldReference ResolveInput(const std::string& name, const ScoreDictVar& variable);
 
     DerivedFields& derived;
     const ScoreDictionary* dictionary;
     const Transcoder& transcoder;
     std::unordered_map<std::string, std::size_t> inputPositions;
-    std::size_t current = 0;
+    std::size_t field = 0;
+    /// By derived field: the last derived field that was found to read it, counted from 1.
+    std::vector<std::size_t> lastReaders;
+    /// Null while a derived field's expression is read.
+    const UserFunction* function = nullptr;
+    std::unordered_map<std::string, std::size_t> parameterPositions;
+    WrittenCost cost;
 };
 
 }  // namespace nbscore

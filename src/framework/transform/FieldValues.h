@@ -11,6 +11,9 @@ public:
     virtual ~FieldValues() = default;
 
     virtual ExpressionValue Get(const FieldReference& field) const = 0;
+
+    /// Whether the field has a value, and one that its declaration allows.
+    virtual bool IsValid(const FieldReference& field) const { return !IsMissing(Get(field)); }
 };
 
 }  // namespace nbscore

@@ -1,25 +1,8 @@
 #include "framework/transform/FunctionTreeImp.h"
 
-#include <string>
 #include <utility>
 
-#include "framework/NumberText.h"
-
-namespace {
-
-nbscore::ExpressionValue AsNumber(nbscore::ExpressionValue value) {
-    const auto* text = std::get_if<std::string>(&value);
-    if (!text) return value;
-    const auto number = nbscore::ReadNumber(*text);
-    return number ? nbscore::ExpressionValue(*number) : nbscore::ExpressionValue();
-}
-
-nbscore::ExpressionValue AsText(nbscore::ExpressionValue value) {
-    const auto* number = std::get_if<double>(&value);
-    return number ? nbscore::ExpressionValue(nbscore::FormatNumber(*number)) : value;
-}
-
-}  // namespace
+#include "framework/transform/ValueKind.h"
 
 FunctionTreeImp::FunctionTreeImp(bool givesNumbers) : numeric(givesNumbers) {}
 
@@ -33,6 +16,5 @@ void FunctionTreeImp::SetExpression(std::unique_ptr<const nbscore::Expression> c
 
 nbscore::ExpressionValue FunctionTreeImp::Evaluate(const nbscore::FieldValues& fields) const {
     if (!expression) return {};
-    nbscore::ExpressionValue value = expression->Evaluate(fields);
-    return numeric ? AsNumber(std::move(value)) : AsText(std::move(value));
+    return CastTo(numeric ? nbscore::ValueKind::Number : nbscore::ValueKind::Text, expression->Evaluate(fields));
 }

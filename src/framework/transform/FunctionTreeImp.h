@@ -9,7 +9,8 @@
 class SCOREFRAMEWORK_API FunctionTreeImp {
 public:
     /// @param givesNumbers true when the derived field holds numbers: a text that the expression gives is then read
-    ///     as a number, and is missing when it is none. With false a number is written as text.
+    ///     as a number, and is missing when it is none, and a truth value is 1 or 0. With false a number is written as
+    ///     text, and a truth value as "true" or "false".
     explicit FunctionTreeImp(bool givesNumbers);
     ~FunctionTreeImp();
     FunctionTreeImp(FunctionTreeImp&&) noexcept;

@@ -8,11 +8,14 @@
 
 #include "framework/BaseTranslator.h"
 #include "framework/dictionary/FieldDeclarationReader.h"
-#include "framework/transform/CycleSearch.h"
+#include "framework/transform/DependencyOrder.h"
 #include "framework/transform/DerivedFieldDictionary.h"
 #include "framework/transform/DerivedFields.h"
+#include "framework/transform/ElementReading.h"
+#include "framework/transform/EvaluationCost.h"
 #include "framework/transform/ExpressionReader.h"
 #include "framework/transform/FieldScope.h"
+#include "framework/transform/UserFunctionsReader.h"
 #include "framework/xml/Refusal.h"
 #include "framework/xml/Utf8.h"
 #include "framework/xml/XmlName.h"
@@ -32,17 +35,11 @@ std::string FieldForMessage(const DOMElement* field) {
     return "The derived field \"" + ExcerptOf(BaseTranslator::GetAttributeForced(field, nameName)) + "\"";
 }
 
-VeskException UnexpectedChild(const DOMElement* child, const std::string& parent) {
-    return RefusalAt(child, VeskException::UnexpectedElement,
-                     "<" + ExcerptOf(child->getNodeName()) + "> is not expected in " + parent + ".");
-}
-
 /// The one child that is neither an Extension nor part of the field's declaration.
 const DOMElement* ExpressionOf(const DOMElement* field) {
     const DOMElement* expression = nullptr;
-    const DOMElement* child = BaseTranslator::GetFirstChildElt(field);
-    for (; child; child = BaseTranslator::GetNextSiblingElt(child)) {
-        if (IsNamed(child, "Extension") || IsNamed(child, "Value") || IsNamed(child, "Interval")) continue;
+    for (const DOMElement* child : ChildrenOf(field)) {
+        if (IsNamed(child, "Value") || IsNamed(child, "Interval")) continue;
         if (expression) throw UnexpectedChild(child, "<DerivedField> behind its expression");
         expression = child;
     }
@@ -50,30 +47,31 @@ const DOMElement* ExpressionOf(const DOMElement* field) {
     throw RefusalAt(field, VeskException::UnexpectedElement, FieldForMessage(field) + " has no expression.");
 }
 
-/// First every field is declared, then every expression is read: so fields may refer to one another in any order.
+/// First every function and field is declared, then every expression is read: so they may refer to one another in any
+/// order.
 class Reader {
 public:
     Reader(const ScoreDictionary* dataDictionary, const Transcoder& textTranscoder)
-        : dictionary(dataDictionary), transcoder(textTranscoder) {}
+        : dictionary(dataDictionary), transcoder(textTranscoder), functions(derived->functions, textTranscoder) {}
 
     std::unique_ptr<const DerivedFields> Read(const DOMElement* transformations) {
-        const DOMElement* child = BaseTranslator::GetFirstChildElt(transformations);
-        for (; child; child = BaseTranslator::GetNextSiblingElt(child))
-            ReadChild(child);
-        ReadExpressions();
+        for (const DOMElement* child : ChildrenOf(transformations))
+            Declare(child);
+        FieldScope scope(*derived, dictionary, transcoder);
+        functionCosts = functions.ReadBodies(scope);
+        ReadExpressions(scope);
         RefuseCycles();
         return std::move(derived);
     }
 
 private:
-    void ReadChild(const DOMElement* child) {
-        if (IsNamed(child, "Extension")) return;
-        if (IsNamed(child, "DerivedField")) return Declare(child);
-        if (!IsNamed(child, "DefineFunction")) throw UnexpectedChild(child, "<TransformationDictionary>");
-        throw RefusalAt(child, VeskException::UnsupportedExpression, "<DefineFunction> is not supported.");
+    void Declare(const DOMElement* child) {
+        if (IsNamed(child, "DerivedField")) return DeclareField(child);
+        if (IsNamed(child, "DefineFunction")) return functions.Declare(child);
+        throw UnexpectedChild(child, "<TransformationDictionary>");
     }
 
-    void Declare(const DOMElement* field) {
+    void DeclareField(const DOMElement* field) {
         const std::string name = TextAt(field, BaseTranslator::GetAttributeForced(field, nameName), transcoder);
         if (dictionary && dictionary->GetVar(name)) {
             throw RefusalAt(field, VeskException::InconsistentDocument,
@@ -84,31 +82,55 @@ private:
         }
         auto variable = ReadFieldDeclaration(field, name, transcoder);
         FunctionTreeImp function(variable->GetStorageType() == ScoreDictVar::NumericStorage);
-        derived->fields.push_back({variable.get(), std::move(function), {}});
+        derived->fields.push_back({variable.get(), DeclaredValidity(*variable), std::move(function), {}});
         derived->variables.AddVar(name, variable.release());
         elements.push_back(field);
     }
 
-    void ReadExpressions() {
-        FieldScope scope(*derived, dictionary, transcoder);
+    void ReadExpressions(FieldScope& scope) {
         for (std::size_t position = 0; position < elements.size(); ++position) {
-            scope.Enter(position);
+            scope.EnterField(position);
             derived->fields[position].function.SetExpression(ReadExpression(ExpressionOf(elements[position]), scope));
+            RefuseTooMuchWork(elements[position], scope.GetCost());
         }
     }
 
+    void RefuseTooMuchWork(const DOMElement* field, const WrittenCost& written) {
+        const EvaluationCost cost = CostWithCalls(written, functionCosts);
+        if (!written.calls.empty()) evaluationsOfCalls += cost.evaluations;
+        std::string what;
+        if (cost.levels > mostLevels) {
+            what = " nests functions more than " + std::to_string(mostLevels) + " levels deep.";
+        } else if (cost.evaluations > mostEvaluations) {
+            what =
+                " takes more than " + std::to_string(mostEvaluations) + " evaluations, those in functions counted in.";
+        } else if (evaluationsOfCalls > mostEvaluationsOfCalls) {
+            what = " and those before it take more than " + std::to_string(mostEvaluationsOfCalls) +
+                   " evaluations in functions.";
+        } else {
+            return;
+        }
+        throw RefusalAt(field, VeskException::InconsistentDocument, FieldForMessage(field) + what);
+    }
+
     void RefuseCycles() const {
-        const auto found = FindFieldThatNeedsItself(*derived);
-        if (!found) return;
-        throw RefusalAt(elements[*found], VeskException::InconsistentDocument,
-                        FieldForMessage(elements[*found]) + " depends on itself.");
+        const auto order = OrderByDependencies(elements.size(), [this](std::size_t field) {
+            return std::span<const std::size_t>(derived->fields[field].dependencies);
+        });
+        if (!order.needsItself) return;
+        const DOMElement* field = elements[*order.needsItself];
+        throw RefusalAt(field, VeskException::InconsistentDocument, FieldForMessage(field) + " depends on itself.");
     }
 
     const ScoreDictionary* dictionary;
     const Transcoder& transcoder;
     std::unique_ptr<DerivedFields> derived = std::make_unique<DerivedFields>();
+    UserFunctionsReader functions;
+    std::vector<EvaluationCost> functionCosts;
     /// The element of each derived field, by position.
     std::vector<const DOMElement*> elements;
+    /// Of all derived fields that call functions.
+    std::uint64_t evaluationsOfCalls = 0;
 };
 
 }  // namespace

@@ -13,9 +13,10 @@ namespace nbscore {
 ///
 /// Fields may refer to one another in any order. Extension elements are passed over. Throws, with the place of the
 /// element at fault, VeskException 1 for an element that does not belong there or a field without an expression,
-/// 2 for a field without a name, 8 for a reference to no field, 11 for what is not supported (every expression but
-/// FieldRef and Constant; functions that the document defines), 12 for a name that a data field or an earlier
-/// derived field has, and for a field that depends on itself.
+/// 2 for a field without a name, 8 for a reference to no field, 11 for what is not supported (Aggregate, Lag, a
+/// TableLocator, a function that nobody knows), 12 for a name that a data field or an earlier derived field has, for a
+/// field that depends on itself, and for one whose functions take too much work; and what the readers of the kinds of
+/// expressions throw.
 std::unique_ptr<TransformationDictionary> ReadTransformationDictionary(const xercesc::DOMElement* element,
                                                                        const ScoreDictionary* dictionary,
                                                                        const Transcoder& transcoder);

@@ -21,7 +21,7 @@ TEST(Constant, IsANumber_WhenItsWholeTextIsOne) {
 
 TEST(Constant, IsAText_WhenItsDataTypeSaysSo) {
     EXPECT_EQ(In("string", "<Constant dataType='string'> 007 </Constant>"), "text  007 ");
-    EXPECT_EQ(In("string", "<Constant dataType='boolean'>true</Constant>"), "text true");
+    EXPECT_EQ(In("string", "<Constant dataType='date'>2024-02-29</Constant>"), "text 2024-02-29");
     EXPECT_EQ(In("double", "<Constant dataType='string'>007</Constant>"), "number 7");
     EXPECT_EQ(In("double", "<Constant dataType='string'>seven</Constant>"), "absent");
 }
@@ -32,6 +32,20 @@ TEST(Constant, IsANumber_WhenItsDataTypeSaysSo) {
     EXPECT_EQ(In("string", "<Constant dataType='double'>NaN</Constant>"), "text nan");
     EXPECT_EQ(In("string", "<Constant dataType='double'>INF</Constant>"), "text inf");
     EXPECT_EQ(In("string", "<Constant dataType='float'>-INF</Constant>"), "text -inf");
+}
+
+TEST(Constant, IsATruthValue_WhenItsDataTypeSaysSo) {
+    for (const std::string word : {"true", "1"}) {
+        EXPECT_EQ(In("string", "<Constant dataType='boolean'>" + word + "</Constant>"), "text true");
+        EXPECT_EQ(In("double", "<Constant dataType='boolean'>" + word + "</Constant>"), "number 1");
+    }
+    EXPECT_EQ(In("string", "<Constant dataType='boolean'>0</Constant>"), "text false");
+    EXPECT_EQ(In("string", "<Constant dataType='boolean'/>"), "absent");
+    const auto refusal = RefusalOf([] { In("string", "<Constant dataType='boolean'>yes</Constant>"); });
+    ASSERT_TRUE(refusal);
+    EXPECT_EQ(refusal->GetCode(), VeskException::InvalidContent);
+    EXPECT_EQ(refusal->GetMessage(), "\"yes\" is no truth value: true, false, 1 or 0.");
+    EXPECT_EQ(PlaceText(refusal->GetPlace()), "3:63 /PMML/TransformationDictionary[1]/DerivedField[1]/Constant[1]");
 }
 
 TEST(Constant, IsTheEmptyTextOrMissing_WhenItHoldsNothing) {
@@ -45,6 +59,10 @@ TEST(Constant, IsMissing_WhenItSaysSo) {
     EXPECT_EQ(In("string", "<Constant missing='true'>a</Constant>"), "absent");
     EXPECT_EQ(In("string", "<Constant missing='1'>a</Constant>"), "absent");
     EXPECT_EQ(In("string", "<Constant missing='false'>a</Constant>"), "text a");
+    const auto refusal = RefusalOf([] { In("string", "<Constant missing='yes'>a</Constant>"); });
+    ASSERT_TRUE(refusal);
+    EXPECT_EQ(refusal->GetCode(), VeskException::InvalidContent);
+    EXPECT_EQ(refusal->GetMessage(), "\"yes\" is no \"missing\" of <Constant>: true, 1, false or 0.");
 }
 
 TEST(Constant, IsOneText_WhenItStandsInPieces) {

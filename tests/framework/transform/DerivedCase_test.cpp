@@ -43,6 +43,20 @@ TEST(DerivedCase, ComputesOncePerCaseAndOnlyWhatIsAskedFor) {
     EXPECT_EQ(record.questions["x"], 2);
 }
 
+TEST(DerivedCase, ComputesOncePerCase_WhenSeveralFieldsReadOne) {
+    const auto sum = [](const std::string& name, const std::string& left, const std::string& right) {
+        return "<DerivedField name='" + name + "' dataType='double'><Apply function='+'><FieldRef field='" + left +
+               "'/><FieldRef field='" + right + "'/></Apply></DerivedField>";
+    };
+    const DerivedDocument document(
+        caseFields, sum("top", "d", "middle") + sum("middle", "d", "d") + sum("other", "middle", "d") + twoFields);
+    const CountingRecord record;
+    const ScoreCaseRecord* values = document.derived->GetValuesForDeriedVars(&record, document.data.get());
+    EXPECT_EQ(values->GetValueByName("top")->GetDouble(), 6);
+    EXPECT_EQ(values->GetValueByName("other")->GetDouble(), 6);
+    EXPECT_EQ(record.questions, (std::map<std::string, int>{{"x", 1}}));
+}
+
 TEST(DerivedCase, IsReadByNameOnly) {
     const DerivedDocument document(caseFields, twoFields);
     const Case record(1, "a");

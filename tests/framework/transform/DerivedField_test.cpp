@@ -107,17 +107,36 @@ TEST(DerivedFields, AreRefused_WhenTheyHaveNoNameNoExpressionOrTwo) {
 }
 
 TEST(DerivedFields, AreRefusedByName_WhenTheyUseWhatIsNotSupported) {
-    for (const std::string kind : {"NormContinuous", "NormDiscrete", "Discretize", "MapValues", "TextIndex", "Apply",
-                                   "Aggregate", "Lag", "Nonsense"}) {
+    for (const std::string kind : {"Aggregate", "Lag", "Nonsense"}) {
         ExpectRefused("<DerivedField name='d'>\n<" + kind + "/></DerivedField>", VeskException::UnsupportedExpression,
                       "The expression <" + kind + "> is not supported.",
                       "4:1 " + dictionaryPath + "/DerivedField[1]/" + kind + "[1]");
     }
-    ExpectRefused("<DefineFunction name='f'/>", VeskException::UnsupportedExpression,
-                  "<DefineFunction> is not supported.", "3:1 " + dictionaryPath + "/DefineFunction[1]");
     ExpectRefused("<DataField name='f'/>", VeskException::UnexpectedElement,
                   "<DataField> is not expected in <TransformationDictionary>.",
                   "3:1 " + dictionaryPath + "/DataField[1]");
+}
+
+TEST(DerivedFields, AreRefused_WhenAnExpressionNestsDeeperThanTheParserAllows) {
+    WithDocument(
+        "<TransformationDictionary><DerivedField name='d'><Constant/></DerivedField></TransformationDictionary>",
+        [](DocumentProbe& probe, xercesc::DOMDocument& document) {
+            xercesc::DOMElement* field = BaseTranslator::GetFirstChildElt(document.getDocumentElement());
+            xercesc::DOMNode* innermost = field->removeChild(field->getFirstChild());
+            for (int i = 0; i < 100000; ++i) {
+                xercesc::DOMElement* apply = document.createElement(nbscore::XmlName("Apply"));
+                apply->setAttribute(nbscore::XmlName("function"), nbscore::XmlName("abs"));
+                apply->appendChild(innermost);
+                innermost = apply;
+            }
+            field->appendChild(innermost);
+            const auto refusal =
+                RefusalOf([&] { probe.HandleTransformationDictionary(document.getDocumentElement(), nullptr); });
+            ASSERT_TRUE(refusal);
+            EXPECT_EQ(refusal->GetCode(), VeskException::InconsistentDocument);
+            EXPECT_EQ(refusal->GetMessage(), "Expressions nest deeper than 1000 levels.");
+            field->removeChild(innermost);
+        });
 }
 
 /// f0 is x, and every other field is the one before it.

@@ -35,6 +35,8 @@ TEST(FunctionTreeImp, GivesNumbers_WhenMadeForThem) {
     EXPECT_EQ(Evaluate(true, 2.5), ExpressionValue(2.5));
     EXPECT_EQ(Evaluate(true, std::string(" 2.5 ")), ExpressionValue(2.5));
     EXPECT_EQ(Evaluate(true, std::string("two")), ExpressionValue());
+    EXPECT_EQ(Evaluate(true, true), ExpressionValue(1.0));
+    EXPECT_EQ(Evaluate(true, false), ExpressionValue(0.0));
     EXPECT_EQ(Evaluate(true, {}), ExpressionValue());
     EXPECT_TRUE(FunctionTreeImp(true).GivesNumbers());
 }
@@ -42,6 +44,8 @@ TEST(FunctionTreeImp, GivesNumbers_WhenMadeForThem) {
 TEST(FunctionTreeImp, GivesTexts_WhenMadeForThem) {
     EXPECT_EQ(Evaluate(false, 2.50), ExpressionValue(std::string("2.5")));
     EXPECT_EQ(Evaluate(false, std::string(" two ")), ExpressionValue(std::string(" two ")));
+    EXPECT_EQ(Evaluate(false, true), ExpressionValue(std::string("true")));
+    EXPECT_EQ(Evaluate(false, false), ExpressionValue(std::string("false")));
     EXPECT_EQ(Evaluate(false, {}), ExpressionValue());
     EXPECT_FALSE(FunctionTreeImp(false).GivesNumbers());
 }

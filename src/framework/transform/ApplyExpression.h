@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "framework/transform/BuiltInFunction.h"
+
+namespace nbscore {
+
+/// `Apply` of a function that takes values and gives one: every argument is evaluated, in order.
+class ApplyExpression : public Expression {
+public:
+    using Call = std::function<ExpressionValue(Arguments)>;
+
+    /// @param functionCall what to call instead of the function's own, for one that works ahead of the first case.
+    ApplyExpression(CallParts parts, Call functionCall);
+
+    ExpressionValue Evaluate(const FieldValues& fields) const override;
+
+private:
+    ExpressionValue CallWithoutMissing(std::vector<ExpressionValue> values) const;
+
+    std::vector<std::unique_ptr<const Expression>> arguments;
+    ApplyOptions options;
+    MissingRule missingRule;
+    Call call;
+};
+
+}  // namespace nbscore

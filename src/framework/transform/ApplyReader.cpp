@@ -1,0 +1,100 @@
+#include "framework/transform/ApplyReader.h"
+
+#include <xercesc/dom/DOMElement.hpp>
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "framework/BaseTranslator.h"
+#include "framework/transform/ApplyExpression.h"
+#include "framework/transform/BuiltInFunctions.h"
+#include "framework/transform/ElementReading.h"
+#include "framework/transform/ExpressionReader.h"
+#include "framework/transform/UserFunctionCall.h"
+#include "framework/xml/Refusal.h"
+#include "framework/xml/Utf8.h"
+#include "framework/xml/XmlName.h"
+
+namespace nbscore {
+namespace {
+
+using xercesc::DOMElement;
+
+constexpr XmlName functionName = "function";
+
+std::optional<std::string> OptionalText(const DOMElement* element, const XMLCh* name, const Transcoder& transcoder) {
+    const XMLCh* text = BaseTranslator::GetAttribute(element, name);
+    return text ? std::optional(TextAt(element, text, transcoder)) : std::nullopt;
+}
+
+ApplyOptions::UndefinedResult ReadTreatment(const DOMElement* element) {
+    constexpr XmlName treatmentName = "invalidValueTreatment";
+    static constexpr std::string_view words[] = {"returnInvalid", "asMissing", "asIs"};
+    return WordAttribute(element, treatmentName, words) == 2 ? ApplyOptions::UndefinedResult::StaysAsItIs
+                                                             : ApplyOptions::UndefinedResult::IsMissing;
+}
+
+ApplyOptions ReadOptions(const DOMElement* element, const Transcoder& transcoder) {
+    constexpr XmlName mapMissingToName = "mapMissingTo";
+    constexpr XmlName defaultValueName = "defaultValue";
+    ApplyOptions options;
+    options.mapMissingTo = OptionalText(element, mapMissingToName, transcoder);
+    options.defaultValue = OptionalText(element, defaultValueName, transcoder);
+    options.undefined = ReadTreatment(element);
+    return options;
+}
+
+std::string Counted(std::size_t count) {
+    return std::to_string(count) + (count == 1 ? " argument" : " arguments");
+}
+
+/// "2 arguments", "2 or 3 arguments", "at least 2 arguments".
+std::string Demand(std::size_t fewest, std::size_t most) {
+    if (fewest == most) return Counted(fewest);
+    if (most == BuiltInFunction::anyNumber) return "at least " + Counted(fewest);
+    return std::to_string(fewest) + (most == fewest + 1 ? " or " : " to ") + Counted(most);
+}
+
+void DemandArguments(const DOMElement* element, std::size_t count, std::size_t fewest, std::size_t most) {
+    if (count >= fewest && count <= most) return;
+    throw RefusalAt(element, VeskException::InconsistentDocument,
+                    "The function \"" + ExcerptOf(BaseTranslator::GetAttribute(element, functionName)) + "\" takes " +
+                        Demand(fewest, most) + ", not " + std::to_string(count) + ".");
+}
+
+std::vector<std::unique_ptr<const Expression>> ReadArguments(const std::vector<const DOMElement*>& children,
+                                                             FieldScope& scope) {
+    std::vector<std::unique_ptr<const Expression>> arguments;
+    arguments.reserve(children.size());
+    for (const DOMElement* child : children)
+        arguments.push_back(ReadExpression(child, scope));
+    return arguments;
+}
+
+std::unique_ptr<const Expression> MakeCall(CallParts parts) {
+    const BuiltInFunction& function = parts.function;
+    if (function.make != nullptr) return function.make(std::move(parts));
+    return std::make_unique<ApplyExpression>(std::move(parts), function.call);
+}
+
+}  // namespace
+
+std::unique_ptr<const Expression> ReadApply(const DOMElement* element, FieldScope& scope) {
+    const XMLCh* xmlName = BaseTranslator::GetAttributeForced(element, functionName);
+    const std::string name = TextAt(element, xmlName, scope.GetTranscoder());
+    ApplyOptions options = ReadOptions(element, scope.GetTranscoder());
+    const auto children = ChildrenOf(element);
+    if (const BuiltInFunction* function = FindBuiltInFunction(name)) {
+        DemandArguments(element, children.size(), function->fewestArguments, function->mostArguments);
+        return MakeCall({*function, ReadArguments(children, scope), std::move(options), element});
+    }
+    if (const UserFunction* function = scope.FindFunctionToCall(name)) {
+        DemandArguments(element, children.size(), function->parameters.size(), function->parameters.size());
+        return std::make_unique<UserFunctionCall>(*function, ReadArguments(children, scope), std::move(options));
+    }
+    throw RefusalAt(element, VeskException::UnsupportedExpression,
+                    "The function \"" + ExcerptOf(xmlName) + "\" is not known.");
+}
+
+}  // namespace nbscore

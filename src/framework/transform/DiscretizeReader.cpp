@@ -1,0 +1,110 @@
+#include <xercesc/dom/DOMElement.hpp>
+
+#include <algorithm>
+#include <utility>
+
+#include "framework/BaseTranslator.h"
+#include "framework/dictionary/IntervalReader.h"
+#include "framework/transform/DiscretizeExpression.h"
+#include "framework/transform/ElementReading.h"
+#include "framework/xml/Refusal.h"
+#include "framework/xml/Utf8.h"
+#include "framework/xml/XmlName.h"
+
+namespace nbscore {
+namespace {
+
+using xercesc::DOMElement;
+
+constexpr XmlName binValueName = "binValue";
+
+struct ReadBin {
+    DiscretizeExpression::Bin bin;
+    const DOMElement* element;
+};
+
+bool IsLeftClosed(const ValueInterval& interval) {
+    return interval.closure == ValueInterval::ClosedOpen || interval.closure == ValueInterval::ClosedClosed;
+}
+bool IsRightClosed(const ValueInterval& interval) {
+    return interval.closure == ValueInterval::OpenClosed || interval.closure == ValueInterval::ClosedClosed;
+}
+
+bool IsEmpty(const ValueInterval& interval) {
+    if (interval.leftMargin != interval.rightMargin) return interval.leftMargin > interval.rightMargin;
+    return interval.closure != ValueInterval::ClosedClosed;
+}
+
+bool BeginsBefore(const ReadBin& left, const ReadBin& right) {
+    const ValueInterval& first = left.bin.interval;
+    const ValueInterval& second = right.bin.interval;
+    if (first.leftMargin != second.leftMargin) return first.leftMargin < second.leftMargin;
+    return IsLeftClosed(first) && !IsLeftClosed(second);
+}
+
+/// Of two that are sorted.
+bool Overlap(const ReadBin& left, const ReadBin& right) {
+    const ValueInterval& first = left.bin.interval;
+    const ValueInterval& second = right.bin.interval;
+    if (first.rightMargin != second.leftMargin) return first.rightMargin > second.leftMargin;
+    return IsRightClosed(first) && IsLeftClosed(second);
+}
+
+ValueInterval ReadOnlyInterval(const DOMElement* bin) {
+    const auto children = ChildrenOf(bin);
+    if (children.empty()) {
+        throw RefusalAt(bin, VeskException::UnexpectedElement, "<DiscretizeBin> has no <Interval>.");
+    }
+    for (const DOMElement* child : children) {
+        const bool isFirstInterval =
+            child == children.front() && BaseTranslator::IsEqual(child->getNodeName(), "Interval");
+        if (!isFirstInterval) throw UnexpectedChild(child, TagOf(bin));
+    }
+    const ValueInterval interval = ReadInterval(children.front());
+    if (!IsEmpty(interval)) return interval;
+    throw RefusalAt(children.front(), VeskException::InvalidContent, "No number lies in this interval.");
+}
+
+std::vector<ReadBin> ReadBins(const DOMElement* element, ValueKind kind, const Transcoder& transcoder) {
+    std::vector<ReadBin> bins;
+    for (const DOMElement* child : ChildrenOf(element)) {
+        if (!BaseTranslator::IsEqual(child->getNodeName(), "DiscretizeBin"))
+            throw UnexpectedChild(child, TagOf(element));
+        const XMLCh* value = BaseTranslator::GetAttributeForced(child, binValueName);
+        bins.push_back({{ReadOnlyInterval(child), WrittenValue(child, value, kind, transcoder)}, child});
+    }
+    if (!bins.empty()) return bins;
+    throw RefusalAt(element, VeskException::UnexpectedElement, TagOf(element) + " has no <DiscretizeBin>.");
+}
+
+void RefuseOverlaps(const std::vector<ReadBin>& sortedBins) {
+    const auto found = std::ranges::adjacent_find(sortedBins, Overlap);
+    if (found == sortedBins.end()) return;
+    const auto valueOf = [](const ReadBin& bin) {
+        return "\"" + ExcerptOf(BaseTranslator::GetAttribute(bin.element, binValueName)) + "\"";
+    };
+    throw RefusalAt(found[1].element, VeskException::InvalidContent,
+                    "The bins " + valueOf(found[0]) + " and " + valueOf(found[1]) + " overlap.");
+}
+
+}  // namespace
+
+std::unique_ptr<const Expression> ReadDiscretize(const DOMElement* element, FieldScope& scope) {
+    constexpr XmlName mapMissingToName = "mapMissingTo";
+    constexpr XmlName defaultValueName = "defaultValue";
+    const Transcoder& transcoder = scope.GetTranscoder();
+    const FieldReference field = ReadFieldReference(element, scope);
+    const ValueKind kind = DataTypeOf(element);
+    std::vector<ReadBin> bins = ReadBins(element, kind, transcoder);
+    std::ranges::stable_sort(bins, BeginsBefore);
+    RefuseOverlaps(bins);
+    std::vector<DiscretizeExpression::Bin> sortedBins;
+    sortedBins.reserve(bins.size());
+    for (ReadBin& bin : bins)
+        sortedBins.push_back(std::move(bin.bin));
+    return std::make_unique<DiscretizeExpression>(
+        FieldInput{field, WrittenAttribute(element, mapMissingToName, kind, transcoder)}, std::move(sortedBins),
+        WrittenAttribute(element, defaultValueName, kind, transcoder));
+}
+
+}  // namespace nbscore

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <xercesc/util/XercesDefs.hpp>
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "framework/Transcoder.h"
+#include "framework/VeskException.h"
+#include "framework/XmlFwd.h"
+#include "framework/transform/ExpressionValue.h"
+#include "framework/transform/ValueKind.h"
+
+/// @file
+/// Small steps that the readers of all kinds of expressions share. Every refusal has the element's place.
+
+namespace nbscore {
+
+/// The child elements in order, without Extension elements.
+std::vector<const xercesc::DOMElement*> ChildrenOf(const xercesc::DOMElement* element);
+
+/// The refusal (VeskException 1) of a child that does not belong where it stands.
+/// @param parent as the message has it: "<Discretize>".
+VeskException UnexpectedChild(const xercesc::DOMElement* child, const std::string& parent);
+
+/// The element's name as messages have it: "<Discretize>".
+std::string TagOf(const xercesc::DOMElement* element);
+
+/// All text that stands directly in the element: it may come in several pieces, plain ones and CDATA sections.
+std::basic_string<XMLCh> TextIn(const xercesc::DOMElement* element);
+
+/// The element's `dataType`: numbers for integer, float and double, truth values for boolean, texts for every other;
+/// any kind without one.
+ValueKind DataTypeOf(const xercesc::DOMElement* element);
+
+/// A value that a document writes in an attribute or a cell: a number where numbers are wanted, else a text as it
+/// stands. Throws VeskException 9 where a number is wanted and it is none.
+ExpressionValue WrittenValue(const xercesc::DOMElement* element, const XMLCh* text, ValueKind wanted,
+                             const Transcoder& transcoder);
+/// The same for an attribute; missing when the element has none of this name.
+ExpressionValue WrittenAttribute(const xercesc::DOMElement* element, const XMLCh* name, ValueKind wanted,
+                                 const Transcoder& transcoder);
+
+/// An attribute that stands in for, or is compared with, the values of a field: beside a numeric field it is a number
+/// when it is one at all, beside every other a text as it stands. Missing when there is none.
+ExpressionValue AttributeBesideField(const xercesc::DOMElement* element, const XMLCh* name, ValueKind fieldKind,
+                                     const Transcoder& transcoder);
+
+/// true, false, 1 or 0; nothing when the element has no such attribute. Throws VeskException 5 for any other word.
+std::optional<bool> FlagAttribute(const xercesc::DOMElement* element, const XMLCh* name);
+
+/// The position among the words; 0 when the element has no such attribute. Throws VeskException 5, with all the
+/// words, for any other.
+std::size_t WordAttribute(const xercesc::DOMElement* element, const XMLCh* name,
+                          std::span<const std::string_view> words);
+
+}  // namespace nbscore

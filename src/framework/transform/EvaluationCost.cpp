@@ -1,0 +1,17 @@
+#include "framework/transform/EvaluationCost.h"
+
+#include <algorithm>
+
+namespace nbscore {
+
+EvaluationCost CostWithCalls(const WrittenCost& written, std::span<const EvaluationCost> functions) {
+    EvaluationCost cost{std::min(written.evaluations, mostEvaluations + 1), written.deepestLevel};
+    for (const WrittenCost::Call& call : written.calls) {
+        const EvaluationCost& called = functions[call.function];
+        cost.evaluations = std::min(cost.evaluations + called.evaluations, mostEvaluations + 1);
+        cost.levels = std::min(std::max(cost.levels, call.level + called.levels), mostLevels + 1);
+    }
+    return cost;
+}
+
+}  // namespace nbscore

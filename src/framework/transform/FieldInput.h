@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+
+#include "framework/XmlFwd.h"
+#include "framework/transform/FieldScope.h"
+#include "framework/transform/FieldValues.h"
+
+namespace nbscore {
+
+/// The one field that an expression kind reads, and what its result is when the field is missing (`mapMissingTo`).
+struct FieldInput {
+    FieldReference field;
+    /// Missing when the document gives none.
+    ExpressionValue resultWhenMissing;
+
+    /// The field's number. Nothing when it is missing, a text that is no number, or NaN: all of them count as missing.
+    std::optional<double> NumberIn(const FieldValues& fields) const;
+};
+
+/// The field that the attribute `field` names.
+FieldReference ReadFieldReference(const xercesc::DOMElement* element, FieldScope& scope);
+
+/// Reads the attributes `field` and `mapMissingTo`, which has the kind of the field that it stands in for: beside a
+/// numeric field it is a number when it is one at all, beside any other a text as it stands.
+FieldInput ReadFieldInput(const xercesc::DOMElement* element, FieldScope& scope);
+
+}  // namespace nbscore

@@ -1,0 +1,81 @@
+#include "framework/transform/NormContinuousExpression.h"
+
+#include <xercesc/dom/DOMElement.hpp>
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+#include <utility>
+
+#include "framework/BaseTranslator.h"
+#include "framework/NumberText.h"
+#include "framework/transform/ElementReading.h"
+#include "framework/xml/Refusal.h"
+#include "framework/xml/XmlName.h"
+
+namespace nbscore {
+namespace {
+
+using Outliers = NormContinuousExpression::Outliers;
+
+Outliers ReadOutliers(const xercesc::DOMElement* element) {
+    constexpr XmlName outliersName = "outliers";
+    static constexpr std::string_view words[] = {"asIs", "asMissingValues", "asExtremeValues"};
+    static constexpr Outliers meanings[] = {Outliers::AsIs, Outliers::AsMissingValues, Outliers::AsExtremeValues};
+    return meanings[WordAttribute(element, outliersName, words)];
+}
+
+void AddPoint(NormContinuousExpression::Line& line, const xercesc::DOMElement* point) {
+    constexpr XmlName origName = "orig";
+    constexpr XmlName normName = "norm";
+    const double origin = RequiredDouble(point, origName);
+    if (!line.origins.empty() && origin <= line.origins.back()) {
+        throw RefusalAt(point, VeskException::InvalidContent,
+                        "The orig " + FormatNumber(origin) + " is not above the one before it, " +
+                            FormatNumber(line.origins.back()) + ".");
+    }
+    line.origins.push_back(origin);
+    line.norms.push_back(RequiredDouble(point, normName));
+}
+
+NormContinuousExpression::Line ReadLine(const xercesc::DOMElement* element) {
+    NormContinuousExpression::Line line{{}, {}, ReadOutliers(element)};
+    for (const xercesc::DOMElement* child : ChildrenOf(element)) {
+        if (!BaseTranslator::IsEqual(child->getNodeName(), "LinearNorm")) throw UnexpectedChild(child, TagOf(element));
+        AddPoint(line, child);
+    }
+    if (line.origins.size() >= 2) return line;
+    throw RefusalAt(element, VeskException::InvalidContent, "<NormContinuous> needs two <LinearNorm> at least.");
+}
+
+}  // namespace
+
+std::optional<double> NormContinuousExpression::Line::At(double number) const {
+    if (number < origins.front() || number > origins.back()) {
+        if (outliers == Outliers::AsMissingValues) return std::nullopt;
+        if (outliers == Outliers::AsExtremeValues) return number < origins.front() ? norms.front() : norms.back();
+    }
+    // The end of the first segment that contains the number; beyond the line, that of the first or last one.
+    const auto end = std::lower_bound(origins.begin() + 1, origins.end() - 1, number);
+    const auto second = static_cast<std::size_t>(end - origins.begin());
+    const std::size_t first = second - 1;
+    const double result =
+        norms[first] + (number - origins[first]) / (origins[second] - origins[first]) * (norms[second] - norms[first]);
+    return std::isnan(result) ? std::nullopt : std::optional(result);
+}
+
+NormContinuousExpression::NormContinuousExpression(FieldInput readField, Line lineOfSegments)
+    : input(std::move(readField)), line(std::move(lineOfSegments)) {}
+
+ExpressionValue NormContinuousExpression::Evaluate(const FieldValues& fields) const {
+    const auto number = input.NumberIn(fields);
+    const auto result = number ? line.At(*number) : std::nullopt;
+    return result ? ExpressionValue(*result) : input.resultWhenMissing;
+}
+
+std::unique_ptr<const Expression> ReadNormContinuous(const xercesc::DOMElement* element, FieldScope& scope) {
+    FieldInput input = ReadFieldInput(element, scope);
+    return std::make_unique<NormContinuousExpression>(std::move(input), ReadLine(element));
+}
+
+}  // namespace nbscore

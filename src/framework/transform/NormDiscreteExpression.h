@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+
+#include "framework/XmlFwd.h"
+#include "framework/transform/Expression.h"
+#include "framework/transform/FieldInput.h"
+
+namespace nbscore {
+
+/// `NormDiscrete`: 1 when a field has a certain value, else 0.
+class NormDiscreteExpression : public Expression {
+public:
+    NormDiscreteExpression(FieldInput readField, ExpressionValue valueToFind);
+
+    ExpressionValue Evaluate(const FieldValues& fields) const override;
+
+private:
+    FieldInput input;
+    ExpressionValue soughtValue;
+};
+
+/// Reads a NormDiscrete element. Throws VeskException 11 for any other `method` than "indicator".
+std::unique_ptr<const Expression> ReadNormDiscrete(const xercesc::DOMElement* element, FieldScope& scope);
+
+}  // namespace nbscore

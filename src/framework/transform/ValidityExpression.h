@@ -1,0 +1,21 @@
+#pragma once
+
+#include "framework/transform/BuiltInFunction.h"
+
+namespace nbscore {
+
+/// `isValid`, `isNotValid`: whether the argument has a value that its field allows.
+class ValidityExpression : public Expression {
+public:
+    /// @param asksForValid false for the negation.
+    ValidityExpression(CallParts parts, bool asksForValid);
+
+    ExpressionValue Evaluate(const FieldValues& fields) const override;
+
+private:
+    std::vector<std::unique_ptr<const Expression>> arguments;
+    ApplyOptions options;
+    bool asksForValid;
+};
+
+}  // namespace nbscore

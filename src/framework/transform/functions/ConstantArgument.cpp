@@ -1,0 +1,40 @@
+#include "framework/transform/functions/ConstantArgument.h"
+
+#include <xercesc/dom/DOMElement.hpp>
+
+#include "framework/transform/ConstantExpression.h"
+#include "framework/transform/ValueReading.h"
+#include "framework/transform/functions/CodePoints.h"
+#include "framework/xml/Refusal.h"
+#include "framework/xml/Utf8.h"
+
+namespace nbscore {
+namespace {
+
+/// For messages that quote a document: short, and nothing in it that a terminal obeys.
+std::string Quotable(std::string_view text) {
+    const std::string_view start = FirstCharacters(text, maxQuotedUnits);
+    std::string quotable;
+    for (const char character : start) {
+        const bool isControl = static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
+        quotable += isControl ? '?' : character;
+    }
+    return start.size() < text.size() ? quotable + "..." : quotable;
+}
+
+}  // namespace
+
+std::optional<std::string> ConstantText(const Expression& argument) {
+    const auto* constant = dynamic_cast<const ConstantExpression*>(&argument);
+    if (constant == nullptr || IsMissing(constant->GetValue())) return std::nullopt;
+    return TextOf(constant->GetValue());
+}
+
+VeskException ArgumentRefusal(const CallParts& parts, std::string_view what, std::string_view text,
+                              std::string_view reason) {
+    return RefusalAt(parts.element, VeskException::InvalidContent,
+                     "The " + std::string(what) + " \"" + Quotable(text) + "\" of the function \"" +
+                         std::string(parts.function.name) + "\" cannot be used: " + Quotable(reason) + ".");
+}
+
+}  // namespace nbscore

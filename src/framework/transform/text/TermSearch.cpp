@@ -1,0 +1,145 @@
+#include "framework/transform/text/TermSearch.h"
+
+#include <algorithm>
+#include <span>
+#include <unordered_map>
+
+#include "framework/transform/functions/CodePoints.h"
+#include "framework/transform/text/EditDistance.h"
+
+namespace nbscore {
+namespace {
+
+/// Bytes that are no UTF-8 stand for themselves: all that counts is what is equal to what.
+std::u32string CharactersOf(std::string_view text) {
+    std::u32string characters;
+    while (!text.empty()) {
+        const std::size_t size = SizeOfFirstCharacter(text);
+        char32_t character = 0;
+        for (const char byte : text.substr(0, size))
+            character = (character << 8) | static_cast<unsigned char>(byte);
+        characters += character;
+        text.remove_prefix(size);
+    }
+    return characters;
+}
+
+/// Where the needle stands in the hay, in time proportional to both: behind a mismatch goes on with the longest
+/// beginning of the needle that the hay just showed.
+template <typename Hay, typename Needle, typename OnStart>
+void ForEachStart(const Hay& hay, const Needle& needle, const OnStart& onStart) {
+    if (needle.empty() || needle.size() > hay.size()) return;
+    std::vector<std::size_t> borders(needle.size(), 0);
+    std::size_t matched = 0;
+    for (std::size_t i = 1; i < needle.size(); ++i) {
+        while (matched > 0 && needle[i] != needle[matched])
+            matched = borders[matched - 1];
+        if (needle[i] == needle[matched]) ++matched;
+        borders[i] = matched;
+    }
+    matched = 0;
+    for (std::size_t i = 0; i < hay.size(); ++i) {
+        while (matched > 0 && hay[i] != needle[matched])
+            matched = borders[matched - 1];
+        if (hay[i] == needle[matched]) ++matched;
+        if (matched < needle.size()) continue;
+        onStart(i + 1 - needle.size());
+        matched = borders[matched - 1];
+    }
+}
+
+/// Words as numbers, equal ones as the same.
+class Numbering {
+public:
+    std::vector<std::size_t> Of(const std::vector<std::u32string>& words) {
+        std::vector<std::size_t> numbers;
+        numbers.reserve(words.size());
+        for (const std::u32string& word : words)
+            numbers.push_back(known.try_emplace(word, known.size()).first->second);
+        return numbers;
+    }
+
+private:
+    std::unordered_map<std::u32string, std::size_t> known;
+};
+
+/// Looks at every start. Equal words are equal numbers, and as every other word costs a distance of one at least, there
+/// are at most as many of them as the distance may be.
+class FuzzySearch {
+public:
+    FuzzySearch(const std::vector<std::u32string>& textWords, const std::vector<std::u32string>& termWords,
+                std::size_t greatestDistance)
+        : text(textWords), term(termWords), maxDistance(greatestDistance) {
+        textNumbers = numbering.Of(text);
+        termNumbers = numbering.Of(term);
+    }
+
+    /// The distance at a start, greater than the greatest when it is no hit; nothing when the budget is spent.
+    std::optional<std::size_t> DistanceAt(std::size_t start, WorkBudget& budget) const {
+        std::size_t distance = 0;
+        for (std::size_t i = 0; i < term.size() && distance <= maxDistance; ++i) {
+            double cost = 1;
+            if (textNumbers[start + i] != termNumbers[i]) {
+                const std::size_t limit = maxDistance - distance;
+                cost += EditDistanceCost(text[start + i], term[i], limit);
+                if (!budget.Spend(cost)) return std::nullopt;
+                distance += EditDistance(text[start + i], term[i], limit);
+            } else if (!budget.Spend(cost)) {
+                return std::nullopt;
+            }
+        }
+        return distance;
+    }
+
+private:
+    const std::vector<std::u32string>& text;
+    const std::vector<std::u32string>& term;
+    std::size_t maxDistance;
+    Numbering numbering;
+    std::vector<std::size_t> textNumbers;
+    std::vector<std::size_t> termNumbers;
+};
+
+}  // namespace
+
+Words::Words(std::string_view text, const TextRules& rules) : spans(rules.splitter->Split(text)) {
+    words.reserve(spans.size());
+    for (const WordSpan& span : spans) {
+        const std::string_view word = text.substr(span.begin, span.end - span.begin);
+        words.push_back(rules.isCaseSensitive ? CharactersOf(word) : CharactersOf(LowerCaseOf(word)));
+    }
+}
+
+std::optional<std::vector<Hit>> FindTerm(const Words& text, const std::vector<std::u32string>& term,
+                                         std::size_t maxDistance, WorkBudget& budget) {
+    std::vector<Hit> hits;
+    if (term.empty() || term.size() > text.words.size()) return hits;
+    if (maxDistance == 0) {
+        if (!budget.Spend(text.words.size() + term.size())) return std::nullopt;
+        ForEachStart(text.words, term, [&hits](std::size_t start) { hits.push_back({start, 0}); });
+        return hits;
+    }
+    const FuzzySearch search(text.words, term, maxDistance);
+    for (std::size_t start = 0; start + term.size() <= text.words.size(); ++start) {
+        const auto distance = search.DistanceAt(start, budget);
+        if (!distance) return std::nullopt;
+        if (*distance <= maxDistance) hits.push_back({start, *distance});
+    }
+    return hits;
+}
+
+std::size_t CountInside(std::string_view text, std::string_view term) {
+    std::size_t count = 0;
+    ForEachStart(text, term, [&count](std::size_t) { ++count; });
+    return count;
+}
+
+std::size_t HighestFrequency(const Words& text) {
+    std::unordered_map<std::u32string_view, std::size_t> counts;
+    std::size_t highest = 0;
+    for (const std::u32string& word : text.words)
+        highest = std::max(highest, ++counts[word]);
+    return highest;
+}
+
+}  // namespace nbscore

@@ -1,0 +1,135 @@
+#include "framework/transform/text/TextNormalizationReader.h"
+
+#include <xercesc/dom/DOMElement.hpp>
+
+#include <string>
+#include <utility>
+
+#include "framework/BaseTranslator.h"
+#include "framework/transform/ElementReading.h"
+#include "framework/transform/InlineTable.h"
+#include "framework/transform/text/TermSearch.h"
+#include "framework/transform/text/TextRulesReader.h"
+#include "framework/xml/Refusal.h"
+#include "framework/xml/Utf8.h"
+#include "framework/xml/XmlName.h"
+
+namespace nbscore {
+namespace {
+
+using xercesc::DOMElement;
+
+/// Each may keep a megabyte of what it learned about texts.
+constexpr int mostExpressions = 1000;
+
+enum Column { In, Out, IsRegularExpression };
+
+std::string ColumnName(const DOMElement* element, const XMLCh* attribute, const char* standard) {
+    const XMLCh* name = BaseTranslator::GetAttribute(element, attribute);
+    return name ? Utf8Of(name) : standard;
+}
+
+class Reader {
+public:
+    Reader(const DOMElement* normalization, const TextRules& inherited, const Transcoder& textTranscoder)
+        : element(normalization),
+          rules(ReadTextRules(normalization, inherited, textTranscoder)),
+          transcoder(textTranscoder) {}
+
+    TextNormalization Read() {
+        constexpr XmlName inFieldName = "inField";
+        constexpr XmlName outFieldName = "outField";
+        constexpr XmlName regexFieldName = "regexField";
+        constexpr XmlName recursiveName = "recursive";
+        columns = {ColumnName(element, inFieldName, "string"), ColumnName(element, outFieldName, "stem"),
+                   ColumnName(element, regexFieldName, "regex")};
+        const auto children = ChildrenOf(element);
+        const DOMElement* table = TableAmong(children, element);
+        for (const DOMElement* child : children)
+            if (child != table) throw UnexpectedChild(child, TagOf(element));
+        std::vector<TextNormalization::Row> rows;
+        for (const InlineRow& row : ReadInlineTable(table, columns))
+            rows.push_back(ReadRow(row));
+        return {rules, std::move(rows), FlagAttribute(element, recursiveName).value_or(false)};
+    }
+
+private:
+    TextNormalization::Row ReadRow(const InlineRow& row) {
+        const std::string sought = CellText(row, In);
+        std::string replacement = CellText(row, Out);
+        if (ReadIsExpression(row)) return ExpressionRow(row, sought, replacement);
+        // Without words, the expression that matches nothing but the text does the same.
+        if (!rules.isTokenized) return ExpressionRow(row, RE2::QuoteMeta(sought), Escaped(replacement));
+        TextNormalization::Row wordsRow{nullptr, Words(sought, rules).words, std::move(replacement), Replacement("")};
+        if (wordsRow.words.empty()) throw NothingToLookFor(row);
+        return wordsRow;
+    }
+
+    TextNormalization::Row ExpressionRow(const InlineRow& row, const std::string& pattern,
+                                         const std::string& replacement) {
+        if (pattern.empty()) throw NothingToLookFor(row);
+        if (++expressions > mostExpressions) {
+            throw RefusalAt(row.element, VeskException::InconsistentDocument,
+                            "A table may hold " + std::to_string(mostExpressions) + " regular expressions at most.");
+        }
+        auto expression = std::make_unique<const RegularExpression>(rules.isCaseSensitive ? pattern : "(?i)" + pattern);
+        if (!expression->IsUsable()) throw Unusable(row, expression->Fault());
+        Replacement text(replacement);
+        if (!expression->HasGroup(text.GreatestGroup())) {
+            throw Unusable(row, "it has no group " + std::to_string(text.GreatestGroup()));
+        }
+        return {std::move(expression), {}, {}, std::move(text)};
+    }
+
+    /// So that it stands for itself as a replacement.
+    static std::string Escaped(const std::string& text) {
+        std::string escaped;
+        for (const char character : text) {
+            if (character == '$' || character == '\\') escaped += '\\';
+            escaped += character;
+        }
+        return escaped;
+    }
+
+    bool ReadIsExpression(const InlineRow& row) const {
+        const DOMElement* cell = row.cells[IsRegularExpression];
+        if (!cell) return false;
+        const auto text = TextIn(cell);
+        const std::string word = Utf8Of(text.c_str());
+        if (word == "true" || word == "1") return true;
+        if (word.empty() || word == "false" || word == "0") return false;
+        throw RefusalAt(cell, VeskException::InvalidContent,
+                        "\"" + ExcerptOf(text.c_str()) + "\" is no truth value: true, false, 1 or 0.");
+    }
+
+    std::string CellText(const InlineRow& row, Column column) const {
+        if (const DOMElement* cell = row.cells[column]) return TextAt(cell, TextIn(cell).c_str(), transcoder);
+        throw RefusalAt(row.element, VeskException::InvalidContent,
+                        "The row has no cell for the column \"" + columns[column] + "\".");
+    }
+
+    static VeskException NothingToLookFor(const InlineRow& row) {
+        return RefusalAt(row.cells[In], VeskException::InvalidContent, "The row has nothing to look for.");
+    }
+
+    static VeskException Unusable(const InlineRow& row, const std::string& reason) {
+        return RefusalAt(row.cells[In], VeskException::InvalidContent,
+                         "The regular expression \"" + ExcerptOf(TextIn(row.cells[In]).c_str()) +
+                             "\" cannot be used: " + reason + ".");
+    }
+
+    const DOMElement* element;
+    TextRules rules;
+    const Transcoder& transcoder;
+    std::vector<std::string> columns;
+    int expressions = 0;
+};
+
+}  // namespace
+
+TextNormalization ReadTextNormalization(const DOMElement* element, const TextRules& inherited,
+                                        const Transcoder& transcoder) {
+    return Reader(element, inherited, transcoder).Read();
+}
+
+}  // namespace nbscore

@@ -1,0 +1,77 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "framework/transform/ExpressionProbe.h"
+
+namespace {
+
+const std::string fields =
+    "<DataField name='x' dataType='double' optype='continuous'><Value value='-9' property='missing'/>"
+    "<Interval closure='closedOpen' leftMargin='0' rightMargin='10'/><Interval closure='openOpen' leftMargin='20'/>"
+    "</DataField>"
+    "<DataField name='s' dataType='string' optype='categorical'><Value value='NA' property='missing'/>"
+    "<Value value='a'/><Value value='b'/></DataField>";
+
+std::string Field(const std::string& name, const std::string& dataType, const std::string& content) {
+    return "<DerivedField name='" + name + "' dataType='" + dataType + "'>" + content + "</DerivedField>";
+}
+
+/// Whether the argument is valid, with other derived fields beside it.
+std::string Valid(const std::string& argument, const Case& record, const std::string& others = "") {
+    const DerivedDocument document(fields,
+                                   Field("d", "string", "<Apply function='isValid'>" + argument + "</Apply>") + others);
+    return document.ValueOf("d", &record);
+}
+
+const std::string x = "<FieldRef field='x'/>";
+const std::string s = "<FieldRef field='s'/>";
+
+TEST(Validity, IsThatOfAnIntervalOfTheField) {
+    EXPECT_EQ(Valid(x, Case(0, "a")), "text true");
+    EXPECT_EQ(Valid(x, Case(10, "a")), "text false");
+    EXPECT_EQ(Valid(x, Case(20, "a")), "text false");
+    EXPECT_EQ(Valid(x, Case(1e300, "a")), "text true");
+}
+
+TEST(Validity, IsThatOfADeclaredValue) {
+    EXPECT_EQ(Valid(s, Case(0, "b")), "text true");
+    EXPECT_EQ(Valid(s, Case(0, "c")), "text false");
+    EXPECT_EQ(Valid(s, Case(0, "")), "text false");
+}
+
+TEST(Validity, IsNeverThatOfAMissingValue) {
+    EXPECT_EQ(Valid(x, Case(-9, "a")), "text false");
+    EXPECT_EQ(Valid(s, Case(0, "NA")), "text false");
+    EXPECT_EQ(Valid(s, Case()), "text false");
+}
+
+TEST(Validity, IsThatOfANumber_WhenTheFieldIsNumeric) {
+    Case record;
+    record.SetText(0, "5");
+    EXPECT_EQ(Valid(x, record), "text true");
+    record.SetText(0, "five");
+    EXPECT_EQ(Valid(x, record), "text false");
+    EXPECT_EQ(
+        Valid("<FieldRef field='e'/>", Case(), Field("e", "double", "<Constant dataType='double'>NaN</Constant>")),
+        "text false");
+}
+
+TEST(Validity, IsThatOfADerivedFieldsOwnDeclaration) {
+    const std::string values = x + "<Value value='2'/><Value value='3'/>";
+    EXPECT_EQ(Valid("<FieldRef field='e'/>", Case(2, "a"), Field("e", "double", values)), "text true");
+    EXPECT_EQ(Valid("<FieldRef field='e'/>", Case(4, "a"), Field("e", "double", values)), "text false");
+    EXPECT_EQ(Valid("<FieldRef field='e'/>", Case(15, "a"), Field("e", "double", x)), "text true");
+}
+
+TEST(Validity, IsThatOfAReplacement_WhenAMissingFieldHasOne) {
+    EXPECT_EQ(Valid("<FieldRef field='x' mapMissingTo='50'/>", Case(-9, "a")), "text true");
+    EXPECT_EQ(Valid("<FieldRef field='x' mapMissingTo='50'/>", Case(15, "a")), "text false");
+}
+
+TEST(Validity, IsThatOfAnyResult_WhenTheArgumentIsNoField) {
+    EXPECT_EQ(Valid("<Apply function='+'>" + x + x + "</Apply>", Case(15, "a")), "text true");
+    EXPECT_EQ(Valid("<Apply function='+'>" + x + x + "</Apply>", Case(-9, "a")), "text false");
+}
+
+}  // namespace
