@@ -1,6 +1,9 @@
-# Makes titanic.pmml out of figures.csv: awk -f make-document.awk figures.csv > titanic.pmml
+# Makes titanic.pmml: awk -f make-document.awk figures.csv test-cases.csv > titanic.pmml
 # Each line of the figures holds a class, a sex, an age group, and how many of these people died and survived.
+# Each line of the test cases holds a person and what the model says of them; an empty cell is not known.
 BEGIN { FS = "," }
+FNR != NR && FNR == 1 { cells = NF; for (i = 1; i <= cells; ++i) column[i] = $i; next }
+FNR != NR { ++cases; for (i = 1; i <= cells; ++i) cell[cases, i] = $i; next }
 NR == 1 { inputs = NF - 2; for (i = 1; i <= inputs; ++i) name[i] = $i; next }
 {
     for (i = 1; i <= inputs; ++i) {
@@ -16,6 +19,25 @@ function counts(indent, deaths, survivors) {
     print indent "  <TargetValueCount value=\"no\" count=\"" deaths "\"/>"
     print indent "  <TargetValueCount value=\"yes\" count=\"" survivors "\"/>"
     print indent "</TargetValueCounts>"
+}
+function probability(category) {
+    print "      <OutputField name=\"probability_" category "\" optype=\"continuous\" dataType=\"double\"" \
+        " feature=\"probability\" value=\"" category "\"/>"
+}
+function verification(    i, c, row) {
+    print "    <ModelVerification recordCount=\"" cases "\" fieldCount=\"" cells "\">"
+    print "      <VerificationFields>"
+    for (i = 1; i <= cells; ++i) print "        <VerificationField field=\"" column[i] "\"/>"
+    print "      </VerificationFields>"
+    print "      <InlineTable>"
+    for (c = 1; c <= cases; ++c) {
+        row = ""
+        for (i = 1; i <= cells; ++i)
+            if (cell[c, i] != "") row = row "<" column[i] ">" cell[c, i] "</" column[i] ">"
+        print "        <row>" row "</row>"
+    }
+    print "      </InlineTable>"
+    print "    </ModelVerification>"
 }
 END {
     print "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
@@ -39,6 +61,10 @@ END {
     for (i = 1; i <= inputs; ++i) print "      <MiningField name=\"" name[i] "\"/>"
     print "      <MiningField name=\"survived\" usageType=\"predicted\"/>"
     print "    </MiningSchema>"
+    print "    <Output>"
+    probability("no")
+    probability("yes")
+    print "    </Output>"
     print "    <BayesInputs>"
     for (i = 1; i <= inputs; ++i) {
         print "      <BayesInput fieldName=\"" name[i] "\">"
@@ -53,6 +79,7 @@ END {
     print "    <BayesOutput fieldName=\"survived\">"
     counts("      ", allDied, allSurvived)
     print "    </BayesOutput>"
+    verification()
     print "  </NaiveBayesModel>"
     print "</PMML>"
 }

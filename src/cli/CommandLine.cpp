@@ -9,6 +9,7 @@
 #include "cli/Interrupts.h"
 #include "cli/OptionText.h"
 #include "cli/ScoreCommand.h"
+#include "cli/VerifyCommand.h"
 #include "host/HostError.h"
 
 namespace nbscore {
@@ -30,6 +31,9 @@ constexpr const char* footer = R"(Examples:
   See what a document holds and what is wrong with it:
     nbscore check model.pmml
 
+  Score the test cases that a model's document carries:
+    nbscore verify model.pmml
+
   See all options of a command, with more examples:
     nbscore score --help)";
 
@@ -49,6 +53,7 @@ CommandLine::CommandLine() : app(description, "nbscore") {
     AddCommand(std::make_unique<ScoreCommand>(app));
     AddCommand(std::make_unique<DisplayCommand>(app));
     AddCommand(std::make_unique<CheckCommand>(app));
+    AddCommand(std::make_unique<VerifyCommand>(app));
     app.set_help_flag("-h,--help", "Show this help. After a command: the help of that command.");
     app.set_version_flag("--version", "nbscore " + GetVersion(), "Show the version.");
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "document/DocumentAdapter.h"
+#include "document/VerificationReader.h"
 #include "framework/VeskException.h"
 #include "framework/xml/DocumentFile.h"
 #include "framework/xml/XmlFaults.h"
@@ -48,6 +49,13 @@ std::unique_ptr<ScoreModel> SourceDocument::Translate(ScoreTranslator& translato
     return Named(name, [this, &translator] {
         return std::unique_ptr<ScoreModel>(translator.ParseFromTree(document.get(), "UTF-8"));
     });
+}
+
+std::vector<VerificationSuite> SourceDocument::ReadVerification() const {
+    std::vector<VerificationSuite> suites = Named(name, [this] { return ReadVerificationSuites(*document); });
+    for (VerificationSuite& suite : suites)
+        suite.source = name;
+    return suites;
 }
 
 }  // namespace nbscore

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "document/Adaptation.h"
+#include "document/VerificationSuite.h"
 #include "framework/ScoreModel.h"
 #include "framework/ScoreTranslator.h"
 #include "framework/xml/ParsedDocument.h"
@@ -26,6 +27,10 @@ public:
     /// The model that a translator makes of the document. Throws VeskException, with the file's name, also where the
     /// translator throws a pointer to one (which is freed).
     std::unique_ptr<ScoreModel> Translate(ScoreTranslator& translator) const;
+
+    /// The test cases that the model elements which the plug-in reads carry, in document order; none where there are
+    /// none. Throws VeskException, with the file's name (ReadVerificationSuites).
+    std::vector<VerificationSuite> ReadVerification() const;
 
     /// The path as it was given.
     const std::string& GetName() const { return name; }

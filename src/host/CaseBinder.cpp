@@ -1,6 +1,5 @@
 #include "host/CaseBinder.h"
 
-#include <algorithm>
 #include <unordered_set>
 
 #include "framework/NumberText.h"
@@ -12,21 +11,11 @@ namespace nbscore {
 namespace {
 
 constexpr std::uint64_t headerLine = 1;
-constexpr std::size_t maxListedNames = 10;
 
 std::vector<const ScoreDictVar*> GetVariables(const ScoreDictionary* dictionary) {
     std::vector<ScoreDictVar*> variables;
     if (dictionary != nullptr) dictionary->GetAllVars(variables);
     return {variables.begin(), variables.end()};
-}
-
-std::string ListNames(const std::vector<std::string>& names) {
-    std::string list;
-    for (std::size_t i = 0; i < std::min(names.size(), maxListedNames); ++i) {
-        list += (i == 0 ? "" : ", ") + QuoteForMessage(names[i]);
-    }
-    if (names.size() > maxListedNames) list += " and " + std::to_string(names.size() - maxListedNames) + " more";
-    return list;
 }
 
 }  // namespace
@@ -82,7 +71,7 @@ void CaseBinder::RequireColumns(const std::vector<const ScoreDictVar*>& neededFi
     if (lacking.empty()) return;
     throw CaseDataError(source, headerLine,
                         std::string("the header lacks the ") + (lacking.size() == 1 ? "column " : "columns ") +
-                            ListNames(lacking) + ", which the model needs");
+                            ListForMessage(lacking) + ", which the model needs");
 }
 
 void CaseBinder::BindColumns(const std::vector<const ScoreDictVar*>& fields) {

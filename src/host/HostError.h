@@ -10,8 +10,16 @@ namespace nbscore {
 class CaseDataError : public std::runtime_error {
 public:
     /// @param lineNumber from 1; 0 when no line is at fault.
-    CaseDataError(const std::string& sourceName, std::uint64_t lineNumber, const std::string& problem)
-        : std::runtime_error(sourceName + (lineNumber == 0 ? "" : ":" + std::to_string(lineNumber)) + ": " + problem) {}
+    CaseDataError(const std::string& sourceName, std::uint64_t lineNumber, const std::string& problemText)
+        : std::runtime_error(sourceName + (lineNumber == 0 ? "" : ":" + std::to_string(lineNumber)) + ": " +
+                             problemText),
+          problem(problemText) {}
+
+    /// The message without source and line.
+    const std::string& GetProblem() const { return problem; }
+
+private:
+    std::string problem;
 };
 
 /// Reading or writing failed: a file that is not there, a full disk, a closed pipe, a plug-in that does not load.

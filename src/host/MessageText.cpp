@@ -1,9 +1,12 @@
 #include "host/MessageText.h"
 
+#include <algorithm>
+
 namespace nbscore {
 namespace {
 
 constexpr std::size_t maxShownBytes = 80;
+constexpr std::size_t maxListedTexts = 10;
 
 /// The longest front of at most so many bytes that cuts no UTF-8 character in two.
 std::string_view CutAtCharacter(std::string_view text, std::size_t maxBytes) {
@@ -26,6 +29,15 @@ std::string QuoteForMessage(std::string_view text) {
     }
     if (shown.size() < text.size()) quoted += "...";
     return quoted + '"';
+}
+
+std::string ListForMessage(const std::vector<std::string>& texts) {
+    std::string list;
+    for (std::size_t i = 0; i < std::min(texts.size(), maxListedTexts); ++i) {
+        list += (i == 0 ? "" : ", ") + QuoteForMessage(texts[i]);
+    }
+    if (texts.size() > maxListedTexts) list += " and " + std::to_string(texts.size() - maxListedTexts) + " more";
+    return list;
 }
 
 }  // namespace nbscore

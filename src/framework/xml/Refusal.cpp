@@ -54,19 +54,6 @@ std::size_t PositionAmongNamesakes(const DOMNode* element) {
     return position;
 }
 
-std::string PathOf(const DOMNode* element) {
-    std::vector<const DOMNode*> ancestry;
-    for (; element && IsElement(element); element = element->getParentNode())
-        ancestry.push_back(element);
-    std::string path;
-    for (auto step = ancestry.rbegin(); step != ancestry.rend(); ++step) {
-        path += "/" + Utf8Of((*step)->getNodeName());
-        const bool isRoot = step == ancestry.rbegin();
-        if (!isRoot) path += "[" + std::to_string(PositionAmongNamesakes(*step)) + "]";
-    }
-    return path;
-}
-
 /// Runs a conversion that knows no place and gives its complaint one.
 template <typename Conversion>
 auto Placed(const DOMNode* node, const Conversion& conversion) {
@@ -80,11 +67,24 @@ auto Placed(const DOMNode* node, const Conversion& conversion) {
 
 }  // namespace
 
+std::string ElementPathOf(const DOMNode* element) {
+    std::vector<const DOMNode*> ancestry;
+    for (; element && IsElement(element); element = element->getParentNode())
+        ancestry.push_back(element);
+    std::string path;
+    for (auto step = ancestry.rbegin(); step != ancestry.rend(); ++step) {
+        path += "/" + Utf8Of((*step)->getNodeName());
+        const bool isRoot = step == ancestry.rbegin();
+        if (!isRoot) path += "[" + std::to_string(PositionAmongNamesakes(*step)) + "]";
+    }
+    return path;
+}
+
 DocumentPlace PlaceOf(const xercesc::DOMNode* node) {
     DocumentPlace place;
     const DOMNode* element = ElementOf(node);
     if (!element) return place;
-    place.elementPath = PathOf(element);
+    place.elementPath = ElementPathOf(element);
     const xercesc::DOMDocument* document = element->getOwnerDocument();
     const ElementPlaces* places = document ? ElementPlaces::Find(document) : nullptr;
     if (!places) return place;

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "host/CaseBinder.h"
+
+namespace nbscore {
+
+/// Turns the inputs of test cases into case records, by the rules of tables of cases.
+///
+/// All test cases of a document share one table, and so one kind of record: a model remembers where in records its
+/// inputs stand.
+class VerificationInputs {
+public:
+    /// The column of an input, by its number.
+    std::size_t AddColumn(const std::string& name);
+    /// To be called when all columns are there, before any cell is set.
+    /// @param model borrowed.
+    void Bind(const ScoreModel& model);
+
+    /// Sets a cell of the next case; those that are not set are missing. The text is borrowed until TakeRecord.
+    void SetCell(std::size_t column, std::string_view text);
+    /// The next case's record, valid until the one after it. Throws CaseDataError for a number that is none.
+    const ScoreCaseRecord& TakeRecord();
+
+private:
+    std::vector<std::string> header;
+    std::unordered_map<std::string, std::size_t> columns;
+    std::vector<std::string_view> cells;
+    /// Which cells are set: only they are cleared, so that a wide table costs nothing where rows are sparse.
+    std::vector<std::size_t> filled;
+    std::optional<CaseBinder> binder;
+};
+
+}  // namespace nbscore
