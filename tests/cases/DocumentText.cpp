@@ -4,8 +4,6 @@
 #include <cstdio>
 
 namespace nbscore::test {
-namespace {
-
 std::string Escaped(const std::string& text) {
     std::string escaped;
     for (const char c : text) {
@@ -20,8 +18,6 @@ std::string Escaped(const std::string& text) {
     }
     return escaped;
 }
-
-}  // namespace
 
 std::string Digits(double number) {
     std::array<char, 40> buffer{};
@@ -43,6 +39,10 @@ std::string ValuesText(const std::vector<std::string>& values) {
     for (const std::string& value : values)
         text += "<Value" + Attribute("value", value) + "/>";
     return text;
+}
+
+std::string MissingValueText(const std::string& value) {
+    return value.empty() ? "" : "<Value" + Attribute("value", value) + " property=\"missing\"/>";
 }
 
 }  // namespace nbscore::test

@@ -11,6 +11,9 @@ namespace nbscore::test {
 /// All digits of a double; the test's own way of writing numbers.
 std::string Digits(double number);
 
+/// The text with what XML needs escaped.
+std::string Escaped(const std::string& text);
+
 /// ` name="value"`, with what XML needs escaped.
 std::string Attribute(const std::string& name, const std::string& value);
 
@@ -18,5 +21,8 @@ std::string Attribute(const std::string& name, const std::string& value);
 std::string DeclarationText(const std::string& name, bool numeric, bool continuous);
 
 std::string ValuesText(const std::vector<std::string>& values);
+
+/// The declaration of a value that means none; nothing for an empty one.
+std::string MissingValueText(const std::string& value);
 
 }  // namespace nbscore::test

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "cases/DocumentText.h"
 
@@ -13,13 +14,9 @@ double RandomThreshold(Randomness& random) {
     return OneOf(thresholds, random);
 }
 
-std::string DictionaryText(const RandomDocument& document) {
-    std::string text = "<DataDictionary>\n<DataField" +
-                       DeclarationText(document.targetName, document.numericTarget, false) + ">" +
-                       ValuesText(document.targetCategories) + "</DataField>\n";
-    for (const RandomInput& input : document.inputs)
-        text += FieldText("DataField", input, "");
-    return text + "</DataDictionary>\n";
+std::string DictionaryText(const RandomDocument& document, const std::string& dataFields) {
+    return "<DataDictionary>\n<DataField" + DeclarationText(document.targetName, document.numericTarget, false) + ">" +
+           ValuesText(document.targetCategories) + "</DataField>\n" + dataFields + "</DataDictionary>\n";
 }
 
 std::string InputText(RandomDocument& document, const RandomInput& input, Randomness& random) {
@@ -29,13 +26,10 @@ std::string InputText(RandomDocument& document, const RandomInput& input, Random
     return text;
 }
 
-std::string ModelText(RandomDocument& document, Randomness& random) {
+std::string ModelText(RandomDocument& document, const std::string& schema, Randomness& random) {
     std::string text = "<NaiveBayesModel" + Attribute("threshold", Digits(document.model.threshold)) +
                        ">\n<MiningSchema>\n<MiningField" + Attribute("name", document.targetName) +
-                       " usageType=\"predicted\"/>\n";
-    for (const RandomInput& input : document.inputs)
-        text += "<MiningField" + Attribute("name", input.name) + "/>\n";
-    text += "</MiningSchema>\n<BayesInputs>\n";
+                       " usageType=\"predicted\"/>\n" + schema + "</MiningSchema>\n<BayesInputs>\n";
     for (const RandomInput& input : document.inputs)
         text += InputText(document, input, random);
     return text + "</BayesInputs>\n<BayesOutput" + Attribute("fieldName", document.targetName) + ">" +
@@ -46,7 +40,22 @@ std::string ModelText(RandomDocument& document, Randomness& random) {
 }  // namespace
 
 RandomDocument MakeRandomDocument(Randomness& random) {
+    std::vector<RandomInput> inputs;
+    const int count = Between(1, 6, random);
+    for (int i = 0; i < count; ++i)
+        inputs.push_back(MakeRandomInput("input " + std::to_string(i), random));
+    RandomDeclarations declarations;
+    for (const RandomInput& input : inputs) {
+        declarations.dataFields += FieldText("DataField", input, "");
+        declarations.schema += "<MiningField" + Attribute("name", input.name) + "/>\n";
+    }
+    return MakeRandomDocument(std::move(inputs), declarations, random);
+}
+
+RandomDocument MakeRandomDocument(std::vector<RandomInput> inputs, const RandomDeclarations& declarations,
+                                  Randomness& random) {
     RandomDocument document;
+    document.inputs = std::move(inputs);
     document.targetName = "target";
     document.numericTarget = OneIn(3, random);
     const int targets = OneIn(20, random) ? 1 : Between(2, 6, random);
@@ -57,11 +66,9 @@ RandomDocument MakeRandomDocument(Randomness& random) {
     // Equal counts now and then, so that categories tie.
     if (OneIn(4, random)) std::ranges::fill(document.model.targetCounts, 7.0);
     document.model.threshold = RandomThreshold(random);
-    const int inputs = Between(1, 6, random);
-    for (int i = 0; i < inputs; ++i)
-        document.inputs.push_back(MakeRandomInput("input " + std::to_string(i), random));
-    document.text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<PMML version=\"4.4\">\n" + DictionaryText(document) +
-                    ModelText(document, random) + "</PMML>\n";
+    document.text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<PMML version=\"4.4\">\n" +
+                    DictionaryText(document, declarations.dataFields) + declarations.transformations +
+                    ModelText(document, declarations.schema, random) + "</PMML>\n";
     return document;
 }
 

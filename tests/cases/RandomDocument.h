@@ -24,7 +24,18 @@ struct RandomDocument {
     BruteForceModel model;
 };
 
+/// What a document declares beside its target, as text.
+struct RandomDeclarations {
+    std::string dataFields;
+    /// A whole `TransformationDictionary`, or nothing.
+    std::string transformations;
+    std::string schema;
+};
+
 RandomDocument MakeRandomDocument(Randomness& random);
+/// One with these inputs over these fields.
+RandomDocument MakeRandomDocument(std::vector<RandomInput> inputs, const RandomDeclarations& declarations,
+                                  Randomness& random);
 RandomCase MakeRandomCase(const RandomDocument& document, Randomness& random);
 
 }  // namespace nbscore::test

@@ -100,7 +100,7 @@ ExpressionValue DerivedCaseRecord::GetInput(std::size_t position) const {
     if (input.variable->GetStorageType() != ScoreDictVar::NumericStorage) return value->GetString();
     // A text in a numeric field is read as a number, and one that is none is missing.
     const NumericValue number(value->GetDouble());
-    if (number.IsSystemMissingValue()) return {};
+    if (input.variable->IsMissingValue(&number)) return {};
     return number.GetDouble();
 }
 

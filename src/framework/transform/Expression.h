@@ -14,7 +14,11 @@ public:
     virtual ExpressionValue Evaluate(const FieldValues& fields) const = 0;
 
     /// Whether it has a value, and one that its field allows where it is nothing but a field.
-    virtual bool IsValid(const FieldValues& fields) const { return !IsMissing(Evaluate(fields)); }
+    /// @param value what it has just given for these fields: nothing is evaluated a second time, because expressions
+    ///     nest and twice at each level is without end.
+    virtual bool IsValid(const ExpressionValue& value, const FieldValues& /*fields*/) const {
+        return !IsMissing(value);
+    }
 };
 
 }  // namespace nbscore

@@ -11,7 +11,7 @@ ExpressionValue FieldRefExpression::Evaluate(const FieldValues& fields) const {
     return IsMissing(value) ? input.resultWhenMissing : value;
 }
 
-bool FieldRefExpression::IsValid(const FieldValues& fields) const {
+bool FieldRefExpression::IsValid(const ExpressionValue& /*value*/, const FieldValues& fields) const {
     if (fields.IsValid(input.field)) return true;
     return !IsMissing(input.resultWhenMissing) && IsMissing(fields.Get(input.field));
 }

@@ -15,7 +15,7 @@ public:
 
     ExpressionValue Evaluate(const FieldValues& fields) const override;
     /// A missing value that is replaced is as valid as its replacement is present.
-    bool IsValid(const FieldValues& fields) const override;
+    bool IsValid(const ExpressionValue& value, const FieldValues& fields) const override;
 
 private:
     FieldInput input;

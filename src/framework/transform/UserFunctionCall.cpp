@@ -23,7 +23,7 @@ public:
     bool IsValid(const FieldReference& parameter) const override {
         if (IsMissing(values[parameter.position])) return false;
         const auto* field = dynamic_cast<const FieldRefExpression*>(arguments[parameter.position].get());
-        return field == nullptr || field->IsValid(callersFields);
+        return field == nullptr || field->IsValid(values[parameter.position], callersFields);
     }
 
 private:

@@ -9,8 +9,9 @@ ValidityExpression::ValidityExpression(CallParts parts, bool isPositive)
 
 ExpressionValue ValidityExpression::Evaluate(const FieldValues& fields) const {
     const Expression& argument = *arguments.front();
-    if (options.mapMissingTo && IsMissing(argument.Evaluate(fields))) return options.ResultForMissingArgument();
-    return argument.IsValid(fields) == asksForValid;
+    const ExpressionValue value = argument.Evaluate(fields);
+    if (options.mapMissingTo && IsMissing(value)) return options.ResultForMissingArgument();
+    return argument.IsValid(value, fields) == asksForValid;
 }
 
 }  // namespace nbscore

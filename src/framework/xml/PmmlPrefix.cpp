@@ -20,16 +20,34 @@ using XmlText = std::basic_string<XMLCh>;
 
 constexpr XMLCh colon = 0x3A;
 
+constexpr XmlName pmmlNamespace{"http://www.dmg.org/PMML-"};
+
+/// The attribute that binds a prefix, given with its colon.
+XmlText DeclarationOf(const XmlText& prefix) {
+    constexpr XmlName declaration{"xmlns:"};
+    return declaration.text + prefix.substr(0, prefix.size() - 1);
+}
+
+/// Whether an element gives the prefix another meaning than PMML, for itself and all that is in it.
+bool BindsToOther(const DOMElement& element, const XmlText& declaration) {
+    const XMLCh* boundTo = BaseTranslator::GetAttribute(&element, declaration.c_str());
+    return boundTo != nullptr && !XMLString::startsWith(boundTo, pmmlNamespace);
+}
+
+/// The node behind all that is in this one.
+const DOMNode* NextBehind(const DOMNode* node) {
+    while (node->getLastChild() != nullptr)
+        node = node->getLastChild();
+    return NextInDocumentOrder(node);
+}
+
 /// The root's prefix with its colon; empty when it has none or binds it to something else than PMML.
 XmlText FindPrefix(const DOMElement& root) {
     const XmlText name = root.getNodeName();
     const std::size_t end = name.find(colon);
     if (end == XmlText::npos) return XmlText();
     const XmlText prefix = name.substr(0, end + 1);
-    constexpr XmlName declaration{"xmlns:"};
-    const XmlText attributeName = declaration.text + prefix.substr(0, end);
-    const XMLCh* boundTo = BaseTranslator::GetAttribute(&root, attributeName.c_str());
-    constexpr XmlName pmmlNamespace{"http://www.dmg.org/PMML-"};
+    const XMLCh* boundTo = BaseTranslator::GetAttribute(&root, DeclarationOf(prefix).c_str());
     const bool isPmml = boundTo != nullptr && XMLString::startsWith(boundTo, pmmlNamespace);
     return isPmml ? prefix : XmlText();
 }
@@ -40,8 +58,17 @@ void DropPmmlPrefix(xercesc::DOMDocument& document) {
     const DOMElement* root = document.getDocumentElement();
     const XmlText prefix = root == nullptr ? XmlText() : FindPrefix(*root);
     if (prefix.empty()) return;
+    const XmlText declaration = DeclarationOf(prefix);
+    const DOMNode* behindForeign = nullptr;
+    bool inForeign = false;
     for (const DOMNode* node = root; node != nullptr; node = NextInDocumentOrder(node)) {
-        if (node->getNodeType() != DOMNode::ELEMENT_NODE) continue;
+        if (inForeign && node == behindForeign) inForeign = false;
+        if (inForeign || node->getNodeType() != DOMNode::ELEMENT_NODE) continue;
+        if (BindsToOther(*static_cast<const DOMElement*>(node), declaration)) {
+            inForeign = true;
+            behindForeign = NextBehind(node);
+            continue;
+        }
         if (!XMLString::startsWith(node->getNodeName(), prefix.c_str())) continue;
         // The walk takes and gives constant nodes; the document itself is the caller's to change.
         // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): see above

@@ -34,6 +34,14 @@ TEST(PmmlPrefix, OfOthersStays) {
     EXPECT_EQ(NamesIn("<PMML xmlns:p='http://www.dmg.org/PMML-4_4'><p:a/></PMML>"), "PMML p:a");
 }
 
+TEST(PmmlPrefix, StaysWhereItMeansSomethingElse) {
+    EXPECT_EQ(NamesIn("<p:PMML xmlns:p='http://www.dmg.org/PMML-4_4'><p:a><p:b xmlns:p='urn:b'><p:c/></p:b><p:d/></p:a>"
+                      "<p:e/></p:PMML>"),
+              "PMML a p:b p:c d e");
+    EXPECT_EQ(NamesIn("<p:PMML xmlns:p='http://www.dmg.org/PMML-4_4'><p:a/><p:b xmlns:p='urn:b'><p:c/></p:b></p:PMML>"),
+              "PMML a p:b p:c");
+}
+
 TEST(PmmlPrefix, LeavesPlacesAlone) {
     WithDocument("<p:PMML xmlns:p='http://www.dmg.org/PMML-4_4'>\n<p:a/>\n  <p:b/></p:PMML>",
                  [](DocumentProbe&, xercesc::DOMDocument& document) {

@@ -43,10 +43,9 @@ double Ceiling(double x) {
     return std::ceil(x);
 }
 
-// Not floor(x + 0.5) itself: adding rounds, so that 0.49999999999999994 would become 1 and great odd numbers even ones.
+// By this very formula, so that everyone who computes it gets the same bits; the sum is rounded as doubles are.
 double RoundHalfUp(double x) {
-    const double below = std::floor(x);
-    return x - below >= 0.5 ? below + 1.0 : below;
+    return std::floor(x + 0.5);
 }
 
 // The rounding mode is never changed, so this is to the nearest, halves to the even one.
@@ -54,11 +53,9 @@ double RoundHalfToEven(double x) {
     return std::nearbyint(x);
 }
 
-// The remainder of fmod is exact, where x - floor(x / y) * y would round three times; but it has the sign of x.
+// By this very formula too: fmod has the sign of x.
 double Modulo(double x, double y) {
-    const double remainder = std::fmod(x, y);
-    if (remainder == 0.0) return 0.0;
-    return std::signbit(remainder) == std::signbit(y) ? remainder : remainder + y;
+    return x - std::floor(x / y) * y;
 }
 
 double ExponentialMinusOne(double x) {
@@ -86,12 +83,12 @@ constexpr BuiltInFunction functions[] = {
     OneNumberRow<Floor>("floor", "The greatest whole number that is not above x."),
     OneNumberRow<Ceiling>("ceil", "The least whole number that is not below x."),
     OneNumberRow<RoundHalfUp>("round",
-                              "The whole number nearest to x, a half always up: 2.5 becomes 3 and -2.5 becomes -2."),
+                              "The whole number floor(x + 0.5), in doubles: 2.5 becomes 3 and -2.5 becomes -2."),
     OneNumberRow<RoundHalfToEven>(
         "rint", "The whole number nearest to x, a half to the even one: 2.5 becomes 2 and 3.5 becomes 4."),
     TwoNumbersRow<Modulo>("modulo", "x, y",
-                          "The remainder x - floor(x / y) · y, which has the sign of the divisor y: modulo(-7, 3) is "
-                          "2; undefined when y is 0."),
+                          "The remainder x - floor(x / y) · y, in doubles, which has the sign of the divisor y: "
+                          "modulo(-7, 3) is 2; undefined when y is 0."),
     OneNumberRow<ExponentialMinusOne>(
         "expm1", "e to the power x, minus 1, exact for x near 0 too; undefined when that is too great for a double."),
     OneNumberRow<LogarithmOfOnePlus>(

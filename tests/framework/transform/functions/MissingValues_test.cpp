@@ -36,5 +36,13 @@ TEST(Validity, IsHavingAValue_WhenTheArgumentIsNoField) {
     EXPECT_EQ(Applied("isValid", "<FieldRef field='x'/>"), "text true");
 }
 
+/// Twice at each level would take longer than anyone waits.
+TEST(Validity, EvaluatesItsArgumentOnce_HoweverDeepItNests) {
+    std::string nested = "<FieldRef field='x'/>";
+    for (int level = 0; level < 200; ++level)
+        nested = "<Apply function='isValid' mapMissingTo='m'>" + nested + "</Apply>";
+    EXPECT_EQ(Applied("isValid", nested, "mapMissingTo='m'"), "text true");
+}
+
 }  // namespace
 }  // namespace nbscore::test

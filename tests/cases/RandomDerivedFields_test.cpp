@@ -1,0 +1,211 @@
+// Random documents whose inputs are derived fields, read by the plug-in and scored case by case and by the command:
+// every answer must be what the brute-force evaluator and scorer make of the same numbers, to the last bit.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <map>
+#include <memory>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "cases/CaseTable.h"
+#include "cases/ExpectScores.h"
+#include "cases/RandomDerivedDocument.h"
+#include "framework/BaseCaseRecord.h"
+#include "framework/ScoreClsResult.h"
+#include "framework/TransformationDictionary.h"
+#include "host/PluginLibrary.h"
+#include "support/RunCommand.h"
+#include "support/TemporaryFolder.h"
+
+namespace nbscore::test {
+namespace {
+
+constexpr int documentCount = 3000;
+constexpr int casesPerDocument = 12;
+constexpr int documentsThroughCommand = 30;
+constexpr int casesThroughCommand = 40;
+
+/// What has come up.
+struct Seen {
+    std::map<int, int> kinds;
+    std::map<std::string, int> functions;
+    std::set<std::string> details;
+    int values = 0;
+    int missingValues = 0;
+    int codes = 0;
+    int unknownCodes = 0;
+
+    void Note(const BruteForceExpression& expression) {
+        ++kinds[expression.kind];
+        if (expression.kind == BruteForceExpression::Apply) {
+            ++functions[expression.name.starts_with("f") && expression.name != "floor" ? "defined" : expression.name];
+            details.insert("treatment " + expression.invalidValueTreatment);
+        }
+        if (expression.kind == BruteForceExpression::NormContinuous) details.insert("outliers " + expression.outliers);
+        if (expression.kind == BruteForceExpression::MapValues)
+            details.insert("keys " + std::to_string(expression.keyFields.size()));
+        for (const BruteForceBin& bin : expression.bins)
+            details.insert("closure " + bin.closure);
+        for (const BruteForceExpression& argument : expression.arguments)
+            Note(argument);
+    }
+
+    void Note(const RandomDerivedFields& derived) {
+        for (const auto& [name, function] : derived.functions)
+            Note(function.body);
+        for (const RandomDerivedField& field : derived.fields)
+            Note(field.expression);
+    }
+
+    void Note(const RandomDerivedDocument& made, const RandomDerivedCase& drawn) {
+        for (const RandomDerivedField& field : made.derived.fields) {
+            ++values;
+            missingValues += IsMissing(drawn.values.at(field.input.name).value) ? 1 : 0;
+        }
+        for (const int code : drawn.codes) {
+            ++codes;
+            unknownCodes += code < 0 ? 1 : 0;
+        }
+    }
+};
+
+std::string CaseText(const RandomDerivedDocument& made, const RandomDerivedCase& drawn) {
+    std::string text = "case:";
+    for (std::size_t i = 0; i < drawn.cells.size(); ++i)
+        text += " " + made.columns[i].name + " = [" + drawn.cells[i] + "]";
+    for (const RandomDerivedField& field : made.derived.fields) {
+        const BruteForceValue& value = drawn.values.at(field.input.name).value;
+        text += "\n  " + field.input.name + (IsMissing(value) ? " is missing" : " = [" + AsText(value) + "]");
+    }
+    return text;
+}
+
+std::string TextOrMissing(const ScoreValue* value) {
+    return value == nullptr ? "missing" : "[" + value->GetString() + "]";
+}
+
+/// Asks for each value, whether an input reads it or not.
+void ExpectSameValues(const ScoreCaseRecord& computed, const RandomDerivedDocument& made,
+                      const RandomDerivedCase& drawn) {
+    for (const RandomDerivedField& field : made.derived.fields) {
+        const BruteForceValue& expected = drawn.values.at(field.input.name).value;
+        const ScoreValue* value = computed.GetValueByName(field.input.name);
+        ASSERT_EQ(TextOrMissing(value), IsMissing(expected) ? "missing" : "[" + AsText(expected) + "]")
+            << field.input.name;
+        const auto* number = std::get_if<double>(&expected);
+        if (number == nullptr || std::isnan(*number)) continue;
+        // A zero's sign shows in the text.
+        ASSERT_EQ(value->GetDouble(), *number) << field.input.name;
+    }
+}
+
+void ExpectCasesScored(ScoreModel& model, const RandomDerivedDocument& made, Randomness& random, Seen& seen) {
+    BaseCaseRecord record(NamesOf(made.columns));
+    ScoreResult* scored = nullptr;
+    for (int i = 0; i < casesPerDocument && !testing::Test::HasFatalFailure(); ++i) {
+        const RandomDerivedCase drawn = MakeRandomDerivedCase(made, random);
+        SCOPED_TRACE(CaseText(made, drawn));
+        seen.Note(made, drawn);
+        FillRecord(record, made.columns, drawn.cells);
+        model.GetScore(&record, scored, false);
+        ExpectSameBits(dynamic_cast<const ScoreClsResult&>(*scored), made.document,
+                       ScoreByBruteForce(made.document.model, drawn.codes));
+        ExpectSameValues(*model.GetTransformationDictionary()->GetValuesForDeriedVars(&record, model.GetDictionary()),
+                         made, drawn);
+    }
+    delete scored;
+}
+
+/// What was meant to come up did: else the test would say less than it seems to.
+void ExpectAllCameUp(const Seen& seen) {
+    EXPECT_EQ(seen.kinds.size(), 7u);
+    for (const auto& [kind, count] : seen.kinds)
+        EXPECT_GT(count, documentCount / 5) << "kind " << kind;
+    for (const char* function : {"+",
+                                 "-",
+                                 "*",
+                                 "/",
+                                 "min",
+                                 "max",
+                                 "sum",
+                                 "avg",
+                                 "product",
+                                 "abs",
+                                 "floor",
+                                 "ceil",
+                                 "round",
+                                 "if",
+                                 "equal",
+                                 "notEqual",
+                                 "lessThan",
+                                 "lessOrEqual",
+                                 "and",
+                                 "or",
+                                 "not",
+                                 "greaterThan",
+                                 "greaterOrEqual",
+                                 "isMissing",
+                                 "isNotMissing",
+                                 "isIn",
+                                 "isNotIn",
+                                 "concat",
+                                 "uppercase",
+                                 "substring",
+                                 "defined",
+                                 "stringLength"}) {
+        EXPECT_GT(seen.functions.contains(function) ? seen.functions.at(function) : 0, documentCount / 30) << function;
+    }
+    // Four treatments and no word of one, as of outliers; four closures; one key and two.
+    EXPECT_EQ(seen.details.size(), 4u + 4u + 4u + 2u);
+    EXPECT_LT(seen.missingValues, seen.values / 2);
+    EXPECT_GT(seen.missingValues, seen.values / 20);
+    EXPECT_LT(seen.unknownCodes, seen.codes / 2);
+}
+
+TEST(RandomDerivedFields, ScoreLikeTheBruteForceScorer_CaseByCase) {
+    const auto plugin = PluginLibrary::Load(NBSCORE_PLUGIN);
+    Randomness random(20240302);
+    Seen seen;
+    for (int number = 0; number < documentCount; ++number) {
+        const RandomDerivedDocument made = MakeRandomDerivedDocument(random);
+        seen.Note(made.derived);
+        SCOPED_TRACE("document " + std::to_string(number) + ":\n" + made.document.text);
+        std::istringstream source(made.document.text);
+        std::unique_ptr<ScoreModel> model;
+        ASSERT_NO_THROW(model.reset(plugin->MakeTranslator()->ParseFromTree(source, "UTF-8")));
+        ExpectCasesScored(*model, made, random, seen);
+        if (HasFatalFailure()) return;
+    }
+    ExpectAllCameUp(seen);
+}
+
+TEST(RandomDerivedFields, ScoreLikeTheBruteForceScorer_ThroughTheCommand) {
+    const TemporaryFolder folder;
+    Randomness random(19120417);
+    for (int number = 0; number < documentsThroughCommand; ++number) {
+        const RandomDerivedDocument made = MakeRandomDerivedDocument(random);
+        SCOPED_TRACE("document " + std::to_string(number) + ":\n" + made.document.text);
+        std::vector<RandomCase> cases;
+        std::vector<std::vector<std::string>> rows;
+        for (int i = 0; i < casesThroughCommand; ++i) {
+            const RandomDerivedCase drawn = MakeRandomDerivedCase(made, random);
+            cases.push_back({drawn.cells, drawn.codes});
+            rows.push_back(drawn.cells);
+        }
+        CommandCall call;
+        call.program = NBSCORE_COMMAND;
+        call.arguments = {"score", folder.Write("document.pmml", made.document.text).string(), "--only-scores"};
+        call.standardInput = CsvTableText(NamesOf(made.columns), rows);
+        const CommandResult result = RunCommand(call);
+        ASSERT_EQ(result.exitStatus, 0) << result.err;
+        ExpectScoreTable(result.out, made.document, cases);
+        if (HasFatalFailure()) return;
+    }
+}
+
+}  // namespace
+}  // namespace nbscore::test

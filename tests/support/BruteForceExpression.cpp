@@ -1,0 +1,189 @@
+#include "support/BruteForceExpression.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+
+#include "support/BruteForceFunctions.h"
+
+namespace nbscore::test {
+namespace {
+
+BruteForceValue AttributeValue(const std::optional<std::string>& attribute, BruteForceKind kind) {
+    return attribute ? Converted(*attribute, kind) : BruteForceValue();
+}
+
+/// What stands in for a missing field: a number where the field holds numbers and the text is one, else the text.
+BruteForceValue MappedMissing(const BruteForceExpression& expression, const BruteForceField& field) {
+    const BruteForceValue text = AttributeValue(expression.mapMissingTo, BruteForceKind::Any);
+    return field.kind == BruteForceKind::Number && AsNumber(text) ? Converted(text, field.kind) : text;
+}
+
+BruteForceValue ConstantValue(const BruteForceExpression& constant) {
+    if (constant.missing) return {};
+    if (constant.dataType.empty()) {
+        const auto number = AsNumber(constant.text);
+        return number ? BruteForceValue(*number) : BruteForceValue(constant.text);
+    }
+    if (KindOfDataType(constant.dataType) == BruteForceKind::Number) {
+        if (constant.text == "INF") return std::numeric_limits<double>::infinity();
+        if (constant.text == "-INF") return -std::numeric_limits<double>::infinity();
+        if (constant.text == "NaN") return std::numeric_limits<double>::quiet_NaN();
+    }
+    return Converted(constant.text, KindOfDataType(constant.dataType));
+}
+
+double OnSegment(const std::pair<double, double>& from, const std::pair<double, double>& to, double x) {
+    return from.second + (x - from.first) / (to.first - from.first) * (to.second - from.second);
+}
+
+BruteForceValue PointOnLine(const BruteForceExpression& line, double x, const BruteForceValue& none) {
+    const auto& points = line.points;
+    const bool below = x < points.front().first;
+    if (below || x > points.back().first) {
+        if (line.outliers == "asMissingValues") return none;
+        if (line.outliers == "asExtremeValues") return below ? points.front().second : points.back().second;
+        const double beyond =
+            below ? OnSegment(points[0], points[1], x) : OnSegment(points[points.size() - 2], points.back(), x);
+        // Infinitely far out on a level segment there is no point.
+        return std::isnan(beyond) ? none : beyond;
+    }
+    std::size_t segment = 0;
+    while (x > points[segment + 1].first)
+        ++segment;
+    return OnSegment(points[segment], points[segment + 1], x);
+}
+
+/// An absent margin is infinite, and the infinity itself inside only where the interval is closed.
+bool Contains(const BruteForceBin& bin, double x) {
+    const double left = bin.left.value_or(-std::numeric_limits<double>::infinity());
+    const double right = bin.right.value_or(std::numeric_limits<double>::infinity());
+    const bool leftClosed = bin.closure.starts_with("closed");
+    const bool rightClosed = bin.closure.ends_with("Closed");
+    return (x > left || (leftClosed && x == left)) && (x < right || (rightClosed && x == right));
+}
+
+BruteForceValue BinValue(const BruteForceExpression& discretize, double x) {
+    const BruteForceKind kind = KindOfDataType(discretize.dataType);
+    for (const BruteForceBin& bin : discretize.bins) {
+        if (Contains(bin, x)) return Converted(bin.value, kind);
+    }
+    return AttributeValue(discretize.defaultValue, kind);
+}
+
+/// Expressions that read the number in one field: one that holds none, or a NaN, counts as missing.
+BruteForceValue OfNumber(const BruteForceExpression& expression, const BruteForceField& field) {
+    const auto number = AsNumber(field.value);
+    const bool isPresent = number && !std::isnan(*number);
+    if (expression.kind == BruteForceExpression::NormContinuous) {
+        const BruteForceValue none = MappedMissing(expression, field);
+        return isPresent ? PointOnLine(expression, *number, none) : none;
+    }
+    return isPresent ? BinValue(expression, *number)
+                     : AttributeValue(expression.mapMissingTo, KindOfDataType(expression.dataType));
+}
+
+bool KeyMatches(const std::string& cell, const BruteForceField& field) {
+    if (field.kind == BruteForceKind::Text) return AsText(field.value) == cell;
+    if (field.kind == BruteForceKind::Truth) return Compare(field.value, cell) == BruteForceOrder::Equal;
+    // A parameter without a type may be anything: as numbers where both are some, a truth value by its text.
+    const auto number = AsNumber(field.value);
+    const bool isTruth = std::holds_alternative<bool>(field.value);
+    if (number && !isTruth && AsNumber(cell)) return number == AsNumber(cell);
+    return AsText(field.value) == cell;
+}
+
+BruteForceValue RowOutput(const BruteForceExpression& table, const BruteForceFields& fields) {
+    const BruteForceKind kind = KindOfDataType(table.dataType);
+    for (const std::string& name : table.keyFields) {
+        if (IsMissing(fields.at(name).value)) return AttributeValue(table.mapMissingTo, kind);
+    }
+    for (const BruteForceRow& row : table.rows) {
+        bool matches = true;
+        for (std::size_t i = 0; i < row.keys.size(); ++i)
+            matches = matches && KeyMatches(row.keys[i], fields.at(table.keyFields[i]));
+        if (matches) return AttributeValue(row.output, kind);
+    }
+    return AttributeValue(table.defaultValue, kind);
+}
+
+/// What the options of an `Apply` make of what came out.
+BruteForceValue Result(const BruteForceExpression& apply, BruteForceValue value) {
+    const auto* number = std::get_if<double>(&value);
+    if (number != nullptr && !std::isfinite(*number) && apply.invalidValueTreatment != "asIs") value = {};
+    return IsMissing(value) ? AttributeValue(apply.defaultValue, BruteForceKind::Any) : value;
+}
+
+BruteForceValue CallOfDefined(const BruteForceExpression& apply, const BruteForceFunction& function,
+                              const std::vector<BruteForceValue>& arguments, const BruteForceFunctions& functions) {
+    BruteForceFields parameters;
+    bool anyMissing = false;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const BruteForceKind kind = KindOfDataType(function.parameters[i].dataType);
+        BruteForceField& parameter = parameters[function.parameters[i].name];
+        parameter = {Converted(arguments[i], kind), kind};
+        anyMissing = anyMissing || IsMissing(parameter.value);
+    }
+    if (anyMissing && apply.mapMissingTo) return *apply.mapMissingTo;
+    return Result(apply, Converted(Evaluate(function.body, parameters, functions), KindOfDataType(function.dataType)));
+}
+
+BruteForceValue ChosenValue(const BruteForceExpression& apply, const BruteForceFields& fields,
+                            const BruteForceFunctions& functions) {
+    const BruteForceValue condition = Evaluate(apply.arguments[0], fields, functions);
+    if (IsMissing(condition) && apply.mapMissingTo) return *apply.mapMissingTo;
+    const auto truth = AsTruth(condition);
+    const std::size_t chosen = truth == true ? 1 : 2;
+    if (!truth || chosen >= apply.arguments.size()) return Result(apply, {});
+    BruteForceValue value = Evaluate(apply.arguments[chosen], fields, functions);
+    if (IsMissing(value) && apply.mapMissingTo) return *apply.mapMissingTo;
+    return Result(apply, std::move(value));
+}
+
+BruteForceValue CallResult(const BruteForceExpression& apply, const BruteForceFields& fields,
+                           const BruteForceFunctions& functions) {
+    if (apply.name == "if") return ChosenValue(apply, fields, functions);
+    std::vector<BruteForceValue> arguments;
+    for (const BruteForceExpression& argument : apply.arguments)
+        arguments.push_back(Evaluate(argument, fields, functions));
+    const auto defined = functions.find(apply.name);
+    if (defined != functions.end()) return CallOfDefined(apply, defined->second, arguments, functions);
+    if (apply.mapMissingTo && std::ranges::any_of(arguments, IsMissing)) return *apply.mapMissingTo;
+    return Result(apply, CallByBruteForce(apply.name, arguments));
+}
+
+BruteForceValue Indicator(const BruteForceExpression& expression, const BruteForceField& field) {
+    if (IsMissing(field.value)) return MappedMissing(expression, field);
+    return Compare(field.value, expression.text) == BruteForceOrder::Equal ? 1.0 : 0.0;
+}
+
+}  // namespace
+
+BruteForceKind KindOfDataType(const std::string& dataType) {
+    static const std::array<std::string, 3> numeric = {"integer", "float", "double"};
+    if (dataType.empty()) return BruteForceKind::Any;
+    if (std::ranges::find(numeric, dataType) != numeric.end()) return BruteForceKind::Number;
+    return dataType == "boolean" ? BruteForceKind::Truth : BruteForceKind::Text;
+}
+
+BruteForceValue Evaluate(const BruteForceExpression& expression, const BruteForceFields& fields,
+                         const BruteForceFunctions& functions) {
+    switch (expression.kind) {
+        case BruteForceExpression::Constant:
+            return ConstantValue(expression);
+        case BruteForceExpression::MapValues:
+            return RowOutput(expression, fields);
+        case BruteForceExpression::Apply:
+            return CallResult(expression, fields, functions);
+        default:
+            break;
+    }
+    const BruteForceField& field = fields.at(expression.name);
+    if (expression.kind == BruteForceExpression::NormDiscrete) return Indicator(expression, field);
+    if (expression.kind != BruteForceExpression::FieldRef) return OfNumber(expression, field);
+    return IsMissing(field.value) ? MappedMissing(expression, field) : field.value;
+}
+
+}  // namespace nbscore::test

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "support/BruteForceValue.h"
+
+/// @file
+/// A second evaluator of derived fields to compare with: a tree that says what stands in the document, and the rules
+/// written down over it one after the other. It shares no code with what it checks and takes no care to be fast.
+
+namespace nbscore::test {
+
+struct BruteForceBin {
+    std::string value;
+    /// As the document says it, such as `openClosed`.
+    std::string closure;
+    std::optional<double> left;
+    std::optional<double> right;
+};
+
+struct BruteForceRow {
+    std::vector<std::string> keys;
+    std::optional<std::string> output;
+};
+
+struct BruteForceExpression {
+    enum Kind { Constant, FieldRef, NormContinuous, NormDiscrete, Discretize, MapValues, Apply };
+
+    Kind kind = Constant;
+    /// The field that is read, or the function that is called.
+    std::string name;
+    /// Empty for none.
+    std::string dataType;
+    std::optional<std::string> mapMissingTo;
+    std::optional<std::string> defaultValue;
+
+    /// Of a `Constant` its text, of a `NormDiscrete` its value.
+    std::string text;
+    /// Of a `Constant`.
+    bool missing = false;
+
+    /// Of a `NormContinuous`, empty for none.
+    std::string outliers;
+    /// orig and norm.
+    std::vector<std::pair<double, double>> points;
+
+    std::vector<BruteForceBin> bins;
+
+    /// Of a `MapValues`.
+    std::vector<std::string> keyFields;
+    std::vector<BruteForceRow> rows;
+
+    /// Of an `Apply`, empty for none.
+    std::string invalidValueTreatment;
+    std::vector<BruteForceExpression> arguments;
+};
+
+struct BruteForceParameter {
+    std::string name;
+    /// Empty for none.
+    std::string dataType;
+};
+
+/// A function that the document defines.
+struct BruteForceFunction {
+    std::string dataType;
+    std::vector<BruteForceParameter> parameters;
+    BruteForceExpression body;
+};
+
+using BruteForceFunctions = std::map<std::string, BruteForceFunction>;
+
+struct BruteForceField {
+    BruteForceValue value;
+    BruteForceKind kind = BruteForceKind::Any;
+};
+
+/// What an expression can see, by name.
+using BruteForceFields = std::map<std::string, BruteForceField>;
+
+/// What a data type makes of a field or result: a number, a truth value or a text, or whatever it is when empty.
+BruteForceKind KindOfDataType(const std::string& dataType);
+
+BruteForceValue Evaluate(const BruteForceExpression& expression, const BruteForceFields& fields,
+                         const BruteForceFunctions& functions);
+
+}  // namespace nbscore::test

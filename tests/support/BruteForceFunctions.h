@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "support/BruteForceValue.h"
+
+namespace nbscore::test {
+
+/// What a built-in function but `if` gives for these arguments, missing ones among them. A number may be infinite or
+/// none: whether that is a result is for the caller to say.
+BruteForceValue CallByBruteForce(const std::string& function, const std::vector<BruteForceValue>& arguments);
+
+}  // namespace nbscore::test
