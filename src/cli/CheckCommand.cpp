@@ -59,6 +59,7 @@ ExitStatus CheckCommand::Run(Console& console) {
     }
     if (format == Format::Json) console.results.Write(WriteChecksAsJson(checks));
     console.results.Commit();
+    if (!std::ranges::all_of(checks, &DocumentCheck::IsReadable)) return ExitStatus::InputOutputFailed;
     const bool allSound = std::ranges::all_of(checks, &DocumentCheck::IsSound);
     return allSound ? ExitStatus::Fine : ExitStatus::DocumentRefused;
 }

@@ -38,7 +38,7 @@ void TrimAll(const Elements& elements, const XMLCh* attributeName, AdaptationLog
         const XMLCh* value = BaseTranslator::GetAttribute(element, attributeName);
         if (value == nullptr) continue;
         const XmlText original = value;
-        const XmlText trimmed = Trimmed(original);
+        const XmlText trimmed = Trimmed(original).empty() ? original : Trimmed(original);
         const auto known = originals.emplace(trimmed, original).first;
         if (known->second != original) {
             throw RefusalAt(element, VeskException::InconsistentDocument,
@@ -79,15 +79,30 @@ void TrimModel(const DOMElement& model, AdaptationLog& log) {
     }
 }
 
+/// Derived fields may use any name and give any text, blanks included: nothing can be taken off for sure.
+bool HasDerivedFields(xercesc::DOMDocument& document) {
+    return !DescendantsNamed(document, element::transformationDictionary).empty();
+}
+
+/// Values that stand for missing or invalid ones say what texts of cases look like: they stay as they are.
+Elements ValidOnes(Elements values) {
+    std::erase_if(values, [](const DOMElement* value) {
+        constexpr XmlName property{"property"};
+        return BaseTranslator::GetAttribute(value, property) != nullptr;
+    });
+    return values;
+}
+
 }  // namespace
 
 void TakeBlanksOff(xercesc::DOMDocument& document, const ModelsRead& models, AdaptationLog& log) {
+    if (HasDerivedFields(document)) return;
     constexpr XmlName declaredValue{"Value"};
     for (const DOMElement* dictionary : ChildrenNamed(*document.getDocumentElement(), element::dataDictionary)) {
         const Elements fields = ChildrenNamed(*dictionary, element::dataField);
         TrimAll(fields, attribute::name, log);
         for (const DOMElement* field : fields)
-            TrimAll(ChildrenNamed(*field, declaredValue), attribute::value, log);
+            TrimAll(ValidOnes(ChildrenNamed(*field, declaredValue)), attribute::value, log);
     }
     for (const DOMElement* model : models.elements)
         TrimModel(*model, log);

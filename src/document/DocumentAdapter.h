@@ -12,9 +12,9 @@ namespace nbscore {
 /// - `usageType="target"` becomes `predicted`;
 /// - a BayesOutput without `fieldName` gets the one target of its model's schema;
 /// - a BayesInput over a derived field that the schema does not list gets listed, as the plug-in wants it;
-/// - blanks around names and category values go, unless two values of a field would become one;
+/// - blanks around names and category values go, in documents without derived fields;
 /// - elements that the standard allows and that mean nothing for scoring go: Extension and Taxonomy in DataDictionary,
-///   Extension in BayesInputs, BayesOutput and all that is in them, and, in a self-learning document, a model's
+///   Extension in a BayesInput or BayesOutput and in all that is in them, and, in a self-learning document, a model's
 ///   Extension whose value is no number;
 /// - a model of a self-learning document without `modelName` gets an empty one.
 ///

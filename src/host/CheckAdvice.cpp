@@ -30,11 +30,15 @@ constexpr std::array advices = {
     Advice{2, "",
            "Add the attribute; --adapt fills in fieldName and modelName where the document says them elsewhere."},
     Advice{3, "", "Have the XML checked for being well-formed, and write it without document type and entities."},
+    Advice{4, "", "Look whether the file is there and may be read."},
     Advice{5, "Threshold can't be zero",
            "Write a small threshold instead, such as one over the number of training cases."},
     Advice{5, "Only two-category target", "Declare exactly two values for the field that the sub-models predict."},
     Advice{5, "Only one target variable", "Let every sub-model's MiningSchema name the same predicted field."},
-    Advice{5, "is not defined!", "Declare the field in DataDictionary, or a derived one in TransformationDictionary."},
+    Advice{5, "is not defined!",
+           "Declare the field in DataDictionary; a derived field is no MiningField, read the document with --adapt to "
+           "have "
+           "it listed as an input."},
     Advice{5, "", "Mend the content of the element; docs/documents.md says what it may hold."},
     Advice{6, "", "Put a DerivedField with a Discretize first in the BayesInput of a continuous field."},
     Advice{7, "Input not found in MiningSchema",

@@ -79,6 +79,11 @@ bool DocumentCheck::IsSound() const {
         problems, [](const DocumentProblem& problem) { return problem.severity == DocumentProblem::Error; });
 }
 
+bool DocumentCheck::IsReadable() const {
+    return std::ranges::none_of(
+        problems, [](const DocumentProblem& problem) { return problem.code == VeskException::UnreadableSource; });
+}
+
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
                             bool adapt) {
     DocumentCheck check;
@@ -91,7 +96,6 @@ DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const 
         loaded.RequireScorable();
         if (check.model) check.problems = FindRemarks(check, *check.model);
     } catch (const VeskException& refusal) {
-        if (refusal.GetCode() == VeskException::UnreadableSource) throw InputOutputError(refusal.GetMessage());
         check.problems.push_back(ProblemOf(refusal));
         if (!adapt && AdaptingHelps(plugin, check.document)) {
             check.problems.back().advice = "Read it with --adapt: the document is fine but for what that rewrites.";

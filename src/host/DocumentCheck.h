@@ -58,10 +58,12 @@ struct DocumentCheck {
     std::vector<DocumentProblem> problems;
 
     bool IsSound() const;
+    /// Whether the file could be read at all.
+    bool IsReadable() const;
 };
 
-/// Reads a document and says what it holds and what is wrong with it. A refusal becomes a problem of the check;
-/// InputOutputError is thrown for a file that cannot be read.
+/// Reads a document and says what it holds and what is wrong with it. A refusal becomes a problem of the check, and
+/// so does a file that cannot be read (code 4).
 /// @param adapt rewrite it first (SourceDocument::Adapt).
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
                             bool adapt);

@@ -121,9 +121,12 @@ TEST_F(CheckCommandTest, WritesJson_WhenAsked) {
 }
 
 TEST_F(CheckCommandTest, FailsWithStatusFour_WhenAFileCannotBeRead) {
-    const CommandResult result = Check({"nowhere.pmml"});
+    const CommandResult result = Check({"nowhere.pmml", "model.pmml"});
     EXPECT_EQ(result.exitStatus, 4);
-    EXPECT_THAT(result.err, HasSubstr("nowhere.pmml"));
+    EXPECT_THAT(result.out,
+                StartsWith("nowhere.pmml: refused\nnowhere.pmml: error 4: The file \"nowhere.pmml\" cannot be "
+                           "read"));
+    EXPECT_THAT(result.out, HasSubstr("model.pmml: single classifier, sound\n"));
 }
 
 TEST_F(CheckCommandTest, PrintsNoControlCharacters) {

@@ -162,6 +162,17 @@ TEST(DocumentAdapter, TakesBlanksOffNamesAndValues) {
     }
 }
 
+TEST(DocumentAdapter, LeavesBlanksAlone_WhereTheyMayMeanSomething) {
+    EXPECT_THAT(
+        Adapt(Document("<DataField name='x'><Value value='  '/><Value value=' ' property='missing'/></DataField>", ""))
+            .changes,
+        IsEmpty());
+    EXPECT_THAT(Adapt("<PMML><DataDictionary><DataField name=' x'/></DataDictionary><TransformationDictionary>"
+                      "<DerivedField name='x'/></TransformationDictionary><NaiveBayesModel/></PMML>")
+                    .changes,
+                IsEmpty());
+}
+
 TEST(DocumentAdapter, RefusesToMakeTwoValuesOne) {
     EXPECT_EQ(GetRefusal(Document("<DataField name='x'>\n<Value value='a'/>\n<Value value='a '/></DataField>", "")),
               "4: Without the blanks around it, \"a \" would be the same as \"a\".");
