@@ -4,24 +4,10 @@
 
 #include "framework/transform/ValueReading.h"
 #include "framework/transform/functions/CodePoints.h"
+#include "framework/transform/functions/PatternOptions.h"
 
 namespace nbscore {
-namespace {
-
-RE2::Options Options() {
-    RE2::Options options;
-    options.set_max_mem(1 << 20);
-    options.set_log_errors(false);
-    return options;
-}
-
-re2::StringPiece PieceOf(std::string_view text) {
-    return {text.data(), text.size()};
-}
-
-}  // namespace
-
-RegularExpression::RegularExpression(std::string_view pattern) : compiled(PieceOf(pattern), Options()) {}
+RegularExpression::RegularExpression(std::string_view pattern) : compiled(PieceOf(pattern), PatternOptions()) {}
 
 bool RegularExpression::HasGroup(std::size_t number) const {
     return number <= static_cast<std::size_t>(compiled.NumberOfCapturingGroups());

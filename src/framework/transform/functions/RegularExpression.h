@@ -30,7 +30,8 @@ public:
 
 private:
     /// A search may take a step for each byte of the text and each instruction of the compiled pattern, and the search
-    /// for the next match may look at all the rest of the text again. This keeps all of them to some seconds.
+    /// for the next match may look at all the rest of the text again. This keeps all of them from
+    /// going on without end; the costliest patterns still take a minute or more.
     static constexpr double mostSteps = 1e10;
     double StepsFor(std::size_t bytes) const;
 

@@ -3,20 +3,10 @@
 #include <algorithm>
 
 #include "framework/transform/functions/CodePoints.h"
+#include "framework/transform/functions/PatternOptions.h"
 
 namespace nbscore {
 namespace {
-
-RE2::Options Options() {
-    RE2::Options options;
-    options.set_max_mem(1 << 20);
-    options.set_log_errors(false);
-    return options;
-}
-
-re2::StringPiece PieceOf(std::string_view text) {
-    return {text.data(), text.size()};
-}
 
 bool IsPunctuation(char character) {
     const bool isVisible = character > ' ' && character <= '~';
@@ -75,7 +65,8 @@ void AddWord(std::vector<WordSpan>& words, std::string_view text, WordSpan word)
 
 }  // namespace
 
-WordSplitter::WordSplitter(std::string_view separatorPattern) : separator(PieceOf(separatorPattern), Options()) {}
+WordSplitter::WordSplitter(std::string_view separatorPattern)
+    : separator(PieceOf(separatorPattern), PatternOptions()) {}
 
 std::vector<WordSpan> WordSplitter::Split(std::string_view text) const {
     const SeparatorSearch search(separator, text);
