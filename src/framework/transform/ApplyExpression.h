@@ -11,15 +11,16 @@ namespace nbscore {
 /// `Apply` of a function that takes values and gives one: every argument is evaluated, in order.
 class ApplyExpression : public Expression {
 public:
-    using Call = std::function<ExpressionValue(Arguments)>;
+    using Call = std::function<ExpressionValue(Arguments, WorkBudget&)>;
 
-    /// @param functionCall what to call instead of the function's own, for one that works ahead of the first case.
-    ApplyExpression(CallParts parts, Call functionCall);
-
-    ExpressionValue Evaluate(const FieldValues& fields) const override;
+    /// @param functionCall what to call instead of the function's own, for one that works ahead of the first case; null
+    ///     for the function's own.
+    explicit ApplyExpression(CallParts parts, Call functionCall = nullptr);
 
 private:
-    ExpressionValue CallWithoutMissing(std::vector<ExpressionValue> values) const;
+    ExpressionValue ValueFor(const FieldValues& fields) const override;
+
+    ExpressionValue CallWithoutMissing(std::vector<ExpressionValue> values, WorkBudget& budget) const;
 
     std::vector<std::unique_ptr<const Expression>> arguments;
     ApplyOptions options;

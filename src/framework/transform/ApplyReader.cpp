@@ -2,6 +2,7 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -63,19 +64,23 @@ void DemandArguments(const DOMElement* element, std::size_t count, std::size_t f
                         Demand(fewest, most) + ", not " + std::to_string(count) + ".");
 }
 
+/// @param alwaysEvaluated how many of them every call evaluates.
 std::vector<std::unique_ptr<const Expression>> ReadArguments(const std::vector<const DOMElement*>& children,
-                                                             FieldScope& scope) {
+                                                             std::size_t alwaysEvaluated, FieldScope& scope) {
     std::vector<std::unique_ptr<const Expression>> arguments;
     arguments.reserve(children.size());
-    for (const DOMElement* child : children)
+    for (const DOMElement* child : children) {
+        std::optional<FieldScope::Branch> branch;
+        if (arguments.size() >= alwaysEvaluated) branch.emplace(scope);
         arguments.push_back(ReadExpression(child, scope));
+    }
     return arguments;
 }
 
 std::unique_ptr<const Expression> MakeCall(CallParts parts) {
     const BuiltInFunction& function = parts.function;
     if (function.make != nullptr) return function.make(std::move(parts));
-    return std::make_unique<ApplyExpression>(std::move(parts), function.call);
+    return std::make_unique<ApplyExpression>(std::move(parts));
 }
 
 }  // namespace
@@ -87,11 +92,13 @@ std::unique_ptr<const Expression> ReadApply(const DOMElement* element, FieldScop
     const auto children = ChildrenOf(element);
     if (const BuiltInFunction* function = FindBuiltInFunction(name)) {
         DemandArguments(element, children.size(), function->fewestArguments, function->mostArguments);
-        return MakeCall({*function, ReadArguments(children, scope), std::move(options), element});
+        auto arguments = ReadArguments(children, function->argumentsAlwaysEvaluated, scope);
+        return MakeCall({*function, std::move(arguments), std::move(options), element, scope.GetPatterns()});
     }
     if (const UserFunction* function = scope.FindFunctionToCall(name)) {
         DemandArguments(element, children.size(), function->parameters.size(), function->parameters.size());
-        return std::make_unique<UserFunctionCall>(*function, ReadArguments(children, scope), std::move(options));
+        auto arguments = ReadArguments(children, BuiltInFunction::anyNumber, scope);
+        return std::make_unique<UserFunctionCall>(*function, std::move(arguments), std::move(options));
     }
     throw RefusalAt(element, VeskException::UnsupportedExpression,
                     "The function \"" + ExcerptOf(xmlName) + "\" is not known.");

@@ -11,6 +11,7 @@
 #include "framework/XmlFwd.h"
 #include "framework/transform/ApplyOptions.h"
 #include "framework/transform/Expression.h"
+#include "framework/transform/functions/PatternStore.h"
 
 namespace nbscore {
 
@@ -36,6 +37,8 @@ struct CallParts {
     ApplyOptions options;
     /// Where a refusal stands.
     const xercesc::DOMElement* element;
+    /// For constant arguments that are regular expressions.
+    PatternStore& patterns;
 };
 
 /// One of the functions that every document may call: a row of the one table of them (BuiltInFunctions.h).
@@ -59,6 +62,11 @@ struct BuiltInFunction {
     std::unique_ptr<const Expression> (*make)(CallParts parts) = nullptr;
     /// The heading that people find it under.
     std::string_view family = {};
+    /// How many arguments, from the first on, are evaluated in every case. Whether the others are, their values decide.
+    std::size_t argumentsAlwaysEvaluated = anyNumber;
+    /// Stands in for `call` in a function that takes more work than in proportion to its arguments: the result is
+    /// missing as well when the budget does not suffice.
+    ExpressionValue (*callWithin)(Arguments arguments, WorkBudget& budget) = nullptr;
 };
 
 }  // namespace nbscore

@@ -16,7 +16,7 @@ ConditionalExpression::ConditionalExpression(CallParts parts)
 
 // A condition that is no truth value is undefined, which is missing. Without a third argument, so is what a false one
 // chooses.
-ExpressionValue ConditionalExpression::Evaluate(const FieldValues& fields) const {
+ExpressionValue ConditionalExpression::ValueFor(const FieldValues& fields) const {
     const ExpressionValue condition = arguments[Condition]->Evaluate(fields);
     if (IsMissing(condition)) return options.ResultForMissingArgument();
     const auto truth = TruthOf(condition);

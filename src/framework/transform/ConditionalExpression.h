@@ -10,9 +10,9 @@ class ConditionalExpression : public Expression {
 public:
     explicit ConditionalExpression(CallParts parts);
 
-    ExpressionValue Evaluate(const FieldValues& fields) const override;
-
 private:
+    ExpressionValue ValueFor(const FieldValues& fields) const override;
+
     std::vector<std::unique_ptr<const Expression>> arguments;
     ApplyOptions options;
 };

@@ -64,7 +64,7 @@ ExpressionValue ReadConstantValue(const xercesc::DOMElement* element, const Tran
 
 ConstantExpression::ConstantExpression(ExpressionValue constant) : value(std::move(constant)) {}
 
-ExpressionValue ConstantExpression::Evaluate(const FieldValues&) const {
+ExpressionValue ConstantExpression::ValueFor(const FieldValues&) const {
     return value;
 }
 

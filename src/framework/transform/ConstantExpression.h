@@ -13,11 +13,11 @@ class ConstantExpression : public Expression {
 public:
     explicit ConstantExpression(ExpressionValue constant);
 
-    ExpressionValue Evaluate(const FieldValues& fields) const override;
-
     const ExpressionValue& GetValue() const { return value; }
 
 private:
+    ExpressionValue ValueFor(const FieldValues& fields) const override;
+
     ExpressionValue value;
 };
 

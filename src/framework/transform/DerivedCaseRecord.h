@@ -41,20 +41,29 @@ private:
         std::size_t nextDependency;
     };
 
-    ExpressionValue Get(const FieldReference& field) const override;
+    ExpressionValue ValueOf(const FieldReference& field) const override;
     bool IsValid(const FieldReference& field) const override;
+    WorkBudget& Budget() const override { return budget; }
+
     ExpressionValue GetInput(std::size_t position) const;
     ExpressionValue GetDerived(std::size_t position) const;
     bool IsComputed(std::size_t field) const { return cells[field].computedForCase == caseNumber; }
     void ComputeWithDependencies(std::size_t wanted) const;
+    std::size_t CountComputedAhead(const DerivedField& field) const;
     void Compute(std::size_t position) const;
+    void Store(ExpressionValue result, std::size_t position) const;
 
     const DerivedFields& derived;
     const ScoreCaseRecord* record = nullptr;
     /// Counts cases, so that a new case forgets the values of the last one without touching them.
     std::uint64_t caseNumber = 1;
+    mutable WorkBudget budget{WorkBudget::ofCase};
     mutable std::vector<Cell> cells;
     mutable std::vector<Step> way;
+    /// How deep the expressions nest that are being evaluated.
+    mutable std::size_t levelsInUse = 0;
+    /// Positions of fields that hold so long a text for this case that it is not kept for the next.
+    mutable std::vector<std::size_t> longTexts;
 };
 
 }  // namespace nbscore

@@ -20,8 +20,12 @@ struct DerivedField {
     const ScoreDictVar* variable;
     DeclaredValidity validity;
     FunctionTreeImp function;
-    /// Positions of the derived fields that the function reads, each once; they must be computed before it.
+    /// Positions of the derived fields that the function reads, each once: first those that it reads in every case.
     std::vector<std::size_t> dependencies;
+    /// How many these are. The others stand in arguments that are not always evaluated.
+    std::size_t alwaysNeeded = 0;
+    /// How deep its expression nests, the functions that it calls counted in.
+    std::size_t levels = 0;
 };
 
 /// One data field that some derived field reads. The variable is a copy of the data dictionary's, so that a

@@ -18,7 +18,7 @@ DiscretizeExpression::DiscretizeExpression(FieldInput readField, std::vector<Bin
                                            ExpressionValue valueOutsideBins)
     : input(std::move(readField)), bins(std::move(sortedBins)), resultOutsideBins(std::move(valueOutsideBins)) {}
 
-ExpressionValue DiscretizeExpression::Evaluate(const FieldValues& fields) const {
+ExpressionValue DiscretizeExpression::ValueFor(const FieldValues& fields) const {
     const auto number = input.NumberIn(fields);
     if (!number) return input.resultWhenMissing;
     const auto candidate =

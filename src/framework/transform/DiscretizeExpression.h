@@ -23,9 +23,9 @@ public:
     /// @param valueOutsideBins missing when the document gives none.
     DiscretizeExpression(FieldInput readField, std::vector<Bin> sortedBins, ExpressionValue valueOutsideBins);
 
-    ExpressionValue Evaluate(const FieldValues& fields) const override;
-
 private:
+    ExpressionValue ValueFor(const FieldValues& fields) const override;
+
     FieldInput input;
     std::vector<Bin> bins;
     ExpressionValue resultOutsideBins;

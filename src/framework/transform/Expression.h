@@ -11,7 +11,8 @@ class Expression {
 public:
     virtual ~Expression() = default;
 
-    virtual ExpressionValue Evaluate(const FieldValues& fields) const = 0;
+    /// Its value; missing when that is a text for which the case has no work left.
+    ExpressionValue Evaluate(const FieldValues& fields) const { return fields.WithinBudget(ValueFor(fields)); }
 
     /// Whether it has a value, and one that its field allows where it is nothing but a field.
     /// @param value what it has just given for these fields: nothing is evaluated a second time, because expressions
@@ -19,6 +20,9 @@ public:
     virtual bool IsValid(const ExpressionValue& value, const FieldValues& /*fields*/) const {
         return !IsMissing(value);
     }
+
+private:
+    virtual ExpressionValue ValueFor(const FieldValues& fields) const = 0;
 };
 
 }  // namespace nbscore

@@ -6,7 +6,7 @@ namespace nbscore {
 
 FieldRefExpression::FieldRefExpression(FieldInput readField) : input(std::move(readField)) {}
 
-ExpressionValue FieldRefExpression::Evaluate(const FieldValues& fields) const {
+ExpressionValue FieldRefExpression::ValueFor(const FieldValues& fields) const {
     ExpressionValue value = fields.Get(input.field);
     return IsMissing(value) ? input.resultWhenMissing : value;
 }

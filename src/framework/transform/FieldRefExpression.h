@@ -13,11 +13,12 @@ class FieldRefExpression : public Expression {
 public:
     explicit FieldRefExpression(FieldInput readField);
 
-    ExpressionValue Evaluate(const FieldValues& fields) const override;
     /// A missing value that is replaced is as valid as its replacement is present.
     bool IsValid(const ExpressionValue& value, const FieldValues& fields) const override;
 
 private:
+    ExpressionValue ValueFor(const FieldValues& fields) const override;
+
     FieldInput input;
 };
 

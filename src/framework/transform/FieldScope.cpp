@@ -17,15 +17,26 @@ ValueKind KindOf(const ScoreDictVar& variable) {
 
 FieldScope::FieldScope(DerivedFields& derivedFields, const ScoreDictionary* dataDictionary,
                        const Transcoder& textTranscoder)
-    : derived(derivedFields),
-      dictionary(dataDictionary),
-      transcoder(textTranscoder),
-      lastReaders(derivedFields.fields.size(), 0) {}
+    : derived(derivedFields), dictionary(dataDictionary), transcoder(textTranscoder) {
+    always.lastReaders.resize(derivedFields.fields.size(), 0);
+    inBranches.lastReaders.resize(derivedFields.fields.size(), 0);
+}
 
 void FieldScope::EnterField(std::size_t derivedField) {
     field = derivedField;
     function = nullptr;
     cost = {};
+    always.fields.clear();
+    inBranches.fields.clear();
+}
+
+void FieldScope::FinishField() {
+    DerivedField& finished = derived.fields[field];
+    finished.dependencies = always.fields;
+    finished.alwaysNeeded = always.fields.size();
+    for (const std::size_t position : inBranches.fields) {
+        if (always.lastReaders[position] != field + 1) finished.dependencies.push_back(position);
+    }
 }
 
 void FieldScope::EnterFunction(const UserFunction& enteredFunction) {
@@ -57,9 +68,9 @@ FieldReference FieldScope::ResolveParameter(const xercesc::DOMElement* element, 
 }
 
 FieldReference FieldScope::ResolveDerived(std::size_t position) {
-    // Once per reader, so that a field that reads another often does not look for it often either.
-    if (lastReaders[position] != field + 1) derived.fields[field].dependencies.push_back(position);
-    lastReaders[position] = field + 1;
+    Readings& readings = branches > 0 ? inBranches : always;
+    if (readings.lastReaders[position] != field + 1) readings.fields.push_back(position);
+    readings.lastReaders[position] = field + 1;
     return {FieldReference::DerivedFields, position, KindOf(*derived.fields[position].variable)};
 }
 

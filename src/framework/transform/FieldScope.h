@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "framework/ScoreDictionary.h"
 #include "framework/Transcoder.h"
@@ -10,6 +11,7 @@
 #include "framework/transform/DerivedFields.h"
 #include "framework/transform/FieldReference.h"
 #include "framework/transform/WrittenCost.h"
+#include "framework/transform/functions/PatternStore.h"
 
 namespace nbscore {
 
@@ -21,8 +23,10 @@ public:
     /// @param dataDictionary may be null: there are no data fields then.
     FieldScope(DerivedFields& derivedFields, const ScoreDictionary* dataDictionary, const Transcoder& textTranscoder);
 
-    /// The derived field whose expression is read from now on: what it reads becomes its dependencies.
+    /// The derived field whose expression is read from now on.
     void EnterField(std::size_t derivedField);
+    /// Its expression is read: what it reads becomes its dependencies.
+    void FinishField();
     /// The function whose body is read from now on.
     void EnterFunction(const UserFunction& function);
 
@@ -36,8 +40,28 @@ public:
     WrittenCost& GetCost() { return cost; }
 
     const Transcoder& GetTranscoder() const { return transcoder; }
+    PatternStore& GetPatterns() { return patterns; }
+
+    /// As long as one lives, what is read is evaluated in some cases only.
+    class Branch {
+    public:
+        explicit Branch(FieldScope& enteredScope) : scope(enteredScope) { ++scope.branches; }
+        ~Branch() { --scope.branches; }
+        Branch(const Branch&) = delete;
+        Branch& operator=(const Branch&) = delete;
+
+    private:
+        FieldScope& scope;
+    };
 
 private:
+    /// Derived fields that the one at hand reads, each once.
+    struct Readings {
+        std::vector<std::size_t> fields;
+        /// By derived field: the last one that was found to read it, counted from 1.
+        std::vector<std::size_t> lastReaders;
+    };
+
     FieldReference ResolveParameter(const xercesc::DOMElement* element, const XMLCh* xmlName, const std::string& name);
     FieldReference ResolveDerived(std::size_t position);
     FieldReference ResolveInput(const std::string& name, const ScoreDictVar& variable);
@@ -47,12 +71,15 @@ private:
     const Transcoder& transcoder;
     std::unordered_map<std::string, std::size_t> inputPositions;
     std::size_t field = 0;
-    /// By derived field: the last derived field that was found to read it, counted from 1.
-    std::vector<std::size_t> lastReaders;
+    Readings always;
+    Readings inBranches;
+    /// How many of them are open.
+    int branches = 0;
     /// Null while a derived field's expression is read.
     const UserFunction* function = nullptr;
     std::unordered_map<std::string, std::size_t> parameterPositions;
     WrittenCost cost;
+    PatternStore patterns;
 };
 
 }  // namespace nbscore

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <string>
+#include <utility>
+
 #include "framework/transform/ExpressionValue.h"
 #include "framework/transform/FieldReference.h"
+#include "framework/transform/WorkBudget.h"
 
 namespace nbscore {
 
@@ -10,10 +14,25 @@ class FieldValues {
 public:
     virtual ~FieldValues() = default;
 
-    virtual ExpressionValue Get(const FieldReference& field) const = 0;
+    /// The field's value; missing when that is a text for which the case has no work left.
+    ExpressionValue Get(const FieldReference& field) const { return WithinBudget(ValueOf(field)); }
 
     /// Whether the field has a value, and one that its declaration allows.
     virtual bool IsValid(const FieldReference& field) const { return !IsMissing(Get(field)); }
+
+    /// What is left for the case: of one case, all expressions spend the same budget.
+    virtual WorkBudget& Budget() const = 0;
+
+    /// The value, when it is no text or there is work left to go on with it; else missing.
+    ExpressionValue WithinBudget(ExpressionValue value) const {
+        const auto* text = std::get_if<std::string>(&value);
+        if (text == nullptr) return value;
+        const double steps = static_cast<double>(text->size()) * WorkBudget::perByteOfText;
+        return Budget().Spend(steps) ? std::move(value) : ExpressionValue();
+    }
+
+private:
+    virtual ExpressionValue ValueOf(const FieldReference& field) const = 0;
 };
 
 }  // namespace nbscore

@@ -35,7 +35,7 @@ MapValuesExpression::MapValuesExpression(std::vector<FieldReference> keyFields, 
                                          Outcomes outcomesWithoutRow)
     : keys(std::move(keyFields)), rows(std::move(resultsByKey)), outcomes(std::move(outcomesWithoutRow)) {}
 
-ExpressionValue MapValuesExpression::Evaluate(const FieldValues& fields) const {
+ExpressionValue MapValuesExpression::ValueFor(const FieldValues& fields) const {
     TableKey key;
     for (const FieldReference& field : keys) {
         const ExpressionValue part = fields.Get(field);

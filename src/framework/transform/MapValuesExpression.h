@@ -36,9 +36,9 @@ public:
     /// @param resultsByKey keys made of parts in the order of the fields.
     MapValuesExpression(std::vector<FieldReference> keyFields, Rows resultsByKey, Outcomes outcomesWithoutRow);
 
-    ExpressionValue Evaluate(const FieldValues& fields) const override;
-
 private:
+    ExpressionValue ValueFor(const FieldValues& fields) const override;
+
     std::vector<FieldReference> keys;
     Rows rows;
     Outcomes outcomes;

@@ -67,7 +67,7 @@ std::optional<double> NormContinuousExpression::Line::At(double number) const {
 NormContinuousExpression::NormContinuousExpression(FieldInput readField, Line lineOfSegments)
     : input(std::move(readField)), line(std::move(lineOfSegments)) {}
 
-ExpressionValue NormContinuousExpression::Evaluate(const FieldValues& fields) const {
+ExpressionValue NormContinuousExpression::ValueFor(const FieldValues& fields) const {
     const auto number = input.NumberIn(fields);
     const auto result = number ? line.At(*number) : std::nullopt;
     return result ? ExpressionValue(*result) : input.resultWhenMissing;

@@ -27,9 +27,9 @@ public:
 
     NormContinuousExpression(FieldInput readField, Line lineOfSegments);
 
-    ExpressionValue Evaluate(const FieldValues& fields) const override;
-
 private:
+    ExpressionValue ValueFor(const FieldValues& fields) const override;
+
     FieldInput input;
     Line line;
 };

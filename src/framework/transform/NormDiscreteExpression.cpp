@@ -29,7 +29,7 @@ void RefuseOtherMethods(const xercesc::DOMElement* element) {
 NormDiscreteExpression::NormDiscreteExpression(FieldInput readField, ExpressionValue valueToFind)
     : input(std::move(readField)), soughtValue(std::move(valueToFind)) {}
 
-ExpressionValue NormDiscreteExpression::Evaluate(const FieldValues& fields) const {
+ExpressionValue NormDiscreteExpression::ValueFor(const FieldValues& fields) const {
     const ExpressionValue value = fields.Get(input.field);
     if (IsMissing(value)) return input.resultWhenMissing;
     return AreEqual(value, soughtValue) ? 1.0 : 0.0;

@@ -13,9 +13,9 @@ class NormDiscreteExpression : public Expression {
 public:
     NormDiscreteExpression(FieldInput readField, ExpressionValue valueToFind);
 
-    ExpressionValue Evaluate(const FieldValues& fields) const override;
-
 private:
+    ExpressionValue ValueFor(const FieldValues& fields) const override;
+
     FieldInput input;
     ExpressionValue soughtValue;
 };

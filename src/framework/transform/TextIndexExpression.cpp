@@ -11,9 +11,6 @@
 namespace nbscore {
 namespace {
 
-/// A second or so.
-constexpr double mostSteps = 5e8;
-
 std::size_t CountHits(const std::vector<Hit>& hits, bool bestOnly) {
     if (!bestOnly || hits.empty()) return hits.size();
     const std::size_t best = std::ranges::min(hits, {}, &Hit::distance).distance;
@@ -25,19 +22,18 @@ std::size_t CountHits(const std::vector<Hit>& hits, bool bestOnly) {
 
 TextIndexExpression::TextIndexExpression(Parts readParts) : parts(std::move(readParts)) {}
 
-ExpressionValue TextIndexExpression::Evaluate(const FieldValues& fields) const {
+ExpressionValue TextIndexExpression::ValueFor(const FieldValues& fields) const {
     const ExpressionValue text = fields.Get(parts.textField);
     if (IsMissing(text)) return {};
     const ExpressionValue term = parts.term->Evaluate(fields);
     if (IsMissing(term)) return {};
-    const auto count = CountIn(TextOf(text), TextOf(term));
+    const auto count = CountIn(TextOf(text), TextOf(term), fields.Budget());
     return count ? ExpressionValue(Weigh(*count)) : ExpressionValue();
 }
 
-std::optional<TextIndexExpression::Count> TextIndexExpression::CountIn(std::string text,
-                                                                       const std::string& term) const {
+std::optional<TextIndexExpression::Count> TextIndexExpression::CountIn(std::string text, const std::string& term,
+                                                                       WorkBudget& budget) const {
     if (text.size() > longestText || term.size() > longestText) return std::nullopt;
-    WorkBudget budget(mostSteps);
     for (const TextNormalization& normalization : parts.normalizations) {
         auto normalized = normalization.Apply(std::move(text), budget);
         if (!normalized) return std::nullopt;
@@ -51,11 +47,15 @@ std::optional<TextIndexExpression::Count> TextIndexExpression::CountIn(std::stri
 std::optional<TextIndexExpression::Count> TextIndexExpression::CountWords(const std::string& text,
                                                                           const std::string& term,
                                                                           WorkBudget& budget) const {
-    const Words words(text, parts.rules);
-    const auto hits = FindTerm(words, Words(term, parts.rules).words, parts.rules.maxDistance, budget);
+    const auto words = Words::In(text, parts.rules, budget);
+    const auto sought = Words::In(term, parts.rules, budget);
+    if (!words || !sought) return std::nullopt;
+    const auto hits = FindTerm(*words, sought->words, parts.rules.maxDistance, budget);
     if (!hits) return std::nullopt;
     const bool needsHighest = parts.weight == Weight::AugmentedNormalizedTermFrequency;
-    return Count{CountHits(*hits, parts.countsBestHitsOnly), needsHighest ? HighestFrequency(words) : 0};
+    const auto highest = needsHighest ? HighestFrequency(*words, budget) : 0;
+    if (!highest) return std::nullopt;
+    return Count{CountHits(*hits, parts.countsBestHitsOnly), *highest};
 }
 
 double TextIndexExpression::Weigh(const Count& count) const {

@@ -30,17 +30,17 @@ public:
 
     explicit TextIndexExpression(Parts readParts);
 
-    /// Missing when the text or the term is, and when finding out would take too long.
-    ExpressionValue Evaluate(const FieldValues& fields) const override;
-
 private:
+    /// Missing when the text or the term is, and when finding out would take more work than the case has left.
+    ExpressionValue ValueFor(const FieldValues& fields) const override;
+
     struct Count {
         std::size_t hits;
         /// Of the most frequent word; counted only for the weight that needs it.
         std::size_t highestFrequency;
     };
 
-    std::optional<Count> CountIn(std::string text, const std::string& term) const;
+    std::optional<Count> CountIn(std::string text, const std::string& term, WorkBudget& budget) const;
     std::optional<Count> CountWords(const std::string& text, const std::string& term, WorkBudget& budget) const;
     double Weigh(const Count& count) const;
 

@@ -38,10 +38,10 @@ bool ReadCountsBestHitsOnly(const DOMElement* element) {
     return WordAttribute(element, countHitsName, words) == 1;
 }
 
-TextRules ReadRules(const DOMElement* element, Weight weight, const Transcoder& transcoder) {
+TextRules ReadRules(const DOMElement* element, Weight weight, FieldScope& scope) {
     TextRules defaults;
-    defaults.splitter = std::make_shared<const WordSplitter>("\\s+");
-    TextRules rules = ReadTextRules(element, defaults, transcoder);
+    defaults.splitter = std::make_shared<const WordSplitter>(scope.GetPatterns().Compile("\\s+", element));
+    TextRules rules = ReadTextRules(element, defaults, scope);
     if (!rules.isTokenized && weight == Weight::AugmentedNormalizedTermFrequency) {
         throw RefusalAt(element, VeskException::UnsupportedExpression,
                         "augmentedNormalizedTermFrequency is not supported with tokenize=\"false\".");
@@ -56,10 +56,10 @@ std::unique_ptr<const Expression> ReadTextIndex(const DOMElement* element, Field
     const FieldReference field = scope.Resolve(element, BaseTranslator::GetAttributeForced(element, textFieldName));
     const Weight weight = ReadWeight(element);
     TextIndexExpression::Parts parts{
-        field, nullptr, ReadRules(element, weight, scope.GetTranscoder()), weight, ReadCountsBestHitsOnly(element), {}};
+        field, nullptr, ReadRules(element, weight, scope), weight, ReadCountsBestHitsOnly(element), {}};
     for (const DOMElement* child : ChildrenOf(element)) {
         if (BaseTranslator::IsEqual(child->getNodeName(), "TextIndexNormalization")) {
-            parts.normalizations.push_back(ReadTextNormalization(child, parts.rules, scope.GetTranscoder()));
+            parts.normalizations.push_back(ReadTextNormalization(child, parts.rules, scope));
         } else if (parts.term) {
             throw UnexpectedChild(child, "<TextIndex> behind its term");
         } else {

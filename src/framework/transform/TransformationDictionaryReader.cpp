@@ -91,13 +91,15 @@ private:
         for (std::size_t position = 0; position < elements.size(); ++position) {
             scope.EnterField(position);
             derived->fields[position].function.SetExpression(ReadExpression(ExpressionOf(elements[position]), scope));
-            RefuseTooMuchWork(elements[position], scope.GetCost());
+            scope.FinishField();
+            const EvaluationCost cost = CostWithCalls(scope.GetCost(), functionCosts);
+            RefuseTooMuchWork(elements[position], cost, !scope.GetCost().calls.empty());
+            derived->fields[position].levels = cost.levels;
         }
     }
 
-    void RefuseTooMuchWork(const DOMElement* field, const WrittenCost& written) {
-        const EvaluationCost cost = CostWithCalls(written, functionCosts);
-        if (!written.calls.empty()) evaluationsOfCalls += cost.evaluations;
+    void RefuseTooMuchWork(const DOMElement* field, const EvaluationCost& cost, bool callsFunctions) {
+        if (callsFunctions) evaluationsOfCalls += cost.evaluations;
         std::string what;
         if (cost.levels > mostLevels) {
             what = " nests functions more than " + std::to_string(mostLevels) + " levels deep.";

@@ -17,8 +17,6 @@ public:
                     const FieldValues& fieldsOfCaller)
         : values(std::move(argumentValues)), arguments(argumentExpressions), callersFields(fieldsOfCaller) {}
 
-    ExpressionValue Get(const FieldReference& parameter) const override { return values[parameter.position]; }
-
     /// A parameter that stands for nothing but a field is valid when the field is.
     bool IsValid(const FieldReference& parameter) const override {
         if (IsMissing(values[parameter.position])) return false;
@@ -26,7 +24,11 @@ public:
         return field == nullptr || field->IsValid(values[parameter.position], callersFields);
     }
 
+    WorkBudget& Budget() const override { return callersFields.Budget(); }
+
 private:
+    ExpressionValue ValueOf(const FieldReference& parameter) const override { return values[parameter.position]; }
+
     std::vector<ExpressionValue> values;
     const ArgumentExpressions& arguments;
     const FieldValues& callersFields;
@@ -38,7 +40,7 @@ UserFunctionCall::UserFunctionCall(const UserFunction& calledFunction, ArgumentE
                                    ApplyOptions callOptions)
     : function(calledFunction), arguments(std::move(callArguments)), options(std::move(callOptions)) {}
 
-ExpressionValue UserFunctionCall::Evaluate(const FieldValues& fields) const {
+ExpressionValue UserFunctionCall::ValueFor(const FieldValues& fields) const {
     std::vector<ExpressionValue> values;
     values.reserve(arguments.size());
     for (std::size_t i = 0; i < arguments.size(); ++i)

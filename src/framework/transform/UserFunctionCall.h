@@ -17,9 +17,9 @@ public:
     UserFunctionCall(const UserFunction& calledFunction, std::vector<std::unique_ptr<const Expression>> callArguments,
                      ApplyOptions callOptions);
 
-    ExpressionValue Evaluate(const FieldValues& fields) const override;
-
 private:
+    ExpressionValue ValueFor(const FieldValues& fields) const override;
+
     const UserFunction& function;
     std::vector<std::unique_ptr<const Expression>> arguments;
     ApplyOptions options;

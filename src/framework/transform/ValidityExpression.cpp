@@ -7,7 +7,7 @@ namespace nbscore {
 ValidityExpression::ValidityExpression(CallParts parts, bool isPositive)
     : arguments(std::move(parts.arguments)), options(std::move(parts.options)), asksForValid(isPositive) {}
 
-ExpressionValue ValidityExpression::Evaluate(const FieldValues& fields) const {
+ExpressionValue ValidityExpression::ValueFor(const FieldValues& fields) const {
     const Expression& argument = *arguments.front();
     const ExpressionValue value = argument.Evaluate(fields);
     if (options.mapMissingTo && IsMissing(value)) return options.ResultForMissingArgument();

@@ -10,9 +10,9 @@ public:
     /// @param asksForValid false for the negation.
     ValidityExpression(CallParts parts, bool asksForValid);
 
-    ExpressionValue Evaluate(const FieldValues& fields) const override;
-
 private:
+    ExpressionValue ValueFor(const FieldValues& fields) const override;
+
     std::vector<std::unique_ptr<const Expression>> arguments;
     ApplyOptions options;
     bool asksForValid;

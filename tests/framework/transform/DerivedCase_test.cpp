@@ -57,6 +57,41 @@ TEST(DerivedCase, ComputesOncePerCase_WhenSeveralFieldsReadOne) {
     EXPECT_EQ(record.questions, (std::map<std::string, int>{{"x", 1}}));
 }
 
+TEST(DerivedCase, LeavesOut_WhatOnlyBranchesReadThatAreNotChosen) {
+    const auto field = [](const std::string& name, const std::string& expression) {
+        return "<DerivedField name='" + name + "' dataType='string'>" + expression + "</DerivedField>";
+    };
+    const auto read = [](const std::string& name) { return "<FieldRef field='" + name + "'/>"; };
+    const DerivedDocument document(
+        caseFields, field("chosen", "<Apply function='if'><Apply function='equal'>" + read("number") +
+                                        "<Constant>2</Constant></Apply>" + read("then") + read("else") + "</Apply>") +
+                        field("both", "<Apply function='concat'>" + read("then") +
+                                          "<Apply function='if'><Constant dataType='boolean'>true</Constant>" +
+                                          read("then") + read("else") + "</Apply></Apply>") +
+                        field("number", read("x")) + field("then", read("s")) + field("else", read("far")) +
+                        field("far", "<Apply function='concat'>" + read("x") + read("x") + "</Apply>"));
+    const CountingRecord record;
+    const ScoreCaseRecord* values = document.derived->GetValuesForDeriedVars(&record, document.data.get());
+    EXPECT_EQ(values->GetValueByName("chosen")->GetString(), "2");
+    EXPECT_EQ(values->GetValueByName("both")->GetString(), "22");
+    EXPECT_EQ(record.questions, (std::map<std::string, int>{{"x", 1}, {"s", 1}}));
+    EXPECT_EQ(values->GetValueByName("else")->GetString(), "22");
+    EXPECT_EQ(record.questions, (std::map<std::string, int>{{"x", 3}, {"s", 1}}));
+}
+
+TEST(DerivedCase, TakesNoStack_WhenBranchesReadFieldsInALongChain) {
+    std::string fields = "<DerivedField name='d0' dataType='double'><FieldRef field='x'/></DerivedField>";
+    for (int i = 1; i <= 100000; ++i) {
+        fields += "<DerivedField name='d" + std::to_string(i) +
+                  "' dataType='double'><Apply function='if'><Constant dataType='boolean'>true</Constant>"
+                  "<Apply function='+'><FieldRef field='d" +
+                  std::to_string(i - 1) + "'/><Constant>1</Constant></Apply></Apply></DerivedField>";
+    }
+    const DerivedDocument document(caseFields, fields);
+    const Case record(1, "a");
+    EXPECT_EQ(document.ValueOf("d100000", &record), "number 100001");
+}
+
 TEST(DerivedCase, IsReadByNameOnly) {
     const DerivedDocument document(caseFields, twoFields);
     const Case record(1, "a");

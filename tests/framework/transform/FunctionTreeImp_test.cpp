@@ -12,15 +12,21 @@ using nbscore::ExpressionValue;
 
 class NoFields : public nbscore::FieldValues {
 public:
-    ExpressionValue Get(const nbscore::FieldReference&) const override { return {}; }
+    nbscore::WorkBudget& Budget() const override { return budget; }
+
+private:
+    ExpressionValue ValueOf(const nbscore::FieldReference&) const override { return {}; }
+
+    mutable nbscore::WorkBudget budget{nbscore::WorkBudget::ofCase};
 };
 
 class Fixed : public nbscore::Expression {
 public:
     explicit Fixed(ExpressionValue fixedValue) : value(std::move(fixedValue)) {}
-    ExpressionValue Evaluate(const nbscore::FieldValues&) const override { return value; }
 
 private:
+    ExpressionValue ValueFor(const nbscore::FieldValues&) const override { return value; }
+
     ExpressionValue value;
 };
 

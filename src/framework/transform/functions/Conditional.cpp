@@ -17,7 +17,7 @@ constexpr BuiltInFunction functions[] = {
      "`then` when the condition is true, `else` when it is false, and only the chosen one is evaluated; missing when "
      "the condition is missing or the chosen one is missing or left out, undefined when the condition is no truth "
      "value.",
-     nullptr, MakeIf}};
+     nullptr, MakeIf, "", 1}};
 
 }  // namespace
 

@@ -34,25 +34,23 @@ ExpressionValue FormatDateTimeByPattern(Arguments arguments) {
 }
 
 std::unique_ptr<const Expression> MakeFormatNumber(CallParts parts) {
-    ApplyExpression::Call call = parts.function.call;
-    if (const auto text = ConstantText(*parts.arguments[Pattern])) {
-        std::string fault;
-        auto pattern = NumberPattern::Read(*text, fault);
-        if (!pattern) throw ArgumentRefusal(parts, "pattern", *text, fault);
-        call = [pattern = std::move(*pattern)](Arguments arguments) {
-            return FormatByPattern(arguments[Input], pattern);
-        };
-    }
-    return std::make_unique<ApplyExpression>(std::move(parts), std::move(call));
+    const auto text = ConstantText(*parts.arguments[Pattern]);
+    if (!text) return std::make_unique<ApplyExpression>(std::move(parts));
+    std::string fault;
+    auto pattern = NumberPattern::Read(*text, fault);
+    if (!pattern) throw ArgumentRefusal(parts, "pattern", *text, fault);
+    return std::make_unique<ApplyExpression>(std::move(parts),
+                                             [pattern = std::move(*pattern)](Arguments arguments, WorkBudget&) {
+                                                 return FormatByPattern(arguments[Input], pattern);
+                                             });
 }
 
 std::unique_ptr<const Expression> MakeFormatDateTime(CallParts parts) {
-    ApplyExpression::Call call = parts.function.call;
     if (const auto pattern = ConstantText(*parts.arguments[Pattern])) {
         const std::string fault = FaultOfDateTimePattern(*pattern);
         if (!fault.empty()) throw ArgumentRefusal(parts, "pattern", *pattern, fault);
     }
-    return std::make_unique<ApplyExpression>(std::move(parts), std::move(call));
+    return std::make_unique<ApplyExpression>(std::move(parts));
 }
 
 constexpr BuiltInFunction functions[] = {

@@ -4,37 +4,74 @@
 
 #include "framework/transform/ValueReading.h"
 #include "framework/transform/functions/CodePoints.h"
-#include "framework/transform/functions/PatternOptions.h"
+#include "framework/transform/functions/PatternShape.h"
 
 namespace nbscore {
-RegularExpression::RegularExpression(std::string_view pattern) : compiled(PieceOf(pattern), PatternOptions()) {}
+namespace {
+
+re2::StringPiece PieceOf(std::string_view text) {
+    return {text.data(), text.size()};
+}
+
+RE2::Options OptionsFor(std::size_t memory) {
+    RE2::Options options;
+    options.set_max_mem(static_cast<std::int64_t>(memory));
+    options.set_log_errors(false);
+    return options;
+}
+
+}  // namespace
+
+// Measured on patterns that are little else than names of large classes of characters: up to a tenth of a millisecond
+// for each byte.
+double RegularExpression::CompilationCost(std::string_view pattern) {
+    return 20'000.0 * (10.0 + static_cast<double>(pattern.size()));
+}
+
+RegularExpression::RegularExpression(std::string_view pattern, std::size_t memory)
+    : compiled(PieceOf(pattern), OptionsFor(memory)), looksNoFurtherThanItsMatch(LooksNoFurtherThanItsMatch(pattern)) {}
 
 bool RegularExpression::HasGroup(std::size_t number) const {
     return number <= static_cast<std::size_t>(compiled.NumberOfCapturingGroups());
 }
 
-double RegularExpression::StepsFor(std::size_t bytes) const {
-    return static_cast<double>(bytes) * compiled.ProgramSize();
+// At worst, a search takes a step for each instruction at each byte that it sees.
+bool RegularExpression::Spend(std::size_t bytes, WorkBudget& budget) const {
+    return budget.Spend(static_cast<double>(bytes) * static_cast<double>(Size()));
 }
 
-std::optional<bool> RegularExpression::Matches(std::string_view text) const {
-    if (StepsFor(text.size()) > mostSteps) return std::nullopt;
-    return compiled.Match(PieceOf(text), 0, text.size(), RE2::UNANCHORED, nullptr, 0);
+// What a search sees is all the text up to its end, unless the pattern is known to decide earlier. Then it is charged
+// when it is over, so that many short searches through one long text cost no more than the text.
+RegularExpression::Search RegularExpression::Find(std::string_view text, std::size_t begin, std::size_t end,
+                                                  std::span<re2::StringPiece> groups, WorkBudget& budget) const {
+    if (!looksNoFurtherThanItsMatch && !Spend(end - begin, budget)) return Search::BudgetIsSpent;
+    const bool isFound =
+        compiled.Match(PieceOf(text), begin, end, RE2::UNANCHORED, groups.data(), static_cast<int>(groups.size()));
+    if (looksNoFurtherThanItsMatch) {
+        std::size_t seen = end - begin;
+        if (isFound && !groups.empty()) {
+            seen = static_cast<std::size_t>(groups[0].data() - text.data()) + groups[0].size() - begin + 1;
+        }
+        if (!Spend(seen, budget)) return Search::BudgetIsSpent;
+    }
+    return isFound ? Search::Found : Search::NotFound;
 }
 
-std::optional<std::string> RegularExpression::ReplacedAll(std::string_view text, const Replacement& replacement) const {
+std::optional<bool> RegularExpression::Matches(std::string_view text, WorkBudget& budget) const {
+    const Search search = Find(text, 0, text.size(), {}, budget);
+    return search == Search::BudgetIsSpent ? std::nullopt : std::optional(search == Search::Found);
+}
+
+std::optional<std::string> RegularExpression::ReplacedAll(std::string_view text, const Replacement& replacement,
+                                                          WorkBudget& budget) const {
     std::string replaced;
     std::vector<re2::StringPiece> groups(replacement.GreatestGroup() + 1);
-    double steps = 0;
     std::size_t position = 0;
     bool isBehindMatch = false;
     while (position <= text.size()) {
-        steps += StepsFor(text.size() - position);
-        if (steps > mostSteps) return std::nullopt;
-        if (!compiled.Match(PieceOf(text), position, text.size(), RE2::UNANCHORED, groups.data(),
-                            static_cast<int>(groups.size()))) {
-            break;
-        }
+        const Search search = Find(text, position, text.size(), groups, budget);
+        if (search == Search::BudgetIsSpent) return std::nullopt;
+        if (search == Search::NotFound) break;
         const auto start = static_cast<std::size_t>(groups[0].data() - text.data());
         replaced += text.substr(position, start - position);
         if (groups[0].empty() && isBehindMatch && start == position) {

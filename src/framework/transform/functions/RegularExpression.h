@@ -4,38 +4,56 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
+#include "framework/transform/WorkBudget.h"
 #include "framework/transform/functions/Replacement.h"
 
 namespace nbscore {
 
-/// A compiled pattern. A search takes time in proportion to the text and the pattern, whatever the pattern.
+/// A compiled pattern. A search takes time in proportion to the text and the pattern, whatever the pattern. Any number
+/// of threads may search with it.
 class RegularExpression {
 public:
-    explicit RegularExpression(std::string_view pattern);
+    /// For a pattern that is compiled for one search and then dropped.
+    static constexpr std::size_t memoryForOnce = std::size_t{1} << 17;
+
+    /// What compiling takes in steps, about.
+    static double CompilationCost(std::string_view pattern);
+
+    /// @param memory how many bytes it may take, with what it learns about texts. With too few a pattern is not usable,
+    ///     with few it gets slow.
+    RegularExpression(std::string_view pattern, std::size_t memory);
 
     bool IsUsable() const { return compiled.ok(); }
     /// Why it is not usable.
     const std::string& Fault() const { return compiled.error(); }
     bool HasGroup(std::size_t number) const;
+    /// How many instructions it was compiled to.
+    std::size_t Size() const { return static_cast<std::size_t>(compiled.ProgramSize()); }
 
-    /// Whether it matches anywhere in the text. Nothing when finding out could take more than mostSteps.
-    std::optional<bool> Matches(std::string_view text) const;
+    enum class Search { Found, NotFound, BudgetIsSpent };
 
-    /// The text with every match replaced. Nothing when that would be longer than longestText, or when finding all the
-    /// matches could take more than mostSteps.
-    std::optional<std::string> ReplacedAll(std::string_view text, const Replacement& replacement) const;
+    /// Looks for the first match that begins and ends between the positions of the text.
+    /// @param groups receives what the groups matched, the whole match first; as many as there is room for.
+    Search Find(std::string_view text, std::size_t begin, std::size_t end, std::span<re2::StringPiece> groups,
+                WorkBudget& budget) const;
+
+    /// Whether it matches anywhere in the text. Nothing when the budget does not suffice.
+    std::optional<bool> Matches(std::string_view text, WorkBudget& budget) const;
+
+    /// The text with every match replaced. Nothing when that would be longer than longestText, or when the budget does
+    /// not suffice.
+    std::optional<std::string> ReplacedAll(std::string_view text, const Replacement& replacement,
+                                           WorkBudget& budget) const;
 
 private:
-    /// A search may take a step for each byte of the text and each instruction of the compiled pattern, and the search
-    /// for the next match may look at all the rest of the text again. This keeps all of them from
-    /// going on without end; the costliest patterns still take a minute or more.
-    static constexpr double mostSteps = 1e10;
-    double StepsFor(std::size_t bytes) const;
+    bool Spend(std::size_t bytes, WorkBudget& budget) const;
 
     RE2 compiled;
+    bool looksNoFurtherThanItsMatch;
 };
 
 }  // namespace nbscore

@@ -14,53 +14,50 @@ namespace {
 
 enum Argument { Input, Pattern, NewText };
 
-ExpressionValue MatchesPattern(Arguments arguments, const RegularExpression& expression) {
-    const auto matches = expression.Matches(TextOf(arguments[Input]));
+using CallWithPattern = ExpressionValue(Arguments, const RegularExpression&, WorkBudget&);
+
+ExpressionValue Matches(Arguments arguments, const RegularExpression& expression, WorkBudget& budget) {
+    const auto matches = expression.Matches(TextOf(arguments[Input]), budget);
     return matches ? ExpressionValue(*matches) : ExpressionValue();
 }
 
-ExpressionValue Matches(Arguments arguments) {
-    const RegularExpression expression(TextOf(arguments[Pattern]));
-    return expression.IsUsable() ? MatchesPattern(arguments, expression) : ExpressionValue();
-}
-
-ExpressionValue ReplacePattern(Arguments arguments, const RegularExpression& expression) {
+ExpressionValue Replace(Arguments arguments, const RegularExpression& expression, WorkBudget& budget) {
     const Replacement replacement(TextOf(arguments[NewText]));
     if (!expression.HasGroup(replacement.GreatestGroup())) return {};
-    auto replaced = expression.ReplacedAll(TextOf(arguments[Input]), replacement);
+    auto replaced = expression.ReplacedAll(TextOf(arguments[Input]), replacement, budget);
     return replaced ? BoundedText(std::move(*replaced)) : ExpressionValue();
 }
 
-ExpressionValue Replace(Arguments arguments) {
-    const RegularExpression expression(TextOf(arguments[Pattern]));
-    return expression.IsUsable() ? ReplacePattern(arguments, expression) : ExpressionValue();
+/// With a pattern that is known case by case.
+template <CallWithPattern& callWithPattern>
+ExpressionValue CompileAndCall(Arguments arguments, WorkBudget& budget) {
+    const std::string pattern = TextOf(arguments[Pattern]);
+    if (!budget.Spend(RegularExpression::CompilationCost(pattern))) return {};
+    const RegularExpression expression(pattern, RegularExpression::memoryForOnce);
+    return expression.IsUsable() ? callWithPattern(arguments, expression, budget) : ExpressionValue();
 }
 
 /// The pattern of a call, compiled ahead when it is a constant, else null. A constant that is no pattern is refused.
 std::shared_ptr<const RegularExpression> PatternAhead(const CallParts& parts) {
     const auto pattern = ConstantText(*parts.arguments[Pattern]);
     if (!pattern) return nullptr;
-    auto expression = std::make_shared<const RegularExpression>(*pattern);
+    auto expression = parts.patterns.Compile(*pattern, parts.element);
     if (!expression->IsUsable()) throw ArgumentRefusal(parts, "pattern", *pattern, expression->Fault());
     return expression;
 }
 
-using CallWithPattern = ExpressionValue(Arguments, const RegularExpression&);
-
-std::unique_ptr<const Expression> MakeWithPattern(CallParts parts, std::shared_ptr<const RegularExpression> pattern,
-                                                  CallWithPattern& callWithPattern) {
-    ApplyExpression::Call call = parts.function.call;
-    if (pattern) {
-        call = [pattern = std::move(pattern), &callWithPattern](Arguments arguments) {
-            return callWithPattern(arguments, *pattern);
-        };
-    }
-    return std::make_unique<ApplyExpression>(std::move(parts), std::move(call));
+template <CallWithPattern& callWithPattern>
+std::unique_ptr<const Expression> MakeWithPattern(CallParts parts, std::shared_ptr<const RegularExpression> pattern) {
+    if (!pattern) return std::make_unique<ApplyExpression>(std::move(parts));
+    return std::make_unique<ApplyExpression>(std::move(parts),
+                                             [pattern = std::move(pattern)](Arguments arguments, WorkBudget& budget) {
+                                                 return callWithPattern(arguments, *pattern, budget);
+                                             });
 }
 
 std::unique_ptr<const Expression> MakeMatches(CallParts parts) {
     auto pattern = PatternAhead(parts);
-    return MakeWithPattern(std::move(parts), std::move(pattern), MatchesPattern);
+    return MakeWithPattern<Matches>(std::move(parts), std::move(pattern));
 }
 
 std::unique_ptr<const Expression> MakeReplace(CallParts parts) {
@@ -69,7 +66,7 @@ std::unique_ptr<const Expression> MakeReplace(CallParts parts) {
     if (pattern && newText && !pattern->HasGroup(Replacement(*newText).GreatestGroup())) {
         throw ArgumentRefusal(parts, "replacement", *newText, "the pattern has no group of that number");
     }
-    return MakeWithPattern(std::move(parts), std::move(pattern), ReplacePattern);
+    return MakeWithPattern<Replace>(std::move(parts), std::move(pattern));
 }
 
 constexpr BuiltInFunction functions[] = {
@@ -77,10 +74,10 @@ constexpr BuiltInFunction functions[] = {
      "The text with every match of the regular expression replaced, where `$1` to `$9` or `\\1` to `\\9` in the "
      "replacement stand for what a group matched and `$0` or `\\0` for the whole match; undefined for a pattern that "
      "cannot be used and for a group that the pattern does not have.",
-     Replace, MakeReplace},
+     nullptr, MakeReplace, "", BuiltInFunction::anyNumber, CompileAndCall<Replace>},
     {"matches", "text, pattern", 2, 2, MissingRule::GivesMissing,
      "Whether the regular expression matches anywhere in the text; undefined for a pattern that cannot be used.",
-     Matches, MakeMatches}};
+     nullptr, MakeMatches, "", BuiltInFunction::anyNumber, CompileAndCall<Matches>}};
 
 }  // namespace
 

@@ -3,12 +3,16 @@
 #include <algorithm>
 #include <span>
 #include <unordered_map>
+#include <utility>
 
 #include "framework/transform/functions/CodePoints.h"
 #include "framework/transform/text/EditDistance.h"
 
 namespace nbscore {
 namespace {
+
+/// What it takes to make a word of its own, or to look one up in a table.
+constexpr double stepsPerWord = 40;
 
 /// Bytes that are no UTF-8 stand for themselves: all that counts is what is equal to what.
 std::u32string CharactersOf(std::string_view text) {
@@ -102,12 +106,16 @@ private:
 
 }  // namespace
 
-Words::Words(std::string_view text, const TextRules& rules) : spans(rules.splitter->Split(text)) {
-    words.reserve(spans.size());
-    for (const WordSpan& span : spans) {
+std::optional<Words> Words::In(std::string_view text, const TextRules& rules, WorkBudget& budget) {
+    auto spans = rules.splitter->Split(text, budget);
+    if (!spans || !budget.Spend(stepsPerWord * static_cast<double>(spans->size()))) return std::nullopt;
+    Words words{std::move(*spans), {}};
+    words.words.reserve(words.spans.size());
+    for (const WordSpan& span : words.spans) {
         const std::string_view word = text.substr(span.begin, span.end - span.begin);
-        words.push_back(rules.isCaseSensitive ? CharactersOf(word) : CharactersOf(LowerCaseOf(word)));
+        words.words.push_back(rules.isCaseSensitive ? CharactersOf(word) : CharactersOf(LowerCaseOf(word)));
     }
+    return words;
 }
 
 std::optional<std::vector<Hit>> FindTerm(const Words& text, const std::vector<std::u32string>& term,
@@ -119,6 +127,8 @@ std::optional<std::vector<Hit>> FindTerm(const Words& text, const std::vector<st
         ForEachStart(text.words, term, [&hits](std::size_t start) { hits.push_back({start, 0}); });
         return hits;
     }
+    const double stepsToBegin = stepsPerWord * static_cast<double>(text.words.size() + term.size());
+    if (!budget.Spend(stepsToBegin)) return std::nullopt;
     const FuzzySearch search(text.words, term, maxDistance);
     for (std::size_t start = 0; start + term.size() <= text.words.size(); ++start) {
         const auto distance = search.DistanceAt(start, budget);
@@ -134,7 +144,8 @@ std::size_t CountInside(std::string_view text, std::string_view term) {
     return count;
 }
 
-std::size_t HighestFrequency(const Words& text) {
+std::optional<std::size_t> HighestFrequency(const Words& text, WorkBudget& budget) {
+    if (!budget.Spend(stepsPerWord * static_cast<double>(text.words.size()))) return std::nullopt;
     std::unordered_map<std::u32string_view, std::size_t> counts;
     std::size_t highest = 0;
     for (const std::u32string& word : text.words)

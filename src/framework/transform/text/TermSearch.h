@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "framework/transform/WorkBudget.h"
 #include "framework/transform/text/TextRules.h"
-#include "framework/transform/text/WorkBudget.h"
 
 namespace nbscore {
 
@@ -17,7 +17,8 @@ struct Words {
     /// In small letters when case does not count.
     std::vector<std::u32string> words;
 
-    Words(std::string_view text, const TextRules& rules);
+    /// Nothing when the budget does not suffice.
+    static std::optional<Words> In(std::string_view text, const TextRules& rules, WorkBudget& budget);
 };
 
 /// A place where a term stands.
@@ -35,7 +36,7 @@ std::optional<std::vector<Hit>> FindTerm(const Words& text, const std::vector<st
 /// How often the term stands in the text, anywhere; occurrences may overlap. An empty term never does.
 std::size_t CountInside(std::string_view text, std::string_view term);
 
-/// How often the most frequent word stands in the text.
-std::size_t HighestFrequency(const Words& text);
+/// How often the most frequent word stands in the text. Nothing when the budget does not suffice.
+std::optional<std::size_t> HighestFrequency(const Words& text, WorkBudget& budget);
 
 }  // namespace nbscore

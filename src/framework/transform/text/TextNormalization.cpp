@@ -12,14 +12,8 @@ namespace {
 /// Tables that go round in circles are stopped after so many rounds.
 constexpr int mostRounds = 100;
 
-/// A search may look at the text again behind every match. How bad that gets depends on the pattern; texts as long as
-/// this count double.
-constexpr double lengthOfDoubleCost = 4000;
-
-double CostOfReplacing(std::string_view text) {
-    const auto size = static_cast<double>(text.size());
-    return 100 + size * (1 + size / lengthOfDoubleCost);
-}
+/// What looking at a row takes, however short the text is.
+constexpr double stepsPerRow = 100;
 
 /// From left to right; what was replaced is not looked at again. Nothing when it would be too long.
 std::optional<std::string> WithHitsReplaced(std::string_view text, const Words& words, const std::vector<Hit>& hits,
@@ -58,15 +52,13 @@ std::optional<std::string> TextNormalization::ApplyOnce(std::string text, WorkBu
     // Split only when a row looks for words, and again only when a row has changed the text.
     std::optional<Words> words;
     for (const Row& row : rows) {
+        if (!budget.Spend(stepsPerRow)) return std::nullopt;
         std::optional<std::string> replaced;
         if (row.expression) {
-            if (!budget.Spend(CostOfReplacing(text))) return std::nullopt;
-            replaced = row.expression->ReplacedAll(text, row.replacement);
+            replaced = row.expression->ReplacedAll(text, row.replacement, budget);
         } else {
-            if (!words) {
-                if (!budget.Spend(text.size())) return std::nullopt;
-                words.emplace(text, rules);
-            }
+            if (!words) words = Words::In(text, rules, budget);
+            if (!words) return std::nullopt;
             const auto hits = FindTerm(*words, row.words, rules.maxDistance, budget);
             if (!hits) return std::nullopt;
             if (hits->empty()) continue;

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "framework/transform/WorkBudget.h"
 #include "framework/transform/functions/RegularExpression.h"
 #include "framework/transform/text/TextRules.h"
-#include "framework/transform/text/WorkBudget.h"
 
 namespace nbscore {
 
@@ -17,7 +17,7 @@ class TextNormalization {
 public:
     /// Either an expression or words are looked for.
     struct Row {
-        std::unique_ptr<const RegularExpression> expression;
+        std::shared_ptr<const RegularExpression> expression;
         std::vector<std::u32string> words;
         /// In place of words.
         std::string text;

@@ -19,9 +19,6 @@ namespace {
 
 using xercesc::DOMElement;
 
-/// Each may keep a megabyte of what it learned about texts.
-constexpr int mostExpressions = 1000;
-
 enum Column { In, Out, IsRegularExpression };
 
 std::string ColumnName(const DOMElement* element, const XMLCh* attribute, const char* standard) {
@@ -31,10 +28,8 @@ std::string ColumnName(const DOMElement* element, const XMLCh* attribute, const 
 
 class Reader {
 public:
-    Reader(const DOMElement* normalization, const TextRules& inherited, const Transcoder& textTranscoder)
-        : element(normalization),
-          rules(ReadTextRules(normalization, inherited, textTranscoder)),
-          transcoder(textTranscoder) {}
+    Reader(const DOMElement* normalization, const TextRules& inherited, FieldScope& documentScope)
+        : element(normalization), rules(ReadTextRules(normalization, inherited, documentScope)), scope(documentScope) {}
 
     TextNormalization Read() {
         constexpr XmlName inFieldName = "inField";
@@ -60,19 +55,17 @@ private:
         if (ReadIsExpression(row)) return ExpressionRow(row, sought, replacement);
         // Without words, the expression that matches nothing but the text does the same.
         if (!rules.isTokenized) return ExpressionRow(row, RE2::QuoteMeta(sought), Escaped(replacement));
-        TextNormalization::Row wordsRow{nullptr, Words(sought, rules).words, std::move(replacement), Replacement("")};
-        if (wordsRow.words.empty()) throw NothingToLookFor(row);
-        return wordsRow;
+        WorkBudget budget(WorkBudget::ofCase);
+        auto words = Words::In(sought, rules, budget);
+        if (!words || words->words.empty()) throw NothingToLookFor(row);
+        return {nullptr, std::move(words->words), std::move(replacement), Replacement("")};
     }
 
     TextNormalization::Row ExpressionRow(const InlineRow& row, const std::string& pattern,
                                          const std::string& replacement) {
         if (pattern.empty()) throw NothingToLookFor(row);
-        if (++expressions > mostExpressions) {
-            throw RefusalAt(row.element, VeskException::InconsistentDocument,
-                            "A table may hold " + std::to_string(mostExpressions) + " regular expressions at most.");
-        }
-        auto expression = std::make_unique<const RegularExpression>(rules.isCaseSensitive ? pattern : "(?i)" + pattern);
+        auto expression =
+            scope.GetPatterns().Compile(rules.isCaseSensitive ? pattern : "(?i)" + pattern, row.cells[In]);
         if (!expression->IsUsable()) throw Unusable(row, expression->Fault());
         Replacement text(replacement);
         if (!expression->HasGroup(text.GreatestGroup())) {
@@ -103,7 +96,8 @@ private:
     }
 
     std::string CellText(const InlineRow& row, Column column) const {
-        if (const DOMElement* cell = row.cells[column]) return TextAt(cell, TextIn(cell).c_str(), transcoder);
+        if (const DOMElement* cell = row.cells[column])
+            return TextAt(cell, TextIn(cell).c_str(), scope.GetTranscoder());
         throw RefusalAt(row.element, VeskException::InvalidContent,
                         "The row has no cell for the column \"" + columns[column] + "\".");
     }
@@ -120,16 +114,14 @@ private:
 
     const DOMElement* element;
     TextRules rules;
-    const Transcoder& transcoder;
+    FieldScope& scope;
     std::vector<std::string> columns;
-    int expressions = 0;
 };
 
 }  // namespace
 
-TextNormalization ReadTextNormalization(const DOMElement* element, const TextRules& inherited,
-                                        const Transcoder& transcoder) {
-    return Reader(element, inherited, transcoder).Read();
+TextNormalization ReadTextNormalization(const DOMElement* element, const TextRules& inherited, FieldScope& scope) {
+    return Reader(element, inherited, scope).Read();
 }
 
 }  // namespace nbscore

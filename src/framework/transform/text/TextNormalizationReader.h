@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/Transcoder.h"
 #include "framework/XmlFwd.h"
+#include "framework/transform/FieldScope.h"
 #include "framework/transform/text/TextNormalization.h"
 
 namespace nbscore {
@@ -9,6 +9,6 @@ namespace nbscore {
 /// Reads a TextIndexNormalization element.
 /// @param inherited how its TextIndex looks for terms: it does the same where it says nothing.
 TextNormalization ReadTextNormalization(const xercesc::DOMElement* element, const TextRules& inherited,
-                                        const Transcoder& transcoder);
+                                        FieldScope& scope);
 
 }  // namespace nbscore

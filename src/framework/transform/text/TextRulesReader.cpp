@@ -3,6 +3,7 @@
 #include <xercesc/dom/DOMElement.hpp>
 
 #include <string>
+#include <utility>
 
 #include "framework/BaseTranslator.h"
 #include "framework/transform/ElementReading.h"
@@ -21,17 +22,16 @@ std::size_t ReadDistance(const DOMElement* element, const XMLCh* text) {
     throw RefusalAt(element, VeskException::InvalidContent, "maxLevenshteinDistance is below zero.");
 }
 
-std::shared_ptr<const WordSplitter> ReadSplitter(const DOMElement* element, const XMLCh* text,
-                                                 const Transcoder& transcoder) {
-    auto splitter = std::make_shared<const WordSplitter>(TextAt(element, text, transcoder));
-    if (splitter->IsUsable()) return splitter;
+std::shared_ptr<const WordSplitter> ReadSplitter(const DOMElement* element, const XMLCh* text, FieldScope& scope) {
+    auto separator = scope.GetPatterns().Compile(TextAt(element, text, scope.GetTranscoder()), element);
+    if (separator->IsUsable()) return std::make_shared<const WordSplitter>(std::move(separator));
     throw RefusalAt(element, VeskException::InvalidContent,
-                    "The regular expression \"" + ExcerptOf(text) + "\" cannot be used: " + splitter->Fault() + ".");
+                    "The regular expression \"" + ExcerptOf(text) + "\" cannot be used: " + separator->Fault() + ".");
 }
 
 }  // namespace
 
-TextRules ReadTextRules(const DOMElement* element, const TextRules& defaults, const Transcoder& transcoder) {
+TextRules ReadTextRules(const DOMElement* element, const TextRules& defaults, FieldScope& scope) {
     constexpr XmlName caseName = "isCaseSensitive";
     constexpr XmlName distanceName = "maxLevenshteinDistance";
     constexpr XmlName separatorName = "wordSeparatorCharacterRE";
@@ -43,7 +43,7 @@ TextRules ReadTextRules(const DOMElement* element, const TextRules& defaults, co
         rules.maxDistance = ReadDistance(element, distance);
     }
     if (const XMLCh* separator = BaseTranslator::GetAttribute(element, separatorName)) {
-        rules.splitter = ReadSplitter(element, separator, transcoder);
+        rules.splitter = ReadSplitter(element, separator, scope);
     }
     if (rules.isTokenized || rules.maxDistance == 0) return rules;
     throw RefusalAt(element, VeskException::UnsupportedExpression,

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/Transcoder.h"
 #include "framework/XmlFwd.h"
+#include "framework/transform/FieldScope.h"
 #include "framework/transform/text/TextRules.h"
 
 namespace nbscore {
@@ -9,6 +9,6 @@ namespace nbscore {
 /// The attributes by which TextIndex and TextIndexNormalization say how terms are looked for; those that are absent stay
 /// as the defaults have them. Throws VeskException 5 for a regular expression that cannot be used and a distance below
 /// zero, 9 for a distance that is no whole number, 11 for a distance without words.
-TextRules ReadTextRules(const xercesc::DOMElement* element, const TextRules& defaults, const Transcoder& transcoder);
+TextRules ReadTextRules(const xercesc::DOMElement* element, const TextRules& defaults, FieldScope& scope);
 
 }  // namespace nbscore

@@ -1,9 +1,9 @@
 #include "framework/transform/text/WordSplitter.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "framework/transform/functions/CodePoints.h"
-#include "framework/transform/functions/PatternOptions.h"
 
 namespace nbscore {
 namespace {
@@ -19,17 +19,21 @@ bool IsPunctuation(char character) {
 /// whole rest each time would take the square of the text's length.
 class SeparatorSearch {
 public:
-    SeparatorSearch(const RE2& separatorPattern, std::string_view wholeText)
-        : separator(separatorPattern), text(wholeText) {}
+    using Search = RegularExpression::Search;
 
-    /// The next separator from the position on; false when there is none.
-    bool Find(std::size_t position, WordSpan& found) const {
+    SeparatorSearch(const RegularExpression& separatorPattern, std::string_view wholeText, WorkBudget& budgetOfCase)
+        : separator(separatorPattern), text(wholeText), budget(budgetOfCase) {}
+
+    /// The next separator from the position on.
+    Search Find(std::size_t position, WordSpan& found) const {
         while (position < text.size()) {
             const std::size_t windowEnd = std::min(position + windowSize, text.size());
             const bool isLastWindow = windowEnd == text.size();
             re2::StringPiece match;
-            if (!separator.Match(PieceOf(text), position, windowEnd, RE2::UNANCHORED, &match, 1)) {
-                if (isLastWindow) return false;
+            const Search search = separator.Find(text, position, windowEnd, {&match, 1}, budget);
+            if (search == Search::BudgetIsSpent) return search;
+            if (search == Search::NotFound) {
+                if (isLastWindow) return search;
                 position = windowEnd - longestSeparator;
                 continue;
             }
@@ -41,18 +45,19 @@ public:
                 position = begin;
             } else {
                 found = {begin, begin + match.size()};
-                return true;
+                return search;
             }
         }
-        return false;
+        return Search::NotFound;
     }
 
 private:
     static constexpr std::size_t longestSeparator = 256;
     static constexpr std::size_t windowSize = 2 * longestSeparator;
 
-    const RE2& separator;
+    const RegularExpression& separator;
     std::string_view text;
+    WorkBudget& budget;
 };
 
 void AddWord(std::vector<WordSpan>& words, std::string_view text, WordSpan word) {
@@ -65,18 +70,22 @@ void AddWord(std::vector<WordSpan>& words, std::string_view text, WordSpan word)
 
 }  // namespace
 
-WordSplitter::WordSplitter(std::string_view separatorPattern)
-    : separator(PieceOf(separatorPattern), PatternOptions()) {}
+WordSplitter::WordSplitter(std::shared_ptr<const RegularExpression> separatorPattern)
+    : separator(std::move(separatorPattern)) {}
 
-std::vector<WordSpan> WordSplitter::Split(std::string_view text) const {
-    const SeparatorSearch search(separator, text);
+std::optional<std::vector<WordSpan>> WordSplitter::Split(std::string_view text, WorkBudget& budget) const {
+    using Search = RegularExpression::Search;
+    const SeparatorSearch separators(*separator, text, budget);
     std::vector<WordSpan> words;
     std::size_t begin = 0;
     WordSpan found{};
-    while (search.Find(begin, found)) {
+    Search search = separators.Find(begin, found);
+    while (search == Search::Found) {
         AddWord(words, text, {begin, found.begin});
         begin = found.end;
+        search = separators.Find(begin, found);
     }
+    if (search == Search::BudgetIsSpent) return std::nullopt;
     AddWord(words, text, {begin, text.size()});
     return words;
 }

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <re2/re2.h>
-
 #include <cstddef>
 #include <memory>
-#include <string>
+#include <optional>
 #include <string_view>
 #include <vector>
+
+#include "framework/transform/functions/RegularExpression.h"
 
 namespace nbscore {
 
@@ -19,19 +19,15 @@ struct WordSpan {
 /// Splits texts into words, in time proportional to the text.
 class WordSplitter {
 public:
-    /// @param separator a regular expression for what stands between words.
-    explicit WordSplitter(std::string_view separator);
-
-    bool IsUsable() const { return separator.ok(); }
-    /// Why it is not usable.
-    const std::string& Fault() const { return separator.error(); }
+    /// @param separatorPattern what stands between words; usable.
+    explicit WordSplitter(std::shared_ptr<const RegularExpression> separatorPattern);
 
     /// The words without the ASCII punctuation at their ends; one that is nothing but punctuation is no word. An empty
-    /// match separates nothing.
-    std::vector<WordSpan> Split(std::string_view text) const;
+    /// match separates nothing. Nothing when the budget does not suffice.
+    std::optional<std::vector<WordSpan>> Split(std::string_view text, WorkBudget& budget) const;
 
 private:
-    RE2 separator;
+    std::shared_ptr<const RegularExpression> separator;
 };
 
 }  // namespace nbscore

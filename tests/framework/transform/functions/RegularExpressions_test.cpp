@@ -87,16 +87,65 @@ TEST(Replace, IsMissing_WhenTheTextWouldGrowTooLong) {
 }
 
 TEST(Replace, IsMissing_WhenSearchingCouldTakeForever) {
-    EXPECT_EQ(Call("replace", {std::string(50'000, 'a'), "a", "b"}), "'" + std::string(50'000, 'b') + "'");
-    EXPECT_EQ(Call("replace", {std::string(900'000, 'a'), "a", "b"}), "missing");
-    EXPECT_EQ(Call("replace", {std::string(900'000, 'a'), "b", "c"}), "'" + std::string(900'000, 'a') + "'");
+    const std::string text(900'000, 'a');
+    EXPECT_EQ(Call("replace", {text, "b|c", "d"}), "'" + text + "'");
+    EXPECT_EQ(Call("replace", {text, "a.*b|a", "c"}), "missing");
     EXPECT_EQ(Call("replace", {std::string(20'000, 'a'), "(?i)(a[^b]{0,100}){1,5}b|\\pL", "c"}), "missing");
+}
+
+TEST(Replace, ReplacesAnyNumberOfMatches_WhenThePatternIsPlain) {
+    const std::string text(900'000, 'a');
+    for (const char* pattern : {"a", "[ab]", "\\w", "(?i)A", "[^b]"})
+        EXPECT_EQ(Call("replace", {text, pattern, "b"}), "'" + std::string(900'000, 'b') + "'") << pattern;
+    EXPECT_EQ(Call("replace", {text, "\\w+", "b"}), "'b'");
+    EXPECT_EQ(Call("replace", {text, "[a-c]+", "b"}), "'b'");
+}
+
+TEST(Replace, CountsTheWholeRestForEveryMatch_WhenThePatternMayLookOn) {
+    const std::string text(900'000, 'a');
+    for (const char* pattern :
+         {"a|b", "ab?", "a{1}", "(a)", "a\\b|a", "\\w(?:.*b)?", "[a](?:.*[b])?", "\\pL", "[[:alpha:]]"})
+        EXPECT_EQ(Call("replace", {text, pattern, "b"}), "missing") << pattern;
 }
 
 TEST(Matches, IsMissing_WhenSearchingCouldTakeForever) {
     const std::string text(1'000'000, 'a');
     EXPECT_EQ(Call("matches", {text, "(a[^b]{0,10}){1,5}b"}), "false");
     EXPECT_EQ(Call("matches", {text + text + text + text, "(?:[^b]{0,100}a){5}b"}), "missing");
+}
+
+TEST(RegularExpressions, AreMissing_WhenACaseHasManyToCompile) {
+    std::string fields;
+    for (int i = 0; i < 40; ++i) {
+        fields += "<DerivedField name='d" + std::to_string(i) + "' dataType='boolean'>" +
+                  Apply("matches", Text("a") + Apply("concat", Text("a|") + Text(std::string(2'000, 'b')))) +
+                  "</DerivedField>";
+    }
+    const DerivedDocument document(caseFields, fields);
+    const Case record(5, "five");
+    const ScoreCaseRecord* values = document.derived->GetValuesForDeriedVars(&record, document.data.get());
+    EXPECT_EQ(values->GetValueByName("d0")->GetString(), "true");
+    for (int i = 1; i < 39; ++i)
+        values->GetValueByName("d" + std::to_string(i));
+    EXPECT_EQ(values->GetValueByName("d39"), nullptr);
+}
+
+TEST(RegularExpressions, AreRefusedWithTheDocument_WhenTheyAreTogetherTooMuch) {
+    const auto refusal = [](const std::string& pattern, int count) {
+        std::string fields;
+        for (int i = 0; i < count; ++i) {
+            fields += "<DerivedField name='d" + std::to_string(i) + "' dataType='boolean'>" +
+                      Apply("matches", Text("a") + Text(pattern + std::to_string(i % 500))) + "</DerivedField>";
+        }
+        const auto refused = RefusalOf([&] { DerivedDocument(caseFields, fields); });
+        return refused ? std::to_string(refused->GetCode()) + " " + refused->GetMessage() : "none";
+    };
+    EXPECT_EQ(refusal("a", 5'000), "none");  // ten times the same ones
+    EXPECT_EQ(refusal("\\pL\\pN", 250), "none");
+    EXPECT_EQ(refusal("\\pL\\pN", 500),
+              "12 The regular expressions of the document are together more than 256 megabytes of memory could hold.");
+    EXPECT_EQ(refusal(std::string(50'000, 'a'), 3),
+              "12 The regular expressions of the document are together longer than 100,000 bytes.");
 }
 
 TEST(RegularExpressions, GiveTheSame_WhetherThePatternIsConstantOrNot) {

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+
+namespace nbscore {
+
+/// How many more elementary steps the derived fields of one case may take: no text, no table and no pattern holds up a
+/// case for longer, nor makes it need more memory. A step is about as much as comparing two characters. Numbers are not
+/// counted: what they take is in proportion to the document (EvaluationCost.h).
+///
+/// When it is spent, the field at hand is missing, and so is every field that is computed after it in this case.
+class WorkBudget {
+public:
+    /// Seconds, and for the costliest patterns half a minute.
+    static constexpr double ofCase = 1e9;
+    /// A text that goes from one expression to the next is copied and read a few times: all of a case's together come
+    /// to 125 megabytes at most.
+    static constexpr double perByteOfText = 8;
+
+    explicit WorkBudget(double steps) : left(steps) {}
+
+    /// False when that is more than is left; nothing is left from then on.
+    bool Spend(double steps) {
+        left -= steps;
+        return left >= 0;
+    }
+    bool Spend(std::size_t steps) { return Spend(static_cast<double>(steps)); }
+
+    bool IsSpent() const { return left < 0; }
+
+private:
+    double left;
+};
+
+}  // namespace nbscore
