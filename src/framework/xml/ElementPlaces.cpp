@@ -1,16 +1,25 @@
 #include "framework/xml/ElementPlaces.h"
 
-#include <xercesc/dom/DOMDocument.hpp>
-
 #include <algorithm>
 #include <limits>
-
-#include "framework/xml/XmlName.h"
+#include <mutex>
+#include <unordered_map>
+#include <utility>
 
 namespace nbscore {
 namespace {
 
-constexpr XmlName placesKey = "nbscore:elementPlaces";
+/// The tables of all documents that there are. They do not hang on the documents as user data, because a document that
+/// has any looks at each of its nodes when it is released.
+struct Tables {
+    std::mutex mutex;
+    std::unordered_map<const xercesc::DOMDocument*, std::unique_ptr<ElementPlaces>> byDocument;
+
+    static Tables& Get() {
+        static Tables tables;
+        return tables;
+    }
+};
 
 std::uint32_t Saturated(std::uint64_t number) {
     return static_cast<std::uint32_t>(std::min<std::uint64_t>(number, std::numeric_limits<std::uint32_t>::max()));
@@ -26,19 +35,23 @@ ElementPlaces::Mark ElementPlaces::Get(std::size_t ordinal) const {
     return ordinal < marks.size() ? marks[ordinal] : Mark{};
 }
 
-void ElementPlaces::Attach(xercesc::DOMDocument* document, std::unique_ptr<ElementPlaces> places) {
-    // Without a handler of its own: that would be looked for at every node when the document is released.
-    document->setUserData(placesKey, places.get(), nullptr);
-    static_cast<void>(places.release());
+void ElementPlaces::Attach(const xercesc::DOMDocument* document, std::unique_ptr<ElementPlaces> places) {
+    Tables& tables = Tables::Get();
+    const std::lock_guard lock(tables.mutex);
+    tables.byDocument.insert_or_assign(document, std::move(places));
 }
 
-std::unique_ptr<ElementPlaces> ElementPlaces::Detach(xercesc::DOMDocument* document) {
-    return std::unique_ptr<ElementPlaces>(
-        static_cast<ElementPlaces*>(document->setUserData(placesKey, nullptr, nullptr)));
+void ElementPlaces::Detach(const xercesc::DOMDocument* document) {
+    Tables& tables = Tables::Get();
+    const std::lock_guard lock(tables.mutex);
+    tables.byDocument.erase(document);
 }
 
 const ElementPlaces* ElementPlaces::Find(const xercesc::DOMDocument* document) {
-    return static_cast<const ElementPlaces*>(document->getUserData(placesKey));
+    Tables& tables = Tables::Get();
+    const std::lock_guard lock(tables.mutex);
+    const auto found = tables.byDocument.find(document);
+    return found == tables.byDocument.end() ? nullptr : found->second.get();
 }
 
 }  // namespace nbscore

@@ -11,7 +11,7 @@ namespace nbscore {
 
 /// Line and column of the start tag of every element of a document, in document order, eight bytes each.
 ///
-/// The table hangs on its document as user data, so that a place is found with nothing but a node at hand.
+/// The table is found by its document, so that a place is told with nothing but a node at hand.
 class ElementPlaces {
 public:
     struct Mark {
@@ -25,11 +25,13 @@ public:
     /// The place of the element of this number, counted from 0; zeros when the table does not reach so far.
     Mark Get(std::size_t ordinal) const;
 
-    /// Hangs the table on the document; whoever releases the document must Detach it first.
-    static void Attach(xercesc::DOMDocument* document, std::unique_ptr<ElementPlaces> places);
-    /// Takes the table off again; null when there is none.
-    static std::unique_ptr<ElementPlaces> Detach(xercesc::DOMDocument* document);
-    /// The document's table; null when it did not come from the framework's own parser.
+    /// Gives the document the table, in place of the one that it may have. Whoever releases the document must Detach it
+    /// first. These three may be called by any thread.
+    static void Attach(const xercesc::DOMDocument* document, std::unique_ptr<ElementPlaces> places);
+    /// Does away with the document's table.
+    static void Detach(const xercesc::DOMDocument* document);
+    /// The document's table, which lives until another is attached or it is detached; null when the document did not
+    /// come from the framework's own parser.
     static const ElementPlaces* Find(const xercesc::DOMDocument* document);
 
 private:

@@ -40,7 +40,7 @@ private:
 }  // namespace
 
 void DocumentReleaser::operator()(xercesc::DOMDocument* document) const {
-    const auto places = ElementPlaces::Detach(document);
+    ElementPlaces::Detach(document);
     document->release();
 }
 

@@ -36,7 +36,6 @@ void PlaceKeeper::Settle() {
     for (const DOMNode* node = &document; node != nullptr; node = NextInDocumentOrder(node)) {
         if (IsElement(node)) settled->Add(MarkOf(node));
     }
-    const std::unique_ptr<ElementPlaces> replaced = ElementPlaces::Detach(&document);
     ElementPlaces::Attach(&document, std::move(settled));
 }
 

@@ -1,10 +1,12 @@
 #include "framework/xml/PlacedDOMParser.h"
 
+#include <xercesc/dom/impl/DOMDocumentImpl.hpp>
 #include <xercesc/framework/XMLErrorCodes.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/util/XMLExceptMsgs.hpp>
 #include <xercesc/util/XMLString.hpp>
 #include <xercesc/util/XMLUni.hpp>
+#include <xercesc/util/XMLUniDefs.hpp>
 
 #include <algorithm>
 #include <initializer_list>
@@ -12,6 +14,7 @@
 
 #include "framework/BaseTranslator.h"
 #include "framework/VeskException.h"
+#include "framework/xml/CompactAttribute.h"
 #include "framework/xml/Utf8.h"
 #include "framework/xml/XmlName.h"
 
@@ -45,6 +48,12 @@ bool IsWide(const XMLCh* encoding) {
                                [&](const XMLCh* wide) { return xercesc::XMLString::startsWithI(encoding, wide); });
 }
 
+bool AreBlanks(const XMLCh* text, XMLSize_t length) {
+    return std::all_of(text, text + length, [](XMLCh unit) {
+        return unit == xercesc::chSpace || unit == xercesc::chLF || unit == xercesc::chHTab || unit == xercesc::chCR;
+    });
+}
+
 /// The library's own words for this are "invalid document structure".
 bool IsMissingRoot(unsigned int code, const XMLCh* domain) {
     return xercesc::XMLString::equals(domain, xercesc::XMLUni::fgXMLErrDomain) &&
@@ -75,6 +84,9 @@ ParsedDocument PlacedDOMParser::ParseAndAdopt(const xercesc::InputSource& source
     names = DistinctNames();
     lastEnd = Position();
     depth = 0;
+    pendingBlanks.clear();
+    isBehindStartTag = false;
+    isBehindText = false;
     parse(source);
     ParsedDocument document(adoptDocument());
     ElementPlaces::Attach(document.get(), std::move(places));
@@ -107,6 +119,9 @@ void PlacedDOMParser::startElement(const xercesc::XMLElementDecl& declaration, u
         NoteName(attributes.elementAt(i)->getName());
     places->Add(lastEnd.line, lastEnd.column);
     NotePosition();
+    pendingBlanks.clear();
+    isBehindStartTag = true;
+    isBehindText = false;
     XercesDOMParser::startElement(declaration, urlId, prefix, attributes, attributeCount, isEmpty, isRoot);
 }
 
@@ -114,11 +129,31 @@ void PlacedDOMParser::endElement(const xercesc::XMLElementDecl& declaration, uns
                                  const XMLCh* prefix) {
     --depth;
     NotePosition();
+    if (isBehindStartTag) AddPendingBlanks();
+    pendingBlanks.clear();
+    isBehindStartTag = false;
+    isBehindText = false;
     XercesDOMParser::endElement(declaration, urlId, isRoot, prefix);
+}
+
+xercesc::DOMAttr* PlacedDOMParser::createAttr(const XMLCh* name) {
+    auto* const document = static_cast<xercesc::DOMDocumentImpl*>(getDocument());
+    return new (document) CompactAttribute(document, name);
+}
+
+void PlacedDOMParser::AddPendingBlanks() {
+    if (!pendingBlanks.empty()) XercesDOMParser::docCharacters(pendingBlanks.data(), pendingBlanks.size(), false);
+    pendingBlanks.clear();
 }
 
 void PlacedDOMParser::docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) {
     NotePosition();
+    if (!isCdata && !isBehindText && AreBlanks(text, length)) {
+        pendingBlanks.append(text, length);
+        return;
+    }
+    AddPendingBlanks();
+    isBehindText = true;
     XercesDOMParser::docCharacters(text, length, isCdata);
 }
 
@@ -134,6 +169,7 @@ void PlacedDOMParser::docComment(const XMLCh* comment) {
 
 void PlacedDOMParser::docPI(const XMLCh* target, const XMLCh* data) {
     NotePosition();
+    AddPendingBlanks();
     XercesDOMParser::docPI(target, data);
 }
 

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 #include "framework/xml/DistinctNames.h"
 #include "framework/xml/ElementPlaces.h"
@@ -18,6 +19,9 @@ namespace nbscore {
 /// nothing; elements nest no deeper than BaseTranslator::maxElementDepth and use no more names than DistinctNames
 /// allows. What it refuses, XML faults included,
 /// leaves as VeskException with its line and column.
+///
+/// The document that it builds has no comments and no blanks between elements, and its attributes are compact
+/// (CompactAttribute). Blanks that are all that an element holds are its content.
 ///
 /// The XML library tells the position at the *end* of what it reports. The start of a tag is therefore the end of
 /// whatever was reported before it, and every report has to be noted.
@@ -44,6 +48,9 @@ public:
     void error(unsigned int code, const XMLCh* domain, xercesc::XMLErrorReporter::ErrTypes kind, const XMLCh* text,
                const XMLCh* systemId, const XMLCh* publicId, XMLFileLoc line, XMLFileLoc column) override;
 
+protected:
+    xercesc::DOMAttr* createAttr(const XMLCh* name) override;
+
 private:
     struct Position {
         std::uint64_t line = 1;
@@ -52,6 +59,7 @@ private:
 
     void NotePosition();
     void NoteName(const XMLCh* name);
+    void AddPendingBlanks();
     [[noreturn]] void Refuse(const std::string& message) const;
 
     xercesc::SecurityManager limits;
@@ -59,6 +67,10 @@ private:
     DistinctNames names;
     Position lastEnd;
     int depth = 0;
+    /// Blanks behind a tag: whether they are content, what comes next tells.
+    std::basic_string<XMLCh> pendingBlanks;
+    bool isBehindStartTag = false;
+    bool isBehindText = false;
 };
 
 }  // namespace nbscore
