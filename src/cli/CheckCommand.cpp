@@ -15,7 +15,7 @@ namespace {
 
 constexpr const char* description = R"(Say what documents hold and what is wrong with them.
 
-Reads each DOCUMENT without scoring anything. Tells the kind of model, its fields and their roles, the target's categories, and each classifier's threshold, inputs and counts; then what keeps the document from being scored, or may not be as it was meant, each with what to do about it.)";
+Reads each DOCUMENT without scoring anything. Tells the kind of model, its fields and their roles, the target's categories, and each classifier's threshold, inputs and counts; then what keeps the document from being scored, what may not be as it was meant, and what in it scoring does not heed, each with what to do about it.)";
 
 constexpr const char* footer = R"(Examples:
 

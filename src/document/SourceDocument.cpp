@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "document/DocumentAdapter.h"
+#include "document/IgnoredConstructs.h"
 #include "document/VerificationReader.h"
 #include "framework/VeskException.h"
 #include "framework/xml/DocumentFile.h"
@@ -56,6 +57,13 @@ std::vector<VerificationSuite> SourceDocument::ReadVerification() const {
     for (VerificationSuite& suite : suites)
         suite.source = name;
     return suites;
+}
+
+std::vector<IgnoredConstruct> SourceDocument::FindIgnored() const {
+    std::vector<IgnoredConstruct> constructs = Named(name, [this] { return FindIgnoredConstructs(*document); });
+    for (IgnoredConstruct& construct : constructs)
+        construct.place.source = name;
+    return constructs;
 }
 
 }  // namespace nbscore

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "document/Adaptation.h"
+#include "document/IgnoredConstruct.h"
 #include "document/VerificationSuite.h"
 #include "framework/ScoreModel.h"
 #include "framework/ScoreTranslator.h"
@@ -31,6 +32,9 @@ public:
     /// The test cases that the model elements which the plug-in reads carry, in document order; none where there are
     /// none. Throws VeskException, with the file's name (ReadVerificationSuites).
     std::vector<VerificationSuite> ReadVerification() const;
+
+    /// What the document says and scoring by the plug-in does not heed, in document order (FindIgnoredConstructs).
+    std::vector<IgnoredConstruct> FindIgnored() const;
 
     /// The path as it was given.
     const std::string& GetName() const { return name; }

@@ -72,6 +72,19 @@ DocumentProblem ProblemOf(const VeskException& refusal) {
             .advice = AdviceFor(refusal)};
 }
 
+/// What the plug-in is known to read over, after what is odd about the model itself.
+void AddRemarks(const SourceDocument& source, DocumentCheck& check) {
+    if (!check.model) return;
+    check.problems = FindRemarks(check, *check.model);
+    for (const IgnoredConstruct& ignored : source.FindIgnored()) {
+        check.problems.push_back({.severity = DocumentProblem::Remark,
+                                  .code = 0,
+                                  .place = ignored.place,
+                                  .message = ignored.message,
+                                  .advice = ignored.advice});
+    }
+}
+
 }  // namespace
 
 bool DocumentCheck::IsSound() const {
@@ -94,7 +107,7 @@ DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const 
         LoadedModel loaded = LoadedModel::Read(plugin, source);
         Describe(loaded, check);
         loaded.RequireScorable();
-        if (check.model) check.problems = FindRemarks(check, *check.model);
+        AddRemarks(source, check);
     } catch (const VeskException& refusal) {
         check.problems.push_back(ProblemOf(refusal));
         if (!adapt && AdaptingHelps(plugin, check.document)) {

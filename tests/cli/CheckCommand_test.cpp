@@ -97,6 +97,24 @@ TEST_F(CheckCommandTest, RemarksOnWhatIsOdd) {
                           "their index.\n  do: Give each its own modelName.\n"));
 }
 
+TEST_F(CheckCommandTest, RemarksOnWhatScoringDoesNotHeed) {
+    folder.Write("vain.pmml", Replaced(fruitDocument, "<MiningField name=\"weight\"",
+                                       "<MiningField name=\"weight\" missingValueReplacement=\"1\""));
+    const CommandResult result = Check({"vain.pmml"});
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_THAT(
+        result.out,
+        HasSubstr("vain.pmml:18:7: remark: missingValueReplacement \"1\" of the field \"weight\" is not used: a "
+                  "missing value stays missing.\n  at /PMML/NaiveBayesModel[1]/MiningSchema[1]/MiningField[2]\n"
+                  "  do: Replace missing values in the table before scoring.\n"));
+    const auto json = nlohmann::json::parse(Check({"vain.pmml", "--format", "json"}).out);
+    const auto& problem = json.at("documents").at(0).at("problems").at(0);
+    EXPECT_EQ(problem.at("severity"), "remark");
+    EXPECT_EQ(problem.at("code"), nullptr);
+    EXPECT_EQ(problem.at("line"), 18);
+    EXPECT_EQ(problem.at("path"), "/PMML/NaiveBayesModel[1]/MiningSchema[1]/MiningField[2]");
+}
+
 TEST_F(CheckCommandTest, ChecksEveryDocument_EvenBehindABadOne) {
     folder.Write("bad.pmml", "<PMML>");
     const CommandResult result = Check({"model.pmml", "bad.pmml", "offers.pmml"});

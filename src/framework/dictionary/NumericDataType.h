@@ -2,9 +2,11 @@
 
 #include <xercesc/util/XercesDefs.hpp>
 
+#include "framework/Export.h"
+
 namespace nbscore {
 
 /// True for the data types whose values are held as numbers: integer, float and double.
-bool IsNumericDataType(const XMLCh* dataType);
+SCOREFRAMEWORK_API bool IsNumericDataType(const XMLCh* dataType);
 
 }  // namespace nbscore

@@ -1,0 +1,43 @@
+#include "document/IgnoredLog.h"
+
+#include <xercesc/dom/DOMElement.hpp>
+
+#include <algorithm>
+#include <tuple>
+
+#include "framework/BaseTranslator.h"
+#include "framework/CountedNoun.h"
+#include "framework/xml/Refusal.h"
+#include "framework/xml/Utf8.h"
+
+using xercesc::DOMElement;
+
+namespace nbscore {
+
+void IgnoredLog::Note(const IgnoredKind& kind, const DOMElement& element, const std::string& subject) {
+    const auto known = std::ranges::find(entries, &kind, &Entry::kind);
+    if (known == entries.end()) {
+        entries.push_back({&kind, &element, subject, 1});
+    } else {
+        ++known->count;
+    }
+}
+
+std::vector<IgnoredConstruct> IgnoredLog::Finish() const {
+    std::vector<IgnoredConstruct> constructs;
+    for (const Entry& entry : entries) {
+        std::string message = entry.subject + ' ' + entry.kind->effect;
+        if (entry.count > 1) message += " So it is in " + CountedNoun(entry.count - 1, "more place") + '.';
+        constructs.push_back({PlaceOf(entry.first), std::move(message), entry.kind->advice});
+    }
+    std::ranges::stable_sort(constructs, {}, [](const IgnoredConstruct& construct) {
+        return std::tuple(construct.place.line, construct.place.column);
+    });
+    return constructs;
+}
+
+std::string QuotedAttribute(const DOMElement& element, const XMLCh* name) {
+    return '"' + ExcerptOf(BaseTranslator::GetAttribute(&element, name)) + '"';
+}
+
+}  // namespace nbscore
