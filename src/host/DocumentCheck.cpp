@@ -50,26 +50,48 @@ void Describe(LoadedModel& loaded, DocumentCheck& check) {
     }
 }
 
-/// Whether a document that is refused as it stands would be read after its adaptation.
-bool AdaptingHelps(const std::shared_ptr<PluginLibrary>& plugin, const std::string& name) {
+DocumentProblem ErrorOf(int code, const DocumentPlace& place, const std::string& message) {
+    return {.severity = DocumentProblem::Error,
+            .code = code,
+            .place = place,
+            .message = message,
+            .advice = AdviceFor(code, message, place)};
+}
+
+DocumentProblem ErrorOf(const VeskException& refusal) {
+    return ErrorOf(static_cast<int>(refusal.GetCode()), refusal.GetPlace(), refusal.GetMessage());
+}
+
+DocumentProblem ErrorOf(const UnscorableModelError& error) {
+    return ErrorOf(static_cast<int>(VeskException::InconsistentDocument), {}, error.what());
+}
+
+/// What would be wrong with a document after its adaptation; nothing when it would be sound.
+std::optional<DocumentProblem> FindErrorOfAdapted(const std::shared_ptr<PluginLibrary>& plugin,
+                                                  SourceDocument& adapted) {
     try {
-        SourceDocument source = SourceDocument::Read(name);
-        if (source.Adapt().empty()) return false;
-        LoadedModel::Read(plugin, source).RequireScorable();
-        return true;
-    } catch (const VeskException&) {
-        return false;
-    } catch (const UnscorableModelError&) {
-        return false;
+        LoadedModel::Read(plugin, adapted).RequireScorable();
+        return std::nullopt;
+    } catch (const VeskException& refusal) {
+        return ErrorOf(refusal);
+    } catch (const UnscorableModelError& error) {
+        return ErrorOf(error);
     }
 }
 
-DocumentProblem ProblemOf(const VeskException& refusal) {
-    return {.severity = DocumentProblem::Error,
-            .code = static_cast<int>(refusal.GetCode()),
-            .place = refusal.GetPlace(),
-            .message = refusal.GetMessage(),
-            .advice = AdviceFor(refusal)};
+/// What adapting a document, refused as it stands, would do about the refusal; empty when it would do nothing.
+std::string AdviceToAdapt(const std::shared_ptr<PluginLibrary>& plugin, const std::string& name,
+                          const DocumentProblem& error) {
+    try {
+        SourceDocument source = SourceDocument::Read(name);
+        if (source.Adapt().empty()) return {};
+        const std::optional<DocumentProblem> next = FindErrorOfAdapted(plugin, source);
+        if (!next) return "Read it with --adapt: the document is fine but for what that rewrites.";
+        if (next->message == error.message && next->place.elementPath == error.place.elementPath) return {};
+        return "Read it with --adapt, which rewrites this. What is wrong then: " + next->message;
+    } catch (const VeskException&) {
+        return {};
+    }
 }
 
 /// What the plug-in is known to read over, after what is odd about the model itself.
@@ -109,16 +131,12 @@ DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const 
         loaded.RequireScorable();
         AddRemarks(source, check);
     } catch (const VeskException& refusal) {
-        check.problems.push_back(ProblemOf(refusal));
-        if (!adapt && AdaptingHelps(plugin, check.document)) {
-            check.problems.back().advice = "Read it with --adapt: the document is fine but for what that rewrites.";
-        }
+        check.problems.push_back(ErrorOf(refusal));
+        DocumentProblem& error = check.problems.back();
+        const std::string toAdapt = adapt ? std::string() : AdviceToAdapt(plugin, check.document, error);
+        if (!toAdapt.empty()) error.advice = toAdapt;
     } catch (const UnscorableModelError& error) {
-        check.problems.push_back({.severity = DocumentProblem::Error,
-                                  .code = static_cast<int>(VeskException::InconsistentDocument),
-                                  .place = {},
-                                  .message = error.what(),
-                                  .advice = AdviceForUnscorable()});
+        check.problems.push_back(ErrorOf(error));
     }
     return check;
 }

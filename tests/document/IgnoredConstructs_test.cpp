@@ -111,7 +111,13 @@ TEST(IgnoredInvalidValues, AreRefusals_WhereTheFieldDeclaresItsValues) {
                 ElementsAre("17: invalidValueTreatment \"returnInvalid\" of the field \"colour\" is not used: a case "
                             "with a value that the field does not declare gets an answer all the same."));
     EXPECT_THAT(IgnoredOfColour(" invalidValueTreatment=\"asIs\""), IsEmpty());
-    EXPECT_THAT(IgnoredOfWeight(" invalidValueTreatment=\"returnInvalid\""), IsEmpty());
+    const std::string unbounded =
+        Replace(fruitDocument, weightField, weightField + " invalidValueTreatment=\"returnInvalid\"");
+    EXPECT_THAT(Ignored(unbounded), IsEmpty());
+    const std::string weight = "<DataField name=\"weight\" optype=\"continuous\" dataType=\"double\"";
+    EXPECT_THAT(
+        Ignored(Replace(unbounded, weight + "/>", weight + "><Value value=\"-1\" property=\"missing\"/></DataField>")),
+        IsEmpty());
 }
 
 TEST(IgnoredInvalidValues, AreReplacements) {

@@ -1,0 +1,35 @@
+// What nbscore check says to do about every case file's refused document.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "cases/CaseFile.h"
+#include "host/CheckAdvice.h"
+#include "host/DocumentCheck.h"
+
+namespace nbscore::test {
+namespace {
+
+std::vector<CaseFile> RefusedDocuments() {
+    std::vector<CaseFile> refused = AllCaseFiles();
+    std::erase_if(refused, [](const CaseFile& caseFile) {
+        return !caseFile.expectedRefusal || caseFile.expectedRefusal->exitStatus != 3;
+    });
+    return refused;
+}
+
+class CheckedCases : public testing::TestWithParam<CaseFile> {};
+
+TEST_P(CheckedCases, HaveAnAdviceOfTheirOwn) {
+    const auto plugin = PluginLibrary::Load(NBSCORE_PLUGIN);
+    const DocumentCheck check = CheckDocument(plugin, GetParam().document, false);
+    ASSERT_FALSE(check.IsSound());
+    const DocumentProblem& problem = check.problems.front();
+    EXPECT_NE(problem.advice, AdviceFor(0, "", {})) << problem.code << ' ' << problem.message;
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, CheckedCases, testing::ValuesIn(RefusedDocuments()),
+                         [](const auto& parameter) { return TestNameOf(parameter.param); });
+
+}  // namespace
+}  // namespace nbscore::test
