@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "document/ElementSteps.h"
+#include "framework/Blanks.h"
 #include "framework/xml/Refusal.h"
 #include "framework/xml/Utf8.h"
 #include "translator/ElementNames.h"
@@ -16,10 +17,6 @@ namespace {
 
 using xercesc::DOMElement;
 using Elements = std::vector<DOMElement*>;
-
-bool IsBlank(XMLCh unit) {
-    return unit == 0x20 || unit == 0x09 || unit == 0x0A || unit == 0x0D;
-}
 
 XmlText Trimmed(const XmlText& text) {
     std::size_t begin = 0;

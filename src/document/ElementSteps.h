@@ -1,7 +1,6 @@
 #pragma once
 
 #include <xercesc/dom/DOMElement.hpp>
-#include <xercesc/util/XMLString.hpp>
 
 #include <string>
 #include <vector>
@@ -10,46 +9,30 @@
 #include "framework/xml/DocumentOrder.h"
 
 /// @file
-/// Small steps over a document that is to be changed. Every list is made before the first change.
+/// Small steps over a document's elements. Every list is made at once, so that the document may be changed after.
 
 namespace nbscore {
 
 using XmlText = std::basic_string<XMLCh>;
 
-inline bool IsNamed(const xercesc::DOMNode* element, const XMLCh* name) {
-    return xercesc::XMLString::equals(element->getNodeName(), name);
-}
+bool IsNamed(const xercesc::DOMNode* element, const XMLCh* name);
+/// A null text is the same as an empty one.
+bool HoldsText(const XMLCh* text, const XMLCh* other);
 
-inline bool HoldsText(const XMLCh* text, const XMLCh* other) {
-    return xercesc::XMLString::equals(text, other);
-}
+/// A name without its prefix: what stands behind the last colon.
+const XMLCh* WithoutPrefix(const XMLCh* name);
+std::string WithoutPrefix(const std::string& name);
 
-inline std::vector<xercesc::DOMElement*> ChildElements(const xercesc::DOMElement& parent) {
-    std::vector<xercesc::DOMElement*> children;
-    for (xercesc::DOMElement* child = BaseTranslator::GetFirstChildElt(&parent); child != nullptr;
-         child = BaseTranslator::GetNextSiblingElt(child)) {
-        children.push_back(child);
-    }
-    return children;
-}
-
-inline std::vector<xercesc::DOMElement*> ChildrenNamed(const xercesc::DOMElement& parent, const XMLCh* name) {
-    std::vector<xercesc::DOMElement*> children = ChildElements(parent);
-    std::erase_if(children, [name](const xercesc::DOMElement* child) { return !IsNamed(child, name); });
-    return children;
-}
-
+std::vector<xercesc::DOMElement*> ChildElements(const xercesc::DOMElement& parent);
+std::vector<xercesc::DOMElement*> ChildrenNamed(const xercesc::DOMElement& parent, const XMLCh* name);
+/// The only child element of this name, or null; throws VeskException 12 when there are two.
+const xercesc::DOMElement* OnlyChildNamed(const xercesc::DOMElement& parent, const XMLCh* name);
 /// At any depth, in document order.
-inline std::vector<xercesc::DOMElement*> DescendantsNamed(xercesc::DOMNode& top, const XMLCh* name) {
-    std::vector<xercesc::DOMElement*> found;
-    for (const xercesc::DOMNode* node = NextInDocumentOrder(&top, &top); node != nullptr;
-         node = NextInDocumentOrder(node, &top)) {
-        if (node->getNodeType() != xercesc::DOMNode::ELEMENT_NODE || !IsNamed(node, name)) continue;
-        // The walk takes and gives constant nodes; the document itself is the caller's to change.
-        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): see above
-        found.push_back(static_cast<xercesc::DOMElement*>(const_cast<xercesc::DOMNode*>(node)));
-    }
-    return found;
-}
+std::vector<xercesc::DOMElement*> DescendantsNamed(xercesc::DOMNode& top, const XMLCh* name);
+
+/// The attribute as UTF-8, or a default where it is absent.
+std::string AttributeOr(const xercesc::DOMElement& element, const XMLCh* name, const std::string& absent);
+/// The attribute as a number, or a default where it is absent; throws VeskException 9 where it is none.
+double NumberAttributeOr(const xercesc::DOMElement& element, const XMLCh* name, double absent);
 
 }  // namespace nbscore

@@ -5,7 +5,6 @@
 #include <unordered_set>
 #include <utility>
 
-#include "document/ElementChildren.h"
 #include "document/ElementSteps.h"
 #include "framework/BaseTranslator.h"
 #include "framework/xml/Refusal.h"

@@ -4,7 +4,6 @@
 
 #include <utility>
 
-#include "document/ElementChildren.h"
 #include "document/ElementSteps.h"
 #include "framework/BaseTranslator.h"
 #include "framework/xml/Refusal.h"

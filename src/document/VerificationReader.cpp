@@ -6,7 +6,6 @@
 #include <string>
 #include <utility>
 
-#include "document/ElementChildren.h"
 #include "document/ElementSteps.h"
 #include "document/ModelsRead.h"
 #include "document/OutputReader.h"

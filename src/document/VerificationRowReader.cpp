@@ -2,7 +2,8 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
-#include "document/ElementChildren.h"
+#include "document/ElementSteps.h"
+#include "framework/Blanks.h"
 #include "framework/xml/Refusal.h"
 #include "framework/xml/Utf8.h"
 
@@ -14,10 +15,6 @@ namespace {
 
 bool IsText(const DOMNode& node) {
     return node.getNodeType() == DOMNode::TEXT_NODE || node.getNodeType() == DOMNode::CDATA_SECTION_NODE;
-}
-
-bool IsBlank(const std::string& text) {
-    return text.find_first_not_of(" \t\r\n") == std::string::npos;
 }
 
 /// All text of a cell, comments left out.
@@ -43,7 +40,7 @@ VerificationRow VerificationRowReader::Read(const DOMElement& rowElement, Places
     for (const DOMNode* node = rowElement.getFirstChild(); node != nullptr; node = node->getNextSibling()) {
         if (node->getNodeType() == DOMNode::ELEMENT_NODE) {
             ReadCell(static_cast<const DOMElement&>(*node), row);
-        } else if (IsText(*node) && !IsBlank(Utf8Of(node->getNodeValue()))) {
+        } else if (IsText(*node) && !WithoutBlanks(Utf8Of(node->getNodeValue())).empty()) {
             throw RefusalAt(&rowElement, VeskException::InvalidContent,
                             "A row of test cases holds cells and no text between them.");
         }
@@ -63,7 +60,7 @@ void VerificationRowReader::ReadCell(const DOMElement& cell, VerificationRow& ro
                         "The row has two cells of the column \"" + name + "\".");
     }
     std::string text = TextOf(cell);
-    if (!IsBlank(text)) row.cells.push_back({column->second, std::move(text)});
+    if (!WithoutBlanks(text).empty()) row.cells.push_back({column->second, std::move(text)});
 }
 
 }  // namespace nbscore

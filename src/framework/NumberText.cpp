@@ -6,15 +6,10 @@
 #include <limits>
 #include <system_error>
 
+#include "framework/Blanks.h"
+
 namespace nbscore {
 namespace {
-
-std::string_view WithoutBlanks(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 /// Takes one of the characters off the front, if it stands there.
 bool TakeOneOf(std::string_view characters, std::string_view& text) {

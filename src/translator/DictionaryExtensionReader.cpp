@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "framework/BaseTranslator.h"
+#include "framework/xml/DocumentOrder.h"
 #include "framework/xml/Refusal.h"
 #include "translator/AttributeText.h"
 #include "translator/ElementNames.h"

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <vector>
-
 #include "framework/VeskException.h"
 #include "framework/XmlFwd.h"
 
@@ -17,11 +15,5 @@ bool SameText(const XMLCh* text, const XMLCh* other);
 /// its parent when there is none.
 void RequireName(const xercesc::DOMElement* element, const XMLCh* name, const xercesc::DOMElement* parent,
                  VeskException::ExceptionCode code, const char* message);
-
-/// Every element of this name below an element, at any depth, in document order.
-///
-/// Walks the elements itself: the parser's own list of them stays with the document for good, and a
-/// document's many lists are searched one by one for each new one.
-std::vector<const xercesc::DOMElement*> DescendantsNamed(const xercesc::DOMElement& ancestor, const XMLCh* name);
 
 }  // namespace nbscore

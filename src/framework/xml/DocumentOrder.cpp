@@ -1,6 +1,7 @@
 #include "framework/xml/DocumentOrder.h"
 
-#include <xercesc/dom/DOMNode.hpp>
+#include <xercesc/dom/DOMElement.hpp>
+#include <xercesc/util/XMLString.hpp>
 
 namespace nbscore {
 
@@ -9,6 +10,17 @@ const xercesc::DOMNode* NextInDocumentOrder(const xercesc::DOMNode* node, const 
     while (node != nullptr && node != top && node->getNextSibling() == nullptr)
         node = node->getParentNode();
     return node == nullptr || node == top ? nullptr : node->getNextSibling();
+}
+
+std::vector<const xercesc::DOMElement*> DescendantsNamed(const xercesc::DOMNode& top, const XMLCh* name) {
+    std::vector<const xercesc::DOMElement*> found;
+    for (const xercesc::DOMNode* node = NextInDocumentOrder(&top, &top); node != nullptr;
+         node = NextInDocumentOrder(node, &top)) {
+        if (node->getNodeType() != xercesc::DOMNode::ELEMENT_NODE) continue;
+        if (!xercesc::XMLString::equals(node->getNodeName(), name)) continue;
+        found.push_back(static_cast<const xercesc::DOMElement*>(node));
+    }
+    return found;
 }
 
 }  // namespace nbscore

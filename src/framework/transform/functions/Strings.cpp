@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "framework/Blanks.h"
 #include "framework/transform/ValueReading.h"
 #include "framework/transform/functions/CodePoints.h"
 
@@ -35,11 +36,7 @@ ExpressionValue Substring(Arguments arguments) {
 }
 
 ExpressionValue TrimBlanks(Arguments arguments) {
-    constexpr std::string_view blanks = " \t\r\n";
-    const std::string text = TextOf(arguments[0]);
-    const std::size_t first = text.find_first_not_of(blanks);
-    if (first == std::string::npos) return std::string();
-    return BoundedText(text.substr(first, text.find_last_not_of(blanks) - first + 1));
+    return BoundedText(std::string(WithoutBlanks(TextOf(arguments[0]))));
 }
 
 ExpressionValue Concatenate(Arguments arguments) {
