@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "framework/ControlCharacters.h"
+
 namespace nbscore {
 namespace {
 
@@ -22,11 +24,7 @@ std::string_view CutAtCharacter(std::string_view text, std::size_t maxBytes) {
 
 std::string QuoteForMessage(std::string_view text) {
     const std::string_view shown = CutAtCharacter(text, maxShownBytes);
-    std::string quoted = "\"";
-    for (const char character : shown) {
-        const auto code = static_cast<unsigned char>(character);
-        quoted += code < 0x20 || code == 0x7F ? '?' : character;
-    }
+    std::string quoted = '"' + MaskControls(shown);
     if (shown.size() < text.size()) quoted += "...";
     return quoted + '"';
 }

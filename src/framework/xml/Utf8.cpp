@@ -5,6 +5,8 @@
 #include <array>
 #include <cstddef>
 
+#include "framework/ControlCharacters.h"
+
 namespace nbscore {
 namespace {
 
@@ -54,10 +56,6 @@ struct EncodedCharacter {
     std::string_view Text() const { return {bytes.data(), size}; }
 };
 
-bool IsControl(char32_t character) {
-    return character < 0x20 || (character >= 0x7F && character < 0xA0);
-}
-
 }  // namespace
 
 bool AppendUtf8(std::string& utf8, const XMLCh* xmlText) {
@@ -96,12 +94,11 @@ std::string ExcerptOf(const XMLCh* xmlText) {
     std::string excerpt;
     const XMLCh* const start = xmlText;
     while (xmlText && *xmlText != 0) {
-        if (xmlText - start >= maxQuotedUnits) return excerpt + "...";
-        char32_t character = NextCharacter(xmlText);
-        if (character == brokenPair) character = replacement;
-        excerpt += EncodedCharacter(IsControl(character) ? U'?' : character).Text();
+        if (xmlText - start >= maxQuotedUnits) return MaskControls(excerpt) + "...";
+        const char32_t character = NextCharacter(xmlText);
+        excerpt += EncodedCharacter(character == brokenPair ? replacement : character).Text();
     }
-    return excerpt;
+    return MaskControls(excerpt);
 }
 
 }  // namespace nbscore

@@ -2,6 +2,7 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
+#include "framework/ControlCharacters.h"
 #include "framework/transform/ConstantExpression.h"
 #include "framework/transform/ValueReading.h"
 #include "framework/transform/functions/CodePoints.h"
@@ -14,11 +15,7 @@ namespace {
 /// For messages that quote a document: short, and nothing in it that a terminal obeys.
 std::string Quotable(std::string_view text) {
     const std::string_view start = FirstCharacters(text, maxQuotedUnits);
-    std::string quotable;
-    for (const char character : start) {
-        const bool isControl = static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
-        quotable += isControl ? '?' : character;
-    }
+    const std::string quotable = MaskControls(start);
     return start.size() < text.size() ? quotable + "..." : quotable;
 }
 

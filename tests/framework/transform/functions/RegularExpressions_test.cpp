@@ -176,9 +176,10 @@ TEST(RegularExpressions, AreRefusedWithTheDocument_WhenConstantAndUnusable) {
 }
 
 TEST(RegularExpressions, AreQuotedShortAndWithoutControlCharacters_WhenRefused) {
-    const auto refusal = RefusalOf([] { Applied("matches", Text("a") + Text("(\t" + std::string(500, 'a'))); });
+    const auto refusal = RefusalOf([] { Applied("matches", Text("a") + Text("(\t\u009B" + std::string(500, 'a'))); });
     ASSERT_TRUE(refusal);
     EXPECT_EQ(refusal->GetMessage().find('\t'), std::string::npos);
+    EXPECT_EQ(refusal->GetMessage().find("\u009B"), std::string::npos);
     EXPECT_LT(refusal->GetMessage().size(), 300U);
 }
 

@@ -1,0 +1,25 @@
+#include "framework/ControlCharacters.h"
+
+#include <gtest/gtest.h>
+
+namespace nbscore::test {
+namespace {
+
+TEST(ControlCharacters, BecomeQuestionMarks) {
+    EXPECT_EQ(MaskControls("a\nb\x1B[1m\x7F"), "a?b?[1m?");
+    EXPECT_EQ(MaskControls(std::string_view("a\0b", 3)), "a?b");
+}
+
+TEST(ControlCharacters, OfTwoBytesBecomeOneQuestionMark) {
+    EXPECT_EQ(MaskControls("\u0080a\u009B1m\u009F"), "?a?1m?");
+}
+
+TEST(ControlCharacters, AreNoOtherCharacters) {
+    const std::string text = "Maß \u00A0 \u00C2 \u2028 \U0001F600 \" ?";
+    EXPECT_EQ(MaskControls(text), text);
+    // Half a character at the end is none.
+    EXPECT_EQ(MaskControls("a\xC2"), "a\xC2");
+}
+
+}  // namespace
+}  // namespace nbscore::test
