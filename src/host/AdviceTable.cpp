@@ -64,8 +64,8 @@ constexpr Advice advices[] = {
      "Let the MiningSchema of the first sub-model predict a field that declares exactly two values."},
     {5, "Only one target *", "Let every sub-model's MiningSchema predict the same field."},
     {5, "* is not defined!",
-     "Declare the field in DataDictionary, or correct its name. A derived field is no MiningField: where a BayesInput "
-     "uses it, leave it out of MiningSchema and read the document with --adapt."},
+     "Declare the field in DataDictionary, or correct its name. A derived field is no MiningField: where a "
+     "BayesInput uses it, leave it out of MiningSchema and read the document with --adapt."},
     {5, "Target variable has to have two categories.",
      "Put BayesOutput behind MiningSchema, and let it name and count the target."},
     {5, "One or Two <TargetValueCounts> elements required!!",
@@ -74,7 +74,7 @@ constexpr Advice advices[] = {
     {5, "NaiveBayesTranslator::ParseDiscretize: cutpoints found",
      "Give the Discretize two bins at least: with fewer there is no margin between bins."},
     {5, "* is no truth value: *", "Write true or false, in lower case."},
-    {5, "\"*\" is no \"*\" of <*>: *", "Write one of the words that the message lists, exactly so."},
+    {5, R"("*" is no "*" of <*>: *)", "Write one of the words that the message lists, exactly so."},
     {5, "The regular expression * cannot be used: *", "Mend the regular expression; its syntax is that of RE2."},
     {5, "The pattern * cannot be used: *", "Mend the pattern; docs/functions.md says what the function takes."},
     {5, "The replacement * cannot be used: *", "Refer to groups that the pattern has, by $1 and so on."},
@@ -92,10 +92,9 @@ constexpr Advice advices[] = {
 
     // An input or value that the schema or dictionary does not know.
     {7, "Input not found in MiningSchema.",
-     "List the field in MiningSchema in front of BayesInputs, with the usageType active or none: no other word makes "
-     "it an "
-     "input. A derived field belongs into TransformationDictionary: --adapt lists it, and moves those of "
-     "LocalTransformations there."},
+     "List the field in MiningSchema in front of BayesInputs, with the usageType active or none: no other word "
+     "makes it an input. A derived field belongs into TransformationDictionary: --adapt lists it, and moves those "
+     "of LocalTransformations there."},
     {7, "Input value not found in DataDictionary.",
      "Declare the value in the field's DataField, spelt the same, or take its PairCounts out."},
 
@@ -104,8 +103,7 @@ constexpr Advice advices[] = {
      "Let BayesOutput name the field whose usageType in MiningSchema is predicted."},
     {8, "* is no field.",
      "Correct the name, in upper and lower case too, or declare the field. Fields of LocalTransformations are not "
-     "known "
-     "here: move them to TransformationDictionary."},
+     "known here: move them to TransformationDictionary."},
     {8, "* is no parameter of the function.",
      "Pass the value to the function as an argument: its expression sees nothing but its parameters."},
 
@@ -122,9 +120,8 @@ constexpr Advice advices[] = {
 
     // An expression or function that is not supported.
     {11, "The function * is not known.",
-     "Correct the name, define the function by a DefineFunction, or compute the field before scoring and pass it as a "
-     "column; "
-     "docs/functions.md lists the built-in functions."},
+     "Correct the name, define the function by a DefineFunction, or compute the field before scoring and pass it as "
+     "a column; docs/functions.md lists the built-in functions."},
     {11, "The expression * is not supported.",
      "Compute the field before scoring and pass it as a column; docs/expressions.md lists what is supported."},
     {11, "<TableLocator> is not supported.", "Write the table into the document, as an InlineTable."},
@@ -146,13 +143,11 @@ constexpr Advice advices[] = {
     {12, "The * is declared twice.", "Leave one declaration, or give each a name of its own."},
     {12, "The function * is defined twice.", "Leave one definition, or give each a name of its own."},
     {12, "The derived field * depends on itself.",
-     "Follow the fields that its expression reads, and those that theirs read, to the one that reads this field, and "
-     "let "
-     "that one read something else."},
+     "Follow the fields that its expression reads, and those that theirs read, to the one that reads this field, "
+     "and let that one read something else."},
     {12, "The function * calls itself.",
-     "Follow the functions that it calls, and those that they call, to the one that calls this function, and let that "
-     "one "
-     "do without."},
+     "Follow the functions that it calls, and those that they call, to the one that calls this function, and let "
+     "that one do without."},
     {12, "The function * has two parameters *", "Give each parameter a name of its own."},
     {12, "The function * takes *", "Pass as many arguments as the function takes; docs/functions.md tells them."},
     {12, "* levels deep.",

@@ -115,6 +115,15 @@ TEST_F(CheckCommandTest, RemarksOnWhatScoringDoesNotHeed) {
     EXPECT_EQ(problem.at("path"), "/PMML/NaiveBayesModel[1]/MiningSchema[1]/MiningField[2]");
 }
 
+TEST_F(CheckCommandTest, RemarksWithThePlacesOfTheOriginal_WhenADocumentIsAdapted) {
+    const std::string newer = Replaced(fruitDocument, "<DataDictionary>", "<DataDictionary><Extension name='by'/>");
+    folder.Write("both.pmml", Replaced(newer, "<MiningField name=\"weight\"",
+                                       "<MiningField name=\"weight\" missingValueReplacement=\"1\""));
+    const CommandResult result = Check({"both.pmml", "--adapt"});
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_THAT(result.out, HasSubstr("both.pmml:18:7: remark: missingValueReplacement \"1\" of the field \"weight\""));
+}
+
 TEST_F(CheckCommandTest, ChecksEveryDocument_EvenBehindABadOne) {
     folder.Write("bad.pmml", "<PMML>");
     const CommandResult result = Check({"model.pmml", "bad.pmml", "offers.pmml"});
