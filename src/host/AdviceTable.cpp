@@ -156,7 +156,8 @@ constexpr Advice advices[] = {
     {12, "The row has two cells *", "Leave one cell of each column in the row."},
     {12, "The column * is paired twice.", "Pair each column with one field."},
     {12, "An earlier row has the same keys as this one.", "Leave one row for each combination of keys."},
-    {12, "A table may hold *", "Write plain words instead of regular expressions where the words are few."},
+    {12, "The regular expressions of the document are together *",
+     "Write plain words or shorter patterns instead, or the same pattern where several do the same."},
 
     // Where a change that --adapt makes would change what the document means.
     {12, "Without the blanks around it, *",
