@@ -119,8 +119,8 @@ void ScoreCommand::DeclareTableOptions() {
               "Where a numeric field holds a text that is no number: stop with an error (the default), or take the "
               "value as missing.");
     app.add_flag("--allow-missing-fields", options.cases.allowMissingFields,
-                 "Take a field that the model needs and the table lacks as missing in every case, instead of as an "
-                 "error.");
+                 "Take a field that the model needs, as an input or to compute a derived one, and that the table lacks "
+                 "as missing in every case, instead of as an error.");
     app.add_flag("--allow-empty", options.allowEmpty,
                  "Accept a table with a header and no case; the result then has no case either.");
 }

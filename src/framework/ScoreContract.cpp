@@ -5,6 +5,7 @@
 /// where its first operation with a body outside the class stands. So there is one of each, in this library,
 /// and a dynamic_cast or a catch means the same class in every library that uses it.
 
+#include "framework/DerivedFieldSources.h"
 #include "framework/ModelSelfCheck.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/ScoreCaseRecord.h"
@@ -18,6 +19,7 @@
 #include "framework/ScoreVersionInfo.h"
 #include "framework/TransformationDictionary.h"
 
+DerivedFieldSources::~DerivedFieldSources() = default;
 ModelSelfCheck::~ModelSelfCheck() = default;
 ModelSelfDescription::~ModelSelfDescription() = default;
 ScoreCaseRecord::~ScoreCaseRecord() = default;

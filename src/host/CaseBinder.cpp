@@ -4,6 +4,7 @@
 
 #include "framework/NumberText.h"
 #include "framework/StringValue.h"
+#include "host/FieldsOfDerivedInputs.h"
 #include "host/HostError.h"
 #include "host/MessageText.h"
 
@@ -56,10 +57,13 @@ std::vector<const ScoreDictVar*> CaseBinder::CollectFields(const ScoreModel& mod
         taken.insert(field->GetName());
     }
     if (const ScoreDictVar* target = model.GetTargetVar()) taken.insert(target->GetName());
+    const auto read = FindFieldsOfDerivedInputs(model);
     for (const ScoreDictVar* field : GetVariables(model.GetDictionary())) {
         const std::string name = field->GetName();
-        if (columnsByName.contains(name) && taken.insert(name).second) fields.push_back(field);
+        const bool isWanted = read ? read->contains(name) : columnsByName.contains(name);
+        if (isWanted && taken.insert(name).second) fields.push_back(field);
     }
+    if (read) neededCount = fields.size();
     return fields;
 }
 

@@ -24,9 +24,9 @@ struct CaseBinderOptions {
 
 /// Turns the rows of a table into case records for one model.
 ///
-/// The fields that a model needs are those with the predictor role, and, where the document has derived fields,
-/// every other field of its dictionary that the table happens to have, the target aside. An empty cell is an
-/// absent value. Cells of numeric fields are read as numbers; one whose text the field declares as a missing value
+/// The fields that a model needs are those with the predictor role, and those that its derived inputs are computed
+/// from, the target aside. Of a model that does not tell what those are (FindFieldsOfDerivedInputs) every field of the
+/// dictionary that the table happens to have is taken instead. An empty cell is an absent value. Cells of numeric fields are read as numbers; one whose text the field declares as a missing value
 /// is absent. Texts are taken as they stand.
 class CaseBinder {
 public:

@@ -33,12 +33,15 @@ std::string NameKind(InputDescription::Kind kind) {
 }
 
 Json FieldToJson(const FieldDescription& field) {
-    return {{"name", field.name},
-            {"values", field.isNumeric ? "numbers" : "texts"},
-            {"continuous", field.isContinuous},
-            {"derived", field.isDerived},
-            {"role", NameRole(field.role)},
-            {"declared_values", field.declaredValues}};
+    return {
+        {"name", field.name},
+        {"values", field.isNumeric ? "numbers" : "texts"},
+        {"continuous", field.isContinuous},
+        {"derived", field.isDerived},
+        {"role", NameRole(field.role)},
+        {"declared_values", field.declaredValues},
+        {"derived_from", field.derivedFrom},
+        {"read_by_derived_inputs", field.isReadByDerivedInputs ? Json(*field.isReadByDerivedInputs) : Json(nullptr)}};
 }
 
 Json InputToJson(const InputDescription& input) {

@@ -25,12 +25,15 @@ std::string List(const Items& items, const Text& textOf) {
 
 std::string DescribeField(const FieldDescription& field) {
     std::string text = "    " + QuoteForMessage(field.name) + ": ";
-    if (field.isDerived) text += "derived, ";
+    if (field.isDerived) text += "derived";
+    if (!field.derivedFrom.empty()) text += " from " + List(field.derivedFrom, QuoteForMessage);
+    if (field.isDerived) text += ", ";
     text += field.isContinuous ? "continuous" : "categorical";
     text += field.isNumeric ? ", numbers" : ", texts";
     if (field.declaredValues > 0) text += ", " + CountedNoun(field.declaredValues, "declared value");
     if (field.role == ScoreModel::TargetRole) text += ", the target";
     if (field.role == ScoreModel::PredictorRole) text += ", an input";
+    if (field.isReadByDerivedInputs.value_or(false)) text += ", read by derived inputs";
     return text + '\n';
 }
 

@@ -4,9 +4,11 @@
 #include <utility>
 
 #include "document/SourceDocument.h"
+#include "framework/DerivedFieldSources.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/VeskException.h"
 #include "host/CheckAdvice.h"
+#include "host/FieldsOfDerivedInputs.h"
 #include "host/HostError.h"
 #include "host/LoadedModel.h"
 #include "host/ModelRemarks.h"
@@ -22,19 +24,30 @@ FieldDescription DescribeField(const ScoreModel& model, const ScoreDictVar& var,
             .isContinuous = var.GetMeasureLevel() == ScoreDictVar::Continuous,
             .isDerived = isDerived,
             .role = isDerived ? int{ScoreModel::NoRole} : model.GetVarRole(&var),
-            .declaredValues = labels == nullptr ? 0 : labels->GetValueLabels().size()};
+            .declaredValues = labels == nullptr ? 0 : labels->GetValueLabels().size(),
+            .derivedFrom = {},
+            .isReadByDerivedInputs = {}};
 }
 
 std::vector<FieldDescription> DescribeFields(const ScoreModel& model) {
     std::vector<FieldDescription> fields;
     std::vector<ScoreDictVar*> vars;
     if (model.GetDictionary() != nullptr) model.GetDictionary()->GetAllVars(vars);
-    for (const ScoreDictVar* var : vars)
+    const auto readByDerivedInputs = FindFieldsOfDerivedInputs(model);
+    for (const ScoreDictVar* var : vars) {
         fields.push_back(DescribeField(model, *var, false));
+        if (readByDerivedInputs) {
+            fields.back().isReadByDerivedInputs = readByDerivedInputs->contains(fields.back().name);
+        }
+    }
     vars.clear();
-    if (model.GetTransformationDictionary() != nullptr) model.GetTransformationDictionary()->GetDerivedVars(vars);
-    for (const ScoreDictVar* var : vars)
+    const TransformationDictionary* const derived = model.GetTransformationDictionary();
+    if (derived != nullptr) derived->GetDerivedVars(vars);
+    const auto* const sources = dynamic_cast<const DerivedFieldSources*>(derived);
+    for (const ScoreDictVar* var : vars) {
         fields.push_back(DescribeField(model, *var, true));
+        if (sources != nullptr) fields.back().derivedFrom = sources->GetFieldsRead(fields.back().name);
+    }
     return fields;
 }
 

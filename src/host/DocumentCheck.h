@@ -42,6 +42,11 @@ struct FieldDescription {
     int role = ScoreModel::NoRole;
     /// How many values it declares; 0 for none.
     std::size_t declaredValues = 0;
+    /// Of a derived field: the fields that its expression reads itself, as far as it tells.
+    std::vector<std::string> derivedFrom;
+    /// Of a data field: whether derived inputs are computed from it, directly or through other derived fields. Nothing
+    /// where that is not known.
+    std::optional<bool> isReadByDerivedInputs;
 };
 
 /// What reading a document without scoring told.

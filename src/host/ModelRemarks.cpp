@@ -1,6 +1,5 @@
 #include "host/ModelRemarks.h"
 
-#include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -76,12 +75,11 @@ private:
         }
     }
 
-    /// Derived fields may read what no input uses.
+    /// Where it is not known what derived inputs read, it may be any field.
     void LookForUnusedFields() {
-        const auto isDerived = [](const FieldDescription& field) { return field.isDerived; };
-        if (std::ranges::any_of(check.fields, isDerived)) return;
         for (const FieldDescription& field : check.fields) {
             if (field.role != ScoreModel::PredictorRole || usedFields.contains(field.name)) continue;
+            if (field.isReadByDerivedInputs.value_or(true)) continue;
             Add("The field " + QuoteForMessage(field.name) +
                     " is active, but no input uses it; tables must have it all the same.",
                 "Take it out of MiningSchema, or make its usageType supplementary.");

@@ -4,6 +4,8 @@
 
 #include "FakeModel.h"
 #include "Message.h"
+#include "framework/DerivedFieldSources.h"
+#include "framework/ModelSelfDescription.h"
 #include "host/HostError.h"
 
 namespace nbscore::test {
@@ -20,6 +22,36 @@ public:
     }
     void GetDerivedVars(std::vector<ScoreDictVar*>& vars) const override { vars.clear(); }
     ScoreDictVar* GetVar(const std::string&) const override { return nullptr; }
+};
+
+/// Derived fields that tell what they are computed from: "level" from the weight and "ratio", which reads the height and
+/// the target, and "idle", which no input uses, from the width.
+class TellingDerivedFields : public NoDerivedFields, public DerivedFieldSources {
+public:
+    ScoreDictVar* GetVar(const std::string& name) const override {
+        return GetFieldsRead(name).empty() ? nullptr : variable.get();
+    }
+    std::vector<std::string> GetFieldsRead(const std::string& derivedField) const override {
+        if (derivedField == "level") return {"weight", "ratio"};
+        if (derivedField == "ratio") return {"height", "survived"};
+        if (derivedField == "idle") return {"width"};
+        return {};
+    }
+
+private:
+    std::unique_ptr<ScoreDictVar> variable = MakeNumberField("any");
+};
+
+/// A model that tells its inputs.
+class DescribedModel : public FakeModel, public ModelSelfDescription {
+public:
+    ModelDescription Describe() const override {
+        ModelDescription description;
+        for (const char* name : {"age", "level"}) {
+            description.classifiers.emplace_back().inputs.emplace_back().name = name;
+        }
+        return description;
+    }
 };
 
 class CaseBinderTest : public testing::Test {
@@ -188,6 +220,46 @@ TEST_F(CaseBinderTest, OtherFieldsMayLack_WhenThereAreDerivedFields) {
     model.SetTransformationScoreDictionary(new NoDerivedFields);
     CaseBinder binder = Bind({"age", "sex"});
     EXPECT_EQ(binder.Bind(Cells{"3", "m"}, 2).GetVarIndex("weight"), -1);
+}
+
+class DerivedInputs : public testing::Test {
+protected:
+    DerivedInputs() {
+        model.AddField(MakeNumberField("height"), ScoreModel::NoRole);
+        model.AddField(MakeNumberField("width"), ScoreModel::NoRole);
+        model.AddField(MakeNumberField("weight"), ScoreModel::NoRole);
+        model.AddField(MakeTextField("survived", {"no", "yes"}), ScoreModel::TargetRole);
+        model.AddField(MakeNumberField("age"), ScoreModel::PredictorRole);
+        model.SetTransformationScoreDictionary(new TellingDerivedFields);
+    }
+
+    std::string GetHeaderFault(const std::vector<std::string>& header) {
+        return GetMessageOf<CaseDataError>([this, &header] { CaseBinder(model, header, "t.csv", {}); });
+    }
+
+    DescribedModel model;
+};
+
+TEST_F(DerivedInputs, NeedWhatTheyAreComputedFrom) {
+    EXPECT_EQ(GetHeaderFault({"age", "weight"}),
+              "t.csv:1: the header lacks the column \"height\", which the model needs");
+    EXPECT_EQ(GetHeaderFault({"Age"}),
+              "t.csv:1: the header lacks the columns \"age\", \"height\", \"weight\", which the model needs");
+}
+
+TEST_F(DerivedInputs, AreMissingInEveryCase_WhenWhatTheyNeedMayLack) {
+    CaseBinder binder(model, {"age", "weight"}, "t.csv", {.badValues = BadValues::Stop, .allowMissingFields = true});
+    const ScoreCaseRecord& record = binder.Bind(Cells{"1", "80"}, 2);
+    EXPECT_EQ(GetNumber(record, "weight"), 80.0);
+    EXPECT_EQ(record.GetValueByName("height"), nullptr);
+}
+
+TEST_F(DerivedInputs, LeaveColumnsAlone_ThatNoneOfThemIsComputedFrom) {
+    CaseBinder binder(model, {"width", "survived", "age", "weight", "height"}, "t.csv", {});
+    const ScoreCaseRecord& record = binder.Bind(Cells{"wide", "yes", "1", "80", "2"}, 2);
+    EXPECT_EQ(GetNumber(record, "height"), 2.0);
+    EXPECT_EQ(record.GetVarIndex("width"), -1);
+    EXPECT_EQ(record.GetVarIndex("survived"), -1);
 }
 
 TEST(CaseBinder, RecordIsEmpty_WhenTheModelNeedsNothing) {

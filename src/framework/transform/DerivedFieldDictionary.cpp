@@ -27,4 +27,16 @@ ScoreDictVar* DerivedFieldDictionary::GetVar(const std::string& name) const {
     return derived->variables.GetVar(name);
 }
 
+std::vector<std::string> DerivedFieldDictionary::GetFieldsRead(const std::string& derivedField) const {
+    const auto found = derived->positionsByName.find(derivedField);
+    if (found == derived->positionsByName.end()) return {};
+    const DerivedField& field = derived->fields[found->second];
+    std::vector<std::string> names;
+    for (const std::size_t input : field.inputs)
+        names.push_back(derived->inputs[input].name);
+    for (const std::size_t dependency : field.dependencies)
+        names.push_back(derived->fields[dependency].variable->GetName());
+    return names;
+}
+
 }  // namespace nbscore

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "framework/DerivedFieldSources.h"
 #include "framework/TransformationDictionary.h"
 #include "framework/transform/DerivedFields.h"
 #include "framework/transform/DerivedRecordPool.h"
@@ -11,7 +12,7 @@
 namespace nbscore {
 
 /// The derived fields of a document, ready to be computed.
-class DerivedFieldDictionary : public TransformationDictionary {
+class DerivedFieldDictionary : public TransformationDictionary, public DerivedFieldSources {
 public:
     explicit DerivedFieldDictionary(std::unique_ptr<const DerivedFields> derivedFields);
 
@@ -21,6 +22,8 @@ public:
                                                   const ScoreDictionary* dictionary) override;
     void GetDerivedVars(std::vector<ScoreDictVar*>& vars) const override;
     ScoreDictVar* GetVar(const std::string& name) const override;
+
+    std::vector<std::string> GetFieldsRead(const std::string& derivedField) const override;
 
 private:
     std::unique_ptr<const DerivedFields> derived;

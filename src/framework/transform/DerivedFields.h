@@ -24,6 +24,8 @@ struct DerivedField {
     std::vector<std::size_t> dependencies;
     /// How many these are. The others stand in arguments that are not always evaluated.
     std::size_t alwaysNeeded = 0;
+    /// Positions of the data fields that the function reads, each once.
+    std::vector<std::size_t> inputs;
     /// How deep its expression nests, the functions that it calls counted in.
     std::size_t levels = 0;
 };

@@ -17,25 +17,41 @@ ValueKind KindOf(const ScoreDictVar& variable) {
 
 FieldScope::FieldScope(DerivedFields& derivedFields, const ScoreDictionary* dataDictionary,
                        const Transcoder& textTranscoder)
-    : derived(derivedFields), dictionary(dataDictionary), transcoder(textTranscoder) {
-    always.lastReaders.resize(derivedFields.fields.size(), 0);
-    inBranches.lastReaders.resize(derivedFields.fields.size(), 0);
+    : derived(derivedFields), dictionary(dataDictionary), transcoder(textTranscoder) {}
+
+void FieldScope::Readings::Begin(std::size_t derivedField) {
+    reader = derivedField + 1;
+    positions.clear();
+}
+
+bool FieldScope::Readings::Has(std::size_t position) const {
+    return position < lastReaders.size() && lastReaders[position] == reader;
+}
+
+void FieldScope::Readings::Note(std::size_t position) {
+    // Not looked for among the positions, so that a field that reads much does not take the square of it.
+    if (Has(position)) return;
+    if (position >= lastReaders.size()) lastReaders.resize(position + 1, 0);
+    lastReaders[position] = reader;
+    positions.push_back(position);
 }
 
 void FieldScope::EnterField(std::size_t derivedField) {
     field = derivedField;
     function = nullptr;
     cost = {};
-    always.fields.clear();
-    inBranches.fields.clear();
+    inputs.Begin(derivedField);
+    fieldsAlways.Begin(derivedField);
+    fieldsInBranches.Begin(derivedField);
 }
 
 void FieldScope::FinishField() {
     DerivedField& finished = derived.fields[field];
-    finished.dependencies = always.fields;
-    finished.alwaysNeeded = always.fields.size();
-    for (const std::size_t position : inBranches.fields) {
-        if (always.lastReaders[position] != field + 1) finished.dependencies.push_back(position);
+    finished.inputs = inputs.GetPositions();
+    finished.dependencies = fieldsAlways.GetPositions();
+    finished.alwaysNeeded = finished.dependencies.size();
+    for (const std::size_t position : fieldsInBranches.GetPositions()) {
+        if (!fieldsAlways.Has(position)) finished.dependencies.push_back(position);
     }
 }
 
@@ -68,9 +84,7 @@ FieldReference FieldScope::ResolveParameter(const xercesc::DOMElement* element, 
 }
 
 FieldReference FieldScope::ResolveDerived(std::size_t position) {
-    Readings& readings = branches > 0 ? inBranches : always;
-    if (readings.lastReaders[position] != field + 1) readings.fields.push_back(position);
-    readings.lastReaders[position] = field + 1;
+    (branches > 0 ? fieldsInBranches : fieldsAlways).Note(position);
     return {FieldReference::DerivedFields, position, KindOf(*derived.fields[position].variable)};
 }
 
@@ -80,6 +94,7 @@ FieldReference FieldScope::ResolveInput(const std::string& name, const ScoreDict
         derived.inputs.push_back(
             {name, std::unique_ptr<const ScoreDictVar>(variable.Clone()), DeclaredValidity(variable)});
     }
+    inputs.Note(entry->second);
     return {FieldReference::CaseRecord, entry->second, KindOf(variable)};
 }
 

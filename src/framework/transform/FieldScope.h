@@ -55,11 +55,20 @@ public:
     };
 
 private:
-    /// Derived fields that the one at hand reads, each once.
-    struct Readings {
-        std::vector<std::size_t> fields;
-        /// By derived field: the last one that was found to read it, counted from 1.
+    /// What the derived field at hand reads.
+    class Readings {
+    public:
+        void Begin(std::size_t derivedField);
+        void Note(std::size_t position);
+        bool Has(std::size_t position) const;
+        /// Each once, in the order in which they were first noted.
+        const std::vector<std::size_t>& GetPositions() const { return positions; }
+
+    private:
+        std::vector<std::size_t> positions;
+        /// By position: the last derived field that was found to read it, counted from 1.
         std::vector<std::size_t> lastReaders;
+        std::size_t reader = 0;
     };
 
     FieldReference ResolveParameter(const xercesc::DOMElement* element, const XMLCh* xmlName, const std::string& name);
@@ -71,9 +80,10 @@ private:
     const Transcoder& transcoder;
     std::unordered_map<std::string, std::size_t> inputPositions;
     std::size_t field = 0;
-    Readings always;
-    Readings inBranches;
-    /// How many of them are open.
+    Readings inputs;
+    Readings fieldsAlways;
+    Readings fieldsInBranches;
+    /// How many branches are open.
     int branches = 0;
     /// Null while a derived field's expression is read.
     const UserFunction* function = nullptr;

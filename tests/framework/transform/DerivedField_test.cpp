@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "framework/BaseDictVar.h"
+#include "framework/DerivedFieldSources.h"
 #include "framework/transform/DerivedDocument.h"
 
 namespace {
@@ -42,6 +43,28 @@ TEST(DerivedFields, AreVariablesInDocumentOrder_WhenDeclared) {
     EXPECT_EQ(vars[1]->GetValueLabelSet()->GetValueLabels().size(), 2u);
     EXPECT_EQ(dynamic_cast<BaseDictVar&>(*vars[1]).GetDisplayName(), "A");
     EXPECT_EQ(document.derived->GetVar("x"), nullptr);
+}
+
+TEST(DerivedFields, TellWhatTheyReadThemselves) {
+    const DerivedDocument document(
+        caseFields,
+        "<DerivedField name='mixed' optype='continuous' dataType='double'><Apply function='+'>"
+        "<Apply function='+'><FieldRef field='x'/><FieldRef field='copy'/></Apply>"
+        "<Apply function='+'><FieldRef field='x'/><FieldRef field='copy'/></Apply></Apply></DerivedField>" +
+            Copy("copy", "x") + Copy("of text", "s") +
+            "<DerivedField name='mapped' optype='categorical' dataType='string'><MapValues "
+            "outputColumn='out'><FieldColumnPair field='x' column='a'/><FieldColumnPair field='s' column='b'/>"
+            "<InlineTable/></MapValues></DerivedField>"
+            "<DerivedField name='fixed' optype='continuous' dataType='double'><Constant>1</Constant>"
+            "</DerivedField>");
+    const auto& sources = dynamic_cast<const DerivedFieldSources&>(*document.derived);
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(sources.GetFieldsRead("mixed"), (Names{"x", "copy"}));
+    EXPECT_EQ(sources.GetFieldsRead("copy"), (Names{"x"}));
+    EXPECT_EQ(sources.GetFieldsRead("of text"), (Names{"s"}));
+    EXPECT_EQ(sources.GetFieldsRead("mapped"), (Names{"x", "s"}));
+    EXPECT_EQ(sources.GetFieldsRead("fixed"), Names{});
+    EXPECT_EQ(sources.GetFieldsRead("x"), Names{});
 }
 
 TEST(DerivedFields, AreNone_WhenTheElementIsEmpty) {

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <unordered_set>
+
+#include "framework/ScoreModel.h"
+
+namespace nbscore {
+
+/// The names of the data fields that a model's inputs are computed from where they are derived, directly or through
+/// other derived fields; those that only derived fields read which no input uses are not among them.
+///
+/// Nothing where that is not known: the model has derived fields that are no DerivedFieldSources, or is no
+/// ModelSelfDescription itself. Takes the time of a ModelSelfDescription where there are derived fields.
+std::optional<std::unordered_set<std::string>> FindFieldsOfDerivedInputs(const ScoreModel& model);
+
+}  // namespace nbscore

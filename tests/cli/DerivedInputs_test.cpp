@@ -1,0 +1,105 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/CommandTest.h"
+
+namespace nbscore::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr const char* derivedFields = R"(
+  <TransformationDictionary>
+    <DerivedField name="density" optype="continuous" dataType="double">
+      <Apply function="/"><FieldRef field="weight"/><FieldRef field="size" mapMissingTo="2"/></Apply>
+    </DerivedField>
+    <DerivedField name="size" optype="continuous" dataType="double"><FieldRef field="volume"/></DerivedField>
+    <DerivedField name="unused" optype="continuous" dataType="double"><FieldRef field="price"/></DerivedField>
+  </TransformationDictionary>)";
+
+/// The model of fruits, with the weight by volume in the place of the weight.
+std::string DocumentOfDensity() {
+    std::string text = Replace(fruitDocument, "</DataDictionary>",
+                               "<DataField name=\"volume\" optype=\"continuous\" dataType=\"double\"/>"
+                               "<DataField name=\"price\" optype=\"continuous\" dataType=\"double\"/>"
+                               "</DataDictionary>" +
+                                   std::string(derivedFields));
+    text = Replace(text, "<MiningField name=\"weight\"/>",
+                   "<MiningField name=\"weight\"/><Extension extender=\"scoring.nbscore\" name=\"DerivedFields\">"
+                   "<MiningField name=\"density\"/></Extension>");
+    return Replace(text, "<BayesInput fieldName=\"weight\">", "<BayesInput fieldName=\"density\">");
+}
+
+class DerivedInputsTest : public CommandTest {
+protected:
+    DerivedInputsTest() { folder.Write("density.pmml", DocumentOfDensity()); }
+
+    CommandResult Score(const std::string& cases, const std::vector<std::string>& more = {}) const {
+        std::vector<std::string> arguments = {"score", "density.pmml", "--only-scores"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return Run(arguments, cases);
+    }
+};
+
+TEST_F(DerivedInputsTest, NeedTheColumnsThatTheyAreComputedFrom) {
+    EXPECT_EQ(Score("colour,weight,volume\nred,400,2\n").exitStatus, 0);
+    const CommandResult misspelt = Score("colour,Weight,Volume\nred,400,2\n");
+    EXPECT_EQ(misspelt.exitStatus, 1);
+    EXPECT_EQ(misspelt.out, "");
+    EXPECT_THAT(misspelt.err, HasSubstr("standard input:1: the header lacks the columns \"weight\", \"volume\", which "
+                                        "the model needs"));
+}
+
+TEST_F(DerivedInputsTest, AreComputedWithMissingFields_WhenThatIsAllowed) {
+    const CommandResult lacking = Score("colour,weight\nred,400\n", {"--allow-missing-fields"});
+    EXPECT_EQ(lacking.exitStatus, 0);
+    EXPECT_EQ(lacking.out, Score("colour,weight,volume\nred,400,\n").out);
+    EXPECT_NE(lacking.out, Score("colour,weight,volume\nred,400,4\n").out);
+}
+
+TEST_F(DerivedInputsTest, AreVerifiedWithMissingFields_WhenTheTestCasesLeaveThemOut) {
+    const std::string prediction = Score("colour,weight,volume\nred,200,\n").out;
+    const std::string confidence = prediction.substr(prediction.find("\napple,") + 7).substr(0, 10);
+    folder.Write(
+        "verified.pmml",
+        Replace(DocumentOfDensity(), "</NaiveBayesModel>",
+                "<ModelVerification><VerificationFields><VerificationField field=\"colour\"/><VerificationField "
+                "field=\"weight\"/><VerificationField field=\"confidence\"/></VerificationFields><InlineTable>"
+                "<row><colour>red</colour><weight>200</weight><confidence>" +
+                    confidence + "</confidence></row></InlineTable></ModelVerification></NaiveBayesModel>"));
+    const CommandResult result = Run({"verify", "verified.pmml"});
+    EXPECT_EQ(result.exitStatus, 0) << result.out << result.err;
+    EXPECT_THAT(result.out, HasSubstr("1 row, 1 cell checked, all agree"));
+}
+
+TEST_F(DerivedInputsTest, AreToldByCheck_WithWhatTheyAreComputedFrom) {
+    const CommandResult result = Run({"check", "density.pmml"});
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_THAT(result.out, HasSubstr("    \"weight\": continuous, numbers, an input, read by derived inputs\n"));
+    EXPECT_THAT(result.out, HasSubstr("    \"volume\": continuous, numbers, read by derived inputs\n"));
+    EXPECT_THAT(result.out, HasSubstr("    \"price\": continuous, numbers\n"));
+    EXPECT_THAT(result.out, HasSubstr("    \"density\": derived from \"weight\", \"size\", continuous, numbers\n"));
+    EXPECT_THAT(result.out, Not(HasSubstr("remark")));
+
+    const CommandResult json = Run({"check", "density.pmml", "--format", "json"});
+    const auto fields = nlohmann::json::parse(json.out).at("documents").at(0).at("fields");
+    EXPECT_EQ(fields.at(3).at("name"), "volume");
+    EXPECT_EQ(fields.at(3).at("read_by_derived_inputs"), true);
+    EXPECT_EQ(fields.at(4).at("read_by_derived_inputs"), false);
+    EXPECT_EQ(fields.at(5).at("derived_from"), (std::vector<std::string>{"weight", "size"}));
+    EXPECT_EQ(fields.at(5).at("read_by_derived_inputs"), nullptr);
+}
+
+TEST_F(DerivedInputsTest, AreNoReasonToKeepAnActiveField_ThatNoneOfThemIsComputedFrom) {
+    folder.Write("density.pmml", Replace(DocumentOfDensity(), "<MiningField name=\"weight\"/>",
+                                         "<MiningField name=\"price\"/><MiningField name=\"volume\"/>"));
+    const CommandResult result = Run({"check", "density.pmml"});
+    EXPECT_THAT(result.out, HasSubstr("remark: The field \"price\" is active, but no input uses it"));
+    EXPECT_THAT(result.out, Not(HasSubstr("The field \"volume\"")));
+}
+
+}  // namespace
+}  // namespace nbscore::test
