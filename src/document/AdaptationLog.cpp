@@ -4,11 +4,19 @@
 #include <tuple>
 #include <utility>
 
+#include "framework/xml/Refusal.h"
+
 namespace nbscore {
 
 void AdaptationLog::Note(const xercesc::DOMNode* element, const std::string& change) {
     const ElementPlaces::Mark mark = keeper.MarkOf(element);
     adaptations.push_back({{.source = {}, .line = mark.line, .column = mark.column, .elementPath = {}}, change});
+}
+
+VeskException AdaptationLog::Refusal(const xercesc::DOMNode* element, const std::string& message) {
+    // The places still are those of the document as it was: what changed has moved them.
+    keeper.Settle();
+    return RefusalAt(element, VeskException::InconsistentDocument, message);
 }
 
 std::vector<Adaptation> AdaptationLog::Finish() {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "document/Adaptation.h"
+#include "framework/VeskException.h"
 #include "framework/XmlFwd.h"
 #include "framework/xml/PlaceKeeper.h"
 
@@ -16,6 +17,9 @@ public:
     explicit AdaptationLog(xercesc::DOMDocument& document) : keeper(document) {}
 
     void Note(const xercesc::DOMNode* element, const std::string& change);
+
+    /// VeskException 12 with the place where the element stood.
+    VeskException Refusal(const xercesc::DOMNode* element, const std::string& message);
 
     /// To be called once, when all changes are done: puts the document's places right, and answers the changes in
     /// document order.

@@ -6,9 +6,8 @@
 #include <string>
 #include <utility>
 
+#include "document/Blanks.h"
 #include "document/ElementSteps.h"
-#include "framework/Blanks.h"
-#include "framework/xml/Refusal.h"
 #include "framework/xml/Utf8.h"
 #include "translator/ElementNames.h"
 
@@ -18,16 +17,6 @@ namespace {
 using xercesc::DOMElement;
 using Elements = std::vector<DOMElement*>;
 
-XmlText Trimmed(const XmlText& text) {
-    std::size_t begin = 0;
-    std::size_t end = text.size();
-    while (begin < end && IsBlank(text[begin]))
-        ++begin;
-    while (end > begin && IsBlank(text[end - 1]))
-        --end;
-    return text.substr(begin, end - begin);
-}
-
 /// Takes the blanks off one attribute of elements that stand beside one another and are told apart by it.
 void TrimAll(const Elements& elements, const XMLCh* attributeName, AdaptationLog& log) {
     std::map<XmlText, XmlText> originals;
@@ -35,12 +24,11 @@ void TrimAll(const Elements& elements, const XMLCh* attributeName, AdaptationLog
         const XMLCh* value = BaseTranslator::GetAttribute(element, attributeName);
         if (value == nullptr) continue;
         const XmlText original = value;
-        const XmlText trimmed = Trimmed(original).empty() ? original : Trimmed(original);
+        const XmlText trimmed = WithoutBlanks(value);
         const auto known = originals.emplace(trimmed, original).first;
         if (known->second != original) {
-            throw RefusalAt(element, VeskException::InconsistentDocument,
-                            "Without the blanks around it, \"" + ExcerptOf(value) + "\" would be the same as \"" +
-                                ExcerptOf(known->second.c_str()) + "\".");
+            throw log.Refusal(element, "Without the blanks around it, \"" + ExcerptOf(value) +
+                                           "\" would be the same as \"" + ExcerptOf(known->second.c_str()) + "\".");
         }
         if (trimmed == original) continue;
         log.Note(element, "the blanks around " + Utf8Of(attributeName) + " \"" + ExcerptOf(value) + "\" are taken off");

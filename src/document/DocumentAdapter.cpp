@@ -5,6 +5,7 @@
 #include "document/AdaptationLog.h"
 #include "document/BlankRemoval.h"
 #include "document/ElementSteps.h"
+#include "document/LocalFields.h"
 #include "document/MeaninglessElements.h"
 #include "document/ModelsRead.h"
 #include "document/SchemaAdapter.h"
@@ -31,6 +32,7 @@ std::vector<Adaptation> AdaptDocument(xercesc::DOMDocument& document) {
     AdaptationLog log(document);
     const ModelsRead models = FindModelsRead(document);
     LeaveMeaninglessElementsOut(document, models, log);
+    MoveLocalFields(document, models, log);
     TakeBlanksOff(document, models, log);
     AdaptSchemas(document, models, log);
     NameSubModels(models, log);

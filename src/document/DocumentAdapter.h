@@ -11,6 +11,7 @@ namespace nbscore {
 ///
 /// - `usageType="target"` becomes `predicted`;
 /// - a BayesOutput without `fieldName` gets the one target of its model's schema;
+/// - derived fields in a model's LocalTransformations that its inputs need move to the TransformationDictionary;
 /// - a BayesInput over a derived field that the schema does not list gets listed, as the plug-in wants it;
 /// - blanks around names and category values go, in documents without derived fields;
 /// - elements that the standard allows and that mean nothing for scoring go: Extension and Taxonomy in DataDictionary,

@@ -5,7 +5,6 @@
 #include <set>
 
 #include "document/ElementSteps.h"
-#include "framework/xml/Refusal.h"
 #include "framework/xml/Utf8.h"
 #include "translator/ElementNames.h"
 #include "translator/VendorExtension.h"
@@ -69,9 +68,9 @@ private:
         if (BaseTranslator::GetAttribute(&output, attribute::fieldName) != nullptr) return;
         const Names targets = FindTargets();
         if (targets.size() != 1) {
-            throw RefusalAt(&output, VeskException::InconsistentDocument,
-                            targets.empty() ? "The output names no field, and its model's schema has no target."
-                                            : "The output names no field, and its model's schema has several targets.");
+            throw log.Refusal(&output, targets.empty()
+                                           ? "The output names no field, and its model's schema has no target."
+                                           : "The output names no field, and its model's schema has several targets.");
         }
         const XmlText& name = *targets.begin();
         log.Note(&output, "fieldName is \"" + ExcerptOf(name.c_str()) + "\", the schema's target");

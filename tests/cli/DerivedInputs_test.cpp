@@ -101,5 +101,43 @@ TEST_F(DerivedInputsTest, AreNoReasonToKeepAnActiveField_ThatNoneOfThemIsCompute
     EXPECT_THAT(result.out, Not(HasSubstr("The field \"volume\"")));
 }
 
+/// The model of fruits as newer producers write it: the derived fields stand in the model.
+std::string DocumentOfLocalDensity() {
+    std::string text = DocumentOfDensity();
+    const std::size_t begin = text.find("<TransformationDictionary>");
+    const std::string end = "</TransformationDictionary>";
+    const std::size_t length = text.find(end) + end.size() - begin;
+    const std::string fields = text.substr(begin, length);
+    text.erase(begin, length);
+    const std::string local = Replace(Replace(fields, "<Tra", "<LocalTra"), "</Tra", "</LocalTra");
+    text =
+        Replace(text, "<BayesInputs>", Replace(Replace(local, "Dictionary", "s"), "Dictionary", "s") + "<BayesInputs>");
+    return Replace(text,
+                   "<Extension extender=\"scoring.nbscore\" name=\"DerivedFields\"><MiningField name=\"density\"/>"
+                   "</Extension>",
+                   "");
+}
+
+TEST_F(DerivedInputsTest, AreReadFromTheModel_WhenItIsAdapted) {
+    const std::string cases = "colour,weight,volume\nred,400,2\ngreen,290,\n";
+    const CommandResult expected = Score(cases);
+    folder.Write("density.pmml", DocumentOfLocalDensity());
+    EXPECT_EQ(Score(cases).exitStatus, 3);
+    const CommandResult adapted = Score(cases, {"--adapt"});
+    EXPECT_EQ(adapted.exitStatus, 0);
+    EXPECT_EQ(adapted.out, expected.out);
+    EXPECT_THAT(adapted.err, HasSubstr("note: density.pmml:23:5: adapted: the derived field \"density\" is moved from "
+                                       "LocalTransformations to the TransformationDictionary\n"));
+    EXPECT_THAT(adapted.err, Not(HasSubstr("unused")));
+    EXPECT_THAT(Run({"check", "density.pmml"}).out, HasSubstr("do: Read it with --adapt"));
+}
+
+TEST_F(DerivedInputsTest, AreRefusedWhereTheyStood_WhenTheyAreMoved) {
+    folder.Write("density.pmml", Replace(DocumentOfLocalDensity(), "function=\"/\"", "function=\"divided\""));
+    const CommandResult result = Score("colour,weight,volume\nred,400,2\n", {"--adapt"});
+    EXPECT_EQ(result.exitStatus, 3);
+    EXPECT_THAT(result.err, HasSubstr("density.pmml:24:7: error 11: "));
+}
+
 }  // namespace
 }  // namespace nbscore::test

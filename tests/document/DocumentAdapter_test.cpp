@@ -2,14 +2,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMLSSerializer.hpp>
 
-#include <sstream>
-
-#include "framework/VeskException.h"
-#include "framework/xml/ParsedDocument.h"
-#include "support/XmlText.h"
+#include "AdaptedDocument.h"
 
 namespace nbscore::test {
 namespace {
@@ -18,33 +12,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
-
-struct Adapted {
-    /// LINE: what was done.
-    std::vector<std::string> changes;
-    std::string text;
-};
-
-Adapted Adapt(const std::string& text) {
-    std::istringstream stream(text);
-    const ParsedDocument document = ParseDocument(stream);
-    Adapted adapted;
-    for (const Adaptation& adaptation : AdaptDocument(*document))
-        adapted.changes.push_back(std::to_string(adaptation.place.line) + ": " + adaptation.change);
-    adapted.text = XmlTextOf(*document);
-    return adapted;
-}
-
-/// "LINE: MESSAGE" of the refusal.
-std::string GetRefusal(const std::string& text) {
-    try {
-        Adapt(text);
-    } catch (const VeskException& refusal) {
-        EXPECT_EQ(refusal.GetCode(), VeskException::InconsistentDocument);
-        return std::to_string(refusal.GetPlace().line) + ": " + refusal.GetMessage();
-    }
-    return "adapted";
-}
 
 /// A document with this in its dictionary, and these model elements, on lines 3 and up.
 std::string Document(const std::string& dictionary, const std::string& models) {
@@ -184,6 +151,15 @@ TEST(DocumentAdapter, RefusesToMakeTwoValuesOne) {
               "4: Without the blanks around it, \"a\" would be the same as \" a\".");
     EXPECT_EQ(GetRefusal(Document("<DataField name='x'><Value value='a'/><Value value='a'/></DataField>", "")),
               "adapted");
+}
+
+TEST(DocumentAdapter, RefusesAtThePlaceInTheOriginal_WhateverWasChangedBefore) {
+    EXPECT_EQ(GetRefusal(Document("<Extension/><Extension/><Taxonomy/>\n<DataField name='x'/>\n<DataField name='x '/>",
+                                  "<NaiveBayesModel/>")),
+              "4: Without the blanks around it, \"x \" would be the same as \"x\".");
+    EXPECT_EQ(GetRefusal(Document("<Extension/>\n<Extension/>\n<Taxonomy/>",
+                                  "<NaiveBayesModel>\n<BayesOutput/></NaiveBayesModel>")),
+              "6: The output names no field, and its model's schema has no target.");
 }
 
 TEST(DocumentAdapter, TakesTimeInProportion_WhenVeryManyThingsChange) {

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "document/ElementSteps.h"
+
+namespace nbscore {
+
+/// A text without the blanks (space, tab, line ends) at both ends. One of nothing but blanks stays as it is.
+XmlText WithoutBlanks(const XMLCh* text);
+
+}  // namespace nbscore
