@@ -11,7 +11,8 @@ namespace {
 
 void Tell(Console& console, const std::string& document, const Adaptation& adaptation) {
     console.messages << "note: " << MakePrintable(document) << ':' << adaptation.place.line << ':'
-                     << adaptation.place.column << ": adapted: " << MakePrintable(adaptation.change) << '\n';
+                     << adaptation.place.column << (adaptation.isMade ? ": adapted: " : ": not adapted: ")
+                     << MakePrintable(adaptation.change) << '\n';
 }
 
 }  // namespace

@@ -6,11 +6,12 @@
 
 namespace nbscore {
 
-/// One change that was made to a document before it was read.
+/// One change that was made to a document before it was read, or was not made although others like it were.
 struct Adaptation {
     DocumentPlace place;
-    /// What was done, as a sentence for people.
+    /// What was done, or what stays and why, as a sentence for people.
     std::string change;
+    bool isMade = true;
 };
 
 }  // namespace nbscore

@@ -9,8 +9,16 @@
 namespace nbscore {
 
 void AdaptationLog::Note(const xercesc::DOMNode* element, const std::string& change) {
+    Add(element, change, true);
+}
+
+void AdaptationLog::NoteWhatStays(const xercesc::DOMNode* element, const std::string& reason) {
+    Add(element, reason, false);
+}
+
+void AdaptationLog::Add(const xercesc::DOMNode* element, const std::string& text, bool isMade) {
     const ElementPlaces::Mark mark = keeper.MarkOf(element);
-    adaptations.push_back({{.source = {}, .line = mark.line, .column = mark.column, .elementPath = {}}, change});
+    adaptations.push_back({{.source = {}, .line = mark.line, .column = mark.column, .elementPath = {}}, text, isMade});
 }
 
 VeskException AdaptationLog::Refusal(const xercesc::DOMNode* element, const std::string& message) {

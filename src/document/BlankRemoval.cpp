@@ -3,13 +3,16 @@
 #include <xercesc/dom/DOMDocument.hpp>
 
 #include <map>
+#include <set>
 #include <string>
-#include <utility>
 
 #include "document/Blanks.h"
 #include "document/ElementSteps.h"
+#include "document/FieldBlanks.h"
+#include "document/FieldMentions.h"
 #include "framework/xml/Utf8.h"
 #include "translator/ElementNames.h"
+#include "translator/VendorExtension.h"
 
 namespace nbscore {
 namespace {
@@ -36,41 +39,10 @@ void TrimAll(const Elements& elements, const XMLCh* attributeName, AdaptationLog
     }
 }
 
-/// Of counts: a category is told apart within its own list.
-void TrimCounts(const DOMElement& countsParent, AdaptationLog& log) {
-    for (const DOMElement* counts : ChildrenNamed(countsParent, element::targetValueCounts))
-        TrimAll(ChildrenNamed(*counts, element::targetValueCount), attribute::value, log);
-}
-
-void TrimInputs(const DOMElement& inputs, AdaptationLog& log) {
-    const Elements all = ChildrenNamed(inputs, element::bayesInput);
-    for (DOMElement* input : all) {
-        TrimAll({input}, attribute::fieldName, log);
-        const Elements pairs = ChildrenNamed(*input, element::pairCounts);
-        TrimAll(pairs, attribute::value, log);
-        for (const DOMElement* pair : pairs)
-            TrimCounts(*pair, log);
-    }
-}
-
-void TrimModel(const DOMElement& model, AdaptationLog& log) {
-    for (const DOMElement* schema : ChildrenNamed(model, element::miningSchema))
-        TrimAll(ChildrenNamed(*schema, element::miningField), attribute::name, log);
-    for (const DOMElement* inputs : ChildrenNamed(model, element::bayesInputs))
-        TrimInputs(*inputs, log);
-    for (DOMElement* output : ChildrenNamed(model, element::bayesOutput)) {
-        TrimAll({output}, attribute::fieldName, log);
-        TrimCounts(*output, log);
-    }
-}
-
-/// Derived fields may use any name and give any text, blanks included: nothing can be taken off for sure.
-bool HasDerivedFields(xercesc::DOMDocument& document) {
-    return !DescendantsNamed(document, element::transformationDictionary).empty();
-}
-
 /// Values that stand for missing or invalid ones say what texts of cases look like: they stay as they are.
-Elements ValidOnes(Elements values) {
+Elements ValidValues(const DOMElement& field) {
+    constexpr XmlName declaredValue{"Value"};
+    Elements values = ChildrenNamed(field, declaredValue);
     std::erase_if(values, [](const DOMElement* value) {
         constexpr XmlName property{"property"};
         return BaseTranslator::GetAttribute(value, property) != nullptr;
@@ -78,19 +50,134 @@ Elements ValidOnes(Elements values) {
     return values;
 }
 
+/// The fields that a schema lists: its own, and the derived ones of its extension.
+Elements FieldsListed(const DOMElement& schema) {
+    Elements fields = ChildrenNamed(schema, element::miningField);
+    for (DOMElement* extension : ChildrenNamed(schema, element::extension)) {
+        const bool listsDerived =
+            HoldsText(BaseTranslator::GetAttribute(extension, attribute::extender), vendor_extension::extender) &&
+            HoldsText(BaseTranslator::GetAttribute(extension, attribute::name), vendor_extension::derivedFields);
+        if (!listsDerived) continue;
+        const Elements derived = DescendantsNamed(*extension, element::miningField);
+        fields.insert(fields.end(), derived.begin(), derived.end());
+    }
+    return fields;
+}
+
+class BlankRemover {
+public:
+    BlankRemover(xercesc::DOMDocument& document, const ModelsRead& modelsRead, AdaptationLog& adaptationLog)
+        : root(*document.getDocumentElement()), models(modelsRead), log(adaptationLog), blanks(document) {}
+
+    void Remove() {
+        for (const DOMElement* dictionary : ChildrenNamed(root, element::dataDictionary))
+            TrimDeclarations(ChildrenNamed(*dictionary, element::dataField));
+        for (const DOMElement* dictionary : ChildrenNamed(root, element::transformationDictionary)) {
+            const Elements fields = ChildrenNamed(*dictionary, element::derivedField);
+            TrimDeclarations(fields);
+            for (DOMElement* field : fields) {
+                for (const FieldMention& mention : FindFieldMentions(*field))
+                    TrimNames({mention.element}, mention.attributeName);
+            }
+        }
+        for (const DOMElement* model : models.elements)
+            TrimModel(*model);
+    }
+
+private:
+    void TrimDeclarations(const Elements& fields) {
+        for (const DOMElement* field : fields) {
+            const XMLCh* const name = BaseTranslator::GetAttribute(field, attribute::name);
+            TrimValues(name, ValidValues(*field));
+        }
+        for (const DOMElement* field : fields)
+            NoteNameThatStays(*field);
+        TrimNames(fields, attribute::name);
+    }
+
+    void NoteNameThatStays(const DOMElement& field) {
+        const XMLCh* const name = BaseTranslator::GetAttribute(&field, attribute::name);
+        if (name == nullptr || WithoutBlanks(name) == name || !blanks.TellFieldsApart(WithoutBlanks(name))) return;
+        log.NoteWhatStays(&field, "the blanks around name \"" + ExcerptOf(name) +
+                                      "\" stay: without them another field would have the same name");
+    }
+
+    void TrimNames(Elements elements, const XMLCh* attributeName) {
+        std::erase_if(elements, [this, attributeName](const DOMElement* element) {
+            const XMLCh* const name = BaseTranslator::GetAttribute(element, attributeName);
+            return name != nullptr && blanks.TellFieldsApart(WithoutBlanks(name));
+        });
+        TrimAll(elements, attributeName, log);
+    }
+
+    /// @param field the name of the field whose values they are; null where there is none.
+    void TrimValues(const XMLCh* field, const Elements& values) {
+        const std::string reason = field == nullptr ? "" : blanks.WhyThoseOfValuesStay(WithoutBlanks(field));
+        if (reason.empty()) return TrimAll(values, attribute::value, log);
+        for (const DOMElement* value : values) {
+            const XMLCh* const text = BaseTranslator::GetAttribute(value, attribute::value);
+            if (text == nullptr || WithoutBlanks(text) == text) continue;
+            if (!fieldsToldOf.insert(WithoutBlanks(field)).second) return;
+            log.NoteWhatStays(value, "the blanks around the values of \"" + ExcerptOf(field) + "\" stay: " + reason);
+        }
+    }
+
+    void TrimModel(const DOMElement& model) {
+        for (const DOMElement* schema : ChildrenNamed(model, element::miningSchema)) {
+            NoteTarget(*schema);
+            TrimNames(FieldsListed(*schema), attribute::name);
+        }
+        for (const DOMElement* inputs : ChildrenNamed(model, element::bayesInputs)) {
+            for (DOMElement* input : ChildrenNamed(*inputs, element::bayesInput))
+                TrimInput(*input);
+        }
+        for (DOMElement* output : ChildrenNamed(model, element::bayesOutput)) {
+            TrimNames({output}, attribute::fieldName);
+            TrimCounts(*output);
+        }
+    }
+
+    /// The target of all models is the one that the first schema names.
+    void NoteTarget(const DOMElement& schema) {
+        constexpr XmlName predicted{"predicted"};
+        constexpr XmlName target{"target"};
+        for (const DOMElement* field : ChildrenNamed(schema, element::miningField)) {
+            const XMLCh* const usage = BaseTranslator::GetAttribute(field, attribute::usageType);
+            const XMLCh* const name = BaseTranslator::GetAttribute(field, attribute::name);
+            if (!targetName.empty() || name == nullptr) continue;
+            if (HoldsText(usage, predicted) || HoldsText(usage, target)) targetName = name;
+        }
+    }
+
+    void TrimInput(DOMElement& input) {
+        TrimNames({&input}, attribute::fieldName);
+        const Elements pairs = ChildrenNamed(input, element::pairCounts);
+        // Bins are numbered, whatever their field holds.
+        const bool hasBins = !ChildrenNamed(input, element::derivedField).empty();
+        TrimValues(hasBins ? nullptr : BaseTranslator::GetAttribute(&input, attribute::fieldName), pairs);
+        for (const DOMElement* pair : pairs)
+            TrimCounts(*pair);
+    }
+
+    /// Of counts: a category is told apart within its own list.
+    void TrimCounts(const DOMElement& countsParent) {
+        for (const DOMElement* counts : ChildrenNamed(countsParent, element::targetValueCounts))
+            TrimValues(targetName.c_str(), ChildrenNamed(*counts, element::targetValueCount));
+    }
+
+    const DOMElement& root;
+    const ModelsRead& models;
+    AdaptationLog& log;
+    FieldBlanks blanks;
+    XmlText targetName;
+    /// Whose values' blanks stay and were noted once.
+    std::set<XmlText> fieldsToldOf;
+};
+
 }  // namespace
 
 void TakeBlanksOff(xercesc::DOMDocument& document, const ModelsRead& models, AdaptationLog& log) {
-    if (HasDerivedFields(document)) return;
-    constexpr XmlName declaredValue{"Value"};
-    for (const DOMElement* dictionary : ChildrenNamed(*document.getDocumentElement(), element::dataDictionary)) {
-        const Elements fields = ChildrenNamed(*dictionary, element::dataField);
-        TrimAll(fields, attribute::name, log);
-        for (const DOMElement* field : fields)
-            TrimAll(ValidOnes(ChildrenNamed(*field, declaredValue)), attribute::value, log);
-    }
-    for (const DOMElement* model : models.elements)
-        TrimModel(*model, log);
+    BlankRemover(document, models, log).Remove();
 }
 
 }  // namespace nbscore

@@ -21,8 +21,8 @@ public:
     /// @param path in UTF-8. Throws VeskException 3, 4 or 10, with place and file name.
     static SourceDocument Read(const std::string& path);
 
-    /// Rewrites what newer producers write into what the plug-in reads (AdaptDocument), and tells each change, in
-    /// document order.
+    /// Rewrites what newer producers write into what the plug-in reads (AdaptDocument), and tells each change, and
+    /// what was left as it is, in document order.
     std::vector<Adaptation> Adapt();
 
     /// The model that a translator makes of the document. Throws VeskException, with the file's name, also where the

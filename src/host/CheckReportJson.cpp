@@ -96,7 +96,7 @@ Json CheckToJson(const DocumentCheck& check) {
                  {"model", check.model ? ModelToJson(*check.model) : Json(nullptr)},
                  {"problems", Json::array()}};
     for (const Adaptation& adaptation : check.adaptations) {
-        Json entry = {{"change", adaptation.change}};
+        Json entry = {{"change", adaptation.change}, {"made", adaptation.isMade}};
         entry.update(PlaceToJson(adaptation.place));
         json["adaptations"].push_back(entry);
     }

@@ -98,7 +98,8 @@ std::string WriteCheckAsText(const DocumentCheck& check) {
     text += check.modelType ? NameModelKind(*check.modelType) : std::string("refused");
     text += check.IsSound() ? ", sound\n" : check.modelType ? ", cannot be scored\n" : "\n";
     for (const Adaptation& adaptation : check.adaptations)
-        text += DescribePlace(check, adaptation.place) + "adapted: " + adaptation.change + '\n';
+        text += DescribePlace(check, adaptation.place) + (adaptation.isMade ? "adapted: " : "not adapted: ") +
+                adaptation.change + '\n';
     if (!check.fields.empty()) text += "  " + CountedNoun(check.fields.size(), "field") + '\n';
     for (const FieldDescription& field : check.fields)
         text += DescribeField(field);

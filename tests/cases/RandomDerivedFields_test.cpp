@@ -166,6 +166,12 @@ void ExpectAllCameUp(const Seen& seen) {
     EXPECT_LT(seen.unknownCodes, seen.codes / 2);
 }
 
+std::string ReplaceAll(std::string text, const std::string& that, const std::string& with) {
+    for (std::size_t at = text.find(that); at != std::string::npos; at = text.find(that, at + with.size()))
+        text.replace(at, that.size(), with);
+    return text;
+}
+
 /// Takes everything between two marks, with them, out of a text.
 std::string TakeOut(std::string& text, const std::string& begin, const std::string& end) {
     const std::size_t from = text.find(begin);
@@ -231,7 +237,8 @@ TEST(RandomDerivedFields, ScoreLikeTheBruteForceScorer_ThroughTheCommand) {
         ExpectScoreTable(result.out, made.document, cases);
         folder.Write("document.pmml", WithLocalFields(made.document.text));
         call.arguments.emplace_back("--adapt");
-        EXPECT_EQ(RunCommand(call).out, result.out);
+        // Adapting takes the blanks off the target's values, which no expression reads; around what they give they stay.
+        EXPECT_EQ(RunCommand(call).out, ReplaceAll(result.out, " pad ", "pad "));
         if (HasFatalFailure()) return;
     }
 }

@@ -139,5 +139,30 @@ TEST_F(DerivedInputsTest, AreRefusedWhereTheyStood_WhenTheyAreMoved) {
     EXPECT_THAT(result.err, HasSubstr("density.pmml:24:7: error 11: "));
 }
 
+TEST_F(DerivedInputsTest, GiveTheSameWithBlanksInWhatTheyRead_WhenTheDocumentIsAdapted) {
+    // Red fruits are rounder than their colour tells: the expression compares it, blank and all.
+    std::string text = Replace(DocumentOfDensity(), "<FieldRef field=\"weight\"/>",
+                               "<Apply function=\"if\"><Apply function=\"equal\"><FieldRef field=\"colour\"/>"
+                               "<Constant dataType=\"string\"> red</Constant></Apply><Constant>1000</Constant>"
+                               "<Constant>100</Constant></Apply>");
+    text = Replace(Replace(text, "<Value value=\"red\"/>", "<Value value=\" red\"/>"), "<PairCounts value=\"red\">",
+                   "<PairCounts value=\" red\">");
+    folder.Write("density.pmml", Replace(text, "<Value value=\"pear\"/>", "<Value value=\" pear\"/>"));
+    const std::string cases = "colour,weight,volume\n red,1,2\nred,1,2\ngreen,1,2\n";
+    const CommandResult adapted = Score(cases, {"--adapt"});
+    EXPECT_THAT(adapted.err,
+                HasSubstr("note: density.pmml:6:7: not adapted: the blanks around the values of \"colour\" "
+                          "stay: the derived field \"density\" reads it, and may tell texts with blanks "
+                          "from others\n"));
+    EXPECT_THAT(adapted.err, HasSubstr(": adapted: the blanks around value \" pear\" are taken off\n"));
+    folder.Write("density.pmml", text);
+    EXPECT_EQ(adapted.out, Score(cases).out);
+
+    const auto json = nlohmann::json::parse(Run({"check", "density.pmml", "--adapt", "--format", "json"}).out);
+    EXPECT_EQ(json.at("documents").at(0).at("adaptations").size(), 1U);
+    EXPECT_EQ(json.at("documents").at(0).at("adaptations").at(0).at("made"), false);
+    EXPECT_THAT(Run({"check", "density.pmml", "--adapt"}).out, HasSubstr("density.pmml:6:7: not adapted: the blanks"));
+}
+
 }  // namespace
 }  // namespace nbscore::test

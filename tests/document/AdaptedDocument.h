@@ -16,7 +16,7 @@ namespace nbscore::test {
 
 /// What adapting makes of a document.
 struct Adapted {
-    /// LINE: what was done.
+    /// LINE: what was done, or LINE: not: what stays.
     std::vector<std::string> changes;
     std::string text;
 };
@@ -26,7 +26,8 @@ inline Adapted Adapt(const std::string& text) {
     const ParsedDocument document = ParseDocument(stream);
     Adapted adapted;
     for (const Adaptation& adaptation : AdaptDocument(*document))
-        adapted.changes.push_back(std::to_string(adaptation.place.line) + ": " + adaptation.change);
+        adapted.changes.push_back(std::to_string(adaptation.place.line) + ": " + (adaptation.isMade ? "" : "not: ") +
+                                  adaptation.change);
     adapted.text = XmlTextOf(*document);
     return adapted;
 }

@@ -26,17 +26,6 @@ bool HasValidValue(const xercesc::DOMElement* field) {
     return false;
 }
 
-ScoreDictVar::StorageType ReadStorageType(const xercesc::DOMElement* field) {
-    constexpr XmlName dataTypeName = "dataType";
-    const XMLCh* dataType = BaseTranslator::GetAttribute(field, dataTypeName);
-    if (!dataType) {
-        const XMLCh* optype = BaseTranslator::GetAttribute(field, optypeName);
-        return optype && BaseTranslator::IsEqual(optype, "continuous") ? ScoreDictVar::NumericStorage
-                                                                       : ScoreDictVar::StringStorage;
-    }
-    return IsNumericDataType(dataType) ? ScoreDictVar::NumericStorage : ScoreDictVar::StringStorage;
-}
-
 ScoreDictVar::MeasureLevel ReadMeasureLevel(const xercesc::DOMElement* field, ScoreDictVar::StorageType storage) {
     const XMLCh* optype = BaseTranslator::GetAttribute(field, optypeName);
     if (!optype) {
@@ -67,6 +56,17 @@ std::unique_ptr<BaseDictVar> ReadFieldDeclaration(const xercesc::DOMElement* fie
         }
     }
     return variable;
+}
+
+ScoreDictVar::StorageType ReadStorageType(const xercesc::DOMElement* field) {
+    constexpr XmlName dataTypeName = "dataType";
+    const XMLCh* dataType = BaseTranslator::GetAttribute(field, dataTypeName);
+    if (!dataType) {
+        const XMLCh* optype = BaseTranslator::GetAttribute(field, optypeName);
+        return optype && BaseTranslator::IsEqual(optype, "continuous") ? ScoreDictVar::NumericStorage
+                                                                       : ScoreDictVar::StringStorage;
+    }
+    return IsNumericDataType(dataType) ? ScoreDictVar::NumericStorage : ScoreDictVar::StringStorage;
 }
 
 }  // namespace nbscore

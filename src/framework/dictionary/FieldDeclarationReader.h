@@ -4,6 +4,7 @@
 #include <string>
 
 #include "framework/BaseDictVar.h"
+#include "framework/Export.h"
 #include "framework/Transcoder.h"
 #include "framework/XmlFwd.h"
 
@@ -17,5 +18,8 @@ namespace nbscore {
 /// categorical. Texts keep every blank.
 std::unique_ptr<BaseDictVar> ReadFieldDeclaration(const xercesc::DOMElement* field, const std::string& name,
                                                   const Transcoder& transcoder);
+
+/// Whether a DataField or DerivedField element holds numbers or texts, by the same rule.
+SCOREFRAMEWORK_API ScoreDictVar::StorageType ReadStorageType(const xercesc::DOMElement* field);
 
 }  // namespace nbscore
