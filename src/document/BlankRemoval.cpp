@@ -20,6 +20,9 @@ namespace {
 using xercesc::DOMElement;
 using Elements = std::vector<DOMElement*>;
 
+/// Of a VerificationField.
+constexpr XmlName verifiedName{"field"};
+
 /// Takes the blanks off one attribute of elements that stand beside one another and are told apart by it.
 void TrimAll(const Elements& elements, const XMLCh* attributeName, AdaptationLog& log) {
     std::map<XmlText, XmlText> originals;
@@ -134,6 +137,24 @@ private:
         for (DOMElement* output : ChildrenNamed(model, element::bayesOutput)) {
             TrimNames({output}, attribute::fieldName);
             TrimCounts(*output);
+        }
+        TrimTestCases(model);
+    }
+
+    /// Their cells are cases, and stay. What names no field names a result: an OutputField, or a score.
+    void TrimTestCases(const DOMElement& model) {
+        constexpr XmlName verification{"ModelVerification"};
+        constexpr XmlName verifiedFields{"VerificationFields"};
+        constexpr XmlName verifiedField{"VerificationField"};
+        for (const DOMElement* testCases : ChildrenNamed(model, verification)) {
+            for (const DOMElement* list : ChildrenNamed(*testCases, verifiedFields)) {
+                Elements fields = ChildrenNamed(*list, verifiedField);
+                std::erase_if(fields, [this](const DOMElement* each) {
+                    const XMLCh* const name = BaseTranslator::GetAttribute(each, verifiedName);
+                    return name == nullptr || !blanks.KnowField(WithoutBlanks(name));
+                });
+                TrimNames(fields, verifiedName);
+            }
         }
     }
 

@@ -39,6 +39,11 @@ void FieldBlanks::Declare(const DOMElement& element, bool isDerived) {
     field.isText = field.isText || ReadStorageType(&element) == ScoreDictVar::StringStorage;
 }
 
+bool FieldBlanks::KnowField(const XmlText& name) const {
+    const auto found = fields.find(name);
+    return found != fields.end() && !found->second.writtenNames.empty();
+}
+
 bool FieldBlanks::TellFieldsApart(const XmlText& name) const {
     const auto found = fields.find(name);
     return found != fields.end() && found->second.isDerived && found->second.writtenNames.size() > 1;

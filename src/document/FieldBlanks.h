@@ -15,6 +15,9 @@ class FieldBlanks {
 public:
     explicit FieldBlanks(xercesc::DOMDocument& document);
 
+    /// Whether a field of the document has this name.
+    bool KnowField(const XmlText& name) const;
+
     /// True where two fields, a derived one among them, are told apart by the blanks around their names.
     bool TellFieldsApart(const XmlText& name) const;
 

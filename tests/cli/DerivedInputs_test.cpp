@@ -164,5 +164,19 @@ TEST_F(DerivedInputsTest, GiveTheSameWithBlanksInWhatTheyRead_WhenTheDocumentIsA
     EXPECT_THAT(Run({"check", "density.pmml", "--adapt"}).out, HasSubstr("density.pmml:6:7: not adapted: the blanks"));
 }
 
+TEST_F(DerivedInputsTest, AreVerified_WhenAdaptingTakesBlanksOffTheirNames) {
+    const std::string testCases =
+        "<ModelVerification><VerificationFields><VerificationField field=\" weight\" column=\"weight\"/>"
+        "<VerificationField field=\"volume\" column=\"volume\"/><VerificationField field=\"fruit\"/>"
+        "</VerificationFields><InlineTable><row><weight>200</weight><volume>1</volume><fruit>apple</fruit></row>"
+        "</InlineTable></ModelVerification></NaiveBayesModel>";
+    std::string text = Replace(DocumentOfDensity(), "</NaiveBayesModel>", testCases);
+    text = Replace(text, "<DataField name=\"weight\"", "<DataField name=\" weight\"");
+    folder.Write("blank.pmml", Replace(text, "<DataField name=\"volume\"", "<DataField name=\"volume \""));
+    const CommandResult result = Run({"verify", "blank.pmml", "--adapt"});
+    EXPECT_EQ(result.exitStatus, 0) << result.err;
+    EXPECT_EQ(result.out, "1 row, 1 cell checked, all agree\n");
+}
+
 }  // namespace
 }  // namespace nbscore::test

@@ -73,6 +73,17 @@ TEST(BlankRemoval, TakesThemOffNamesInTheListOfDerivedInputs) {
                           "<MiningField name=\" d\"/>"));
 }
 
+TEST(BlankRemoval, TakesThemOffTheFieldsOfTestCases_ButNotOffResultsAndCells) {
+    const std::string text =
+        "<PMML><DataDictionary><DataField name=' x'/></DataDictionary><NaiveBayesModel><ModelVerification>"
+        "<VerificationFields><VerificationField field='x '/><VerificationField field=' p'/></VerificationFields>"
+        "<InlineTable><row><x> a</x></row></InlineTable></ModelVerification></NaiveBayesModel></PMML>";
+    const Adapted adapted = Adapt(text);
+    EXPECT_EQ(adapted.changes.size(), 2U);
+    EXPECT_THAT(adapted.text, HasSubstr("<VerificationField field=\"x\"/><VerificationField field=\" p\"/>"));
+    EXPECT_THAT(adapted.text, HasSubstr("<x> a</x>"));
+}
+
 TEST(BlankRemoval, TakesThemOffNumbers_WhoeverReadsThem) {
     const Adapted adapted =
         Adapt(Document(Data("x", "double", "<Value value=' 1'/><Value value=' -9' property='missing'/>"),
