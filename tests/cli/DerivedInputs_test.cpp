@@ -30,7 +30,8 @@ std::string DocumentOfDensity() {
     text = Replace(text, "<MiningField name=\"weight\"/>",
                    "<MiningField name=\"weight\"/><Extension extender=\"scoring.nbscore\" name=\"DerivedFields\">"
                    "<MiningField name=\"density\"/></Extension>");
-    return Replace(text, "<BayesInput fieldName=\"weight\">", "<BayesInput fieldName=\"density\">");
+    text = Replace(text, "<BayesInput fieldName=\"weight\">", "<BayesInput fieldName=\"density\">");
+    return Replace(text, "<Discretize field=\"weight\">", "<Discretize field=\"density\">");
 }
 
 class DerivedInputsTest : public CommandTest {
