@@ -41,12 +41,8 @@ std::string Describe(const ScoreValueLabel& label) {
 }
 
 std::string Describe(const ValueInterval& interval) {
-    const bool leftClosed =
-        interval.closure == ValueInterval::ClosedOpen || interval.closure == ValueInterval::ClosedClosed;
-    const bool rightClosed =
-        interval.closure == ValueInterval::OpenClosed || interval.closure == ValueInterval::ClosedClosed;
-    return (leftClosed ? "[" : "(") + nbscore::FormatNumber(interval.leftMargin) + ", " +
-           nbscore::FormatNumber(interval.rightMargin) + (rightClosed ? "]" : ")");
+    return (interval.IsClosedOnTheLeft() ? "[" : "(") + nbscore::FormatNumber(interval.leftMargin) + ", " +
+           nbscore::FormatNumber(interval.rightMargin) + (interval.IsClosedOnTheRight() ? "]" : ")");
 }
 
 template <class Item>

@@ -36,7 +36,23 @@ TEST(ValueInterval, IsUnbounded_WhereNoMarginIsGiven) {
     EXPECT_TRUE(fromZero.Contains(1e300));
 }
 
+TEST(ValueInterval, ContainsTheInfinityOnASideWithoutMargin_WhateverTheClosure) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    for (const auto closure :
+         {ValueInterval::OpenOpen, ValueInterval::OpenClosed, ValueInterval::ClosedOpen, ValueInterval::ClosedClosed}) {
+        ValueInterval fromOne{closure};
+        fromOne.leftMargin = 1.0;
+        EXPECT_TRUE(fromOne.Contains(infinity));
+        EXPECT_FALSE(fromOne.Contains(-infinity));
+        ValueInterval toOne{closure};
+        toOne.rightMargin = 1.0;
+        EXPECT_FALSE(toOne.Contains(infinity));
+        EXPECT_TRUE(toOne.Contains(-infinity));
+    }
+}
+
 TEST(ValueInterval, ContainsNoNan) {
+    EXPECT_FALSE(ValueInterval{ValueInterval::OpenOpen}.Contains(std::numeric_limits<double>::quiet_NaN()));
     EXPECT_FALSE(ValueInterval{}.Contains(std::numeric_limits<double>::quiet_NaN()));
 }
 

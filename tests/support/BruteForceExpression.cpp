@@ -56,13 +56,11 @@ BruteForceValue PointOnLine(const BruteForceExpression& line, double x, const Br
     return OnSegment(points[segment], points[segment + 1], x);
 }
 
-/// An absent margin is infinite, and the infinity itself inside only where the interval is closed.
+/// Where a margin is absent nothing bounds the bin: an infinity is inside too.
 bool Contains(const BruteForceBin& bin, double x) {
-    const double left = bin.left.value_or(-std::numeric_limits<double>::infinity());
-    const double right = bin.right.value_or(std::numeric_limits<double>::infinity());
-    const bool leftClosed = bin.closure.starts_with("closed");
-    const bool rightClosed = bin.closure.ends_with("Closed");
-    return (x > left || (leftClosed && x == left)) && (x < right || (rightClosed && x == right));
+    const bool isRightOfTheLeft = !bin.left || x > *bin.left || (bin.closure.starts_with("closed") && x == *bin.left);
+    const bool isLeftOfTheRight = !bin.right || x < *bin.right || (bin.closure.ends_with("Closed") && x == *bin.right);
+    return isRightOfTheLeft && isLeftOfTheRight;
 }
 
 BruteForceValue BinValue(const BruteForceExpression& discretize, double x) {

@@ -23,13 +23,6 @@ struct ReadBin {
     const DOMElement* element;
 };
 
-bool IsLeftClosed(const ValueInterval& interval) {
-    return interval.closure == ValueInterval::ClosedOpen || interval.closure == ValueInterval::ClosedClosed;
-}
-bool IsRightClosed(const ValueInterval& interval) {
-    return interval.closure == ValueInterval::OpenClosed || interval.closure == ValueInterval::ClosedClosed;
-}
-
 bool IsEmpty(const ValueInterval& interval) {
     if (interval.leftMargin != interval.rightMargin) return interval.leftMargin > interval.rightMargin;
     return interval.closure != ValueInterval::ClosedClosed;
@@ -39,7 +32,7 @@ bool BeginsBefore(const ReadBin& left, const ReadBin& right) {
     const ValueInterval& first = left.bin.interval;
     const ValueInterval& second = right.bin.interval;
     if (first.leftMargin != second.leftMargin) return first.leftMargin < second.leftMargin;
-    return IsLeftClosed(first) && !IsLeftClosed(second);
+    return first.IsClosedOnTheLeft() && !second.IsClosedOnTheLeft();
 }
 
 /// Of two that are sorted.
@@ -47,7 +40,7 @@ bool Overlap(const ReadBin& left, const ReadBin& right) {
     const ValueInterval& first = left.bin.interval;
     const ValueInterval& second = right.bin.interval;
     if (first.rightMargin != second.leftMargin) return first.rightMargin > second.leftMargin;
-    return IsRightClosed(first) && IsLeftClosed(second);
+    return first.IsClosedOnTheRight() && second.IsClosedOnTheLeft();
 }
 
 ValueInterval ReadOnlyInterval(const DOMElement* bin) {

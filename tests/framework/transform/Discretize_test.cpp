@@ -57,6 +57,23 @@ TEST(Discretize, CountsWhatIsNoNumberAsMissing) {
     EXPECT_EQ(Given(expression, Case(), "string", nan), "text m");
 }
 
+TEST(Discretize, PutsAnInfinityIntoTheBinWithoutMarginOnItsSide_WhateverTheClosure) {
+    const auto infinite = [](const std::string& number) {
+        return "<DerivedField name='e' dataType='double'><Constant dataType='double'>" + number +
+               "</Constant></DerivedField>";
+    };
+    for (const std::string closure : {"openOpen", "openClosed", "closedOpen", "closedClosed"}) {
+        const std::string expression = "<Discretize field='e' defaultValue='none'>" +
+                                       Bin("low", "closure='" + closure + "' rightMargin='0'") +
+                                       Bin("high", "closure='" + closure + "' leftMargin='1'") + "</Discretize>";
+        EXPECT_EQ(Given(expression, Case(), "string", infinite("-INF")), "text low") << closure;
+        EXPECT_EQ(Given(expression, Case(), "string", infinite("INF")), "text high") << closure;
+    }
+    const std::string bounded =
+        "<Discretize field='e'>" + Bin("a", "closure='closedClosed' leftMargin='0' rightMargin='1'") + "</Discretize>";
+    EXPECT_EQ(Given(bounded, Case(), "string", infinite("INF")), "absent");
+}
+
 TEST(Discretize, GivesNumbers_WhenItsDataTypeSaysSo) {
     const std::string bin = Bin("007", "closure='openOpen'");
     EXPECT_EQ(Binned(1, "dataType='integer'", bin), "text 7");
