@@ -14,11 +14,11 @@ public:
     /// Its value; missing when that is a text for which the case has no work left.
     ExpressionValue Evaluate(const FieldValues& fields) const { return fields.WithinBudget(ValueFor(fields)); }
 
-    /// Whether it has a value, and one that its field allows where it is nothing but a field.
+    /// Whether it has a value, which is no NaN, and one that its field allows where it is nothing but a field.
     /// @param value what it has just given for these fields: nothing is evaluated a second time, because expressions
     ///     nest and twice at each level is without end.
     virtual bool IsValid(const ExpressionValue& value, const FieldValues& /*fields*/) const {
-        return !IsMissing(value);
+        return IsValidByItself(value);
     }
 
 private:

@@ -18,7 +18,7 @@ public:
     ExpressionValue Get(const FieldReference& field) const { return WithinBudget(ValueOf(field)); }
 
     /// Whether the field has a value, and one that its declaration allows.
-    virtual bool IsValid(const FieldReference& field) const { return !IsMissing(Get(field)); }
+    virtual bool IsValid(const FieldReference& field) const { return IsValidByItself(Get(field)); }
 
     /// What is left for the case: of one case, all expressions spend the same budget.
     virtual WorkBudget& Budget() const = 0;

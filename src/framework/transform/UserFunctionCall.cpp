@@ -19,7 +19,7 @@ public:
 
     /// A parameter that stands for nothing but a field is valid when the field is.
     bool IsValid(const FieldReference& parameter) const override {
-        if (IsMissing(values[parameter.position])) return false;
+        if (!IsValidByItself(values[parameter.position])) return false;
         const auto* field = dynamic_cast<const FieldRefExpression*>(arguments[parameter.position].get());
         return field == nullptr || field->IsValid(values[parameter.position], callersFields);
     }

@@ -74,4 +74,31 @@ TEST(Validity, IsThatOfAnyResult_WhenTheArgumentIsNoField) {
     EXPECT_EQ(Valid("<Apply function='+'>" + x + x + "</Apply>", Case(-9, "a")), "text false");
 }
 
+TEST(Validity, IsNeverThatOfANan_ButThatOfAnInfinity) {
+    const auto divided = [](const std::string& number) {
+        return "<Apply function='/' invalidValueTreatment='asIs'><Constant>" + number +
+               "</Constant><Constant>0</Constant></Apply>";
+    };
+    EXPECT_EQ(Valid(divided("0"), Case(1, "a")), "text false");
+    EXPECT_EQ(Valid(divided("1"), Case(1, "a")), "text true");
+    EXPECT_EQ(Valid(divided("-1"), Case(1, "a")), "text true");
+    const std::string function = "<DefineFunction name='f' optype='categorical'><ParameterField name='p'/><Apply " +
+                                 std::string("function='isValid'><FieldRef field='p'/></Apply></DefineFunction>");
+    const auto called = [&](const std::string& number) {
+        return Given("<Apply function='f'>" + divided(number) + "</Apply>", Case(1, "a"), "string", function);
+    };
+    EXPECT_EQ(called("0"), "text false");
+    EXPECT_EQ(called("1"), "text true");
+}
+
+TEST(Validity, IsThatOfAnInfinity_WhereAnIntervalHasNoMarginOnItsSide) {
+    const auto infinite = [](const std::string& number) {
+        return Field(
+            "e", "double",
+            "<Constant dataType='double'>" + number + "</Constant><Interval closure='openOpen' leftMargin='0'/>");
+    };
+    EXPECT_EQ(Valid("<FieldRef field='e'/>", Case(), infinite("INF")), "text true");
+    EXPECT_EQ(Valid("<FieldRef field='e'/>", Case(), infinite("-INF")), "text false");
+}
+
 }  // namespace
