@@ -3,6 +3,18 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+std::vector<std::unique_ptr<ScoreValue>> CopiesOf(const std::vector<std::unique_ptr<ScoreValue>>& values) {
+    std::vector<std::unique_ptr<ScoreValue>> copies;
+    copies.reserve(values.size());
+    for (const auto& value : values)
+        copies.emplace_back(value->Clone());
+    return copies;
+}
+
+}  // namespace
+
 BaseDictVar::BaseDictVar(std::string variableName, StorageType storage, MeasureLevel level)
     : name(std::move(variableName)), storageType(storage), measureLevel(level) {}
 
@@ -13,12 +25,11 @@ BaseDictVar::BaseDictVar(const BaseDictVar& other)
       storageType(other.storageType),
       measureLevel(other.measureLevel),
       validValues(other.validValues ? std::make_unique<ScoreValueLabelSet>(*other.validValues) : nullptr),
+      missingValues(CopiesOf(other.missingValues)),
+      invalidValues(CopiesOf(other.invalidValues)),
       intervals(other.intervals),
-      index(other.index) {
-    missingValues.reserve(other.missingValues.size());
-    for (const auto& value : other.missingValues)
-        missingValues.emplace_back(value->Clone());
-}
+      holdsTruthValues(other.holdsTruthValues),
+      index(other.index) {}
 
 BaseDictVar::~BaseDictVar() = default;
 
@@ -63,4 +74,8 @@ void BaseDictVar::AddValidValue(std::unique_ptr<ScoreValue> value, std::string d
 
 void BaseDictVar::AddMissingValue(std::unique_ptr<ScoreValue> value) {
     missingValues.push_back(std::move(value));
+}
+
+void BaseDictVar::AddInvalidValue(std::unique_ptr<ScoreValue> value) {
+    invalidValues.push_back(std::move(value));
 }

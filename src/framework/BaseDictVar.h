@@ -35,6 +35,15 @@ public:
     /// Declares a value that stands for "missing"; never null, like the valid ones.
     void AddMissingValue(std::unique_ptr<ScoreValue> value);
 
+    /// Declares a value that is none of the valid ones. It plays no part in scoring: only the functions that ask for
+    /// validity look at it.
+    void AddInvalidValue(std::unique_ptr<ScoreValue> value);
+    const std::vector<std::unique_ptr<ScoreValue>>& GetInvalidValues() const { return invalidValues; }
+
+    /// Whether the texts of the variable stand for truth values; false for a new one. The storage type stays what it is.
+    bool HoldsTruthValues() const { return holdsTruthValues; }
+    void SetHoldsTruthValues(bool holds) { holdsTruthValues = holds; }
+
     void AddInterval(const ValueInterval& interval) { intervals.push_back(interval); }
     const std::vector<ValueInterval>& GetIntervals() const { return intervals; }
 
@@ -45,6 +54,8 @@ private:
     MeasureLevel measureLevel;
     std::unique_ptr<ScoreValueLabelSet> validValues;
     std::vector<std::unique_ptr<ScoreValue>> missingValues;
+    std::vector<std::unique_ptr<ScoreValue>> invalidValues;
     std::vector<ValueInterval> intervals;
+    bool holdsTruthValues = false;
     int index = -1;
 };

@@ -78,6 +78,7 @@ void BaseDictVar::Print(std::ostream& out) const {
     line += storageType == NumericStorage ? ", numeric" : ", text";
     if (validValues) line += DescribeList("values", validValues->GetValueLabels());
     line += DescribeList("missing values", missingValues);
+    line += DescribeList("invalid values", invalidValues);
     line += DescribeList("intervals", intervals);
     out << line << '\n';
 }

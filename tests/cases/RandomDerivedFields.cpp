@@ -12,9 +12,8 @@ namespace {
 
 constexpr int mostLevels = 4;
 
-/// The kind that the field's values have: truth values are kept as texts.
-BruteForceKind StoredKind(const RandomInput& input) {
-    return input.IsNumeric() ? BruteForceKind::Number : BruteForceKind::Text;
+BruteForceKind KindOf(const RandomInput& dataField) {
+    return dataField.IsNumeric() ? BruteForceKind::Number : BruteForceKind::Text;
 }
 
 /// Calls only functions before it, so that none calls itself.
@@ -69,20 +68,21 @@ RandomDerivedFields MakeRandomDerivedFields(const std::vector<RandomInput>& data
     RandomScope scope;
     scope.functions = derived.functions;
     for (const RandomInput& field : dataFields)
-        scope.fields.push_back({field.name, StoredKind(field)});
+        scope.fields.push_back({field.name, KindOf(field)});
     const int count = Between(1, 6, random);
     for (int i = 0; i < count; ++i) {
         derived.fields.push_back(MakeField("derived " + std::to_string(i), scope, random));
-        scope.fields.push_back({derived.fields.back().input.name, StoredKind(derived.fields.back().input)});
+        scope.fields.push_back({derived.fields.back().input.name, KindOfDataType(derived.fields.back().dataType)});
     }
     return derived;
 }
 
 void AddDerivedValues(const RandomDerivedFields& derived, BruteForceFields& values) {
     for (const RandomDerivedField& field : derived.fields) {
-        const BruteForceKind kind = StoredKind(field.input);
-        const BruteForceValue result = Converted(Evaluate(field.expression, values, derived.functions), kind);
-        values[field.input.name] = {UnlessDeclaredMissing(result, field.missingValue), kind};
+        // Truth values are kept as texts.
+        const BruteForceKind stored = field.input.IsNumeric() ? BruteForceKind::Number : BruteForceKind::Text;
+        const BruteForceValue result = Converted(Evaluate(field.expression, values, derived.functions), stored);
+        values[field.input.name] = {UnlessDeclaredMissing(result, field.missingValue), KindOfDataType(field.dataType)};
     }
 }
 

@@ -31,12 +31,13 @@ TEST(BaseDictVarPrint, ListsWhatIsDeclared) {
     age.AddValidValue(std::make_unique<NumericValue>(1.0), "one");
     age.AddMissingValue(std::make_unique<NumericValue>(99.0));
     age.AddMissingValue(std::make_unique<NumericValue>(NumericValue::GetSysmisValue()));
+    age.AddInvalidValue(std::make_unique<NumericValue>(-1.0));
     age.AddInterval({ValueInterval::ClosedOpen, 0.0, 10.0});
     age.AddInterval({ValueInterval::OpenClosed, 10.0, 120.5});
 
     EXPECT_EQ(Printed(age),
               "age \"Age in years\": continuous, numeric; values: 0.5, 1 = \"one\"; "
-              "missing values: 99, system-missing; intervals: [0, 10), (10, 120.5]\n");
+              "missing values: 99, system-missing; invalid values: -1; intervals: [0, 10), (10, 120.5]\n");
 }
 
 TEST(BaseDictVarPrint, QuotesTexts) {

@@ -32,6 +32,8 @@ TEST(BaseDictVar, HasNoPositionAndNothingDeclared_WhenNew) {
     EXPECT_EQ(variable.GetIndex(), -1);
     EXPECT_EQ(variable.GetValueLabelSet(), nullptr);
     EXPECT_TRUE(variable.GetIntervals().empty());
+    EXPECT_TRUE(variable.GetInvalidValues().empty());
+    EXPECT_FALSE(variable.HoldsTruthValues());
     EXPECT_EQ(variable.GetDisplayName(), "");
 }
 
@@ -108,6 +110,16 @@ TEST(BaseDictVar, ComparesDeclaredTextsExactly) {
     EXPECT_FALSE(color.IsMissingValue(Text("").get()));
 }
 
+TEST(BaseDictVar, KeepsInvalidValuesApartFromAllOthers) {
+    BaseDictVar age("age", ScoreDictVar::NumericStorage, ScoreDictVar::Continuous);
+    age.AddInvalidValue(Number(-1.0));
+
+    ASSERT_EQ(age.GetInvalidValues().size(), 1U);
+    EXPECT_EQ(*age.GetInvalidValues()[0], NumericValue(-1.0));
+    EXPECT_EQ(age.GetValueLabelSet(), nullptr);
+    EXPECT_FALSE(age.IsMissingValue(Number(-1.0).get()));
+}
+
 TEST(BaseDictVar, TakesNullForNoMissingValue) {
     const BaseDictVar variable("x", ScoreDictVar::NumericStorage, ScoreDictVar::Continuous);
 
@@ -119,6 +131,8 @@ TEST(BaseDictVar, CopiesEverything_WhenCloned) {
     original.SetDisplayName("Color of the leaf");
     original.AddValidValue(Text("red"), "Red leaf");
     original.AddMissingValue(Text("?"));
+    original.AddInvalidValue(Text("!"));
+    original.SetHoldsTruthValues(true);
     original.AddInterval({ValueInterval::OpenClosed, 1.0, 2.0});
     original.SetIndex(3);
 
@@ -131,6 +145,9 @@ TEST(BaseDictVar, CopiesEverything_WhenCloned) {
     EXPECT_EQ(copy->GetMeasureLevel(), 1);
     EXPECT_EQ(copy->GetIndex(), 3);
     EXPECT_TRUE(copy->IsMissingValue(Text("?").get()));
+    ASSERT_EQ(copy->GetInvalidValues().size(), 1U);
+    EXPECT_EQ(*copy->GetInvalidValues()[0], StringValue("!"));
+    EXPECT_TRUE(copy->HoldsTruthValues());
     ASSERT_EQ(copy->GetIntervals().size(), 1U);
     EXPECT_EQ(copy->GetIntervals()[0].closure, ValueInterval::OpenClosed);
     EXPECT_EQ(copy->GetIntervals()[0].rightMargin, 2.0);

@@ -15,18 +15,29 @@ BruteForceValue AttributeValue(const std::optional<std::string>& attribute, Brut
     return attribute ? Converted(*attribute, kind) : BruteForceValue();
 }
 
-/// What stands in for a missing field: a number where the field holds numbers and the text is one, else the text.
-BruteForceValue MappedMissing(const BruteForceExpression& expression, const BruteForceField& field) {
-    const BruteForceValue text = AttributeValue(expression.mapMissingTo, BruteForceKind::Any);
-    return field.kind == BruteForceKind::Number && AsNumber(text) ? Converted(text, field.kind) : text;
+/// What a text of the document stands for where values of the kind are meant: one of them when it reads as one, else the
+/// text. Where the kind is not known, a number when it is one, as in a constant without type.
+BruteForceValue Meant(const std::string& text, BruteForceKind kind) {
+    if (kind == BruteForceKind::Any) kind = BruteForceKind::Number;
+    const BruteForceValue read = Converted(text, kind);
+    return IsMissing(read) ? BruteForceValue(text) : read;
+}
+
+/// What stands in for a missing field where the result is of this kind.
+BruteForceValue MappedMissing(const BruteForceExpression& expression, BruteForceKind kind) {
+    return expression.mapMissingTo ? Meant(*expression.mapMissingTo, kind) : BruteForceValue();
+}
+
+/// What an expression reads. A field of truth values holds texts: one that is `true`, `false`, `1` or `0` is read as a
+/// truth value.
+BruteForceValue Seen(const BruteForceField& field) {
+    const bool isTruth = field.kind == BruteForceKind::Truth && AsTruth(field.value);
+    return isTruth ? Converted(field.value, BruteForceKind::Truth) : field.value;
 }
 
 BruteForceValue ConstantValue(const BruteForceExpression& constant) {
     if (constant.missing) return {};
-    if (constant.dataType.empty()) {
-        const auto number = AsNumber(constant.text);
-        return number ? BruteForceValue(*number) : BruteForceValue(constant.text);
-    }
+    if (constant.dataType.empty()) return Meant(constant.text, BruteForceKind::Any);
     if (KindOfDataType(constant.dataType) == BruteForceKind::Number) {
         if (constant.text == "INF") return std::numeric_limits<double>::infinity();
         if (constant.text == "-INF") return -std::numeric_limits<double>::infinity();
@@ -73,10 +84,10 @@ BruteForceValue BinValue(const BruteForceExpression& discretize, double x) {
 
 /// Expressions that read the number in one field: one that holds none, or a NaN, counts as missing.
 BruteForceValue OfNumber(const BruteForceExpression& expression, const BruteForceField& field) {
-    const auto number = AsNumber(field.value);
+    const auto number = AsNumber(Seen(field));
     const bool isPresent = number && !std::isnan(*number);
     if (expression.kind == BruteForceExpression::NormContinuous) {
-        const BruteForceValue none = MappedMissing(expression, field);
+        const BruteForceValue none = MappedMissing(expression, BruteForceKind::Number);
         return isPresent ? PointOnLine(expression, *number, none) : none;
     }
     return isPresent ? BinValue(expression, *number)
@@ -85,7 +96,10 @@ BruteForceValue OfNumber(const BruteForceExpression& expression, const BruteForc
 
 bool KeyMatches(const std::string& cell, const BruteForceField& field) {
     if (field.kind == BruteForceKind::Text) return AsText(field.value) == cell;
-    if (field.kind == BruteForceKind::Truth) return Compare(field.value, cell) == BruteForceOrder::Equal;
+    if (field.kind == BruteForceKind::Truth) {
+        const auto truth = AsTruth(field.value);
+        return truth ? truth == AsTruth(cell) : AsText(field.value) == cell;
+    }
     // A parameter without a type may be anything: as numbers where both are some, a truth value by its text.
     const auto number = AsNumber(field.value);
     const bool isTruth = std::holds_alternative<bool>(field.value);
@@ -153,8 +167,8 @@ BruteForceValue CallResult(const BruteForceExpression& apply, const BruteForceFi
 }
 
 BruteForceValue Indicator(const BruteForceExpression& expression, const BruteForceField& field) {
-    if (IsMissing(field.value)) return MappedMissing(expression, field);
-    return Compare(field.value, expression.text) == BruteForceOrder::Equal ? 1.0 : 0.0;
+    if (IsMissing(field.value)) return MappedMissing(expression, BruteForceKind::Number);
+    return Compare(Seen(field), Meant(expression.text, field.kind)) == BruteForceOrder::Equal ? 1.0 : 0.0;
 }
 
 }  // namespace
@@ -181,7 +195,7 @@ BruteForceValue Evaluate(const BruteForceExpression& expression, const BruteForc
     const BruteForceField& field = fields.at(expression.name);
     if (expression.kind == BruteForceExpression::NormDiscrete) return Indicator(expression, field);
     if (expression.kind != BruteForceExpression::FieldRef) return OfNumber(expression, field);
-    return IsMissing(field.value) ? MappedMissing(expression, field) : field.value;
+    return IsMissing(field.value) ? MappedMissing(expression, field.kind) : Seen(field);
 }
 
 }  // namespace nbscore::test

@@ -75,7 +75,9 @@ struct BruteForceFunction {
 using BruteForceFunctions = std::map<std::string, BruteForceFunction>;
 
 struct BruteForceField {
+    /// As scoring has it: of a data field or derived field a number or a text.
     BruteForceValue value;
+    /// As it is declared.
     BruteForceKind kind = BruteForceKind::Any;
 };
 

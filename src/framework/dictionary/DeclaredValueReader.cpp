@@ -22,7 +22,7 @@ std::unique_ptr<ScoreValue> ValidValue(const xercesc::DOMElement* value, const X
     return std::make_unique<StringValue>(TextAt(value, text, transcoder));
 }
 
-std::unique_ptr<ScoreValue> MissingValue(const std::string& text, bool isNumeric) {
+std::unique_ptr<ScoreValue> NumberOrText(const std::string& text, bool isNumeric) {
     if (isNumeric) {
         if (const auto number = ReadNumber(text)) return std::make_unique<NumericValue>(*number);
     }
@@ -52,9 +52,10 @@ void ReadDeclaredValue(const xercesc::DOMElement* value, const Transcoder& trans
                                    TextAt(value, BaseTranslator::GetAttribute(value, displayValueName), transcoder));
             break;
         case ValueProperty::Missing:
-            variable.AddMissingValue(MissingValue(TextAt(value, text, transcoder), isNumeric));
+            variable.AddMissingValue(NumberOrText(TextAt(value, text, transcoder), isNumeric));
             break;
         case ValueProperty::Invalid:
+            variable.AddInvalidValue(NumberOrText(TextAt(value, text, transcoder), isNumeric));
             break;
     }
 }

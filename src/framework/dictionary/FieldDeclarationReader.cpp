@@ -14,6 +14,7 @@ namespace nbscore {
 namespace {
 
 constexpr XmlName optypeName = "optype";
+constexpr XmlName dataTypeName = "dataType";
 
 bool HasValidValue(const xercesc::DOMElement* field) {
     const xercesc::DOMElement* child = BaseTranslator::GetFirstChildElt(field);
@@ -24,6 +25,11 @@ bool HasValidValue(const xercesc::DOMElement* field) {
         }
     }
     return false;
+}
+
+bool IsDeclaredBoolean(const xercesc::DOMElement* field) {
+    const XMLCh* dataType = BaseTranslator::GetAttribute(field, dataTypeName);
+    return dataType && BaseTranslator::IsEqual(dataType, "boolean");
 }
 
 ScoreDictVar::MeasureLevel ReadMeasureLevel(const xercesc::DOMElement* field, ScoreDictVar::StorageType storage) {
@@ -45,6 +51,7 @@ std::unique_ptr<BaseDictVar> ReadFieldDeclaration(const xercesc::DOMElement* fie
                                                   const Transcoder& transcoder) {
     const ScoreDictVar::StorageType storage = ReadStorageType(field);
     auto variable = std::make_unique<BaseDictVar>(name, storage, ReadMeasureLevel(field, storage));
+    variable->SetHoldsTruthValues(IsDeclaredBoolean(field));
     constexpr XmlName displayNameName = "displayName";
     variable->SetDisplayName(TextAt(field, BaseTranslator::GetAttribute(field, displayNameName), transcoder));
     const xercesc::DOMElement* child = BaseTranslator::GetFirstChildElt(field);

@@ -55,9 +55,7 @@ ExpressionValue ReadConstantValue(const xercesc::DOMElement* element, const Tran
     const ValueKind kind = DataTypeOf(element);
     if (kind == ValueKind::Number) return NumericConstant(element, xmlText.c_str());
     if (kind == ValueKind::Truth) return TruthConstant(element, xmlText.c_str());
-    std::string text = TextAt(element, xmlText.c_str(), transcoder);
-    const auto number = kind == ValueKind::Any ? ReadNumber(text) : std::nullopt;
-    return number ? ExpressionValue(*number) : ExpressionValue(std::move(text));
+    return ReadAs(kind, TextAt(element, xmlText.c_str(), transcoder));
 }
 
 }  // namespace

@@ -1,38 +1,42 @@
 #include "framework/transform/DeclaredValidity.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "framework/BaseDictVar.h"
+#include "framework/transform/FieldKind.h"
 
 namespace nbscore {
+namespace {
+
+ExpressionValue Declared(const ScoreValue& value, ValueKind kind) {
+    return kind == ValueKind::Number ? ExpressionValue(value.GetDouble()) : ReadAs(kind, value.GetString());
+}
+
+}  // namespace
 
 DeclaredValidity::DeclaredValidity(const ScoreDictVar& variable)
-    : declaresValues(variable.GetValueLabelSet() != nullptr) {
-    const bool isNumeric = variable.GetStorageType() == ScoreDictVar::NumericStorage;
-    if (declaresValues) {
-        for (const ScoreValueLabel& label : variable.GetValueLabelSet()->GetValueLabels()) {
-            if (isNumeric) {
-                numbers.insert(label.GetValue()->GetDouble());
-            } else {
-                texts.insert(label.GetValue()->GetString());
-            }
-        }
+    : kind(KindOfField(variable)), declaresValidValues(variable.GetValueLabelSet() != nullptr) {
+    if (declaresValidValues) {
+        for (const ScoreValueLabel& label : variable.GetValueLabelSet()->GetValueLabels())
+            validValues.insert(Declared(*label.GetValue(), kind));
     }
-    // Only the framework's own variables know of intervals.
+    // Only the framework's own variables know of invalid values and intervals.
     const auto* declared = dynamic_cast<const BaseDictVar*>(&variable);
-    if (declared != nullptr) intervals = declared->GetIntervals();
+    if (declared == nullptr) return;
+    for (const auto& value : declared->GetInvalidValues())
+        invalidValues.insert(Declared(*value, kind));
+    intervals = declared->GetIntervals();
 }
 
 bool DeclaredValidity::Allows(const ExpressionValue& value) const {
-    if (const auto* number = std::get_if<double>(&value)) return AllowsNumber(*number);
-    const auto* text = std::get_if<std::string>(&value);
-    return text != nullptr && (!declaresValues || texts.contains(*text));
+    if (!IsValidByItself(value) || invalidValues.contains(value)) return false;
+    if (kind == ValueKind::Truth && !std::holds_alternative<bool>(value)) return false;
+    if (declaresValidValues && !validValues.contains(value)) return false;
+    const auto* number = std::get_if<double>(&value);
+    return number == nullptr || IsInsideAnInterval(*number);
 }
 
-bool DeclaredValidity::AllowsNumber(double number) const {
-    if (std::isnan(number)) return false;
-    if (declaresValues && !numbers.contains(number)) return false;
+bool DeclaredValidity::IsInsideAnInterval(double number) const {
     return intervals.empty() || std::ranges::any_of(intervals, [number](const ValueInterval& interval) {
                return interval.Contains(number);
            });

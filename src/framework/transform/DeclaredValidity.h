@@ -1,30 +1,33 @@
 #pragma once
 
-#include <string>
 #include <unordered_set>
 #include <vector>
 
 #include "framework/ScoreDictVar.h"
 #include "framework/ValueInterval.h"
 #include "framework/transform/ExpressionValue.h"
+#include "framework/transform/ValueKind.h"
 
 namespace nbscore {
 
-/// Which values a variable's declaration allows: those it declares, when it declares any, and those inside one of its
-/// intervals, when it declares any. A NaN is never allowed.
+/// Which values a variable's declaration allows: none that it declares invalid; else those it declares valid, when it
+/// declares any, and those inside one of its intervals, when it declares any. A NaN is never allowed, nor is a text that
+/// is no truth value where the variable holds truth values.
 class DeclaredValidity {
 public:
     explicit DeclaredValidity(const ScoreDictVar& variable);
 
-    /// @param value of the variable's own kind, or missing, which is not allowed.
+    /// @param value as expressions see it, or missing, which is not allowed.
     bool Allows(const ExpressionValue& value) const;
 
 private:
-    bool AllowsNumber(double number) const;
+    /// True where none is declared.
+    bool IsInsideAnInterval(double number) const;
 
-    bool declaresValues;
-    std::unordered_set<double> numbers;
-    std::unordered_set<std::string> texts;
+    ValueKind kind;
+    bool declaresValidValues;
+    std::unordered_set<ExpressionValue> validValues;
+    std::unordered_set<ExpressionValue> invalidValues;
     std::vector<ValueInterval> intervals;
 };
 

@@ -112,7 +112,11 @@ void DerivedCaseRecord::Store(ExpressionValue result, std::size_t position) cons
 }
 
 ExpressionValue DerivedCaseRecord::ValueOf(const FieldReference& field) const {
-    return field.source == FieldReference::CaseRecord ? GetInput(field.position) : GetDerived(field.position);
+    ExpressionValue value =
+        field.source == FieldReference::CaseRecord ? GetInput(field.position) : GetDerived(field.position);
+    // Truth values are kept as texts.
+    const auto* text = field.kind == ValueKind::Truth ? std::get_if<std::string>(&value) : nullptr;
+    return text != nullptr ? ReadAs(ValueKind::Truth, *text) : value;
 }
 
 bool DerivedCaseRecord::IsValid(const FieldReference& field) const {

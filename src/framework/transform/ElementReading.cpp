@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "framework/BaseTranslator.h"
-#include "framework/NumberText.h"
 #include "framework/dictionary/NumericDataType.h"
 #include "framework/xml/Refusal.h"
 #include "framework/xml/Utf8.h"
@@ -77,13 +76,10 @@ ExpressionValue WrittenAttribute(const DOMElement* element, const XMLCh* name, V
     return text ? WrittenValue(element, text, wanted, transcoder) : ExpressionValue();
 }
 
-ExpressionValue AttributeBesideField(const DOMElement* element, const XMLCh* name, ValueKind fieldKind,
-                                     const Transcoder& transcoder) {
-    const XMLCh* xmlText = BaseTranslator::GetAttribute(element, name);
-    if (!xmlText) return {};
-    std::string text = TextAt(element, xmlText, transcoder);
-    const auto number = fieldKind == ValueKind::Number ? ReadNumber(text) : std::nullopt;
-    return number ? ExpressionValue(*number) : ExpressionValue(std::move(text));
+ExpressionValue AttributeOfKind(const DOMElement* element, const XMLCh* name, ValueKind kind,
+                                const Transcoder& transcoder) {
+    const XMLCh* text = BaseTranslator::GetAttribute(element, name);
+    return text ? ReadAs(kind, TextAt(element, text, transcoder)) : ExpressionValue();
 }
 
 std::optional<bool> FlagAttribute(const DOMElement* element, const XMLCh* name) {

@@ -44,10 +44,10 @@ ExpressionValue WrittenValue(const xercesc::DOMElement* element, const XMLCh* te
 ExpressionValue WrittenAttribute(const xercesc::DOMElement* element, const XMLCh* name, ValueKind wanted,
                                  const Transcoder& transcoder);
 
-/// An attribute that stands in for, or is compared with, the values of a field: beside a numeric field it is a number
-/// when it is one at all, beside every other a text as it stands. Missing when there is none.
-ExpressionValue AttributeBesideField(const xercesc::DOMElement* element, const XMLCh* name, ValueKind fieldKind,
-                                     const Transcoder& transcoder);
+/// An attribute that stands in for, or is compared with, values of this kind: one of them where its whole text reads as
+/// one, else the text as it stands (ReadAs). Missing when there is none.
+ExpressionValue AttributeOfKind(const xercesc::DOMElement* element, const XMLCh* name, ValueKind kind,
+                                const Transcoder& transcoder);
 
 /// true, false, 1 or 0; nothing when the element has no such attribute. Throws VeskException 5 for any other word.
 std::optional<bool> FlagAttribute(const xercesc::DOMElement* element, const XMLCh* name);

@@ -19,10 +19,10 @@ FieldReference ReadFieldReference(const xercesc::DOMElement* element, FieldScope
     return scope.Resolve(element, BaseTranslator::GetAttributeForced(element, fieldName));
 }
 
-FieldInput ReadFieldInput(const xercesc::DOMElement* element, FieldScope& scope) {
+FieldInput ReadFieldInput(const xercesc::DOMElement* element, const FieldReference& field, ValueKind resultKind,
+                          const Transcoder& transcoder) {
     constexpr XmlName mapMissingToName = "mapMissingTo";
-    const FieldReference field = ReadFieldReference(element, scope);
-    return {field, AttributeBesideField(element, mapMissingToName, field.kind, scope.GetTranscoder())};
+    return {field, AttributeOfKind(element, mapMissingToName, resultKind, transcoder)};
 }
 
 }  // namespace nbscore

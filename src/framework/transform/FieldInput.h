@@ -21,8 +21,10 @@ struct FieldInput {
 /// The field that the attribute `field` names.
 FieldReference ReadFieldReference(const xercesc::DOMElement* element, FieldScope& scope);
 
-/// Reads the attributes `field` and `mapMissingTo`, which has the kind of the field that it stands in for: beside a
-/// numeric field it is a number when it is one at all, beside any other a text as it stands.
-FieldInput ReadFieldInput(const xercesc::DOMElement* element, FieldScope& scope);
+/// Reads the attribute `mapMissingTo` beside the field.
+/// @param resultKind what the expression gives: `mapMissingTo` is one of these where it reads as one, else a text as it
+///     stands.
+FieldInput ReadFieldInput(const xercesc::DOMElement* element, const FieldReference& field, ValueKind resultKind,
+                          const Transcoder& transcoder);
 
 }  // namespace nbscore

@@ -17,7 +17,8 @@ bool FieldRefExpression::IsValid(const ExpressionValue& /*value*/, const FieldVa
 }
 
 std::unique_ptr<const Expression> ReadFieldRef(const xercesc::DOMElement* element, FieldScope& scope) {
-    return std::make_unique<FieldRefExpression>(ReadFieldInput(element, scope));
+    const FieldReference field = ReadFieldReference(element, scope);
+    return std::make_unique<FieldRefExpression>(ReadFieldInput(element, field, field.kind, scope.GetTranscoder()));
 }
 
 }  // namespace nbscore

@@ -22,8 +22,8 @@ private:
     FieldInput input;
 };
 
-/// Reads a FieldRef element. `mapMissingTo` has the kind of the field that it stands in for: beside a numeric field
-/// it is a number when it is one at all, beside any other it is a text as it stands.
+/// Reads a FieldRef element. `mapMissingTo` has the kind of the field that it stands in for where it reads as one, else
+/// it is a text as it stands.
 std::unique_ptr<const Expression> ReadFieldRef(const xercesc::DOMElement* element, FieldScope& scope);
 
 }  // namespace nbscore

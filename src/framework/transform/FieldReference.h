@@ -14,7 +14,7 @@ struct FieldReference {
     /// Position among the data fields that expressions read, among the derived fields, or among the parameters of the
     /// function that the expression belongs to.
     std::size_t position = 0;
-    /// What its values are; a data field's or derived field's are numbers or texts.
+    /// What its values are. A data field or derived field of truth values may hold texts beside them.
     ValueKind kind = ValueKind::Text;
 };
 

@@ -3,17 +3,11 @@
 #include <xercesc/dom/DOMElement.hpp>
 
 #include "framework/VeskException.h"
+#include "framework/transform/FieldKind.h"
 #include "framework/xml/Refusal.h"
 #include "framework/xml/Utf8.h"
 
 namespace nbscore {
-namespace {
-
-ValueKind KindOf(const ScoreDictVar& variable) {
-    return variable.GetStorageType() == ScoreDictVar::NumericStorage ? ValueKind::Number : ValueKind::Text;
-}
-
-}  // namespace
 
 FieldScope::FieldScope(DerivedFields& derivedFields, const ScoreDictionary* dataDictionary,
                        const Transcoder& textTranscoder)
@@ -85,7 +79,7 @@ FieldReference FieldScope::ResolveParameter(const xercesc::DOMElement* element, 
 
 FieldReference FieldScope::ResolveDerived(std::size_t position) {
     (branches > 0 ? fieldsInBranches : fieldsAlways).Note(position);
-    return {FieldReference::DerivedFields, position, KindOf(*derived.fields[position].variable)};
+    return {FieldReference::DerivedFields, position, KindOfField(*derived.fields[position].variable)};
 }
 
 FieldReference FieldScope::ResolveInput(const std::string& name, const ScoreDictVar& variable) {
@@ -95,7 +89,7 @@ FieldReference FieldScope::ResolveInput(const std::string& name, const ScoreDict
             {name, std::unique_ptr<const ScoreDictVar>(variable.Clone()), DeclaredValidity(variable)});
     }
     inputs.Note(entry->second);
-    return {FieldReference::CaseRecord, entry->second, KindOf(variable)};
+    return {FieldReference::CaseRecord, entry->second, KindOfField(variable)};
 }
 
 const UserFunction* FieldScope::FindFunctionToCall(const std::string& name) {

@@ -74,7 +74,8 @@ ExpressionValue NormContinuousExpression::ValueFor(const FieldValues& fields) co
 }
 
 std::unique_ptr<const Expression> ReadNormContinuous(const xercesc::DOMElement* element, FieldScope& scope) {
-    FieldInput input = ReadFieldInput(element, scope);
+    const FieldReference field = ReadFieldReference(element, scope);
+    FieldInput input = ReadFieldInput(element, field, ValueKind::Number, scope.GetTranscoder());
     return std::make_unique<NormContinuousExpression>(std::move(input), ReadLine(element));
 }
 

@@ -36,12 +36,13 @@ ExpressionValue NormDiscreteExpression::ValueFor(const FieldValues& fields) cons
 }
 
 std::unique_ptr<const Expression> ReadNormDiscrete(const xercesc::DOMElement* element, FieldScope& scope) {
-    FieldInput input = ReadFieldInput(element, scope);
+    const FieldReference field = ReadFieldReference(element, scope);
+    FieldInput input = ReadFieldInput(element, field, ValueKind::Number, scope.GetTranscoder());
     BaseTranslator::GetAttributeForced(element, valueName);
     RefuseOtherMethods(element);
     const auto children = ChildrenOf(element);
     if (!children.empty()) throw UnexpectedChild(children.front(), TagOf(element));
-    ExpressionValue sought = AttributeBesideField(element, valueName, input.field.kind, scope.GetTranscoder());
+    ExpressionValue sought = AttributeOfKind(element, valueName, field.kind, scope.GetTranscoder());
     return std::make_unique<NormDiscreteExpression>(std::move(input), std::move(sought));
 }
 

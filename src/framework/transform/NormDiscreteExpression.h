@@ -20,7 +20,9 @@ private:
     ExpressionValue soughtValue;
 };
 
-/// Reads a NormDiscrete element. Throws VeskException 11 for any other `method` than "indicator".
+/// Reads a NormDiscrete element. `value` has the kind of the field where it reads as one, `mapMissingTo` is a number where
+/// it reads as one, and either is else a text as it stands. Throws VeskException 11 for any other `method` than
+/// "indicator".
 std::unique_ptr<const Expression> ReadNormDiscrete(const xercesc::DOMElement* element, FieldScope& scope);
 
 }  // namespace nbscore

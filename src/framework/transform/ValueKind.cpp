@@ -32,4 +32,11 @@ ExpressionValue CastTo(ValueKind kind, ExpressionValue value) {
     return value;
 }
 
+ExpressionValue ReadAs(ValueKind kind, std::string text) {
+    ExpressionValue value(std::move(text));
+    if (kind == ValueKind::Text) return value;
+    ExpressionValue read = CastTo(kind == ValueKind::Truth ? kind : ValueKind::Number, value);
+    return IsMissing(read) ? value : read;
+}
+
 }  // namespace nbscore

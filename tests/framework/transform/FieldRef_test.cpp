@@ -50,6 +50,26 @@ TEST(FieldRef, GivesItsReplacement_WhenTheFieldIsMissing) {
     EXPECT_EQ(Value(Number("<FieldRef field='x' mapMissingTo='none'/>"), Case()), "absent");
 }
 
+TEST(FieldRef, ReadsItsReplacementAsTheKindOfTheField) {
+    const auto equals = [](const std::string& field, const std::string& constant, const std::string& others = "") {
+        return Value(Text("<Apply function='equal'>" + field + "<Constant dataType='string'>" + constant +
+                          "</Constant></Apply>") +
+                         others,
+                     Case());
+    };
+    EXPECT_EQ(equals("<FieldRef field='x' mapMissingTo='1.0'/>", "1"), "text true");
+    EXPECT_EQ(equals("<FieldRef field='s' mapMissingTo='1.0'/>", "1"), "text false");
+    const auto parameter = [](const std::string& dataType) {
+        return "<DefineFunction name='f' optype='categorical'><ParameterField name='p' " + dataType +
+               "/><FieldRef field='p' mapMissingTo='1'/></DefineFunction>";
+    };
+    const std::string called = "<Apply function='f'><FieldRef field='x'/></Apply>";
+    EXPECT_EQ(equals(called, "1.0", parameter("dataType='double'")), "text true");
+    EXPECT_EQ(equals(called, "1.0", parameter("")), "text true");
+    EXPECT_EQ(equals(called, "1.0", parameter("dataType='string'")), "text false");
+    EXPECT_EQ(equals(called, "true", parameter("dataType='boolean'")), "text true");
+}
+
 TEST(FieldRef, ReadsTheRecordsTextAsANumber_WhenTheFieldHoldsNumbers) {
     Case record;
     record.SetText(0, "12.5");

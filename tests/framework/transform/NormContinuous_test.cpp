@@ -51,6 +51,17 @@ TEST(NormContinuous, IsMissingOrMapped_WhenTheFieldIsMissing) {
     EXPECT_EQ(Norm(-9, "mapMissingTo='none'"), "text none");
 }
 
+TEST(NormContinuous, MapsToANumber_WhereTheTextIsOneWhateverTheFieldHolds) {
+    const auto equalsOne = [](const std::string& field, const std::string& mapped) {
+        return Given("<Apply function='equal'><NormContinuous field='" + field + "' mapMissingTo='" + mapped + "'>" +
+                         points + "</NormContinuous><Constant dataType='string'>1</Constant></Apply>",
+                     Case(-9, "NA"));
+    };
+    EXPECT_EQ(equalsOne("s", "1.0"), "text true");
+    EXPECT_EQ(equalsOne("x", "1.0"), "text true");
+    EXPECT_EQ(equalsOne("s", "one"), "text false");
+}
+
 TEST(NormContinuous, ReadsATextFieldAsANumber_AndOneThatIsNoneAsMissing) {
     const std::string norm = "<NormContinuous field='s' mapMissingTo='m'>" + points + "</NormContinuous>";
     EXPECT_EQ(Given(norm, Case(0, " 5 ")), "text 1.5");

@@ -26,6 +26,30 @@ TEST(NormDiscrete, IsMissingOrMapped_WhenTheFieldIsMissing) {
     EXPECT_EQ(Given("<NormDiscrete field='s' value='a' mapMissingTo='0'/>", Case(1, "NA")), "text 0");
 }
 
+TEST(NormDiscrete, MapsToANumber_WhereTheTextIsOneWhateverTheFieldHolds) {
+    const auto equalsOne = [](const std::string& field, const std::string& mapped) {
+        return Given("<Apply function='equal'><NormDiscrete field='" + field + "' value='a' mapMissingTo='" + mapped +
+                         "'/><Constant dataType='string'>1</Constant></Apply>",
+                     Case(-9, "NA"));
+    };
+    EXPECT_EQ(equalsOne("s", "1.0"), "text true");
+    EXPECT_EQ(equalsOne("x", "1.0"), "text true");
+    EXPECT_EQ(equalsOne("s", "one"), "text false");
+}
+
+TEST(NormDiscrete, ReadsItsValueLikeAConstant_WhenTheFieldIsAParameterWithoutType) {
+    const auto called = [](const std::string& value, const std::string& argument) {
+        return Given("<Apply function='f'>" + argument + "</Apply>", Case(2, "2"), "string",
+                     "<DefineFunction name='f' optype='categorical'><ParameterField name='p'/><NormDiscrete field='p' "
+                     "value='" +
+                         value + "'/></DefineFunction>");
+    };
+    EXPECT_EQ(called("2.0", "<FieldRef field='x'/>"), "text 1");
+    EXPECT_EQ(called("2.0", "<FieldRef field='s'/>"), "text 1");
+    EXPECT_EQ(called("two", "<FieldRef field='s'/>"), "text 0");
+    EXPECT_EQ(called("1", "<Apply function='isNotMissing'><FieldRef field='s'/></Apply>"), "text 1");
+}
+
 TEST(NormDiscrete, IsRefused_WhenItsPartsAreUnknown) {
     const std::string place = " 4:1 DerivedField[1]/NormDiscrete[1]: ";
     EXPECT_EQ(RefusalOfExpression("<NormDiscrete field='s'/>"),

@@ -101,4 +101,48 @@ TEST(Validity, IsThatOfAnInfinity_WhereAnIntervalHasNoMarginOnItsSide) {
     EXPECT_EQ(Valid("<FieldRef field='e'/>", Case(), infinite("-INF")), "text false");
 }
 
+TEST(Validity, IsNeverThatOfAValueDeclaredInvalid) {
+    const std::string e = "<FieldRef field='e'/>";
+    const std::string text = Field("e", "string", s + "<Value value='a' property='invalid'/>");
+    EXPECT_EQ(Valid(e, Case(1, "a"), text), "text false");
+    EXPECT_EQ(Valid(e, Case(1, "b"), text), "text true");
+    const std::string number = Field("e", "double", x + "<Value value='2.0' property='invalid'/>");
+    EXPECT_EQ(Valid(e, Case(2, "a"), number), "text false");
+    EXPECT_EQ(Valid(e, Case(3, "a"), number), "text true");
+    const std::string both = Field("e", "string",
+                                   s + "<Value value='a'/><Value value='a' property='invalid'/><Value value='b'/>"
+                                       "<Value value='c' property='invalid'/>");
+    EXPECT_EQ(Valid(e, Case(1, "a"), both), "text false");
+    EXPECT_EQ(Valid(e, Case(1, "b"), both), "text true");
+    EXPECT_EQ(Valid(e, Case(1, "c"), both), "text false");
+    const std::string inside =
+        Field("e", "double",
+              x + "<Interval closure='closedClosed' leftMargin='0' rightMargin='5'/><Value value='2' "
+                  "property='invalid'/>");
+    EXPECT_EQ(Valid(e, Case(1, "a"), inside), "text true");
+    EXPECT_EQ(Valid(e, Case(2, "a"), inside), "text false");
+}
+
+TEST(Validity, LeavesAValueDeclaredInvalidAsItIs) {
+    const std::string declared = Field("d", "string", s + "<Value value='a' property='invalid'/>");
+    const DerivedDocument document(fields, declared);
+    const Case record(1, "a");
+    EXPECT_EQ(document.ValueOf("d", &record), "text a");
+    EXPECT_EQ(document.derived->GetVar("d")->GetValueLabelSet(), nullptr);
+}
+
+TEST(Validity, IsThatOfATruthValue_WhenTheFieldIsBoolean) {
+    const std::string e = "<FieldRef field='e'/>";
+    const auto constant = [](const std::string& text, const std::string& values = "") {
+        return Field("e", "boolean", "<Constant dataType='string'>" + text + "</Constant>" + values);
+    };
+    EXPECT_EQ(Valid(e, Case(), constant("true")), "text true");
+    EXPECT_EQ(Valid(e, Case(), constant("0")), "text true");
+    EXPECT_EQ(Valid(e, Case(), constant("yes")), "text false");
+    EXPECT_EQ(Valid(e, Case(), constant("yes", "<Value value='yes'/>")), "text false");
+    EXPECT_EQ(Valid(e, Case(), constant("1", "<Value value='true'/>")), "text true");
+    EXPECT_EQ(Valid(e, Case(), constant("0", "<Value value='true'/>")), "text false");
+    EXPECT_EQ(Valid(e, Case(), constant("true", "<Value value='1' property='invalid'/>")), "text false");
+}
+
 }  // namespace

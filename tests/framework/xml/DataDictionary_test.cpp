@@ -160,6 +160,17 @@ TEST(DataFieldValue, LeavesTheFieldWithoutLabels_WhenNoneIsValid) {
     EXPECT_FALSE(field->IsMissingValue(&invalid));
 }
 
+TEST(DataFieldValue, IsKeptAsInvalid_WhenItIsDeclaredSo) {
+    const Fields fields = Read(
+        "<DataField name='f' dataType='double'><Value value='-1.0' property='invalid'/>"
+        "<Value value='x' property='invalid'/></DataField>");
+    const auto* field = dynamic_cast<const BaseDictVar*>(fields->GetVar("f"));
+    ASSERT_NE(field, nullptr);
+    ASSERT_EQ(field->GetInvalidValues().size(), 2u);
+    EXPECT_EQ(*field->GetInvalidValues()[0], NumericValue(-1));
+    EXPECT_EQ(*field->GetInvalidValues()[1], StringValue("x"));
+}
+
 TEST(DataFieldValue, IsMissingAsText_WhenTheFieldHoldsTexts) {
     const Fields fields = Read("<DataField name='f'><Value value='9' property='missing'/></DataField>");
     const StringValue text("9");
