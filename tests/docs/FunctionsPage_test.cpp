@@ -28,10 +28,24 @@ std::string MissingRuleText(MissingRule rule) {
     return {};
 }
 
+std::string KindText(ValueKind kind) {
+    switch (kind) {
+        case ValueKind::Number:
+            return "number";
+        case ValueKind::Truth:
+            return "truth value";
+        case ValueKind::Text:
+            return "text";
+        case ValueKind::Any:
+            return "any";
+    }
+    return {};
+}
+
 std::string Row(const BuiltInFunction& function) {
     std::ostringstream row;
     row << "| `" << function.name << "` | " << function.parameters << " | " << MissingRuleText(function.missingRule)
-        << " | " << function.description << " |\n";
+        << " | " << KindText(function.resultKind) << " | " << function.description << " |\n";
     return row.str();
 }
 
@@ -42,7 +56,7 @@ std::string Tables() {
         if (function.family != family) {
             family = function.family;
             tables += "\n## " + std::string(family) + "\n\n";
-            tables += "| function | arguments | a missing one | result |\n|---|---|---|---|\n";
+            tables += "| function | arguments | a missing one | gives | result |\n|---|---|---|---|---|\n";
         }
         tables += Row(function);
     }

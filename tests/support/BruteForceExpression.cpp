@@ -23,7 +23,7 @@ BruteForceValue Meant(const std::string& text, BruteForceKind kind) {
     return IsMissing(read) ? BruteForceValue(text) : read;
 }
 
-/// What stands in for a missing field where the result is of this kind.
+/// What stands in for the result, which is of this kind, where something is missing.
 BruteForceValue MappedMissing(const BruteForceExpression& expression, BruteForceKind kind) {
     return expression.mapMissingTo ? Meant(*expression.mapMissingTo, kind) : BruteForceValue();
 }
@@ -122,10 +122,10 @@ BruteForceValue RowOutput(const BruteForceExpression& table, const BruteForceFie
 }
 
 /// What the options of an `Apply` make of what came out.
-BruteForceValue Result(const BruteForceExpression& apply, BruteForceValue value) {
+BruteForceValue Result(const BruteForceExpression& apply, BruteForceKind kind, BruteForceValue value) {
     const auto* number = std::get_if<double>(&value);
     if (number != nullptr && !std::isfinite(*number) && apply.invalidValueTreatment != "asIs") value = {};
-    return IsMissing(value) ? AttributeValue(apply.defaultValue, BruteForceKind::Any) : value;
+    return IsMissing(value) && apply.defaultValue ? Meant(*apply.defaultValue, kind) : value;
 }
 
 BruteForceValue CallOfDefined(const BruteForceExpression& apply, const BruteForceFunction& function,
@@ -138,20 +138,21 @@ BruteForceValue CallOfDefined(const BruteForceExpression& apply, const BruteForc
         parameter = {Converted(arguments[i], kind), kind};
         anyMissing = anyMissing || IsMissing(parameter.value);
     }
-    if (anyMissing && apply.mapMissingTo) return *apply.mapMissingTo;
-    return Result(apply, Converted(Evaluate(function.body, parameters, functions), KindOfDataType(function.dataType)));
+    const BruteForceKind kind = KindOfDataType(function.dataType);
+    if (anyMissing && apply.mapMissingTo) return MappedMissing(apply, kind);
+    return Result(apply, kind, Converted(Evaluate(function.body, parameters, functions), kind));
 }
 
 BruteForceValue ChosenValue(const BruteForceExpression& apply, const BruteForceFields& fields,
                             const BruteForceFunctions& functions) {
     const BruteForceValue condition = Evaluate(apply.arguments[0], fields, functions);
-    if (IsMissing(condition) && apply.mapMissingTo) return *apply.mapMissingTo;
+    if (IsMissing(condition) && apply.mapMissingTo) return MappedMissing(apply, BruteForceKind::Any);
     const auto truth = AsTruth(condition);
     const std::size_t chosen = truth == true ? 1 : 2;
-    if (!truth || chosen >= apply.arguments.size()) return Result(apply, {});
+    if (!truth || chosen >= apply.arguments.size()) return Result(apply, BruteForceKind::Any, {});
     BruteForceValue value = Evaluate(apply.arguments[chosen], fields, functions);
-    if (IsMissing(value) && apply.mapMissingTo) return *apply.mapMissingTo;
-    return Result(apply, std::move(value));
+    if (IsMissing(value) && apply.mapMissingTo) return MappedMissing(apply, BruteForceKind::Any);
+    return Result(apply, BruteForceKind::Any, std::move(value));
 }
 
 BruteForceValue CallResult(const BruteForceExpression& apply, const BruteForceFields& fields,
@@ -162,8 +163,9 @@ BruteForceValue CallResult(const BruteForceExpression& apply, const BruteForceFi
         arguments.push_back(Evaluate(argument, fields, functions));
     const auto defined = functions.find(apply.name);
     if (defined != functions.end()) return CallOfDefined(apply, defined->second, arguments, functions);
-    if (apply.mapMissingTo && std::ranges::any_of(arguments, IsMissing)) return *apply.mapMissingTo;
-    return Result(apply, CallByBruteForce(apply.name, arguments));
+    const BruteForceKind kind = KindGivenByBruteForce(apply.name);
+    if (apply.mapMissingTo && std::ranges::any_of(arguments, IsMissing)) return MappedMissing(apply, kind);
+    return Result(apply, kind, CallByBruteForce(apply.name, arguments));
 }
 
 BruteForceValue Indicator(const BruteForceExpression& expression, const BruteForceField& field) {

@@ -10,8 +10,9 @@ namespace nbscore::test {
 namespace {
 
 using Values = std::vector<BruteForceValue>;
+using Names = std::vector<std::string>;
 
-bool IsOneOf(const std::string& name, const std::vector<std::string>& names) {
+bool IsOneOf(const std::string& name, const Names& names) {
     return std::ranges::find(names, name) != names.end();
 }
 
@@ -149,21 +150,30 @@ BruteForceValue TextCall(const std::string& function, const Values& arguments) {
     return text;
 }
 
+const Names aggregates = {"min", "max", "sum", "avg", "product"};
+const Names ofNumbers = {"+", "-", "*", "/", "abs", "floor", "ceil", "round"};
+const Names ofTexts = {"uppercase", "concat", "substring"};
+
 }  // namespace
+
+BruteForceKind KindGivenByBruteForce(const std::string& function) {
+    if (function == "if") return BruteForceKind::Any;
+    if (IsOneOf(function, ofTexts)) return BruteForceKind::Text;
+    const bool isNumber = IsOneOf(function, aggregates) || IsOneOf(function, ofNumbers) || function == "stringLength";
+    return isNumber ? BruteForceKind::Number : BruteForceKind::Truth;
+}
 
 BruteForceValue CallByBruteForce(const std::string& function, const Values& arguments) {
     if (function == "isMissing") return IsMissing(arguments[0]);
     if (function == "isNotMissing") return !IsMissing(arguments[0]);
     if (function == "and") return Logic(arguments, false);
     if (function == "or") return Logic(arguments, true);
-    if (IsOneOf(function, {"min", "max", "sum", "avg", "product"})) return NumericCall(function, arguments);
+    if (IsOneOf(function, aggregates)) return NumericCall(function, arguments);
 
     if (std::ranges::any_of(arguments, [](const BruteForceValue& value) { return IsMissing(value); })) return {};
-    if (IsOneOf(function, {"+", "-", "*", "/", "abs", "floor", "ceil", "round"})) {
-        return NumericCall(function, arguments);
-    }
+    if (IsOneOf(function, ofNumbers)) return NumericCall(function, arguments);
     if (IsOneOf(function, {"isIn", "isNotIn"})) return Membership(function, arguments);
-    if (IsOneOf(function, {"uppercase", "stringLength", "concat", "substring"})) return TextCall(function, arguments);
+    if (IsOneOf(function, ofTexts) || function == "stringLength") return TextCall(function, arguments);
     if (function == "not") {
         const auto truth = AsTruth(arguments[0]);
         return truth ? BruteForceValue(!*truth) : BruteForceValue();

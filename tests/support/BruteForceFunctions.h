@@ -11,4 +11,7 @@ namespace nbscore::test {
 /// none: whether that is a result is for the caller to say.
 BruteForceValue CallByBruteForce(const std::string& function, const std::vector<BruteForceValue>& arguments);
 
+/// What a built-in function's results are; of `if`, anything.
+BruteForceKind KindGivenByBruteForce(const std::string& function);
+
 }  // namespace nbscore::test

@@ -9,11 +9,11 @@ ExpressionValue ApplyOptions::ResultFor(ExpressionValue value) const {
     const bool isUndefined = number != nullptr && !std::isfinite(*number);
     const bool isMissing = IsMissing(value) || (isUndefined && undefined == UndefinedResult::IsMissing);
     if (!isMissing) return value;
-    return defaultValue ? ExpressionValue(*defaultValue) : ExpressionValue();
+    return defaultValue.value_or(ExpressionValue());
 }
 
 ExpressionValue ApplyOptions::ResultForMissingArgument() const {
-    return mapMissingTo ? ExpressionValue(*mapMissingTo) : ResultFor({});
+    return mapMissingTo ? *mapMissingTo : ResultFor({});
 }
 
 }  // namespace nbscore

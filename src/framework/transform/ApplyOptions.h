@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <string>
 
 #include "framework/transform/ExpressionValue.h"
 
@@ -11,10 +10,10 @@ namespace nbscore {
 struct ApplyOptions {
     enum class UndefinedResult { IsMissing, StaysAsItIs };
 
-    /// The result of a call with a missing argument, which is then not made.
-    std::optional<std::string> mapMissingTo;
-    /// What a missing result becomes.
-    std::optional<std::string> defaultValue;
+    /// The result of a call with a missing argument, which is then not made. Never missing itself.
+    std::optional<ExpressionValue> mapMissingTo;
+    /// What a missing result becomes. Never missing itself.
+    std::optional<ExpressionValue> defaultValue;
     /// An undefined operation (division by zero, the logarithm of a negative number, a result that no double can hold)
     /// has no result, unless the document wants the number as it is.
     UndefinedResult undefined = UndefinedResult::IsMissing;

@@ -24,9 +24,10 @@ using xercesc::DOMElement;
 
 constexpr XmlName functionName = "function";
 
-std::optional<std::string> OptionalText(const DOMElement* element, const XMLCh* name, const Transcoder& transcoder) {
-    const XMLCh* text = BaseTranslator::GetAttribute(element, name);
-    return text ? std::optional(TextAt(element, text, transcoder)) : std::nullopt;
+std::optional<ExpressionValue> StandIn(const DOMElement* element, const XMLCh* name, ValueKind resultKind,
+                                       const Transcoder& transcoder) {
+    ExpressionValue value = AttributeOfKind(element, name, resultKind, transcoder);
+    return IsMissing(value) ? std::nullopt : std::optional(std::move(value));
 }
 
 ApplyOptions::UndefinedResult ReadTreatment(const DOMElement* element) {
@@ -36,12 +37,13 @@ ApplyOptions::UndefinedResult ReadTreatment(const DOMElement* element) {
                                                              : ApplyOptions::UndefinedResult::IsMissing;
 }
 
-ApplyOptions ReadOptions(const DOMElement* element, const Transcoder& transcoder) {
+/// @param resultKind of the function that is called.
+ApplyOptions ReadOptions(const DOMElement* element, ValueKind resultKind, const Transcoder& transcoder) {
     constexpr XmlName mapMissingToName = "mapMissingTo";
     constexpr XmlName defaultValueName = "defaultValue";
     ApplyOptions options;
-    options.mapMissingTo = OptionalText(element, mapMissingToName, transcoder);
-    options.defaultValue = OptionalText(element, defaultValueName, transcoder);
+    options.mapMissingTo = StandIn(element, mapMissingToName, resultKind, transcoder);
+    options.defaultValue = StandIn(element, defaultValueName, resultKind, transcoder);
     options.undefined = ReadTreatment(element);
     return options;
 }
@@ -88,14 +90,15 @@ std::unique_ptr<const Expression> MakeCall(CallParts parts) {
 std::unique_ptr<const Expression> ReadApply(const DOMElement* element, FieldScope& scope) {
     const XMLCh* xmlName = BaseTranslator::GetAttributeForced(element, functionName);
     const std::string name = TextAt(element, xmlName, scope.GetTranscoder());
-    ApplyOptions options = ReadOptions(element, scope.GetTranscoder());
     const auto children = ChildrenOf(element);
     if (const BuiltInFunction* function = FindBuiltInFunction(name)) {
+        ApplyOptions options = ReadOptions(element, function->resultKind, scope.GetTranscoder());
         DemandArguments(element, children.size(), function->fewestArguments, function->mostArguments);
         auto arguments = ReadArguments(children, function->argumentsAlwaysEvaluated, scope);
         return MakeCall({*function, std::move(arguments), std::move(options), element, scope.GetPatterns()});
     }
     if (const UserFunction* function = scope.FindFunctionToCall(name)) {
+        ApplyOptions options = ReadOptions(element, function->kind, scope.GetTranscoder());
         DemandArguments(element, children.size(), function->parameters.size(), function->parameters.size());
         auto arguments = ReadArguments(children, BuiltInFunction::anyNumber, scope);
         return std::make_unique<UserFunctionCall>(*function, std::move(arguments), std::move(options));

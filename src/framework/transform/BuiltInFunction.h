@@ -11,6 +11,7 @@
 #include "framework/XmlFwd.h"
 #include "framework/transform/ApplyOptions.h"
 #include "framework/transform/Expression.h"
+#include "framework/transform/ValueKind.h"
 #include "framework/transform/functions/PatternStore.h"
 
 namespace nbscore {
@@ -51,6 +52,9 @@ struct BuiltInFunction {
     std::size_t fewestArguments;
     std::size_t mostArguments;
     MissingRule missingRule;
+    /// What its results are, unless they are missing; Any where that is the affair of an argument. What an `Apply` says
+    /// to stand in for a result is read as one of these.
+    ValueKind resultKind;
     /// One sentence for people, in Markdown.
     std::string_view description;
     /// The result for arguments that follow the missing rule. A number that is not finite says that the operation is

@@ -63,7 +63,8 @@ double Product(Numbers& numbers) {
 
 constexpr BuiltInFunction OfAnyNumber(std::string_view name, std::string_view description,
                                       ExpressionValue (*call)(Arguments)) {
-    return {name, "x, ...", 1, BuiltInFunction::anyNumber, MissingRule::IsLeftOut, description, call};
+    return {name,        "x, ...", 1, BuiltInFunction::anyNumber, MissingRule::IsLeftOut, ValueKind::Number,
+            description, call};
 }
 
 constexpr BuiltInFunction functions[] = {

@@ -32,7 +32,8 @@ double Divide(double x, double y) {
 
 constexpr BuiltInFunction functions[] = {
     TwoNumbersRow<Add>("+", "x, y", "The sum x + y."),
-    {"-", "x[, y]", 1, 2, MissingRule::GivesMissing, "The difference x - y; with one argument, -x.", SubtractOrNegate},
+    {"-", "x[, y]", 1, 2, MissingRule::GivesMissing, ValueKind::Number, "The difference x - y; with one argument, -x.",
+     SubtractOrNegate},
     TwoNumbersRow<Multiply>("*", "x, y", "The product x · y."),
     TwoNumbersRow<Divide>("/", "x, y",
                           "The quotient x / y, of whole numbers too (7 / 2 is 3.5); undefined when y is 0.")};

@@ -38,7 +38,7 @@ bool GreaterOrEqual(std::partial_ordering order) {
 
 template <bool (&isFulfilled)(std::partial_ordering)>
 constexpr BuiltInFunction ComparisonRow(std::string_view name, std::string_view description) {
-    return {name, "x, y", 2, 2, MissingRule::GivesMissing, description, Comparing<isFulfilled>};
+    return {name, "x, y", 2, 2, MissingRule::GivesMissing, ValueKind::Truth, description, Comparing<isFulfilled>};
 }
 
 constexpr BuiltInFunction functions[] = {ComparisonRow<Equal>("equal", "Whether x = y."),

@@ -13,7 +13,7 @@ std::unique_ptr<const Expression> MakeIf(CallParts parts) {
 }
 
 constexpr BuiltInFunction functions[] = {
-    {"if", "condition, then[, else]", 2, 3, MissingRule::IsSeen,
+    {"if", "condition, then[, else]", 2, 3, MissingRule::IsSeen, ValueKind::Any,
      "`then` when the condition is true, `else` when it is false, and only the chosen one is evaluated; missing when "
      "the condition is missing or the chosen one is missing or left out, undefined when the condition is no truth "
      "value.",

@@ -44,15 +44,15 @@ ExpressionValue SecondsSinceMidnight(Arguments arguments) {
 }
 
 constexpr BuiltInFunction functions[] = {
-    {"dateDaysSinceYear", "date, year", 2, 2, MissingRule::GivesMissing,
+    {"dateDaysSinceYear", "date, year", 2, 2, MissingRule::GivesMissing, ValueKind::Number,
      "The days from 1 January of the year to the date, as the date is written whatever its offset, negative before; "
      "undefined when there is no date, or no whole year from 0 to 9999.",
      DaysSinceYear},
-    {"dateSecondsSinceYear", "date, year", 2, 2, MissingRule::GivesMissing,
+    {"dateSecondsSinceYear", "date, year", 2, 2, MissingRule::GivesMissing, ValueKind::Number,
      "The whole seconds from 1 January of the year, 00:00:00, to the date and time, negative before, both in UTC when "
      "an offset is written; undefined when there is no date, or no whole year from 0 to 9999.",
      SecondsSinceYear},
-    {"dateSecondsSinceMidnight", "time", 1, 1, MissingRule::GivesMissing,
+    {"dateSecondsSinceMidnight", "time", 1, 1, MissingRule::GivesMissing, ValueKind::Number,
      "The whole seconds from 00:00:00 to the time of day, as it is written whatever its offset, 0 for a date alone; "
      "undefined when there is neither.",
      SecondsSinceMidnight}};

@@ -30,12 +30,12 @@ ExpressionValue Not(Arguments arguments) {
 }
 
 constexpr BuiltInFunction functions[] = {
-    {"and", "x, y, ...", 2, BuiltInFunction::anyNumber, MissingRule::IsSeen,
+    {"and", "x, y, ...", 2, BuiltInFunction::anyNumber, MissingRule::IsSeen, ValueKind::Truth,
      "False when an argument is false, else missing when one is missing or no truth value, else true.", And},
-    {"or", "x, y, ...", 2, BuiltInFunction::anyNumber, MissingRule::IsSeen,
+    {"or", "x, y, ...", 2, BuiltInFunction::anyNumber, MissingRule::IsSeen, ValueKind::Truth,
      "True when an argument is true, else missing when one is missing or no truth value, else false.", Or},
-    {"not", "x", 1, 1, MissingRule::GivesMissing, "The opposite truth value; undefined when x is no truth value.",
-     Not}};
+    {"not", "x", 1, 1, MissingRule::GivesMissing, ValueKind::Truth,
+     "The opposite truth value; undefined when x is no truth value.", Not}};
 
 }  // namespace
 

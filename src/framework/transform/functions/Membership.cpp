@@ -21,9 +21,9 @@ ExpressionValue IsNotIn(Arguments arguments) {
 }
 
 constexpr BuiltInFunction functions[] = {
-    {"isIn", "value, other, ...", 2, BuiltInFunction::anyNumber, MissingRule::GivesMissing,
+    {"isIn", "value, other, ...", 2, BuiltInFunction::anyNumber, MissingRule::GivesMissing, ValueKind::Truth,
      "Whether the value is equal to one of the others.", IsIn},
-    {"isNotIn", "value, other, ...", 2, BuiltInFunction::anyNumber, MissingRule::GivesMissing,
+    {"isNotIn", "value, other, ...", 2, BuiltInFunction::anyNumber, MissingRule::GivesMissing, ValueKind::Truth,
      "Whether the value is equal to none of the others.", IsNotIn}};
 
 }  // namespace

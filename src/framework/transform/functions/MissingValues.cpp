@@ -25,18 +25,18 @@ std::unique_ptr<const Expression> MakeIsNotValid(CallParts parts) {
 }
 
 constexpr BuiltInFunction functions[] = {
-    {"isMissing", "value", 1, 1, MissingRule::IsSeen, "Whether the value is missing; never missing itself.",
-     AskMissing},
-    {"isNotMissing", "value", 1, 1, MissingRule::IsSeen, "Whether the value is not missing; never missing itself.",
-     AskNotMissing},
-    {"isValid", "value", 1, 1, MissingRule::IsSeen,
+    {"isMissing", "value", 1, 1, MissingRule::IsSeen, ValueKind::Truth,
+     "Whether the value is missing; never missing itself.", AskMissing},
+    {"isNotMissing", "value", 1, 1, MissingRule::IsSeen, ValueKind::Truth,
+     "Whether the value is not missing; never missing itself.", AskNotMissing},
+    {"isValid", "value", 1, 1, MissingRule::IsSeen, ValueKind::Truth,
      "Whether there is a value, no NaN, and, for a `FieldRef`, the field's declaration allows it: a number in a "
      "numeric "
      "field, a truth value in a boolean one, none of the field's invalid values, one of its valid values and inside "
      "one "
      "of its intervals where it declares any; never missing itself.",
      nullptr, MakeIsValid},
-    {"isNotValid", "value", 1, 1, MissingRule::IsSeen,
+    {"isNotValid", "value", 1, 1, MissingRule::IsSeen, ValueKind::Truth,
      "The opposite of `isValid`, so true for a missing value; never missing itself.", nullptr, MakeIsNotValid}};
 
 }  // namespace

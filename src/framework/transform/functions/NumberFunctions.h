@@ -34,19 +34,20 @@ ExpressionValue OfThreeNumbers(Arguments arguments) {
 
 template <double (&operation)(double)>
 constexpr BuiltInFunction OneNumberRow(std::string_view name, std::string_view description) {
-    return {name, "x", 1, 1, MissingRule::GivesMissing, description, OfOneNumber<operation>};
+    return {name, "x", 1, 1, MissingRule::GivesMissing, ValueKind::Number, description, OfOneNumber<operation>};
 }
 
 template <double (&operation)(double, double)>
 constexpr BuiltInFunction TwoNumbersRow(std::string_view name, std::string_view parameters,
                                         std::string_view description) {
-    return {name, parameters, 2, 2, MissingRule::GivesMissing, description, OfTwoNumbers<operation>};
+    return {name, parameters, 2, 2, MissingRule::GivesMissing, ValueKind::Number, description, OfTwoNumbers<operation>};
 }
 
 template <double (&operation)(double, double, double)>
 constexpr BuiltInFunction ThreeNumbersRow(std::string_view name, std::string_view parameters,
                                           std::string_view description) {
-    return {name, parameters, 3, 3, MissingRule::GivesMissing, description, OfThreeNumbers<operation>};
+    return {
+        name, parameters, 3, 3, MissingRule::GivesMissing, ValueKind::Number, description, OfThreeNumbers<operation>};
 }
 
 }  // namespace nbscore

@@ -70,12 +70,12 @@ std::unique_ptr<const Expression> MakeReplace(CallParts parts) {
 }
 
 constexpr BuiltInFunction functions[] = {
-    {"replace", "text, pattern, replacement", 3, 3, MissingRule::GivesMissing,
+    {"replace", "text, pattern, replacement", 3, 3, MissingRule::GivesMissing, ValueKind::Text,
      "The text with every match of the regular expression replaced, where `$1` to `$9` or `\\1` to `\\9` in the "
      "replacement stand for what a group matched and `$0` or `\\0` for the whole match; undefined for a pattern that "
      "cannot be used and for a group that the pattern does not have.",
      nullptr, MakeReplace, "", BuiltInFunction::anyNumber, CompileAndCall<Replace>},
-    {"matches", "text, pattern", 2, 2, MissingRule::GivesMissing,
+    {"matches", "text, pattern", 2, 2, MissingRule::GivesMissing, ValueKind::Truth,
      "Whether the regular expression matches anywhere in the text; undefined for a pattern that cannot be used.",
      nullptr, MakeMatches, "", BuiltInFunction::anyNumber, CompileAndCall<Matches>}};
 

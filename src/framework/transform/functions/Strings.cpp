@@ -53,21 +53,21 @@ ExpressionValue StringLength(Arguments arguments) {
 }
 
 constexpr BuiltInFunction functions[] = {
-    {"uppercase", "text", 1, 1, MissingRule::GivesMissing,
+    {"uppercase", "text", 1, 1, MissingRule::GivesMissing, ValueKind::Text,
      "The text in upper case, character by character by Unicode's simple mapping, whatever the language: ß stays ß.",
      UpperCase},
-    {"lowercase", "text", 1, 1, MissingRule::GivesMissing,
+    {"lowercase", "text", 1, 1, MissingRule::GivesMissing, ValueKind::Text,
      "The text in lower case, character by character by Unicode's simple mapping, whatever the language.", LowerCase},
-    {"substring", "text, start, length", 3, 3, MissingRule::GivesMissing,
+    {"substring", "text, start, length", 3, 3, MissingRule::GivesMissing, ValueKind::Text,
      "So many characters from the start on, the first being 1, or as many as there are; undefined unless start is a "
      "whole number from 1 on and length one from 0 on.",
      Substring},
-    {"trimBlanks", "text", 1, 1, MissingRule::GivesMissing,
+    {"trimBlanks", "text", 1, 1, MissingRule::GivesMissing, ValueKind::Text,
      "The text without the spaces, tabs and line ends at its beginning and its end.", TrimBlanks},
-    {"concat", "text, text, ...", 2, BuiltInFunction::anyNumber, MissingRule::GivesMissing,
+    {"concat", "text, text, ...", 2, BuiltInFunction::anyNumber, MissingRule::GivesMissing, ValueKind::Text,
      "The texts one behind the other.", Concatenate},
-    {"stringLength", "text", 1, 1, MissingRule::GivesMissing, "How many characters (Unicode code points) the text has.",
-     StringLength}};
+    {"stringLength", "text", 1, 1, MissingRule::GivesMissing, ValueKind::Number,
+     "How many characters (Unicode code points) the text has.", StringLength}};
 
 }  // namespace
 

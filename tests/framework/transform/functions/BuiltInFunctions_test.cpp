@@ -49,6 +49,31 @@ TEST(BuiltInFunctions, CanAllBeCalledAndAreDescribedInASentence) {
     }
 }
 
+ValueKind KindOf(const ExpressionValue& value) {
+    if (std::holds_alternative<double>(value)) return ValueKind::Number;
+    return std::holds_alternative<bool>(value) ? ValueKind::Truth : ValueKind::Text;
+}
+
+TEST(BuiltInFunctions, GiveValuesOfTheirKind) {
+    // Each function has a result for one of these at least.
+    const std::vector<std::vector<ExpressionValue>> samples = {
+        {0.25, 0.5, 2.0},       {true, false, true},  {"a", "b", "c"}, {"abc", 1.0, 1.0},
+        {"2024-02-29", 2000.0}, {"2024-02-29", "%Y"}, {5.0, "%d"}};
+    for (const BuiltInFunction& function : GetBuiltInFunctions()) {
+        if (function.call == nullptr) continue;
+        bool hasResult = false;
+        for (const auto& sample : samples) {
+            if (sample.size() < function.fewestArguments) continue;
+            const std::size_t count = std::min(sample.size(), function.mostArguments);
+            const ExpressionValue result = function.call(Arguments(sample).first(count));
+            if (IsMissing(result)) continue;
+            hasResult = true;
+            EXPECT_EQ(KindOf(result), function.resultKind) << function.name;
+        }
+        EXPECT_TRUE(hasResult) << function.name;
+    }
+}
+
 TEST(BuiltInFunctions, StandTogetherInTheirFamilies) {
     std::set<std::string_view> finished;
     std::string_view current;
