@@ -11,8 +11,10 @@
 namespace nbscore::test {
 namespace {
 
-BruteForceValue AttributeValue(const std::optional<std::string>& attribute, BruteForceKind kind) {
-    return attribute ? Converted(*attribute, kind) : BruteForceValue();
+/// A result that a `Discretize` or `MapValues` spells out: a text as it stands unless its own type is numeric.
+BruteForceValue SpeltOut(const std::optional<std::string>& text, const std::string& dataType) {
+    if (!text) return {};
+    return KindOfDataType(dataType) == BruteForceKind::Number ? Converted(*text, BruteForceKind::Number) : *text;
 }
 
 /// What a text of the document stands for where values of the kind are meant: one of them when it reads as one, else the
@@ -75,11 +77,10 @@ bool Contains(const BruteForceBin& bin, double x) {
 }
 
 BruteForceValue BinValue(const BruteForceExpression& discretize, double x) {
-    const BruteForceKind kind = KindOfDataType(discretize.dataType);
     for (const BruteForceBin& bin : discretize.bins) {
-        if (Contains(bin, x)) return Converted(bin.value, kind);
+        if (Contains(bin, x)) return SpeltOut(bin.value, discretize.dataType);
     }
-    return AttributeValue(discretize.defaultValue, kind);
+    return SpeltOut(discretize.defaultValue, discretize.dataType);
 }
 
 /// Expressions that read the number in one field: one that holds none, or a NaN, counts as missing.
@@ -90,35 +91,40 @@ BruteForceValue OfNumber(const BruteForceExpression& expression, const BruteForc
         const BruteForceValue none = MappedMissing(expression, BruteForceKind::Number);
         return isPresent ? PointOnLine(expression, *number, none) : none;
     }
-    return isPresent ? BinValue(expression, *number)
-                     : AttributeValue(expression.mapMissingTo, KindOfDataType(expression.dataType));
+    return isPresent ? BinValue(expression, *number) : SpeltOut(expression.mapMissingTo, expression.dataType);
 }
 
-bool KeyMatches(const std::string& cell, const BruteForceField& field) {
+/// Whether a row spells the key as this word.
+bool HasKey(const BruteForceExpression& table, std::size_t key, const std::string& word) {
+    return std::ranges::any_of(table.rows, [&](const BruteForceRow& row) { return row.keys[key] == word; });
+}
+
+bool KeyMatches(const BruteForceExpression& table, const BruteForceRow& row, std::size_t key,
+                const BruteForceField& field) {
+    const std::string& cell = row.keys[key];
     if (field.kind == BruteForceKind::Text) return AsText(field.value) == cell;
     if (field.kind == BruteForceKind::Truth) {
         const auto truth = AsTruth(field.value);
         return truth ? truth == AsTruth(cell) : AsText(field.value) == cell;
     }
-    // A parameter without a type may be anything: as numbers where both are some, a truth value by its text.
-    const auto number = AsNumber(field.value);
+    // A parameter without a type may be anything: a truth value goes by its word if the table has it, or is a number.
     const bool isTruth = std::holds_alternative<bool>(field.value);
-    if (number && !isTruth && AsNumber(cell)) return number == AsNumber(cell);
-    return AsText(field.value) == cell;
+    if (isTruth && HasKey(table, key, AsText(field.value))) return AsText(field.value) == cell;
+    const auto number = AsNumber(field.value);
+    return number && AsNumber(cell) ? number == AsNumber(cell) : !isTruth && AsText(field.value) == cell;
 }
 
 BruteForceValue RowOutput(const BruteForceExpression& table, const BruteForceFields& fields) {
-    const BruteForceKind kind = KindOfDataType(table.dataType);
     for (const std::string& name : table.keyFields) {
-        if (IsMissing(fields.at(name).value)) return AttributeValue(table.mapMissingTo, kind);
+        if (IsMissing(fields.at(name).value)) return SpeltOut(table.mapMissingTo, table.dataType);
     }
     for (const BruteForceRow& row : table.rows) {
         bool matches = true;
         for (std::size_t i = 0; i < row.keys.size(); ++i)
-            matches = matches && KeyMatches(row.keys[i], fields.at(table.keyFields[i]));
-        if (matches) return AttributeValue(row.output, kind);
+            matches = matches && KeyMatches(table, row, i, fields.at(table.keyFields[i]));
+        if (matches) return SpeltOut(row.output, table.dataType);
     }
-    return AttributeValue(table.defaultValue, kind);
+    return SpeltOut(table.defaultValue, table.dataType);
 }
 
 /// What the options of an `Apply` make of what came out.

@@ -5,21 +5,9 @@
 #include <vector>
 
 #include "framework/transform/Expression.h"
-#include "framework/transform/FieldReference.h"
+#include "framework/transform/TableKey.h"
 
 namespace nbscore {
-
-/// The key of a table row and of a case alike: a text of its parts, so that equal parts make equal keys and no others.
-class TableKey {
-public:
-    /// @param kind of the field that the part is looked up for: numbers are equal whatever their digits look like,
-    ///     texts byte by byte. Where the kind is not known (Any), what reads as a number is one.
-    void Add(const ExpressionValue& part, ValueKind kind);
-    const std::string& GetText() const { return text; }
-
-private:
-    std::string text;
-};
 
 /// `MapValues`: the row of a table in which certain columns hold what certain fields hold.
 class MapValuesExpression : public Expression {
@@ -33,13 +21,13 @@ public:
         ExpressionValue otherwise;
     };
 
-    /// @param resultsByKey keys made of parts in the order of the fields.
-    MapValuesExpression(std::vector<FieldReference> keyFields, Rows resultsByKey, Outcomes outcomesWithoutRow);
+    /// @param resultsByKey keys made of parts in the order of the columns.
+    MapValuesExpression(std::vector<KeyColumn> keyColumns, Rows resultsByKey, Outcomes outcomesWithoutRow);
 
 private:
     ExpressionValue ValueFor(const FieldValues& fields) const override;
 
-    std::vector<FieldReference> keys;
+    std::vector<KeyColumn> keys;
     Rows rows;
     Outcomes outcomes;
 };

@@ -66,7 +66,7 @@ private:
     }
 
     void ReadPair(const DOMElement* pair) {
-        keys.push_back(ReadFieldReference(pair, scope));
+        keys.push_back({ReadFieldReference(pair, scope)});
         columns.push_back(Utf8Of(BaseTranslator::GetAttributeForced(pair, columnName)));
         pairs.push_back(pair);
     }
@@ -94,25 +94,23 @@ private:
                             ExcerptOf(BaseTranslator::GetAttribute(element, outputColumnName)) + "\".");
     }
 
-    std::string KeyOf(const InlineRow& row) const {
+    std::string KeyOf(const InlineRow& row) {
         TableKey key;
         for (std::size_t i = 0; i < keys.size(); ++i) {
             if (row.cells[i] == nullptr) {
                 throw RefusalAt(row.element, VeskException::InvalidContent,
                                 "The row has no cell for the column " + QuotedColumn(pairs[i]) + ".");
             }
-            key.Add(CellText(row.cells[i], ValueKind::Text), keys[i].kind);
+            const std::string cell = TextAt(row.cells[i], TextIn(row.cells[i]).c_str(), scope.GetTranscoder());
+            keys[i].NoteCell(cell);
+            key.Add(cell, keys[i]);
         }
         return key.GetText();
     }
 
     /// A row without an output cell says that the result is missing.
     ExpressionValue ResultOf(const DOMElement* output) const {
-        return output ? CellText(output, kind) : ExpressionValue();
-    }
-
-    ExpressionValue CellText(const DOMElement* cell, ValueKind wanted) const {
-        return WrittenValue(cell, TextIn(cell).c_str(), wanted, scope.GetTranscoder());
+        return output ? WrittenValue(output, TextIn(output).c_str(), kind, scope.GetTranscoder()) : ExpressionValue();
     }
 
     static std::string QuotedColumn(const DOMElement* pair) {
@@ -123,7 +121,7 @@ private:
     FieldScope& scope;
     ValueKind kind;
     std::vector<const DOMElement*> pairs;
-    std::vector<FieldReference> keys;
+    std::vector<KeyColumn> keys;
     /// Of the keys; behind them, in the end, the output column.
     std::vector<std::string> columns;
     MapValuesExpression::Rows results;

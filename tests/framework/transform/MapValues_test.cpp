@@ -52,6 +52,57 @@ TEST(MapValues, ComparesNumbers_WhenTheFieldHoldsNumbers) {
     EXPECT_EQ(Given(Map(Row("2.0", "two")), Case(1, "2")), "absent");  // a text field: byte by byte
 }
 
+/// What the function, which maps its parameter without type, gives for the argument.
+std::string MappedParameter(const std::string& rows, const std::string& argument) {
+    return Given("<Apply function='f'>" + argument + "</Apply>", Case(1, "true"), "string",
+                 "<DefineFunction name='f' optype='categorical'><ParameterField name='p'/>" + Map(rows, "", "p") +
+                     "</DefineFunction>");
+}
+
+TEST(MapValues, FindsATruthValueByItsWordBeforeItsNumber_WhenTheParameterHasNoType) {
+    const std::string yes = "<Apply function='isNotMissing'><FieldRef field='x'/></Apply>";
+    const std::string no = "<Apply function='isMissing'><FieldRef field='x'/></Apply>";
+    const std::string numbers = Row("1.0", "one") + Row("0", "zero");
+    EXPECT_EQ(MappedParameter(numbers, yes), "text one");
+    EXPECT_EQ(MappedParameter(numbers, no), "text zero");
+    const std::string words = Row("true", "yes") + Row("false", "no");
+    EXPECT_EQ(MappedParameter(words, yes), "text yes");
+    EXPECT_EQ(MappedParameter(words, no), "text no");
+    for (const std::string& both : {numbers + words, words + numbers}) {
+        EXPECT_EQ(MappedParameter(both, yes), "text yes");
+        EXPECT_EQ(MappedParameter(both, no), "text no");
+        EXPECT_EQ(MappedParameter(both, "<Constant>1</Constant>"), "text one");
+        EXPECT_EQ(MappedParameter(both, "<FieldRef field='s'/>"), "text yes");
+    }
+    EXPECT_EQ(MappedParameter(Row("true", "yes") + Row("0", "zero"), no), "text zero");
+    EXPECT_EQ(MappedParameter(Row("True", "yes"), yes), "absent");
+    // The number itself is no word.
+    EXPECT_EQ(MappedParameter(words, "<Constant>1</Constant>"), "absent");
+}
+
+TEST(MapValues, DecidesHowTruthValuesAreSpelt_ColumnByColumn) {
+    const std::string yes = "<Apply function='isNotMissing'><FieldRef field='x'/></Apply>";
+    const auto called = [&](const std::string& rows) {
+        return Given("<Apply function='f'>" + yes + yes + "</Apply>", Case(1, "a"), "string",
+                     "<DefineFunction name='f' optype='categorical'><ParameterField name='p'/><ParameterField "
+                     "name='q'/><MapValues outputColumn='o'><FieldColumnPair field='p' column='k'/><FieldColumnPair "
+                     "field='q' column='l'/><InlineTable>" +
+                         rows + "</InlineTable></MapValues></DefineFunction>");
+    };
+    const std::string mixed = "<row><k>1</k><l>true</l><o>mixed</o></row>";
+    EXPECT_EQ(called(mixed), "text mixed");
+    EXPECT_EQ(called(mixed + "<row><k>true</k><l>other</l><o>2</o></row>"), "absent");
+    EXPECT_EQ(called(mixed + "<row><k>true</k><l>true</l><o>words</o></row>"), "text words");
+}
+
+TEST(MapValues, TakesOutputsAsTheyStand_WhenItsDataTypeIsBoolean) {
+    EXPECT_EQ(Mapped(Row("a", "1"), Case(1, "a"), "dataType='boolean'"), "text 1");
+    EXPECT_EQ(Mapped(Row("a", "yes"), Case(1, "a"), "dataType='boolean'"), "text yes");
+    EXPECT_EQ(
+        Given("<Apply function='if'>" + Map(Row("a", "1"), "dataType='boolean'") + "<Constant>t</Constant></Apply>"),
+        "text t");
+}
+
 TEST(MapValues, GivesNumbers_WhenItsDataTypeSaysSo) {
     EXPECT_EQ(Mapped(Row("a", "007"), Case(1, "a"), "dataType='integer'"), "text 7");
     EXPECT_EQ(Mapped(Row("a", "007"), Case(1, "a"), "dataType='string'"), "text 007");
