@@ -2,10 +2,12 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "framework/BaseTranslator.h"
 #include "framework/transform/ApplyExpression.h"

@@ -2,6 +2,7 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
+#include <string>
 #include <unordered_set>
 #include <utility>
 

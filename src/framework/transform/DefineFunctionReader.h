@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "framework/Transcoder.h"
 #include "framework/XmlFwd.h"

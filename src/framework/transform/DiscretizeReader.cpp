@@ -1,7 +1,10 @@
+#include "framework/transform/DiscretizeReader.h"
+
 #include <xercesc/dom/DOMElement.hpp>
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "framework/BaseTranslator.h"
 #include "framework/dictionary/IntervalReader.h"

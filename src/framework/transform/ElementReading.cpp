@@ -3,6 +3,7 @@
 #include <xercesc/dom/DOMElement.hpp>
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 #include "framework/BaseTranslator.h"

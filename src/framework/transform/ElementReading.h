@@ -2,6 +2,7 @@
 
 #include <xercesc/util/XercesDefs.hpp>
 
+#include <cstddef>
 #include <optional>
 #include <span>
 #include <string>

@@ -3,11 +3,12 @@
 #include <xercesc/dom/DOMElement.hpp>
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 
 #include "framework/transform/ApplyReader.h"
 #include "framework/transform/ConstantExpression.h"
-#include "framework/transform/DiscretizeExpression.h"
+#include "framework/transform/DiscretizeReader.h"
 #include "framework/transform/ElementReading.h"
 #include "framework/transform/FieldRefExpression.h"
 #include "framework/transform/MapValuesReader.h"

@@ -2,6 +2,8 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
+#include <memory>
+
 #include "framework/VeskException.h"
 #include "framework/transform/FieldKind.h"
 #include "framework/xml/Refusal.h"

@@ -3,6 +3,7 @@
 #include <xercesc/dom/DOMElement.hpp>
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 #include <unordered_map>
 

@@ -3,9 +3,11 @@
 #include <xercesc/dom/DOMElement.hpp>
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "framework/BaseTranslator.h"
 #include "framework/transform/ElementReading.h"

@@ -2,6 +2,7 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
+#include <cstdint>
 #include <string_view>
 #include <utility>
 

@@ -2,6 +2,9 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
+#include <cstddef>
+#include <cstdint>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>

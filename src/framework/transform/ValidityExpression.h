@@ -1,5 +1,8 @@
 #pragma once
 
+#include <memory>
+#include <vector>
+
 #include "framework/transform/BuiltInFunction.h"
 
 namespace nbscore {

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <numeric>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "framework/transform/ValueReading.h"

@@ -1,6 +1,7 @@
 #include "framework/transform/functions/Comparison.h"
 
 #include <compare>
+#include <string_view>
 
 #include "framework/transform/ValueReading.h"
 

@@ -1,5 +1,7 @@
 #include "framework/transform/functions/DateTimePattern.h"
 
+#include <cstddef>
+
 #include "framework/transform/ValueReading.h"
 #include "framework/transform/functions/DateTimeFields.h"
 

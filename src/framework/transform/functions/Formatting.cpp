@@ -1,6 +1,7 @@
 #include "framework/transform/functions/Formatting.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 

@@ -1,6 +1,8 @@
 #include "framework/transform/functions/NumberPattern.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <utility>
 
 #include "framework/transform/functions/NumberDigits.h"

@@ -1,6 +1,7 @@
 #include "framework/transform/functions/Strings.h"
 
 #include <cmath>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>

@@ -2,8 +2,10 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
+#include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "framework/BaseTranslator.h"
 #include "framework/transform/ElementReading.h"

@@ -2,6 +2,8 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <utility>
 
