@@ -8,7 +8,8 @@ namespace {
 
 const std::string fields =
     "<DataField name='x' dataType='double' optype='continuous'><Value value='-9' property='missing'/>"
-    "<Interval closure='closedOpen' leftMargin='0' rightMargin='10'/><Interval closure='openOpen' leftMargin='20'/>"
+    "<Value value='7' property='invalid'/><Interval closure='closedOpen' leftMargin='0' rightMargin='10'/><Interval "
+    "closure='openOpen' leftMargin='20'/>"
     "</DataField>"
     "<DataField name='s' dataType='string' optype='categorical'><Value value='NA' property='missing'/>"
     "<Value value='a'/><Value value='b'/></DataField>";
@@ -102,6 +103,8 @@ TEST(Validity, IsThatOfAnInfinity_WhereAnIntervalHasNoMarginOnItsSide) {
 }
 
 TEST(Validity, IsNeverThatOfAValueDeclaredInvalid) {
+    EXPECT_EQ(Valid(x, Case(7, "a")), "text false");
+    EXPECT_EQ(Valid(x, Case(7.5, "a")), "text true");
     const std::string e = "<FieldRef field='e'/>";
     const std::string text = Field("e", "string", s + "<Value value='a' property='invalid'/>");
     EXPECT_EQ(Valid(e, Case(1, "a"), text), "text false");
