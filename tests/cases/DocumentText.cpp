@@ -41,8 +41,4 @@ std::string ValuesText(const std::vector<std::string>& values) {
     return text;
 }
 
-std::string MissingValueText(const std::string& value) {
-    return value.empty() ? "" : "<Value" + Attribute("value", value) + " property=\"missing\"/>";
-}
-
 }  // namespace nbscore::test

@@ -22,7 +22,4 @@ std::string DeclarationText(const std::string& name, bool numeric, bool continuo
 
 std::string ValuesText(const std::vector<std::string>& values);
 
-/// The declaration of a value that means none; nothing for an empty one.
-std::string MissingValueText(const std::string& value);
-
 }  // namespace nbscore::test

@@ -23,12 +23,14 @@ void AddDataFields(RandomDerivedDocument& made, Randomness& random) {
     for (int i = 0; i < count; ++i) {
         const RandomInput::Kind kind = i < 2 ? kinds[static_cast<std::size_t>(i)] : OneOf(kinds, random);
         made.columns.push_back({"data " + std::to_string(i), kind, {}, {}});
-        made.missingValues.push_back(!OneIn(3, random) ? "" : kind == RandomInput::LearnedTexts ? "b" : "-2");
+        made.declarations.push_back(MakeFieldDeclaration(made.columns.back().IsNumeric(), random));
     }
 }
 
-std::string MakeCell(const RandomInput& column, Randomness& random) {
+std::string MakeCell(const RandomInput& column, const FieldDeclaration& declaration, Randomness& random) {
+    static constexpr std::array<const char*, 4> truths = {"true", "false", "1", "0"};
     if (OneIn(9, random)) return "";
+    if (declaration.dataType == "boolean" && !OneIn(6, random)) return OneOf(truths, random);
     return column.IsNumeric() ? Digits(RandomSmallNumber(random)) : RandomWord(random);
 }
 
@@ -36,10 +38,9 @@ BruteForceFields ValuesOf(const RandomDerivedDocument& made, const std::vector<s
     BruteForceFields values;
     for (std::size_t i = 0; i < cells.size(); ++i) {
         const RandomInput& column = made.columns[i];
-        BruteForceField& field = values[column.name];
-        field.kind = column.IsNumeric() ? BruteForceKind::Number : BruteForceKind::Text;
-        if (cells[i].empty()) continue;
-        field.value = UnlessDeclaredMissing(Converted(cells[i], field.kind), made.missingValues[i]);
+        BruteForceValue value;
+        if (!cells[i].empty()) value = column.IsNumeric() ? Converted(cells[i], BruteForceKind::Number) : cells[i];
+        values[column.name] = DeclaredField(std::move(value), made.declarations[i], column);
     }
     AddDerivedValues(made.derived, values);
     return values;
@@ -47,8 +48,8 @@ BruteForceFields ValuesOf(const RandomDerivedDocument& made, const std::vector<s
 
 std::vector<std::string> MakeCells(const RandomDerivedDocument& made, Randomness& random) {
     std::vector<std::string> cells;
-    for (const RandomInput& column : made.columns)
-        cells.push_back(MakeCell(column, random));
+    for (std::size_t i = 0; i < made.columns.size(); ++i)
+        cells.push_back(MakeCell(made.columns[i], made.declarations[i], random));
     return cells;
 }
 
@@ -87,7 +88,7 @@ RandomDeclarations Declare(const RandomDerivedDocument& made, const std::vector<
     declarations.transformations = TransformationsText(made.derived, random);
     for (std::size_t i = 0; i < made.columns.size(); ++i) {
         const RandomInput& column = made.columns[i];
-        declarations.dataFields += FieldText("DataField", column, MissingValueText(made.missingValues[i]));
+        declarations.dataFields += DeclaredFieldText("DataField", column, made.declarations[i], "");
         const bool isInput = std::ranges::find(inputs, column.name, &RandomInput::name) != inputs.end();
         if (isInput || OneIn(2, random))
             declarations.schema += "<MiningField" + Attribute("name", column.name) + "/>\n";
@@ -121,7 +122,10 @@ int CodeOf(const RandomInput& input, const BruteForceValue& value) {
 RandomDerivedDocument MakeRandomDerivedDocument(Randomness& random) {
     RandomDerivedDocument made;
     AddDataFields(made, random);
-    made.derived = MakeRandomDerivedFields(made.columns, random);
+    std::vector<RandomScope::Field> dataFields;
+    for (std::size_t i = 0; i < made.columns.size(); ++i)
+        dataFields.push_back({made.columns[i].name, KindOfDataType(made.declarations[i].dataType)});
+    made.derived = MakeRandomDerivedFields(dataFields, random);
     std::vector<BruteForceFields> samples;
     for (int i = 0; i < sampledCases; ++i)
         samples.push_back(ValuesOf(made, MakeCells(made, random)));

@@ -11,9 +11,9 @@ namespace nbscore::test {
 /// A random document whose inputs are derived fields, and some data fields.
 struct RandomDerivedDocument {
     RandomDocument document;
-    /// The columns of a case, and per column the text of a value that means none, if any.
+    /// The columns of a case.
     std::vector<RandomInput> columns;
-    std::vector<std::string> missingValues;
+    std::vector<FieldDeclaration> declarations;
     RandomDerivedFields derived;
 };
 

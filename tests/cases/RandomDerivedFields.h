@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "cases/FieldDeclaration.h"
 #include "cases/RandomExpression.h"
 #include "cases/RandomInput.h"
 
@@ -12,9 +13,7 @@ namespace nbscore::test {
 struct RandomDerivedField {
     /// Its name and, where an input reads it, its categories or cutpoints.
     RandomInput input;
-    std::string dataType;
-    /// The text of a value that means none; nothing when empty.
-    std::string missingValue;
+    FieldDeclaration declaration;
     BruteForceExpression expression;
 };
 
@@ -26,13 +25,10 @@ struct RandomDerivedFields {
 
 /// Derived fields without categories and cutpoints.
 /// @param dataFields what they may read.
-RandomDerivedFields MakeRandomDerivedFields(const std::vector<RandomInput>& dataFields, Randomness& random);
+RandomDerivedFields MakeRandomDerivedFields(const std::vector<RandomScope::Field>& dataFields, Randomness& random);
 
 /// Adds the values of the derived fields to those of the data fields.
 void AddDerivedValues(const RandomDerivedFields& derived, BruteForceFields& values);
-
-/// The value, or missing where it is the one that means none.
-BruteForceValue UnlessDeclaredMissing(BruteForceValue value, const std::string& missingValue);
 
 /// Everything as a `TransformationDictionary`, in any order.
 std::string TransformationsText(const RandomDerivedFields& derived, Randomness& random);

@@ -36,6 +36,9 @@ struct Seen {
     std::set<std::string> details;
     int values = 0;
     int missingValues = 0;
+    int truthValues = 0;
+    int forbiddenValues = 0;
+    int standIns = 0;
     int codes = 0;
     int unknownCodes = 0;
 
@@ -44,6 +47,7 @@ struct Seen {
         if (expression.kind == BruteForceExpression::Apply) {
             ++functions[expression.name.starts_with("f") && expression.name != "floor" ? "defined" : expression.name];
             details.insert("treatment " + expression.invalidValueTreatment);
+            standIns += expression.mapMissingTo || expression.defaultValue ? 1 : 0;
         }
         if (expression.kind == BruteForceExpression::NormContinuous) details.insert("outliers " + expression.outliers);
         if (expression.kind == BruteForceExpression::MapValues)
@@ -63,8 +67,12 @@ struct Seen {
 
     void Note(const RandomDerivedDocument& made, const RandomDerivedCase& drawn) {
         for (const RandomDerivedField& field : made.derived.fields) {
+            const BruteForceField& drawnField = drawn.values.at(field.input.name);
+            const bool isMissing = IsMissing(drawnField.value);
             ++values;
-            missingValues += IsMissing(drawn.values.at(field.input.name).value) ? 1 : 0;
+            missingValues += isMissing ? 1 : 0;
+            truthValues += drawnField.kind == BruteForceKind::Truth && AsTruth(drawnField.value) ? 1 : 0;
+            forbiddenValues += !isMissing && !drawnField.isAllowed ? 1 : 0;
         }
         for (const int code : drawn.codes) {
             ++codes;
@@ -150,6 +158,8 @@ void ExpectAllCameUp(const Seen& seen) {
                                  "greaterOrEqual",
                                  "isMissing",
                                  "isNotMissing",
+                                 "isValid",
+                                 "isNotValid",
                                  "isIn",
                                  "isNotIn",
                                  "concat",
@@ -163,6 +173,9 @@ void ExpectAllCameUp(const Seen& seen) {
     EXPECT_EQ(seen.details.size(), 4u + 4u + 4u + 2u);
     EXPECT_LT(seen.missingValues, seen.values / 2);
     EXPECT_GT(seen.missingValues, seen.values / 20);
+    EXPECT_GT(seen.truthValues, seen.values / 50);
+    EXPECT_GT(seen.forbiddenValues, seen.values / 50);
+    EXPECT_GT(seen.standIns, documentCount);
     EXPECT_LT(seen.unknownCodes, seen.codes / 2);
 }
 

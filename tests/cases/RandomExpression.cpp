@@ -35,15 +35,23 @@ const std::vector<Signature>& SignaturesGiving(Kind kind) {
         {"lessOrEqual", Kind::Any, 2, 2}, {"greaterThan", Kind::Any, 2, 2},  {"greaterOrEqual", Kind::Any, 2, 2},
         {"and", Kind::Truth, 2, 4},       {"or", Kind::Truth, 2, 4},         {"not", Kind::Truth, 1, 1},
         {"isMissing", Kind::Any, 1, 1},   {"isNotMissing", Kind::Any, 1, 1}, {"isIn", Kind::Any, 2, 5},
-        {"isNotIn", Kind::Any, 2, 5}};
+        {"isNotIn", Kind::Any, 2, 5},     {"isValid", Kind::Any, 1, 1},      {"isNotValid", Kind::Any, 1, 1}};
     return kind == Kind::Number ? numbers : kind == Kind::Text ? texts : truths;
+}
+
+/// The same number in other digits, where it is a plain one.
+std::string WithAnotherZero(const std::string& digits) {
+    if (digits.find('e') != std::string::npos) return digits;
+    return digits + (digits.find('.') == std::string::npos ? ".0" : "0");
 }
 
 std::string RandomLiteral(Kind kind, Randomness& random) {
     static const Names truths = {"true", "false", "1", "0"};
     if (kind == Kind::Truth) return OneOf(truths, random);
     if (kind == Kind::Text) return RandomWord(random);
-    return Digits(RandomSmallNumber(random));
+    if (kind == Kind::Any && OneIn(2, random)) return OneIn(2, random) ? OneOf(truths, random) : RandomWord(random);
+    const std::string digits = Digits(RandomSmallNumber(random));
+    return OneIn(4, random) ? WithAnotherZero(digits) : digits;
 }
 
 std::optional<std::string> NowAndThen(int chances, Kind kind, Randomness& random) {
@@ -64,7 +72,9 @@ double RandomMargin(Randomness& random) {
 
 /// Cells of which each has the meaning of another one are the same key.
 std::string KeyOf(const std::string& cell, Kind kind) {
-    return kind == Kind::Truth ? AsText(Converted(cell, kind)) : cell;
+    if (kind == Kind::Text || (kind == Kind::Truth && !AsTruth(cell))) return cell;
+    const BruteForceValue meant = Converted(cell, kind == Kind::Any ? Kind::Number : kind);
+    return IsMissing(meant) ? cell : AsText(meant);
 }
 
 class Maker {
@@ -126,14 +136,14 @@ private:
         made.mapMissingTo = NowAndThen(4, Kind::Number, random);
         if (OneIn(3, random)) {
             made.kind = BruteForceExpression::NormDiscrete;
-            const RandomScope::Field& field = Field(OneIn(2, random) ? Kind::Number : Kind::Text);
+            const RandomScope::Field& field = Field(AnyKind());
             made.name = field.name;
             made.text = RandomLiteral(field.kind, random);
             return made;
         }
         static const Names outliers = {"", "asIs", "asMissingValues", "asExtremeValues"};
         made.kind = BruteForceExpression::NormContinuous;
-        made.name = Field(Kind::Number).name;
+        made.name = Field(OneIn(4, random) ? AnyKind() : Kind::Number).name;
         made.outliers = OneOf(outliers, random);
         double orig = RandomMargin(random);
         for (int i = Between(2, 4, random); i > 0; --i) {
@@ -184,8 +194,7 @@ private:
             keys.push_back(&OneOf(scope.fields, random));
             made.keyFields.push_back(keys.back()->name);
         }
-        if (kind == Kind::Number || (kind == Kind::Text && OneIn(2, random)))
-            made.dataType = RandomDataType(kind, random);
+        if (kind == Kind::Number || OneIn(2, random)) made.dataType = RandomDataType(kind, random);
         made.mapMissingTo = NowAndThen(4, kind, random);
         made.defaultValue = NowAndThen(2, kind, random);
         std::set<Names> known;
@@ -207,8 +216,9 @@ private:
     void SetOptions(BruteForceExpression& apply, Kind kind) {
         static const Names treatments = {"", "", "returnInvalid", "asIs", "asMissing"};
         apply.invalidValueTreatment = OneOf(treatments, random);
-        apply.mapMissingTo = NowAndThen(7, kind, random);
-        apply.defaultValue = NowAndThen(7, kind, random);
+        // Now and then they do not read as what the function gives.
+        apply.mapMissingTo = NowAndThen(6, OneIn(5, random) ? AnyKind() : kind, random);
+        apply.defaultValue = NowAndThen(6, OneIn(5, random) ? AnyKind() : kind, random);
     }
 
     BruteForceExpression Apply(Kind kind, int levels) {
@@ -248,6 +258,9 @@ private:
         const Kind argument = signature.argument == Kind::Any ? AnyKind() : signature.argument;
         for (int i = Between(signature.least, signature.most, random); i > 0; --i)
             apply.arguments.push_back(Make(argument, levels - 1));
+        // What a declaration allows is asked of fields.
+        const bool asksForValid = apply.name == "isValid" || apply.name == "isNotValid";
+        if (asksForValid && !OneIn(3, random)) apply.arguments[0] = FieldRef(AnyKind());
         if (apply.name != "substring" || OneIn(6, random)) return;
         for (const std::size_t position : {std::size_t{1}, std::size_t{2}}) {
             apply.arguments[position] = BruteForceExpression();

@@ -134,14 +134,25 @@ BruteForceValue Result(const BruteForceExpression& apply, BruteForceKind kind, B
     return IsMissing(value) && apply.defaultValue ? Meant(*apply.defaultValue, kind) : value;
 }
 
+/// Whether an argument that has this value is valid.
+bool IsValid(const BruteForceExpression& argument, const BruteForceValue& value, const BruteForceFields& fields) {
+    const auto* number = std::get_if<double>(&value);
+    if (IsMissing(value) || (number != nullptr && std::isnan(*number))) return false;
+    if (argument.kind != BruteForceExpression::FieldRef) return true;
+    // What stands in for a missing field is valid.
+    const BruteForceField& field = fields.at(argument.name);
+    return IsMissing(field.value) || field.isAllowed;
+}
+
 BruteForceValue CallOfDefined(const BruteForceExpression& apply, const BruteForceFunction& function,
-                              const std::vector<BruteForceValue>& arguments, const BruteForceFunctions& functions) {
+                              const std::vector<BruteForceValue>& arguments, const BruteForceFields& fields,
+                              const BruteForceFunctions& functions) {
     BruteForceFields parameters;
     bool anyMissing = false;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const BruteForceKind kind = KindOfDataType(function.parameters[i].dataType);
         BruteForceField& parameter = parameters[function.parameters[i].name];
-        parameter = {Converted(arguments[i], kind), kind};
+        parameter = {Converted(arguments[i], kind), kind, IsValid(apply.arguments[i], arguments[i], fields)};
         anyMissing = anyMissing || IsMissing(parameter.value);
     }
     const BruteForceKind kind = KindOfDataType(function.dataType);
@@ -168,9 +179,11 @@ BruteForceValue CallResult(const BruteForceExpression& apply, const BruteForceFi
     for (const BruteForceExpression& argument : apply.arguments)
         arguments.push_back(Evaluate(argument, fields, functions));
     const auto defined = functions.find(apply.name);
-    if (defined != functions.end()) return CallOfDefined(apply, defined->second, arguments, functions);
+    if (defined != functions.end()) return CallOfDefined(apply, defined->second, arguments, fields, functions);
     const BruteForceKind kind = KindGivenByBruteForce(apply.name);
     if (apply.mapMissingTo && std::ranges::any_of(arguments, IsMissing)) return MappedMissing(apply, kind);
+    if (apply.name == "isValid") return IsValid(apply.arguments[0], arguments[0], fields);
+    if (apply.name == "isNotValid") return !IsValid(apply.arguments[0], arguments[0], fields);
     return Result(apply, kind, CallByBruteForce(apply.name, arguments));
 }
 

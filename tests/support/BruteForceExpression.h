@@ -79,6 +79,8 @@ struct BruteForceField {
     BruteForceValue value;
     /// As it is declared.
     BruteForceKind kind = BruteForceKind::Any;
+    /// Whether its declaration allows the value.
+    bool isAllowed = true;
 };
 
 /// What an expression can see, by name.

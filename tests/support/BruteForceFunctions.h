@@ -7,7 +7,7 @@
 
 namespace nbscore::test {
 
-/// What a built-in function but `if` gives for these arguments, missing ones among them. A number may be infinite or
+/// What a built-in function but `if`, `isValid` and `isNotValid` gives for these arguments, missing ones among them. A number may be infinite or
 /// none: whether that is a result is for the caller to say.
 BruteForceValue CallByBruteForce(const std::string& function, const std::vector<BruteForceValue>& arguments);
 
