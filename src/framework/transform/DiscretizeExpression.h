@@ -1,11 +1,8 @@
 #pragma once
 
-#include <cstddef>
-#include <memory>
 #include <vector>
 
 #include "framework/ValueInterval.h"
-#include "framework/XmlFwd.h"
 #include "framework/transform/Expression.h"
 #include "framework/transform/FieldInput.h"
 
