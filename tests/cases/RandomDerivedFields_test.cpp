@@ -248,10 +248,14 @@ TEST(RandomDerivedFields, ScoreLikeTheBruteForceScorer_ThroughTheCommand) {
         const CommandResult result = RunCommand(call);
         ASSERT_EQ(result.exitStatus, 0) << result.err;
         ExpectScoreTable(result.out, made.document, cases);
-        folder.Write("document.pmml", WithLocalFields(made.document.text));
+        // Adapting takes blanks off values that no expression reads, in the document and not in the table: without them.
+        const std::string unpadded = ReplaceAll(made.document.text, " pad ", "(pad)");
+        call.standardInput = ReplaceAll(call.standardInput, " pad ", "(pad)");
+        folder.Write("document.pmml", unpadded);
+        const std::string expected = RunCommand(call).out;
+        folder.Write("document.pmml", WithLocalFields(unpadded));
         call.arguments.emplace_back("--adapt");
-        // Adapting takes the blanks off the target's values, which no expression reads; around what they give they stay.
-        EXPECT_EQ(RunCommand(call).out, ReplaceAll(result.out, " pad ", "pad "));
+        EXPECT_EQ(RunCommand(call).out, expected);
         if (HasFatalFailure()) return;
     }
 }
