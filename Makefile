@@ -11,6 +11,7 @@ help:
 	@echo 'make sanitize   the tests under the address, leak and undefined-behaviour sanitizers'
 	@echo 'make tsan       the tests under the thread sanitizer'
 	@echo 'make coverage   the tests with line coverage of src/; fails below 95 %'
+	@echo 'make bench-load what loading documents costs beside the bare parse (ten minutes)'
 	@echo 'make lint       formatting and the rules of the source tree'
 	@echo 'make tidy       static analysis of src/, every finding an error (ten minutes)'
 	@echo 'make format     format every source file'
@@ -51,6 +52,12 @@ sanitize tsan: packages-lint
 	ctest --preset $(PRESET_$@) -j $(JOBS)
 PRESET_sanitize := asan
 PRESET_tsan := tsan
+
+.PHONY: bench-load
+bench-load: packages-build
+	cmake --preset bench
+	cmake --build --preset bench -j $(JOBS)
+	build/bench/bin/load_benchmark
 
 .PHONY: coverage
 coverage: packages-lint

@@ -1,6 +1,7 @@
 # How everything here is compiled: language level, exactness of arithmetic, checks that stay on in release builds.
 
 option(NBSCORE_TESTS "Build the tests" ON)
+option(NBSCORE_BENCHMARKS "Build the benchmarks" OFF)
 option(NBSCORE_WERROR "Treat warnings as errors" OFF)
 set(NBSCORE_SANITIZE "" CACHE STRING "Sanitizers to compile with, such as address,undefined or thread")
 option(NBSCORE_COVERAGE "Compile for line coverage" OFF)

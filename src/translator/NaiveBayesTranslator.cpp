@@ -2,16 +2,17 @@
 
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
-#include <xercesc/dom/DOMNodeList.hpp>
 
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "framework/VersionInfo.h"
 #include "framework/xml/Refusal.h"
 #include "translator/AttributeText.h"
 #include "translator/DictionaryExtensionReader.h"
 #include "translator/DiscretizationReader.h"
+#include "translator/DocumentParts.h"
 #include "translator/DocumentReading.h"
 #include "translator/ElementNames.h"
 #include "translator/ModelElementReader.h"
@@ -20,7 +21,6 @@
 using namespace nbscore;
 using xercesc::DOMDocument;
 using xercesc::DOMElement;
-using xercesc::DOMNodeList;
 
 namespace {
 
@@ -32,15 +32,8 @@ const DOMElement& RootOf(const DOMDocument* document) {
     return *root;
 }
 
-/// The item of a list of elements, or null.
-const DOMElement* ElementAt(const DOMNodeList& elements, int index) {
-    return static_cast<const DOMElement*>(elements.item(static_cast<XMLSize_t>(index)));
-}
-
-/// The version of the application that wrote the document, of the first Application element anywhere.
-std::string ReadVersion(const DOMDocument* document, const Transcoder& transcoder) {
-    const DOMNodeList* applications = BaseTranslator::GetElementsByTagName(document, element::application);
-    const DOMElement* application = ElementAt(*applications, 0);
+/// The version of the application that wrote the document.
+std::string ReadVersion(const DOMElement* application, const Transcoder& transcoder) {
     const std::string version =
         application != nullptr ? AttributeText(transcoder, *application, attribute::version) : std::string();
     return version.empty() ? "2.1" : version;
@@ -60,8 +53,8 @@ void GiveTo(ScoreModel& model, DocumentHead head) {
 }
 
 /// @param markedTarget null when the dictionary marks no self-learning target.
-void ReadModels(const DOMNodeList& modelElements, const Transcoder& transcoder, const std::string* markedTarget,
-                ModelUnderConstruction& construction) {
+void ReadModels(const std::vector<const DOMElement*>& modelElements, const Transcoder& transcoder,
+                const std::string* markedTarget, ModelUnderConstruction& construction) {
     const ScoreModel& model = construction.GetModel();
     DocumentReading reading{.transcoder = transcoder,
                             .dictionary = *model.GetDictionary(),
@@ -70,9 +63,9 @@ void ReadModels(const DOMNodeList& modelElements, const Transcoder& transcoder, 
                             .target = {},
                             .activeFields = {},
                             .cells = {}};
-    const int numElements = construction.TakeModelElements(static_cast<int>(modelElements.getLength()));
+    const int numElements = construction.TakeModelElements(static_cast<int>(modelElements.size()));
     for (int i = 0; i < numElements; ++i)
-        ReadModelElement(*ElementAt(modelElements, i), i, reading);
+        ReadModelElement(*modelElements[static_cast<std::size_t>(i)], i, reading);
     construction.Finish(reading.target.name, markedTarget);
 }
 
@@ -86,8 +79,9 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(DOMDocument* document, const std
     CreateTranscoder(encoding);
     const Transcoder& narrowing = *GetTranscoder();
     const DOMElement& root = RootOf(document);
+    const DocumentParts parts = FindDocumentParts(*document);
     DocumentHead head;
-    head.version = std::make_unique<VersionInfo>(ReadVersion(document, narrowing));
+    head.version = std::make_unique<VersionInfo>(ReadVersion(parts.application, narrowing));
 
     const DOMElement* dataDictionary = GetChildByTagForced(&root, element::dataDictionary);
     head.dictionary.reset(ParseDictionary(dataDictionary));
@@ -98,13 +92,12 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(DOMDocument* document, const std
         head.derivedFields->SetUpDerivedCaseRecord();
     }
 
-    const DOMNodeList& modelElements = *GetElementsByTagName(document, element::naiveBayesModel);
-    const std::unique_ptr<ModelUnderConstruction> construction =
-        MakeModel(ElementAt(modelElements, 0), dictionaryMarksTarget, root);
+    const DOMElement* firstModel = parts.models.empty() ? nullptr : parts.models.front();
+    const std::unique_ptr<ModelUnderConstruction> construction = MakeModel(firstModel, dictionaryMarksTarget, root);
     model = &construction->GetModel();
     try {
         GiveTo(construction->GetModel(), std::move(head));
-        ReadModels(modelElements, narrowing, dictionaryMarksTarget ? &markedTarget : nullptr, *construction);
+        ReadModels(parts.models, narrowing, dictionaryMarksTarget ? &markedTarget : nullptr, *construction);
     } catch (...) {
         LeaveUnfinishedModel(construction->Release().release());
         throw;

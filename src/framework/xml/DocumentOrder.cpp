@@ -7,9 +7,10 @@ namespace nbscore {
 
 const xercesc::DOMNode* NextInDocumentOrder(const xercesc::DOMNode* node, const xercesc::DOMNode* top) {
     if (const xercesc::DOMNode* child = node->getFirstChild()) return child;
-    while (node != nullptr && node != top && node->getNextSibling() == nullptr)
-        node = node->getParentNode();
-    return node == nullptr || node == top ? nullptr : node->getNextSibling();
+    for (; node != nullptr && node != top; node = node->getParentNode()) {
+        if (const xercesc::DOMNode* sibling = node->getNextSibling()) return sibling;
+    }
+    return nullptr;
 }
 
 std::vector<const xercesc::DOMElement*> DescendantsNamed(const xercesc::DOMNode& top, const XMLCh* name) {

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+#include "DocumentShape.h"
+
+namespace nbscore::bench {
+
+/// What a load took, in seconds.
+struct LoadTime {
+    double whole = 0;
+    double translator = 0;
+};
+
+/// The XML library's parser, as it is without any settings, makes a tree of the file.
+LoadTime LoadBare(const std::string& file);
+
+/// A host reads the file into a model with the plug-in, from opening the file until the tree is gone again. Throws
+/// std::runtime_error when the model is not what the document says.
+LoadTime LoadModel(const std::string& file, const DocumentShape& shape);
+
+}  // namespace nbscore::bench
