@@ -6,10 +6,10 @@
 #include <set>
 #include <string>
 
-#include "document/Blanks.h"
 #include "document/ElementSteps.h"
 #include "document/FieldBlanks.h"
 #include "document/FieldMentions.h"
+#include "document/OuterBlanks.h"
 #include "framework/xml/Utf8.h"
 #include "translator/ElementNames.h"
 #include "translator/VendorExtension.h"
@@ -30,7 +30,7 @@ void TrimAll(const Elements& elements, const XMLCh* attributeName, AdaptationLog
         const XMLCh* value = BaseTranslator::GetAttribute(element, attributeName);
         if (value == nullptr) continue;
         const XmlText original = value;
-        const XmlText trimmed = WithoutBlanks(value);
+        const XmlText trimmed = WithoutOuterBlanks(value);
         const auto known = originals.emplace(trimmed, original).first;
         if (known->second != original) {
             throw log.Refusal(element, "Without the blanks around it, \"" + ExcerptOf(value) +
@@ -100,7 +100,8 @@ private:
 
     void NoteNameThatStays(const DOMElement& field) {
         const XMLCh* const name = BaseTranslator::GetAttribute(&field, attribute::name);
-        if (name == nullptr || WithoutBlanks(name) == name || !blanks.TellFieldsApart(WithoutBlanks(name))) return;
+        if (name == nullptr || WithoutOuterBlanks(name) == name || !blanks.TellFieldsApart(WithoutOuterBlanks(name)))
+            return;
         log.NoteWhatStays(&field, "the blanks around name \"" + ExcerptOf(name) +
                                       "\" stay: without them another field would have the same name");
     }
@@ -108,19 +109,19 @@ private:
     void TrimNames(Elements elements, const XMLCh* attributeName) {
         std::erase_if(elements, [this, attributeName](const DOMElement* element) {
             const XMLCh* const name = BaseTranslator::GetAttribute(element, attributeName);
-            return name != nullptr && blanks.TellFieldsApart(WithoutBlanks(name));
+            return name != nullptr && blanks.TellFieldsApart(WithoutOuterBlanks(name));
         });
         TrimAll(elements, attributeName, log);
     }
 
     /// @param field the name of the field whose values they are; null where there is none.
     void TrimValues(const XMLCh* field, const Elements& values) {
-        const std::string reason = field == nullptr ? "" : blanks.WhyThoseOfValuesStay(WithoutBlanks(field));
+        const std::string reason = field == nullptr ? "" : blanks.WhyThoseOfValuesStay(WithoutOuterBlanks(field));
         if (reason.empty()) return TrimAll(values, attribute::value, log);
         for (const DOMElement* value : values) {
             const XMLCh* const text = BaseTranslator::GetAttribute(value, attribute::value);
-            if (text == nullptr || WithoutBlanks(text) == text) continue;
-            if (!fieldsToldOf.insert(WithoutBlanks(field)).second) return;
+            if (text == nullptr || WithoutOuterBlanks(text) == text) continue;
+            if (!fieldsToldOf.insert(WithoutOuterBlanks(field)).second) return;
             log.NoteWhatStays(value, "the blanks around the values of \"" + ExcerptOf(field) + "\" stay: " + reason);
         }
     }
@@ -151,7 +152,7 @@ private:
                 Elements fields = ChildrenNamed(*list, verifiedField);
                 std::erase_if(fields, [this](const DOMElement* each) {
                     const XMLCh* const name = BaseTranslator::GetAttribute(each, verifiedName);
-                    return name == nullptr || !blanks.KnowField(WithoutBlanks(name));
+                    return name == nullptr || !blanks.KnowField(WithoutOuterBlanks(name));
                 });
                 TrimNames(fields, verifiedName);
             }

@@ -2,8 +2,8 @@
 
 #include <xercesc/dom/DOMDocument.hpp>
 
-#include "document/Blanks.h"
 #include "document/FieldMentions.h"
+#include "document/OuterBlanks.h"
 #include "framework/dictionary/FieldDeclarationReader.h"
 #include "framework/xml/Utf8.h"
 #include "translator/ElementNames.h"
@@ -24,7 +24,7 @@ FieldBlanks::FieldBlanks(xercesc::DOMDocument& document) {
             const XMLCh* const reader = BaseTranslator::GetAttribute(field, attribute::name);
             for (const FieldMention& mention : FindFieldMentions(*field)) {
                 const XMLCh* const name = BaseTranslator::GetAttribute(mention.element, mention.attributeName);
-                if (reader != nullptr) fields[WithoutBlanks(name)].reader = reader;
+                if (reader != nullptr) fields[WithoutOuterBlanks(name)].reader = reader;
             }
         }
     }
@@ -33,7 +33,7 @@ FieldBlanks::FieldBlanks(xercesc::DOMDocument& document) {
 void FieldBlanks::Declare(const DOMElement& element, bool isDerived) {
     const XMLCh* const name = BaseTranslator::GetAttribute(&element, attribute::name);
     if (name == nullptr) return;
-    Field& field = fields[WithoutBlanks(name)];
+    Field& field = fields[WithoutOuterBlanks(name)];
     field.writtenNames.insert(name);
     field.isDerived = field.isDerived || isDerived;
     field.isText = field.isText || ReadStorageType(&element) == ScoreDictVar::StringStorage;

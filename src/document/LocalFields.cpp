@@ -7,9 +7,9 @@
 #include <string>
 #include <utility>
 
-#include "document/Blanks.h"
 #include "document/ElementSteps.h"
 #include "document/FieldMentions.h"
+#include "document/OuterBlanks.h"
 #include "framework/xml/Utf8.h"
 #include "translator/ElementNames.h"
 
@@ -24,7 +24,7 @@ using Names = std::set<XmlText>;
 /// Empty without the attribute.
 XmlText NameIn(const DOMElement& element, const XMLCh* attributeName) {
     const XMLCh* const name = BaseTranslator::GetAttribute(&element, attributeName);
-    return name == nullptr ? XmlText() : WithoutBlanks(name);
+    return name == nullptr ? XmlText() : WithoutOuterBlanks(name);
 }
 
 Names NamesOf(const Elements& elements) {

@@ -5,6 +5,6 @@
 namespace nbscore {
 
 /// A text without the blanks (space, tab, line ends) at both ends. One of nothing but blanks stays as it is.
-XmlText WithoutBlanks(const XMLCh* text);
+XmlText WithoutOuterBlanks(const XMLCh* text);
 
 }  // namespace nbscore

@@ -1,10 +1,10 @@
-#include "document/Blanks.h"
+#include "document/OuterBlanks.h"
 
 #include "framework/Blanks.h"
 
 namespace nbscore {
 
-XmlText WithoutBlanks(const XMLCh* text) {
+XmlText WithoutOuterBlanks(const XMLCh* text) {
     const XmlText original = text;
     std::size_t begin = 0;
     std::size_t end = original.size();
