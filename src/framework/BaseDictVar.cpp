@@ -1,6 +1,5 @@
 #include "framework/BaseDictVar.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -26,6 +25,8 @@ BaseDictVar::BaseDictVar(const BaseDictVar& other)
       measureLevel(other.measureLevel),
       validValues(other.validValues ? std::make_unique<ScoreValueLabelSet>(*other.validValues) : nullptr),
       missingValues(CopiesOf(other.missingValues)),
+      missingNumbers(other.missingNumbers),
+      missingTexts(other.missingTexts),
       invalidValues(CopiesOf(other.invalidValues)),
       intervals(other.intervals),
       holdsTruthValues(other.holdsTruthValues),
@@ -40,7 +41,9 @@ ScoreDictVar* BaseDictVar::Clone() const {
 bool BaseDictVar::IsMissingValue(const ScoreValue* value) const {
     if (value == nullptr) return false;
     if (value->IsSystemMissingValue()) return true;
-    return std::ranges::any_of(missingValues, [value](const auto& missing) { return *missing == *value; });
+    if (value->GetType() == ScoreValue::Numeric) return missingNumbers.contains(value->GetDouble());
+    if (value->GetType() != ScoreValue::String || missingTexts.empty()) return false;
+    return missingTexts.contains(value->GetString());
 }
 
 std::string BaseDictVar::GetName() const {
@@ -73,6 +76,8 @@ void BaseDictVar::AddValidValue(std::unique_ptr<ScoreValue> value, std::string d
 }
 
 void BaseDictVar::AddMissingValue(std::unique_ptr<ScoreValue> value) {
+    if (value->GetType() == ScoreValue::Numeric) missingNumbers.insert(value->GetDouble());
+    if (value->GetType() == ScoreValue::String) missingTexts.insert(value->GetString());
     missingValues.push_back(std::move(value));
 }
 

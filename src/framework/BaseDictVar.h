@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "framework/Export.h"
@@ -54,6 +55,9 @@ private:
     MeasureLevel measureLevel;
     std::unique_ptr<ScoreValueLabelSet> validValues;
     std::vector<std::unique_ptr<ScoreValue>> missingValues;
+    /// The same once more, for looking up: every value of every case is looked for among them.
+    std::unordered_set<double> missingNumbers;
+    std::unordered_set<std::string> missingTexts;
     std::vector<std::unique_ptr<ScoreValue>> invalidValues;
     std::vector<ValueInterval> intervals;
     bool holdsTruthValues = false;

@@ -1,7 +1,5 @@
 #include "framework/transform/DeclaredValidity.h"
 
-#include <algorithm>
-
 #include "framework/BaseDictVar.h"
 #include "framework/transform/FieldKind.h"
 
@@ -25,7 +23,8 @@ DeclaredValidity::DeclaredValidity(const ScoreDictVar& variable)
     if (declared == nullptr) return;
     for (const auto& value : declared->GetInvalidValues())
         invalidValues.insert(Declared(*value, kind));
-    intervals = declared->GetIntervals();
+    declaresIntervals = !declared->GetIntervals().empty();
+    intervals = JoinedIntervals(declared->GetIntervals());
 }
 
 bool DeclaredValidity::Allows(const ExpressionValue& value) const {
@@ -33,13 +32,7 @@ bool DeclaredValidity::Allows(const ExpressionValue& value) const {
     if (kind == ValueKind::Truth && !std::holds_alternative<bool>(value)) return false;
     if (declaresValidValues && !validValues.contains(value)) return false;
     const auto* number = std::get_if<double>(&value);
-    return number == nullptr || IsInsideAnInterval(*number);
-}
-
-bool DeclaredValidity::IsInsideAnInterval(double number) const {
-    return intervals.empty() || std::ranges::any_of(intervals, [number](const ValueInterval& interval) {
-               return interval.Contains(number);
-           });
+    return number == nullptr || !declaresIntervals || intervals.Contain(*number);
 }
 
 }  // namespace nbscore

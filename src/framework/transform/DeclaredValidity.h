@@ -1,11 +1,10 @@
 #pragma once
 
 #include <unordered_set>
-#include <vector>
 
 #include "framework/ScoreDictVar.h"
-#include "framework/ValueInterval.h"
 #include "framework/transform/ExpressionValue.h"
+#include "framework/transform/JoinedIntervals.h"
 #include "framework/transform/ValueKind.h"
 
 namespace nbscore {
@@ -21,14 +20,12 @@ public:
     bool Allows(const ExpressionValue& value) const;
 
 private:
-    /// True where none is declared.
-    bool IsInsideAnInterval(double number) const;
-
     ValueKind kind;
     bool declaresValidValues;
     std::unordered_set<ExpressionValue> validValues;
     std::unordered_set<ExpressionValue> invalidValues;
-    std::vector<ValueInterval> intervals;
+    bool declaresIntervals = false;
+    JoinedIntervals intervals;
 };
 
 }  // namespace nbscore

@@ -29,7 +29,6 @@ DerivedCaseRecord::DerivedCaseRecord(const DerivedFields& derivedFields) : deriv
 void DerivedCaseRecord::Begin(const ScoreCaseRecord* caseRecord) {
     record = caseRecord;
     ++caseNumber;
-    budget = WorkBudget(WorkBudget::ofCase);
     for (const std::size_t position : longTexts)
         cells[position].value.emplace<StringValue>(std::string());
     longTexts.clear();
@@ -87,11 +86,15 @@ std::size_t DerivedCaseRecord::CountComputedAhead(const DerivedField& field) con
 
 void DerivedCaseRecord::Compute(std::size_t position) const {
     const DerivedField& field = derived.fields[position];
+    // The field that asked for this one in the midst of its own computation goes on with what it had left.
+    const WorkBudget budgetOfAskingField = budget;
+    budget = WorkBudget(WorkBudget::ofCase / static_cast<double>(derived.fields.size()));
     levelsInUse += field.levels;
     ExpressionValue result = field.function.Evaluate(*this);
     levelsInUse -= field.levels;
     // Functions that leave missing arguments out would else make numbers of what was left.
     if (budget.IsSpent()) result = {};
+    budget = budgetOfAskingField;
     Store(std::move(result), position);
 }
 

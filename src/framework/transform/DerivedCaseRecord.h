@@ -57,7 +57,8 @@ private:
     const ScoreCaseRecord* record = nullptr;
     /// Counts cases, so that a new case forgets the values of the last one without touching them.
     std::uint64_t caseNumber = 1;
-    mutable WorkBudget budget{WorkBudget::ofCase};
+    /// Of the field that is being computed.
+    mutable WorkBudget budget{0};
     mutable std::vector<Cell> cells;
     mutable std::vector<Step> way;
     /// How deep the expressions nest that are being evaluated.

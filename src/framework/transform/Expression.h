@@ -11,7 +11,7 @@ class Expression {
 public:
     virtual ~Expression() = default;
 
-    /// Its value; missing when that is a text for which the case has no work left.
+    /// Its value; missing when that is a text and no work is left to go on with it.
     ExpressionValue Evaluate(const FieldValues& fields) const { return fields.WithinBudget(ValueFor(fields)); }
 
     /// Whether it has a value, which is no NaN, and one that its field allows where it is nothing but a field.

@@ -13,7 +13,7 @@ ExpressionValue FieldRefExpression::ValueFor(const FieldValues& fields) const {
 
 bool FieldRefExpression::IsValid(const ExpressionValue& /*value*/, const FieldValues& fields) const {
     if (fields.IsValid(input.field)) return true;
-    return !IsMissing(input.resultWhenMissing) && IsMissing(fields.Get(input.field));
+    return IsValidByItself(input.resultWhenMissing) && IsMissing(fields.Get(input.field));
 }
 
 std::unique_ptr<const Expression> ReadFieldRef(const xercesc::DOMElement* element, FieldScope& scope) {

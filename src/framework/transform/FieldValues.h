@@ -14,13 +14,13 @@ class FieldValues {
 public:
     virtual ~FieldValues() = default;
 
-    /// The field's value; missing when that is a text for which the case has no work left.
+    /// The field's value; missing when that is a text and no work is left to go on with it.
     ExpressionValue Get(const FieldReference& field) const { return WithinBudget(ValueOf(field)); }
 
     /// Whether the field has a value, and one that its declaration allows.
     virtual bool IsValid(const FieldReference& field) const { return IsValidByItself(Get(field)); }
 
-    /// What is left for the case: of one case, all expressions spend the same budget.
+    /// What is left for the derived field that is being computed.
     virtual WorkBudget& Budget() const = 0;
 
     /// The value, when it is no text or there is work left to go on with it; else missing.

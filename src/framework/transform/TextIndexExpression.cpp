@@ -47,15 +47,13 @@ std::optional<TextIndexExpression::Count> TextIndexExpression::CountIn(std::stri
 std::optional<TextIndexExpression::Count> TextIndexExpression::CountWords(const std::string& text,
                                                                           const std::string& term,
                                                                           WorkBudget& budget) const {
-    const auto words = Words::In(text, parts.rules, budget);
+    const auto words = SearchedText::In(text, parts.rules, budget);
     const auto sought = Words::In(term, parts.rules, budget);
     if (!words || !sought) return std::nullopt;
     const auto hits = FindTerm(*words, sought->words, parts.rules.maxDistance, budget);
     if (!hits) return std::nullopt;
     const bool needsHighest = parts.weight == Weight::AugmentedNormalizedTermFrequency;
-    const auto highest = needsHighest ? HighestFrequency(*words, budget) : 0;
-    if (!highest) return std::nullopt;
-    return Count{CountHits(*hits, parts.countsBestHitsOnly), *highest};
+    return Count{CountHits(*hits, parts.countsBestHitsOnly), needsHighest ? HighestFrequency(*words) : 0};
 }
 
 double TextIndexExpression::Weigh(const Count& count) const {

@@ -4,14 +4,16 @@
 
 namespace nbscore {
 
-/// How many more elementary steps the derived fields of one case may take: no text, no table and no pattern holds up a
-/// case for longer, nor makes it need more memory. A step is about as much as comparing two characters. Numbers are not
+/// How many more elementary steps the computation of a derived field may take: no text, no table and no pattern holds up
+/// a case for longer, nor makes it need more memory. A step is about as much as comparing two characters. Numbers are not
 /// counted: what they take is in proportion to the document (EvaluationCost.h).
 ///
-/// When it is spent, the field at hand is missing, and so is every field that is computed after it in this case.
+/// Each derived field of a case has a budget of its own, so that no field's value depends on which others were computed
+/// before it. When it is spent, the field is missing.
 class WorkBudget {
 public:
-    /// Seconds, and for the costliest patterns half a minute.
+    /// For all derived fields of a case together, who share it equally: seconds, and for the costliest patterns half a
+    /// minute.
     static constexpr double ofCase = 1e9;
     /// A text that goes from one expression to the next is copied and read a few times: all of a case's together come
     /// to 125 megabytes at most.

@@ -14,7 +14,7 @@ void CompactAttribute::setValueFast(const XMLCh* value) {
 }
 
 void CompactAttribute::setValue(const XMLCh* value) {
-    plainValue = nullptr;
+    MakeTextNode();
     DOMAttrImpl::setValue(value);
 }
 

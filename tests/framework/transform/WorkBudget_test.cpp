@@ -50,46 +50,78 @@ TEST(WorkBudget, IsSpent_WhenACallHasManyLongArguments) {
     EXPECT_EQ(document.ValueOf("d", &longText), "absent");
 }
 
-TEST(WorkBudget, IsOneForAllFieldsOfACase) {
-    std::string fields = Field("number", "double", "<FieldRef field='x'/>") + Field("text", "double", lengthOfS);
-    for (int i = 0; i < 100; ++i)
-        fields += Field("d" + std::to_string(i), "double", lengthOfS);
-    const DerivedDocument document(caseFields, fields);
+TEST(WorkBudget, IsSharedEquallyByTheFieldsOfADocument) {
+    const auto document = [](int otherFields) {
+        std::string fields = Field("d", "double", "<Apply function='sum'>" + Repeated(lengthOfS, 40) + "</Apply>");
+        for (int i = 0; i < otherFields; ++i)
+            fields += Field("e" + std::to_string(i), "double", lengthOfS);
+        return DerivedDocument(caseFields, fields);
+    };
     const Case longText(2, std::string(1'000'000, 'a'));
-    const ScoreCaseRecord* values = document.derived->GetValuesForDeriedVars(&longText, document.data.get());
-    EXPECT_EQ(values->GetValueByName("d0")->GetDouble(), 1'000'000);
-    for (int i = 1; i < 99; ++i)
-        values->GetValueByName("d" + std::to_string(i));
-    EXPECT_EQ(values->GetValueByName("d99"), nullptr);
-    EXPECT_EQ(values->GetValueByName("text"), nullptr);
-    EXPECT_EQ(values->GetValueByName("number"), nullptr);
-    EXPECT_EQ(values->GetValueByName("d0")->GetDouble(), 1'000'000);
+    EXPECT_EQ(document(0).ValueOf("d", &longText), "number 40000000");
+    EXPECT_EQ(document(9).ValueOf("d", &longText), "absent");  // not the sum of those for which the work sufficed
+    EXPECT_EQ(document(9).ValueOf("e0", &longText), "number 1000000");
 }
 
-TEST(WorkBudget, IsFullAgain_WhenTheNextCaseBegins) {
-    std::string sum = "<Apply function='sum'>" + Repeated(lengthOfS, 100) + "</Apply>";
-    const DerivedDocument document(caseFields, Field("d", "double", sum) + Field("e", "double", lengthOfS));
+TEST(WorkBudget, IsEachFieldsOwn_WhateverWasComputedBefore) {
+    const std::string costly = "<Apply function='sum'>" + Repeated(lengthOfS, 100) + "</Apply>";
+    const DerivedDocument document(caseFields,
+                                   Field("spent", "double", costly) + Field("d", "double", lengthOfS) +
+                                       Field("choosing", "double",
+                                             "<Apply function='sum'>" + lengthOfS +
+                                                 "<Apply function='if'><Constant dataType='boolean'>true</Constant>"
+                                                 "<FieldRef field='spent'/></Apply>" +
+                                                 lengthOfS + "</Apply>"));
     const Case longText(2, std::string(1'000'000, 'a')), shortText(2, "abc");
     for (int i = 0; i < 3; ++i) {
         const ScoreCaseRecord* values = document.derived->GetValuesForDeriedVars(&longText, document.data.get());
-        EXPECT_EQ(values->GetValueByName("d"), nullptr);  // not the sum of those for which the work sufficed
-        EXPECT_EQ(values->GetValueByName("e"), nullptr);
-        EXPECT_EQ(document.ValueOf("d", &shortText), "number 300");
-        EXPECT_EQ(document.ValueOf("e", &shortText), "number 3");
+        EXPECT_EQ(values->GetValueByName("choosing")->GetDouble(), 2'000'000);
+        EXPECT_EQ(values->GetValueByName("spent"), nullptr);
+        EXPECT_EQ(values->GetValueByName("d")->GetDouble(), 1'000'000);
+        EXPECT_EQ(document.ValueOf("spent", &shortText), "number 300");
+        EXPECT_EQ(document.ValueOf("d", &shortText), "number 3");
+    }
+}
+
+/// A chain of fields that could each read a costly one and never do.
+TEST(WorkBudget, GivesTheSame_WhateverIsAskedForFirst) {
+    std::string fields = Field("costly", "double", "<Apply function='sum'>" + Repeated(lengthOfS, 100) + "</Apply>") +
+                         Field("d0", "double", "<FieldRef field='x'/>");
+    for (int i = 1; i <= 100; ++i) {
+        fields += Field("d" + std::to_string(i), "double",
+                        "<Apply function='if'><Constant dataType='boolean'>true</Constant><FieldRef field='d" +
+                            std::to_string(i - 1) + "'/><FieldRef field='costly'/></Apply>");
+    }
+    const DerivedDocument document(caseFields, fields);
+    const Case longText(2, std::string(1'000'000, 'a'));
+    for (const char* first : {"d100", "d50", "costly"}) {
+        const ScoreCaseRecord* values = document.derived->GetValuesForDeriedVars(&longText, document.data.get());
+        values->GetValueByName(first);
+        EXPECT_EQ(values->GetValueByName("d100")->GetDouble(), 2) << first;
+        EXPECT_EQ(values->GetValueByName("costly"), nullptr) << first;
     }
 }
 
 TEST(WorkBudget, IsSpent_WhenTermsAreLookedForInManyWords) {
     const std::string index =
         "<TextIndex textField='s' maxLevenshteinDistance='2'><Constant>some term</Constant></TextIndex>";
+    const std::string many = "<Apply function='sum'>" + Repeated(index, 150) + "</Apply>";
+    const Case longText(2, Repeated("some tern ", 40'000)), shortText(2, "some tern");
+    EXPECT_EQ(DerivedDocument(caseFields, Field("d", "double", index)).ValueOf("d", &longText), "number 40000");
+    const DerivedDocument document(caseFields, Field("d", "double", many));
+    EXPECT_EQ(document.ValueOf("d", &longText), "absent");
+    EXPECT_EQ(document.ValueOf("d", &shortText), "number 150");
+}
+
+TEST(WorkBudget, IsSpent_WhenAReplacementHasManyPiecesThatGiveNothing) {
+    const std::string replacement = "<Constant>" + Repeated("$1", 100'000) + "</Constant>";
     const DerivedDocument document(
-        caseFields, Field("d", "double", index) +
-                        Field("e", "double", "<Apply function='sum'>" + Repeated(index, 100) + "</Apply>"));
-    const Case longText(2, Repeated("some tern ", 40'000));
-    EXPECT_EQ(document.ValueOf("d", &longText), "number 40000");
-    const ScoreCaseRecord* values = document.derived->GetValuesForDeriedVars(&longText, document.data.get());
-    EXPECT_EQ(values->GetValueByName("e"), nullptr);
-    EXPECT_EQ(values->GetValueByName("d"), nullptr);
+        caseFields,
+        Field("d", "string",
+              "<Apply function='replace'><FieldRef field='s'/><Constant>a()</Constant>" + replacement + "</Apply>"));
+    const Case longText(2, std::string(20'000, 'a')), shortText(2, "bab");
+    EXPECT_EQ(document.ValueOf("d", &longText), "absent");
+    EXPECT_EQ(document.ValueOf("d", &shortText), "text bb");
 }
 
 }  // namespace

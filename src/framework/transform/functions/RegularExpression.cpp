@@ -82,6 +82,7 @@ std::optional<std::string> RegularExpression::ReplacedAll(std::string_view text,
             isBehindMatch = false;
             if (step == 0) break;
         } else {
+            if (!budget.Spend(replacement.CountPieces())) return std::nullopt;
             replacement.AppendTo(replaced, groups);
             position = start + groups[0].size();
             isBehindMatch = true;

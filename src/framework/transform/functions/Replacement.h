@@ -20,6 +20,9 @@ public:
     /// The greatest number of a group that it refers to.
     std::size_t GreatestGroup() const;
 
+    /// How many parts it is put together from, for each match.
+    std::size_t CountPieces() const { return pieces.size(); }
+
     /// @param groups the whole match, then its groups; at least GreatestGroup() of them.
     void AppendTo(std::string& text, std::span<const re2::StringPiece> groups) const;
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <span>
-#include <unordered_map>
 #include <utility>
 
 #include "framework/transform/functions/CodePoints.h"
@@ -52,31 +51,17 @@ void ForEachStart(const Hay& hay, const Needle& needle, const OnStart& onStart) 
     }
 }
 
-/// Words as numbers, equal ones as the same.
-class Numbering {
-public:
-    std::vector<std::size_t> Of(const std::vector<std::u32string>& words) {
-        std::vector<std::size_t> numbers;
-        numbers.reserve(words.size());
-        for (const std::u32string& word : words)
-            numbers.push_back(known.try_emplace(word, known.size()).first->second);
-        return numbers;
-    }
-
-private:
-    std::unordered_map<std::u32string, std::size_t> known;
-};
-
 /// Looks at every start. Equal words are equal numbers, and as every other word costs a distance of one at least, there
 /// are at most as many of them as the distance may be.
 class FuzzySearch {
 public:
-    FuzzySearch(const std::vector<std::u32string>& textWords, const std::vector<std::u32string>& termWords,
+    FuzzySearch(const SearchedText& searchedText, const std::vector<std::u32string>& termWords,
                 std::size_t greatestDistance)
-        : text(textWords), term(termWords), maxDistance(greatestDistance) {
-        textNumbers = numbering.Of(text);
-        termNumbers = numbering.Of(term);
-    }
+        : text(searchedText.GetWords().words),
+          textNumbers(searchedText.GetNumbers()),
+          term(termWords),
+          termNumbers(searchedText.NumbersOf(termWords)),
+          maxDistance(greatestDistance) {}
 
     /// The distance at a start, greater than the greatest when it is no hit; nothing when the budget is spent.
     std::optional<std::size_t> DistanceAt(std::size_t start, WorkBudget& budget) const {
@@ -97,11 +82,10 @@ public:
 
 private:
     const std::vector<std::u32string>& text;
+    const std::vector<std::size_t>& textNumbers;
     const std::vector<std::u32string>& term;
-    std::size_t maxDistance;
-    Numbering numbering;
-    std::vector<std::size_t> textNumbers;
     std::vector<std::size_t> termNumbers;
+    std::size_t maxDistance;
 };
 
 }  // namespace
@@ -118,19 +102,44 @@ std::optional<Words> Words::In(std::string_view text, const TextRules& rules, Wo
     return words;
 }
 
-std::optional<std::vector<Hit>> FindTerm(const Words& text, const std::vector<std::u32string>& term,
+SearchedText::SearchedText(Words splitWords) : words(std::move(splitWords)) {
+    numbers.reserve(words.words.size());
+    for (const std::u32string& word : words.words)
+        numbers.push_back(numbersByWord.try_emplace(word, numbersByWord.size()).first->second);
+}
+
+std::optional<SearchedText> SearchedText::In(std::string_view text, const TextRules& rules, WorkBudget& budget) {
+    auto words = Words::In(text, rules, budget);
+    if (!words || !budget.Spend(stepsPerWord * static_cast<double>(words->words.size()))) return std::nullopt;
+    return SearchedText(std::move(*words));
+}
+
+std::vector<std::size_t> SearchedText::NumbersOf(const std::vector<std::u32string>& term) const {
+    std::vector<std::size_t> found;
+    found.reserve(term.size());
+    for (const std::u32string& word : term) {
+        const auto number = numbersByWord.find(word);
+        found.push_back(number == numbersByWord.end() ? numbersByWord.size() : number->second);
+    }
+    return found;
+}
+
+std::optional<std::vector<Hit>> FindTerm(const SearchedText& text, const std::vector<std::u32string>& term,
                                          std::size_t maxDistance, WorkBudget& budget) {
     std::vector<Hit> hits;
-    if (term.empty() || term.size() > text.words.size()) return hits;
+    const std::size_t wordsOfText = text.GetNumbers().size();
+    if (term.empty() || term.size() > wordsOfText) return hits;
+    if (!budget.Spend(static_cast<double>(wordsOfText) + stepsPerWord * static_cast<double>(term.size()))) {
+        return std::nullopt;
+    }
     if (maxDistance == 0) {
-        if (!budget.Spend(text.words.size() + term.size())) return std::nullopt;
-        ForEachStart(text.words, term, [&hits](std::size_t start) { hits.push_back({start, 0}); });
+        ForEachStart(text.GetNumbers(), text.NumbersOf(term), [&hits](std::size_t start) {
+            hits.push_back({start, 0});
+        });
         return hits;
     }
-    const double stepsToBegin = stepsPerWord * static_cast<double>(text.words.size() + term.size());
-    if (!budget.Spend(stepsToBegin)) return std::nullopt;
-    const FuzzySearch search(text.words, term, maxDistance);
-    for (std::size_t start = 0; start + term.size() <= text.words.size(); ++start) {
+    const FuzzySearch search(text, term, maxDistance);
+    for (std::size_t start = 0; start + term.size() <= wordsOfText; ++start) {
         const auto distance = search.DistanceAt(start, budget);
         if (!distance) return std::nullopt;
         if (*distance <= maxDistance) hits.push_back({start, *distance});
@@ -144,12 +153,11 @@ std::size_t CountInside(std::string_view text, std::string_view term) {
     return count;
 }
 
-std::optional<std::size_t> HighestFrequency(const Words& text, WorkBudget& budget) {
-    if (!budget.Spend(stepsPerWord * static_cast<double>(text.words.size()))) return std::nullopt;
-    std::unordered_map<std::u32string_view, std::size_t> counts;
+std::size_t HighestFrequency(const SearchedText& text) {
+    std::vector<std::size_t> counts(text.GetNumbers().size(), 0);
     std::size_t highest = 0;
-    for (const std::u32string& word : text.words)
-        highest = std::max(highest, ++counts[word]);
+    for (const std::size_t number : text.GetNumbers())
+        highest = std::max(highest, ++counts[number]);
     return highest;
 }
 

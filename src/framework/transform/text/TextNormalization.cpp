@@ -50,19 +50,19 @@ std::optional<std::string> TextNormalization::Apply(std::string text, WorkBudget
 
 std::optional<std::string> TextNormalization::ApplyOnce(std::string text, WorkBudget& budget) const {
     // Split only when a row looks for words, and again only when a row has changed the text.
-    std::optional<Words> words;
+    std::optional<SearchedText> words;
     for (const Row& row : rows) {
         if (!budget.Spend(stepsPerRow)) return std::nullopt;
         std::optional<std::string> replaced;
         if (row.expression) {
             replaced = row.expression->ReplacedAll(text, row.replacement, budget);
         } else {
-            if (!words) words = Words::In(text, rules, budget);
+            if (!words) words = SearchedText::In(text, rules, budget);
             if (!words) return std::nullopt;
             const auto hits = FindTerm(*words, row.words, rules.maxDistance, budget);
             if (!hits) return std::nullopt;
             if (hits->empty()) continue;
-            replaced = WithHitsReplaced(text, *words, *hits, row.words.size(), row.text);
+            replaced = WithHitsReplaced(text, words->GetWords(), *hits, row.words.size(), row.text);
         }
         if (!replaced || replaced->size() > longestText) return std::nullopt;
         if (*replaced == text) continue;
