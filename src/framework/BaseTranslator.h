@@ -11,7 +11,8 @@
 /// What every translator does alike: parsing XML safely, and small steps over the parsed document.
 ///
 /// The parser takes no document type declaration, no external entity and nothing from the network, and refuses
-/// elements nested deeper than maxElementDepth; each refusal carries its place.
+/// elements nested deeper than maxElementDepth, and names, tags and texts longer than any real document has
+/// (xml/DocumentLimits.h); each refusal carries its place.
 ///
 /// The static operations take the parser's own UTF-16 texts, so that a name is converted once in the program's
 /// life and not once per element. Each of them walks no further than it must; none of them keeps anything.

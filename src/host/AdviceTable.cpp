@@ -49,6 +49,10 @@ constexpr Advice advices[] = {
      "Take the document type declaration out, and write what its entities stand for in their places."},
     {3, "Elements nest deeper than *", "Check that end tags are not missing: no model needs elements so deep."},
     {3, "The document uses more than *", "Check that the document is PMML, where names of elements are few."},
+    {3, "The name * is longer than *", "Check that the document is PMML, where names of elements are short."},
+    {3, "A tag, comment or section is longer than *",
+     "Check that quotation marks, brackets and comments are closed: no model needs a tag so long."},
+    {3, "A text is longer than *", "Check that the document is PMML: no model needs a text so long in one element."},
     {3, "The document declares the encoding *", "Let the XML declaration name the encoding that the file is saved in."},
     {3, "The document is no well-formed XML: it is empty, *", "Check that the file is the PMML document, and whole."},
     {3, "The document is no well-formed XML: *-byte sequence.",
@@ -130,6 +134,8 @@ constexpr Advice advices[] = {
     {11, "The method * of <NormDiscrete> is not supported.", "Write method=\"indicator\", or take the method out."},
 
     // Parts of the document that contradict each other or exceed a limit.
+    {12, "The document takes more memory than there is.",
+     "Read the document on a machine with more memory, or let the process have more."},
     {12, "Only one target is allowed.", "Leave one field predicted."},
     {12, "Only BayesInput elements are allowed here.", "Take everything but BayesInput out of BayesInputs."},
     {12, "Input * declares no values and has no PairCounts.",

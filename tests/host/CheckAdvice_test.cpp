@@ -165,6 +165,9 @@ std::vector<Sample> Samples() {
         {Fruit("<PMML ", "<!DOCTYPE PMML><PMML "), "Take the document type declaration out"},
         {Nested("<a>", "", "</a>", 1001), "Check that end tags are not missing"},
         {ManyNames(), "Check that the document is PMML"},
+        {Fruit("<Header/>", "<" + std::string(1001, 'h') + "/>"), "Check that the document is PMML"},
+        {Fruit("<Header/>", "<!--" + std::string(9'000'000, '<') + "-->"), "Check that quotation marks"},
+        {Fruit("<Header/>", std::string(16'000'001, ' ')), "Check that the document is PMML: no model needs a text"},
         {Fruit("UTF-8", "UTF-16"), "Let the XML declaration name the encoding"},
         {"weight,colour\n1,red\n", "Check that the file is the PMML document"},
         {Fruit("\"red\"",
@@ -318,6 +321,8 @@ TEST_F(CheckAdvice, IsTheTables_AndEveryFamilyOfTheTableIsReached) {
         EXPECT_EQ(problem.advice, advice->text) << problem.message;
         reached.insert(advice);
     }
+    reached.insert(
+        FindAdvice(12, "The document takes more memory than there is.", {}));  // tests/hostile runs out of it
     const DocumentProblem unreadable = CheckDocument(plugin, "nowhere.pmml", false).problems.front();
     reached.insert(FindAdvice(unreadable.code, unreadable.message, unreadable.place));
     for (const Advice& advice : GetAdvices())

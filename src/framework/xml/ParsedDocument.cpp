@@ -1,14 +1,15 @@
 #include "framework/xml/ParsedDocument.h"
 
 #include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 
 #include <istream>
+#include <new>
 
 #include "framework/VeskException.h"
 #include "framework/xml/ElementPlaces.h"
 #include "framework/xml/PlacedDOMParser.h"
 #include "framework/xml/PmmlPrefix.h"
-#include "framework/xml/StreamInputSource.h"
 #include "framework/xml/XmlPlatform.h"
 
 namespace nbscore {
@@ -37,6 +38,35 @@ private:
     std::ios::iostate wanted;
 };
 
+/// Parses and lets go of all that was built when memory ends, so that there is some for saying so.
+ParsedDocument ParseWithinMemory(std::istream& stream) {
+    PlacedDOMParser::Position reached;
+    const auto parse = [&] {
+        PlacedDOMParser parser;
+        try {
+            return parser.ParseAndAdopt(stream);
+        } catch (...) {
+            reached = parser.GetPosition();
+            throw;
+        }
+    };
+    const auto refusal = [&] {
+        VeskException exhausted(VeskException::InconsistentDocument, "The document takes more memory than there is.");
+        DocumentPlace place;
+        place.line = reached.line;
+        place.column = reached.column;
+        exhausted.SetPlace(place);
+        return exhausted;
+    };
+    try {
+        return parse();
+    } catch (const xercesc::OutOfMemoryException&) {
+        throw refusal();
+    } catch (const std::bad_alloc&) {
+        throw refusal();
+    }
+}
+
 }  // namespace
 
 void DocumentReleaser::operator()(xercesc::DOMDocument* document) const {
@@ -49,9 +79,7 @@ ParsedDocument ParseDocument(std::istream& stream) {
     const QuietStream quiet(stream);
     if (stream.fail() && !stream.eof()) throw VeskException(VeskException::UnreadableSource, unreadable);
     try {
-        PlacedDOMParser parser;
-        const StreamInputSource source(stream);
-        ParsedDocument document = parser.ParseAndAdopt(source);
+        ParsedDocument document = ParseWithinMemory(stream);
         if (stream.bad()) throw VeskException(VeskException::UnreadableSource, unreadable);
         DropPmmlPrefix(*document);
         return document;

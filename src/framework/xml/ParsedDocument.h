@@ -15,7 +15,8 @@ using ParsedDocument = std::unique_ptr<xercesc::DOMDocument, DocumentReleaser>;
 
 /// The document that a stream holds; elements of PMML have their names without prefix, whatever the document uses
 /// (DropPmmlPrefix). Throws VeskException 3 for what is no acceptable XML, 4 for a stream that
-/// fails, 10 for an encoding that nobody knows; nothing of the XML library's own.
+/// fails, 10 for an encoding that nobody knows, 12 when there is too little memory for it; nothing of the XML library's
+/// own.
 SCOREFRAMEWORK_API ParsedDocument ParseDocument(std::istream& stream);
 
 }  // namespace nbscore

@@ -15,18 +15,21 @@
 #include "framework/BaseTranslator.h"
 #include "framework/VeskException.h"
 #include "framework/xml/CompactAttribute.h"
+#include "framework/xml/DocumentLimits.h"
+#include "framework/xml/StreamInputSource.h"
 #include "framework/xml/Utf8.h"
 #include "framework/xml/XmlName.h"
 
 namespace nbscore {
 namespace {
 
+/// A fault in a document's first bytes is found before the library counts lines.
 VeskException RefusalAtPosition(VeskException::ExceptionCode code, const std::string& message, std::uint64_t line,
                                 std::uint64_t column) {
     VeskException refusal(code, message);
     DocumentPlace place;
-    place.line = line;
-    place.column = column;
+    place.line = std::max<std::uint64_t>(line, 1);
+    place.column = std::max<std::uint64_t>(column, 1);
     refusal.SetPlace(place);
     return refusal;
 }
@@ -60,6 +63,20 @@ bool IsMissingRoot(unsigned int code, const XMLCh* domain) {
            code == xercesc::XMLErrs::InvalidDocumentStructure;
 }
 
+/// The library's own words for this name an entity that has no name.
+bool IsEndlessXmlDeclaration(unsigned int code, const XMLCh* domain) {
+    return xercesc::XMLString::equals(domain, xercesc::XMLUni::fgExceptDomain) &&
+           code == xercesc::XMLExcepts::Reader_CouldNotDecodeFirstLine;
+}
+
+std::string ProblemOf(unsigned int code, const XMLCh* domain, const XMLCh* text) {
+    if (IsMissingRoot(code, domain)) {
+        return "it is empty, does not begin with an element, or is not in the encoding that it declares";
+    }
+    if (IsEndlessXmlDeclaration(code, domain)) return "its XML declaration cannot be read or does not end";
+    return Utf8Of(text);
+}
+
 }  // namespace
 
 PlacedDOMParser::PlacedDOMParser() {
@@ -79,15 +96,19 @@ PlacedDOMParser::PlacedDOMParser() {
     getScanner()->setErrorReporter(this);
 }
 
-ParsedDocument PlacedDOMParser::ParseAndAdopt(const xercesc::InputSource& source) {
+ParsedDocument PlacedDOMParser::ParseAndAdopt(std::istream& stream) {
     places = std::make_unique<ElementPlaces>();
     names = DistinctNames();
     lastEnd = Position();
+    lastTagEnd = Position();
+    bytesTaken = 0;
+    bytesReported = 0;
+    textLength = 0;
     depth = 0;
     pendingBlanks.clear();
     isBehindStartTag = false;
     isBehindText = false;
-    parse(source);
+    parse(StreamInputSource(stream, [this](std::uint64_t taken) { NoteBytes(taken); }));
     ParsedDocument document(adoptDocument());
     ElementPlaces::Attach(document.get(), std::move(places));
     return document;
@@ -96,16 +117,45 @@ ParsedDocument PlacedDOMParser::ParseAndAdopt(const xercesc::InputSource& source
 void PlacedDOMParser::NotePosition() {
     const xercesc::Locator& locator = *getScanner()->getLocator();
     lastEnd = {locator.getLineNumber(), locator.getColumnNumber()};
+    bytesReported = bytesTaken;
+}
+
+void PlacedDOMParser::NoteTagEnd() {
+    NotePosition();
+    lastTagEnd = lastEnd;
+    textLength = 0;
+}
+
+/// The library reports a tag, comment or section when it has it whole. What is too long must be seen before that.
+void PlacedDOMParser::NoteBytes(std::uint64_t taken) {
+    bytesTaken = taken;
+    if (bytesTaken - bytesReported <= DocumentLimits::longestMarkup) return;
+    Refuse("A tag, comment or section is longer than " + std::to_string(DocumentLimits::longestMarkup) + " bytes.");
+}
+
+/// Long texts are reported in pieces.
+void PlacedDOMParser::NoteText(XMLSize_t length) {
+    textLength += length;
+    if (textLength <= DocumentLimits::longestText) return;
+    RefuseAt(lastTagEnd, "A text is longer than " + std::to_string(DocumentLimits::longestText) + " characters.");
 }
 
 void PlacedDOMParser::NoteName(const XMLCh* name) {
+    if (xercesc::XMLString::stringLen(name) > DocumentLimits::longestName) {
+        Refuse("The name \"" + ExcerptOf(name) + "\" is longer than " + std::to_string(DocumentLimits::longestName) +
+               " characters.");
+    }
     if (names.Note(name)) return;
     Refuse("The document uses more than " + std::to_string(DistinctNames::limit) +
            " different names for elements and attributes.");
 }
 
 void PlacedDOMParser::Refuse(const std::string& message) const {
-    throw RefusalAtPosition(VeskException::MalformedDocument, message, lastEnd.line, lastEnd.column);
+    RefuseAt(lastEnd, message);
+}
+
+void PlacedDOMParser::RefuseAt(const Position& position, const std::string& message) {
+    throw RefusalAtPosition(VeskException::MalformedDocument, message, position.line, position.column);
 }
 
 void PlacedDOMParser::startElement(const xercesc::XMLElementDecl& declaration, unsigned int urlId, const XMLCh* prefix,
@@ -118,7 +168,7 @@ void PlacedDOMParser::startElement(const xercesc::XMLElementDecl& declaration, u
     for (XMLSize_t i = 0; i < attributeCount; ++i)
         NoteName(attributes.elementAt(i)->getName());
     places->Add(lastEnd.line, lastEnd.column);
-    NotePosition();
+    NoteTagEnd();
     pendingBlanks.clear();
     isBehindStartTag = true;
     isBehindText = false;
@@ -128,7 +178,7 @@ void PlacedDOMParser::startElement(const xercesc::XMLElementDecl& declaration, u
 void PlacedDOMParser::endElement(const xercesc::XMLElementDecl& declaration, unsigned int urlId, bool isRoot,
                                  const XMLCh* prefix) {
     --depth;
-    NotePosition();
+    NoteTagEnd();
     if (isBehindStartTag) AddPendingBlanks();
     pendingBlanks.clear();
     isBehindStartTag = false;
@@ -148,6 +198,7 @@ void PlacedDOMParser::AddPendingBlanks() {
 
 void PlacedDOMParser::docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) {
     NotePosition();
+    NoteText(length);
     if (!isCdata && !isBehindText && AreBlanks(text, length)) {
         pendingBlanks.append(text, length);
         return;
@@ -195,12 +246,8 @@ void PlacedDOMParser::error(unsigned int code, const XMLCh* domain, xercesc::XML
         throw RefusalAtPosition(VeskException::UnsupportedEncoding,
                                 "The document's encoding is not supported: " + Utf8Of(text) + ".", line, column);
     }
-    const std::string problem =
-        IsMissingRoot(code, domain)
-            ? "it is empty, does not begin with an element, or is not in the encoding that it declares"
-            : Utf8Of(text);
-    throw RefusalAtPosition(VeskException::MalformedDocument, "The document is no well-formed XML: " + problem + ".",
-                            line, column);
+    throw RefusalAtPosition(VeskException::MalformedDocument,
+                            "The document is no well-formed XML: " + ProblemOf(code, domain, text) + ".", line, column);
 }
 
 }  // namespace nbscore

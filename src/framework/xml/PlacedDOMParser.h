@@ -4,6 +4,7 @@
 #include <xercesc/util/SecurityManager.hpp>
 
 #include <cstdint>
+#include <iosfwd>
 #include <memory>
 #include <string>
 
@@ -16,9 +17,9 @@ namespace nbscore {
 /// A parser that trusts no document and knows where each element's start tag begins.
 ///
 /// It takes no document type declaration, so there are no entities beyond the five of XML itself; it fetches
-/// nothing; elements nest no deeper than BaseTranslator::maxElementDepth and use no more names than DistinctNames
-/// allows. What it refuses, XML faults included,
-/// leaves as VeskException with its line and column.
+/// nothing; elements nest no deeper than BaseTranslator::maxElementDepth, use no more names than DistinctNames
+/// allows, and neither names nor tags nor texts are longer than DocumentLimits says. What it refuses, XML faults
+/// included, leaves as VeskException with its line and column; so does a document that takes all the memory there is.
 ///
 /// The document that it builds has no comments and no blanks between elements, and its attributes are compact
 /// (CompactAttribute). Blanks that are all that an element holds are its content.
@@ -29,8 +30,16 @@ class PlacedDOMParser : public xercesc::XercesDOMParser {
 public:
     PlacedDOMParser();
 
+    struct Position {
+        std::uint64_t line = 1;
+        std::uint64_t column = 1;
+    };
+
     /// Parses one document and hands it over with its table of places.
-    ParsedDocument ParseAndAdopt(const xercesc::InputSource& source);
+    ParsedDocument ParseAndAdopt(std::istream& stream);
+
+    /// How far the document was understood.
+    Position GetPosition() const { return lastEnd; }
 
     void startElement(const xercesc::XMLElementDecl& declaration, unsigned int urlId, const XMLCh* prefix,
                       const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount, bool isEmpty,
@@ -52,20 +61,24 @@ protected:
     xercesc::DOMAttr* createAttr(const XMLCh* name) override;
 
 private:
-    struct Position {
-        std::uint64_t line = 1;
-        std::uint64_t column = 1;
-    };
-
     void NotePosition();
+    void NoteTagEnd();
     void NoteName(const XMLCh* name);
+    void NoteText(XMLSize_t length);
+    void NoteBytes(std::uint64_t taken);
     void AddPendingBlanks();
     [[noreturn]] void Refuse(const std::string& message) const;
+    [[noreturn]] static void RefuseAt(const Position& position, const std::string& message);
 
     xercesc::SecurityManager limits;
     std::unique_ptr<ElementPlaces> places;
     DistinctNames names;
     Position lastEnd;
+    Position lastTagEnd;
+    /// What the parser has taken from the stream, and what of it when it last reported something.
+    std::uint64_t bytesTaken = 0;
+    std::uint64_t bytesReported = 0;
+    std::uint64_t textLength = 0;
     int depth = 0;
     /// Blanks behind a tag: whether they are content, what comes next tells.
     std::basic_string<XMLCh> pendingBlanks;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <istream>
-#include <limits>
+#include <utility>
 
 namespace nbscore {
 namespace {
@@ -10,13 +10,14 @@ namespace {
 /// To the parser a stream that fails looks like one that ends; whoever started the parser asks the stream which.
 class StdInputStream : public xercesc::BinInputStream {
 public:
-    explicit StdInputStream(std::istream& input) : stream(input) {}
+    StdInputStream(std::istream& input, const StreamInputSource::Watch& watch) : stream(input), beforeReading(watch) {}
 
     XMLFilePos curPos() const override { return position; }
     const XMLCh* getContentType() const override { return nullptr; }
 
     XMLSize_t readBytes(XMLByte* toFill, XMLSize_t maxToRead) override {
         if (!stream.good()) return 0;
+        beforeReading(position);
         constexpr XMLSize_t limit = 1 << 20;
         stream.read(reinterpret_cast<char*>(toFill), static_cast<std::streamsize>(std::min(maxToRead, limit)));
         const auto count = static_cast<XMLSize_t>(stream.gcount());
@@ -26,15 +27,17 @@ public:
 
 private:
     std::istream& stream;
+    const StreamInputSource::Watch& beforeReading;
     XMLFilePos position = 0;
 };
 
 }  // namespace
 
-StreamInputSource::StreamInputSource(std::istream& input) : stream(input) {}
+StreamInputSource::StreamInputSource(std::istream& input, Watch watch)
+    : stream(input), beforeReading(std::move(watch)) {}
 
 xercesc::BinInputStream* StreamInputSource::makeStream() const {
-    return new StdInputStream(stream);
+    return new StdInputStream(stream, beforeReading);
 }
 
 }  // namespace nbscore

@@ -117,6 +117,56 @@ TEST(HostileDocument, IsRefused_WhenItUsesTooManyNames) {
     EXPECT_EQ(PlaceText(attributes->GetPlace()), "1:1 ");
 }
 
+void ExpectTooLong(const std::string& text, const std::string& message, const std::string& place) {
+    const auto refusal = RefusalOfText(text);
+    ASSERT_TRUE(refusal) << message;
+    EXPECT_EQ(refusal->GetCode(), VeskException::MalformedDocument);
+    EXPECT_EQ(refusal->GetMessage(), message);
+    EXPECT_EQ(PlaceText(refusal->GetPlace()), place + " ");
+}
+
+TEST(HostileDocument, IsRefusedAtTheTag_WhenANameIsTooLong) {
+    const std::string longest(1000, 'n');
+    EXPECT_FALSE(RefusalOfText("<" + longest + " " + longest + "=''/>"));
+    const std::string message = "The name \"" + std::string(80, 'n') + "...\" is longer than 1000 characters.";
+    ExpectTooLong("<a>\n <n" + longest + "/></a>", message, "2:2");
+    ExpectTooLong("<a>\n <b n" + longest + "=''/></a>", message, "2:2");
+}
+
+/// Whatever the parser holds as a whole until its end.
+TEST(HostileDocument, IsRefusedWhereItBegins_WhenATagCommentOrSectionIsTooLong) {
+    const std::string message = "A tag, comment or section is longer than 8000000 bytes.";
+    const std::string brackets(8'100'000, '<');
+    const std::string letters(8'100'000, 'x');
+    const std::string blanks(8'100'000, ' ');
+    ExpectTooLong("<a>\n<b c='" + letters + "'/></a>", message, "2:1");
+    ExpectTooLong("<a>\n<" + letters + "/></a>", message, "2:1");
+    ExpectTooLong("<a>\n<b></b" + blanks + "></a>", message, "2:4");
+    ExpectTooLong("<a>\n<b/><!--" + brackets + "--></a>", message, "2:5");
+    ExpectTooLong("<a>\n<b/><![CDATA[" + brackets + "]]></a>", message, "2:5");
+    ExpectTooLong("<a>\n<b/><?p " + brackets + "?></a>", message, "2:5");
+    ExpectTooLong("<a>\n<b/>&" + letters + ";</a>", message, "2:5");
+    ExpectTooLong(blanks + "<a/>", message, "1:1");
+    ExpectTooLong("<a/>" + blanks, message, "1:5");
+    const std::string bearable(7'900'000, '<');
+    EXPECT_FALSE(RefusalOfText("<a><!--" + bearable + "--><![CDATA[" + bearable + "]]></a>"));
+}
+
+TEST(HostileDocument, IsRefusedWhereItBegins_WhenATextIsTooLong) {
+    const std::string message = "A text is longer than 16000000 characters.";
+    const std::string longest(16'000'000, 'x');
+    EXPECT_FALSE(RefusalOfText("<a>" + longest + "<b/>" + longest + "</a>"));
+    ExpectTooLong("<a>\n<b>x" + longest + "</b></a>", message, "2:4");
+    ExpectTooLong("<a>\n<b/>" + std::string(16'000'001, '\n') + "</a>", message, "2:5");
+    const std::string half(8'000'000, 'x');
+    ExpectTooLong("<a>" + half + "<!-- -->" + half + "<![CDATA[x]]></a>", message, "1:4");
+}
+
+TEST(HostileDocument, IsRefusedAtItsBeginning_WhenItsXmlDeclarationDoesNotEnd) {
+    ExpectTooLong("<?xml version='1.0' " + std::string(9'000'000, ' ') + "?><a/>",
+                  "The document is no well-formed XML: its XML declaration cannot be read or does not end.", "1:1");
+}
+
 /// A stream of start tags that is never held in memory.
 class EndlessTags : public std::streambuf {
 public:

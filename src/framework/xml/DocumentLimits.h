@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+
+namespace nbscore {
+
+/// What a document's parts may measure: far more than any real one does, and little enough that a hostile one is refused
+/// before it takes much memory.
+struct DocumentLimits {
+    /// In bytes, as the document stores them: one tag with its attributes, comment, section of text or processing
+    /// instruction. What exceeds it by less than the parser reads at once (48 kB) may pass.
+    static constexpr std::uint64_t longestMarkup = 8'000'000;
+    /// In UTF-16 units: the text between two tags, comments in it left out.
+    static constexpr std::uint64_t longestText = 16'000'000;
+    /// In UTF-16 units: the name of an element or attribute.
+    static constexpr std::uint64_t longestName = 1000;
+};
+
+}  // namespace nbscore
