@@ -1,6 +1,7 @@
 #include "support/RunCommand.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -13,8 +14,6 @@
 namespace nbscore::test {
 
 namespace {
-
-constexpr unsigned secondsUntilKilled = 240;
 
 int Require(int answer, const char* what) {
     if (answer < 0) throw std::system_error(errno, std::generic_category(), what);
@@ -58,10 +57,12 @@ std::string ReadAll(int descriptor) {
     // A test may run where signals are ignored, and ignored signals are inherited.
     for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE})
         std::signal(signal, SIG_DFL);
-    alarm(secondsUntilKilled);
+    alarm(call.secondsUntilKilled);
     dup2(in, 0);
     dup2(out, 1);
     dup2(err, 2);
+    const rlimit memory = {call.memoryLimit, call.memoryLimit};
+    if (call.memoryLimit != 0 && setrlimit(RLIMIT_AS, &memory) != 0) _exit(125);
     if (!call.workingFolder.empty() && chdir(call.workingFolder.c_str()) != 0) _exit(126);
     for (const auto& [name, value] : call.environment)
         setenv(name.c_str(), value.c_str(), 1);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -25,6 +26,10 @@ struct CommandCall {
     std::optional<std::filesystem::path> outputPath;
     /// Standard output is a pipe whose other end is closed already.
     bool outputIsClosedPipe = false;
+    /// How many bytes of addresses the program may have; as many as the system gives it when 0.
+    std::uint64_t memoryLimit = 0;
+    /// When a program that hangs is killed.
+    unsigned secondsUntilKilled = 240;
 };
 
 struct CommandResult {
@@ -34,7 +39,7 @@ struct CommandResult {
     std::string err;
 };
 
-/// Runs a program to its end. One that hangs is killed after some minutes.
+/// Runs a program to its end, or until its time is up.
 CommandResult RunCommand(const CommandCall& call);
 
 /// A program that is running, with the standard input of its call written and its input still open.

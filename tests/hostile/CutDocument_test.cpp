@@ -1,0 +1,69 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+
+#include "framework/ScoreModel.h"
+#include "framework/ScoreTranslator.h"
+#include "framework/VeskException.h"
+#include "host/PluginLibrary.h"
+#include "support/WholeFile.h"
+
+namespace nbscore::test {
+namespace {
+
+/// Reads a text as a document, without a process and a file for each.
+class Reader {
+public:
+    /// Nothing when it was read.
+    std::optional<VeskException> RefusalOf(const std::string& text) const {
+        std::istringstream stream(text);
+        try {
+            delete plugin->MakeTranslator()->ParseFromTree(stream, "UTF-8");
+            return std::nullopt;
+        } catch (const VeskException& refusal) {
+            return refusal;
+        }
+    }
+
+private:
+    std::shared_ptr<PluginLibrary> plugin = PluginLibrary::Load(NAIVEBAYES_PLUGIN);
+};
+
+std::vector<std::filesystem::path> ExampleDocuments() {
+    std::vector<std::filesystem::path> documents;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(NBSCORE_EXAMPLES)) {
+        if (entry.path().extension() == ".pmml") documents.push_back(entry.path());
+    }
+    std::sort(documents.begin(), documents.end());
+    return documents;
+}
+
+class CutDocument : public testing::TestWithParam<std::filesystem::path> {};
+
+/// The place is that of the end, or in front of it where something was begun.
+TEST_P(CutDocument, IsRefusedWithAPlace_WhereverItIsCut) {
+    const Reader reader;
+    const std::string whole = ReadWholeFile(GetParam());
+    const std::size_t end = whole.rfind("</PMML>") + std::string("</PMML>").size();
+    EXPECT_FALSE(reader.RefusalOf(whole));
+    EXPECT_FALSE(reader.RefusalOf(whole.substr(0, end)));
+    std::uint64_t lines = 1;
+    for (std::size_t length = 0; length < end; ++length) {
+        const auto refusal = reader.RefusalOf(whole.substr(0, length));
+        ASSERT_TRUE(refusal) << length;
+        EXPECT_EQ(refusal->GetCode(), VeskException::MalformedDocument) << length;
+        EXPECT_GE(refusal->GetPlace().line, 1U) << length;
+        EXPECT_LE(refusal->GetPlace().line, lines) << length;
+        EXPECT_GE(refusal->GetPlace().column, 1U) << length;
+        if (whole[length] == '\n') ++lines;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Examples, CutDocument, testing::ValuesIn(ExampleDocuments()),
+                         [](const auto& instance) { return instance.param.stem().string(); });
+
+}  // namespace
+}  // namespace nbscore::test

@@ -1,0 +1,148 @@
+// XML that is much too much of something. Most of it comes through a pipe, so that nobody has to store it.
+
+#include <filesystem>
+#include <functional>
+
+#include "hostile/HostileTest.h"
+
+namespace nbscore::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr int mega = 1'000'000;
+constexpr const char* tooLong = "error 3: A tag, comment or section is longer than 8000000 bytes.";
+constexpr const char* notXml = "error 3: The document is no well-formed XML: .+";
+
+/// A document that is written piece by piece.
+struct Stream {
+    std::string name;
+    std::string begin;
+    /// A million bytes or thereabouts, of this number.
+    std::function<std::string(int)> block;
+    int blocks = 0;
+    std::string end;
+    /// Behind the name of the document.
+    std::string errorPattern;
+};
+
+void PrintTo(const Stream& stream, std::ostream* out) {
+    *out << stream.name;
+}
+
+std::function<std::string(int)> Filled(std::string_view piece) {
+    std::string block;
+    while (block.size() < mega)
+        block += piece;
+    return [block](int) { return block; };
+}
+
+/// Attributes that all have names of their own.
+std::string Attributes(int number) {
+    std::string block;
+    for (int i = 0; i < 100'000; ++i)
+        block += "a" + std::to_string(number * 100'000 + i) + "='' ";
+    return block;
+}
+
+const std::vector<Stream> streams = {
+    {"AGigabyteOfBrackets", "", Filled("<"), 1000, "", std::string("1:2: ") + notXml},
+    {"AGigabyteOfLetters", "", Filled("a"), 1000, "", std::string("1:1: ") + notXml},
+    {"AGigabyteOfBlanks", "", Filled(" \n"), 1000, "", std::string("1:1: ") + tooLong},
+    {"AGigabyteOfBlanksBehindTheEnd", "<PMML/>", Filled(" "), 1000, "", std::string("1:8: ") + tooLong},
+    {"AGigabyteOfHalfCharacters", "<PMML>", Filled("\xC3"), 1000, "", std::string("1:[17]: ") + notXml},
+    {"MillionsOfNestedElements", "", Filled("<a>"), 10, "", "1:3001: error 3: Elements nest deeper than 1000 levels."},
+    {"AnAttribute", "<PMML a='", Filled("x"), 200, "'/>", std::string("1:1: ") + tooLong},
+    {"AnAttributeOfReferences", "<PMML a='", Filled("&#x41;"), 200, "'/>", std::string("1:1: ") + tooLong},
+    {"TenMillionAttributes", "<PMML ", Attributes, 100, "/>", std::string("1:1: ") + tooLong},
+    {"ANameOfAnElement", "<PMML><", Filled("x"), 200, "/></PMML>", std::string("1:7: ") + tooLong},
+    {"ANameOfAnAttribute", "<PMML ", Filled("x"), 200, "=''/>", std::string("1:1: ") + tooLong},
+    {"ANameOfAnEntity", "<PMML>&", Filled("x"), 200, ";</PMML>", std::string("1:7: ") + tooLong},
+    {"ANameOfADocumentType", "<!DOCTYPE ", Filled("x"), 200, "><PMML/>", std::string("1:1: ") + tooLong},
+    {"ATag", "<PMML", Filled(" "), 200, "/>", std::string("1:1: ") + tooLong},
+    {"AnEndTag", "<PMML></PMML", Filled(" "), 200, ">", std::string("1:7: ") + tooLong},
+    {"AComment", "<PMML><!--", Filled("x"), 200, "--></PMML>", std::string("1:7: ") + tooLong},
+    {"ACommentOfBrackets", "<PMML><!--", Filled("<a>"), 200, "--></PMML>", std::string("1:7: ") + tooLong},
+    {"ASection", "<PMML><![CDATA[", Filled("<a>"), 200, "]]></PMML>", std::string("1:7: ") + tooLong},
+    {"AnInstruction", "<PMML><?x ", Filled("<a>"), 200, "?></PMML>", std::string("1:7: ") + tooLong},
+    {"AnXmlDeclaration", "<?xml version='1.0'", Filled(" "), 200, "?><PMML/>", std::string("1:1: ") + notXml},
+    {"AText", "<PMML>", Filled("x"), 200, "</PMML>", "1:7: error 3: A text is longer than 16000000 characters."},
+    {"ATextInManyPieces", "<PMML>", Filled("xxxxxxxxxxxxxxx<!---->"), 200, "</PMML>",
+     "1:7: error 3: A text is longer than 16000000 characters."},
+    {"ATextOfEmptyLines", "<PMML>", Filled("\n"), 200, "</PMML>",
+     "1:7: error 3: A text is longer than 16000000 characters."},
+};
+
+class HostileStream : public HostileTest, public testing::WithParamInterface<Stream> {};
+
+}  // namespace
+
+TEST_P(HostileStream, IsRefusedWhereItGoesWrong) {
+    const Stream& stream = GetParam();
+    StartedCommand command(LimitedCall({"score", "/dev/stdin", "cases.csv"}));
+    command.WriteInput(stream.begin);
+    for (int i = 0; i < stream.blocks; ++i)
+        command.WriteInput(stream.block(i));
+    command.WriteInput(stream.end);
+    command.CloseInput();
+    ExpectRefused(command.Wait(), stream.errorPattern);
+}
+
+INSTANTIATE_TEST_SUITE_P(Documents, HostileStream, testing::ValuesIn(streams),
+                         [](const auto& instance) { return instance.param.name; });
+
+namespace {
+
+class HostileMarkup : public HostileTest {};
+
+/// The model of fruits, which is fine, and more elements behind it than memory holds.
+TEST_F(HostileMarkup, IsRefusedWhereMemoryEnds_WhenElementsAreTooMany) {
+    if (!memoryIsLimited) GTEST_SKIP() << "memory never ends here";
+    const std::string elements = Filled("<a/>\n")(0);
+    StartedCommand command(LimitedCall({"score", "/dev/stdin", "cases.csv"}));
+    command.WriteInput(Replace(fruitDocument, "</PMML>", ""));
+    for (int i = 0; i < 50; ++i)
+        command.WriteInput(elements);
+    command.WriteInput("</PMML>");
+    command.CloseInput();
+    ExpectRefused(command.Wait(), "[0-9]{6,}:[0-9]: error 12: The document takes more memory than there is.");
+}
+
+TEST_F(HostileMarkup, IsRefused_WhenItIsAGigabyteOfZeros) {
+    std::filesystem::resize_file(folder.Write("zeros.pmml", ""), std::uintmax_t{1} << 30);
+    ExpectRefused(RunLimited({"score", "zeros.pmml", "cases.csv"}), std::string("1:1: ") + notXml);
+    EXPECT_EQ(RunLimited({"check", "zeros.pmml"}).exitStatus, 3);
+}
+
+TEST_F(HostileMarkup, IsRefused_WhenABinIsNumberedTwoBillion) {
+    folder.Write("model.pmml", Replace(fruitDocument, "<PairCounts value=\"0\">", "<PairCounts value=\"2000000000\">"));
+    ExpectRefused(RunLimited({"score", "model.pmml", "cases.csv"}),
+                  "43:9: error 12: Bin number of input 'weight' 2000000000 is above 1000000.");
+}
+
+TEST_F(HostileMarkup, IsRefused_WhenItsEntitiesMultiply) {
+    std::string declarations = "<!ENTITY e0 'ha'>";
+    for (int i = 1; i < 10; ++i) {
+        declarations += "<!ENTITY e" + std::to_string(i) + " '";
+        for (int j = 0; j < 10; ++j)
+            declarations += "&e" + std::to_string(i - 1) + ";";
+        declarations += "'>";
+    }
+    folder.Write("model.pmml", "<!DOCTYPE PMML [" + declarations + "]>\n<PMML>&e9;</PMML>");
+    ExpectRefused(RunLimited({"score", "model.pmml", "cases.csv"}),
+                  "1:1: error 3: A document type declaration is not accepted.");
+}
+
+TEST_F(HostileMarkup, TellsNothingOfAFile_WhenAnEntityNamesIt) {
+    folder.Write("secret", "hush");
+    folder.Write("model.pmml", "<!DOCTYPE PMML [<!ENTITY e SYSTEM \"secret\">]>\n" +
+                                   Replace(fruitDocument.substr(fruitDocument.find("<PMML")), "<Header/>",
+                                           "<Header copyright=\"mine\">&e;</Header>"));
+    const CommandResult result = RunLimited({"score", "model.pmml", "cases.csv"});
+    ExpectRefused(result, "1:1: error 3: A document type declaration is not accepted.");
+    EXPECT_THAT(result.err, Not(HasSubstr("hush")));
+}
+
+}  // namespace
+}  // namespace nbscore::test

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "cli/CommandTest.h"
+
+namespace nbscore::test {
+
+/// Runs the built command with little memory and little time: 512 megabytes of addresses and half a minute.
+class HostileTest : public CommandTest {
+protected:
+    /// Sanitizers take addresses by the terabyte, so that there is no limit on them in their builds.
+#ifdef NBSCORE_SANITIZED
+    static constexpr bool memoryIsLimited = false;
+    static constexpr unsigned seconds = 200;
+#else
+    static constexpr bool memoryIsLimited = true;
+    static constexpr unsigned seconds = 30;
+#endif
+
+    CommandCall LimitedCall(std::vector<std::string> arguments) const {
+        CommandCall call = MakeCall(std::move(arguments));
+        if (memoryIsLimited) call.memoryLimit = std::uint64_t{512} << 20;
+        call.secondsUntilKilled = seconds;
+        return call;
+    }
+
+    CommandResult RunLimited(std::vector<std::string> arguments) const {
+        return RunCommand(LimitedCall(std::move(arguments)));
+    }
+
+    /// The command says in one line what is wrong, with the document's place, and at most in a second one the path.
+    static void ExpectRefused(const CommandResult& result, const std::string& pattern) {
+        EXPECT_EQ(result.exitStatus, 3) << result.err.substr(0, 1000);
+        EXPECT_EQ(result.out, "");
+        EXPECT_THAT(result.err, testing::MatchesRegex("[^:\n]+:" + pattern + "\n(  at /PMML[^\n]*\n)?"));
+        EXPECT_LT(result.err.size(), 3000U);
+    }
+};
+
+}  // namespace nbscore::test
