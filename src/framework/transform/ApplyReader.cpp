@@ -97,7 +97,7 @@ std::unique_ptr<const Expression> ReadApply(const DOMElement* element, FieldScop
         ApplyOptions options = ReadOptions(element, function->resultKind, scope.GetTranscoder());
         DemandArguments(element, children.size(), function->fewestArguments, function->mostArguments);
         auto arguments = ReadArguments(children, function->argumentsAlwaysEvaluated, scope);
-        return MakeCall({*function, std::move(arguments), std::move(options), element, scope.GetPatterns()});
+        return MakeCall({*function, std::move(arguments), std::move(options), children, scope.GetPatterns()});
     }
     if (const UserFunction* function = scope.FindFunctionToCall(name)) {
         ApplyOptions options = ReadOptions(element, function->kind, scope.GetTranscoder());

@@ -36,8 +36,8 @@ struct CallParts {
     const BuiltInFunction& function;
     std::vector<std::unique_ptr<const Expression>> arguments;
     ApplyOptions options;
-    /// Where a refusal stands.
-    const xercesc::DOMElement* element;
+    /// Where the refusal of an argument stands, for each.
+    std::vector<const xercesc::DOMElement*> elements;
     /// For constant arguments that are regular expressions.
     PatternStore& patterns;
 };

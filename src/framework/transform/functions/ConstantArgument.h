@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,9 +14,10 @@ namespace nbscore {
 std::optional<std::string> ConstantText(const Expression& argument);
 
 /// The refusal (VeskException 5) of a call whose constant argument cannot be used.
+/// @param argument which one it is, from 0.
 /// @param what names the kind of argument: "pattern".
 /// @param reason a clause that tells what is wrong with it.
-VeskException ArgumentRefusal(const CallParts& parts, std::string_view what, std::string_view text,
-                              std::string_view reason);
+VeskException ArgumentRefusal(const CallParts& parts, std::size_t argument, std::string_view what,
+                              std::string_view text, std::string_view reason);
 
 }  // namespace nbscore

@@ -41,8 +41,8 @@ ExpressionValue CompileAndCall(Arguments arguments, WorkBudget& budget) {
 std::shared_ptr<const RegularExpression> PatternAhead(const CallParts& parts) {
     const auto pattern = ConstantText(*parts.arguments[Pattern]);
     if (!pattern) return nullptr;
-    auto expression = parts.patterns.Compile(*pattern, parts.element);
-    if (!expression->IsUsable()) throw ArgumentRefusal(parts, "pattern", *pattern, expression->Fault());
+    auto expression = parts.patterns.Compile(*pattern, parts.elements[Pattern]);
+    if (!expression->IsUsable()) throw ArgumentRefusal(parts, Pattern, "pattern", *pattern, expression->Fault());
     return expression;
 }
 
@@ -64,7 +64,7 @@ std::unique_ptr<const Expression> MakeReplace(CallParts parts) {
     auto pattern = PatternAhead(parts);
     const auto newText = ConstantText(*parts.arguments[NewText]);
     if (pattern && newText && !pattern->HasGroup(Replacement(*newText).GreatestGroup())) {
-        throw ArgumentRefusal(parts, "replacement", *newText, "the pattern has no group of that number");
+        throw ArgumentRefusal(parts, NewText, "replacement", *newText, "the pattern has no group of that number");
     }
     return MakeWithPattern<Replace>(std::move(parts), std::move(pattern));
 }

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// @file
+/// A document for every message with which documents are refused.
+
+namespace nbscore::test {
+
+struct RefusedSample {
+    std::string document;
+    /// The path of the element at fault; LINE:COLUMN where no element is; empty where the document is at fault as a whole.
+    std::string place;
+    /// How what to do about it begins; empty where another document has the message's advice.
+    std::string advice;
+    bool adapt = false;
+};
+
+/// Documents that cannot be read or, as they are read, not be scored.
+const std::vector<RefusedSample>& RefusedSamples();
+
+struct RefusedTestCases {
+    std::string document;
+    /// The path of the element at fault.
+    std::string place;
+};
+
+/// Documents whose test cases cannot be read.
+const std::vector<RefusedTestCases>& RefusedTestCaseSamples();
+
+}  // namespace nbscore::test

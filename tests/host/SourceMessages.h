@@ -1,0 +1,18 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace nbscore::test {
+
+/// A text that stands between quotation marks in a source file.
+struct SourceMessage {
+    std::string file;
+    std::string text;
+};
+
+/// All texts with a blank in them, each as many times as it is written, in the sources of whatever may refuse a document.
+std::vector<SourceMessage> FindSourceMessages(const std::filesystem::path& repository);
+
+}  // namespace nbscore::test
