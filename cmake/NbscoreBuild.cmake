@@ -4,6 +4,7 @@ option(NBSCORE_TESTS "Build the tests" ON)
 option(NBSCORE_BENCHMARKS "Build the benchmarks" OFF)
 option(NBSCORE_WERROR "Treat warnings as errors" OFF)
 set(NBSCORE_SANITIZE "" CACHE STRING "Sanitizers to compile with, such as address,undefined or thread")
+option(NBSCORE_FUZZ "Build the fuzzers: with clang, and with fuzzer-no-link among the sanitizers" OFF)
 option(NBSCORE_COVERAGE "Compile for line coverage" OFF)
 
 if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)

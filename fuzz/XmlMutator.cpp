@@ -1,0 +1,52 @@
+// How the fuzzer changes documents: mostly element by element and value by value, so that they stay documents and faults
+// deep inside are reached; sometimes byte by byte, for what is no document.
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <string>
+
+#include "Randomness.h"
+#include "XmlEdits.h"
+
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maxSize);
+
+namespace {
+
+using nbscore::fuzz::Randomness;
+
+constexpr std::size_t mostEdits = 4;
+
+std::string_view TextOf(const std::uint8_t* data, std::size_t size) {
+    return {reinterpret_cast<const char*>(data), size};
+}
+
+std::size_t CopyOut(const std::string& text, std::uint8_t* data, std::size_t maxSize) {
+    const std::size_t size = std::min(text.size(), maxSize);
+    std::memcpy(data, text.data(), size);
+    return size;
+}
+
+}  // namespace
+
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t maxSize,
+                                               unsigned int seed) {
+    Randomness random(seed);
+    std::string text(TextOf(data, size));
+    for (std::size_t left = 1 + random.Below(mostEdits); left > 0; --left) {
+        if (random.OneIn(16) || !nbscore::fuzz::EditXml(text, random)) {
+            size = CopyOut(text, data, maxSize);
+            text = TextOf(data, LLVMFuzzerMutate(data, size, maxSize));
+        }
+    }
+    return CopyOut(text, data, maxSize);
+}
+
+extern "C" std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t* first, std::size_t firstSize,
+                                                 const std::uint8_t* second, std::size_t secondSize, std::uint8_t* out,
+                                                 std::size_t maxOutSize, unsigned int seed) {
+    Randomness random(seed);
+    std::string text(TextOf(first, firstSize));
+    nbscore::fuzz::SpliceXml(text, TextOf(second, secondSize), random);
+    return CopyOut(text, out, maxOutSize);
+}
