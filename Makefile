@@ -10,6 +10,8 @@ help:
 	@echo 'make test       install what is missing, build and run every test'
 	@echo 'make sanitize   the tests under the address, leak and undefined-behaviour sanitizers'
 	@echo 'make tsan       the tests under the thread sanitizer'
+	@echo 'make fuzz       look for faults by random inputs, FUZZ_SECONDS=600 for each kind of input'
+	@echo 'make fuzz-regressions   the inputs that were faults once, and some new ones (two minutes)'
 	@echo 'make coverage   the tests with line coverage of src/; fails below 95 %'
 	@echo 'make bench-load what loading documents costs beside the bare parse (ten minutes)'
 	@echo 'make lint       formatting and the rules of the source tree'
@@ -53,6 +55,16 @@ sanitize tsan: packages-lint
 PRESET_sanitize := asan
 PRESET_tsan := tsan
 
+FUZZ_SECONDS ?= 600
+.PHONY: fuzz fuzz-regressions fuzz-build
+fuzz-build: packages-lint
+	cmake --preset fuzz
+	cmake --build --preset fuzz -j $(JOBS)
+fuzz: fuzz-build
+	fuzz/run.sh $(FUZZ_SECONDS)
+fuzz-regressions: fuzz-build
+	fuzz/run.sh regressions
+
 .PHONY: bench-load
 bench-load: packages-build
 	cmake --preset bench
@@ -76,7 +88,7 @@ tidy: packages-lint
 
 .PHONY: format
 format:
-	git ls-files 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'examples/*.cpp' | xargs clang-format -i
+	git ls-files 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'fuzz/*.h' 'fuzz/*.cpp' 'examples/*.cpp' | xargs clang-format -i
 
 PREFIX ?= /usr/local
 .PHONY: install

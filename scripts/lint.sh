@@ -22,7 +22,7 @@ if [ "${1:-}" = tidy ]; then
 fi
 
 for suffix in h cpp; do
-    sources $suffix src tests bench | xargs clang-format --dry-run -Werror
+    sources $suffix src tests bench fuzz | xargs clang-format --dry-run -Werror
 done
 scripts/check-floors.sh
 # shellcheck disable=SC2016 # the inner shell expands it
