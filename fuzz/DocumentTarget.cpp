@@ -132,7 +132,10 @@ Outcome ReadAdapted(SourceDocument& source) {
 void Adapt(SourceDocument& source) {
     const Outcome adapted = ReadAdapted(source);
     if (adapted.refusal) RequireFullRefusal(*adapted.refusal);
-    if (adapted.model && IsScorable(*adapted.model)) Score(adapted.model->Get());
+    if (adapted.model && IsScorable(*adapted.model)) {
+        Score(adapted.model->Get());
+        source.FindIgnored();
+    }
     RequireSame(adapted, ReadAdapted(source), "a document that is adapted again stays the same");
 }
 

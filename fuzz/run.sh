@@ -20,14 +20,14 @@ declare -A longest=([documents]=32768 [tables]=4096 [expressions]=1024 [commands
 declare -A entropic=([documents]=0)
 declare -A dictionary=([documents]=pmml [tables]=tables [commands]=commands)
 
-# What a fuzzer begins with: the examples and the case files, as far as they are small.
+# What a fuzzer begins with: the examples, the case files as far as they are small, and documents that have of everything.
 write_seeds() {
     local fuzzer=$1 seeds=$2 document table choices words
     rm -rf "$seeds"
     mkdir -p "$seeds"
     case $fuzzer in
         documents)
-            for document in examples/*/*.pmml tests/cases/*/document.pmml; do
+            for document in examples/*/*.pmml tests/cases/*/document.pmml fuzz/seeds/documents/*.pmml; do
                 [ "$(stat -c %s "$document")" -gt 16384 ] || cp "$document" "$seeds/${document//\//_}"
             done
             ;;
