@@ -70,9 +70,11 @@ bool IsPlain(const std::string& text) {
     return true;
 }
 
-/// What these verbs write for people, unlike a table of scores, holds nothing raw.
+/// What these verbs write for people, unlike a table of scores or what is for machines, holds nothing raw.
 bool WritesForPeople(const std::vector<std::string>& arguments) {
-    return arguments.front() == "check" || arguments.front() == "verify";
+    const bool isForMachines = std::any_of(arguments.begin(), arguments.end(),
+                                           [](const std::string& argument) { return argument.ends_with("json"); });
+    return !isForMachines && (arguments.front() == "check" || arguments.front() == "verify");
 }
 
 void TryArguments(std::string_view bytes) {
