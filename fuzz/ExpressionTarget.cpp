@@ -1,6 +1,6 @@
 // Bytes as derived fields: they decide what a document's expressions are and which cases are evaluated. A document is
 // refused at an element, or every case has the same values whenever it is evaluated, and by whatever reading of the
-// document. NBSCORE_FUZZ_SHOW=1 shows the derived fields.
+// document. NBSCORE_FUZZ_SHOW=1 shows the derived fields, and why they are refused.
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -125,10 +125,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FuzzedDataProvider source(data, size);
     std::vector<std::string> names;
     const std::string transformations = nbscore::fuzz::WriteTransformations(source, names);
-    if (std::getenv("NBSCORE_FUZZ_SHOW") != nullptr) std::cerr << transformations;
+    const bool shows = std::getenv("NBSCORE_FUZZ_SHOW") != nullptr;
+    if (shows) std::cerr << transformations;
     try {
         nbscore::fuzz::Evaluate(transformations, names, nbscore::fuzz::MakeCases(source));
     } catch (const VeskException& refusal) {
+        if (shows) std::cerr << "refused: " << refusal.GetMessage() << '\n';
         nbscore::fuzz::RequirePlacedRefusal(refusal);
     }
     return 0;
