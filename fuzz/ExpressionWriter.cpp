@@ -15,8 +15,11 @@ constexpr std::size_t mostElements = 40;
 constexpr std::size_t mostDepth = 8;
 constexpr std::size_t mostTextBytes = 40;
 
-constexpr std::array<std::string_view, 12> patternPieces = {"a*",  "(b|c)+", "[^x]",  "\\s+",     "\\d{2,5}", "(?i)",
-                                                            "^.$", "\\pL",   "%5.2f", "%Y-%m-%d", "%s",       "$1"};
+constexpr std::array<std::string_view, 10> patternPieces = {"a*",   "(b|c)+", "[^x]", "\\s+", "\\d{2,5}",
+                                                            "(?i)", "^.$",    "\\pL", "$1",   "\\2"};
+constexpr std::array<std::string_view, 24> formatPieces = {
+    "%5.2f", "%d", "%-8i", "%x",   "%#o", "%X",           "%+g",  "%s", "%012.3e", "% G",      "%u", "%Y-%m-%d",
+    "%j",    "%a", "%B",   "%I%p", "%T",  "%U%V%W%G%u%w", "%y%C", "%e", "%z",      "%k%l%n%t", "%c", " %% of "};
 constexpr std::array<std::string_view, 8> dates = {
     "2024-02-29", "2024-02-29T23:59:59Z", "0000-01-01", "9999-12-31T00:00:00+14:00", "17:05:09", "1900",
     "1970",       "2023-12-31 12:00:00.5"};
@@ -190,8 +193,10 @@ std::string ExpressionWriter::WriteApply() {
     const std::size_t count = function.fewestArguments + Below(most - function.fewestArguments + 1);
     const std::vector<std::string> names = NamesIn(function.parameters);
     std::string content;
-    for (std::size_t i = 0; i < count; ++i)
-        content += WriteArgument(names[std::min(i, names.size() - 1)]);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::string& name = names[std::min(i, names.size() - 1)];
+        content += WriteArgument(function.family == "Formatting" && name == "pattern" ? "format" : name);
+    }
     return Element("Apply",
                    Attribute("function", EscapedXml(function.name)) + AttributeMaybe("mapMissingTo", AnyText()) +
                        AttributeMaybe("defaultValue", AnyText()) +
@@ -207,6 +212,7 @@ std::string ExpressionWriter::WriteCall() {
 std::string ExpressionWriter::WriteArgument(std::string_view parameter) {
     if (Maybe()) return WriteNested();
     const std::string asText = Attribute("dataType", "string");
+    if (parameter == "format") return Element("Constant", asText, AnyFormat());
     if (parameter == "pattern" || parameter == "replacement") return Element("Constant", asText, AnyPattern());
     if (parameter.starts_with("date")) return Element("Constant", asText, OneOf(dates));
     return WriteNested();
@@ -244,6 +250,11 @@ std::string ExpressionWriter::AnyPattern() {
     for (std::size_t left = Below(4); left > 0; --left)
         pattern += OneOf(patternPieces);
     return EscapedXml(pattern) + (Maybe() ? AnyText() : "");
+}
+
+std::string ExpressionWriter::AnyFormat() {
+    const std::string format = OneOf(formatPieces);
+    return Maybe() ? format + OneOf(formatPieces) + AnyText() : format;
 }
 
 }  // namespace nbscore::fuzz

@@ -39,7 +39,7 @@ private:
     std::string WriteNormalization();
     std::string WriteApply();
     std::string WriteCall();
-    /// @param parameter what the function's table calls the argument.
+    /// @param parameter what the function's table calls the argument; "format" for a pattern to format by.
     std::string WriteArgument(std::string_view parameter);
 
     std::string Field();
@@ -49,6 +49,7 @@ private:
     std::string AnyText();
     std::string AnyNumber();
     std::string AnyPattern();
+    std::string AnyFormat();
     bool Maybe() { return source.ConsumeIntegral<unsigned char>() % 4 == 3; }
     std::size_t Below(std::size_t bound) { return source.ConsumeIntegralInRange<std::size_t>(0, bound - 1); }
     template <typename List>

@@ -40,7 +40,7 @@ write_seeds() {
             ;;
         commands)
             for words in 'score m t' 'score o t --allow-missing-fields --long' 'check m o --format json' 'display m' \
-                'verify m' 'score m t -o x' 'score --help' 'score m t --delimiter ; --bad-values missing'; do
+                'verify m' 'verify m --format json' 'score m t -o x' 'score --help' 'score m t --delimiter ; --bad-values missing'; do
                 tr ' ' '\0' <<<"$words" | tr -d '\n' >"$seeds/${words//[^a-z]/_}"
             done
             ;;
