@@ -30,8 +30,8 @@ void NameSubModels(const ModelsRead& models, AdaptationLog& log) {
 std::vector<Adaptation> AdaptDocument(xercesc::DOMDocument& document) {
     if (document.getDocumentElement() == nullptr) return {};
     AdaptationLog log(document);
+    LeaveMeaninglessElementsOut(document, log);
     const ModelsRead models = FindModelsRead(document);
-    LeaveMeaninglessElementsOut(document, models, log);
     MoveLocalFields(document, models, log);
     TakeBlanksOff(document, models, log);
     AdaptSchemas(document, models, log);

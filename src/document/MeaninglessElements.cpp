@@ -5,6 +5,7 @@
 #include <string>
 
 #include "document/ElementSteps.h"
+#include "document/ModelsRead.h"
 #include "framework/NumberText.h"
 #include "framework/xml/Utf8.h"
 #include "translator/AssessmentNames.h"
@@ -55,10 +56,13 @@ void CleanSubModel(const DOMElement& model, AdaptationLog& log) {
 
 }  // namespace
 
-void LeaveMeaninglessElementsOut(xercesc::DOMDocument& document, const ModelsRead& models, AdaptationLog& log) {
-    for (const DOMElement* dictionary : ChildrenNamed(*document.getDocumentElement(), element::dataDictionary))
+void LeaveMeaninglessElementsOut(xercesc::DOMDocument& document, AdaptationLog& log) {
+    const DOMElement& root = *document.getDocumentElement();
+    for (const DOMElement* dictionary : ChildrenNamed(root, element::dataDictionary))
         CleanDictionary(*dictionary, log);
+    const ModelsRead models = FindModelsRead(document);
     for (const DOMElement* model : models.elements) {
+        if (!StandsIn(*model, root)) continue;
         if (models.selfLearning) CleanSubModel(*model, log);
         for (const DOMElement* inputs : ChildrenNamed(*model, element::bayesInputs)) {
             for (DOMElement* input : ChildrenNamed(*inputs, element::bayesInput))

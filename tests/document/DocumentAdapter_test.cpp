@@ -75,6 +75,16 @@ TEST(DocumentAdapter, LeavesOutWhatMeansNothing) {
     EXPECT_THAT(adapted.text, HasSubstr("<a/>"));
 }
 
+TEST(DocumentAdapter, LooksForNoModel_InWhatItLeavesOut) {
+    const std::string model = "<NaiveBayesModel algorithmName='SelfLearning'>\n<BayesOutput/></NaiveBayesModel>";
+    const std::string left = "<Extension> is left out: it means nothing for scoring";
+    EXPECT_THAT(Adapt(Document("<Extension>" + model + "</Extension>", "")).changes, ElementsAre("2: " + left));
+    EXPECT_THAT(Adapt(Document("", "<NaiveBayesModel algorithmName='SelfLearning' modelName='a'><Extension>" + model +
+                                       "</Extension></NaiveBayesModel>"))
+                    .changes,
+                ElementsAre("3: " + left));
+}
+
 TEST(DocumentAdapter, LeavesOutASubModelsExtension_OnlyWhenItIsNoFigureAndNoNumber) {
     const Adapted adapted = Adapt(Document("",
                                            "<NaiveBayesModel algorithmName='SelfLearning' modelName='a'>"
