@@ -66,7 +66,6 @@ std::unique_ptr<BaseDictVar> ReadFieldDeclaration(const xercesc::DOMElement* fie
 }
 
 ScoreDictVar::StorageType ReadStorageType(const xercesc::DOMElement* field) {
-    constexpr XmlName dataTypeName = "dataType";
     const XMLCh* dataType = BaseTranslator::GetAttribute(field, dataTypeName);
     if (!dataType) {
         const XMLCh* optype = BaseTranslator::GetAttribute(field, optypeName);

@@ -85,7 +85,7 @@ private:
         }
         auto variable = ReadFieldDeclaration(field, name, transcoder);
         FunctionTreeImp function(variable->GetStorageType() == ScoreDictVar::NumericStorage);
-        derived->fields.push_back({variable.get(), DeclaredValidity(*variable), std::move(function), {}, {}});
+        derived->fields.push_back({variable.get(), DeclaredValidity(*variable), std::move(function), {}, {}, {}});
         derived->variables.AddVar(name, variable.release());
         elements.push_back(field);
     }
