@@ -1,18 +1,25 @@
 #include "framework/BaseDictionary.h"
 
+#include <utility>
+
 BaseDictionary::BaseDictionary() = default;
 
 BaseDictionary::~BaseDictionary() = default;
 
 bool BaseDictionary::AddVar(const std::string& name, ScoreDictVar* var) {
     if (var == nullptr) return false;
-    if (const ScoreDictVar* present = GetVar(name); present != nullptr) {
-        // Adding again what already stands under the name must not destroy it.
-        if (present != var) delete var;
-        return false;
+    const ScoreDictVar* const present = GetVar(name);
+    // Adding again what already stands under the name must not destroy it.
+    if (present == var) return false;
+    std::unique_ptr<ScoreDictVar> owned(var);
+    if (present != nullptr) return false;
+    variables.push_back(std::move(owned));
+    try {
+        variablesByName.emplace(name, var);
+    } catch (...) {
+        variables.pop_back();
+        throw;
     }
-    variables.emplace_back(var);
-    variablesByName.emplace(name, var);
     return true;
 }
 

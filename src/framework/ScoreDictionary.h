@@ -12,7 +12,7 @@ public:
     virtual ~ScoreDictionary();
 
     /// Adds a variable and takes ownership of it. A name that is taken keeps the variable it has: the new one is
-    /// deleted and the answer is false.
+    /// deleted and the answer is false. Where adding fails with an exception, the new one is deleted too.
     virtual bool AddVar(const std::string& name, ScoreDictVar* var) = 0;
     /// The named variable, or null. It stays the dictionary's own.
     virtual ScoreDictVar* GetVar(const std::string& name) const = 0;

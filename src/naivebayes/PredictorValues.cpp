@@ -20,7 +20,8 @@ bool IsLeftOut(const ScoreDictVar& var, const ScoreValue* value) {
 }
 
 void AddCopy(ScoreDictionary& dictionary, const ScoreDictVar& var) {
-    dictionary.AddVar(var.GetName(), var.Clone());
+    const std::string name = var.GetName();  // before there is a copy that could be lost
+    dictionary.AddVar(name, var.Clone());
 }
 
 }  // namespace
