@@ -4,12 +4,14 @@
 #include <xercesc/util/OutOfMemoryException.hpp>
 
 #include <istream>
+#include <memory>
 #include <new>
 
 #include "framework/VeskException.h"
 #include "framework/xml/ElementPlaces.h"
 #include "framework/xml/PlacedDOMParser.h"
 #include "framework/xml/PmmlPrefix.h"
+#include "framework/xml/XmlMemory.h"
 #include "framework/xml/XmlPlatform.h"
 
 namespace nbscore {
@@ -42,7 +44,8 @@ private:
 ParsedDocument ParseWithinMemory(std::istream& stream) {
     PlacedDOMParser::Position reached;
     const auto parse = [&] {
-        PlacedDOMParser parser;
+        const auto memory = std::make_shared<XmlMemory>();
+        PlacedDOMParser parser(memory);
         try {
             return parser.ParseAndAdopt(stream);
         } catch (...) {

@@ -8,7 +8,12 @@
 
 namespace nbscore {
 
+class XmlMemory;
+
 struct SCOREFRAMEWORK_API DocumentReleaser {
+    /// What the document's memory comes from.
+    std::shared_ptr<XmlMemory> memory;
+
     void operator()(xercesc::DOMDocument* document) const;
 };
 using ParsedDocument = std::unique_ptr<xercesc::DOMDocument, DocumentReleaser>;

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <initializer_list>
 #include <string>
+#include <utility>
 
 #include "framework/BaseTranslator.h"
 #include "framework/VeskException.h"
@@ -79,7 +80,8 @@ std::string ProblemOf(unsigned int code, const XMLCh* domain, const XMLCh* text)
 
 }  // namespace
 
-PlacedDOMParser::PlacedDOMParser() {
+PlacedDOMParser::PlacedDOMParser(std::shared_ptr<XmlMemory> documentMemory)
+    : XercesDOMParser(nullptr, documentMemory.get()), memory(std::move(documentMemory)) {
     setValidationScheme(Val_Never);
     setDoNamespaces(false);
     setDoSchema(false);
@@ -108,8 +110,8 @@ ParsedDocument PlacedDOMParser::ParseAndAdopt(std::istream& stream) {
     pendingBlanks.clear();
     isBehindStartTag = false;
     isBehindText = false;
-    parse(StreamInputSource(stream, [this](std::uint64_t taken) { NoteBytes(taken); }));
-    ParsedDocument document(adoptDocument());
+    parse(StreamInputSource(stream, *memory, [this](std::uint64_t taken) { NoteBytes(taken); }));
+    ParsedDocument document(adoptDocument(), DocumentReleaser{memory});
     ElementPlaces::Attach(document.get(), std::move(places));
     return document;
 }

@@ -11,6 +11,7 @@
 #include "framework/xml/DistinctNames.h"
 #include "framework/xml/ElementPlaces.h"
 #include "framework/xml/ParsedDocument.h"
+#include "framework/xml/XmlMemory.h"
 
 namespace nbscore {
 
@@ -28,7 +29,9 @@ namespace nbscore {
 /// whatever was reported before it, and every report has to be noted.
 class PlacedDOMParser : public xercesc::XercesDOMParser {
 public:
-    PlacedDOMParser();
+    /// @param documentMemory what the parser and the document take their memory from; the caller holds it for longer than
+    ///     the parser lives.
+    explicit PlacedDOMParser(std::shared_ptr<XmlMemory> documentMemory);
 
     struct Position {
         std::uint64_t line = 1;
@@ -70,6 +73,7 @@ private:
     [[noreturn]] void Refuse(const std::string& message) const;
     [[noreturn]] static void RefuseAt(const Position& position, const std::string& message);
 
+    std::shared_ptr<XmlMemory> memory;
     xercesc::SecurityManager limits;
     std::unique_ptr<ElementPlaces> places;
     DistinctNames names;

@@ -33,11 +33,11 @@ private:
 
 }  // namespace
 
-StreamInputSource::StreamInputSource(std::istream& input, Watch watch)
-    : stream(input), beforeReading(std::move(watch)) {}
+StreamInputSource::StreamInputSource(std::istream& input, xercesc::MemoryManager& memory, Watch watch)
+    : InputSource(&memory), stream(input), beforeReading(std::move(watch)) {}
 
 xercesc::BinInputStream* StreamInputSource::makeStream() const {
-    return new StdInputStream(stream, beforeReading);
+    return new (getMemoryManager()) StdInputStream(stream, beforeReading);
 }
 
 }  // namespace nbscore

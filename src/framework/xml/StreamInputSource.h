@@ -15,7 +15,8 @@ public:
     /// Told how many bytes the parser has taken so far, before it takes more; may throw to end the parsing.
     using Watch = std::function<void(std::uint64_t bytesTaken)>;
 
-    StreamInputSource(std::istream& input, Watch watch);
+    /// @param memory what the parser's objects come from.
+    StreamInputSource(std::istream& input, xercesc::MemoryManager& memory, Watch watch);
 
     xercesc::BinInputStream* makeStream() const override;
 
