@@ -39,7 +39,12 @@ SourceDocument::SourceDocument(std::string path, ParsedDocument parsed)
 SourceDocument SourceDocument::Read(const std::string& path) {
     std::ifstream file;
     OpenDocumentFile(file, path);
-    return {path, Named(path, [&file] { return ParseDocument(file); })};
+    try {
+        return {path, Named(path, [&file] { return ParseDocument(file); })};
+    } catch (const VeskException&) {
+        RequireUnbroken(file, path);
+        throw;
+    }
 }
 
 std::vector<Adaptation> SourceDocument::Adapt() {

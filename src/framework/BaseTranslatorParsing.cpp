@@ -19,7 +19,12 @@ BaseTranslator::~BaseTranslator() = default;
 ScoreModel* BaseTranslator::ParseFromTree(const std::string& path, const std::string& encoding) {
     std::ifstream file;
     nbscore::OpenDocumentFile(file, path);
-    return ParseFromTree(file, encoding, path);
+    try {
+        return ParseFromTree(file, encoding, path);
+    } catch (const VeskException&) {
+        nbscore::RequireUnbroken(file, path);
+        throw;
+    }
 }
 
 ScoreModel* BaseTranslator::ParseFromTree(std::istream& source, const std::string& encoding) {

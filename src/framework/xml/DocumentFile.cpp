@@ -31,4 +31,8 @@ void OpenDocumentFile(std::ifstream& file, const std::string& path) {
     if (!file) throw UnreadableFile(path, errno == 0 ? std::errc::io_error : static_cast<std::errc>(errno));
 }
 
+void RequireUnbroken(const std::ifstream& file, const std::string& path) {
+    if (file.bad()) throw UnreadableFile(path, std::errc::io_error);
+}
+
 }  // namespace nbscore
