@@ -1,119 +1,165 @@
 // Checks of documents as JSON for machines.
 
-#include <cmath>
-#include <nlohmann/json.hpp>
-
-#include "framework/MCMV.h"
 #include "host/CheckReport.h"
+#include "host/JsonWriter.h"
 
 namespace nbscore {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-Json NumberOrNull(double number) {
-    return std::isfinite(number) && !MCMV::IsMissing(number) ? Json(number) : Json(nullptr);
-}
-
-Json NumbersOf(const std::vector<double>& numbers) {
-    Json list = Json::array();
-    for (const double number : numbers)
-        list.push_back(NumberOrNull(number));
-    return list;
-}
-
-std::string NameRole(int role) {
+const char* NameRole(int role) {
     if (role == ScoreModel::TargetRole) return "target";
     return role == ScoreModel::PredictorRole ? "input" : "none";
 }
 
-std::string NameKind(InputDescription::Kind kind) {
+const char* NameKind(InputDescription::Kind kind) {
     if (kind == InputDescription::Bins) return "bins";
     return kind == InputDescription::Numbers ? "numbers" : "texts";
 }
 
-Json FieldToJson(const FieldDescription& field) {
-    return {
-        {"name", field.name},
-        {"values", field.isNumeric ? "numbers" : "texts"},
-        {"continuous", field.isContinuous},
-        {"derived", field.isDerived},
-        {"role", NameRole(field.role)},
-        {"declared_values", field.declaredValues},
-        {"derived_from", field.derivedFrom},
-        {"read_by_derived_inputs", field.isReadByDerivedInputs ? Json(*field.isReadByDerivedInputs) : Json(nullptr)}};
-}
+/// One report, written from its front to its end.
+class Report {
+public:
+    explicit Report(std::string& text) : json(text) {}
 
-Json InputToJson(const InputDescription& input) {
-    return {{"name", input.name},
-            {"kind", NameKind(input.kind)},
-            {"categories", input.categories},
-            {"counted_categories", input.countedCategories},
-            {"count", NumberOrNull(input.total)}};
-}
-
-Json ClassifierToJson(const ClassifierDescription& classifier) {
-    Json inputs = Json::array();
-    for (const InputDescription& input : classifier.inputs)
-        inputs.push_back(InputToJson(input));
-    return {{"name", classifier.name},
-            {"threshold", NumberOrNull(classifier.threshold)},
-            {"target_counts", NumbersOf(classifier.targetCounts)},
-            {"assessment_mean", NumberOrNull(classifier.assessmentMean)},
-            {"assessment_std_dev", NumberOrNull(classifier.assessmentStdDev)},
-            {"inputs", inputs}};
-}
-
-Json ModelToJson(const ModelDescription& model) {
-    Json classifiers = Json::array();
-    for (const ClassifierDescription& classifier : model.classifiers)
-        classifiers.push_back(ClassifierToJson(classifier));
-    return {{"target", model.target}, {"target_categories", model.targetCategories}, {"classifiers", classifiers}};
-}
-
-Json PlaceToJson(const DocumentPlace& place) {
-    return {{"line", place.line == 0 ? Json(nullptr) : Json(place.line)},
-            {"column", place.line == 0 ? Json(nullptr) : Json(place.column)},
-            {"path", place.elementPath.empty() ? Json(nullptr) : Json(place.elementPath)}};
-}
-
-Json ProblemToJson(const DocumentProblem& problem) {
-    Json json = {{"severity", problem.severity == DocumentProblem::Error ? "error" : "remark"},
-                 {"code", problem.code == 0 ? Json(nullptr) : Json(problem.code)},
-                 {"message", problem.message},
-                 {"advice", problem.advice}};
-    json.update(PlaceToJson(problem.place));
-    return json;
-}
-
-Json CheckToJson(const DocumentCheck& check) {
-    Json json = {{"document", check.document},
-                 {"sound", check.IsSound()},
-                 {"kind", check.modelType ? Json(NameModelKind(*check.modelType)) : Json(nullptr)},
-                 {"version", check.modelType ? Json(check.version) : Json(nullptr)},
-                 {"adaptations", Json::array()},
-                 {"fields", Json::array()},
-                 {"model", check.model ? ModelToJson(*check.model) : Json(nullptr)},
-                 {"problems", Json::array()}};
-    for (const Adaptation& adaptation : check.adaptations) {
-        Json entry = {{"change", adaptation.change}, {"made", adaptation.isMade}};
-        entry.update(PlaceToJson(adaptation.place));
-        json["adaptations"].push_back(entry);
+    void Write(const std::vector<DocumentCheck>& checks) {
+        json.BeginObject();
+        AddList("documents", checks, &Report::AddCheck);
+        json.EndObject();
     }
-    for (const FieldDescription& field : check.fields)
-        json["fields"].push_back(FieldToJson(field));
-    for (const DocumentProblem& problem : check.problems)
-        json["problems"].push_back(ProblemToJson(problem));
-    return json;
-}
+
+private:
+    template <typename Item>
+    using Adder = void (Report::*)(const Item&);
+
+    template <typename Item>
+    void AddList(const char* name, const std::vector<Item>& items, Adder<Item> add) {
+        json.AddName(name);
+        json.BeginList();
+        for (const Item& item : items)
+            (this->*add)(item);
+        json.EndList();
+    }
+
+    void AddText(const char* name, std::string_view text) {
+        json.AddName(name);
+        json.AddText(text);
+    }
+    void AddTextOrNull(const char* name, bool isThere, std::string_view text) {
+        json.AddName(name);
+        isThere ? json.AddText(text) : json.AddNull();
+    }
+    void AddNumber(const char* name, double number) {
+        json.AddName(name);
+        json.AddNumber(number);
+    }
+    void AddCount(const char* name, std::size_t count) {
+        json.AddName(name);
+        json.AddCount(count);
+    }
+    /// Zero is none.
+    void AddCountOrNull(const char* name, std::size_t count) {
+        json.AddName(name);
+        count == 0 ? json.AddNull() : json.AddCount(count);
+    }
+    void AddTruth(const char* name, bool truth) {
+        json.AddName(name);
+        json.AddTruth(truth);
+    }
+
+    void AddItem(const std::string& text) { json.AddText(text); }
+    void AddItem(const double& number) { json.AddNumber(number); }
+
+    void AddCheck(const DocumentCheck& check) {
+        json.BeginObject();
+        AddText("document", check.document);
+        AddTruth("sound", check.IsSound());
+        AddTextOrNull("kind", check.modelType.has_value(), check.modelType ? NameModelKind(*check.modelType) : "");
+        AddTextOrNull("version", check.modelType.has_value(), check.version);
+        AddList("adaptations", check.adaptations, &Report::AddAdaptation);
+        AddList("fields", check.fields, &Report::AddField);
+        json.AddName("model");
+        check.model ? AddModel(*check.model) : json.AddNull();
+        AddList("problems", check.problems, &Report::AddProblem);
+        json.EndObject();
+    }
+
+    void AddAdaptation(const Adaptation& adaptation) {
+        json.BeginObject();
+        AddText("change", adaptation.change);
+        AddTruth("made", adaptation.isMade);
+        AddPlace(adaptation.place);
+        json.EndObject();
+    }
+
+    void AddField(const FieldDescription& field) {
+        json.BeginObject();
+        AddText("name", field.name);
+        AddText("values", field.isNumeric ? "numbers" : "texts");
+        AddTruth("continuous", field.isContinuous);
+        AddTruth("derived", field.isDerived);
+        AddText("role", NameRole(field.role));
+        AddCount("declared_values", field.declaredValues);
+        AddList("derived_from", field.derivedFrom, Adder<std::string>(&Report::AddItem));
+        json.AddName("read_by_derived_inputs");
+        field.isReadByDerivedInputs ? json.AddTruth(*field.isReadByDerivedInputs) : json.AddNull();
+        json.EndObject();
+    }
+
+    void AddModel(const ModelDescription& model) {
+        json.BeginObject();
+        AddText("target", model.target);
+        AddList("target_categories", model.targetCategories, Adder<std::string>(&Report::AddItem));
+        AddList("classifiers", model.classifiers, &Report::AddClassifier);
+        json.EndObject();
+    }
+
+    void AddClassifier(const ClassifierDescription& classifier) {
+        json.BeginObject();
+        AddText("name", classifier.name);
+        AddNumber("threshold", classifier.threshold);
+        AddList("target_counts", classifier.targetCounts, Adder<double>(&Report::AddItem));
+        AddNumber("assessment_mean", classifier.assessmentMean);
+        AddNumber("assessment_std_dev", classifier.assessmentStdDev);
+        AddList("inputs", classifier.inputs, &Report::AddInput);
+        json.EndObject();
+    }
+
+    void AddInput(const InputDescription& input) {
+        json.BeginObject();
+        AddText("name", input.name);
+        AddText("kind", NameKind(input.kind));
+        AddCount("categories", input.categories);
+        AddCount("counted_categories", input.countedCategories);
+        AddNumber("count", input.total);
+        json.EndObject();
+    }
+
+    void AddProblem(const DocumentProblem& problem) {
+        json.BeginObject();
+        AddText("severity", problem.severity == DocumentProblem::Error ? "error" : "remark");
+        AddCountOrNull("code", static_cast<std::size_t>(problem.code));
+        AddText("message", problem.message);
+        AddText("advice", problem.advice);
+        AddPlace(problem.place);
+        json.EndObject();
+    }
+
+    void AddPlace(const DocumentPlace& place) {
+        AddCountOrNull("line", place.line);
+        json.AddName("column");
+        place.line == 0 ? json.AddNull() : json.AddCount(place.column);
+        AddTextOrNull("path", !place.elementPath.empty(), place.elementPath);
+    }
+
+    JsonWriter json;
+};
 
 }  // namespace
 
 std::string WriteChecksAsJson(const std::vector<DocumentCheck>& checks) {
-    Json documents = Json::array();
-    for (const DocumentCheck& check : checks)
-        documents.push_back(CheckToJson(check));
-    return Json{{"documents", documents}}.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
+    std::string text;
+    Report(text).Write(checks);
+    return text + '\n';
 }
 
 }  // namespace nbscore
