@@ -3,6 +3,7 @@
 #include <system_error>
 
 #include "cli/ArgumentPath.h"
+#include "cli/Interrupts.h"
 
 namespace nbscore {
 
@@ -21,7 +22,7 @@ OpenedOutput OutputArgument::Open(Console& console, const std::string& modelDocu
     if (std::filesystem::equivalent(PathFromArgument(destination), PathFromArgument(modelDocument), absent)) {
         throw CLI::ValidationError("--output", "'" + destination + "' is the model's own document");
     }
-    auto file = std::make_unique<OutputFile>(PathFromArgument(destination));
+    auto file = std::make_unique<OutputFile>(PathFromArgument(destination), Interrupts::ThrowIfRequested);
     OutputSink& sink = *file;
     return {std::move(file), sink};
 }

@@ -8,7 +8,7 @@
 int main(int argc, char** argv) {
     nbscore::OpenMissingStandardStreams();
     const nbscore::Interrupts interrupts;
-    nbscore::StandardOutput results;
+    nbscore::StandardOutput results(nbscore::Interrupts::ThrowIfRequested);
     nbscore::Console console{results, std::cerr, nbscore::IsTerminal(1), nbscore::IsTerminal(2)};
     nbscore::CommandLine commandLine;
     return commandLine.Run({argv + (argc > 0 ? 1 : 0), argv + argc}, console);

@@ -4,6 +4,8 @@
 #include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
+
+#include <algorithm>
 #else
 #include <fcntl.h>
 #include <unistd.h>
@@ -36,6 +38,11 @@ bool MayWriteTo(const std::filesystem::path& path) {
     return CloseAndSay(_wfopen(path.c_str(), L"r+b"));
 }
 
+std::ptrdiff_t WriteSomeBytes(std::FILE* file, std::string_view bytes) {
+    constexpr std::size_t mostAtOnce = std::size_t{1} << 30;  // the call counts in 32 bits
+    return _write(_fileno(file), bytes.data(), static_cast<unsigned>(std::min(bytes.size(), mostAtOnce)));
+}
+
 bool SyncToDisk(std::FILE* file) {
     return _commit(_fileno(file)) == 0;
 }
@@ -54,6 +61,10 @@ std::FILE* OpenForWriting(const std::filesystem::path& path) {
 
 bool MayWriteTo(const std::filesystem::path& path) {
     return CloseAndSay(std::fopen(path.c_str(), "r+b"));
+}
+
+std::ptrdiff_t WriteSomeBytes(std::FILE* file, std::string_view bytes) {
+    return write(fileno(file), bytes.data(), bytes.size());
 }
 
 bool SyncToDisk(std::FILE* file) {

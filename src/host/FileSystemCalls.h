@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdio>
 #include <filesystem>
+#include <string_view>
 
 namespace nbscore {
 
@@ -14,7 +16,10 @@ std::FILE* CreateNewFile(const std::filesystem::path& path);
 std::FILE* OpenForWriting(const std::filesystem::path& path);
 /// True when an existing file may be written to; nothing is changed.
 bool MayWriteTo(const std::filesystem::path& path);
-/// Makes what was written and flushed survive a power failure, where the system can; false on failure.
+/// Writes bytes to an open file, past the C library's buffer, as many as the system takes at once. Answers how many, or
+/// something negative on failure.
+std::ptrdiff_t WriteSomeBytes(std::FILE* file, std::string_view bytes);
+/// Makes what was written survive a power failure, where the system can; false on failure.
 bool SyncToDisk(std::FILE* file);
 
 }  // namespace nbscore

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <random>
 #include <system_error>
+#include <utility>
 
 #include "host/FileSystemCalls.h"
 #include "host/HostError.h"
@@ -41,7 +42,8 @@ fs::path FollowLinks(fs::path path) {
 
 }  // namespace
 
-OutputFile::OutputFile(const fs::path& destination) : finalPath(destination) {
+OutputFile::OutputFile(const fs::path& destination, OnInterruption whenInterrupted)
+    : finalPath(destination), onInterruption(std::move(whenInterrupted)), buffer(onInterruption) {
     std::error_code error;
     const fs::file_status status = fs::status(destination, error);
     switch (status.type()) {
@@ -64,8 +66,12 @@ OutputFile::~OutputFile() {
 }
 
 void OutputFile::OpenDirectly() {
-    file = OpenForWriting(finalPath);
-    if (file == nullptr) Fail(GetSystemReason(errno));
+    // Opening a named pipe waits for its reader, and a signal ends the wait.
+    const auto open = [this] {
+        file = OpenForWriting(finalPath);
+        return file != nullptr;
+    };
+    if (!RepeatInterrupted(open, onInterruption)) Fail(GetSystemReason(errno));
 }
 
 void OutputFile::OpenBeside(const fs::file_status& existing) {
@@ -92,13 +98,14 @@ void OutputFile::CreateTemporary() {
 }
 
 void OutputFile::Write(std::string_view bytes) {
-    if (std::fwrite(bytes.data(), 1, bytes.size(), file) != bytes.size()) Fail(GetSystemReason(errno));
+    if (!buffer.Write(file, bytes)) Fail(GetSystemReason(errno));
 }
 
 void OutputFile::Commit() {
     const bool direct = temporaryPath.empty();
-    if (std::fflush(file) != 0) Fail(GetSystemReason(errno));
-    if (!direct && !SyncToDisk(file)) Fail(GetSystemReason(errno));
+    if (!buffer.Flush(file)) Fail(GetSystemReason(errno));
+    const auto sync = [this] { return SyncToDisk(file); };
+    if (!direct && !RepeatInterrupted(sync, onInterruption)) Fail(GetSystemReason(errno));
     Close();
     if (direct) return;
     std::error_code error;

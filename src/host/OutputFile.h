@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "host/OutputBuffer.h"
 #include "host/OutputSink.h"
 
 namespace nbscore {
@@ -18,7 +19,8 @@ namespace nbscore {
 class OutputFile : public OutputSink {
 public:
     /// Throws InputOutputError when the destination is a folder, or nothing can be written beside it.
-    explicit OutputFile(const std::filesystem::path& destination);
+    /// @param whenInterrupted done when a signal interrupts opening or writing; what it throws leaves as it is.
+    explicit OutputFile(const std::filesystem::path& destination, OnInterruption whenInterrupted = {});
     ~OutputFile() override;
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
@@ -37,6 +39,8 @@ private:
     std::filesystem::path finalPath;
     std::filesystem::path temporaryPath;  // empty when written to directly, and once renamed
     std::FILE* file = nullptr;
+    OnInterruption onInterruption;
+    OutputBuffer buffer;
 };
 
 }  // namespace nbscore

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <utility>
 
 #include "host/HostError.h"
 #include "host/SystemReason.h"
@@ -26,16 +27,24 @@ void LeaveLineEndsAlone() {
 
 }  // namespace
 
-StandardOutput::StandardOutput() {
+StandardOutput::StandardOutput(OnInterruption whenInterrupted) : buffer(std::move(whenInterrupted)) {
     LeaveLineEndsAlone();
 }
 
+StandardOutput::~StandardOutput() {
+    try {
+        static_cast<void>(buffer.Flush(stdout));
+    } catch (...) {
+        // Asked to stop: so be it.
+    }
+}
+
 void StandardOutput::Write(std::string_view bytes) {
-    if (std::fwrite(bytes.data(), 1, bytes.size(), stdout) != bytes.size()) ReportFailure();
+    if (!buffer.Write(stdout, bytes)) ReportFailure();
 }
 
 void StandardOutput::Commit() {
-    if (std::fflush(stdout) != 0) ReportFailure();
+    if (!buffer.Flush(stdout)) ReportFailure();
 }
 
 }  // namespace nbscore

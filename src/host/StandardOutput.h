@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "host/OutputBuffer.h"
 #include "host/OutputSink.h"
 
 namespace nbscore {
@@ -10,10 +11,18 @@ namespace nbscore {
 /// disk) reported. A process that wants to hear of a closed pipe must ignore the signal for it.
 class StandardOutput : public OutputSink {
 public:
-    StandardOutput();
+    /// @param whenInterrupted done when a signal interrupts writing; what it throws leaves as it is.
+    explicit StandardOutput(OnInterruption whenInterrupted = {});
+    /// Writes what is left, as far as that goes.
+    ~StandardOutput() override;
+    StandardOutput(const StandardOutput&) = delete;
+    StandardOutput& operator=(const StandardOutput&) = delete;
 
     void Write(std::string_view bytes) override;
     void Commit() override;
+
+private:
+    OutputBuffer buffer;
 };
 
 }  // namespace nbscore

@@ -60,6 +60,26 @@ TEST_F(InterruptedRunTest, EndsTheWaitForANamedPipesWriter) {
     }
 }
 
+TEST_F(InterruptedRunTest, EndsTheWaitForANamedPipesReader) {
+    using namespace std::chrono_literals;
+    const std::string fifo = (folder.GetPath() / "fifo").string();
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    std::string table = fruitCases;
+    while (table.size() < 1'000'000)
+        table += table.substr(table.find('\n') + 1);
+    folder.Write("cases.csv", table);
+    for (const bool isOpened : {false, true}) {
+        StartedCommand started(MakeCall({"score", "model.pmml", "cases.csv", "-o", "fifo"}));
+        std::ifstream reader;
+        if (isOpened) reader.open(fifo);
+        std::this_thread::sleep_for(300ms);  // so that it waits, until it may open or because the pipe is full
+        started.SendSignal(SIGTERM);
+        const CommandResult result = started.Wait();
+        EXPECT_EQ(result.exitStatus, 128 + SIGTERM);
+        EXPECT_EQ(result.err, "interrupted\n");
+    }
+}
+
 TEST_F(InterruptedRunTest, GoesOn_WhenTheSignalIsIgnoredAsUnderNohup) {
     CommandCall call = MakeCall({"-c", "trap '' HUP; exec '" NBSCORE_COMMAND "' score model.pmml - -o out.csv"});
     call.program = "/bin/sh";
