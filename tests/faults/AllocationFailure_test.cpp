@@ -1,0 +1,136 @@
+// Memory that runs out at every single allocation of everything that is done with a document.
+
+#include <gtest/gtest.h>
+
+#include <exception>
+#include <iostream>
+#include <new>
+#include <ostream>
+
+#include "faults/FailingAllocations.h"
+#include "faults/Work.h"
+#include "framework/VeskException.h"
+#include "host/HostError.h"
+
+namespace nbscore::test {
+namespace {
+
+struct Subject {
+    std::string name;
+    WorkMaker make;
+    DocumentAndRows about;
+    Shortage shortage;
+    /// Not every allocation is tried, but each of this many-th.
+    std::uint64_t stride;
+};
+
+void PrintTo(const Subject& subject, std::ostream* out) {
+    *out << subject.name;
+}
+
+enum class Outcome { Answered, Refused, OutOfMemory, Unexpected };
+
+struct Attempt {
+    Outcome outcome = Outcome::Unexpected;
+    std::string text;
+    bool hasFailedAllocation = false;
+};
+
+/// Does the work while an allocation fails. What is thrown may say that memory ran out, or that reading or writing
+/// failed; never that the document is at fault.
+Attempt AttemptWork(Work& work, std::uint64_t failing, Shortage shortage) {
+    Attempt attempt;
+    LetAllocationFail(failing, shortage);
+    try {
+        std::string answer = work.Do();
+        attempt.hasFailedAllocation = EndShortage();
+        attempt.outcome = Outcome::Answered;
+        attempt.text = std::move(answer);
+    } catch (const std::bad_alloc&) {
+        attempt.hasFailedAllocation = EndShortage();
+        attempt.outcome = Outcome::OutOfMemory;
+    } catch (const InputOutputError& error) {
+        attempt.hasFailedAllocation = EndShortage();
+        attempt.outcome = Outcome::Refused;
+        attempt.text = error.what();
+    } catch (const VeskException& refusal) {
+        attempt.hasFailedAllocation = EndShortage();
+        if (refusal.GetCode() == VeskException::UnreadableSource) attempt.outcome = Outcome::Refused;
+        attempt.text = refusal.GetMessage();
+    } catch (const std::exception& error) {
+        attempt.hasFailedAllocation = EndShortage();
+        attempt.text = error.what();
+    }
+    return attempt;
+}
+
+class AllocationFailure : public testing::TestWithParam<Subject> {
+protected:
+    /// One attempt with a failure, and one without behind it. What they leave behind is counted.
+    std::int64_t CountLeftBehind(std::uint64_t failing, bool& hasFailedAllocation) {
+        const std::int64_t before = CountLiveAllocations();
+        {
+            const std::unique_ptr<Work> work = GetParam().make(GetParam().about);
+            const Attempt attempt = AttemptWork(*work, failing, GetParam().shortage);
+            hasFailedAllocation = attempt.hasFailedAllocation;
+            EXPECT_NE(attempt.outcome, Outcome::Unexpected) << attempt.text;
+            if (attempt.outcome == Outcome::Answered) {
+                EXPECT_EQ(attempt.text, expected);
+            }
+            EXPECT_EQ(work->Do(), expected);
+        }
+        return CountLiveAllocations() - before;
+    }
+
+    std::string expected;
+};
+
+TEST_P(AllocationFailure, SurfacesAndLeavesNothingBehind) {
+    // Twice: what is made once in a program's life is there then.
+    for (int i = 0; i < 2; ++i)
+        expected = GetParam().make(GetParam().about)->Do();
+    std::uint64_t failing = 1;
+    for (bool hasFailedAllocation = true; hasFailedAllocation; failing += GetParam().stride) {
+        std::int64_t left = CountLeftBehind(failing, hasFailedAllocation);
+        // Some things are made once too, only on the way of a failure.
+        if (left != 0) left = CountLeftBehind(failing, hasFailedAllocation);
+        EXPECT_EQ(left, 0) << "allocation " << failing;
+        if (HasFailure()) break;
+    }
+    EXPECT_GT(failing, 10U);
+    RecordProperty("allocations", static_cast<int>(failing));
+}
+
+std::vector<DocumentAndRows> AllDocuments() {
+    const std::filesystem::path examples = NBSCORE_EXAMPLES;
+    const std::filesystem::path documents = NBSCORE_FAULT_DOCUMENTS;
+    return {{"Titanic", examples / "titanic/titanic.pmml", examples / "titanic/people.csv"},
+            {"Iris", examples / "iris/iris.pmml", examples / "iris/flowers.csv"},
+            {"Offers", examples / "offers/offers.pmml", examples / "offers/customers.csv"},
+            {"DerivedFields", documents / "derived-fields.pmml", documents / "derived-fields.csv"},
+            {"NewerProducer", documents / "newer-producer.pmml", documents / "newer-producer.csv"}};
+}
+
+std::vector<Subject> AllSubjects() {
+    const std::vector<std::pair<std::string, WorkMaker>> works = {{"Reading", MakeReading},
+                                                                  {"Verifying", MakeVerifying},
+                                                                  {"Checking", MakeChecking},
+                                                                  {"ScoringWithOneResult", MakeScoringWithOneResult},
+                                                                  {"ScoringWithNewResults", MakeScoringWithNewResults},
+                                                                  {"ScoringTables", MakeScoringTables}};
+    std::vector<Subject> subjects;
+    for (const DocumentAndRows& about : AllDocuments()) {
+        for (const auto& [name, make] : works) {
+            if (name == "Reading" && about.name == "NewerProducer") continue;  // must be adapted
+            subjects.push_back({name + about.name + "OneFails", make, about, Shortage::OfOne, 1});
+            subjects.push_back({name + about.name + "AllFail", make, about, Shortage::OfAllThatFollow, 5});
+        }
+    }
+    return subjects;
+}
+
+INSTANTIATE_TEST_SUITE_P(Everywhere, AllocationFailure, testing::ValuesIn(AllSubjects()),
+                         [](const auto& parameter) { return parameter.param.name; });
+
+}  // namespace
+}  // namespace nbscore::test

@@ -1,0 +1,142 @@
+// The built command while reading and writing goes wrong.
+
+#include <cerrno>
+#include <fstream>
+
+#include "cli/CommandTest.h"
+
+namespace nbscore::test {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+constexpr int cannotWatch = 125;
+
+class InputOutputFailure : public CommandTest {
+protected:
+    void SetUp() override {
+        const CommandResult probe = RunWith({}, {"--version"});
+        if (probe.exitStatus == cannotWatch) GTEST_SKIP() << "processes may not be watched here";
+    }
+
+    CommandResult RunWith(const std::vector<std::string>& faults, const std::vector<std::string>& arguments,
+                          const std::string& standardInput = "") const {
+        CommandCall call = MakeCall(faults, standardInput);
+        call.program = NBSCORE_RUN_WITH_FAULTS;
+        call.arguments.insert(call.arguments.end(), {"--", NBSCORE_COMMAND});
+        call.arguments.insert(call.arguments.end(), arguments.begin(), arguments.end());
+        call.environment["ASAN_OPTIONS"] =
+            "detect_leaks=0";  // looking for leaks is watching too, and only one may watch
+        return RunCommand(call);
+    }
+
+    static std::string Fail(const std::string& what, int error, int after = 0) {
+        return what + ":" + std::to_string(after) + ":" + std::to_string(error);
+    }
+
+    /// A run that must fail says why, and leaves the file that it was to replace and nothing else.
+    void ExpectFailure(const std::string& fault, const std::vector<std::string>& arguments,
+                       const std::string& complaint) {
+        SCOPED_TRACE(fault);
+        folder.Write("out.csv", "earlier");
+        const CommandResult result = RunWith({fault}, arguments);
+        EXPECT_EQ(result.exitStatus, 4);
+        EXPECT_THAT(result.err, HasSubstr(complaint));
+        EXPECT_EQ(folder.Read("out.csv"), "earlier");
+        EXPECT_THAT(folder.List(), ElementsAre("cases.csv", "model.pmml", "out.csv"));
+    }
+};
+
+const std::vector<std::string> intoFile = {"score", "model.pmml", "cases.csv", "-o", "out.csv"};
+const std::vector<std::vector<std::string>> verbs = {{"score", "model.pmml", "cases.csv"},
+                                                     {"score", "model.pmml", "cases.csv", "--format", "jsonl"},
+                                                     {"check", "model.pmml"},
+                                                     {"verify", "model.pmml"},
+                                                     {"display", "model.pmml"}};
+
+TEST_F(InputOutputFailure, ChangesNothing_WhenBytesComeAndGoOneByOne) {
+    for (const auto& arguments : verbs) {
+        const CommandResult expected = Run(arguments);
+        const CommandResult result = RunWith({"bytewise"}, arguments);
+        EXPECT_EQ(result.out, expected.out);
+        EXPECT_EQ(result.err, expected.err);
+        EXPECT_EQ(result.exitStatus, 0);
+    }
+}
+
+TEST_F(InputOutputFailure, ChangesNothing_WhenSignalsInterruptHalfOfTheCalls) {
+    for (const auto& arguments : verbs) {
+        const CommandResult expected = Run(arguments);
+        const CommandResult result = RunWith({"interrupted", "bytewise"}, arguments);
+        EXPECT_EQ(result.out, expected.out) << result.err;
+        EXPECT_EQ(result.exitStatus, 0);
+    }
+}
+
+TEST_F(InputOutputFailure, ChangesNothingInAFile_WhenBytesGoOneByOneAndCallsAreInterrupted) {
+    const std::string expected = Run({"score", "model.pmml", "cases.csv"}).out;
+    const CommandResult result = RunWith({"interrupted", "bytewise"}, intoFile);
+    EXPECT_EQ(result.exitStatus, 0) << result.err;
+    EXPECT_EQ(folder.Read("out.csv"), expected);
+    const CommandResult piped =
+        RunWith({"interrupted", "bytewise"}, {"score", "model.pmml", "-", "-o", "out.csv"}, fruitCases);
+    EXPECT_EQ(piped.exitStatus, 0) << piped.err;
+    EXPECT_EQ(folder.Read("out.csv"), expected);
+    EXPECT_THAT(folder.List(), ElementsAre("cases.csv", "model.pmml", "out.csv"));
+}
+
+TEST_F(InputOutputFailure, IsTold_WhenTheDiskIsFullAfterSomeBytes) {
+    for (const int after : {0, 1, 40})
+        ExpectFailure(Fail("write:.nbscore-", ENOSPC, after), intoFile,
+                      "error: cannot write out.csv: No space left on device");
+}
+
+TEST_F(InputOutputFailure, IsTold_WhenTheFileDoesNotReachTheDisk) {
+    ExpectFailure(Fail("sync:.nbscore-", EIO), intoFile, "error: cannot write out.csv: Input/output error");
+    ExpectFailure(Fail("close:.nbscore-", EIO), intoFile, "error: cannot write out.csv: Input/output error");
+    ExpectFailure(Fail("rename:", EACCES), intoFile, "error: cannot write out.csv: Permission denied");
+}
+
+TEST_F(InputOutputFailure, IsTold_WhenTheTableBreaksOff) {
+    for (const int after : {0, 1, 30})
+        ExpectFailure(Fail("read:cases.csv", EIO, after), intoFile, "error: cannot read cases.csv: Input/output error");
+}
+
+TEST_F(InputOutputFailure, IsTold_WhenTheDocumentBreaksOff) {
+    for (const int after : {0, 1, 300}) {
+        ExpectFailure(Fail("read:model.pmml", EIO, after), intoFile,
+                      "error: The file \"model.pmml\" cannot be read: Input/output error.");
+        for (const std::string verb : {"check", "verify", "display"}) {
+            const CommandResult result = RunWith({Fail("read:model.pmml", EIO, after)}, {verb, "model.pmml"});
+            EXPECT_EQ(result.exitStatus, 4) << verb << result.out;
+            EXPECT_THAT(result.out + result.err,
+                        HasSubstr("The file \"model.pmml\" cannot be read: Input/output error."));
+        }
+    }
+}
+
+TEST_F(InputOutputFailure, IsTold_WhenStandardOutputFails) {
+    for (const int error : {ENOSPC, EPIPE, EIO}) {
+        for (const auto& arguments : verbs) {
+            const CommandResult result = RunWith({Fail("write:standard", error, 10)}, arguments);
+            EXPECT_EQ(result.exitStatus, 4) << arguments.front();
+            EXPECT_THAT(result.err,
+                        HasSubstr("error: cannot write to standard output: " + std::generic_category().message(error)));
+            EXPECT_EQ(result.out.size(), 10U);
+        }
+    }
+}
+
+TEST_F(InputOutputFailure, IsTold_WhenStandardInputBreaksOff) {
+    folder.Write("out.csv", "earlier");
+    const CommandResult result =
+        RunWith({Fail("read:standard", EIO, 30)}, {"score", "model.pmml", "-", "-o", "out.csv"}, fruitCases);
+    EXPECT_EQ(result.exitStatus, 4);
+    EXPECT_THAT(result.err, StartsWith("error: cannot read standard input: Input/output error"));
+    EXPECT_EQ(folder.Read("out.csv"), "earlier");
+}
+
+}  // namespace
+}  // namespace nbscore::test

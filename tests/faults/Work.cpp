@@ -1,0 +1,209 @@
+#include "faults/Work.h"
+
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+#include <vector>
+
+#include "document/SourceDocument.h"
+#include "framework/NumberText.h"
+#include "framework/ScoreClsResult.h"
+#include "host/CaseBinder.h"
+#include "host/CheckReport.h"
+#include "host/CsvReader.h"
+#include "host/DocumentCheck.h"
+#include "host/LoadedModel.h"
+#include "host/ModelVerifier.h"
+#include "host/OutputSink.h"
+#include "host/TableScorer.h"
+#include "selflearning/SelfLearningResult.h"
+#include "selflearning/VectorValue.h"
+#include "support/WholeFile.h"
+#include "translator/GiveMyTranslator.h"
+
+namespace nbscore::test {
+namespace {
+
+/// A stream swallows what goes wrong while it grows, unless it is told not to.
+class HonestStream : public std::ostringstream {
+public:
+    HonestStream() { exceptions(std::ios::badbit); }
+};
+
+class TextSink : public OutputSink {
+public:
+    void Write(std::string_view bytes) override { text += bytes; }
+    void Commit() override {}
+
+    std::string text;
+};
+
+std::shared_ptr<PluginLibrary> GetPlugin() {
+    static const std::shared_ptr<PluginLibrary> plugin = PluginLibrary::Load(NBSCORE_PLUGIN);
+    return plugin;
+}
+
+/// The translator that is part of this program.
+std::unique_ptr<ScoreModel> ReadInProcess(const std::filesystem::path& document) {
+    const std::unique_ptr<ScoreTranslator> translator(GiveMyTranslator());
+    SourceDocument source = SourceDocument::Read(document.string());
+    source.Adapt();
+    return source.Translate(*translator);
+}
+
+class Reading : public Work {
+public:
+    explicit Reading(const DocumentAndRows& about) : document(about.document.string()) {}
+
+    std::string Do() override {
+        const std::unique_ptr<ScoreTranslator> translator(GiveMyTranslator());
+        const std::unique_ptr<ScoreModel> model(translator->ParseFromTree(document, "UTF-8"));
+        HonestStream text;
+        model->Display(text);
+        return text.str();
+    }
+
+private:
+    std::string document;
+};
+
+class Verifying : public Work {
+public:
+    explicit Verifying(const DocumentAndRows& about) : document(about.document.string()) {}
+
+    std::string Do() override {
+        SourceDocument source = SourceDocument::Read(document);
+        HonestStream text;
+        for (const Adaptation& adaptation : source.Adapt())
+            text << adaptation.place.line << ' ' << adaptation.change << '\n';
+        const LoadedModel loaded = LoadedModel::Read(GetPlugin(), source);
+        loaded.RequireScorable();
+        for (const IgnoredConstruct& ignored : source.FindIgnored())
+            text << ignored.place.line << ' ' << ignored.message << '\n';
+        const VerificationSummary summary = VerifyModel(
+            loaded.Get(), source.ReadVerification(), [](const CellDifference&) {}, [] {});
+        text << summary.rows << ' ' << summary.cells << ' ' << summary.differences;
+        return text.str();
+    }
+
+private:
+    std::string document;
+};
+
+class Checking : public Work {
+public:
+    explicit Checking(const DocumentAndRows& about) : document(about.document) {}
+
+    std::string Do() override {
+        const std::vector<DocumentCheck> checks = {CheckDocument(GetPlugin(), document, true)};
+        if (!checks.front().IsReadable()) throw std::runtime_error(checks.front().problems.front().message);
+        return WriteCheckAsText(checks.front()) + WriteChecksAsJson(checks);
+    }
+
+private:
+    std::filesystem::path document;
+};
+
+using Descriptors = VectorValue<SelfLearningResult::ModelDescriptor>;
+
+std::string Describe(const ScoreResult& result) {
+    std::string text;
+    if (const auto* list = dynamic_cast<const Descriptors*>(result.GetPrediction())) {
+        for (const auto& descriptor : list->GetVectorValue())
+            text += FormatNumber(descriptor.score) + ' ';
+        return text;
+    }
+    text = result.GetPrediction()->GetString();
+    for (const auto& [value, probability] : dynamic_cast<const ScoreClsResult&>(result).GetAllValuePercent())
+        text += ' ' + FormatNumber(probability);
+    return text;
+}
+
+class ScoringRecords : public Work {
+public:
+    ScoringRecords(const DocumentAndRows& about, bool reuse) : model(ReadInProcess(about.document)), isReused(reuse) {
+        std::ifstream rows(about.rows, std::ios::binary);
+        CsvReader reader(rows, "rows", ',');
+        std::vector<std::string_view> cells;
+        reader.ReadRow(cells);
+        const std::vector<std::string> header(cells.begin(), cells.end());
+        while (reader.ReadRow(cells)) {
+            // A binder has one record: each record that is to stay needs a binder of its own.
+            binders.push_back(std::make_unique<CaseBinder>(*model, header, "rows", CaseBinderOptions{}));
+            records.push_back(&binders.back()->Bind(cells, 0));
+        }
+    }
+    ~ScoringRecords() override { delete result; }
+
+    std::string Do() override {
+        std::string text;
+        for (const ScoreCaseRecord* record : records) {
+            if (!isReused) {
+                delete result;
+                result = nullptr;
+            }
+            model->GetScore(record, result, false);
+            text += Describe(*result) + '\n';
+        }
+        return text;
+    }
+
+private:
+    std::unique_ptr<ScoreModel> model;
+    bool isReused;
+    std::vector<std::unique_ptr<CaseBinder>> binders;
+    std::vector<const ScoreCaseRecord*> records;
+    ScoreResult* result = nullptr;
+};
+
+class ScoringTables : public Work {
+public:
+    explicit ScoringTables(const DocumentAndRows& about)
+        : model(nullptr, ReadInProcess(about.document)), table(ReadWholeFile(about.rows)) {}
+
+    std::string Do() override {
+        TextSink sink;
+        TableScorerOptions options;
+        ScoreInto(sink, options);
+        options.output.format = ScoreFormat::JsonLines;
+        ScoreInto(sink, options);
+        options.output.format = ScoreFormat::Csv;
+        options.output.subModels.longRows = true;
+        ScoreInto(sink, options);
+        options.output.subModels = {.longRows = false, .best = 2};
+        ScoreInto(sink, options);
+        return sink.text;
+    }
+
+private:
+    void ScoreInto(OutputSink& sink, const TableScorerOptions& options) {
+        std::istringstream rows(table);
+        ScoreTable(model, rows, "rows", sink, options, nullptr);
+    }
+
+    LoadedModel model;
+    std::string table;
+};
+
+}  // namespace
+
+std::unique_ptr<Work> MakeReading(const DocumentAndRows& about) {
+    return std::make_unique<Reading>(about);
+}
+std::unique_ptr<Work> MakeVerifying(const DocumentAndRows& about) {
+    return std::make_unique<Verifying>(about);
+}
+std::unique_ptr<Work> MakeChecking(const DocumentAndRows& about) {
+    return std::make_unique<Checking>(about);
+}
+std::unique_ptr<Work> MakeScoringWithOneResult(const DocumentAndRows& about) {
+    return std::make_unique<ScoringRecords>(about, true);
+}
+std::unique_ptr<Work> MakeScoringWithNewResults(const DocumentAndRows& about) {
+    return std::make_unique<ScoringRecords>(about, false);
+}
+std::unique_ptr<Work> MakeScoringTables(const DocumentAndRows& about) {
+    return std::make_unique<ScoringTables>(about);
+}
+
+}  // namespace nbscore::test
