@@ -10,9 +10,9 @@
 #include "document/FieldBlanks.h"
 #include "document/FieldMentions.h"
 #include "document/OuterBlanks.h"
+#include "document/SchemaFields.h"
 #include "framework/xml/Utf8.h"
 #include "translator/ElementNames.h"
-#include "translator/VendorExtension.h"
 
 namespace nbscore {
 namespace {
@@ -22,6 +22,11 @@ using Elements = std::vector<DOMElement*>;
 
 /// Of a VerificationField.
 constexpr XmlName verifiedName{"field"};
+
+VeskException Clash(const DOMElement* element, const XMLCh* text, const XMLCh* other, AdaptationLog& log) {
+    return log.Refusal(element, "Without the blanks around it, \"" + ExcerptOf(text) + "\" would be the same as \"" +
+                                    ExcerptOf(other) + "\".");
+}
 
 /// Takes the blanks off one attribute of elements that stand beside one another and are told apart by it.
 void TrimAll(const Elements& elements, const XMLCh* attributeName, AdaptationLog& log) {
@@ -33,8 +38,7 @@ void TrimAll(const Elements& elements, const XMLCh* attributeName, AdaptationLog
         const XmlText trimmed = WithoutOuterBlanks(value);
         const auto known = originals.emplace(trimmed, original).first;
         if (known->second != original) {
-            throw log.Refusal(element, "Without the blanks around it, \"" + ExcerptOf(value) +
-                                           "\" would be the same as \"" + ExcerptOf(known->second.c_str()) + "\".");
+            throw Clash(element, value, known->second.c_str(), log);
         }
         if (trimmed == original) continue;
         log.Note(element, "the blanks around " + Utf8Of(attributeName) + " \"" + ExcerptOf(value) + "\" are taken off");
@@ -42,35 +46,10 @@ void TrimAll(const Elements& elements, const XMLCh* attributeName, AdaptationLog
     }
 }
 
-/// Values that stand for missing or invalid ones say what texts of cases look like: they stay as they are.
-Elements ValidValues(const DOMElement& field) {
-    constexpr XmlName declaredValue{"Value"};
-    Elements values = ChildrenNamed(field, declaredValue);
-    std::erase_if(values, [](const DOMElement* value) {
-        constexpr XmlName property{"property"};
-        return BaseTranslator::GetAttribute(value, property) != nullptr;
-    });
-    return values;
-}
-
-/// The fields that a schema lists: its own, and the derived ones of its extension.
-Elements FieldsListed(const DOMElement& schema) {
-    Elements fields = ChildrenNamed(schema, element::miningField);
-    for (DOMElement* extension : ChildrenNamed(schema, element::extension)) {
-        const bool listsDerived =
-            HoldsText(BaseTranslator::GetAttribute(extension, attribute::extender), vendor_extension::extender) &&
-            HoldsText(BaseTranslator::GetAttribute(extension, attribute::name), vendor_extension::derivedFields);
-        if (!listsDerived) continue;
-        const Elements derived = DescendantsNamed(*extension, element::miningField);
-        fields.insert(fields.end(), derived.begin(), derived.end());
-    }
-    return fields;
-}
-
 class BlankRemover {
 public:
     BlankRemover(xercesc::DOMDocument& document, const ModelsRead& modelsRead, AdaptationLog& adaptationLog)
-        : root(*document.getDocumentElement()), models(modelsRead), log(adaptationLog), blanks(document) {}
+        : root(*document.getDocumentElement()), models(modelsRead), log(adaptationLog), blanks(document, modelsRead) {}
 
     void Remove() {
         for (const DOMElement* dictionary : ChildrenNamed(root, element::dataDictionary))
@@ -91,7 +70,7 @@ private:
     void TrimDeclarations(const Elements& fields) {
         for (const DOMElement* field : fields) {
             const XMLCh* const name = BaseTranslator::GetAttribute(field, attribute::name);
-            TrimValues(name, ValidValues(*field));
+            TrimValues(name, FindValidValues(*field));
         }
         for (const DOMElement* field : fields)
             NoteNameThatStays(*field);
@@ -117,7 +96,10 @@ private:
     /// @param field the name of the field whose values they are; null where there is none.
     void TrimValues(const XMLCh* field, const Elements& values) {
         const std::string reason = field == nullptr ? "" : blanks.WhyThoseOfValuesStay(WithoutOuterBlanks(field));
-        if (reason.empty()) return TrimAll(values, attribute::value, log);
+        if (reason.empty()) {
+            if (field != nullptr) RequireNoStandIns(WithoutOuterBlanks(field), values);
+            return TrimAll(values, attribute::value, log);
+        }
         for (const DOMElement* value : values) {
             const XMLCh* const text = BaseTranslator::GetAttribute(value, attribute::value);
             if (text == nullptr || WithoutOuterBlanks(text) == text) continue;
@@ -126,10 +108,19 @@ private:
         }
     }
 
+    void RequireNoStandIns(const XmlText& field, const Elements& values) {
+        for (const DOMElement* value : values) {
+            const XMLCh* const text = BaseTranslator::GetAttribute(value, attribute::value);
+            if (text == nullptr || WithoutOuterBlanks(text) == text) continue;
+            const XmlText trimmed = WithoutOuterBlanks(text);
+            if (blanks.IsStandIn(field, trimmed)) throw Clash(value, text, trimmed.c_str(), log);
+        }
+    }
+
     void TrimModel(const DOMElement& model) {
         for (const DOMElement* schema : ChildrenNamed(model, element::miningSchema)) {
             NoteTarget(*schema);
-            TrimNames(FieldsListed(*schema), attribute::name);
+            TrimNames(FindSchemaFields(*schema), attribute::name);
         }
         for (const DOMElement* inputs : ChildrenNamed(model, element::bayesInputs)) {
             for (DOMElement* input : ChildrenNamed(*inputs, element::bayesInput))
@@ -139,7 +130,19 @@ private:
             TrimNames({output}, attribute::fieldName);
             TrimCounts(*output);
         }
+        TrimOutput(model);
         TrimTestCases(model);
+    }
+
+    /// Of an output field the target that it is about.
+    void TrimOutput(const DOMElement& model) {
+        constexpr XmlName output{"Output"};
+        constexpr XmlName outputField{"OutputField"};
+        constexpr XmlName targetField{"targetField"};
+        for (const DOMElement* list : ChildrenNamed(model, output)) {
+            for (DOMElement* field : ChildrenNamed(*list, outputField))
+                TrimNames({field}, targetField);
+        }
     }
 
     /// Their cells are cases, and stay. What names no field names a result: an OutputField, or a score.
@@ -150,6 +153,8 @@ private:
         for (const DOMElement* testCases : ChildrenNamed(model, verification)) {
             for (const DOMElement* list : ChildrenNamed(*testCases, verifiedFields)) {
                 Elements fields = ChildrenNamed(*list, verifiedField);
+                for (DOMElement* field : fields)
+                    RenamePrediction(*field);
                 std::erase_if(fields, [this](const DOMElement* each) {
                     const XMLCh* const name = BaseTranslator::GetAttribute(each, verifiedName);
                     return name == nullptr || !blanks.KnowField(WithoutOuterBlanks(name));
@@ -157,6 +162,17 @@ private:
                 TrimNames(fields, verifiedName);
             }
         }
+    }
+
+    /// The prediction is called after the target, whose name may have lost blanks.
+    void RenamePrediction(DOMElement& field) {
+        constexpr XmlName prefix{"predicted_"};
+        const XmlText trimmed = WithoutOuterBlanks(targetName.c_str());
+        if (trimmed == targetName || blanks.TellFieldsApart(trimmed)) return;
+        const XMLCh* const name = BaseTranslator::GetAttribute(&field, verifiedName);
+        if (!HoldsText(name, (XmlText(prefix) + targetName).c_str())) return;
+        log.Note(&field, "the blanks around the target in field \"" + ExcerptOf(name) + "\" are taken off");
+        field.setAttribute(verifiedName, (XmlText(prefix) + trimmed).c_str());
     }
 
     /// The target of all models is the one that the first schema names.
@@ -174,9 +190,13 @@ private:
     void TrimInput(DOMElement& input) {
         TrimNames({&input}, attribute::fieldName);
         const Elements pairs = ChildrenNamed(input, element::pairCounts);
+        const Elements bins = ChildrenNamed(input, element::derivedField);
+        for (DOMElement* each : bins) {
+            for (const FieldMention& mention : FindFieldMentions(*each))
+                TrimNames({mention.element}, mention.attributeName);
+        }
         // Bins are numbered, whatever their field holds.
-        const bool hasBins = !ChildrenNamed(input, element::derivedField).empty();
-        TrimValues(hasBins ? nullptr : BaseTranslator::GetAttribute(&input, attribute::fieldName), pairs);
+        TrimValues(!bins.empty() ? nullptr : BaseTranslator::GetAttribute(&input, attribute::fieldName), pairs);
         for (const DOMElement* pair : pairs)
             TrimCounts(*pair);
     }

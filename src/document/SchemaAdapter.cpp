@@ -5,6 +5,7 @@
 #include <set>
 
 #include "document/ElementSteps.h"
+#include "document/SchemaFields.h"
 #include "framework/xml/Utf8.h"
 #include "translator/ElementNames.h"
 #include "translator/VendorExtension.h"
@@ -90,12 +91,12 @@ private:
         return targets;
     }
 
-    /// A field that the schema lists anywhere, as the standard has it or as derived, needs no listing.
+    /// A field that the schema lists, as the standard has it or as derived, needs no listing.
     void ListDerivedInputs() {
         if (schemas.empty() || derived.empty()) return;
         Names listed;
         for (DOMElement* schema : schemas) {
-            for (const XmlText& name : NamesOf(DescendantsNamed(*schema, element::miningField)))
+            for (const XmlText& name : NamesOf(FindSchemaFields(*schema)))
                 listed.insert(name);
         }
         for (const DOMElement* inputs : ChildrenNamed(model, element::bayesInputs)) {

@@ -84,6 +84,71 @@ TEST(BlankRemoval, TakesThemOffTheFieldsOfTestCases_ButNotOffResultsAndCells) {
     EXPECT_THAT(adapted.text, HasSubstr("<x> a</x>"));
 }
 
+/// A document of a text input "c" and a target of the value " no", with this output and these test cases on line 2.
+std::string Tested(const std::string& values, const std::string& output, const std::string& fields,
+                   const std::string& cells) {
+    return "<PMML><DataDictionary>" + Data("c", "string", values) + Data("y", "string", "<Value value=' no'/>") +
+           "</DataDictionary><NaiveBayesModel><MiningSchema><MiningField name='y' usageType='predicted'/>"
+           "</MiningSchema>\n<Output>" +
+           output + "</Output><ModelVerification><VerificationFields>" + fields +
+           "</VerificationFields><InlineTable><row>" + cells + "</row></InlineTable></ModelVerification><BayesInputs>" +
+           Input("c", "<PairCounts value=' r'/>") +
+           "</BayesInputs><BayesOutput fieldName='y'/></NaiveBayesModel></PMML>";
+}
+
+TEST(BlankRemoval, LeavesThemAroundTexts_ThatTestCasesNameWithThem) {
+    const std::string y =
+        "1: not: the blanks around the values of \"y\" stay: test cases of the document name one with them";
+    const std::string c =
+        "2: not: the blanks around the values of \"c\" stay: test cases of the document name one with them";
+    const std::string withoutY = "1: the blanks around value \" no\" are taken off";
+    const std::string withoutC = "2: the blanks around value \" r\" are taken off";
+    EXPECT_THAT(Adapt(Tested("", "", "", "<p> no</p>")).changes, ElementsAre(y, withoutC));
+    EXPECT_THAT(Adapt(Tested("", "<OutputField value=' no'/>", "", "")).changes, ElementsAre(y, withoutC));
+    EXPECT_THAT(Adapt(Tested("", "", "<VerificationField field='probability_ no'/>", "")).changes,
+                ElementsAre(y, withoutC));
+    EXPECT_THAT(Adapt(Tested("", "", "", "<c> r</c>")).changes, ElementsAre(withoutY, c));
+    EXPECT_THAT(
+        Adapt(Tested("", "", "<VerificationField field='probability_no'/>", "<p>no</p><c>r</c><c> </c>")).changes,
+        ElementsAre(withoutY, withoutC));
+    EXPECT_THAT(Adapt(Tested("<Value value='r'/>", "", "", "<c> r</c>")).changes, ElementsAre(withoutY, withoutC));
+}
+
+TEST(BlankRemoval, TakesThemOffTheTargetsName_InTestCasesAndOutputsToo) {
+    const std::string text =
+        "<PMML><DataDictionary><DataField name=' y '/></DataDictionary><NaiveBayesModel><MiningSchema>"
+        "<MiningField name=' y ' usageType='target'/></MiningSchema><Output><OutputField targetField=' y '/></Output>"
+        "<ModelVerification><VerificationFields><VerificationField field='predicted_ y '/>"
+        "<VerificationField field='predicted_ z'/></VerificationFields></ModelVerification></NaiveBayesModel></PMML>";
+    const Adapted adapted = Adapt(text);
+    EXPECT_THAT(adapted.changes, Contains("1: the blanks around the target in field \"predicted_ y \" are taken off"));
+    EXPECT_THAT(adapted.text, HasSubstr("<OutputField targetField=\"y\"/>"));
+    EXPECT_THAT(adapted.text, HasSubstr("field=\"predicted_y\"/><VerificationField field=\"predicted_ z\"/>"));
+}
+
+TEST(BlankRemoval, IsRefused_WhereAValueWouldBecomeOneThatStandsForMissingOrInvalid) {
+    for (const char* property : {"missing", "invalid"}) {
+        const std::string standIn = std::string("<Value value='NA' property='") + property + "'/>";
+        const char* const refusal = "4: Without the blanks around it, \" NA \" would be the same as \"NA\".";
+        EXPECT_EQ(GetRefusal(Document(Data("x", "string", standIn), "", Input("x", "<PairCounts value=' NA '/>"))),
+                  refusal);
+        EXPECT_EQ(GetRefusal(Document(Data("x", "string", "\n\n<Value value=' NA '/>" + standIn), "", "")), refusal);
+    }
+}
+
+TEST(BlankRemoval, LeavesValuesThatStandForMissingOnes_ButNoneCalledValid) {
+    const Adapted adapted = Adapt(Document(
+        Data("x", "string", "<Value value=' a' property='valid'/><Value value=' b' property='missing'/>"), "", ""));
+    EXPECT_THAT(adapted.changes, ElementsAre("2: the blanks around value \" a\" are taken off"));
+}
+
+TEST(BlankRemoval, TakesThemOffTheFieldThatAnInputsBinsName) {
+    const Adapted adapted = Adapt(Document(
+        Data(" x", "double"), "", Input(" x", "<DerivedField name='bins'><Discretize field=' x'/></DerivedField>")));
+    EXPECT_THAT(adapted.text, HasSubstr("<BayesInput fieldName=\"x\">"));
+    EXPECT_THAT(adapted.text, HasSubstr("<Discretize field=\"x\"/>"));
+}
+
 TEST(BlankRemoval, TakesThemOffNumbers_WhoeverReadsThem) {
     const Adapted adapted =
         Adapt(Document(Data("x", "double", "<Value value=' 1'/><Value value=' -9' property='missing'/>"),

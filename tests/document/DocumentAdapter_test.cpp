@@ -123,6 +123,14 @@ TEST(DocumentAdapter, ListsDerivedInputsOnce) {
                                         "<MiningField name=\"d\"/></Extension></MiningSchema>"));
 }
 
+TEST(DocumentAdapter, ListsADerivedInput_ThatOnlyAnotherExtensionNames) {
+    const std::string text =
+        "<PMML><DataDictionary/><TransformationDictionary><DerivedField name='d'/></TransformationDictionary>"
+        "<NaiveBayesModel><MiningSchema><Extension extender='somebody' name='DerivedFields'><MiningField name='d'/>"
+        "</Extension></MiningSchema>\n<BayesInputs><BayesInput fieldName='d'/></BayesInputs></NaiveBayesModel></PMML>";
+    EXPECT_THAT(Adapt(text).changes, ElementsAre("2: the derived field \"d\" is listed in the schema as an input"));
+}
+
 TEST(DocumentAdapter, TakesBlanksOffNamesAndValues) {
     const Adapted adapted = Adapt(Document(
         "<DataField name=' x '><Value value='\ta'/><Value value='b c'/></DataField>",
