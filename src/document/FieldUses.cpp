@@ -1,25 +1,14 @@
 #include "document/FieldUses.h"
 
+#include <map>
+#include <vector>
+
+#include "document/FieldMentions.h"
 #include "translator/ElementNames.h"
 
 using xercesc::DOMElement;
-using xercesc::DOMNode;
 
 namespace nbscore {
-namespace {
-
-/// FieldRef, Discretize, NormContinuous and the others all say `field`.
-void AddFieldsReadIn(const DOMElement& derivedField, FieldNames& names) {
-    constexpr XmlName fieldAttribute{"field"};
-    for (const DOMNode* node = NextInDocumentOrder(&derivedField, &derivedField); node != nullptr;
-         node = NextInDocumentOrder(node, &derivedField)) {
-        if (node->getNodeType() != DOMNode::ELEMENT_NODE) continue;
-        const auto* const element = static_cast<const DOMElement*>(node);
-        if (const XMLCh* const name = BaseTranslator::GetAttribute(element, fieldAttribute)) names.insert(name);
-    }
-}
-
-}  // namespace
 
 FieldNames FindInputFields(const DOMElement& model) {
     FieldNames names;
@@ -31,13 +20,27 @@ FieldNames FindInputFields(const DOMElement& model) {
     return names;
 }
 
-FieldNames FindFieldsOfExpressions(const DOMElement& root) {
-    FieldNames names;
+FieldNames FindFieldsOfExpressions(const DOMElement& root, const FieldNames& wanted) {
+    std::multimap<XmlText, DOMElement*> derivedFields;
     for (const DOMElement* dictionary : ChildrenNamed(root, element::transformationDictionary)) {
-        for (const DOMElement* derivedField : ChildrenNamed(*dictionary, element::derivedField))
-            AddFieldsReadIn(*derivedField, names);
+        for (DOMElement* derivedField : ChildrenNamed(*dictionary, element::derivedField)) {
+            const XMLCh* const name = BaseTranslator::GetAttribute(derivedField, attribute::name);
+            if (name != nullptr) derivedFields.emplace(name, derivedField);
+        }
     }
-    return names;
+    FieldNames read;
+    std::vector<XmlText> waiting(wanted.begin(), wanted.end());
+    while (!waiting.empty()) {
+        const auto [first, last] = derivedFields.equal_range(waiting.back());
+        waiting.pop_back();
+        for (auto field = first; field != last; ++field) {
+            for (const FieldMention& mention : FindFieldMentions(*field->second)) {
+                const XMLCh* const name = BaseTranslator::GetAttribute(mention.element, mention.attributeName);
+                if (read.insert(name).second) waiting.emplace_back(name);
+            }
+        }
+    }
+    return read;
 }
 
 }  // namespace nbscore

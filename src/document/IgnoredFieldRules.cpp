@@ -27,6 +27,7 @@ constexpr XmlName propertyAttribute{"property"};
 
 constexpr IgnoredKind fieldCount{"is not the number of its fields: one may be missing, or one too many.",
                                  "Compare the document with its source, and mend the number."};
+constexpr IgnoredKind secondDictionary{"is not read: the first one counts.", "Let one hold everything."};
 constexpr IgnoredKind secondDeclaration{"is not read: the first one counts.", "Declare each field once."};
 constexpr IgnoredKind declaredValidity{
     "does not bound what is scored: a case with a value that it makes invalid gets an answer all the same.",
@@ -40,6 +41,9 @@ constexpr IgnoredKind invalidRefused{
     "Take such cases out of the table, if they should get no answer."};
 constexpr IgnoredKind invalidReplacement{"is not used: a value that the field does not declare stays as it is.",
                                          "Replace or empty such cells in the table before scoring."};
+constexpr IgnoredKind invalidReplacedAsMissing{
+    "is not used, nor is missingValueReplacement for a value that the field does not declare: it stays as it is.",
+    "Write the missingValueReplacement into such cells in the table before scoring."};
 constexpr IgnoredKind outlierRule{"is not used: numbers beyond lowValue and highValue stay as they are.",
                                   "Cap or empty such cells in the table before scoring."};
 constexpr IgnoredKind optypeOfSchema{"is not used: the optype of its DataField counts.",
@@ -114,6 +118,12 @@ Declarations ReadDictionary(const DOMElement& root, IgnoredLog& log) {
     return declarations;
 }
 
+void NoteSecondDictionary(const DOMElement& root, IgnoredLog& log) {
+    const std::vector<DOMElement*> dictionaries = ChildrenNamed(root, element::transformationDictionary);
+    for (std::size_t i = 1; i < dictionaries.size(); ++i)
+        log.Note(secondDictionary, *dictionaries[i], "A further <TransformationDictionary>");
+}
+
 /// The mining fields of one model.
 class SchemaRules {
 public:
@@ -161,7 +171,9 @@ private:
         if (Holds(field, invalidTreatmentAttribute, "returnInvalid")) {
             log.Note(invalidRefused, field, Subject(invalidTreatmentAttribute, field));
         } else if (Holds(field, invalidTreatmentAttribute, "asMissing")) {
-            if (declaration.isContinuous || isRead) {
+            if (Has(field, missingReplacementAttribute)) {
+                log.Note(invalidReplacedAsMissing, field, Subject(invalidTreatmentAttribute, field));
+            } else if (declaration.isContinuous || isRead) {
                 log.Note(invalidReplacement, field, Subject(invalidTreatmentAttribute, field));
             }
         } else if (Has(field, invalidTreatmentAttribute)) {
@@ -200,7 +212,11 @@ private:
 
 void NoteIgnoredFieldRules(const DOMElement& root, const ModelsRead& models, IgnoredLog& log) {
     Declarations declarations = ReadDictionary(root, log);
-    const FieldNames fieldsOfExpressions = FindFieldsOfExpressions(root);
+    NoteSecondDictionary(root, log);
+    FieldNames inputs;
+    for (const DOMElement* model : models.elements)
+        inputs.merge(FindInputFields(*model));
+    const FieldNames fieldsOfExpressions = FindFieldsOfExpressions(root, inputs);
     for (const DOMElement* model : models.elements)
         SchemaRules(declarations, fieldsOfExpressions, *model, log).Note();
 }

@@ -97,8 +97,8 @@ constexpr Advice advices[] = {
     // An input or value that the schema or dictionary does not know.
     {7, "Input not found in MiningSchema.",
      "List the field in MiningSchema in front of BayesInputs, with the usageType active or none: no other word "
-     "makes it an input. A derived field belongs into TransformationDictionary: --adapt lists it, and moves those "
-     "of LocalTransformations there."},
+     "makes it an input. A derived field belongs into the first TransformationDictionary: --adapt lists it, and moves "
+     "those of the model's own LocalTransformations there, but none of a model around it."},
     {7, "Input value not found in DataDictionary.",
      "Declare the value in the field's DataField, spelt the same, or take its PairCounts out."},
 
@@ -106,8 +106,8 @@ constexpr Advice advices[] = {
     {8, "* does not match the target variable name.",
      "Let BayesOutput name the field whose usageType in MiningSchema is predicted."},
     {8, "* is no field.",
-     "Correct the name, in upper and lower case too, or declare the field. Fields of LocalTransformations are not "
-     "known here: move them to TransformationDictionary."},
+     "Correct the name, in upper and lower case too, or declare the field. Fields of LocalTransformations and of a "
+     "second TransformationDictionary are not known here: move them to the first TransformationDictionary."},
     {8, "* is no parameter of the function.",
      "Pass the value to the function as an argument: its expression sees nothing but its parameters."},
 

@@ -99,11 +99,18 @@ TEST(IgnoredFieldRules, ArePassedOver_WhereNoInputUsesTheField) {
     const std::string text = Replace(Replace(fruitDocument, "</DataDictionary>", unused), colourField,
                                      "<MiningField name=\"price\" missingValueReplacement=\"1\"/>" + colourField);
     EXPECT_THAT(Ignored(text), IsEmpty());
-    const std::string derived =
-        R"(<TransformationDictionary><DerivedField name="d" optype="continuous" dataType="double"><FieldRef field="price"/></DerivedField></TransformationDictionary><NaiveBayesModel)";
-    EXPECT_THAT(Ignored(Replace(text, "<NaiveBayesModel", derived)),
-                ElementsAre("17: missingValueReplacement \"1\" of the field \"price\" is not used: a missing value "
-                            "stays missing."));
+    const auto derived = [&text](const std::string& name, const std::string& expression) {
+        const std::string fields = "<TransformationDictionary><DerivedField name=\"" + name + "\">" + expression +
+                                   "</DerivedField><DerivedField name=\"colour\"><FieldRef field=\"d\"/>"
+                                   "</DerivedField></TransformationDictionary><NaiveBayesModel";
+        return Ignored(Replace(text, "<NaiveBayesModel", fields));
+    };
+    const std::string told =
+        "17: missingValueReplacement \"1\" of the field \"price\" is not used: a missing value stays missing.";
+    EXPECT_THAT(derived("d", "<FieldRef field=\"price\"/>"), ElementsAre(told));
+    EXPECT_THAT(derived("d", "<TextIndex textField=\"price\"><Constant>a</Constant></TextIndex>"), ElementsAre(told));
+    EXPECT_THAT(derived("unread", "<FieldRef field=\"price\"/>"), IsEmpty());
+    EXPECT_THAT(derived("d", "<Extension field=\"price\"/><Constant>1</Constant>"), IsEmpty());
 }
 
 TEST(IgnoredInvalidValues, AreRefusals_WhereTheFieldDeclaresItsValues) {
@@ -127,6 +134,12 @@ TEST(IgnoredInvalidValues, AreReplacements) {
                     "field does not declare stays as it is."));
     // An undeclared category leaves the input out as a missing one does; an undeclared number falls into a bin.
     EXPECT_THAT(IgnoredOfColour(" invalidValueTreatment=\"asMissing\""), IsEmpty());
+    EXPECT_THAT(
+        IgnoredOfColour(" invalidValueTreatment=\"asMissing\" missingValueReplacement=\"red\""),
+        ElementsAre("17: missingValueReplacement \"red\" of the field \"colour\" is not used: a missing value stays "
+                    "missing.",
+                    "17: invalidValueTreatment \"asMissing\" of the field \"colour\" is not used, nor is "
+                    "missingValueReplacement for a value that the field does not declare: it stays as it is."));
     const std::string bounded =
         Replace(fruitDocument, "<DataField name=\"weight\" optype=\"continuous\" dataType=\"double\"/>",
                 R"(<DataField name="weight" optype="continuous" dataType="double">
@@ -178,6 +191,12 @@ TEST(IgnoredDictionary, IsASecondDeclaration) {
 
 TEST(IgnoredDictionary, IsNoRightNumberOfFields) {
     EXPECT_THAT(IgnoredWith("<DataDictionary>", "<DataDictionary numberOfFields=\"3\">"), IsEmpty());
+}
+
+TEST(IgnoredDictionary, IsASecondOneOfDerivedFields) {
+    EXPECT_THAT(
+        IgnoredWith("<NaiveBayesModel", "<TransformationDictionary/>\n<TransformationDictionary/>\n<NaiveBayesModel"),
+        ElementsAre("16: A further <TransformationDictionary> is not read: the first one counts."));
 }
 
 TEST(IgnoredBinning, IsAClosureOnTheLeft_BetweenBins) {
