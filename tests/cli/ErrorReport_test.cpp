@@ -100,6 +100,7 @@ TEST(ErrorReport, HasStatusFour_WhenSomethingElseWasThrown) {
 TEST(ErrorReport, WritesControlCharactersAsEscapes_SoThatInputCannotSteerTheTerminal) {
     const Reported reported = Report(CaseDataError("cases.csv", 2, "red\x1b[31m\nnext\x7f \xc3\xa4"));
     EXPECT_EQ(reported.text, "error: cases.csv:2: red\\x1b[31m\\nnext\\x7f \xc3\xa4\n");
+    EXPECT_EQ(Report(CaseDataError("cases.csv", 2, "\u202Ea")).text, "error: cases.csv:2: \\xe2\\x80\\xaea\n");
 }
 
 }  // namespace nbscore
