@@ -1,14 +1,20 @@
 #include "document/SourceDocument.h"
 
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMElement.hpp>
+
 #include <fstream>
 #include <utility>
 
 #include "document/DocumentAdapter.h"
+#include "document/ElementSteps.h"
 #include "document/IgnoredConstructs.h"
 #include "document/VerificationReader.h"
 #include "framework/VeskException.h"
 #include "framework/xml/DocumentFile.h"
+#include "framework/xml/Utf8.h"
 #include "framework/xml/XmlFaults.h"
+#include "translator/ElementNames.h"
 
 namespace nbscore {
 namespace {
@@ -69,6 +75,14 @@ std::vector<IgnoredConstruct> SourceDocument::FindIgnored() const {
     for (IgnoredConstruct& construct : constructs)
         construct.place.source = name;
     return constructs;
+}
+
+std::optional<std::string> SourceDocument::ReadApplicationVersion() const {
+    const auto applications = DescendantsNamed(*document, element::application);
+    if (applications.empty()) return std::nullopt;
+    const XMLCh* const version = BaseTranslator::GetAttribute(applications.front(), attribute::version);
+    if (version == nullptr || *version == 0) return std::nullopt;
+    return Utf8Of(version);
 }
 
 }  // namespace nbscore

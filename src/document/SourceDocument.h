@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,9 @@ public:
 
     /// What the document says and scoring by the plug-in does not heed, in document order (FindIgnoredConstructs).
     std::vector<IgnoredConstruct> FindIgnored() const;
+
+    /// The version of the application that wrote the document; nothing where the document does not tell.
+    std::optional<std::string> ReadApplicationVersion() const;
 
     /// The path as it was given.
     const std::string& GetName() const { return name; }

@@ -74,7 +74,8 @@ private:
         AddText("document", check.document);
         AddTruth("sound", check.IsSound());
         AddTextOrNull("kind", check.modelType.has_value(), check.modelType ? NameModelKind(*check.modelType) : "");
-        AddTextOrNull("version", check.modelType.has_value(), check.version);
+        AddTextOrNull("application_version", check.applicationVersion.has_value(),
+                      check.applicationVersion.value_or(""));
         AddList("adaptations", check.adaptations, &Report::AddAdaptation);
         AddList("fields", check.fields, &Report::AddField);
         json.AddName("model");

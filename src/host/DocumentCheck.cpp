@@ -54,9 +54,6 @@ std::vector<FieldDescription> DescribeFields(const ScoreModel& model) {
 void Describe(LoadedModel& loaded, DocumentCheck& check) {
     ScoreModel& model = loaded.Get();
     check.modelType = model.GetModelType();
-    if (const ScoreVersionInfo* const version = model.GetVersionInfo()) {
-        check.version = version->GetVersionInfo();
-    }
     check.fields = DescribeFields(model);
     if (const auto* const description = dynamic_cast<const ModelSelfDescription*>(&model)) {
         check.model = description->Describe();
@@ -140,6 +137,7 @@ DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const 
         SourceDocument source = SourceDocument::Read(check.document);
         if (adapt) check.adaptations = source.Adapt();
         LoadedModel loaded = LoadedModel::Read(plugin, source);
+        check.applicationVersion = source.ReadApplicationVersion();
         Describe(loaded, check);
         loaded.RequireScorable();
         AddRemarks(source, check);

@@ -55,7 +55,8 @@ struct DocumentCheck {
     std::vector<Adaptation> adaptations;
     /// Nothing when the document was refused.
     std::optional<ScoreModel::ModelType> modelType;
-    std::string version;
+    /// Of the application that wrote the document; nothing where the document was refused or does not tell.
+    std::optional<std::string> applicationVersion;
     std::vector<FieldDescription> fields;
     /// Nothing also for a model that does not describe itself.
     std::optional<ModelDescription> model;

@@ -147,6 +147,16 @@ TEST_F(CheckCommandTest, WritesJson_WhenAsked) {
     EXPECT_EQ(json.at(1).at("model"), nullptr);
 }
 
+TEST_F(CheckCommandTest, TellsTheApplicationsVersion_WhereTheDocumentDoes) {
+    folder.Write("told.pmml", Replaced(fruitDocument, "<Header/>", "<Header><Application version='7.5'/></Header>"));
+    folder.Write("untold.pmml", Replaced(fruitDocument, "<Header/>", "<Header><Application name='A'/></Header>"));
+    const CommandResult result = Check({"told.pmml", "untold.pmml", "model.pmml", "--format", "json"});
+    const auto json = nlohmann::json::parse(result.out).at("documents");
+    EXPECT_EQ(json.at(0).at("application_version"), "7.5");
+    EXPECT_EQ(json.at(1).at("application_version"), nullptr);
+    EXPECT_EQ(json.at(2).at("application_version"), nullptr);
+}
+
 TEST_F(CheckCommandTest, FailsWithStatusFour_WhenAFileCannotBeRead) {
     const CommandResult result = Check({"nowhere.pmml", "model.pmml"});
     EXPECT_EQ(result.exitStatus, 4);
