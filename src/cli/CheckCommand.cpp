@@ -43,7 +43,9 @@ std::string MakePrintableLines(const std::string& text) {
 
 CheckCommand::CheckCommand(CLI::App& parent) : Command(parent, "check", description) {
     app.footer(footer);
-    app.add_option("DOCUMENT", documents, "The PMML documents to check.")->type_name("")->required();
+    app.add_option("DOCUMENT", documents, "The PMML documents to check: files, or /dev/stdin for standard input.")
+        ->type_name("")
+        ->required();
     AddChoice(app, "--format", format, {{"text", Format::Text}, {"json", Format::Json}},
               "Write text for people (the default) or JSON for machines.");
     reading.Declare(app);

@@ -22,6 +22,7 @@ public:
             LookAt(classifier);
         LookForSharedNames();
         LookForUnusedFields();
+        LookForTargetsThatAreRead();
         return std::move(remarks);
     }
 
@@ -83,6 +84,15 @@ private:
             Add("The field " + QuoteForMessage(field.name) +
                     " is active, but no input uses it; tables must have it all the same.",
                 "Take it out of MiningSchema, or make its usageType supplementary.");
+        }
+    }
+
+    void LookForTargetsThatAreRead() {
+        for (const FieldDescription& field : check.fields) {
+            if (field.role != ScoreModel::TargetRole || !field.isReadByDerivedInputs.value_or(false)) continue;
+            Add("The target " + QuoteForMessage(field.name) +
+                    " is read by derived inputs: it is missing for them in every case, even where the table has it.",
+                "Compute the inputs from other fields.");
         }
     }
 

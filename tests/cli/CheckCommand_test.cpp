@@ -147,6 +147,26 @@ TEST_F(CheckCommandTest, WritesJson_WhenAsked) {
     EXPECT_EQ(json.at(1).at("model"), nullptr);
 }
 
+TEST_F(CheckCommandTest, RemarksOnATarget_ThatADerivedInputReads) {
+    const auto withInputOver = [this](const std::string& field) {
+        const std::string derived =
+            "<TransformationDictionary><DerivedField name='d' optype='categorical' dataType='string'><FieldRef "
+            "field='" +
+            field + "'/></DerivedField></TransformationDictionary><NaiveBayesModel";
+        const std::string input =
+            "<BayesInputs><BayesInput fieldName='d'><PairCounts value='red'><TargetValueCounts>"
+            "<TargetValueCount value='apple' count='1'/></TargetValueCounts></PairCounts></BayesInput>";
+        folder.Write("derived.pmml",
+                     Replaced(Replaced(fruitDocument, "<NaiveBayesModel", derived), "<BayesInputs>", input));
+        return Check({"derived.pmml", "--adapt"}).out;
+    };
+    const char* const remark =
+        "derived.pmml: remark: The target \"fruit\" is read by derived inputs: it is missing for them in every case, "
+        "even where the table has it.\n";
+    EXPECT_THAT(withInputOver("fruit"), HasSubstr(remark));
+    EXPECT_THAT(withInputOver("colour"), AllOf(HasSubstr("sound\n"), Not(HasSubstr("remark: The target"))));
+}
+
 TEST_F(CheckCommandTest, TellsTheApplicationsVersion_WhereTheDocumentDoes) {
     folder.Write("told.pmml", Replaced(fruitDocument, "<Header/>", "<Header><Application version='7.5'/></Header>"));
     folder.Write("untold.pmml", Replaced(fruitDocument, "<Header/>", "<Header><Application name='A'/></Header>"));
