@@ -36,15 +36,20 @@ struct Attempt {
     bool hasFailedAllocation = false;
 };
 
+/// What the parser says when memory runs out; a check answers with it, all else ends with it.
+bool TellsOfMemory(const std::string& text) {
+    return text.find("error 12: The document takes more memory than there is.\n") != std::string::npos;
+}
+
 /// Does the work while an allocation fails. What is thrown may say that memory ran out, or that reading or writing
-/// failed; never that the document is at fault.
+/// failed; never that anything else is wrong with the document.
 Attempt AttemptWork(Work& work, std::uint64_t failing, Shortage shortage) {
     Attempt attempt;
     LetAllocationFail(failing, shortage);
     try {
         std::string answer = work.Do();
         attempt.hasFailedAllocation = EndShortage();
-        attempt.outcome = Outcome::Answered;
+        attempt.outcome = TellsOfMemory(answer) ? Outcome::Refused : Outcome::Answered;
         attempt.text = std::move(answer);
     } catch (const std::bad_alloc&) {
         attempt.hasFailedAllocation = EndShortage();
@@ -55,8 +60,9 @@ Attempt AttemptWork(Work& work, std::uint64_t failing, Shortage shortage) {
         attempt.text = error.what();
     } catch (const VeskException& refusal) {
         attempt.hasFailedAllocation = EndShortage();
-        if (refusal.GetCode() == VeskException::UnreadableSource) attempt.outcome = Outcome::Refused;
-        attempt.text = refusal.GetMessage();
+        attempt.text = "error " + std::to_string(refusal.GetCode()) + ": " + refusal.GetMessage() + "\n";
+        const bool isOfFile = refusal.GetCode() == VeskException::UnreadableSource;
+        if (isOfFile || TellsOfMemory(attempt.text)) attempt.outcome = Outcome::Refused;
     } catch (const std::exception& error) {
         attempt.hasFailedAllocation = EndShortage();
         attempt.text = error.what();

@@ -94,6 +94,7 @@ const std::set<std::string> otherTexts = {
     "\" stay: without them another field would have the same name",
     "the blanks around name \"",
     "the blanks around the values of \"",
+    "the blanks around the target in field \"",
     "modelName is empty: the document gives none",
     " is moved from LocalTransformations to the TransformationDictionary",
     " is the one that was moved from an earlier model",
