@@ -60,6 +60,7 @@ private:
         constexpr XmlName target{"target"};
         for (DOMElement* field : ChildrenNamed(schema, element::miningField)) {
             if (!HoldsText(BaseTranslator::GetAttribute(field, attribute::usageType), target)) continue;
+            // NOLINTNEXTLINE(modernize-raw-string-literal): written as all messages are
             log.Note(field, "usageType \"target\" is read as \"predicted\"");
             field->setAttribute(attribute::usageType, predicted);
         }

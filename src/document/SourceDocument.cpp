@@ -4,6 +4,7 @@
 #include <xercesc/dom/DOMElement.hpp>
 
 #include <fstream>
+#include <memory>
 #include <utility>
 
 #include "document/DocumentAdapter.h"
@@ -30,10 +31,9 @@ auto Named(const std::string& name, const Work& work) {
         // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference,cert-err09-cpp,cert-err61-cpp): see below
     } catch (VeskException* refusal) {
         // A second target in a mining schema is thrown as a pointer.
-        VeskException copy(*refusal);
-        delete refusal;
-        copy.SetSource(name);
-        throw copy;
+        const std::unique_ptr<VeskException> owned(refusal);
+        owned->SetSource(name);
+        throw VeskException(*owned);
     }
 }
 

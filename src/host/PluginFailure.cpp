@@ -11,8 +11,8 @@ namespace nbscore {
 void RethrowPluginFailure(const std::string& whatWasDone) {
     try {
         throw;
-    } catch (const VeskException*
-                 thrown) {  // NOLINT(misc-throw-by-value-catch-by-reference,cert-err09-cpp,cert-err61-cpp): plug-ins do
+        // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference,cert-err09-cpp,cert-err61-cpp): plug-ins throw some
+    } catch (const VeskException* thrown) {
         const std::unique_ptr<const VeskException> owned(thrown);
         throw VeskException(*owned);
     } catch (const VeskException& thrown) {

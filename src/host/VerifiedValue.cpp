@@ -43,6 +43,7 @@ std::vector<std::string> NamesOfInputs(const ScoreModel& model) {
     std::vector<ScoreDictVar*> vars;
     if (predictors != nullptr) predictors->GetAllVars(vars);
     std::vector<std::string> names;
+    names.reserve(vars.size());
     for (const ScoreDictVar* var : vars) {
         names.push_back(var->GetName());
     }

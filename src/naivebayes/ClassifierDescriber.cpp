@@ -47,6 +47,7 @@ ClassifierDescription DescribeClassifier(const ClassifierParts& classifier, doub
 
 std::vector<std::string> DescribeCategories(const std::vector<ScoreValue*>& categories) {
     std::vector<std::string> texts;
+    texts.reserve(categories.size());
     for (const ScoreValue* category : categories)
         texts.push_back(Existing(category).GetString());
     return texts;

@@ -9,11 +9,11 @@ ExpressionValue ApplyOptions::ResultFor(ExpressionValue value) const {
     const bool isUndefined = number != nullptr && !std::isfinite(*number);
     const bool isMissing = IsMissing(value) || (isUndefined && undefined == UndefinedResult::IsMissing);
     if (!isMissing) return value;
-    return defaultValue.value_or(ExpressionValue());
+    return defaultValue ? CopyOf(*defaultValue) : ExpressionValue();
 }
 
 ExpressionValue ApplyOptions::ResultForMissingArgument() const {
-    return mapMissingTo ? *mapMissingTo : ResultFor({});
+    return mapMissingTo ? CopyOf(*mapMissingTo) : ResultFor({});
 }
 
 }  // namespace nbscore

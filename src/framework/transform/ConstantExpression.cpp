@@ -63,7 +63,7 @@ ExpressionValue ReadConstantValue(const xercesc::DOMElement* element, const Tran
 ConstantExpression::ConstantExpression(ExpressionValue constant) : value(std::move(constant)) {}
 
 ExpressionValue ConstantExpression::ValueFor(const FieldValues&) const {
-    return value;
+    return CopyOf(value);
 }
 
 std::unique_ptr<const Expression> ReadConstant(const xercesc::DOMElement* element, FieldScope& scope) {

@@ -119,7 +119,8 @@ ExpressionValue DerivedCaseRecord::ValueOf(const FieldReference& field) const {
         field.source == FieldReference::CaseRecord ? GetInput(field.position) : GetDerived(field.position);
     // Truth values are kept as texts.
     const auto* text = field.kind == ValueKind::Truth ? std::get_if<std::string>(&value) : nullptr;
-    return text != nullptr ? ReadAs(ValueKind::Truth, *text) : value;
+    if (text != nullptr) return ReadAs(ValueKind::Truth, *text);
+    return value;
 }
 
 bool DerivedCaseRecord::IsValid(const FieldReference& field) const {

@@ -11,10 +11,11 @@ DiscretizeExpression::DiscretizeExpression(FieldInput readField, std::vector<Bin
 
 ExpressionValue DiscretizeExpression::ValueFor(const FieldValues& fields) const {
     const auto number = input.NumberIn(fields);
-    if (!number) return input.resultWhenMissing;
+    if (!number) return CopyOf(input.resultWhenMissing);
     const auto candidate =
         std::ranges::partition_point(bins, [&number](const Bin& bin) { return !bin.interval.EndsAtOrBehind(*number); });
-    return candidate != bins.end() && candidate->interval.Contains(*number) ? candidate->value : resultOutsideBins;
+    const bool isInBin = candidate != bins.end() && candidate->interval.Contains(*number);
+    return CopyOf(isInBin ? candidate->value : resultOutsideBins);
 }
 
 }  // namespace nbscore

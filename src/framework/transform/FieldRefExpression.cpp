@@ -8,7 +8,8 @@ FieldRefExpression::FieldRefExpression(FieldInput readField) : input(std::move(r
 
 ExpressionValue FieldRefExpression::ValueFor(const FieldValues& fields) const {
     ExpressionValue value = fields.Get(input.field);
-    return IsMissing(value) ? input.resultWhenMissing : value;
+    if (IsMissing(value)) return CopyOf(input.resultWhenMissing);
+    return value;
 }
 
 bool FieldRefExpression::IsValid(const ExpressionValue& /*value*/, const FieldValues& fields) const {

@@ -65,12 +65,12 @@ private:
 
 }  // namespace
 
-std::vector<InlineRow> ReadInlineTable(const DOMElement* table, const std::vector<std::string>& columnNames) {
-    const Columns columns(columnNames);
+std::vector<InlineRow> ReadInlineTable(const DOMElement* table, const std::vector<std::string>& columns) {
+    const Columns askedColumns(columns);
     std::vector<InlineRow> rows;
     for (const DOMElement* child : ChildrenOf(table)) {
         if (LocalNameOf(child) != "row") throw UnexpectedChild(child, TagOf(table));
-        rows.push_back(columns.Read(child));
+        rows.push_back(askedColumns.Read(child));
     }
     return rows;
 }

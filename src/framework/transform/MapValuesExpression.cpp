@@ -11,11 +11,11 @@ ExpressionValue MapValuesExpression::ValueFor(const FieldValues& fields) const {
     TableKey key;
     for (const KeyColumn& column : keys) {
         const ExpressionValue part = fields.Get(column.field);
-        if (IsMissing(part)) return outcomes.whenMissing;
+        if (IsMissing(part)) return CopyOf(outcomes.whenMissing);
         key.Add(part, column);
     }
     const auto found = rows.find(key.GetText());
-    return found == rows.end() ? outcomes.otherwise : found->second;
+    return CopyOf(found == rows.end() ? outcomes.otherwise : found->second);
 }
 
 }  // namespace nbscore

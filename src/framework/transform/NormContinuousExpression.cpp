@@ -72,7 +72,7 @@ NormContinuousExpression::NormContinuousExpression(FieldInput readField, Line li
 ExpressionValue NormContinuousExpression::ValueFor(const FieldValues& fields) const {
     const auto number = input.NumberIn(fields);
     const auto result = number ? line.At(*number) : std::nullopt;
-    return result ? ExpressionValue(*result) : input.resultWhenMissing;
+    return result ? ExpressionValue(*result) : CopyOf(input.resultWhenMissing);
 }
 
 std::unique_ptr<const Expression> ReadNormContinuous(const xercesc::DOMElement* element, FieldScope& scope) {

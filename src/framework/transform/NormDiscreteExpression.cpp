@@ -31,7 +31,7 @@ NormDiscreteExpression::NormDiscreteExpression(FieldInput readField, ExpressionV
 
 ExpressionValue NormDiscreteExpression::ValueFor(const FieldValues& fields) const {
     const ExpressionValue value = fields.Get(input.field);
-    if (IsMissing(value)) return input.resultWhenMissing;
+    if (IsMissing(value)) return CopyOf(input.resultWhenMissing);
     return AreEqual(value, soughtValue) ? 1.0 : 0.0;
 }
 

@@ -27,7 +27,9 @@ public:
     WorkBudget& Budget() const override { return callersFields.Budget(); }
 
 private:
-    ExpressionValue ValueOf(const FieldReference& parameter) const override { return values[parameter.position]; }
+    ExpressionValue ValueOf(const FieldReference& parameter) const override {
+        return CopyOf(values[parameter.position]);
+    }
 
     std::vector<ExpressionValue> values;
     const ArgumentExpressions& arguments;

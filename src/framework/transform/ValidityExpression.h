@@ -10,8 +10,8 @@ namespace nbscore {
 /// `isValid`, `isNotValid`: whether the argument has a value that its field allows.
 class ValidityExpression : public Expression {
 public:
-    /// @param asksForValid false for the negation.
-    ValidityExpression(CallParts parts, bool asksForValid);
+    /// @param isPositive false for the negation.
+    ValidityExpression(CallParts parts, bool isPositive);
 
 private:
     ExpressionValue ValueFor(const FieldValues& fields) const override;

@@ -35,8 +35,9 @@ ExpressionValue CastTo(ValueKind kind, ExpressionValue value) {
 ExpressionValue ReadAs(ValueKind kind, std::string text) {
     ExpressionValue value(std::move(text));
     if (kind == ValueKind::Text) return value;
-    ExpressionValue read = CastTo(kind == ValueKind::Truth ? kind : ValueKind::Number, value);
-    return IsMissing(read) ? value : read;
+    ExpressionValue read = CastTo(kind == ValueKind::Truth ? kind : ValueKind::Number, CopyOf(value));
+    if (IsMissing(read)) return value;
+    return read;
 }
 
 }  // namespace nbscore

@@ -58,7 +58,7 @@ utf8proc_int32_t ToLower(utf8proc_int32_t codePoint) {
 /// Where so many characters end.
 std::size_t EndOfCharacters(std::string_view text, double count) {
     std::size_t end = 0;
-    for (double passed = 0; passed < count && end < text.size(); ++passed)
+    for (std::size_t passed = 0; static_cast<double>(passed) < count && end < text.size(); ++passed)
         end += SizeOfFirstCharacter(text.substr(end));
     return end;
 }

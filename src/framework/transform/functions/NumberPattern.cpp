@@ -90,11 +90,11 @@ std::optional<std::string> NumberPattern::Format(double number) const {
     if (isUnsigned && isNegative) return std::nullopt;
     auto digits = DigitsOf(std::abs(number), conversion.kind, conversion.precision);
     if (!digits) return std::nullopt;
-    std::string sign = isNegative ? "-" : isUnsigned ? "" : conversion.positiveSign;
-    return textBefore + Padded(std::move(sign), std::move(*digits)) + textBehind;
+    const std::string sign = isNegative ? "-" : isUnsigned ? "" : conversion.positiveSign;
+    return textBefore + Padded(sign, *digits) + textBehind;
 }
 
-std::string NumberPattern::Padded(std::string sign, std::string digits) const {
+std::string NumberPattern::Padded(const std::string& sign, const std::string& digits) const {
     const std::size_t size = sign.size() + digits.size();
     const std::size_t padding = conversion.width > size ? conversion.width - size : 0;
     if (conversion.alignsLeft) return sign + digits + std::string(padding, ' ');

@@ -34,7 +34,7 @@ private:
     };
 
     static std::string ReadConversion(std::string_view& rest, Conversion& conversion);
-    std::string Padded(std::string sign, std::string digits) const;
+    std::string Padded(const std::string& sign, const std::string& digits) const;
 
     std::string textBefore;
     Conversion conversion;

@@ -86,7 +86,7 @@ private:
         return escaped;
     }
 
-    bool ReadIsExpression(const InlineRow& row) const {
+    static bool ReadIsExpression(const InlineRow& row) {
         const DOMElement* cell = row.cells[IsRegularExpression];
         if (!cell) return false;
         const auto text = TextIn(cell);
