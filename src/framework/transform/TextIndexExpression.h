@@ -31,7 +31,7 @@ public:
     explicit TextIndexExpression(Parts readParts);
 
 private:
-    /// Missing when the text or the term is, and when finding out would take more work than the case has left.
+    /// Missing when the text or the term is, and when finding out would take more work than the field has left.
     ExpressionValue ValueFor(const FieldValues& fields) const override;
 
     struct Count {
