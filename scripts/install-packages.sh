@@ -6,7 +6,7 @@ packages_for() {
     case "$1" in
         build)
             echo g++ cmake ninja-build pkg-config libxerces-c-dev libcli11-dev nlohmann-json3-dev
-            echo libre2-dev libutf8proc-dev libboost-math-dev
+            echo libre2-dev libutf8proc-dev libboost-math-dev libhwy-dev
             ;;
         test) echo libgtest-dev libgmock-dev librapidcheck-dev python3 groff-base ;;
         lint) echo clang clang-format clang-tidy libclang-rt-14-dev gcovr git ;;

@@ -35,6 +35,7 @@ public:
     void AddValidValue(std::unique_ptr<ScoreValue> value, std::string displayValue);
     /// Declares a value that stands for "missing"; never null, like the valid ones.
     void AddMissingValue(std::unique_ptr<ScoreValue> value);
+    bool HasMissingValues() const { return !missingValues.empty(); }
 
     /// Declares a value that is none of the valid ones. It plays no part in scoring: only the functions that ask for
     /// validity look at it.

@@ -8,6 +8,7 @@
 #include "framework/DerivedFieldSources.h"
 #include "framework/ModelSelfCheck.h"
 #include "framework/ModelSelfDescription.h"
+#include "framework/ModelSelfTables.h"
 #include "framework/ScoreCaseRecord.h"
 #include "framework/ScoreClsResult.h"
 #include "framework/ScoreDictVar.h"
@@ -22,6 +23,7 @@
 DerivedFieldSources::~DerivedFieldSources() = default;
 ModelSelfCheck::~ModelSelfCheck() = default;
 ModelSelfDescription::~ModelSelfDescription() = default;
+ModelSelfTables::~ModelSelfTables() = default;
 ScoreCaseRecord::~ScoreCaseRecord() = default;
 ScoreClsResult::~ScoreClsResult() = default;
 ScoreDictVar::~ScoreDictVar() = default;

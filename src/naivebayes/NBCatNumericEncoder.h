@@ -24,6 +24,9 @@ public:
     INBVeskEncoder* Clone() const override;
     void Display(std::ostream& out) const override;
 
+    /// The categories by code.
+    const std::vector<double>& GetCategoryValues() const { return categoryValues; }
+
 private:
     int Register(double number);
     int Find(double number) const;

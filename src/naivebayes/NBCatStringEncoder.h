@@ -25,6 +25,9 @@ public:
     INBVeskEncoder* Clone() const override;
     void Display(std::ostream& out) const override;
 
+    /// The categories by code; the texts are the encoder's own.
+    const std::vector<const std::string*>& GetCategoryTexts() const { return codeIndex; }
+
 private:
     void RebuildCodeIndex();
 

@@ -26,9 +26,9 @@ public:
     INBVeskEncoder* Clone() const override;
     void Display(std::ostream& out) const override;
 
-private:
-    int FindBin(double number) const;
+    const std::vector<double>& GetCutpoints() const { return cutpoints; }
 
+private:
     int numBins = 1;
     std::vector<double> cutpoints;
 };

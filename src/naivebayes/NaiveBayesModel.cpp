@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "naivebayes/ClassifierDescriber.h"
+#include "naivebayes/ClassifierTabulator.h"
 #include "naivebayes/DeclaredCategories.h"
 #include "naivebayes/PredictorValues.h"
 #include "naivebayes/Probabilities.h"
@@ -78,6 +79,12 @@ nbscore::ModelDescription NaiveBayesModel::Describe() const {
     return {.target = targetVar == nullptr ? std::string() : targetVar->GetName(),
             .targetCategories = nbscore::DescribeCategories(targetValues),
             .classifiers = {nbscore::DescribeClassifier(GetParts(), threshold)}};
+}
+
+nbscore::ModelTables NaiveBayesModel::GetTables() const {
+    return {.target = targetVar,
+            .targetCategories = {targetValues.begin(), targetValues.end()},
+            .classifiers = {nbscore::TabulateClassifier(GetParts(), targetProbabilities)}};
 }
 
 nbscore::ClassifierParts NaiveBayesModel::GetParts() const {

@@ -8,6 +8,7 @@
 #include "framework/Export.h"
 #include "framework/ModelSelfCheck.h"
 #include "framework/ModelSelfDescription.h"
+#include "framework/ModelSelfTables.h"
 #include "naivebayes/INBVeskEncoder.h"
 #include "naivebayes/NBayesInputBase.h"
 
@@ -33,7 +34,10 @@ struct EncodedCase;
 ///
 /// Threads: configuration on one thread, then one scoring call alone (it notes positions; where any case comes with
 /// positions, this one must too), then any number at once.
-class NAIVEBAYES_API NaiveBayesModel : public BaseModel, public ModelSelfCheck, public ModelSelfDescription {
+class NAIVEBAYES_API NaiveBayesModel : public BaseModel,
+                                       public ModelSelfCheck,
+                                       public ModelSelfDescription,
+                                       public ModelSelfTables {
 public:
     NaiveBayesModel();
     /// Deletes the encoders and count tables; never the variables or the target values, which are borrowed.
@@ -50,6 +54,7 @@ public:
     std::string FindScoringObstacle() const override;
 
     nbscore::ModelDescription Describe() const override;
+    nbscore::ModelTables GetTables() const override;
 
     /// Stores the target and, where it declares values, takes them as the target categories, in order; a
     /// target that declares none leaves the categories as they were. Both are borrowed. With null there is no

@@ -1,12 +1,37 @@
 #pragma once
 
 #include <cstddef>
-#include <vector>
+#include <span>
+
+#include "framework/NumberText.h"
 
 /// @file
 /// The tie rule: which target category is predicted.
 
 namespace nbscore {
+
+namespace predicted_category {
+
+inline std::size_t FirstHighest(std::span<const double> probabilities) {
+    std::size_t best = 0;
+    double top = probabilities[0];
+    for (std::size_t i = 1; i < probabilities.size(); ++i) {
+        if (probabilities[i] > top) {
+            top = probabilities[i];
+            best = i;
+        }
+    }
+    return best;
+}
+
+/// The first category but 0, from here on, with this probability; the list's size when there is none.
+inline std::size_t NextTied(std::span<const double> probabilities, double top, std::size_t from) {
+    while (from < probabilities.size() && probabilities[from] != top)
+        ++from;
+    return from;
+}
+
+}  // namespace predicted_category
 
 /// The category with the highest probability. Ties are decided by this rule, deliberately: predictions would
 /// differ for tied categories if any of it were "mended".
@@ -24,6 +49,23 @@ namespace nbscore {
 ///
 /// @param probabilities one per target category; an empty list stops the process.
 /// @param targetCounts one per target category; looked at only where a tied category is compared.
-std::size_t PredictedCategory(const std::vector<double>& probabilities, const std::vector<double>& targetCounts);
+inline std::size_t PredictedCategory(std::span<const double> probabilities, std::span<const double> targetCounts) {
+    std::size_t best = predicted_category::FirstHighest(probabilities);
+    const double top = probabilities[best];
+    // Category 0 is never a tied one, and the first tied one, which is best itself unless best is 0, is
+    // passed over.
+    const std::size_t uncompared = best == 0 ? predicted_category::NextTied(probabilities, top, 1) : best;
+    std::size_t tied = predicted_category::NextTied(probabilities, top, uncompared + 1);
+    if (tied >= probabilities.size()) return best;
+
+    int count = SaturateToInt(targetCounts[best]);
+    for (; tied < probabilities.size(); tied = predicted_category::NextTied(probabilities, top, tied + 1)) {
+        if (targetCounts[tied] > count) {
+            best = tied;
+            count = SaturateToInt(targetCounts[best]);
+        }
+    }
+    return best;
+}
 
 }  // namespace nbscore

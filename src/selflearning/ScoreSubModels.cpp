@@ -84,8 +84,14 @@ MCScore::MCStatus SelfLearningModel::GetScoreFromModel(const ScoreCaseRecord* re
 void SelfLearningModel::ComputeTargetProbabilities() {
     targetProbabilitiesByModel.resize(targetCountsByModel.size());
     for (std::size_t m = 0; m < targetCountsByModel.size(); ++m)
-        targetProbabilitiesByModel[m] = nbscore::SmoothedPriors(targetCountsByModel[m], thresholds[m]);
+        targetProbabilitiesByModel[m] = GetTargetProbabilities(m);
     targetProbabilitiesComputed = true;
+}
+
+/// What they are once the first case has been scored, and what they will be before that.
+std::vector<double> SelfLearningModel::GetTargetProbabilities(std::size_t model) const {
+    if (targetProbabilitiesComputed) return targetProbabilitiesByModel[model];
+    return nbscore::SmoothedPriors(targetCountsByModel[model], thresholds[model]);
 }
 
 double SelfLearningModel::ComputePXYPY(int model, const std::vector<double>& codes, int targetIndex) const {

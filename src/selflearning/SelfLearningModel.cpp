@@ -6,6 +6,7 @@
 
 #include "framework/NumericValue.h"
 #include "naivebayes/ClassifierDescriber.h"
+#include "naivebayes/ClassifierTabulator.h"
 #include "naivebayes/DeclaredCategories.h"
 #include "naivebayes/Existing.h"
 #include "naivebayes/PredictorValues.h"
@@ -114,6 +115,18 @@ nbscore::ModelDescription SelfLearningModel::Describe() const {
         description.classifiers.push_back(std::move(subModel));
     }
     return description;
+}
+
+nbscore::ModelTables SelfLearningModel::GetTables() const {
+    nbscore::ModelTables tables;
+    tables.isSet = true;
+    tables.target = targetVar;
+    tables.targetCategories.assign(targetCategories.begin(), targetCategories.end());
+    for (std::size_t m = 0; m < modelNames.size(); ++m) {
+        tables.classifiers.push_back(nbscore::TabulateClassifier(GetParts(m), GetTargetProbabilities(m)));
+        tables.classifiers.back().name = modelNames[m];
+    }
+    return tables;
 }
 
 nbscore::ClassifierParts SelfLearningModel::GetParts(std::size_t model) const {

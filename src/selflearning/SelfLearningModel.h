@@ -9,6 +9,7 @@
 #include "framework/Export.h"
 #include "framework/ModelSelfCheck.h"
 #include "framework/ModelSelfDescription.h"
+#include "framework/ModelSelfTables.h"
 #include "naivebayes/INBVeskEncoder.h"
 #include "naivebayes/NBayesInputBase.h"
 
@@ -30,7 +31,10 @@ struct ClassifierParts;
 ///
 /// Threads: configuration on one thread, then one scoring call alone (it computes the priors and notes positions; where
 /// any case comes with positions, this one must too), then any number at once.
-class NAIVEBAYES_API SelfLearningModel : public BaseModel, public ModelSelfCheck, public ModelSelfDescription {
+class NAIVEBAYES_API SelfLearningModel : public BaseModel,
+                                         public ModelSelfCheck,
+                                         public ModelSelfDescription,
+                                         public ModelSelfTables {
 public:
     SelfLearningModel();
     /// Deletes the encoders and count tables; never the variables or the target values, which are borrowed.
@@ -50,6 +54,7 @@ public:
     std::string FindScoringObstacle() const override;
 
     nbscore::ModelDescription Describe() const override;
+    nbscore::ModelTables GetTables() const override;
 
     /// Sizes everything that is per sub-model, and resets names to empty and assessment figures to system-missing.
     /// Thresholds and target counts are not touched.
@@ -95,6 +100,7 @@ private:
     nbscore::ClassifierParts GetParts(std::size_t model) const;
     bool HasModel(int model) const { return model >= 0 && model < numOfModels; }
     void ComputeTargetProbabilities();
+    std::vector<double> GetTargetProbabilities(std::size_t model) const;
     double ComputePXYPY(int model, const std::vector<double>& codes, int targetIndex) const;
     void SetUpDictVarIndex(const ScoreCaseRecord* record, bool derivedInRecord);
     MCScore::MCStatus GetScoreFromModel(const ScoreCaseRecord* record, const ScoreCaseRecord* derivedRecord,

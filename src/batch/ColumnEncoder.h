@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "batch/BatchInput.h"
+#include "batch/Column.h"
+#include "batch/RowNumber.h"
+#include "batch/ValueRows.h"
+
+namespace nbscore {
+
+/// Throws std::invalid_argument when there is not one column for each input, and, naming the input, when one cannot be
+/// read for so many cases: it has another number of values, offsets that fall, or a dictionary of another scorer or
+/// input.
+/// @param scorer what tells the scorer from others.
+void RequireReadable(std::span<const Column> columns, std::size_t cases, const void* scorer,
+                     const std::vector<BatchInput>& inputs);
+
+/// The rows that codes stand for, code i being the value at position i; that of -1 in front.
+template <typename Value>
+std::vector<RowNumber> RowsOfCodes(const ValueRows& rows, std::span<const Value> values) {
+    std::vector<RowNumber> rowsOfCodes{missingRow};
+    rowsOfCodes.reserve(values.size() + 1);
+    for (const Value& value : values)
+        rowsOfCodes.push_back(rows.RowOf(value));
+    return rowsOfCodes;
+}
+
+/// The rows of `count` cases from `first` on, of a readable column.
+/// @param reader which of the dictionary's lists of rows is meant.
+/// @param rows room for them. With bytes, no row may be above 255.
+/// Throws std::out_of_range, telling case and code, for a code that the dictionary does not have.
+void EncodeColumn(const ValueRows& valueRows, std::size_t reader, const Column& column, std::size_t first,
+                  std::size_t count, std::uint8_t* rows);
+void EncodeColumn(const ValueRows& valueRows, std::size_t reader, const Column& column, std::size_t first,
+                  std::size_t count, RowNumber* rows);
+
+}  // namespace nbscore

@@ -1,0 +1,74 @@
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "batch/SubModelLoop.cpp"  // this file, once for each set of instructions
+#include <hwy/foreach_target.h>                      // must stand before highway.h
+#include <hwy/highway.h>
+
+#include "batch/SubModelLoop.h"
+
+HWY_BEFORE_NAMESPACE();
+namespace nbscore {
+namespace HWY_NAMESPACE {
+
+namespace hn = hwy::HWY_NAMESPACE;
+
+constexpr std::size_t lanesAtMost = 8;
+
+/// So many vectors of sub-models from `lane` on, for all cases: the part of the tables that is read stays in the cache.
+template <std::size_t vectors>
+void ScoreLanes(const SubModelTask& task, std::size_t lane) {
+    const hn::CappedTag<double, lanesAtMost> numbers;
+    using Vector = hn::Vec<decltype(numbers)>;
+    const std::size_t width = hn::Lanes(numbers);
+    const std::size_t rowLength = task.categories * task.pitch;
+
+    for (std::size_t i = 0; i < task.cases; ++i) {
+        Vector sums[vectors];
+        Vector scored[vectors];
+        for (std::size_t v = 0; v < vectors; ++v)
+            sums[v] = scored[v] = hn::Zero(numbers);
+        for (std::size_t k = 0; k < task.categories; ++k) {
+            const std::size_t at = k * task.pitch + lane;
+            Vector joints[vectors];
+            for (std::size_t v = 0; v < vectors; ++v)
+                joints[v] = hn::Load(numbers, task.priors + at + v * width);
+            for (std::size_t j = 0; j < task.predictors; ++j) {
+                const double* const factors = task.tables[j] + task.rows[j][i] * rowLength + at;
+                for (std::size_t v = 0; v < vectors; ++v)
+                    joints[v] = hn::Mul(joints[v], hn::Load(numbers, factors + v * width));
+            }
+            for (std::size_t v = 0; v < vectors; ++v) {
+                sums[v] = hn::Add(sums[v], joints[v]);
+                if (k == 1) scored[v] = joints[v];
+            }
+        }
+        for (std::size_t v = 0; v < vectors; ++v)
+            hn::Store(hn::Div(scored[v], sums[v]), numbers, task.scores + i * task.pitch + lane + v * width);
+    }
+}
+
+void ScoreAllLanes(const SubModelTask& task) {
+    const std::size_t width = hn::Lanes(hn::CappedTag<double, lanesAtMost>());
+    std::size_t lane = 0;
+    for (; lane + 8 * width <= task.pitch; lane += 8 * width)
+        ScoreLanes<8>(task, lane);
+    for (; lane + 4 * width <= task.pitch; lane += 4 * width)
+        ScoreLanes<4>(task, lane);
+    for (; lane < task.pitch; lane += width)
+        ScoreLanes<1>(task, lane);
+}
+
+}  // namespace HWY_NAMESPACE
+}  // namespace nbscore
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace nbscore {
+
+HWY_EXPORT(ScoreAllLanes);
+
+void ScoreSubModels(const SubModelTask& task) {
+    HWY_DYNAMIC_DISPATCH(ScoreAllLanes)(task);
+}
+
+}  // namespace nbscore
+#endif

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <variant>
+#include <vector>
+
+#include "batch/BinRows.h"
+#include "batch/DeclaredMissing.h"
+#include "batch/NumberRows.h"
+#include "batch/RowNumber.h"
+#include "batch/TextRows.h"
+#include "framework/ModelTables.h"
+
+namespace nbscore {
+
+/// Which row each value of one variable stands for, to one predictor or to several that share their rows because they
+/// read the same variable. Immutable; any number of threads may ask.
+class ValueRows {
+public:
+    /// @param predictors of the same variable and the same kind, which is not Foreign; at least one.
+    explicit ValueRows(std::span<const PredictorTables* const> predictors);
+
+    /// A Value is a double or a std::string_view: what a case record would hold as a number or as a text.
+    template <typename Value>
+    RowNumber RowOf(Value value) const {
+        return std::visit([&](const auto& rows) { return RowIn(rows, value); }, known);
+    }
+    /// Calls `work` with a function from values to rows that a loop over many values pays once for.
+    template <typename Work>
+    void Visit(const Work& work) const {
+        std::visit([&](const auto& rows) { work([this, &rows](auto value) { return RowIn(rows, value); }); }, known);
+    }
+
+    std::size_t GetNumRows() const;
+    /// What the encoder of a predictor gives for the values of a row from firstKnownRow on; -1 for nothing.
+    int GetCode(std::size_t predictor, RowNumber row) const;
+
+private:
+    using Known = std::variant<TextRows, NumberRows, BinRows>;
+
+    static Known MakeTexts(std::span<const PredictorTables* const> predictors, std::vector<std::vector<int>>& codes);
+    static Known MakeNumbers(std::span<const PredictorTables* const> predictors, std::vector<std::vector<int>>& codes);
+    static Known MakeKnown(std::span<const PredictorTables* const> predictors, std::vector<std::vector<int>>& codes);
+
+    template <typename Rows, typename Value>
+    RowNumber RowIn(const Rows& rows, Value value) const {
+        return missing.Contains(value) ? missingRow : rows.RowOf(value);
+    }
+
+    DeclaredMissing missing;
+    /// Of texts and numbers, indexed [predictor][row - firstKnownRow].
+    std::vector<std::vector<int>> codesOfPredictors;
+    Known known;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "framework/ScoreDictVar.h"
+#include "framework/ScoreValue.h"
+
+/// @file
+/// A configured model laid open: the numbers that scoring multiplies, for whoever scores in a way of its own.
+
+namespace nbscore {
+
+/// One predictor of a classifier. What it points to belongs to the model.
+struct PredictorTables {
+    /// What tells categories apart. A kind that is none of the others cannot be scored but by the model itself.
+    enum Kind { Texts, Numbers, Bins, Foreign };
+
+    const ScoreDictVar* var = nullptr;
+    Kind kind = Foreign;
+    /// Of texts: the categories by code.
+    std::vector<const std::string*> texts;
+    /// Of numbers: the categories by code. Of bins: the cutpoints as they stand (FindBin).
+    std::vector<double> numbers;
+    /// Conditional probabilities, indexed [code][target category]. Null where nothing was counted: such a predictor is
+    /// encoded, and takes no part in the product.
+    const std::vector<std::vector<double>>* probabilities = nullptr;
+};
+
+/// One classifier: a single model, or one of a set's sub-models.
+struct ClassifierTables {
+    /// Of a sub-model; may be empty.
+    std::string name;
+    /// The smoothed priors and the counts behind them, one for each target category. Fewer than there are categories
+    /// only where no case ever has a usable value.
+    std::vector<double> priors;
+    std::vector<double> targetCounts;
+    /// In the order in which their probabilities are multiplied.
+    std::vector<PredictorTables> predictors;
+};
+
+struct ModelTables {
+    /// Whether there are sub-models; a set may be of any size.
+    bool isSet = false;
+    const ScoreDictVar* target = nullptr;
+    std::vector<const ScoreValue*> targetCategories;
+    /// Of a single model one; of a set one for each sub-model, in order.
+    std::vector<ClassifierTables> classifiers;
+};
+
+}  // namespace nbscore
