@@ -30,6 +30,10 @@ const std::vector<std::string>& BatchScorer::GetCategories() const {
     return engine->GetCategories();
 }
 
+bool BatchScorer::ReadsDerivedFields() const {
+    return engine->ReadsDerivedFields();
+}
+
 InputDictionary BatchScorer::MakeDictionary(std::size_t input, std::span<const std::string_view> values) const {
     return engine->MakeDictionary(input, values);
 }
@@ -41,6 +45,19 @@ InputDictionary BatchScorer::MakeDictionary(std::size_t input, std::span<const d
 void BatchScorer::Score(std::span<const Column> columns, std::size_t cases,
                         const ClassificationColumns& answers) const {
     engine->Score(columns, cases, answers);
+}
+
+RowNumber BatchScorer::RowOf(std::size_t reader, std::string_view text) const {
+    return engine->RowOf(reader, text);
+}
+
+RowNumber BatchScorer::RowOf(std::size_t reader, double number) const {
+    return engine->RowOf(reader, number);
+}
+
+void BatchScorer::ScoreRows(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
+                            const ClassificationColumns& answers) const {
+    engine->ScoreRows(rows, cases, answers);
 }
 
 }  // namespace nbscore

@@ -11,6 +11,7 @@
 #include "batch/ClassificationColumns.h"
 #include "batch/Column.h"
 #include "batch/InputDictionary.h"
+#include "batch/RowNumber.h"
 #include "framework/ScoreModel.h"
 
 namespace nbscore {
@@ -42,6 +43,10 @@ public:
     /// The target's categories as text, in the order of the probabilities.
     const std::vector<std::string>& GetCategories() const;
 
+    /// Whether the model seeks values that a case lacks among those of derived fields, which then must be computed and
+    /// given here.
+    bool ReadsDerivedFields() const;
+
     /// Looks up what the codes of a column stand for, code i being the value at position i, so that scoring need not.
     /// @param input a position in GetInputs(); throws std::out_of_range for another.
     InputDictionary MakeDictionary(std::size_t input, std::span<const std::string_view> values) const;
@@ -53,6 +58,15 @@ public:
     /// Throws std::invalid_argument for a number of columns, or the size of a column or of an answer, that does not fit,
     /// and std::out_of_range for a code that its dictionary does not have.
     void Score(std::span<const Column> columns, std::size_t cases, const ClassificationColumns& answers) const;
+
+    /// The rows that values stand for, for whoever meets the same ones again and again and wants to keep what was told
+    /// of them. A reader is a predictor; GetInputsOfPredictors tells its input.
+    RowNumber RowOf(std::size_t reader, std::string_view text) const;
+    RowNumber RowOf(std::size_t reader, double number) const;
+    /// As Score, of values that were told apart before.
+    /// @param rows one list for each reader; throws std::out_of_range for a row that there is not.
+    void ScoreRows(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
+                   const ClassificationColumns& answers) const;
 
 private:
     std::shared_ptr<const ClassifierEngine> engine;

@@ -36,10 +36,11 @@ std::uint64_t CountRow(std::span<const Row> rows, RowNumber row) {
 
 }  // namespace
 
-ClassifierBlocks::ClassifierBlocks(const ClassifierEngine& classifierEngine, std::span<const Column> inputColumns,
-                                   std::size_t numCases, const ClassificationColumns& answerColumns)
+ClassifierBlocks::ClassifierBlocks(const ClassifierEngine& classifierEngine,
+                                   std::span<const Column* const> readerColumns, std::size_t numCases,
+                                   const ClassificationColumns& answerColumns)
     : engine(classifierEngine),
-      columns(inputColumns),
+      columns(readerColumns),
       cases(numCases),
       answers(answerColumns),
       pitch(GetPitch(numCases, engine.categories.size())),
@@ -79,8 +80,7 @@ template void ClassifierBlocks::Score<RowNumber>();
 template <typename Row>
 void ClassifierBlocks::EncodePredictor(std::size_t predictor, const Block& block, Row* rows) {
     const ClassifierEngine::Predictor& reading = engine.predictors[predictor];
-    EncodeColumn(reading.rows, reading.reader, columns[engine.inputsOfPredictors[predictor]], block.first, block.cases,
-                 rows);
+    EncodeColumn(reading.rows, reading.reader, *columns[predictor], block.first, block.cases, rows);
     NoteUsable(rows, block.cases, usable.data());
     const std::span<const Row> encoded(rows, block.cases);
     if (!answers.missing.empty()) answers.missing[predictor] += CountRow(encoded, missingRow);

@@ -17,7 +17,7 @@ namespace nbscore {
 class ClassifierBlocks {
 public:
     /// All is borrowed for the object's life, and fits together.
-    ClassifierBlocks(const ClassifierEngine& classifierEngine, std::span<const Column> inputColumns,
+    ClassifierBlocks(const ClassifierEngine& classifierEngine, std::span<const Column* const> readerColumns,
                      std::size_t numCases, const ClassificationColumns& answerColumns);
 
     /// @tparam Row std::uint8_t where every row's number fits into one, else RowNumber.
@@ -39,7 +39,7 @@ private:
     void AnswerProbabilities(const Block& block) const;
 
     const ClassifierEngine& engine;
-    std::span<const Column> columns;
+    std::span<const Column* const> columns;
     std::size_t cases;
     const ClassificationColumns& answers;
     /// How many cases a block has room for.

@@ -23,7 +23,7 @@ FactorTable MakeFactors(const PredictorTables& predictor, const ValueRows& rows,
 
 }  // namespace
 
-ClassifierEngine::ClassifierEngine(const ModelTables& model) {
+ClassifierEngine::ClassifierEngine(const ModelTables& model) : readsDerivedFields(model.readsDerivedFields) {
     const ClassifierTables& classifier = model.classifiers.front();
     // Of a model that no case says anything to, there may be fewer priors than categories.
     const std::size_t numCategories = classifier.priors.size();
@@ -53,7 +53,9 @@ InputDictionary ClassifierEngine::MakeDictionary(std::size_t input, std::span<co
     std::vector<std::vector<RowNumber>> rowLists;
     for (std::size_t j = 0; j < predictors.size(); ++j) {
         if (inputsOfPredictors[j] != input) continue;
-        rowLists.push_back(RowsOfCodes(predictors[j].rows, values));
+        std::vector<RowNumber>& rows = rowLists.emplace_back(1, missingRow);
+        for (const Value& value : values)
+            rows.push_back(RowOf(j, value));
     }
     return {this, input, values.size(), std::move(rowLists)};
 }
@@ -61,9 +63,7 @@ InputDictionary ClassifierEngine::MakeDictionary(std::size_t input, std::span<co
 template InputDictionary ClassifierEngine::MakeDictionary(std::size_t, std::span<const std::string_view>) const;
 template InputDictionary ClassifierEngine::MakeDictionary(std::size_t, std::span<const double>) const;
 
-void ClassifierEngine::RequireFitting(std::span<const Column> columns, std::size_t cases,
-                                      const ClassificationColumns& answers) const {
-    RequireReadable(columns, cases, this, GetInputs());
+void ClassifierEngine::RequireRoom(std::size_t cases, const ClassificationColumns& answers) const {
     RequireAnswerSize("predictions", answers.predicted.size(), cases);
     RequireAnswerSize("confidences", answers.confidence.size(), cases);
     RequireAnswerSize("probabilities", answers.probabilities.size(), cases, categories.size());
@@ -73,7 +73,19 @@ void ClassifierEngine::RequireFitting(std::span<const Column> columns, std::size
 
 void ClassifierEngine::Score(std::span<const Column> columns, std::size_t cases,
                              const ClassificationColumns& answers) const {
-    RequireFitting(columns, cases, answers);
+    RequireReadable(columns, cases, this, GetInputs());
+    ScoreReadable(ColumnsOfReaders(columns, inputsOfPredictors), cases, answers);
+}
+
+void ClassifierEngine::ScoreRows(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
+                                 const ClassificationColumns& answers) const {
+    const std::vector<Column> columns = MakeRowColumns(rows, cases, predictors.size());
+    ScoreReadable(ColumnsOfReaders(columns), cases, answers);
+}
+
+void ClassifierEngine::ScoreReadable(std::span<const Column* const> columns, std::size_t cases,
+                                     const ClassificationColumns& answers) const {
+    RequireRoom(cases, answers);
     if (cases == 0) return;
     if (hasByteRows) {
         ClassifierBlocks(*this, columns, cases, answers).Score<std::uint8_t>();

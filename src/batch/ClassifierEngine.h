@@ -23,13 +23,20 @@ class ClassifierEngine {
 public:
     explicit ClassifierEngine(const ModelTables& model);
 
+    bool ReadsDerivedFields() const { return readsDerivedFields; }
     const std::vector<BatchInput>& GetInputs() const { return inputs.Get(); }
     const std::vector<std::size_t>& GetInputsOfPredictors() const { return inputsOfPredictors; }
     const std::vector<std::string>& GetCategories() const { return categories; }
 
     template <typename Value>
     InputDictionary MakeDictionary(std::size_t input, std::span<const Value> values) const;
+    template <typename Value>
+    RowNumber RowOf(std::size_t reader, Value value) const {
+        return predictors.at(reader).rows.RowOf(value);
+    }
     void Score(std::span<const Column> columns, std::size_t cases, const ClassificationColumns& answers) const;
+    void ScoreRows(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
+                   const ClassificationColumns& answers) const;
 
 private:
     friend class ClassifierBlocks;
@@ -42,8 +49,12 @@ private:
     };
 
     void AddPredictor(const PredictorTables& tables);
-    void RequireFitting(std::span<const Column> columns, std::size_t cases, const ClassificationColumns& answers) const;
+    void RequireRoom(std::size_t cases, const ClassificationColumns& answers) const;
+    /// @param columns one for each predictor.
+    void ScoreReadable(std::span<const Column* const> columns, std::size_t cases,
+                       const ClassificationColumns& answers) const;
 
+    bool readsDerivedFields;
     BatchInputs inputs;
     std::vector<std::size_t> inputsOfPredictors;
     std::vector<std::string> categories;

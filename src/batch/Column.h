@@ -5,6 +5,7 @@
 #include <string_view>
 #include <variant>
 
+#include "batch/RowNumber.h"
 #include "batch/Validity.h"
 
 /// @file
@@ -14,6 +15,11 @@
 namespace nbscore {
 
 class InputDictionary;
+
+/// Rows of the tables, told beforehand by RowOf of the scorer that the column is given to. For ScoreRows only.
+struct RowColumn {
+    std::span<const RowNumber> rows;
+};
 
 /// No value in any case.
 struct AbsentColumn {};
@@ -51,6 +57,6 @@ struct CodeColumn {
 
 using Column =
     std::variant<AbsentColumn, NumberColumn, TextColumn<std::int32_t>, TextColumn<std::int64_t>, TextViewColumn,
-                 CodeColumn<std::int8_t>, CodeColumn<std::int16_t>, CodeColumn<std::int32_t>>;
+                 CodeColumn<std::int8_t>, CodeColumn<std::int16_t>, CodeColumn<std::int32_t>, RowColumn>;
 
 }  // namespace nbscore

@@ -86,6 +86,19 @@ void Encode(const ValueRows&, std::size_t reader, const CodeColumn<Code>& column
 }
 
 template <typename Row>
+void Encode(const ValueRows& valueRows, std::size_t, const RowColumn& column, const Cases<Row>& cases) {
+    const std::size_t numRows = valueRows.GetNumRows();
+    for (std::size_t i = 0; i < cases.count; ++i) {
+        const RowNumber row = column.rows[cases.first + i];
+        if (row >= numRows) {
+            throw std::out_of_range("case " + std::to_string(cases.first + i) + " has row " + std::to_string(row) +
+                                    ", but there are " + std::to_string(numRows));
+        }
+        cases.rows[i] = static_cast<Row>(row);
+    }
+}
+
+template <typename Row>
 void EncodeAny(const ValueRows& valueRows, std::size_t reader, const Column& column, const Cases<Row>& cases) {
     std::visit([&](const auto& known) { Encode(valueRows, reader, known, cases); }, column);
 }
@@ -97,6 +110,7 @@ public:
     const void* scorer;
     std::size_t input;
 
+    std::string operator()(const RowColumn&) const { return "holds rows, which ScoreRows takes"; }
     std::string operator()(const AbsentColumn&) const { return {}; }
     std::string operator()(const NumberColumn& column) const { return OfSize(column.values.size()); }
     std::string operator()(const TextViewColumn& column) const { return OfSize(column.values.size()); }
@@ -133,6 +147,37 @@ void RequireReadable(std::span<const Column> columns, std::size_t cases, const v
         if (problem.empty()) continue;
         throw std::invalid_argument("The column of the input \"" + inputs[input].name + "\" " + problem + ".");
     }
+}
+
+std::vector<Column> MakeRowColumns(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
+                                   std::size_t numReaders) {
+    if (rows.size() != numReaders) {
+        throw std::invalid_argument("There are " + std::to_string(rows.size()) + " lists of rows for " +
+                                    std::to_string(numReaders) + " readers.");
+    }
+    std::vector<Column> columns;
+    for (const std::span<const RowNumber> list : rows) {
+        if (list.size() != cases) {
+            throw std::invalid_argument("A list has " + std::to_string(list.size()) + " rows for " +
+                                        std::to_string(cases) + " cases.");
+        }
+        columns.emplace_back(RowColumn{list});
+    }
+    return columns;
+}
+
+std::vector<const Column*> ColumnsOfReaders(std::span<const Column> columns, const std::vector<std::size_t>& inputs) {
+    std::vector<const Column*> ofReaders;
+    for (const std::size_t input : inputs)
+        ofReaders.push_back(&columns[input]);
+    return ofReaders;
+}
+
+std::vector<const Column*> ColumnsOfReaders(std::span<const Column> columns) {
+    std::vector<const Column*> ofReaders;
+    for (const Column& column : columns)
+        ofReaders.push_back(&column);
+    return ofReaders;
 }
 
 void EncodeColumn(const ValueRows& valueRows, std::size_t reader, const Column& column, std::size_t first,

@@ -19,11 +19,12 @@ std::size_t GetCasesPerBlock(std::size_t cases, std::size_t pitch) {
 
 }  // namespace
 
-SetBlocks::SetBlocks(const SetEngine& setEngine, const SetEngine::Part& setPart, std::span<const Column> inputColumns,
-                     std::size_t numCases, const SubModelColumns& answerColumns)
+SetBlocks::SetBlocks(const SetEngine& setEngine, const SetEngine::Part& setPart,
+                     std::span<const Column* const> readerColumns, std::size_t numCases,
+                     const SubModelColumns& answerColumns)
     : engine(setEngine),
       part(setPart),
-      columns(inputColumns),
+      columns(readerColumns),
       cases(numCases),
       answers(answerColumns),
       numReaders(part.group.GetReaders().size()),
@@ -62,7 +63,7 @@ void SetBlocks::Score() {
 void SetBlocks::Encode(const Block& block) {
     for (std::size_t j = 0; j < numReaders; ++j) {
         RowNumber* const encoded = rows.data() + j * casesPerBlock;
-        EncodeColumn(part.group.GetReaders()[j].rows, part.listsOfReaders[j], columns[part.inputsOfReaders[j]],
+        EncodeColumn(part.group.GetReaders()[j].rows, part.listsOfReaders[j], *columns[part.firstReader + j],
                      block.first, block.cases, encoded);
         for (std::size_t i = 0; !counts.empty() && i < block.cases; ++i)
             ++counts[j][encoded[i]];

@@ -17,7 +17,7 @@ namespace nbscore {
 class SetBlocks {
 public:
     /// All is borrowed for the object's life, and fits together.
-    SetBlocks(const SetEngine& setEngine, const SetEngine::Part& setPart, std::span<const Column> inputColumns,
+    SetBlocks(const SetEngine& setEngine, const SetEngine::Part& setPart, std::span<const Column* const> readerColumns,
               std::size_t numCases, const SubModelColumns& answerColumns);
 
     void Score();
@@ -36,7 +36,7 @@ private:
 
     const SetEngine& engine;
     const SetEngine::Part& part;
-    std::span<const Column> columns;
+    std::span<const Column* const> columns;
     std::size_t cases;
     const SubModelColumns& answers;
     std::size_t numReaders;

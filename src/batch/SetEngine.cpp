@@ -9,7 +9,8 @@
 
 namespace nbscore {
 
-SetEngine::SetEngine(const ModelTables& set) : numCategories(set.targetCategories.size()) {
+SetEngine::SetEngine(const ModelTables& set)
+    : readsDerivedFields(set.readsDerivedFields), numCategories(set.targetCategories.size()) {
     for (const ClassifierTables& subModel : set.classifiers) {
         names.push_back(subModel.name);
         firstPredictors.push_back(numPredictors);
@@ -19,26 +20,40 @@ SetEngine::SetEngine(const ModelTables& set) : numCategories(set.targetCategorie
     }
     std::vector<std::size_t> numLists(GetInputs().size());
     for (std::vector<std::size_t>& positions : GroupSubModels(set)) {
-        std::vector<std::size_t> inputsOfReaders;
-        std::vector<std::size_t> listsOfReaders;
-        for (const PredictorTables& predictor : set.classifiers[positions.front()].predictors) {
-            inputsOfReaders.push_back(inputs.Add(predictor));
-            listsOfReaders.push_back(numLists[inputsOfReaders.back()]++);
-        }
-        parts.push_back(
-            {SubModelGroup(set, std::move(positions)), std::move(inputsOfReaders), std::move(listsOfReaders)});
+        const ClassifierTables& first = set.classifiers[positions.front()];
+        AddPart(SubModelGroup(set, std::move(positions)), first, numLists);
     }
 }
+
+void SetEngine::AddPart(SubModelGroup group, const ClassifierTables& member, std::vector<std::size_t>& numLists) {
+    Part part{std::move(group), inputsOfReaders.size(), {}};
+    for (const PredictorTables& predictor : member.predictors) {
+        const std::size_t input = inputs.Add(predictor);
+        part.listsOfReaders.push_back(numLists[input]++);
+        inputsOfReaders.push_back(input);
+        partsOfReaders.push_back(parts.size());
+    }
+    parts.push_back(std::move(part));
+}
+
+template <typename Value>
+RowNumber SetEngine::RowOf(std::size_t reader, Value value) const {
+    const Part& part = parts.at(partsOfReaders.at(reader));
+    return part.group.GetReaders()[reader - part.firstReader].rows.RowOf(value);
+}
+
+template RowNumber SetEngine::RowOf(std::size_t, std::string_view) const;
+template RowNumber SetEngine::RowOf(std::size_t, double) const;
 
 template <typename Value>
 InputDictionary SetEngine::MakeDictionary(std::size_t input, std::span<const Value> values) const {
     RequireInput(input, GetInputs().size());
     std::vector<std::vector<RowNumber>> rowLists;
-    for (const Part& part : parts) {
-        for (std::size_t j = 0; j < part.inputsOfReaders.size(); ++j) {
-            if (part.inputsOfReaders[j] != input) continue;
-            rowLists.push_back(RowsOfCodes(part.group.GetReaders()[j].rows, values));
-        }
+    for (std::size_t reader = 0; reader < inputsOfReaders.size(); ++reader) {
+        if (inputsOfReaders[reader] != input) continue;
+        std::vector<RowNumber>& rows = rowLists.emplace_back(1, missingRow);
+        for (const Value& value : values)
+            rows.push_back(RowOf(reader, value));
     }
     return {this, input, values.size(), std::move(rowLists)};
 }
@@ -46,16 +61,26 @@ InputDictionary SetEngine::MakeDictionary(std::size_t input, std::span<const Val
 template InputDictionary SetEngine::MakeDictionary(std::size_t, std::span<const std::string_view>) const;
 template InputDictionary SetEngine::MakeDictionary(std::size_t, std::span<const double>) const;
 
-void SetEngine::RequireFitting(std::span<const Column> columns, std::size_t cases,
-                               const SubModelColumns& answers) const {
-    RequireReadable(columns, cases, this, GetInputs());
+void SetEngine::RequireRoom(std::size_t cases, const SubModelColumns& answers) const {
     RequireAnswerSize("scores", answers.scores.size(), cases, names.size());
     RequireAnswerSize("counters of missing values", answers.missing.size(), numPredictors);
     RequireAnswerSize("counters of unknown values", answers.unknown.size(), numPredictors);
 }
 
 void SetEngine::Score(std::span<const Column> columns, std::size_t cases, const SubModelColumns& answers) const {
-    RequireFitting(columns, cases, answers);
+    RequireReadable(columns, cases, this, GetInputs());
+    ScoreReadable(ColumnsOfReaders(columns, inputsOfReaders), cases, answers);
+}
+
+void SetEngine::ScoreRows(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
+                          const SubModelColumns& answers) const {
+    const std::vector<Column> columns = MakeRowColumns(rows, cases, inputsOfReaders.size());
+    ScoreReadable(ColumnsOfReaders(columns), cases, answers);
+}
+
+void SetEngine::ScoreReadable(std::span<const Column* const> columns, std::size_t cases,
+                              const SubModelColumns& answers) const {
+    RequireRoom(cases, answers);
     for (const Part& part : parts)
         SetBlocks(*this, part, columns, cases, answers).Score();
 }

@@ -31,6 +31,10 @@ std::size_t SubModelBatchScorer::GetNumPredictors() const {
     return engine->GetNumPredictors();
 }
 
+bool SubModelBatchScorer::ReadsDerivedFields() const {
+    return engine->ReadsDerivedFields();
+}
+
 InputDictionary SubModelBatchScorer::MakeDictionary(std::size_t input, std::span<const std::string_view> values) const {
     return engine->MakeDictionary(input, values);
 }
@@ -42,6 +46,23 @@ InputDictionary SubModelBatchScorer::MakeDictionary(std::size_t input, std::span
 void SubModelBatchScorer::Score(std::span<const Column> columns, std::size_t cases,
                                 const SubModelColumns& answers) const {
     engine->Score(columns, cases, answers);
+}
+
+const std::vector<std::size_t>& SubModelBatchScorer::GetInputsOfReaders() const {
+    return engine->GetInputsOfReaders();
+}
+
+RowNumber SubModelBatchScorer::RowOf(std::size_t reader, std::string_view text) const {
+    return engine->RowOf(reader, text);
+}
+
+RowNumber SubModelBatchScorer::RowOf(std::size_t reader, double number) const {
+    return engine->RowOf(reader, number);
+}
+
+void SubModelBatchScorer::ScoreRows(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
+                                    const SubModelColumns& answers) const {
+    engine->ScoreRows(rows, cases, answers);
 }
 
 }  // namespace nbscore

@@ -40,6 +40,8 @@ struct ClassifierTables {
 };
 
 struct ModelTables {
+    /// Whether values of predictors that a case lacks are sought among those of derived fields.
+    bool readsDerivedFields = false;
     /// Whether there are sub-models; a set may be of any size.
     bool isSet = false;
     const ScoreDictVar* target = nullptr;

@@ -82,7 +82,8 @@ nbscore::ModelDescription NaiveBayesModel::Describe() const {
 }
 
 nbscore::ModelTables NaiveBayesModel::GetTables() const {
-    return {.target = targetVar,
+    return {.readsDerivedFields = needDerivedPredictor,
+            .target = targetVar,
             .targetCategories = {targetValues.begin(), targetValues.end()},
             .classifiers = {nbscore::TabulateClassifier(GetParts(), targetProbabilities)}};
 }

@@ -119,6 +119,7 @@ nbscore::ModelDescription SelfLearningModel::Describe() const {
 
 nbscore::ModelTables SelfLearningModel::GetTables() const {
     nbscore::ModelTables tables;
+    tables.readsDerivedFields = needDerivedPredictor;
     tables.isSet = true;
     tables.target = targetVar;
     tables.targetCategories.assign(targetCategories.begin(), targetCategories.end());
