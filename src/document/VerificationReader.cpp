@@ -13,6 +13,7 @@
 #include "document/VerificationRowReader.h"
 #include "framework/BaseTranslator.h"
 #include "framework/CountedNoun.h"
+#include "framework/xml/ElementPaths.h"
 #include "framework/xml/PlacesInOrder.h"
 #include "framework/xml/Refusal.h"
 #include "framework/xml/Utf8.h"
@@ -71,7 +72,7 @@ void RequireTrueCount(const DOMElement& verification, const XMLCh* attribute, st
 
 /// Rows may stand in front of the fields that they belong to, and places are found in document order only: so rows
 /// are collected with their places as they stand, and read when the fields are known.
-VerificationSuite ReadModelVerification(const DOMElement& verification, PlacesInOrder& places) {
+VerificationSuite ReadModelVerification(const DOMElement& verification, PlacesInOrder& places, ElementPaths& paths) {
     const DOMElement& fields = RequirePart(verification, fieldsElement);
     const DOMElement& table = RequireTable(verification);
     VerificationFieldReader fieldReader;
@@ -85,8 +86,8 @@ VerificationSuite ReadModelVerification(const DOMElement& verification, PlacesIn
 
     VerificationSuite suite;
     suite.fields = fieldReader.GetFields();
-    suite.fieldsPath = ElementPathOf(&fields);
-    suite.rowsPath = ElementPathOf(&table);
+    suite.fieldsPath = paths.Find(fields);
+    suite.rowsPath = paths.Find(table);
     VerificationRowReader rowReader(fieldReader.GetColumns());
     for (const PlacedRow& row : rows)
         suite.rows.push_back(rowReader.Read(*row.element, row.place));
@@ -100,11 +101,12 @@ std::vector<VerificationSuite> ReadVerificationSuites(xercesc::DOMDocument& docu
     const ModelsRead models = FindModelsRead(document);
     std::vector<VerificationSuite> suites;
     PlacesInOrder places(document);
+    ElementPaths paths;
     for (std::size_t i = 0; i < models.elements.size(); ++i) {
         const DOMElement& model = *models.elements[i];
         const DOMElement* const verification = OnlyChildNamed(model, verificationElement);
         if (verification == nullptr) continue;
-        suites.push_back(ReadModelVerification(*verification, places));
+        suites.push_back(ReadModelVerification(*verification, places, paths));
         suites.back().outputs = ReadOutput(model);
         suites.back().modelIndex = i;
     }

@@ -3,15 +3,13 @@
 #include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
-#include <xercesc/util/XMLString.hpp>
 
 #include <optional>
-#include <vector>
 
 #include "framework/BaseTranslator.h"
 #include "framework/xml/DocumentOrder.h"
+#include "framework/xml/ElementPaths.h"
 #include "framework/xml/ElementPlaces.h"
-#include "framework/xml/Utf8.h"
 
 namespace nbscore {
 namespace {
@@ -23,7 +21,7 @@ bool IsElement(const DOMNode* node) {
 }
 
 /// The element that a node belongs to; of a document its root element.
-const DOMNode* ElementOf(const DOMNode* node) {
+const xercesc::DOMElement* ElementOf(const DOMNode* node) {
     if (!node) return nullptr;
     if (node->getNodeType() == DOMNode::DOCUMENT_NODE) {
         return static_cast<const xercesc::DOMDocument*>(node)->getDocumentElement();
@@ -33,7 +31,7 @@ const DOMNode* ElementOf(const DOMNode* node) {
     }
     while (node && !IsElement(node))
         node = node->getParentNode();
-    return node;
+    return static_cast<const xercesc::DOMElement*>(node);
 }
 
 /// How many elements stand before this one in the document; nothing when it does not hang in the document.
@@ -44,14 +42,6 @@ std::optional<std::size_t> OrdinalOf(const DOMNode* element, const xercesc::DOMD
         if (IsElement(node)) ++ordinal;
     }
     return std::nullopt;
-}
-
-std::size_t PositionAmongNamesakes(const DOMNode* element) {
-    std::size_t position = 1;
-    for (const DOMNode* node = element->getPreviousSibling(); node; node = node->getPreviousSibling()) {
-        if (IsElement(node) && xercesc::XMLString::equals(node->getNodeName(), element->getNodeName())) ++position;
-    }
-    return position;
 }
 
 /// Runs a conversion that knows no place and gives its complaint one.
@@ -67,24 +57,11 @@ auto Placed(const DOMNode* node, const Conversion& conversion) {
 
 }  // namespace
 
-std::string ElementPathOf(const DOMNode* element) {
-    std::vector<const DOMNode*> ancestry;
-    for (; element && IsElement(element); element = element->getParentNode())
-        ancestry.push_back(element);
-    std::string path;
-    for (auto step = ancestry.rbegin(); step != ancestry.rend(); ++step) {
-        path += "/" + Utf8Of((*step)->getNodeName());
-        const bool isRoot = step == ancestry.rbegin();
-        if (!isRoot) path += "[" + std::to_string(PositionAmongNamesakes(*step)) + "]";
-    }
-    return path;
-}
-
 DocumentPlace PlaceOf(const xercesc::DOMNode* node) {
     DocumentPlace place;
-    const DOMNode* element = ElementOf(node);
+    const xercesc::DOMElement* element = ElementOf(node);
     if (!element) return place;
-    place.elementPath = ElementPathOf(element);
+    place.elementPath = ElementPaths().Find(*element);
     const xercesc::DOMDocument* document = element->getOwnerDocument();
     const ElementPlaces* places = document ? ElementPlaces::Find(document) : nullptr;
     if (!places) return place;

@@ -14,9 +14,6 @@ namespace nbscore {
 /// Takes time proportional to the document: for refusals only.
 SCOREFRAMEWORK_API DocumentPlace PlaceOf(const xercesc::DOMNode* node);
 
-/// The path of an element, as in DocumentPlace. Takes time proportional to its elder siblings and those of its ancestors.
-SCOREFRAMEWORK_API std::string ElementPathOf(const xercesc::DOMNode* element);
-
 /// The exception for a fault at a node, place included.
 SCOREFRAMEWORK_API VeskException RefusalAt(const xercesc::DOMNode* node, VeskException::ExceptionCode code,
                                            const std::string& message);
