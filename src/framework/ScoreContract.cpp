@@ -18,6 +18,7 @@
 #include "framework/ScoreTranslator.h"
 #include "framework/ScoreValue.h"
 #include "framework/ScoreVersionInfo.h"
+#include "framework/SubModelScoring.h"
 #include "framework/TransformationDictionary.h"
 
 DerivedFieldSources::~DerivedFieldSources() = default;
@@ -33,4 +34,5 @@ ScoreResult::~ScoreResult() = default;
 ScoreTranslator::~ScoreTranslator() = default;
 ScoreValue::~ScoreValue() = default;
 ScoreVersionInfo::~ScoreVersionInfo() = default;
+SubModelScoring::~SubModelScoring() = default;
 TransformationDictionary::~TransformationDictionary() = default;

@@ -80,12 +80,14 @@ void CaseBinder::RequireColumns(const std::vector<const ScoreDictVar*>& neededFi
 
 void CaseBinder::BindColumns(const std::vector<const ScoreDictVar*>& fields) {
     std::vector<std::string> names;
+    boundColumns.resize(columnNames.size());
     for (const ScoreDictVar* field : fields) {
         const auto position = static_cast<int>(names.size());
         names.push_back(field->GetName());
         const auto column = columnsByName.find(names.back());
         if (column == columnsByName.end()) continue;  // allowed to lack: absent in every case
         const bool numeric = field->GetStorageType() == ScoreDictVar::NumericStorage;
+        boundColumns[column->second] = columns.size();
         columns.push_back({column->second, position, numeric, field});
     }
     record.emplace(names);
@@ -98,16 +100,33 @@ const ScoreCaseRecord& CaseBinder::Bind(const std::vector<std::string_view>& cel
                                 ", the header has " + std::to_string(columnNames.size()));
     }
     for (const BoundColumn& column : columns) {
-        const std::string_view cell = cells[column.column];
-        if (cell.empty()) {
-            record->SetAbsent(column.position);
-        } else if (column.numeric) {
-            BindNumber(column, cell, line);
-        } else {
-            record->SetText(column.position, cell);
-        }
+        BindCell(column, cells[column.column], line);
     }
     return *record;
+}
+
+const ScoreCaseRecord& CaseBinder::BindSparse(const std::vector<PlacedCell>& cells, std::uint64_t line) {
+    for (const int position : sparsePositions) {
+        record->SetAbsent(position);
+    }
+    sparsePositions.clear();
+    for (const PlacedCell& cell : cells) {
+        const std::optional<std::size_t> bound = boundColumns.at(cell.column);
+        if (!bound) continue;
+        sparsePositions.push_back(columns[*bound].position);
+        BindCell(columns[*bound], cell.text, line);
+    }
+    return *record;
+}
+
+void CaseBinder::BindCell(const BoundColumn& column, std::string_view cell, std::uint64_t line) {
+    if (cell.empty()) {
+        record->SetAbsent(column.position);
+    } else if (column.numeric) {
+        BindNumber(column, cell, line);
+    } else {
+        record->SetText(column.position, cell);
+    }
 }
 
 void CaseBinder::BindNumber(const BoundColumn& column, std::string_view cell, std::uint64_t line) {

@@ -22,6 +22,12 @@ struct CaseBinderOptions {
     bool allowMissingFields = false;
 };
 
+/// A cell of a row, and the number of its column, from 0.
+struct PlacedCell {
+    std::size_t column = 0;
+    std::string_view text;
+};
+
 /// Turns the rows of a table into case records for one model.
 ///
 /// The fields that a model needs are those with the predictor role, and those that its derived inputs are computed
@@ -40,6 +46,10 @@ public:
     /// number that is none, and naming the line for a row with too many or too few cells.
     const ScoreCaseRecord& Bind(const std::vector<std::string_view>& cells, std::uint64_t line);
 
+    /// The same for a row of which only these cells are not empty; takes no time for the others. Of two cells of a column
+    /// the later one counts. A binder gets only such rows, or none.
+    const ScoreCaseRecord& BindSparse(const std::vector<PlacedCell>& cells, std::uint64_t line);
+
 private:
     struct BoundColumn {
         std::size_t column;
@@ -53,6 +63,7 @@ private:
     std::vector<const ScoreDictVar*> CollectFields(const ScoreModel& model, std::size_t& neededCount);
     void BindColumns(const std::vector<const ScoreDictVar*>& fields);
     void RequireColumns(const std::vector<const ScoreDictVar*>& neededFields) const;
+    void BindCell(const BoundColumn& column, std::string_view cell, std::uint64_t line);
     void BindNumber(const BoundColumn& column, std::string_view cell, std::uint64_t line);
 
     std::string source;
@@ -61,6 +72,10 @@ private:
     std::unordered_map<std::string_view, std::size_t> columnsByName;
     std::unique_ptr<ScoreDictionary> predictors;  // owns the variables of the needed columns
     std::vector<BoundColumn> columns;
+    /// Per column of the table where it stands in the list above; nothing for one that no field is read from.
+    std::vector<std::optional<std::size_t>> boundColumns;
+    /// Of the sparse row before: where in the record something is set.
+    std::vector<int> sparsePositions;
     std::optional<BaseCaseRecord> record;
 };
 

@@ -6,7 +6,6 @@
 #include "framework/VeskException.h"
 #include "host/HostError.h"
 #include "host/MessageText.h"
-#include "host/ReusedResult.h"
 #include "host/SubModelNames.h"
 #include "host/VerificationInputs.h"
 #include "host/VerifiedScores.h"
@@ -56,7 +55,7 @@ public:
         inputs.Bind(model);
         std::optional<std::size_t> numSubModels;
         if (subModelLabels) numSubModels = subModelLabels->size();
-        scores.emplace(*model.GetTargetVar(), numSubModels);
+        scores.emplace(model, numSubModels);
         for (std::size_t suite = 0; suite < suites.size(); ++suite) {
             for (std::size_t row = 0; row < suites[suite].rows.size(); ++row) {
                 onRow();
@@ -95,9 +94,9 @@ private:
         ++summary.rows;
         const ScoreCaseRecord& record = TakeRecord(row);
         if (expectations.empty()) return;
-        const ScoreResult& scored = result.Score(model, record);
+        scores->Score(record, row.suite.modelIndex);
         for (const VerificationCell* cell : expectations) {
-            Compare(row, *cell, scored);
+            Compare(row, *cell);
         }
     }
 
@@ -109,7 +108,7 @@ private:
         }
     }
 
-    void Compare(const BoundRow& row, const VerificationCell& cell, const ScoreResult& scored) {
+    void Compare(const BoundRow& row, const VerificationCell& cell) {
         const VerificationField& field = row.suite.fields[cell.field];
         const VerifiedValue& value = row.fields[cell.field].value;
         VerifiedCell expected = VerifiedCell::OfText(cell.text);
@@ -123,7 +122,7 @@ private:
         ++summary.cells;
         std::optional<NumericTolerance> tolerance;
         if (value.kind != VerifiedValue::Kind::Prediction) tolerance = {field.precision, field.zeroThreshold};
-        VerifiedCell actual = scores->Get(scored, value, row.suite.modelIndex);
+        VerifiedCell actual = scores->Get(value);
         if (Agree(expected, actual, tolerance)) return;
         ++summary.differences;
         onDifference({LabelOf(row.suite), row.number + 1, row.suite.GetPlaceOfRow(row.number), field.name,
@@ -137,7 +136,6 @@ private:
     std::vector<std::vector<BoundField>> fieldsOfSuites;
     VerificationInputs inputs;
     std::optional<VerifiedScores> scores;
-    ReusedResult result;
     VerificationSummary summary;
 };
 

@@ -12,20 +12,15 @@ void VerificationInputs::Bind(const ScoreModel& model) {
     // Fields that the test cases leave out are missing in all of them. Errors are reported by row, not by source.
     const CaseBinderOptions options{.badValues = BadValues::Stop, .allowMissingFields = true};
     binder.emplace(model, header, "", options);
-    cells.resize(header.size());
 }
 
 void VerificationInputs::SetCell(std::size_t column, std::string_view text) {
-    cells[column] = text;
-    filled.push_back(column);
+    cells.push_back({column, text});
 }
 
 const ScoreCaseRecord& VerificationInputs::TakeRecord() {
-    const ScoreCaseRecord& record = binder->Bind(cells, 0);
-    for (const std::size_t column : filled) {
-        cells[column] = {};
-    }
-    filled.clear();
+    const ScoreCaseRecord& record = binder->BindSparse(cells, 0);
+    cells.clear();
     return record;
 }
 

@@ -31,9 +31,8 @@ public:
 private:
     std::vector<std::string> header;
     std::unordered_map<std::string, std::size_t> columns;
-    std::vector<std::string_view> cells;
-    /// Which cells are set: only they are cleared, so that a wide table costs nothing where rows are sparse.
-    std::vector<std::size_t> filled;
+    /// Those of the next case that are set: a wide table costs nothing where rows are sparse.
+    std::vector<PlacedCell> cells;
     std::optional<CaseBinder> binder;
 };
 

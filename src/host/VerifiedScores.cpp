@@ -1,18 +1,40 @@
 #include "host/VerifiedScores.h"
 
 #include "host/Classification.h"
+#include "host/PluginFailure.h"
 #include "host/SubModelScores.h"
 
 namespace nbscore {
 
-VerifiedScores::VerifiedScores(const ScoreDictVar& target, std::optional<std::size_t> subModels)
-    : numericTarget(target.GetStorageType() == ScoreDictVar::NumericStorage),
+VerifiedScores::VerifiedScores(ScoreModel& scoredModel, std::optional<std::size_t> subModels)
+    : model(scoredModel),
+      subModelScoring(dynamic_cast<SubModelScoring*>(&scoredModel)),
+      numericTarget(scoredModel.GetTargetVar()->GetStorageType() == ScoreDictVar::NumericStorage),
       numSubModels(subModels),
-      probabilities(target) {}
+      probabilities(*scoredModel.GetTargetVar()) {}
 
-VerifiedCell VerifiedScores::Get(const ScoreResult& result, const VerifiedValue& value, std::size_t modelIndex) {
-    if (numSubModels) return VerifiedCell::OfNumber(RequireSubModelScores(result, *numSubModels).at(modelIndex).score);
-    const ScoreClsResult& classification = RequireClassification(result);
+void VerifiedScores::Score(const ScoreCaseRecord& record, std::size_t subModel) {
+    if (numSubModels) {
+        subModelScore = ScoreSubModel(record, subModel);
+    } else {
+        scored = &result.Score(model, record);
+    }
+}
+
+double VerifiedScores::ScoreSubModel(const ScoreCaseRecord& record, std::size_t subModel) {
+    if (subModelScoring == nullptr) {
+        return RequireSubModelScores(result.Score(model, record), *numSubModels).at(subModel).score;
+    }
+    try {
+        return subModelScoring->ScoreSubModel(&record, static_cast<int>(subModel), false);
+    } catch (...) {
+        RethrowPluginFailure("scoring");
+    }
+}
+
+VerifiedCell VerifiedScores::Get(const VerifiedValue& value) {
+    if (numSubModels) return VerifiedCell::OfNumber(subModelScore);
+    const ScoreClsResult& classification = RequireClassification(*scored);
     switch (value.kind) {
         case VerifiedValue::Kind::Confidence:
             return VerifiedCell::OfNumber(classification.GetConfidence());

@@ -39,8 +39,7 @@ void SetDescriptors(ScoreResult& result, Descriptors descriptors) {
 
 MCScore::MCStatus SelfLearningModel::GetScore(const ScoreCaseRecord* record, ScoreResult*& result,
                                               bool derivedInRecord) {
-    if (!dictVarIndexSetUp && nbscore::Existing(record).IsIndexed()) SetUpDictVarIndex(record, derivedInRecord);
-    if (!targetProbabilitiesComputed) ComputeTargetProbabilities();
+    PrepareScoring(record, derivedInRecord);
     ScoreResult& filled = ResultToFill(result, targetVar);
     const ScoreCaseRecord* derivedRecord =
         nbscore::ComputeDerivedValues(*this, needDerivedPredictor, record, derivedInRecord);
@@ -55,6 +54,15 @@ MCScore::MCStatus SelfLearningModel::GetScore(const ScoreCaseRecord* record, Sco
     }
     SetDescriptors(filled, std::move(descriptors));
     return status;
+}
+
+double SelfLearningModel::ScoreSubModel(const ScoreCaseRecord* record, int subModel, bool derivedInRecord) {
+    PrepareScoring(record, derivedInRecord);
+    const ScoreCaseRecord* derivedRecord =
+        nbscore::ComputeDerivedValues(*this, needDerivedPredictor, record, derivedInRecord);
+    double score = -1.0;
+    GetScoreFromModel(record, derivedRecord, score, subModel);
+    return score;
 }
 
 MCScore::MCStatus SelfLearningModel::GetScoreFromModel(const ScoreCaseRecord* record,
@@ -79,6 +87,11 @@ MCScore::MCStatus SelfLearningModel::GetScoreFromModel(const ScoreCaseRecord* re
     }
     score = joint[scoredCategory] / sum;
     return MCScore::MCStatus();
+}
+
+void SelfLearningModel::PrepareScoring(const ScoreCaseRecord* record, bool derivedInRecord) {
+    if (!dictVarIndexSetUp && nbscore::Existing(record).IsIndexed()) SetUpDictVarIndex(record, derivedInRecord);
+    if (!targetProbabilitiesComputed) ComputeTargetProbabilities();
 }
 
 void SelfLearningModel::ComputeTargetProbabilities() {

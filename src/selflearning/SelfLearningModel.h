@@ -10,6 +10,7 @@
 #include "framework/ModelSelfCheck.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/ModelSelfTables.h"
+#include "framework/SubModelScoring.h"
 #include "naivebayes/INBVeskEncoder.h"
 #include "naivebayes/NBayesInputBase.h"
 
@@ -34,7 +35,8 @@ struct ClassifierParts;
 class NAIVEBAYES_API SelfLearningModel : public BaseModel,
                                          public ModelSelfCheck,
                                          public ModelSelfDescription,
-                                         public ModelSelfTables {
+                                         public ModelSelfTables,
+                                         public SubModelScoring {
 public:
     SelfLearningModel();
     /// Deletes the encoders and count tables; never the variables or the target values, which are borrowed.
@@ -55,6 +57,8 @@ public:
 
     nbscore::ModelDescription Describe() const override;
     nbscore::ModelTables GetTables() const override;
+
+    double ScoreSubModel(const ScoreCaseRecord* record, int subModel, bool derivedInRecord) override;
 
     /// Sizes everything that is per sub-model, and resets names to empty and assessment figures to system-missing.
     /// Thresholds and target counts are not touched.
@@ -99,6 +103,8 @@ private:
     std::string FindSubModelObstacle(std::size_t model) const;
     nbscore::ClassifierParts GetParts(std::size_t model) const;
     bool HasModel(int model) const { return model >= 0 && model < numOfModels; }
+    /// What the first scoring call does: computes the priors, and notes positions where the record has any.
+    void PrepareScoring(const ScoreCaseRecord* record, bool derivedInRecord);
     void ComputeTargetProbabilities();
     std::vector<double> GetTargetProbabilities(std::size_t model) const;
     double ComputePXYPY(int model, const std::vector<double>& codes, int targetIndex) const;

@@ -14,6 +14,7 @@
 #include "framework/BaseCaseRecord.h"
 #include "framework/MCMV.h"
 #include "framework/ResultAdvice.h"
+#include "framework/SubModelScoring.h"
 #include "host/PluginLibrary.h"
 #include "selflearning/SelfLearningResult.h"
 
@@ -117,6 +118,17 @@ std::vector<double> ExpectedScores(const RandomSet& set, const RandomSetCase& ra
     return ScoreSetByBruteForce(numbers, randomCase.codes);
 }
 
+/// Each sub-model asked alone says the same, the last one first.
+void ExpectSameBitsAlone(ScoreModel& model, const ScoreCaseRecord& record, bool derivedInRecord,
+                         const std::vector<double>& expected) {
+    auto* const subModels = dynamic_cast<SubModelScoring*>(&model);
+    ASSERT_NE(subModels, nullptr);
+    for (std::size_t m = expected.size(); m-- > 0;) {
+        const double score = subModels->ScoreSubModel(&record, static_cast<int>(m), derivedInRecord);
+        ASSERT_EQ(Bits(score), Bits(expected[m])) << "sub-model " << m << " alone: " << score;
+    }
+}
+
 /// Scores cases one after the other, handing back the result of the case before, which is replaced every time: a remark
 /// on it does not come back.
 void ExpectCasesScored(ScoreModel& model, const RandomSet& set, Access access, Randomness& random, Seen& seen) {
@@ -129,13 +141,12 @@ void ExpectCasesScored(ScoreModel& model, const RandomSet& set, Access access, R
         const RandomSetCase randomCase = MakeRandomSetCase(set, random);
         if (scored != nullptr) scored->AddAdvice(ResultAdvice(1, "of an earlier case"));
         FillRecord(record, columns, RecordCells(set, randomCase.cells, access));
-        if (access == Access::ByName) {
-            model.GetScore(&byName, scored, false);
-        } else {
-            model.GetScore(&record, scored, withDerived);
-        }
+        const ScoreCaseRecord& asked = access == Access::ByName ? static_cast<const ScoreCaseRecord&>(byName) : record;
+        const std::vector<double> expected = ExpectedScores(set, randomCase);
+        if (i % 2 == 0) ExpectSameBitsAlone(model, asked, withDerived, expected);
+        model.GetScore(&asked, scored, withDerived);
         EXPECT_TRUE(scored->GetAdvice().empty());
-        ExpectSameBits(*scored, set, ExpectedScores(set, randomCase), seen);
+        ExpectSameBits(*scored, set, expected, seen);
     }
     delete scored;
 }

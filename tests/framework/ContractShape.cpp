@@ -15,6 +15,7 @@
 #include "framework/ScoreClsResult.h"
 #include "framework/ScoreTranslator.h"
 #include "framework/StringValue.h"
+#include "framework/SubModelScoring.h"
 #include "framework/VersionInfo.h"
 #include "framework/VeskException.h"
 
@@ -42,6 +43,7 @@ static_assert(Interface<BaseModel>);
 static_assert(Interface<ScoreTranslator>);
 static_assert(Interface<BaseTranslator>);
 static_assert(Interface<ModelSelfCheck>);
+static_assert(Interface<SubModelScoring>);
 static_assert(std::has_virtual_destructor_v<ResultAdvice>);
 static_assert(std::has_virtual_destructor_v<VeskException>);
 

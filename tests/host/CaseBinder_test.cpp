@@ -112,6 +112,19 @@ TEST_F(CaseBinderTest, NothingOfTheRowBeforeIsLeft_WhenCellsAreEmpty) {
     EXPECT_EQ(record.GetValueByName("sex"), nullptr);
 }
 
+TEST_F(CaseBinderTest, OnlyTheCellsOfASparseRowAreSet) {
+    CaseBinder binder = Bind({"survived", "sex", "other", "age"});
+    const ScoreCaseRecord& record = binder.BindSparse({{3, "12.5"}, {2, "x"}, {0, "yes"}}, 2);
+    EXPECT_EQ(GetNumber(record, "age"), 12.5);
+    EXPECT_EQ(record.GetValueByName("sex"), nullptr);
+    binder.BindSparse({{1, "m"}, {1, "f"}}, 3);
+    EXPECT_EQ(record.GetValueByName("age"), nullptr);
+    EXPECT_EQ(GetText(record, "sex"), "f");
+    EXPECT_THROW(binder.BindSparse({{1, "m"}, {3, "old"}}, 4), CaseDataError);
+    binder.BindSparse({}, 5);
+    EXPECT_EQ(record.GetValueByName("sex"), nullptr);
+}
+
 TEST_F(CaseBinderTest, TextIsTakenAsItStands_WhenTheFieldHoldsTexts) {
     CaseBinder binder = Bind({"age", "sex"});
     EXPECT_EQ(GetText(binder.Bind(Cells{"1", " 007 "}, 2), "sex"), " 007 ");

@@ -9,6 +9,7 @@
 #include "LoadedPlugin.h"
 #include "framework/BaseCaseRecord.h"
 #include "framework/ModelSelfCheck.h"
+#include "framework/SubModelScoring.h"
 #include "selflearning/SelfLearningResult.h"
 #include "support/ParseDocument.h"
 
@@ -121,6 +122,7 @@ TEST(SelfLearningPlugin, ShowsItsObjectsFrameworkFaces) {
     const auto* selfCheck = dynamic_cast<const ModelSelfCheck*>(outcome.model.get());
     ASSERT_NE(selfCheck, nullptr);
     EXPECT_EQ(selfCheck->FindScoringObstacle(), "");
+    EXPECT_NE(dynamic_cast<SubModelScoring*>(outcome.model.get()), nullptr);
 }
 
 TEST(SelfLearningPlugin, ThrowsAcrossTheEdge_AndStillUnloads) {

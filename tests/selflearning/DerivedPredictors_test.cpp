@@ -57,6 +57,14 @@ TEST_F(SelfLearningDerived, IsComputedOncePerCase_ForAllSubModels) {
     EXPECT_EQ(derivedFields->askedDictionary, set->GetDictionary());
 }
 
+TEST_F(SelfLearningDerived, IsComputedForASubModelAlone) {
+    const NamedRecord record;
+    EXPECT_EQ(set->ScoreSubModel(&record, 1, false), afterA);
+    EXPECT_EQ(derivedFields->asked, 1);
+    EXPECT_EQ(set->ScoreSubModel(&record, 1, true), prior);
+    EXPECT_EQ(derivedFields->asked, 1);
+}
+
 TEST_F(SelfLearningDerived, IsTakenByName_WhenTheRecordIsIndexed) {
     EXPECT_EQ(Score(BaseCaseRecord({"other"})), afterA);
 }

@@ -147,6 +147,26 @@ TEST(SelfLearningScoring, ReadsTheRecordOncePerPredictor_WhenNoPriorIsZero) {
     }
 }
 
+TEST(SelfLearningScoring, ScoresASubModelAlone_WithoutReadingWhatTheOthersNeed) {
+    const auto scores = Scores(*Weather(), TextRecord({{"outlook", "rain"}, {"windy", "true"}}));
+    const auto set = Weather();
+    const NamedRecord record = TextRecord({{"outlook", "rain"}, {"windy", "true"}});
+    EXPECT_EQ(set->ScoreSubModel(&record, 1, false), scores[1]);
+    EXPECT_EQ(set->ScoreSubModel(&record, 0, false), scores[0]);
+    for (const int subModel : {0, 1}) {
+        const AskedRecord counted(false);
+        set->ScoreSubModel(&counted, subModel, false);
+        EXPECT_EQ(counted.asked, 1 + subModel);
+    }
+}
+
+TEST(SelfLearningScoringDeathTest, StopsTheProcess_WhenThereIsNoSuchSubModel) {
+    const auto set = Weather();
+    const NamedRecord record;
+    EXPECT_DEATH(set->ScoreSubModel(&record, 2, false), "");
+    EXPECT_DEATH(set->ScoreSubModel(&record, -1, false), "");
+}
+
 TEST(SelfLearningScoring, UsesCodeZero_AndLeavesOutMinusOne) {
     int deletions = 0;
     const auto variable = TextVariable("x", {});
