@@ -8,6 +8,7 @@
 #include "document/ElementSteps.h"
 #include "framework/BaseTranslator.h"
 #include "framework/xml/Refusal.h"
+#include "framework/xml/Utf8.h"
 #include "framework/xml/XmlName.h"
 
 using xercesc::DOMElement;
@@ -49,7 +50,8 @@ std::vector<OutputDeclaration> ReadOutput(const DOMElement& modelElement) {
         if (output.name.empty()) continue;
         if (!names.insert(output.name).second) {
             throw RefusalAt(element, VeskException::InconsistentDocument,
-                            "The output field \"" + output.name + "\" is declared twice.");
+                            "The output field \"" + ExcerptOf(BaseTranslator::GetAttribute(element, nameAttribute)) +
+                                "\" is declared twice.");
         }
         outputs.push_back(std::move(output));
     }

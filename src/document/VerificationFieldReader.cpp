@@ -53,14 +53,16 @@ void VerificationFieldReader::ReadField(const DOMElement& element, PlacesInOrder
     field.line = place.line;
     field.column = place.column;
 
+    const XMLCh* const name = BaseTranslator::GetAttribute(&element, fieldAttribute);
     if (!names.emplace(field.name, fields.size()).second) {
         throw RefusalAt(&element, VeskException::InconsistentDocument,
-                        "The verification field \"" + field.name + "\" is there twice.");
+                        "The verification field \"" + ExcerptOf(name) + "\" is there twice.");
     }
-    const std::string column = WithoutPrefix(AttributeOr(element, columnAttribute, field.name));
-    if (!columns.emplace(column, fields.size()).second) {
+    const XMLCh* const ownColumn = BaseTranslator::GetAttribute(&element, columnAttribute);
+    const XMLCh* const column = WithoutPrefix(ownColumn == nullptr ? name : ownColumn);
+    if (!columns.emplace(Utf8Of(column), fields.size()).second) {
         throw RefusalAt(&element, VeskException::InconsistentDocument,
-                        "The column \"" + column + "\" is given to two verification fields.");
+                        "The column \"" + ExcerptOf(column) + "\" is given to two verification fields.");
     }
     fields.push_back(std::move(field));
 }
