@@ -80,13 +80,16 @@ class HostileStream : public HostileTest, public testing::WithParamInterface<Str
 
 TEST_P(HostileStream, IsRefusedWhereItGoesWrong) {
     const Stream& stream = GetParam();
-    StartedCommand command(LimitedCall({"score", "/dev/stdin", "cases.csv"}));
-    command.WriteInput(stream.begin);
-    for (int i = 0; i < stream.blocks; ++i)
-        command.WriteInput(stream.block(i));
-    command.WriteInput(stream.end);
-    command.CloseInput();
-    ExpectRefused(command.Wait(), stream.errorPattern);
+    for (const std::vector<std::string>& arguments : WaysToRead("/dev/stdin")) {
+        SCOPED_TRACE(arguments.front());
+        StartedCommand command(LimitedCall(arguments));
+        command.WriteInput(stream.begin);
+        for (int i = 0; i < stream.blocks; ++i)
+            command.WriteInput(stream.block(i));
+        command.WriteInput(stream.end);
+        command.CloseInput();
+        ExpectRefused(command.Wait(), stream.errorPattern);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Documents, HostileStream, testing::ValuesIn(streams),
@@ -100,25 +103,26 @@ class HostileMarkup : public HostileTest {};
 TEST_F(HostileMarkup, IsRefusedWhereMemoryEnds_WhenElementsAreTooMany) {
     if (!memoryIsLimited) GTEST_SKIP() << "memory never ends here";
     const std::string elements = Filled("<a/>\n")(0);
-    StartedCommand command(LimitedCall({"score", "/dev/stdin", "cases.csv"}));
-    command.WriteInput(Replace(fruitDocument, "</PMML>", ""));
-    for (int i = 0; i < 50; ++i)
-        command.WriteInput(elements);
-    command.WriteInput("</PMML>");
-    command.CloseInput();
-    ExpectRefused(command.Wait(), "[0-9]{6,}:[0-9]: error 12: The document takes more memory than there is.");
+    for (const std::vector<std::string>& arguments : WaysToRead("/dev/stdin")) {
+        StartedCommand command(LimitedCall(arguments));
+        command.WriteInput(Replace(fruitDocument, "</PMML>", ""));
+        for (int i = 0; i < 50; ++i)
+            command.WriteInput(elements);
+        command.WriteInput("</PMML>");
+        command.CloseInput();
+        ExpectRefused(command.Wait(), "[0-9]{6,}:[0-9]: error 12: The document takes more memory than there is.");
+    }
 }
 
 TEST_F(HostileMarkup, IsRefused_WhenItIsAGigabyteOfZeros) {
     std::filesystem::resize_file(folder.Write("zeros.pmml", ""), std::uintmax_t{1} << 30);
-    ExpectRefused(RunLimited({"score", "zeros.pmml", "cases.csv"}), std::string("1:1: ") + notXml);
+    ExpectRefusedByAll("zeros.pmml", std::string("1:1: ") + notXml);
     EXPECT_EQ(RunLimited({"check", "zeros.pmml"}).exitStatus, 3);
 }
 
 TEST_F(HostileMarkup, IsRefused_WhenABinIsNumberedTwoBillion) {
     folder.Write("model.pmml", Replace(fruitDocument, "<PairCounts value=\"0\">", "<PairCounts value=\"2000000000\">"));
-    ExpectRefused(RunLimited({"score", "model.pmml", "cases.csv"}),
-                  "43:9: error 12: Bin number of input 'weight' 2000000000 is above 1000000.");
+    ExpectRefusedByAll("model.pmml", "43:9: error 12: Bin number of input 'weight' 2000000000 is above 1000000.");
 }
 
 TEST_F(HostileMarkup, IsRefused_WhenItsEntitiesMultiply) {
@@ -130,8 +134,7 @@ TEST_F(HostileMarkup, IsRefused_WhenItsEntitiesMultiply) {
         declarations += "'>";
     }
     folder.Write("model.pmml", "<!DOCTYPE PMML [" + declarations + "]>\n<PMML>&e9;</PMML>");
-    ExpectRefused(RunLimited({"score", "model.pmml", "cases.csv"}),
-                  "1:1: error 3: A document type declaration is not accepted.");
+    ExpectRefusedByAll("model.pmml", "1:1: error 3: A document type declaration is not accepted.");
 }
 
 TEST_F(HostileMarkup, TellsNothingOfAFile_WhenAnEntityNamesIt) {
@@ -139,9 +142,11 @@ TEST_F(HostileMarkup, TellsNothingOfAFile_WhenAnEntityNamesIt) {
     folder.Write("model.pmml", "<!DOCTYPE PMML [<!ENTITY e SYSTEM \"secret\">]>\n" +
                                    Replace(fruitDocument.substr(fruitDocument.find("<PMML")), "<Header/>",
                                            "<Header copyright=\"mine\">&e;</Header>"));
-    const CommandResult result = RunLimited({"score", "model.pmml", "cases.csv"});
-    ExpectRefused(result, "1:1: error 3: A document type declaration is not accepted.");
-    EXPECT_THAT(result.err, Not(HasSubstr("hush")));
+    for (const std::vector<std::string>& arguments : WaysToRead("model.pmml")) {
+        const CommandResult result = RunLimited(arguments);
+        ExpectRefused(result, "1:1: error 3: A document type declaration is not accepted.");
+        EXPECT_THAT(result.err, Not(HasSubstr("hush")));
+    }
 }
 
 }  // namespace

@@ -27,12 +27,24 @@ protected:
         return RunCommand(LimitedCall(std::move(arguments)));
     }
 
+    /// The verbs that refuse a document alike, over a document of this name.
+    static std::vector<std::vector<std::string>> WaysToRead(const std::string& document) {
+        return {{"score", document, "cases.csv"}, {"verify", document}, {"display", document}};
+    }
+
     /// The command says in one line what is wrong, with the document's place, and at most in a second one the path.
     static void ExpectRefused(const CommandResult& result, const std::string& pattern) {
         EXPECT_EQ(result.exitStatus, 3) << result.err.substr(0, 1000);
         EXPECT_EQ(result.out, "");
         EXPECT_THAT(result.err, testing::MatchesRegex("[^:\n]+:" + pattern + "\n(  at /PMML[^\n]*\n)?"));
         EXPECT_LT(result.err.size(), 3000U);
+    }
+
+    void ExpectRefusedByAll(const std::string& document, const std::string& pattern) const {
+        for (const std::vector<std::string>& arguments : WaysToRead(document)) {
+            SCOPED_TRACE(arguments.front());
+            ExpectRefused(RunLimited(arguments), pattern);
+        }
     }
 };
 

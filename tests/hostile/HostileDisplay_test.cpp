@@ -1,0 +1,56 @@
+// Models whose text is much longer than themselves would need it, or is made of names that are.
+
+#include "hostile/HostileTest.h"
+
+namespace nbscore::test {
+namespace {
+
+using testing::HasSubstr;
+
+class HostileDisplay : public HostileTest {
+protected:
+    CommandResult Display(const std::string& document) const {
+        folder.Write("model.pmml", document);
+        return RunLimited({"display", "model.pmml"});
+    }
+};
+
+/// The model of fruits, whose first input has values that nobody declared: red and these.
+std::string WithColours(const std::vector<std::string>& colours) {
+    std::string counts;
+    for (const std::string& colour : colours)
+        counts += "<PairCounts value=\"" + colour +
+                  "\"><TargetValueCounts><TargetValueCount value=\"apple\" count=\"1\"/><TargetValueCount "
+                  "value=\"pear\" count=\"2\"/></TargetValueCounts></PairCounts>\n";
+    const std::string learning =
+        Replace(Replace(fruitDocument, "<Value value=\"red\"/>", ""), "<Value value=\"green\"/>", "");
+    return Replace(learning, "<PairCounts value=\"green\">", counts + "<PairCounts value=\"green\">");
+}
+
+TEST_F(HostileDisplay, IsWhole_WhenAnInputHasAHundredThousandValues) {
+    std::vector<std::string> colours;
+    for (int i = 0; i < 100'000; ++i)
+        colours.push_back("colour" + std::to_string(i));
+    const CommandResult result = Display(WithColours(colours));
+    EXPECT_EQ(result.exitStatus, 0) << result.err;
+    for (const char* colour : {"colour0", "colour50000", "colour99999"})
+        EXPECT_THAT(result.out, HasSubstr(colour));
+}
+
+TEST_F(HostileDisplay, IsWhole_WhenAValueIsMillionsOfLetters) {
+    const std::string longText(7'000'000, 'x');
+    const CommandResult result = Display(WithColours({longText}));
+    EXPECT_EQ(result.exitStatus, 0) << result.err;
+    EXPECT_NE(result.out.find(longText), std::string::npos);
+}
+
+TEST_F(HostileDisplay, IsWhole_WhenTheBinsAreNumberedUpToAMillion) {
+    const CommandResult result =
+        Display(Replace(Replace(fruitDocument, "<PairCounts value=\"0\">", "<PairCounts value=\"1000000\">"),
+                        "<DiscretizeBin binValue=\"0\">", "<DiscretizeBin binValue=\"1000000\">"));
+    EXPECT_EQ(result.exitStatus, 0) << result.err;
+    EXPECT_GT(result.out.size(), 1'000'000U);
+}
+
+}  // namespace
+}  // namespace nbscore::test
