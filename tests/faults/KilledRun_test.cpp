@@ -1,8 +1,9 @@
-// The built command, killed at any moment while it replaces a file.
+// The built command, killed at any moment while it replaces a file. The moments are chosen by how far it has come, which
+// the folder shows, and not by the clock: so what must be left behind is known.
 
 #include <chrono>
 #include <csignal>
-#include <random>
+#include <functional>
 #include <thread>
 
 #include "cli/CommandTest.h"
@@ -10,54 +11,122 @@
 namespace nbscore::test {
 namespace {
 
-using testing::StartsWith;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr const char* earlier = "earlier";
 
 class KilledRun : public CommandTest {
 protected:
     KilledRun() {
-        std::string table = fruitCases;
         const std::string row = table.substr(table.find('\n') + 1);
         while (table.size() < 700'000)
             table += row;
         folder.Write("cases.csv", table);
+        whole = Run({"score", "model.pmml", "cases.csv"}).out;
+        folder.Write("out.csv", earlier);
     }
 
-    const std::vector<std::string> intoFile = {"score", "model.pmml", "cases.csv", "-o", "out.csv", "--quiet"};
-};
+    std::vector<std::string> ListTemporaries() const {
+        std::vector<std::string> names = folder.List();
+        std::erase_if(names, [](const std::string& name) {
+            return name == "cases.csv" || name == "model.pmml" || name == "out.csv";
+        });
+        return names;
+    }
 
-TEST_F(KilledRun, LeavesTheEarlierFileOrTheWholeNewOne) {
-    const auto start = std::chrono::steady_clock::now();
-    ASSERT_EQ(Run(intoFile).exitStatus, 0);
-    const std::chrono::duration<double> whole = std::chrono::steady_clock::now() - start;
-    const std::string expected = folder.Read("out.csv");
-    const std::string earlier = "earlier";
+    bool IsReplaced() const { return std::filesystem::file_size(folder / "out.csv") != std::string(earlier).size(); }
 
-    std::mt19937 random(7);
-    std::uniform_real_distribution<double> moment(0.0, 1.1);
-    int leftEarlier = 0;
-    int leftTemporary = 0;
-    for (int i = 0; i < 200; ++i) {
-        folder.Write("out.csv", earlier);
-        StartedCommand started(MakeCall(intoFile));
-        std::this_thread::sleep_for(whole * moment(random));
+    /// True when the run has written so much of its result, or has replaced the file by it.
+    bool HasWritten(std::uintmax_t bytes) const {
+        for (const std::string& name : ListTemporaries()) {
+            std::error_code isGone;
+            const std::uintmax_t size = std::filesystem::file_size(folder / name, isGone);
+            if (!isGone && size >= bytes) return true;
+        }
+        return IsReplaced();
+    }
+
+    static void WaitUntil(const std::function<bool()>& hasHappened) {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+        while (!hasHappened() && std::chrono::steady_clock::now() < end)
+            std::this_thread::sleep_for(std::chrono::microseconds(100));
+        ASSERT_TRUE(hasHappened()) << "the run does not get on";
+    }
+
+    static void Kill(StartedCommand& started) {
         started.SendSignal(SIGKILL);
         started.Wait();
-        const std::string left = folder.Read("out.csv");
-        ASSERT_TRUE(left == earlier || left == expected) << "a part of " << left.size() << " bytes";
-        if (left == earlier) ++leftEarlier;
-        for (const std::string& name : folder.List()) {
-            if (name == "cases.csv" || name == "model.pmml" || name == "out.csv") continue;
-            ++leftTemporary;
+    }
+
+    void RemoveTemporaries() const {
+        for (const std::string& name : ListTemporaries()) {
             EXPECT_THAT(name, testing::MatchesRegex("\\.nbscore-[0-9a-f]+\\.tmp"));
-            // Half of them stay, to see that nobody minds.
-            if (leftTemporary % 2 == 0) std::filesystem::remove(folder / name);
+            std::filesystem::remove(folder / name);
         }
     }
-    EXPECT_GT(leftEarlier, 20);
-    EXPECT_GT(leftTemporary, 20);
 
-    ASSERT_EQ(Run(intoFile).exitStatus, 0);
-    EXPECT_EQ(folder.Read("out.csv"), expected);
+    std::string table = fruitCases;
+    /// What the run writes when nobody kills it.
+    std::string whole;
+    const std::vector<std::string> fromFile = {"score", "model.pmml", "cases.csv", "-o", "out.csv", "--quiet"};
+    const std::vector<std::string> fromPipe = {"score", "model.pmml", "-", "-o", "out.csv", "--quiet"};
+};
+
+TEST_F(KilledRun, LeavesTheEarlierFile_WhenItsInputHasNotEnded) {
+    constexpr std::size_t runs = 60;
+    // What is on its way from here to the file: in the pipe, in the reader, before the writer.
+    constexpr std::size_t mostOnItsWay = 400'000;
+    for (std::size_t i = 0; i < runs; ++i) {
+        StartedCommand started(MakeCall(fromPipe));
+        const std::size_t given = table.size() * i / (runs - 1);
+        started.WriteInput(table.substr(0, given));
+        const std::size_t scored = given < mostOnItsWay ? 0 : whole.size() / table.size() * (given - mostOnItsWay);
+        WaitUntil([&] { return HasWritten(scored); });
+        Kill(started);
+        if (HasFatalFailure()) return;
+        ASSERT_EQ(folder.Read("out.csv"), earlier) << given << " bytes of the table";
+        ASSERT_THAT(ListTemporaries(), SizeIs(1));
+        RemoveTemporaries();
+    }
+}
+
+TEST_F(KilledRun, LeavesTheEarlierFileOrTheWholeNewOne) {
+    constexpr std::size_t runs = 140;
+    constexpr std::size_t runsToTheEnd = 20;
+    for (std::size_t i = 0; i < runs; ++i) {
+        folder.Write("out.csv", earlier);
+        StartedCommand started(MakeCall(fromFile));
+        if (i < runs - runsToTheEnd) {
+            WaitUntil([&] { return HasWritten(whole.size() * i / (runs - runsToTheEnd - 1)); });
+        } else {
+            WaitUntil([&] { return IsReplaced(); });
+        }
+        Kill(started);
+        if (HasFatalFailure()) return;
+        const std::string left = folder.Read("out.csv");
+        ASSERT_TRUE(left == earlier || left == whole) << "a part of " << left.size() << " bytes";
+        ASSERT_TRUE(left == whole || i < runs - runsToTheEnd);
+        // What was not yet renamed stays, and nothing else does.
+        ASSERT_THAT(ListTemporaries(), SizeIs(left == earlier ? 1 : 0));
+        RemoveTemporaries();
+    }
+}
+
+TEST_F(KilledRun, IsNoHindranceToTheNextOne) {
+    for (int i = 0; i < 5; ++i) {
+        StartedCommand started(MakeCall(fromPipe));
+        WaitUntil([&] { return ListTemporaries().size() == static_cast<std::size_t>(i) + 1; });
+        Kill(started);
+        if (HasFatalFailure()) return;
+    }
+    const std::vector<std::string> leftBefore = ListTemporaries();
+    ASSERT_EQ(Run(fromFile).exitStatus, 0);
+    EXPECT_EQ(folder.Read("out.csv"), whole);
+    EXPECT_EQ(ListTemporaries(), leftBefore);
+    RemoveTemporaries();
+    ASSERT_EQ(Run(fromFile).exitStatus, 0);
+    EXPECT_THAT(ListTemporaries(), IsEmpty());
 }
 
 }  // namespace
