@@ -103,7 +103,7 @@ void RenameElement(Draft& draft) {
     const ElementSpan& element = draft.AnyElement();
     const std::string oldName = draft.TextOf(element.name);
     const std::string newName = draft.random.OneIn(8) ? draft.Mutated(oldName) : draft.TextOf(draft.AnyElement().name);
-    const std::size_t closing = draft.text.rfind(oldName, element.whole.end);
+    const std::size_t closing = draft.text.rfind(oldName, element.whole.end - oldName.size());
     if (element.content.end < element.whole.end && closing != std::string::npos && closing > element.content.end) {
         draft.Replace({closing, closing + oldName.size()}, newName);
     }

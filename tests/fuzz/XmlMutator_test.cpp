@@ -1,0 +1,78 @@
+// What the fuzzer calls to change a document, or to make one of two.
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t maxSize,
+                                               unsigned int seed);
+extern "C" std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t* first, std::size_t firstSize,
+                                                 const std::uint8_t* second, std::size_t secondSize, std::uint8_t* out,
+                                                 std::size_t maxOutSize, unsigned int seed);
+
+namespace nbscore::fuzz {
+namespace {
+
+const std::uint8_t* BytesOf(const std::string& text) {
+    return reinterpret_cast<const std::uint8_t*>(text.data());
+}
+
+/// Numbers that follow one another as seeds that lie far apart: of near ones the first draws are alike.
+unsigned int SeedOf(unsigned int number) {
+    return number * 2654435761U;
+}
+
+/// In a buffer of just this size, whose end a sanitizer watches.
+std::string Mutated(const std::string& text, std::size_t maxSize, unsigned int number) {
+    std::vector<std::uint8_t> bytes(BytesOf(text), BytesOf(text) + text.size());
+    bytes.resize(maxSize);
+    const std::size_t size = LLVMFuzzerCustomMutator(bytes.data(), text.size(), maxSize, SeedOf(number));
+    EXPECT_LE(size, maxSize);
+    return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)};
+}
+
+TEST(XmlMutator, ChangesMostTexts_AndEachAlikeForTheSameSeed) {
+    const std::string text = "<a><b p='1'>x</b><c q='2'/></a>";
+    int changed = 0;
+    for (unsigned int number = 0; number < 500; ++number) {
+        const std::string mutated = Mutated(text, 1000, number);
+        EXPECT_EQ(mutated, Mutated(text, 1000, number));
+        changed += mutated != text ? 1 : 0;
+    }
+    EXPECT_GT(changed, 400);
+}
+
+TEST(XmlMutator, ChangesBytes_WhereThereIsNoElement) {
+    EXPECT_TRUE(Mutated("text", 100, 1).starts_with("textM"));
+    EXPECT_TRUE(Mutated("", 100, 1).starts_with("M"));
+}
+
+TEST(XmlMutator, KeepsToTheRoomThatThereIs) {
+    const std::string text = "<a><b p='1'>x</b><c q='2'/></a>";
+    for (const std::size_t room : {text.size(), text.size() + 1, text.size() + 20}) {
+        for (unsigned int number = 0; number < 2000; ++number)
+            Mutated(text, room, number);
+    }
+}
+
+TEST(XmlCrossOver, MakesOneOfTwo_InTheRoomThatThereIs) {
+    const std::string first = "<a><b/></a>";
+    const std::string second = "<c/>";
+    for (const std::size_t room : {std::size_t{0}, std::size_t{5}, std::size_t{100}}) {
+        for (unsigned int number = 0; number < 200; ++number) {
+            std::vector<std::uint8_t> out(room);
+            const std::size_t size = LLVMFuzzerCustomCrossOver(BytesOf(first), first.size(), BytesOf(second),
+                                                               second.size(), out.data(), room, SeedOf(number));
+            ASSERT_LE(size, room);
+            const std::string text(out.begin(), out.begin() + static_cast<std::ptrdiff_t>(size));
+            if (room == 100) {
+                EXPECT_NE(text.find("<c/>"), std::string::npos) << text;
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace nbscore::fuzz
