@@ -296,6 +296,7 @@ std::vector<RefusedSample> MakeSamples() {
                       "name=\"p\"/></DefineFunction>"),
          "/PMML/TransformationDictionary[1]/DefineFunction[1]/ParameterField[2]", "Give each parameter a name"},
         {Computing(Apply("round", weight + weight)), field + "/Apply[1]", "Pass as many arguments"},
+        {Computing(Apply("pow", weight)), field + "/Apply[1]", ""},
         {Transforming(ChainOfFunctions(1002, Apply("@", parameter)) + Field("d", Apply("f1001", weight))), field,
          "Let functions call fewer others"},
         {Transforming(ChainOfFunctions(30, Apply("+", Apply("@", parameter) + Apply("@", parameter))) +

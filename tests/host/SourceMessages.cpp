@@ -45,8 +45,9 @@ private:
     std::size_t at = 0;
 };
 
-bool HasWords(const std::string& text) {
-    return text.find_first_not_of(' ') != std::string::npos && text.find(' ') != std::string::npos;
+/// What is neither empty nor a plain word, as names of elements are.
+bool MayBeOfAMessage(const std::string& text) {
+    return text.find_first_not_of(' ') != std::string::npos && text.find_first_of(" .:;!?\"<>") != std::string::npos;
 }
 
 }  // namespace
@@ -59,7 +60,8 @@ std::vector<SourceMessage> FindSourceMessages(const std::filesystem::path& repos
             const std::string source = ReadWholeFile(entry.path());
             Scanner scanner(source);
             for (std::string literal; scanner.Next(literal);) {
-                if (HasWords(literal)) messages.push_back({entry.path().filename().string(), literal});
+                if (!MayBeOfAMessage(literal)) continue;
+                messages.push_back({entry.path().lexically_relative(repository / "src").generic_string(), literal});
             }
         }
     }
