@@ -52,6 +52,7 @@ constexpr Advice advices[] = {
     {3, "The name * is longer than *", "Check that the document is PMML, where names of elements are short."},
     {3, "A tag, comment or section is longer than *",
      "Check that quotation marks, brackets and comments are closed: no model needs a tag so long."},
+    {3, "A tag has more than *", "Check that the document is PMML, where elements have a dozen attributes at most."},
     {3, "A text is longer than *", "Check that the document is PMML: no model needs a text so long in one element."},
     {3, "The document declares the encoding *", "Let the XML declaration name the encoding that the file is saved in."},
     {3, "The document is no well-formed XML: it is empty, *", "Check that the file is the PMML document, and whole."},

@@ -54,6 +54,13 @@ std::string ManyNames() {
     return "<PMML>" + elements + "</PMML>";
 }
 
+std::string ManyAttributes() {
+    std::string attributes;
+    for (int i = 0; i < 1001; ++i)
+        attributes += " a" + std::to_string(i) + "=\"\"";
+    return Fruit("<Header/>", "<Header" + attributes + "/>");
+}
+
 std::string WithManyCells() {
     std::string values;
     for (int i = 0; i < 60; ++i)
@@ -176,6 +183,7 @@ std::vector<RefusedSample> MakeSamples() {
         {Nested("<a>", "", "</a>", 1001), "1:3001", "Check that end tags are not missing"},
         {ManyNames(), "1:78889", "Check that the document is PMML"},
         {Fruit("<Header/>", "<" + std::string(1001, 'h') + "/>"), "3:3", "Check that the document is PMML"},
+        {ManyAttributes(), "3:3", "Check that the document is PMML, where elements have a dozen attributes"},
         {Fruit("<Header/>", "<!--" + std::string(9'000'000, '<') + "-->"), "3:3", "Check that quotation marks"},
         {Fruit("<Header/>", std::string(16'000'001, ' ')), "2:57",
          "Check that the document is PMML: no model needs a text"},

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 
+#include "hostile/CollidingName.h"
 #include "hostile/HostileTest.h"
 
 namespace nbscore::test {
@@ -13,6 +14,7 @@ using testing::Not;
 
 constexpr int mega = 1'000'000;
 constexpr const char* tooLong = "error 3: A tag, comment or section is longer than 8000000 bytes.";
+constexpr const char* tooManyAttributes = "error 3: A tag has more than 1000 attributes.";
 constexpr const char* notXml = "error 3: The document is no well-formed XML: .+";
 
 /// A document that is written piece by piece.
@@ -46,6 +48,14 @@ std::string Attributes(int number) {
     return block;
 }
 
+/// The same, and finding any takes looking at all before it.
+std::string CollidingAttributes(int number) {
+    std::string block;
+    for (int i = 0; i < 25'000; ++i)
+        block += CollidingName(number * 25'000 + i) + "='' ";
+    return block;
+}
+
 const std::vector<Stream> streams = {
     {"AGigabyteOfBrackets", "", Filled("<"), 1000, "", std::string("1:2: ") + notXml},
     {"AGigabyteOfLetters", "", Filled("a"), 1000, "", std::string("1:1: ") + notXml},
@@ -55,7 +65,8 @@ const std::vector<Stream> streams = {
     {"MillionsOfNestedElements", "", Filled("<a>"), 10, "", "1:3001: error 3: Elements nest deeper than 1000 levels."},
     {"AnAttribute", "<PMML a='", Filled("x"), 200, "'/>", std::string("1:1: ") + tooLong},
     {"AnAttributeOfReferences", "<PMML a='", Filled("&#x41;"), 200, "'/>", std::string("1:1: ") + tooLong},
-    {"TenMillionAttributes", "<PMML ", Attributes, 100, "/>", std::string("1:1: ") + tooLong},
+    {"TenMillionAttributes", "<PMML ", Attributes, 100, "/>", std::string("1:1: ") + tooManyAttributes},
+    {"AttributesThatCollide", "<PMML ", CollidingAttributes, 5, "/>", std::string("1:1: ") + tooManyAttributes},
     {"ANameOfAnElement", "<PMML><", Filled("x"), 200, "/></PMML>", std::string("1:7: ") + tooLong},
     {"ANameOfAnAttribute", "<PMML ", Filled("x"), 200, "=''/>", std::string("1:1: ") + tooLong},
     {"ANameOfAnEntity", "<PMML>&", Filled("x"), 200, ";</PMML>", std::string("1:7: ") + tooLong},

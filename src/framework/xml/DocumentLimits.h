@@ -12,6 +12,8 @@ struct DocumentLimits {
     static constexpr std::uint64_t longestMarkup = 8'000'000;
     /// In UTF-16 units: the text between two tags, comments in it left out.
     static constexpr std::uint64_t longestText = 16'000'000;
+    /// Of one tag: whether two of them have the same name takes the parser time that grows with their square.
+    static constexpr std::uint64_t mostAttributes = 1000;
     /// In UTF-16 units: the name of an element or attribute.
     static constexpr std::uint64_t longestName = 1000;
 };

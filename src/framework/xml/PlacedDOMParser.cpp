@@ -9,6 +9,7 @@
 #include <xercesc/util/XMLUniDefs.hpp>
 
 #include <algorithm>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <utility>
@@ -70,6 +71,24 @@ bool IsEndlessXmlDeclaration(unsigned int code, const XMLCh* domain) {
            code == xercesc::XMLExcepts::Reader_CouldNotDecodeFirstLine;
 }
 
+/// The library reports a tag when it has it whole, and looks at each pair of its attributes before that. It takes six or
+/// seven pieces of memory for every attribute that the longest tag so far did not have, and a few dozen for other markup,
+/// however long: a tag that goes on for too long is seen by their number.
+class PieceLimit {
+public:
+    static constexpr std::uint64_t most = 10 * DocumentLimits::mostAttributes;
+
+    PieceLimit(XmlMemory& limitedMemory, std::function<void()> tooMany) : memory(limitedMemory) {
+        memory.LimitPieces(most, std::move(tooMany));
+    }
+    ~PieceLimit() { memory.LiftLimit(); }
+    PieceLimit(const PieceLimit&) = delete;
+    PieceLimit& operator=(const PieceLimit&) = delete;
+
+private:
+    XmlMemory& memory;
+};
+
 std::string ProblemOf(unsigned int code, const XMLCh* domain, const XMLCh* text) {
     if (IsMissingRoot(code, domain)) {
         return "it is empty, does not begin with an element, or is not in the encoding that it declares";
@@ -110,6 +129,7 @@ ParsedDocument PlacedDOMParser::ParseAndAdopt(std::istream& stream) {
     pendingBlanks.clear();
     isBehindStartTag = false;
     isBehindText = false;
+    const PieceLimit limit(*memory, [this] { RefuseAttributes(); });
     parse(StreamInputSource(stream, *memory, [this](std::uint64_t taken) { NoteBytes(taken); }));
     ParsedDocument document(adoptDocument(), DocumentReleaser{memory});
     ElementPlaces::Attach(document.get(), std::move(places));
@@ -120,6 +140,7 @@ void PlacedDOMParser::NotePosition() {
     const xercesc::Locator& locator = *getScanner()->getLocator();
     lastEnd = {locator.getLineNumber(), locator.getColumnNumber()};
     bytesReported = bytesTaken;
+    memory->RecountPieces();
 }
 
 void PlacedDOMParser::NoteTagEnd() {
@@ -140,6 +161,10 @@ void PlacedDOMParser::NoteText(XMLSize_t length) {
     textLength += length;
     if (textLength <= DocumentLimits::longestText) return;
     RefuseAt(lastTagEnd, "A text is longer than " + std::to_string(DocumentLimits::longestText) + " characters.");
+}
+
+void PlacedDOMParser::RefuseAttributes() const {
+    Refuse("A tag has more than " + std::to_string(DocumentLimits::mostAttributes) + " attributes.");
 }
 
 void PlacedDOMParser::NoteName(const XMLCh* name) {
@@ -166,6 +191,7 @@ void PlacedDOMParser::startElement(const xercesc::XMLElementDecl& declaration, u
     if (++depth > BaseTranslator::maxElementDepth) {
         Refuse("Elements nest deeper than " + std::to_string(BaseTranslator::maxElementDepth) + " levels.");
     }
+    if (attributeCount > DocumentLimits::mostAttributes) RefuseAttributes();
     NoteName(declaration.getFullName());
     for (XMLSize_t i = 0; i < attributeCount; ++i)
         NoteName(attributes.elementAt(i)->getName());

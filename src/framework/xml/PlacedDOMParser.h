@@ -19,7 +19,7 @@ namespace nbscore {
 ///
 /// It takes no document type declaration, so there are no entities beyond the five of XML itself; it fetches
 /// nothing; elements nest no deeper than BaseTranslator::maxElementDepth, use no more names than DistinctNames
-/// allows, and neither names nor tags nor texts are longer than DocumentLimits says. What it refuses, XML faults
+/// allows, and neither names nor tags nor texts are longer than DocumentLimits says, nor has a tag more attributes. What it refuses, XML faults
 /// included, leaves as VeskException with its line and column; so does a document that takes all the memory there is.
 ///
 /// The document that it builds has no comments and no blanks between elements, and its attributes are compact
@@ -69,6 +69,7 @@ private:
     void NoteName(const XMLCh* name);
     void NoteText(XMLSize_t length);
     void NoteBytes(std::uint64_t taken);
+    [[noreturn]] void RefuseAttributes() const;
     void AddPendingBlanks();
     [[noreturn]] void Refuse(const std::string& message) const;
     [[noreturn]] static void RefuseAt(const Position& position, const std::string& message);

@@ -5,6 +5,7 @@
 
 #include <limits>
 #include <new>
+#include <utility>
 
 namespace nbscore {
 
@@ -13,7 +14,14 @@ XmlMemory::~XmlMemory() {
         deallocate(ring.behind + 1);
 }
 
+void XmlMemory::LimitPieces(std::uint64_t most, std::function<void()> tooMany) {
+    pieces = 0;
+    mostPieces = most;
+    onTooManyPieces = std::move(tooMany);
+}
+
 void* XmlMemory::allocate(XMLSize_t size) {
+    if (++pieces > mostPieces && onTooManyPieces) onTooManyPieces();
     if (size > std::numeric_limits<XMLSize_t>::max() - sizeof(Link)) throw xercesc::OutOfMemoryException();
     void* memory = nullptr;
     try {

@@ -3,6 +3,8 @@
 #include <xercesc/framework/MemoryManager.hpp>
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 
 namespace nbscore {
 
@@ -17,6 +19,14 @@ public:
     /// Throws xercesc::OutOfMemoryException, which is what the library wants to see.
     void* allocate(XMLSize_t size) override;
     void deallocate(void* memory) override;
+    /// Counts the pieces of memory that are taken from now on and calls `tooMany`, which throws, instead of giving out more
+    /// than `most`.
+    void LimitPieces(std::uint64_t most, std::function<void()> tooMany);
+    /// Begins to count anew.
+    void RecountPieces() { pieces = 0; }
+    /// Gives out as many as are asked for, as it does at first.
+    void LiftLimit() { onTooManyPieces = nullptr; }
+
     /// The library's own one: exceptions outlive the parser that throws them.
     xercesc::MemoryManager* getExceptionMemoryManager() override;
 
@@ -28,6 +38,9 @@ private:
     };
 
     Link ring;
+    std::uint64_t pieces = 0;
+    std::uint64_t mostPieces = 0;
+    std::function<void()> onTooManyPieces;
 };
 
 }  // namespace nbscore

@@ -105,16 +105,57 @@ std::string ManyNames(int elements, int attributes) {
 
 TEST(HostileDocument, IsRefused_WhenItUsesTooManyNames) {
     const std::string message = "The document uses more than 10000 different names for elements and attributes.";
-    EXPECT_FALSE(RefusalOfText(ManyNames(4999, 5000)));
+    EXPECT_FALSE(RefusalOfText(ManyNames(8999, 1000)));
     const auto elements = RefusalOfText(ManyNames(20000, 0));
     ASSERT_TRUE(elements);
     EXPECT_EQ(elements->GetCode(), VeskException::MalformedDocument);
     EXPECT_EQ(elements->GetMessage(), message);
     EXPECT_EQ(PlaceText(elements->GetPlace()), "2:78883 ");  // e9999, the 10,000th name after "a" makes 10,001
-    const auto attributes = RefusalOfText(ManyNames(0, 100000));
-    ASSERT_TRUE(attributes);
-    EXPECT_EQ(attributes->GetMessage(), message);
-    EXPECT_EQ(PlaceText(attributes->GetPlace()), "1:1 ");
+}
+
+std::string Attributes(int count, const std::string& name = "x", const std::string& value = "") {
+    std::string text;
+    for (int i = 0; i < count; ++i)
+        text += " " + name + std::to_string(i) + "='" + value + "'";
+    return text;
+}
+
+void ExpectTooManyAttributes(const std::string& text, const std::string& place) {
+    const auto refusal = RefusalOfText(text);
+    ASSERT_TRUE(refusal) << text.substr(0, 100);
+    EXPECT_EQ(refusal->GetCode(), VeskException::MalformedDocument);
+    EXPECT_EQ(refusal->GetMessage(), "A tag has more than 1000 attributes.");
+    EXPECT_EQ(PlaceText(refusal->GetPlace()), place + " ");
+}
+
+TEST(HostileDocument, IsAccepted_WhenTagsHaveAsManyAttributesAsTheyMay) {
+    const std::string longest(990, 'n');
+    const std::string value(2000, 'v');
+    EXPECT_FALSE(RefusalOfText("<a" + Attributes(1000, longest, value) + "/>"));
+    EXPECT_FALSE(RefusalOfText("<a><b" + Attributes(1000) + "/><b" + Attributes(1000, "y", value) + "/>\n<c" +
+                               Attributes(1000, longest) + "><d/></c></a>"));
+    EXPECT_FALSE(RefusalOfText("<a>text<!-- " + Attributes(100'000) + "--><b" + Attributes(1000) + "/></a>"));
+}
+
+TEST(HostileDocument, IsRefusedAtTheTag_WhenItHasTooManyAttributes) {
+    ExpectTooManyAttributes("<a" + Attributes(1001) + "/>", "1:1");
+    ExpectTooManyAttributes("<a>\n<b" + Attributes(1001) + "/></a>", "2:1");
+    ExpectTooManyAttributes("<a>\n<b" + Attributes(1000) + "/><c" + Attributes(1001) + "/></a>", "2:7895");
+}
+
+/// What never ends is no tag.
+TEST(HostileDocument, IsRefusedInTheTag_WhenItsAttributesGoOn) {
+    ExpectTooManyAttributes("<a>\n<b" + Attributes(3000), "2:1");
+    ExpectTooManyAttributes("<a>\n<b" + Attributes(1000) + "/><c" + Attributes(4000), "2:7895");
+}
+
+/// The limit is the parser's. Each of these texts takes a piece of memory of its own.
+TEST(HostileDocument, TakesAsManyPiecesOfMemoryAsItIsGiven_WhenItIsChangedAfterwards) {
+    const std::basic_string<XMLCh> text(2500, u'x');
+    WithDocument("<a/>", [&](DocumentProbe&, xercesc::DOMDocument& document) {
+        for (int i = 0; i < 12'000; ++i)
+            EXPECT_NE(document.createTextNode(text.c_str()), nullptr);
+    });
 }
 
 void ExpectTooLong(const std::string& text, const std::string& message, const std::string& place) {
