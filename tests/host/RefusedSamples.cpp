@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "cli/FruitFields.h"
+#include "support/CollidingName.h"
 
 namespace nbscore::test {
 namespace {
@@ -49,9 +50,24 @@ std::string Nested(const std::string& begin, const std::string& inside, const st
 
 std::string ManyNames() {
     std::string elements;
-    for (int i = 0; i < 10001; ++i)
+    for (int i = 0; i < 200'001; ++i)
         elements += "<e" + std::to_string(i) + "/>";
     return "<PMML>" + elements + "</PMML>";
+}
+
+/// Names of a thousand characters, which begin with numbers.
+std::string LongNames() {
+    std::string elements;
+    for (int i = 10'000; i < 26'000; ++i)
+        elements += "<n" + std::to_string(i) + std::string(994, '-') + "/>";
+    return "<PMML>" + elements + "</PMML>";
+}
+
+std::string CollidingNames() {
+    std::string elements;
+    for (int i = 0; i < 101; ++i)
+        elements += "<" + CollidingName(i) + "/>\n";
+    return Fruit("<Header/>", "<Header>" + elements + "</Header>");
 }
 
 std::string ManyAttributes() {
@@ -181,8 +197,10 @@ std::vector<RefusedSample> MakeSamples() {
         // No well-formed XML, or XML that is not accepted.
         {Fruit("<PMML ", "<!DOCTYPE PMML><PMML "), "2:1", "Take the document type declaration out"},
         {Nested("<a>", "", "</a>", 1001), "1:3001", "Check that end tags are not missing"},
-        {ManyNames(), "1:78889", "Check that the document is PMML"},
+        {ManyNames(), "1:1888887", "Check that the document is PMML"},
         {Fruit("<Header/>", "<" + std::string(1001, 'h') + "/>"), "3:3", "Check that the document is PMML"},
+        {LongNames(), "1:16047004", "Check that the document is PMML, where names of elements are short"},
+        {CollidingNames(), "103:1", "Give the elements other names"},
         {ManyAttributes(), "3:3", "Check that the document is PMML, where elements have a dozen attributes"},
         {Fruit("<Header/>", "<!--" + std::string(9'000'000, '<') + "-->"), "3:3", "Check that quotation marks"},
         {Fruit("<Header/>", std::string(16'000'001, ' ')), "2:57",

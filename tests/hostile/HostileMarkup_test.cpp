@@ -3,8 +3,8 @@
 #include <filesystem>
 #include <functional>
 
-#include "hostile/CollidingName.h"
 #include "hostile/HostileTest.h"
+#include "support/CollidingName.h"
 
 namespace nbscore::test {
 namespace {
@@ -15,6 +15,8 @@ using testing::Not;
 constexpr int mega = 1'000'000;
 constexpr const char* tooLong = "error 3: A tag, comment or section is longer than 8000000 bytes.";
 constexpr const char* tooManyAttributes = "error 3: A tag has more than 1000 attributes.";
+constexpr const char* collision =
+    "error 3: The names of elements collide: more than 100 of them fall on one place of the XML parser's table.";
 constexpr const char* notXml = "error 3: The document is no well-formed XML: .+";
 
 /// A document that is written piece by piece.
@@ -56,6 +58,21 @@ std::string CollidingAttributes(int number) {
     return block;
 }
 
+std::string CollidingElements(int number) {
+    std::string block;
+    for (int i = 0; i < 25'000; ++i)
+        block += "<" + CollidingName(number * 25'000 + i) + "/>";
+    return block;
+}
+
+/// The first 850 characters are the same too. The parser would compare all of them with all.
+std::string LongCollidingElements(int number) {
+    std::string block;
+    for (int i = 0; i < 1000; ++i)
+        block += "<" + std::string(850, 'x') + CollidingName(number * 1000 + i) + "/>";
+    return block;
+}
+
 const std::vector<Stream> streams = {
     {"AGigabyteOfBrackets", "", Filled("<"), 1000, "", std::string("1:2: ") + notXml},
     {"AGigabyteOfLetters", "", Filled("a"), 1000, "", std::string("1:1: ") + notXml},
@@ -67,6 +84,8 @@ const std::vector<Stream> streams = {
     {"AnAttributeOfReferences", "<PMML a='", Filled("&#x41;"), 200, "'/>", std::string("1:1: ") + tooLong},
     {"TenMillionAttributes", "<PMML ", Attributes, 100, "/>", std::string("1:1: ") + tooManyAttributes},
     {"AttributesThatCollide", "<PMML ", CollidingAttributes, 5, "/>", std::string("1:1: ") + tooManyAttributes},
+    {"ElementsThatCollide", "<PMML>", CollidingElements, 5, "</PMML>", std::string("1:3707: ") + collision},
+    {"LongElementsThatCollide", "<PMML>", LongCollidingElements, 10, "</PMML>", std::string("1:88707: ") + collision},
     {"ANameOfAnElement", "<PMML><", Filled("x"), 200, "/></PMML>", std::string("1:7: ") + tooLong},
     {"ANameOfAnAttribute", "<PMML ", Filled("x"), 200, "=''/>", std::string("1:1: ") + tooLong},
     {"ANameOfAnEntity", "<PMML>&", Filled("x"), 200, ";</PMML>", std::string("1:7: ") + tooLong},
@@ -122,6 +141,22 @@ TEST_F(HostileMarkup, IsRefusedWhereMemoryEnds_WhenElementsAreTooMany) {
         command.WriteInput("</PMML>");
         command.CloseInput();
         ExpectRefused(command.Wait(), "[0-9]{6,}:[0-9]: error 12: The document takes more memory than there is.");
+    }
+}
+
+/// Each name twice, also where a prefix is to be taken off every one.
+TEST_F(HostileMarkup, IsScored_WhenElementsHaveAHundredAndFiftyThousandNames) {
+    const std::string expected = Run({"score", "model.pmml", "cases.csv"}).out;
+    for (const std::string prefix : {"", "p:"}) {
+        std::string names;
+        for (int i = 0; i < 300'000; ++i)
+            names += "<" + prefix + "term_" + std::to_string(i % 150'000) + "/>\n";
+        std::string document = Replace(fruitDocument, "<Header/>", "<Header>" + names + "</Header>");
+        document = Replace(document, "<PMML", "<" + prefix + "PMML xmlns:p=\"http://www.dmg.org/PMML-4_4\"");
+        folder.Write("model.pmml", Replace(document, "</PMML>", "</" + prefix + "PMML>"));
+        const CommandResult result = RunLimited({"score", "model.pmml", "cases.csv"});
+        EXPECT_EQ(result.exitStatus, 0) << result.err;
+        EXPECT_EQ(result.out, expected);
     }
 }
 

@@ -1,42 +1,38 @@
 #pragma once
 
-#include <xercesc/util/XMLString.hpp>
+#include <xercesc/dom/impl/DOMDocumentImpl.hpp>
 #include <xercesc/util/XercesDefs.hpp>
 
-#include <cstddef>
-#include <string>
+#include <cstdint>
+#include <set>
 #include <string_view>
-#include <unordered_set>
 
 namespace nbscore {
 
-/// The element and attribute names that a document has used so far.
+/// The names of elements and attributes that a document has used so far, each kept once, in the document's memory.
 ///
-/// The XML library looks names up in a table that never grows, so that a document of ever new names takes time that
-/// grows with the square of its size. Real documents use a few hundred; what uses more than the limit is refused.
+/// The XML library would keep them itself, in a table that never grows: looking up the names of a document of ever new
+/// ones takes time that grows with the square of its size. Here it takes a number of comparisons that hardly grows.
 class DistinctNames {
 public:
-    static constexpr std::size_t limit = 10000;
+    /// The kept name that equals this one; null when there is none.
+    const XMLCh* Find(const XMLCh* name) const;
+    /// Keeps a copy of a name that is not kept yet, in this document.
+    const XMLCh* Keep(const XMLCh* name, xercesc::DOMDocumentImpl& document);
 
-    /// False when the name is new and one too many.
-    bool Note(const XMLCh* name) {
-        const Text text(name, xercesc::XMLString::stringLen(name));
-        if (names.find(text) == names.end()) names.emplace(text);
-        return names.size() <= limit;
-    }
+    std::uint64_t GetCount() const { return names.size(); }
+    /// The length of all of them together, in UTF-16 units.
+    std::uint64_t GetLength() const { return length; }
 
 private:
     using Text = std::basic_string_view<XMLCh>;
-    struct Hash {
-        using is_transparent = void;
-        std::size_t operator()(Text text) const {
-            std::size_t hash = 14695981039346656037u;
-            for (const XMLCh unit : text)
-                hash = (hash ^ unit) * 1099511628211u;
-            return hash;
-        }
+    /// By length first, because most names differ in it.
+    struct ShorterOrLess {
+        bool operator()(Text left, Text right) const;
     };
-    std::unordered_set<std::basic_string<XMLCh>, Hash, std::equal_to<>> names;
+
+    std::set<Text, ShorterOrLess> names;
+    std::uint64_t length = 0;
 };
 
 }  // namespace nbscore

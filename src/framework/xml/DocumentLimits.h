@@ -16,6 +16,11 @@ struct DocumentLimits {
     static constexpr std::uint64_t mostAttributes = 1000;
     /// In UTF-16 units: the name of an element or attribute.
     static constexpr std::uint64_t longestName = 1000;
+    /// Of elements and attributes, each counted once. A test case of a document has an element of its own name for every
+    /// input.
+    static constexpr std::uint64_t mostNames = 200'000;
+    /// In UTF-16 units: all of them together.
+    static constexpr std::uint64_t longestNames = 16'000'000;
 };
 
 }  // namespace nbscore

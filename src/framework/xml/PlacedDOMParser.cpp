@@ -1,6 +1,7 @@
 #include "framework/xml/PlacedDOMParser.h"
 
 #include <xercesc/dom/impl/DOMDocumentImpl.hpp>
+#include <xercesc/dom/impl/DOMElementImpl.hpp>
 #include <xercesc/framework/XMLErrorCodes.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/util/XMLExceptMsgs.hpp>
@@ -89,6 +90,8 @@ private:
     XmlMemory& memory;
 };
 
+constexpr XmlName firstName("PMML");
+
 std::string ProblemOf(unsigned int code, const XMLCh* domain, const XMLCh* text) {
     if (IsMissingRoot(code, domain)) {
         return "it is empty, does not begin with an element, or is not in the encoding that it declares";
@@ -120,6 +123,9 @@ PlacedDOMParser::PlacedDOMParser(std::shared_ptr<XmlMemory> documentMemory)
 ParsedDocument PlacedDOMParser::ParseAndAdopt(std::istream& stream) {
     places = std::make_unique<ElementPlaces>();
     names = DistinctNames();
+    elementNames = ElementNameTable();
+    namesByNumber.clear();
+    lastTagBegin = Position();
     lastEnd = Position();
     lastTagEnd = Position();
     bytesTaken = 0;
@@ -167,14 +173,36 @@ void PlacedDOMParser::RefuseAttributes() const {
     Refuse("A tag has more than " + std::to_string(DocumentLimits::mostAttributes) + " attributes.");
 }
 
-void PlacedDOMParser::NoteName(const XMLCh* name) {
+/// The name's one copy in the document.
+const XMLCh* PlacedDOMParser::KeepName(const XMLCh* name) {
+    if (const XMLCh* const kept = names.Find(name)) return kept;
     if (xercesc::XMLString::stringLen(name) > DocumentLimits::longestName) {
-        Refuse("The name \"" + ExcerptOf(name) + "\" is longer than " + std::to_string(DocumentLimits::longestName) +
-               " characters.");
+        RefuseAt(lastTagBegin, "The name \"" + ExcerptOf(name) + "\" is longer than " +
+                                   std::to_string(DocumentLimits::longestName) + " characters.");
     }
-    if (names.Note(name)) return;
-    Refuse("The document uses more than " + std::to_string(DistinctNames::limit) +
-           " different names for elements and attributes.");
+    const XMLCh* const kept = names.Keep(name, Document());
+    if (names.GetCount() > DocumentLimits::mostNames) {
+        RefuseAt(lastTagBegin, "The document uses more than " + std::to_string(DocumentLimits::mostNames) +
+                                   " different names for elements and attributes.");
+    }
+    if (names.GetLength() > DocumentLimits::longestNames) {
+        RefuseAt(lastTagBegin, "The document's different names for elements and attributes have more than " +
+                                   std::to_string(DocumentLimits::longestNames) + " characters together.");
+    }
+    return kept;
+}
+
+/// The library numbers the names of elements, so that nearly all are found without a look at them.
+const XMLCh* PlacedDOMParser::KeepElementName(const xercesc::XMLElementDecl& declaration) {
+    const XMLSize_t number = declaration.getId();
+    if (number >= namesByNumber.size()) namesByNumber.resize(number + 1);
+    const XMLCh*& kept = namesByNumber[number];
+    if (kept != nullptr) return kept;
+    kept = KeepName(declaration.getFullName());
+    if (elementNames.Add(kept)) return kept;
+    RefuseAt(lastTagBegin, "The names of elements collide: more than " +
+                               std::to_string(ElementNameTable::mostInOnePlace) +
+                               " of them fall on one place of the XML parser's table.");
 }
 
 void PlacedDOMParser::Refuse(const std::string& message) const {
@@ -192,9 +220,8 @@ void PlacedDOMParser::startElement(const xercesc::XMLElementDecl& declaration, u
         Refuse("Elements nest deeper than " + std::to_string(BaseTranslator::maxElementDepth) + " levels.");
     }
     if (attributeCount > DocumentLimits::mostAttributes) RefuseAttributes();
-    NoteName(declaration.getFullName());
-    for (XMLSize_t i = 0; i < attributeCount; ++i)
-        NoteName(attributes.elementAt(i)->getName());
+    lastTagBegin = lastEnd;
+    nextElementName = KeepElementName(declaration);
     places->Add(lastEnd.line, lastEnd.column);
     NoteTagEnd();
     pendingBlanks.clear();
@@ -214,9 +241,20 @@ void PlacedDOMParser::endElement(const xercesc::XMLElementDecl& declaration, uns
     XercesDOMParser::endElement(declaration, urlId, isRoot, prefix);
 }
 
+/// The library's own nodes look their names up in a table that never grows. They are made with a name that is found at
+/// once, and get the kept one.
+xercesc::DOMElement* PlacedDOMParser::createElement(const XMLCh*) {
+    auto* const element =
+        new (&Document(), xercesc::DOMMemoryManager::ELEMENT_OBJECT) xercesc::DOMElementImpl(&Document(), firstName);
+    element->fName = nextElementName;
+    return element;
+}
+
 xercesc::DOMAttr* PlacedDOMParser::createAttr(const XMLCh* name) {
-    auto* const document = static_cast<xercesc::DOMDocumentImpl*>(getDocument());
-    return new (document) CompactAttribute(document, name);
+    const XMLCh* const kept = KeepName(name);
+    auto* const attribute = new (&Document()) CompactAttribute(&Document(), firstName);
+    attribute->fName = kept;
+    return attribute;
 }
 
 void PlacedDOMParser::AddPendingBlanks() {

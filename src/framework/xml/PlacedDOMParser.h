@@ -7,8 +7,10 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "framework/xml/DistinctNames.h"
+#include "framework/xml/ElementNameTable.h"
 #include "framework/xml/ElementPlaces.h"
 #include "framework/xml/ParsedDocument.h"
 #include "framework/xml/XmlMemory.h"
@@ -18,8 +20,8 @@ namespace nbscore {
 /// A parser that trusts no document and knows where each element's start tag begins.
 ///
 /// It takes no document type declaration, so there are no entities beyond the five of XML itself; it fetches
-/// nothing; elements nest no deeper than BaseTranslator::maxElementDepth, use no more names than DistinctNames
-/// allows, and neither names nor tags nor texts are longer than DocumentLimits says, nor has a tag more attributes. What it refuses, XML faults
+/// nothing; elements nest no deeper than BaseTranslator::maxElementDepth, their names do not crowd the library's
+/// table (ElementNameTable), and nothing is longer or more than DocumentLimits says. What it refuses, XML faults
 /// included, leaves as VeskException with its line and column; so does a document that takes all the memory there is.
 ///
 /// The document that it builds has no comments and no blanks between elements, and its attributes are compact
@@ -61,16 +63,19 @@ public:
                const XMLCh* systemId, const XMLCh* publicId, XMLFileLoc line, XMLFileLoc column) override;
 
 protected:
+    xercesc::DOMElement* createElement(const XMLCh* name) override;
     xercesc::DOMAttr* createAttr(const XMLCh* name) override;
 
 private:
     void NotePosition();
     void NoteTagEnd();
-    void NoteName(const XMLCh* name);
+    const XMLCh* KeepElementName(const xercesc::XMLElementDecl& declaration);
+    const XMLCh* KeepName(const XMLCh* name);
     void NoteText(XMLSize_t length);
     void NoteBytes(std::uint64_t taken);
     [[noreturn]] void RefuseAttributes() const;
     void AddPendingBlanks();
+    xercesc::DOMDocumentImpl& Document() { return *static_cast<xercesc::DOMDocumentImpl*>(getDocument()); }
     [[noreturn]] void Refuse(const std::string& message) const;
     [[noreturn]] static void RefuseAt(const Position& position, const std::string& message);
 
@@ -78,6 +83,11 @@ private:
     xercesc::SecurityManager limits;
     std::unique_ptr<ElementPlaces> places;
     DistinctNames names;
+    ElementNameTable elementNames;
+    /// The kept names of elements by the number that the library gives each; null for those not seen yet.
+    std::vector<const XMLCh*> namesByNumber;
+    const XMLCh* nextElementName = nullptr;
+    Position lastTagBegin;
     Position lastEnd;
     Position lastTagEnd;
     /// What the parser has taken from the stream, and what of it when it last reported something.

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <xercesc/util/XMLString.hpp>
 
 #include <algorithm>
 #include <filesystem>
@@ -8,9 +9,11 @@
 #include <random>
 #include <streambuf>
 #include <string>
+#include <vector>
 
 #include "framework/BaseTranslator.h"
 #include "framework/xml/DocumentProbe.h"
+#include "support/CollidingName.h"
 
 namespace {
 
@@ -104,13 +107,91 @@ std::string ManyNames(int elements, int attributes) {
 }
 
 TEST(HostileDocument, IsRefused_WhenItUsesTooManyNames) {
-    const std::string message = "The document uses more than 10000 different names for elements and attributes.";
-    EXPECT_FALSE(RefusalOfText(ManyNames(8999, 1000)));
-    const auto elements = RefusalOfText(ManyNames(20000, 0));
+    const std::string message = "The document uses more than 200000 different names for elements and attributes.";
+    EXPECT_FALSE(RefusalOfText(ManyNames(198'999, 1000)));
+    const auto elements = RefusalOfText(ManyNames(210'000, 0));
     ASSERT_TRUE(elements);
     EXPECT_EQ(elements->GetCode(), VeskException::MalformedDocument);
     EXPECT_EQ(elements->GetMessage(), message);
-    EXPECT_EQ(PlaceText(elements->GetPlace()), "2:78883 ");  // e9999, the 10,000th name after "a" makes 10,001
+    EXPECT_EQ(PlaceText(elements->GetPlace()), "2:1888881 ");  // e199999, the 200,000th name after "a" makes 200,001
+}
+
+TEST(HostileDocument, IsRefused_WhenItsNamesAreTooLongTogether) {
+    std::string text = "<a>\n";
+    for (int i = 10'000; i < 26'000; ++i)
+        text += "<n" + std::to_string(i) + std::string(994, '-') + "/>\n";
+    const auto refusal = RefusalOfText(text + "</a>");
+    ASSERT_TRUE(refusal);
+    EXPECT_EQ(refusal->GetCode(), VeskException::MalformedDocument);
+    EXPECT_EQ(
+        refusal->GetMessage(),
+        "The document's different names for elements and attributes have more than 16000000 characters together.");
+    EXPECT_EQ(PlaceText(refusal->GetPlace()), "16001:1 ");
+}
+
+/// Elements of these names, each on a line of its own behind the first one.
+std::string Elements(const std::vector<std::string>& names) {
+    std::string text = "<a>\n";
+    for (const std::string& name : names)
+        text += "<" + name + "/>\n";
+    return text + "</a>";
+}
+
+void ExpectCollision(const std::vector<std::string>& names, const std::string& place) {
+    const auto refusal = RefusalOfText(Elements(names));
+    ASSERT_TRUE(refusal);
+    EXPECT_EQ(refusal->GetCode(), VeskException::MalformedDocument);
+    EXPECT_EQ(refusal->GetMessage(),
+              "The names of elements collide: more than 100 of them fall on one place of the XML parser's table.");
+    EXPECT_EQ(PlaceText(refusal->GetPlace()), place + " ");
+}
+
+TEST(HostileDocument, IsRefused_WhenNamesHaveOneHash) {
+    std::vector<std::string> names;
+    for (int i = 0; i < 100; ++i)
+        names.push_back(nbscore::test::CollidingName(i));
+    EXPECT_FALSE(RefusalOfText(Elements(names)));
+    names.push_back(nbscore::test::CollidingName(100));
+    ExpectCollision(names, "102:1");
+}
+
+/// Numbered names from this number on.
+std::vector<std::string> SpreadNames(int begin, int count) {
+    std::vector<std::string> names;
+    for (int i = begin; i < begin + count; ++i)
+        names.push_back("n" + std::to_string(i));
+    return names;
+}
+
+/// Those that fall on the first place of a table of so many, and are spread over other tables.
+std::vector<std::string> NamesThatMeet(int count, XMLSize_t places) {
+    std::vector<std::string> names;
+    for (int i = 1'000'000; std::ssize(names) < count; ++i) {
+        const std::string name = "n" + std::to_string(i);
+        const std::basic_string<XMLCh> units(name.begin(), name.end());
+        if (xercesc::XMLString::hash(units.c_str(), places) == 0) names.push_back(name);
+    }
+    return names;
+}
+
+std::vector<std::string> operator+(std::vector<std::string> names, const std::vector<std::string>& more) {
+    names.insert(names.end(), more.begin(), more.end());
+    return names;
+}
+
+/// The parser's table has 3839 places while it holds 1439 names to 2878.
+TEST(HostileDocument, IsRefused_WhenNamesMeetInTheTableAsLargeAsItIs) {
+    const std::vector<std::string> meeting = NamesThatMeet(150, 3839);
+    EXPECT_FALSE(RefusalOfText(Elements(SpreadNames(0, 1000) + meeting)));
+    EXPECT_FALSE(RefusalOfText(Elements(SpreadNames(0, 3000) + meeting)));
+    const auto refusal = RefusalOfText(Elements(SpreadNames(0, 2000) + meeting));
+    ASSERT_TRUE(refusal);
+    EXPECT_GE(refusal->GetPlace().line, 2002U + 90);
+    EXPECT_LE(refusal->GetPlace().line, 2002U + 100);
+}
+
+TEST(HostileDocument, IsRefused_WhenNamesMeetAsTheTableGrows) {
+    ExpectCollision(NamesThatMeet(150, 3839) + SpreadNames(0, 2000), "1440:1");
 }
 
 std::string Attributes(int count, const std::string& name = "x", const std::string& value = "") {
