@@ -2,7 +2,9 @@
 
 #include <xercesc/dom/DOMDocument.hpp>
 
+#include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -24,8 +26,9 @@ PlaceKeeper::PlaceKeeper(xercesc::DOMDocument& changingDocument) : document(chan
     if (places == nullptr) return;
     std::size_t ordinal = 0;
     for (const DOMNode* node = &document; node != nullptr; node = NextInDocumentOrder(node)) {
-        if (IsElement(node)) marks.emplace(node, places->Get(ordinal++));
+        if (IsElement(node)) marks.emplace_back(node, places->Get(ordinal++));
     }
+    std::ranges::sort(marks, std::less(), [](const auto& entry) { return entry.first; });
 }
 
 PlaceKeeper::~PlaceKeeper() = default;
@@ -41,7 +44,9 @@ void PlaceKeeper::Settle() {
 
 ElementPlaces::Mark PlaceKeeper::MarkOf(const DOMNode* element) const {
     for (const DOMNode* node = element; node != nullptr; node = node->getParentNode()) {
-        if (const auto found = marks.find(node); found != marks.end()) return found->second;
+        const auto found =
+            std::ranges::lower_bound(marks, node, std::less(), [](const auto& entry) { return entry.first; });
+        if (found != marks.end() && found->first == node) return found->second;
     }
     return {};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "framework/Export.h"
 #include "framework/XmlFwd.h"
@@ -9,8 +10,8 @@
 namespace nbscore {
 
 /// Keeps the places of a document's elements right while elements are added, moved and taken out: notes them all
-/// beforehand, and Settle writes the table anew. Nodes that are taken out must not be released in between. Takes memory
-/// for every element while it lives.
+/// beforehand, and Settle writes the table anew. Nodes that are taken out must not be released in between. Takes 16 bytes for
+/// every element while it lives.
 class SCOREFRAMEWORK_API PlaceKeeper {
 public:
     /// The document must outlive the keeper.
@@ -27,7 +28,8 @@ public:
 
 private:
     xercesc::DOMDocument& document;
-    std::unordered_map<const xercesc::DOMNode*, ElementPlaces::Mark> marks;
+    /// In the order of the nodes' addresses.
+    std::vector<std::pair<const xercesc::DOMNode*, ElementPlaces::Mark>> marks;
 };
 
 }  // namespace nbscore
