@@ -5,6 +5,7 @@
 #include <deque>
 #include <memory>
 
+#include "framework/Export.h"
 #include "framework/XmlFwd.h"
 
 namespace nbscore {
@@ -12,7 +13,7 @@ namespace nbscore {
 /// Line and column of the start tag of every element of a document, in document order, eight bytes each.
 ///
 /// The table is found by its document, so that a place is told with nothing but a node at hand.
-class ElementPlaces {
+class SCOREFRAMEWORK_API ElementPlaces {
 public:
     struct Mark {
         std::uint32_t line = 0;
