@@ -60,4 +60,16 @@ TEST_F(PlaceKeeperTest, GivesANewElementThePlaceAroundIt) {
     });
 }
 
+/// Its address lies between those of elements that the keeper knows.
+TEST_F(PlaceKeeperTest, GivesAnElementThatStoodOutsideThePlaceAroundIt) {
+    Changing([](auto& document, DOMElement&, DOMElement& a, DOMElement&, DOMElement& d) {
+        DOMElement* const outside = document.createElement(nbscore::XmlName("outside"));
+        d.appendChild(document.createElement(nbscore::XmlName("later")));
+        PlaceKeeper keeper(document);
+        a.appendChild(outside);
+        keeper.Settle();
+        EXPECT_EQ(PlaceText(PlaceOf(outside)), "2:1 /r/a[1]/outside[1]");
+    });
+}
+
 }  // namespace
