@@ -5,6 +5,7 @@
 
 #include <fstream>
 #include <memory>
+#include <new>
 #include <utility>
 
 #include "document/DocumentAdapter.h"
@@ -20,11 +21,21 @@
 namespace nbscore {
 namespace {
 
+/// What does not fit into memory is let go of when this ends, so that there is some for saying so.
+template <typename Work>
+auto WithinMemory(const Work& work) {
+    try {
+        return WithoutXmlFaults(work);
+    } catch (const std::bad_alloc&) {
+        throw RefusalForMemory();
+    }
+}
+
 /// Does something with a document; its refusals carry the document's name.
 template <typename Work>
 auto Named(const std::string& name, const Work& work) {
     try {
-        return WithoutXmlFaults(work);
+        return WithinMemory(work);
     } catch (VeskException& refusal) {
         refusal.SetSource(name);
         throw;
@@ -78,11 +89,13 @@ std::vector<IgnoredConstruct> SourceDocument::FindIgnored() const {
 }
 
 std::optional<std::string> SourceDocument::ReadApplicationVersion() const {
-    const auto applications = DescendantsNamed(*document, element::application);
-    if (applications.empty()) return std::nullopt;
-    const XMLCh* const version = BaseTranslator::GetAttribute(applications.front(), attribute::version);
-    if (version == nullptr || *version == 0) return std::nullopt;
-    return Utf8Of(version);
+    return Named(name, [this]() -> std::optional<std::string> {
+        const auto applications = DescendantsNamed(*document, element::application);
+        if (applications.empty()) return std::nullopt;
+        const XMLCh* const version = BaseTranslator::GetAttribute(applications.front(), attribute::version);
+        if (version == nullptr || *version == 0) return std::nullopt;
+        return Utf8Of(version);
+    });
 }
 
 }  // namespace nbscore

@@ -36,7 +36,7 @@ struct Attempt {
     bool hasFailedAllocation = false;
 };
 
-/// What the parser says when memory runs out; a check answers with it, all else ends with it.
+/// What is said of a document when memory runs out; a check answers with it, all else ends with it.
 bool TellsOfMemory(const std::string& text) {
     return text.find("error 12: The document takes more memory than there is.\n") != std::string::npos;
 }

@@ -160,6 +160,23 @@ TEST_F(HostileMarkup, IsScored_WhenElementsHaveAHundredAndFiftyThousandNames) {
     }
 }
 
+/// A million bins, which take more than a hundred megabytes when the model is made.
+TEST_F(HostileMarkup, IsRefusedAndTheNextOneChecked_WhenMemoryEndsBehindTheParser) {
+    if (!memoryIsLimited) GTEST_SKIP() << "memory never ends here";
+    folder.Write("large.pmml", Replace(fruitDocument, "<PairCounts value=\"0\">", "<PairCounts value=\"1000000\">"));
+    const std::string refusal = "The document takes more memory than there is.";
+    for (const std::string format : {"text", "json"}) {
+        CommandCall call = LimitedCall({"check", "large.pmml", "model.pmml", "--format", format});
+        call.memoryLimit = std::uint64_t{100} << 20;
+        const CommandResult result = RunCommand(call);
+        EXPECT_EQ(result.exitStatus, 3) << result.err;
+        EXPECT_THAT(result.out + result.err, HasSubstr(refusal)) << format;
+        const std::string sound = format == "text" ? "model.pmml: single classifier, sound" : "\"sound\": true";
+        EXPECT_THAT(result.out, HasSubstr(sound)) << result.err;
+    }
+    EXPECT_EQ(RunLimited({"check", "large.pmml"}).exitStatus, 0);
+}
+
 TEST_F(HostileMarkup, IsRefused_WhenItIsAGigabyteOfZeros) {
     std::filesystem::resize_file(folder.Write("zeros.pmml", ""), std::uintmax_t{1} << 30);
     ExpectRefusedByAll("zeros.pmml", std::string("1:1: ") + notXml);

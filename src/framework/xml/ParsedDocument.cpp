@@ -11,6 +11,7 @@
 #include "framework/xml/ElementPlaces.h"
 #include "framework/xml/PlacedDOMParser.h"
 #include "framework/xml/PmmlPrefix.h"
+#include "framework/xml/XmlFaults.h"
 #include "framework/xml/XmlMemory.h"
 #include "framework/xml/XmlPlatform.h"
 
@@ -54,7 +55,7 @@ ParsedDocument ParseWithinMemory(std::istream& stream) {
         }
     };
     const auto refusal = [&] {
-        VeskException exhausted(VeskException::InconsistentDocument, "The document takes more memory than there is.");
+        VeskException exhausted = RefusalForMemory();
         DocumentPlace place;
         place.line = reached.line;
         place.column = reached.column;
