@@ -299,7 +299,7 @@ TEST(BayesInputReader, Refuses_WhenTheTablesWouldTakeTooMuchMemory) {
     ASSERT_TRUE(outcome.refusal);
     EXPECT_EQ(outcome.refusal->GetCode(), 12);
     EXPECT_EQ(outcome.refusal->GetMessage(),
-              "The document's count tables and categories need more than 50000000 cells of memory.");
+              "The document's count tables and categories need more than 18000000 cells of memory.");
     EXPECT_EQ(model.matrices.size(), fitting);
 }
 
