@@ -3,14 +3,19 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <cstddef>
 #include <limits>
+#include <vector>
 
 #include "support/BruteForceScorer.h"
 
 namespace {
 
-using nbscore::PredictedCategory;
 using Numbers = std::vector<double>;
+
+std::size_t PredictedCategory(const Numbers& probabilities, const Numbers& targetCounts) {
+    return nbscore::PredictedCategory(probabilities, targetCounts);
+}
 
 const double nan = std::numeric_limits<double>::quiet_NaN();
 
