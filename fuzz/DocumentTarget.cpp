@@ -20,6 +20,7 @@
 #include "host/MakeScoreWriter.h"
 #include "host/ModelVerifier.h"
 #include "host/ReusedResult.h"
+#include "host/ScoredCaseReader.h"
 
 namespace nbscore::fuzz {
 namespace {
@@ -90,13 +91,14 @@ bool IsScorable(const LoadedModel& model) {
 void Score(ScoreModel& model) {
     const std::unique_ptr<ScoreWriter> writer =
         MakeScoreWriter(model, {}, "cases", {.format = ScoreFormat::JsonLines, .prefix = {}, .subModels = {}});
+    ScoredCaseReader results(model, false);
     ReusedResult reused;
     for (const BaseCaseRecord& record : MakeCases(model)) {
         ReusedResult fresh;
         std::string again;
         std::string first;
-        writer->AppendCase(first, {}, fresh.Score(model, record));
-        writer->AppendCase(again, {}, reused.Score(model, record));
+        writer->AppendCase(first, {}, results.Read(fresh.Score(model, record)));
+        writer->AppendCase(again, {}, results.Read(reused.Score(model, record)));
         Require(first == again, "a result that is filled again tells the same as a new one");
     }
 }

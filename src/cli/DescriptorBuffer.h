@@ -14,7 +14,7 @@ class DescriptorBuffer : public std::streambuf {
 public:
     /// @param sourceName what errors call the input.
     DescriptorBuffer(Descriptor inputDescriptor, std::string sourceName)
-        : descriptor(std::move(inputDescriptor)), name(std::move(sourceName)), bytes(std::size_t{1} << 16) {}
+        : descriptor(std::move(inputDescriptor)), name(std::move(sourceName)), bytes(std::size_t{1} << 18) {}
 
 protected:
     int_type underflow() override;

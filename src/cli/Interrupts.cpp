@@ -70,9 +70,12 @@ void RestoreHandlers() {
     }
 }
 
-void Wait(int descriptor) {
+constexpr short readable = POLLIN;
+constexpr short writable = POLLOUT;
+
+void Wait(int descriptor, short event) {
     // Without handlers the pipe's end is -1, which poll passes over.
-    std::array<pollfd, 2> waited = {{{descriptor, POLLIN, 0}, {wakePipe[0], POLLIN, 0}}};
+    std::array<pollfd, 2> waited = {{{descriptor, event, 0}, {wakePipe[0], POLLIN, 0}}};
     while (poll(waited.data(), waited.size(), -1) < 0 && errno == EINTR)
         Interrupts::ThrowIfRequested();
 }
@@ -94,7 +97,10 @@ void RestoreHandlers() {
     std::signal(SIGTERM, SIG_DFL);
 }
 
-void Wait(int) {}
+constexpr short readable = 0;
+constexpr short writable = 0;
+
+void Wait(int, short) {}
 
 #endif
 
@@ -118,7 +124,13 @@ void Interrupts::ThrowIfRequested() {
 
 void Interrupts::WaitUntilReadable(int descriptor) {
     ThrowIfRequested();
-    Wait(descriptor);
+    Wait(descriptor, readable);
+    ThrowIfRequested();
+}
+
+void Interrupts::WaitUntilWritable(int descriptor) {
+    ThrowIfRequested();
+    Wait(descriptor, writable);
     ThrowIfRequested();
 }
 

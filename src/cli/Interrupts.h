@@ -22,6 +22,8 @@ public:
     /// Waits until there is something to read from a file descriptor, or its end; throws InterruptedError as
     /// soon as a stop is requested.
     static void WaitUntilReadable(int descriptor);
+    /// The same for room to write something, which is PIPE_BUF bytes where it is a pipe.
+    static void WaitUntilWritable(int descriptor);
 };
 
 }  // namespace nbscore

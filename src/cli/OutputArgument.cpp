@@ -3,7 +3,7 @@
 #include <system_error>
 
 #include "cli/ArgumentPath.h"
-#include "cli/Interrupts.h"
+#include "cli/InterruptibleWriting.h"
 
 namespace nbscore {
 
@@ -22,7 +22,7 @@ OpenedOutput OutputArgument::Open(Console& console, const std::string& modelDocu
     if (std::filesystem::equivalent(PathFromArgument(destination), PathFromArgument(modelDocument), absent)) {
         throw CLI::ValidationError("--output", "'" + destination + "' is the model's own document");
     }
-    auto file = std::make_unique<OutputFile>(PathFromArgument(destination), Interrupts::ThrowIfRequested);
+    auto file = std::make_unique<OutputFile>(PathFromArgument(destination), InterruptibleWriting());
     OutputSink& sink = *file;
     return {std::move(file), sink};
 }

@@ -1,6 +1,8 @@
 #include "cli/ScoreCommand.h"
 
+#include <algorithm>
 #include <optional>
+#include <thread>
 
 #include "cli/ChoiceOption.h"
 #include "cli/Delimiter.h"
@@ -41,6 +43,8 @@ constexpr const char* footer = R"(Examples:
   In a pipeline, as one JSON object a case:
     zcat cases.csv.gz | nbscore score model.pmml --format jsonl --quiet)";
 
+constexpr int mostThreads = 1024;
+
 bool ShowsProgress(const Console& console, const OpenedOutput& opened, bool quiet) {
     const bool wouldMixWithResults = opened.file == nullptr && console.resultsAreTerminal;
     return !quiet && console.messagesAreTerminal && !wouldMixWithResults;
@@ -56,6 +60,7 @@ void WarnOfBrokenArithmetic(Console& console, const std::string& source, std::ui
 
 ScoreCommand::ScoreCommand(CLI::App& parent) : Command(parent, "score", description) {
     app.footer(footer);
+    options.threads = std::max(1U, std::thread::hardware_concurrency());
     model.DeclareDocument(app);
     app.add_option("CASES", cases, "The table of cases; \"-\" or nothing for standard input.")->type_name("");
     output.Declare(app);
@@ -63,6 +68,18 @@ ScoreCommand::ScoreCommand(CLI::App& parent) : Command(parent, "score", descript
     DeclareSubModelOptions();
     DeclareTableOptions();
     model.DeclareReading(app);
+    const auto takeThreads = [this](const std::string& text) {
+        const int count = ReadInt(text).value_or(0);
+        if (count < 1 || count > mostThreads) {
+            throw CLI::ValidationError("--threads",
+                                       "'" + text + "' is no whole number from 1 to " + std::to_string(mostThreads));
+        }
+        options.threads = static_cast<std::size_t>(count);
+    };
+    app.add_option_function<std::string>("--threads", takeThreads,
+                                         "Score on N threads; as many as there are processors if not given. The result "
+                                         "is the same for any number.")
+        ->type_name("N");
     app.add_flag("--quiet", quiet, "Show no progress and no remarks. Errors and warnings are still shown.");
 }
 

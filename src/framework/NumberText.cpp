@@ -3,6 +3,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <system_error>
 
@@ -44,6 +46,35 @@ bool IsDecimalNumber(std::string_view text) {
     return text.empty();
 }
 
+/// The value of a text of nothing but a sign, a few digits and a point; nothing for any other. Whole numbers below 2^53
+/// and powers of ten up to 10^22 are doubles as they are, so that the one division rounds as the whole conversion would.
+std::optional<double> ConvertShortDecimal(std::string_view text) {
+    static constexpr std::array<double, 16> powersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                           1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    constexpr std::size_t mostDigits = 15;
+    const bool isNegative = text.starts_with('-');
+    TakeOneOf("+-", text);
+    if (text.size() > mostDigits + 1) return std::nullopt;
+    std::uint64_t digits = 0;
+    std::size_t numDigits = 0;
+    std::optional<std::size_t> digitsBeforePoint;
+    for (const char character : text) {
+        const auto digit = static_cast<unsigned>(static_cast<unsigned char>(character)) - '0';
+        if (digit <= 9) {
+            digits = 10 * digits + digit;
+            ++numDigits;
+        } else if (character == '.' && !digitsBeforePoint) {
+            digitsBeforePoint = numDigits;
+        } else {
+            return std::nullopt;
+        }
+    }
+    if (numDigits == 0 || numDigits > mostDigits) return std::nullopt;
+    const double magnitude =
+        static_cast<double>(digits) / powersOfTen[numDigits - digitsBeforePoint.value_or(numDigits)];
+    return isNegative ? -magnitude : magnitude;
+}
+
 /// The value of a text whose form has been checked. The standard conversion does not know a plus sign.
 template <class Result>
 std::optional<Result> Convert(std::string_view text) {
@@ -58,6 +89,7 @@ std::optional<Result> Convert(std::string_view text) {
 
 std::optional<double> ReadNumber(std::string_view text) {
     text = WithoutBlanks(text);
+    if (const std::optional<double> number = ConvertShortDecimal(text)) return number;
     // The form is checked here because the standard conversion takes "inf", "nan" and leading parts as well.
     if (!IsDecimalNumber(text)) return std::nullopt;
     return Convert<double>(text);

@@ -93,12 +93,15 @@ void CaseBinder::BindColumns(const std::vector<const ScoreDictVar*>& fields) {
     record.emplace(names);
 }
 
+void CaseBinder::RequireAllCells(const std::vector<std::string_view>& cells, std::uint64_t line) const {
+    if (cells.size() == columnNames.size()) return;
+    throw CaseDataError(source, line,
+                        "the row has " + std::to_string(cells.size()) + (cells.size() == 1 ? " cell" : " cells") +
+                            ", the header has " + std::to_string(columnNames.size()));
+}
+
 const ScoreCaseRecord& CaseBinder::Bind(const std::vector<std::string_view>& cells, std::uint64_t line) {
-    if (cells.size() != columnNames.size()) {
-        throw CaseDataError(source, line,
-                            "the row has " + std::to_string(cells.size()) + (cells.size() == 1 ? " cell" : " cells") +
-                                ", the header has " + std::to_string(columnNames.size()));
-    }
+    RequireAllCells(cells, line);
     for (const BoundColumn& column : columns) {
         BindCell(column, cells[column.column], line);
     }
@@ -122,25 +125,25 @@ const ScoreCaseRecord& CaseBinder::BindSparse(const std::vector<PlacedCell>& cel
 void CaseBinder::BindCell(const BoundColumn& column, std::string_view cell, std::uint64_t line) {
     if (cell.empty()) {
         record->SetAbsent(column.position);
-    } else if (column.numeric) {
-        BindNumber(column, cell, line);
-    } else {
+    } else if (!column.numeric) {
         record->SetText(column.position, cell);
+    } else if (const std::optional<double> number = ReadNumberCell(column, cell, line)) {
+        record->SetNumber(column.position, *number);
+    } else {
+        record->SetAbsent(column.position);
     }
 }
 
-void CaseBinder::BindNumber(const BoundColumn& column, std::string_view cell, std::uint64_t line) {
-    if (const std::optional<double> number = ReadNumber(cell)) {
-        record->SetNumber(column.position, *number);
-        return;
-    }
+std::optional<double> CaseBinder::ReadNumberCell(const BoundColumn& column, std::string_view cell,
+                                                 std::uint64_t line) const {
+    if (const std::optional<double> number = ReadNumber(cell)) return number;
     const StringValue text{std::string(cell)};
     if (options.badValues == BadValues::Stop && !column.var->IsMissingValue(&text)) {
         throw CaseDataError(
             source, line,
             "column " + QuoteForMessage(columnNames[column.column]) + ": " + QuoteForMessage(cell) + " is no number");
     }
-    record->SetAbsent(column.position);
+    return std::nullopt;
 }
 
 }  // namespace nbscore

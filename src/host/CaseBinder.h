@@ -50,21 +50,27 @@ public:
     /// the later one counts. A binder gets only such rows, or none.
     const ScoreCaseRecord& BindSparse(const std::vector<PlacedCell>& cells, std::uint64_t line);
 
-private:
+    /// A field that the table has a column for.
     struct BoundColumn {
         std::size_t column;
         int position;
         bool numeric;
         const ScoreDictVar* var;
     };
+    const std::vector<BoundColumn>& GetColumns() const { return columns; }
+    /// Throws CaseDataError, naming the line, for a row with too many or too few cells.
+    void RequireAllCells(const std::vector<std::string_view>& cells, std::uint64_t line) const;
+    /// The number of a cell of a numeric field that is not empty; nothing where it is absent. Throws CaseDataError,
+    /// naming line, column and text, for a number that is none.
+    std::optional<double> ReadNumberCell(const BoundColumn& column, std::string_view cell, std::uint64_t line) const;
 
+private:
     void IndexHeader();
     /// The fields to look for in the table; the needed ones come first.
     std::vector<const ScoreDictVar*> CollectFields(const ScoreModel& model, std::size_t& neededCount);
     void BindColumns(const std::vector<const ScoreDictVar*>& fields);
     void RequireColumns(const std::vector<const ScoreDictVar*>& neededFields) const;
     void BindCell(const BoundColumn& column, std::string_view cell, std::uint64_t line);
-    void BindNumber(const BoundColumn& column, std::string_view cell, std::uint64_t line);
 
     std::string source;
     CaseBinderOptions options;

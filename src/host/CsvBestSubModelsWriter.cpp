@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "host/SubModelScores.h"
-
 namespace nbscore {
 
 CsvBestSubModelsWriter::CsvBestSubModelsWriter(const std::vector<std::string>& labels,
@@ -22,13 +20,15 @@ void CsvBestSubModelsWriter::AppendHeader(std::string& text) {
     table.AppendHeader(text);
 }
 
-void CsvBestSubModelsWriter::AppendCase(std::string& text, const std::vector<std::string_view>& cells,
-                                        const ScoreResult& result) {
-    const std::vector<SubModelScore>& scores = RequireSubModelScores(result, subModelLabels.size());
-    CsvRow row = table.BeginRow(text, cells);
-    for (const std::size_t position : ranking.Rank(scores)) {
+void CsvBestSubModelsWriter::AppendInput(std::string& text, const InputRow& input) {
+    table.AppendInput(text, input);
+}
+
+void CsvBestSubModelsWriter::AppendScores(std::string& text, const ScoredCase& scored) {
+    CsvRow row = table.BeginScores(text);
+    for (const std::size_t position : ranking.Rank(scored.subModels)) {
         row.Add(subModelLabels[position]);
-        table.AddNumber(row, scores[position].score);
+        table.AddNumber(row, scored.subModels[position].score);
     }
     row.End();
 }

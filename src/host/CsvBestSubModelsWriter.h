@@ -2,11 +2,10 @@
 
 #include <cstddef>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "host/CsvScoreTable.h"
-#include "host/ScoreWriter.h"
+#include "host/PartedScoreWriter.h"
 #include "host/ScoreWriterOptions.h"
 #include "host/SubModelRanking.h"
 
@@ -14,7 +13,7 @@ namespace nbscore {
 
 /// Writes the highest scores of a set of sub-models as CSV, a row for each case: the input's columns, then
 /// `best_1_model`, `best_1_score`, `best_2_model` and so on, the highest score first.
-class CsvBestSubModelsWriter : public ScoreWriter {
+class CsvBestSubModelsWriter : public PartedScoreWriter {
 public:
     /// @param labels one for each sub-model, no two equal.
     /// @param header the input's column names. Throws CaseDataError when an added column's name is taken.
@@ -23,7 +22,8 @@ public:
                            const std::string& sourceName, const ScoreWriterOptions& options, std::size_t best);
 
     void AppendHeader(std::string& text) override;
-    void AppendCase(std::string& text, const std::vector<std::string_view>& cells, const ScoreResult& result) override;
+    void AppendInput(std::string& text, const InputRow& input) override;
+    void AppendScores(std::string& text, const ScoredCase& scored) override;
 
 private:
     std::vector<std::string> subModelLabels;

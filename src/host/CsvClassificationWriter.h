@@ -1,20 +1,18 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "framework/ScoreModel.h"
-#include "host/CategoryProbabilities.h"
 #include "host/CsvScoreTable.h"
-#include "host/ScoreWriter.h"
+#include "host/PartedScoreWriter.h"
 #include "host/ScoreWriterOptions.h"
 
 namespace nbscore {
 
 /// Writes classified cases as CSV: the input's columns, then `predicted_<target>`, `confidence` and
 /// `probability_<category>` for each target category.
-class CsvClassificationWriter : public ScoreWriter {
+class CsvClassificationWriter : public PartedScoreWriter {
 public:
     /// @param target borrowed.
     /// @param header the input's column names. Throws CaseDataError when an added column's name is taken.
@@ -22,11 +20,11 @@ public:
                             const std::string& sourceName, const ScoreWriterOptions& options);
 
     void AppendHeader(std::string& text) override;
-    void AppendCase(std::string& text, const std::vector<std::string_view>& cells, const ScoreResult& result) override;
+    void AppendInput(std::string& text, const InputRow& input) override;
+    void AppendScores(std::string& text, const ScoredCase& scored) override;
 
 private:
     bool predictionOnly;
-    CategoryProbabilities probabilities;
     CsvScoreTable table;
 };
 

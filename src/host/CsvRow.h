@@ -12,13 +12,27 @@ namespace nbscore {
 class CsvRow {
 public:
     /// @param destination borrowed; nobody else appends to it before End.
-    CsvRow(std::string& destination, char cellDelimiter)
-        : text(destination), delimiter(cellDelimiter), begin(destination.size()) {}
+    /// @param isBegun whether cells of the row stand at the text's end already.
+    CsvRow(std::string& destination, char cellDelimiter, bool isBegun = false)
+        : text(destination), delimiter(cellDelimiter), begin(destination.size()), hasCells(isBegun) {}
 
     void Add(std::string_view cell) {
+        AddPlain([this, cell](std::string& row) { AppendCsvCell(row, cell, delimiter); });
+    }
+
+    /// Adds a cell that is known to need no quotes.
+    /// @param appendCell appends its text to the string that it is given.
+    template <typename AppendCell>
+    void AddPlain(const AppendCell& appendCell) {
         if (hasCells) text += delimiter;
         hasCells = true;
-        AppendCsvCell(text, cell, delimiter);
+        appendCell(text);
+    }
+
+    /// Adds a cell that stands in the text already, with the delimiter in front of it.
+    void AddAgain(std::size_t cellBegin, std::size_t length) {
+        hasCells = true;
+        text.append(text, cellBegin, length);
     }
 
     /// Ends the row. An only cell that is empty becomes "" (two quotes), so that it does not read as an empty line.
@@ -31,7 +45,7 @@ private:
     std::string& text;
     char delimiter;
     std::size_t begin;
-    bool hasCells = false;
+    bool hasCells;
 };
 
 }  // namespace nbscore

@@ -1,5 +1,6 @@
 #include "host/CsvScoreTable.h"
 
+#include <string_view>
 #include <unordered_set>
 
 #include "framework/MCMV.h"
@@ -8,9 +9,18 @@
 #include "host/MessageText.h"
 
 namespace nbscore {
+namespace {
+
+/// Nothing keeps a delimiter from being one of these.
+constexpr std::string_view charactersOfNumbers = "+-.0123456789aefin";
+
+}  // namespace
 
 CsvScoreTable::CsvScoreTable(const std::vector<std::string>& header, const ScoreWriterOptions& writerOptions)
-    : delimiter(writerOptions.delimiter), hasInputColumns(!writerOptions.onlyScores), prefix(writerOptions.prefix) {
+    : delimiter(writerOptions.delimiter),
+      hasInputColumns(!writerOptions.onlyScores && !header.empty()),
+      prefix(writerOptions.prefix),
+      numbersNeedQuotes(charactersOfNumbers.find(delimiter) != std::string_view::npos) {
     if (hasInputColumns) columnNames = header;
     inputColumns = columnNames.size();
 }
@@ -39,22 +49,26 @@ void CsvScoreTable::AppendHeader(std::string& text) const {
     row.End();
 }
 
-CsvRow CsvScoreTable::BeginRow(std::string& text, const std::vector<std::string_view>& cells) const {
-    CsvRow row(text, delimiter);
-    if (hasInputColumns) {
-        for (const std::string_view cell : cells) {
-            row.Add(cell);
-        }
+void CsvScoreTable::AppendInput(std::string& text, const InputRow& input) const {
+    if (!hasInputColumns) return;
+    if (!input.asWritten.empty()) {
+        text += input.asWritten;
+        return;
     }
-    return row;
+    CsvRow row(text, delimiter);
+    for (const std::string_view cell : input.cells) {
+        row.Add(cell);
+    }
 }
 
-/// Numbers pass through the same rule as texts, because nothing keeps a delimiter from being a character that numbers
-/// are written with.
-void CsvScoreTable::AddNumber(CsvRow& row, double number) {
-    numberText.clear();
-    if (!MCMV::IsMissing(number)) AppendNumber(numberText, number);
-    row.Add(numberText);
+void CsvScoreTable::AddNumber(CsvRow& row, double number) const {
+    if (!numbersNeedQuotes) {
+        row.AddPlain([number](std::string& text) {
+            if (!MCMV::IsMissing(number)) AppendNumber(text, number);
+        });
+        return;
+    }
+    row.Add(MCMV::IsMissing(number) ? std::string() : FormatNumber(number));
 }
 
 }  // namespace nbscore

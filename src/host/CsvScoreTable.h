@@ -2,10 +2,10 @@
 
 #include <cstddef>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "host/CsvRow.h"
+#include "host/InputRow.h"
 #include "host/ScoreWriterOptions.h"
 
 namespace nbscore {
@@ -22,10 +22,11 @@ public:
     void RequireDistinctNames(const std::string& sourceName) const;
 
     void AppendHeader(std::string& text) const;
-    /// Begins a row with the input's cells; the added columns' cells follow, then End.
-    CsvRow BeginRow(std::string& text, const std::vector<std::string_view>& cells) const;
+    /// Appends the input's cells, unless they are left out. The added columns' cells follow, by BeginScores, then End.
+    void AppendInput(std::string& text, const InputRow& input) const;
+    CsvRow BeginScores(std::string& text) const { return {text, delimiter, hasInputColumns}; }
     /// Adds a number's cell; that of the system-missing number is empty.
-    void AddNumber(CsvRow& row, double number);
+    void AddNumber(CsvRow& row, double number) const;
 
 private:
     char delimiter;
@@ -33,7 +34,7 @@ private:
     std::string prefix;
     std::vector<std::string> columnNames;
     std::size_t inputColumns = 0;
-    std::string numberText;  // kept between cells so that it is allocated once
+    bool numbersNeedQuotes;
 };
 
 }  // namespace nbscore

@@ -1,7 +1,5 @@
 #include "host/CsvSubModelColumnsWriter.h"
 
-#include "host/SubModelScores.h"
-
 namespace nbscore {
 
 CsvSubModelColumnsWriter::CsvSubModelColumnsWriter(const std::vector<std::string>& labels,
@@ -18,11 +16,13 @@ void CsvSubModelColumnsWriter::AppendHeader(std::string& text) {
     table.AppendHeader(text);
 }
 
-void CsvSubModelColumnsWriter::AppendCase(std::string& text, const std::vector<std::string_view>& cells,
-                                          const ScoreResult& result) {
-    const std::vector<SubModelScore>& scores = RequireSubModelScores(result, numSubModels);
-    CsvRow row = table.BeginRow(text, cells);
-    for (const SubModelScore& subModel : scores) {
+void CsvSubModelColumnsWriter::AppendInput(std::string& text, const InputRow& input) {
+    table.AppendInput(text, input);
+}
+
+void CsvSubModelColumnsWriter::AppendScores(std::string& text, const ScoredCase& scored) {
+    CsvRow row = table.BeginScores(text);
+    for (const SubModelScore& subModel : scored.subModels) {
         table.AddNumber(row, subModel.score);
     }
     row.End();

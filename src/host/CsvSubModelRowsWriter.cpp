@@ -1,7 +1,5 @@
 #include "host/CsvSubModelRowsWriter.h"
 
-#include "host/SubModelScores.h"
-
 namespace nbscore {
 
 CsvSubModelRowsWriter::CsvSubModelRowsWriter(const std::vector<std::string>& labels,
@@ -24,16 +22,15 @@ void CsvSubModelRowsWriter::AppendHeader(std::string& text) {
     table.AppendHeader(text);
 }
 
-void CsvSubModelRowsWriter::AppendCase(std::string& text, const std::vector<std::string_view>& cells,
-                                       const ScoreResult& result) {
-    const std::vector<SubModelScore>& scores = RequireSubModelScores(result, subModelLabels.size());
-    for (const std::size_t position : ranking.Rank(scores)) {
-        CsvRow row = table.BeginRow(text, cells);
+void CsvSubModelRowsWriter::AppendCase(std::string& text, const InputRow& input, const ScoredCase& scored) {
+    for (const std::size_t position : ranking.Rank(scored.subModels)) {
+        table.AppendInput(text, input);
+        CsvRow row = table.BeginScores(text);
         row.Add(subModelLabels[position]);
-        table.AddNumber(row, scores[position].score);
+        table.AddNumber(row, scored.subModels[position].score);
         if (!predictionOnly) {
-            table.AddNumber(row, scores[position].assessmentMean);
-            table.AddNumber(row, scores[position].assessmentStdDev);
+            table.AddNumber(row, scored.subModels[position].assessmentMean);
+            table.AddNumber(row, scored.subModels[position].assessmentStdDev);
         }
         row.End();
     }

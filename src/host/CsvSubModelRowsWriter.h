@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "host/CsvScoreTable.h"
@@ -21,7 +20,7 @@ public:
                           const std::string& sourceName, const ScoreWriterOptions& options);
 
     void AppendHeader(std::string& text) override;
-    void AppendCase(std::string& text, const std::vector<std::string_view>& cells, const ScoreResult& result) override;
+    void AppendCase(std::string& text, const InputRow& input, const ScoredCase& scored) override;
 
 private:
     std::vector<std::string> subModelLabels;

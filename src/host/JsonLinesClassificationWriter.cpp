@@ -1,16 +1,15 @@
 #include "host/JsonLinesClassificationWriter.h"
 
-#include "host/Classification.h"
+#include "host/CategoryProbabilities.h"
 #include "host/JsonText.h"
 
 namespace nbscore {
 
 JsonLinesClassificationWriter::JsonLinesClassificationWriter(const ScoreDictVar& target,
                                                              const ScoreWriterOptions& options)
-    : predictionOnly(options.predictionOnly),
-      numericTarget(target.GetStorageType() == ScoreDictVar::NumericStorage),
-      probabilities(target) {
-    for (const std::string& category : probabilities.GetNames()) {
+    : predictionOnly(options.predictionOnly), numericTarget(target.GetStorageType() == ScoreDictVar::NumericStorage) {
+    const CategoryProbabilities categories(target);
+    for (const std::string& category : categories.GetNames()) {
         std::string key = categoryKeys.empty() ? "" : ", ";
         AppendJsonText(key, category);
         categoryKeys.push_back(key + ": ");
@@ -19,19 +18,18 @@ JsonLinesClassificationWriter::JsonLinesClassificationWriter(const ScoreDictVar&
 
 void JsonLinesClassificationWriter::AppendHeader(std::string&) {}
 
-void JsonLinesClassificationWriter::AppendCase(std::string& text, const std::vector<std::string_view>&,
-                                               const ScoreResult& result) {
-    const ScoreClsResult& classification = RequireClassification(result);
+void JsonLinesClassificationWriter::AppendInput(std::string&, const InputRow&) {}
+
+void JsonLinesClassificationWriter::AppendScores(std::string& text, const ScoredCase& scored) {
     text += "{\"prediction\": ";
-    AppendPrediction(text, *classification.GetPrediction());
+    AppendPrediction(text, *scored.prediction);
     if (!predictionOnly) {
         text += ", \"confidence\": ";
-        AppendJsonNumber(text, classification.GetConfidence());
+        AppendJsonNumber(text, scored.confidence);
         text += ", \"probabilities\": {";
-        const std::vector<double>& numbers = probabilities.Arrange(classification);
-        for (std::size_t i = 0; i < numbers.size(); ++i) {
+        for (std::size_t i = 0; i < scored.probabilities.size(); ++i) {
             text += categoryKeys[i];
-            AppendJsonNumber(text, numbers[i]);
+            AppendJsonNumber(text, scored.probabilities[i]);
         }
         text += '}';
     }

@@ -1,7 +1,6 @@
 #include "host/JsonLinesSubModelsWriter.h"
 
 #include "host/JsonText.h"
-#include "host/SubModelScores.h"
 
 namespace nbscore {
 
@@ -17,20 +16,21 @@ JsonLinesSubModelsWriter::JsonLinesSubModelsWriter(const std::vector<std::string
 
 void JsonLinesSubModelsWriter::AppendHeader(std::string&) {}
 
-void JsonLinesSubModelsWriter::AppendCase(std::string& text, const std::vector<std::string_view>&,
-                                          const ScoreResult& result) {
-    const std::vector<SubModelScore>& scores = RequireSubModelScores(result, openings.size());
+void JsonLinesSubModelsWriter::AppendInput(std::string&, const InputRow&) {}
+
+void JsonLinesSubModelsWriter::AppendScores(std::string& text, const ScoredCase& scored) {
     text += "{\"models\": [";
     const char* separator = "";
-    for (const std::size_t position : ranking.Rank(scores)) {
+    for (const std::size_t position : ranking.Rank(scored.subModels)) {
+        const SubModelScore& subModel = scored.subModels[position];
         text += separator;
         text += openings[position];
-        AppendJsonNumber(text, scores[position].score);
+        AppendJsonNumber(text, subModel.score);
         if (!predictionOnly) {
             text += ", \"assessment_mean\": ";
-            AppendJsonNumber(text, scores[position].assessmentMean);
+            AppendJsonNumber(text, subModel.assessmentMean);
             text += ", \"assessment_std_dev\": ";
-            AppendJsonNumber(text, scores[position].assessmentStdDev);
+            AppendJsonNumber(text, subModel.assessmentStdDev);
         }
         text += '}';
         separator = ", ";

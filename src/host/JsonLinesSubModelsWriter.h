@@ -1,10 +1,9 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "host/ScoreWriter.h"
+#include "host/PartedScoreWriter.h"
 #include "host/ScoreWriterOptions.h"
 #include "host/SubModelRanking.h"
 
@@ -13,12 +12,13 @@ namespace nbscore {
 /// Writes cases scored by a set of sub-models as one JSON object a line:
 /// `{"models": [{"name": …, "score": …, "assessment_mean": …, "assessment_std_dev": …}]}`. Names stand as the document
 /// has them. A figure that was never set is null.
-class JsonLinesSubModelsWriter : public ScoreWriter {
+class JsonLinesSubModelsWriter : public PartedScoreWriter {
 public:
     JsonLinesSubModelsWriter(const std::vector<std::string>& names, const ScoreWriterOptions& options);
 
     void AppendHeader(std::string& text) override;
-    void AppendCase(std::string& text, const std::vector<std::string_view>& cells, const ScoreResult& result) override;
+    void AppendInput(std::string& text, const InputRow& input) override;
+    void AppendScores(std::string& text, const ScoredCase& scored) override;
 
 private:
     bool predictionOnly;

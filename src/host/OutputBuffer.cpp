@@ -35,15 +35,17 @@ bool OutputBuffer::Flush(std::FILE* file) {
 }
 
 bool OutputBuffer::WriteOut(std::FILE* file, std::string_view bytes) const {
-    const auto writeSome = [file, &bytes] {
-        const std::ptrdiff_t count = WriteSomeBytes(file, bytes);
+    std::size_t room = bytes.size();
+    const auto writeSome = [file, &bytes, &room] {
+        const std::ptrdiff_t count = WriteSomeBytes(file, bytes.substr(0, room));
         if (count > 0) bytes.remove_prefix(static_cast<std::size_t>(count));
         return count >= 0;
     };
     while (!bytes.empty()) {
-        if (!RepeatInterrupted(writeSome, onInterruption)) return false;
+        if (waiting.waitForRoom) room = waiting.waitForRoom(file);
+        if (!RepeatInterrupted(writeSome, waiting.onInterruption)) return false;
         // A call that wrote a part was interrupted too: the next one could wait for ever.
-        if (!bytes.empty() && onInterruption) onInterruption();
+        if (!bytes.empty() && waiting.onInterruption) waiting.onInterruption();
     }
     return true;
 }

@@ -12,6 +12,16 @@ namespace nbscore {
 /// made again. Nothing is done when it is empty.
 using OnInterruption = std::function<void()>;
 
+/// What is done before bytes are written, to wait until the file takes some at once; it may throw, to give up. Tells how
+/// many it takes. Where it is empty, writing itself waits, and nobody but a signal to the writing thread ends that.
+using WaitForRoom = std::function<std::size_t(std::FILE*)>;
+
+/// How somebody who wants to stop is heard while writing waits.
+struct OutputWaiting {
+    OnInterruption onInterruption;
+    WaitForRoom waitForRoom;
+};
+
 /// Makes a call that reports failure with errno, again and again while signals interrupt it.
 /// @param call answers true when it was done.
 bool RepeatInterrupted(const std::function<bool()>& call, const OnInterruption& onInterruption);
@@ -21,7 +31,7 @@ bool RepeatInterrupted(const std::function<bool()>& call, const OnInterruption& 
 /// The buffer of the C library is not used, because it loses bytes when a signal interrupts it.
 class OutputBuffer {
 public:
-    explicit OutputBuffer(OnInterruption whenInterrupted) : onInterruption(std::move(whenInterrupted)) {}
+    explicit OutputBuffer(OutputWaiting outputWaiting) : waiting(std::move(outputWaiting)) {}
 
     /// False, with errno, when writing fails; what was not written is lost then.
     /// @param file where bytes go as soon as there are enough of them.
@@ -32,7 +42,7 @@ public:
 private:
     bool WriteOut(std::FILE* file, std::string_view bytes) const;
 
-    OnInterruption onInterruption;
+    OutputWaiting waiting;
     std::string gathered;
 };
 

@@ -42,8 +42,8 @@ fs::path FollowLinks(fs::path path) {
 
 }  // namespace
 
-OutputFile::OutputFile(const fs::path& destination, OnInterruption whenInterrupted)
-    : finalPath(destination), onInterruption(std::move(whenInterrupted)), buffer(onInterruption) {
+OutputFile::OutputFile(const fs::path& destination, OutputWaiting waiting)
+    : finalPath(destination), onInterruption(waiting.onInterruption), buffer(std::move(waiting)) {
     std::error_code error;
     const fs::file_status status = fs::status(destination, error);
     switch (status.type()) {
@@ -99,6 +99,11 @@ void OutputFile::CreateTemporary() {
 
 void OutputFile::Write(std::string_view bytes) {
     if (!buffer.Write(file, bytes)) Fail(GetSystemReason(errno));
+}
+
+/// Nobody can be waiting for a file that appears only when it is whole.
+void OutputFile::Flush() {
+    if (temporaryPath.empty() && !buffer.Flush(file)) Fail(GetSystemReason(errno));
 }
 
 void OutputFile::Commit() {

@@ -19,13 +19,14 @@ namespace nbscore {
 class OutputFile : public OutputSink {
 public:
     /// Throws InputOutputError when the destination is a folder, or nothing can be written beside it.
-    /// @param whenInterrupted done when a signal interrupts opening or writing; what it throws leaves as it is.
-    explicit OutputFile(const std::filesystem::path& destination, OnInterruption whenInterrupted = {});
+    /// @param waiting for opening too; what it throws leaves as it is.
+    explicit OutputFile(const std::filesystem::path& destination, OutputWaiting waiting = {});
     ~OutputFile() override;
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
     void Write(std::string_view bytes) override;
+    void Flush() override;
     void Commit() override;
 
 private:

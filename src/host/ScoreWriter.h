@@ -1,10 +1,9 @@
 #pragma once
 
 #include <string>
-#include <string_view>
-#include <vector>
 
-#include "framework/ScoreResult.h"
+#include "host/InputRow.h"
+#include "host/ScoredCase.h"
 
 namespace nbscore {
 
@@ -16,8 +15,7 @@ public:
     /// Appends what stands before the first case (a header line, or nothing).
     virtual void AppendHeader(std::string& text) = 0;
     /// Appends one case: its input cells and what scoring gave.
-    virtual void AppendCase(std::string& text, const std::vector<std::string_view>& cells,
-                            const ScoreResult& result) = 0;
+    virtual void AppendCase(std::string& text, const InputRow& input, const ScoredCase& scored) = 0;
 };
 
 }  // namespace nbscore

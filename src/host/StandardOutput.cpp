@@ -27,7 +27,7 @@ void LeaveLineEndsAlone() {
 
 }  // namespace
 
-StandardOutput::StandardOutput(OnInterruption whenInterrupted) : buffer(std::move(whenInterrupted)) {
+StandardOutput::StandardOutput(OutputWaiting waiting) : buffer(std::move(waiting)) {
     LeaveLineEndsAlone();
 }
 
@@ -43,8 +43,12 @@ void StandardOutput::Write(std::string_view bytes) {
     if (!buffer.Write(stdout, bytes)) ReportFailure();
 }
 
-void StandardOutput::Commit() {
+void StandardOutput::Flush() {
     if (!buffer.Flush(stdout)) ReportFailure();
+}
+
+void StandardOutput::Commit() {
+    Flush();
 }
 
 }  // namespace nbscore

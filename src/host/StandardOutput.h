@@ -11,14 +11,15 @@ namespace nbscore {
 /// disk) reported. A process that wants to hear of a closed pipe must ignore the signal for it.
 class StandardOutput : public OutputSink {
 public:
-    /// @param whenInterrupted done when a signal interrupts writing; what it throws leaves as it is.
-    explicit StandardOutput(OnInterruption whenInterrupted = {});
+    /// @param waiting what it throws leaves as it is.
+    explicit StandardOutput(OutputWaiting waiting = {});
     /// Writes what is left, as far as that goes.
     ~StandardOutput() override;
     StandardOutput(const StandardOutput&) = delete;
     StandardOutput& operator=(const StandardOutput&) = delete;
 
     void Write(std::string_view bytes) override;
+    void Flush() override;
     void Commit() override;
 
 private:

@@ -13,7 +13,7 @@ bool IsHigher(double score, double other) {
 
 }  // namespace
 
-const std::vector<std::size_t>& SubModelRanking::Rank(const std::vector<SubModelScore>& scores) {
+const std::vector<std::size_t>& SubModelRanking::Rank(std::span<const SubModelScore> scores) {
     positions.resize(scores.size());
     std::iota(positions.begin(), positions.end(), std::size_t{0});
     if (!limit) return positions;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "host/SubModelScores.h"
@@ -16,7 +17,7 @@ public:
 
     /// The positions of the sub-models to show, valid until the next call. The highest score comes first, equal ones in
     /// the model's order; a score that is no number is lower than any other.
-    const std::vector<std::size_t>& Rank(const std::vector<SubModelScore>& scores);
+    const std::vector<std::size_t>& Rank(std::span<const SubModelScore> scores);
 
 private:
     std::optional<std::size_t> limit;

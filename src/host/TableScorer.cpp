@@ -1,81 +1,154 @@
 #include "host/TableScorer.h"
 
+#include <atomic>
 #include <memory>
-#include <string_view>
+#include <utility>
 #include <vector>
 
-#include "host/CsvReader.h"
+#include "host/BatchBlockScorer.h"
+#include "host/BlockPipeline.h"
+#include "host/ContractBlockScorer.h"
 #include "host/HostError.h"
 #include "host/MakeScoreWriter.h"
-#include "host/NonFiniteNumber.h"
-#include "host/ReusedResult.h"
+#include "host/TableBlockReader.h"
 
 namespace nbscore {
 namespace {
-
-constexpr std::size_t outputBlockBytes = std::size_t{64} << 10;
-constexpr std::uint64_t rowsBetweenProgress = 256;
 
 /// One run over one table.
 class TableRun {
 public:
     TableRun(ScoreModel& scoringModel, std::istream& input, const std::string& sourceName, OutputSink& destination,
-             const TableScorerOptions& runOptions)
+             const TableScorerOptions& runOptions, const std::function<void(const ScoringProgress&)>& progressListener)
         : model(scoringModel),
           reader(input, sourceName, runOptions.delimiter),
+          rows(sourceName, runOptions.delimiter),
           output(destination),
-          options(runOptions) {}
+          options(runOptions),
+          onProgress(progressListener) {}
 
-    ScoringSummary Score(const std::function<void(const ScoringProgress&)>& onProgress) {
-        const std::vector<std::string> header = ReadHeader();
-        CaseBinder binder(model, header, reader.GetSourceName(), options.cases);
-        const std::unique_ptr<ScoreWriter> writer =
-            MakeScoreWriter(model, header, reader.GetSourceName(), options.output);
+    ScoringSummary Score() {
+        ReadHeader();
         model.SetPredictionOnly(options.output.predictionOnly);
-        writer->AppendHeader(text);
-        while (reader.ReadRow(cells)) {
-            ScoreRow(binder, *writer);
-            if (onProgress && summary.rows % rowsBetweenProgress == 0) onProgress(GetProgress());
+        const std::unique_ptr<BlockScorer> scorer = MakeScorer();
+        // The first rows are scored alone: a model takes notes on its first case.
+        ScoreBlock(*scorer);
+        while (summary.rows == 0 && reader.Read(block)) {
+            rows.Start(block);
+            ScoreBlock(*scorer);
         }
-        if (summary.rows == 0 && !options.allowEmpty) {
-            throw CaseDataError(reader.GetSourceName(), 0, "the table has a header and no cases");
+        if (summary.rows > 0) {
+            if (options.threads > 1) {
+                ScoreOnThreads();
+            } else {
+                ScoreHere(*scorer);
+            }
         }
-        output.Write(text);
-        if (onProgress) onProgress(GetProgress());
+        RequireCases();
+        TellProgress();
         return summary;
     }
 
 private:
-    std::vector<std::string> ReadHeader() {
-        if (!reader.ReadRow(cells)) {
+    void ReadHeader() {
+        if (reader.Read(block)) rows.Start(block);
+        if (block.size == 0 || !rows.ReadRow()) {
             throw CaseDataError(reader.GetSourceName(), 0, "the table is empty: it has no header");
         }
-        return {cells.begin(), cells.end()};
+        header.assign(rows.GetCells().begin(), rows.GetCells().end());
     }
 
-    void ScoreRow(CaseBinder& binder, ScoreWriter& writer) {
-        const ScoreCaseRecord& record = binder.Bind(cells, reader.GetRowLine());
-        const ScoreResult& scored = result.Score(model, record);
-        writer.AppendCase(text, cells, scored);
-        ++summary.rows;
-        if (summary.firstNonFiniteLine == 0 && HasNonFiniteNumber(scored)) {
-            summary.firstNonFiniteLine = reader.GetRowLine();
+    std::unique_ptr<BlockScorer> MakeScorer() {
+        if (batch == nullptr) batch = MakeBatchCases(model, options.output.predictionOnly);
+        if (batch != nullptr) {
+            return std::make_unique<BatchBlockScorer>(model, batch->Copy(), header, reader.GetSourceName(), options);
         }
-        if (text.size() < outputBlockBytes) return;
-        output.Write(text);
-        text.clear();
+        return std::make_unique<ContractBlockScorer>(model, header, reader.GetSourceName(), options);
     }
 
-    ScoringProgress GetProgress() const { return {summary.rows, reader.GetBytesRead()}; }
+    void ScoreBlock(BlockScorer& scorer) {
+        scores.Clear();
+        scorer.Score(rows, scores, [this](BlockScores& part) {
+            Write(part);
+            part.Clear();
+        });
+        Write(scores);
+        TellProgress();
+    }
+
+    void ScoreHere(BlockScorer& scorer) {
+        while (reader.Read(block)) {
+            rows.Start(block);
+            ScoreBlock(scorer);
+        }
+    }
+
+    void ScoreOnThreads() {
+        if (!reader.Read(block)) return;
+        std::vector<std::unique_ptr<BlockScorer>> scorers;
+        for (std::size_t thread = 0; thread < options.threads; ++thread)
+            scorers.push_back(MakeScorer());
+        BlockPipeline pipeline(std::move(scorers), reader.GetSourceName(), options.delimiter,
+                               [this](const BlockScores& done) { Write(done); });
+        std::swap(pipeline.Begin(), block);
+        pipeline.Submit();
+        try {
+            while (reader.Read(pipeline.Begin())) {
+                pipeline.Submit();
+                TellProgress();
+            }
+        } catch (...) {
+            // What is wrong with an earlier row goes before what came of reading on.
+            pipeline.Finish();
+            throw;
+        }
+        pipeline.Finish();
+    }
+
+    /// By one thread at a time.
+    void Write(const BlockScores& done) {
+        if (done.rows == 0) return;
+        WriteHeader();
+        output.Write(done.text);
+        output.Flush();
+        summary.rows += done.rows;
+        if (summary.firstNonFiniteLine == 0) summary.firstNonFiniteLine = done.firstNonFiniteLine;
+        rowsWritten = summary.rows;
+    }
+
+    /// The header is not written before there is a case: a table without any may be an error.
+    void WriteHeader() {
+        if (std::exchange(hasWrittenHeader, true)) return;
+        std::string text;
+        MakeScoreWriter(model, header, reader.GetSourceName(), options.output)->AppendHeader(text);
+        output.Write(text);
+    }
+
+    void RequireCases() {
+        if (summary.rows > 0) return;
+        if (!options.allowEmpty) {
+            throw CaseDataError(reader.GetSourceName(), 0, "the table has a header and no cases");
+        }
+        WriteHeader();
+    }
+
+    void TellProgress() const {
+        if (onProgress) onProgress({rowsWritten, reader.GetBytesRead()});
+    }
 
     ScoreModel& model;
-    CsvReader reader;
+    TableBlockReader reader;
+    TableBlock block;
+    CsvRowReader rows;
     OutputSink& output;
-    TableScorerOptions options;
-    std::vector<std::string_view> cells;
-    ReusedResult result;
-    std::string text;
+    const TableScorerOptions& options;
+    const std::function<void(const ScoringProgress&)>& onProgress;
+    std::vector<std::string> header;
+    std::unique_ptr<BatchCases> batch;
+    BlockScores scores;
     ScoringSummary summary;
+    std::atomic<std::uint64_t> rowsWritten = 0;
+    bool hasWrittenHeader = false;
 };
 
 }  // namespace
@@ -83,7 +156,7 @@ private:
 ScoringSummary ScoreTable(LoadedModel& model, std::istream& input, const std::string& sourceName, OutputSink& output,
                           const TableScorerOptions& options,
                           const std::function<void(const ScoringProgress&)>& onProgress) {
-    return TableRun(model.Get(), input, sourceName, output, options).Score(onProgress);
+    return TableRun(model.Get(), input, sourceName, output, options, onProgress).Score();
 }
 
 }  // namespace nbscore

@@ -5,20 +5,11 @@
 #include <istream>
 #include <string>
 
-#include "host/CaseBinder.h"
 #include "host/LoadedModel.h"
 #include "host/OutputSink.h"
-#include "host/ScoreWriterOptions.h"
+#include "host/TableScorerOptions.h"
 
 namespace nbscore {
-
-struct TableScorerOptions {
-    char delimiter = ',';
-    /// A table with a header and no case is an error unless this is set.
-    bool allowEmpty = false;
-    CaseBinderOptions cases;
-    ScoreWriterOptions output;
-};
 
 /// How far a run has come.
 struct ScoringProgress {
@@ -35,10 +26,15 @@ struct ScoringSummary {
 };
 
 /// Scores every row of a table, in order, with memory bounded whatever the table's size.
+///
+/// Rows are scored in blocks of what the input has ready, and a block's scores are written out as soon as they and those
+/// before it are there: a slow input is answered row by row. When a row cannot be read or scored, the rows of the blocks
+/// before its own have been written.
 /// @param model must be scorable (LoadedModel::RequireScorable).
 /// @param input the table; @param sourceName what errors call it.
-/// @param onProgress called now and then with what was done so far, and may throw to end the run.
-/// Throws CaseDataError and InputOutputError. Does not commit the output: the caller does, when all went well.
+/// @param onProgress called now and then, by this thread, with what was done so far, and may throw to end the run.
+/// Throws CaseDataError and InputOutputError, of several for the first in the table, whatever the number of threads. Does
+/// not commit the output: the caller does, when all went well.
 ScoringSummary ScoreTable(LoadedModel& model, std::istream& input, const std::string& sourceName, OutputSink& output,
                           const TableScorerOptions& options,
                           const std::function<void(const ScoringProgress&)>& onProgress);

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "AppendResult.h"
 #include "FakeModel.h"
 #include "Message.h"
 #include "framework/MCMV.h"
@@ -30,7 +31,7 @@ protected:
         const auto writer = MakeScoreWriter(model, header, "t.csv", options);
         std::string text;
         writer->AppendHeader(text);
-        writer->AppendCase(text, cells, result);
+        AppendResult(*writer, model, options.predictionOnly, text, cells, result);
         return text;
     }
 
@@ -187,8 +188,8 @@ TEST_F(ScoreWriterTest, ResultIsRefused_WhenItIsNoClassification) {
         options.format = format;
         const auto writer = MakeScoreWriter(model, {}, "t.csv", options);
         std::string text;
-        EXPECT_THROW(writer->AppendCase(text, {}, bare), UnscorableModelError);
-        EXPECT_THROW(writer->AppendCase(text, {}, FakeResult()), UnscorableModelError);
+        EXPECT_THROW(AppendResult(*writer, model, false, text, {}, bare), UnscorableModelError);
+        EXPECT_THROW(AppendResult(*writer, model, false, text, {}, FakeResult()), UnscorableModelError);
     }
 }
 

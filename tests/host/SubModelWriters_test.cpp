@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "AppendResult.h"
 #include "FakeSet.h"
 #include "Message.h"
 #include "host/HostError.h"
@@ -19,7 +20,7 @@ protected:
         const auto writer = MakeScoreWriter(set, header, "t.csv", options);
         std::string text;
         writer->AppendHeader(text);
-        writer->AppendCase(text, cells, FakeSetResult(set.scores));
+        AppendResult(*writer, set, options.predictionOnly, text, cells, FakeSetResult(set.scores));
         return text;
     }
     void ExpectClash(const std::string& name) {
@@ -121,7 +122,7 @@ TEST_F(SubModelWritersTest, ResultIsRefused_WhenItDoesNotHoldAScoreForEachSubMod
         const auto writer = MakeScoreWriter(set, {}, "t.csv", options);
         std::string text;
         const auto getFault = [&](const ScoreResult& result) {
-            return GetMessageOf<UnscorableModelError>([&] { writer->AppendCase(text, {}, result); });
+            return GetMessageOf<UnscorableModelError>([&] { AppendResult(*writer, set, options.predictionOnly, text, {}, result); });
         };
         EXPECT_EQ(getFault(FakeSetResult({MakeScore("card", 1)})), "The model gave 1 score for its 4 sub-models.");
         EXPECT_EQ(getFault(FakeSetResult()), "The model's results are no scores of sub-models.");

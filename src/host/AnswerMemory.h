@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "batch/RowNumber.h"
+
+namespace nbscore {
+
+/// The texts of scores that were written already, by the rows that the cases' values stand for: cases repeat, and
+/// writing numbers takes longer than anything else. Of bounded size. Used by one thread.
+class AnswerMemory {
+public:
+    struct Answer {
+        std::size_t begin = 0;
+        std::size_t length = 0;
+        bool hasNonFiniteNumber = false;
+    };
+
+    /// @param numRows how many rows tell a case.
+    explicit AnswerMemory(std::size_t numRows);
+
+    /// Whether it is worth asking: cases with very many values seldom repeat, and of others it is seen.
+    bool IsUseful() const { return isUseful; }
+    /// Forgets everything when it is full. What was found before is then of no more use.
+    void MakeRoom();
+
+    /// What was kept for a case; null when nothing was. Valid until the next Keep or MakeRoom.
+    const Answer* Find(std::span<const RowNumber> rows);
+    std::string_view GetText(const Answer& answer) const {
+        return std::string_view(texts).substr(answer.begin, answer.length);
+    }
+    void Keep(std::span<const RowNumber> rows, std::string_view text, bool hasNonFiniteNumber);
+
+private:
+    static constexpr std::uint32_t noAnswer = 0xFFFFFFFF;
+
+    std::size_t SlotOf(std::span<const RowNumber> rows) const;
+
+    std::size_t keyLength;
+    bool isUseful;
+    std::size_t asked = 0;
+    std::size_t found = 0;
+    /// Positions in `answers`, found by hash and then one behind the other.
+    std::vector<std::uint32_t> slots;
+    std::vector<Answer> answers;
+    std::vector<RowNumber> keys;
+    std::string texts;
+};
+
+}  // namespace nbscore

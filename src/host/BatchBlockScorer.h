@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/AnswerMemory.h"
+#include "host/BatchCases.h"
+#include "host/BlockScorer.h"
+#include "host/CaseCoder.h"
+#include "host/PartedScoreWriter.h"
+#include "host/TableScorerOptions.h"
+
+namespace nbscore {
+
+/// Scores rows many at a time by a batch scorer, and those that were met before from memory.
+class BatchBlockScorer : public BlockScorer {
+public:
+    /// @param model borrowed. The rest as for ContractBlockScorer.
+    BatchBlockScorer(ScoreModel& model, std::unique_ptr<BatchCases> batchScorer, const std::vector<std::string>& header,
+                     const std::string& sourceName, const TableScorerOptions& options);
+
+    void Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) override;
+
+private:
+    /// A row that was read and not written yet.
+    struct WaitingCase {
+        std::uint64_t line;
+        std::string_view asWritten;
+        std::size_t firstCell;
+        std::size_t numCells;
+        /// What is remembered of it, or else its position among the cases to be scored.
+        std::optional<AnswerMemory::Answer> remembered;
+        std::size_t scored;
+    };
+
+    bool ReadCases(CsvRowReader& rows);
+    void ScoreNewCases();
+    void AppendCase(const WaitingCase& waiting, std::span<const RowNumber> rowsOfCase, BlockScores& scores);
+    void AppendScores(const WaitingCase& waiting, std::span<const RowNumber> rowsOfCase, BlockScores& scores);
+
+    std::unique_ptr<BatchCases> batch;
+    CaseCoder coder;
+    std::unique_ptr<ScoreWriter> writer;
+    /// The same writer, when it is one of these.
+    PartedScoreWriter* partedWriter;
+    bool copiesRows;
+    std::size_t numReaders;
+    std::size_t casesAtOnce;
+    AnswerMemory memory;
+    std::vector<WaitingCase> waitingCases;
+    std::vector<std::string_view> cells;
+    /// Case by case, one for each reader.
+    std::vector<RowNumber> rowsOfCases;
+    /// Those of the cases to be scored: reader by reader, each casesAtOnce long.
+    std::vector<RowNumber> rowsToScore;
+    std::size_t numToScore = 0;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,89 @@
+#include "host/TableBlockReader.h"
+
+#include <algorithm>
+#include <cstring>
+#include <stdexcept>
+#include <utility>
+
+#include "host/HostError.h"
+
+namespace nbscore {
+namespace {
+
+/// A block that held a very long row gives its memory back.
+constexpr std::size_t mostRoomToKeep = 8 * TableBlockReader::pieceBytes;
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+char RequireDelimiter(char delimiter) {
+    const bool usable = delimiter > 0 && std::strchr("\"\r\n", delimiter) == nullptr;
+    if (!usable) throw std::invalid_argument("the delimiter must be an ASCII character, no quote and no line break");
+    return delimiter;
+}
+
+}  // namespace
+
+TableBlockReader::TableBlockReader(std::istream& stream, std::string name, char delimiter)
+    : input(stream), sourceName(std::move(name)), finder(RequireDelimiter(delimiter)) {}
+
+bool TableBlockReader::Read(TableBlock& block) {
+    if (block.room.size() > mostRoomToKeep) block.room = std::vector<char>();
+    block.size = rest.size();
+    if (block.room.size() < rest.size()) block.room.resize(rest.size());
+    std::ranges::copy(rest, block.room.begin());
+    rest.clear();
+    block.firstLine = nextLine;
+    if (!started) PassByteOrderMark(block);
+
+    finder.Start();
+    finder.Continue(block.GetBytes());
+    while (finder.GetRowEnd() == 0 && !finder.HasFault() && block.size <= maxRowBytes && Extend(block))
+        finder.Continue(block.GetBytes());
+    // What stands behind the last whole row waits for the next block, unless it can never become a row.
+    if (finder.GetRowEnd() > 0 && !finder.HasFault()) Split(block, finder.GetRowEnd());
+    const std::string_view bytes = block.GetBytes();
+    nextLine += static_cast<std::uint64_t>(std::count(bytes.begin(), bytes.end(), '\n'));
+    return block.size > 0;
+}
+
+void TableBlockReader::Split(TableBlock& block, std::size_t rowEnd) {
+    const auto end = block.room.begin() + static_cast<std::ptrdiff_t>(block.size);
+    rest.assign(block.room.begin() + static_cast<std::ptrdiff_t>(rowEnd), end);
+    block.size = rowEnd;
+}
+
+void TableBlockReader::PassByteOrderMark(TableBlock& block) {
+    started = true;
+    while (block.size < byteOrderMark.size() && Extend(block)) {
+    }
+    if (!block.GetBytes().starts_with(byteOrderMark)) return;
+    const auto begin = block.room.begin();
+    std::copy(begin + static_cast<std::ptrdiff_t>(byteOrderMark.size()),
+              begin + static_cast<std::ptrdiff_t>(block.size), begin);
+    block.size -= byteOrderMark.size();
+}
+
+bool TableBlockReader::Extend(TableBlock& block) {
+    if (atEnd) return false;
+    if (block.room.size() - block.size < pieceBytes) block.room.resize(2 * block.room.size() + pieceBytes);
+    const std::size_t count = TakeReady(block.room.data() + block.size);
+    if (input.bad() || (input.fail() && !input.eof())) {
+        throw InputOutputError(sourceName + ": reading failed");
+    }
+    atEnd = count == 0;
+    block.size += count;
+    bytesRead += count;
+    return !atEnd;
+}
+
+/// Looking at one character waits for the stream; what it then has ready is taken without waiting again.
+std::size_t TableBlockReader::TakeReady(char* room) {
+    if (input.peek() == std::istream::traits_type::eof()) return 0;
+    if (const std::streamsize count = input.readsome(room, pieceBytes); count > 0) {
+        return static_cast<std::size_t>(count);
+    }
+    input.read(room, pieceBytes);  // a stream without a buffer of its own never has anything ready
+    return static_cast<std::size_t>(input.gcount());
+}
+
+}  // namespace nbscore
