@@ -1,0 +1,261 @@
+#include "batch/Answers.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <deque>
+#include <memory>
+#include <span>
+#include <string_view>
+
+#include "batch/OwnedColumn.h"
+#include "framework/ModelSelfTables.h"
+#include "framework/NumericValue.h"
+#include "framework/ScoreClsResult.h"
+#include "framework/StringValue.h"
+#include "selflearning/SelfLearningResult.h"
+
+namespace nbscore::test {
+namespace {
+
+std::unique_ptr<ScoreValue> ValueOf(const CaseValue& value) {
+    if (const auto* number = std::get_if<double>(&value)) return std::make_unique<NumericValue>(*number);
+    if (const auto* text = std::get_if<std::string>(&value)) return std::make_unique<StringValue>(*text);
+    return nullptr;
+}
+
+bool Knows(const PredictorTables& predictor, const ScoreValue& value) {
+    switch (predictor.kind) {
+        case PredictorTables::Texts:
+            return std::ranges::any_of(predictor.texts,
+                                       [&](const std::string* text) { return *text == value.GetString(); });
+        case PredictorTables::Numbers:
+            return std::ranges::find(predictor.numbers, value.GetDouble()) != predictor.numbers.end();
+        default:
+            return value.GetType() == ScoreValue::Numeric;
+    }
+}
+
+void CountPlainly(const PredictorTables& predictor, const InputTable& table, Answers& answers) {
+    const auto input = std::ranges::find(table.names, predictor.var->GetName()) - table.names.begin();
+    std::uint64_t missing = 0;
+    std::uint64_t unknown = 0;
+    for (const CaseValue& held : table.columns.at(static_cast<std::size_t>(input))) {
+        const std::unique_ptr<ScoreValue> value = ValueOf(held);
+        const bool isMissing = value == nullptr || (predictor.var->GetMeasureLevel() == ScoreDictVar::Continuous &&
+                                                    predictor.var->IsMissingValue(value.get()));
+        if (isMissing) {
+            ++missing;
+        } else if (!Knows(predictor, *value)) {
+            ++unknown;
+        }
+    }
+    answers.missing.push_back(missing);
+    answers.unknown.push_back(unknown);
+}
+
+void ReadClassification(const ScoreClsResult& result, Answers& answers) {
+    const auto& percents = result.GetAllValuePercent();
+    const auto predicted = std::ranges::find_if(percents, [&](const auto& percent) {
+        return percent.first->GetString() == result.GetPrediction()->GetString();
+    });
+    answers.predicted.push_back(static_cast<std::int32_t>(predicted - percents.begin()));
+    answers.confidence.push_back(result.GetConfidence());
+    for (const auto& [value, percent] : percents)
+        answers.matrix.push_back(percent);
+}
+
+void ReadScores(const ScoreResult& result, Answers& answers) {
+    using Descriptors = VectorValue<SelfLearningResult::ModelDescriptor>;
+    for (const auto& descriptor : dynamic_cast<const Descriptors&>(*result.GetPrediction()).GetVectorValue())
+        answers.matrix.push_back(descriptor.score);
+}
+
+/// Where the cases of one call go.
+struct Call {
+    std::size_t first;
+    std::size_t cases;
+};
+
+template <typename T>
+std::span<T> PartOf(std::vector<T>& all, const Call& call) {
+    return std::span<T>(all).subspan(call.first, call.cases);
+}
+
+MatrixOrder RandomOrder(Randomness& random) {
+    return OneIn(2, random) ? MatrixOrder::CaseByCase : MatrixOrder::ColumnByColumn;
+}
+
+/// Puts the matrix of a call, in whatever order it came, behind those of the calls before.
+void AppendMatrix(const std::vector<double>& matrix, MatrixOrder order, const Call& call, Answers& answers) {
+    const std::size_t width = matrix.size() / call.cases;
+    for (std::size_t i = 0; i < call.cases; ++i) {
+        for (std::size_t k = 0; k < width; ++k)
+            answers.matrix.push_back(order == MatrixOrder::CaseByCase ? matrix[i * width + k]
+                                                                      : matrix[k * call.cases + i]);
+    }
+}
+
+const std::vector<std::size_t>& InputsOfReaders(const BatchScorer& scorer) {
+    return scorer.GetInputsOfPredictors();
+}
+
+const std::vector<std::size_t>& InputsOfReaders(const SubModelBatchScorer& scorer) {
+    return scorer.GetInputsOfReaders();
+}
+
+template <typename Scorer>
+RowNumber RowOf(const Scorer& scorer, std::size_t reader, const CaseValue& value) {
+    if (const auto* number = std::get_if<double>(&value)) return scorer.RowOf(reader, *number);
+    if (const auto* text = std::get_if<std::string>(&value)) return scorer.RowOf(reader, std::string_view(*text));
+    return missingRow;
+}
+
+template <typename Scorer, typename AnswerColumns>
+void ScoreRowsOf(const Scorer& scorer, const InputTable& table, const Call& call, const AnswerColumns& columns) {
+    std::deque<std::vector<RowNumber>> rows;
+    for (std::size_t reader = 0; reader < InputsOfReaders(scorer).size(); ++reader) {
+        const std::vector<CaseValue>& values = table.columns[InputsOfReaders(scorer)[reader]];
+        std::vector<RowNumber>& ofReader = rows.emplace_back();
+        for (std::size_t i = 0; i < call.cases; ++i)
+            ofReader.push_back(RowOf(scorer, reader, values[call.first + i]));
+    }
+    const std::vector<std::span<const RowNumber>> lists(rows.begin(), rows.end());
+    scorer.ScoreRows(lists, call.cases, columns);
+}
+
+template <typename Scorer, typename AnswerColumns>
+void ScoreColumnsOf(const Scorer& scorer, const InputTable& table, const Call& call, const AnswerColumns& columns,
+                    Randomness& random) {
+    std::deque<OwnedColumn> owned;
+    std::vector<Column> borrowed;
+    for (std::size_t input = 0; input < table.columns.size(); ++input) {
+        const DictionaryMaker dictionaries{
+            [&](std::span<const std::string_view> texts) { return scorer.MakeDictionary(input, texts); },
+            [&](std::span<const double> numbers) { return scorer.MakeDictionary(input, numbers); }};
+        const std::span<const CaseValue> values(table.columns[input]);
+        owned.emplace_back(values.subspan(call.first, call.cases), dictionaries, random);
+        borrowed.push_back(owned.back().Get());
+    }
+    scorer.Score(borrowed, call.cases, columns);
+}
+
+template <typename Scorer, typename AnswerColumns>
+void ScoreAnyhow(const Scorer& scorer, const InputTable& table, const Call& call, const AnswerColumns& columns,
+                 Randomness& random) {
+    if (OneIn(4, random)) return ScoreRowsOf(scorer, table, call, columns);
+    ScoreColumnsOf(scorer, table, call, columns, random);
+}
+
+std::vector<Call> CallsOf(std::size_t cases, const std::vector<std::size_t>& sizes) {
+    std::vector<Call> calls;
+    std::size_t first = 0;
+    for (const std::size_t size : sizes) {
+        if (first + size >= cases) break;
+        calls.push_back({first, size});
+        first += size;
+    }
+    calls.push_back({first, cases - first});
+    return calls;
+}
+
+std::uint64_t Bits(double number) {
+    return std::isnan(number) ? ~std::uint64_t{0} : std::bit_cast<std::uint64_t>(number);
+}
+
+template <typename T>
+std::string DifferenceIn(const char* what, const std::vector<T>& expected, const std::vector<T>& actual) {
+    if (expected.size() != actual.size()) {
+        return std::string(what) + ": " + std::to_string(actual.size()) + " instead of " +
+               std::to_string(expected.size());
+    }
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        bool same = false;
+        if constexpr (std::is_same_v<T, double>) {
+            same = Bits(expected[i]) == Bits(actual[i]);
+        } else {
+            same = expected[i] == actual[i];
+        }
+        if (same) continue;
+        return std::string(what) + " " + std::to_string(i) + ": " + std::to_string(actual[i]) + " instead of " +
+               std::to_string(expected[i]);
+    }
+    return {};
+}
+
+}  // namespace
+
+Answers AnswersOneByOne(ScoreModel& model, const InputTable& table) {
+    Answers answers;
+    RecordOfTable record(table);
+    ScoreResult* result = nullptr;
+    for (std::size_t i = 0; i < table.cases; ++i) {
+        record.GoTo(i);
+        model.GetScore(&record, result, true);
+        if (const auto* classification = dynamic_cast<const ScoreClsResult*>(result)) {
+            ReadClassification(*classification, answers);
+        } else {
+            ReadScores(*result, answers);
+        }
+    }
+    delete result;
+    for (const ClassifierTables& classifier : dynamic_cast<const ModelSelfTables&>(model).GetTables().classifiers) {
+        for (const PredictorTables& predictor : classifier.predictors)
+            CountPlainly(predictor, table, answers);
+    }
+    return answers;
+}
+
+Answers AnswersInBatches(const BatchScorer& scorer, const InputTable& table, const std::vector<std::size_t>& sizes,
+                         Randomness& random) {
+    Answers answers;
+    answers.predicted.resize(table.cases, -7);
+    answers.confidence.resize(table.cases, -7.0);
+    answers.missing.resize(scorer.GetInputsOfPredictors().size());
+    answers.unknown.resize(scorer.GetInputsOfPredictors().size());
+    for (const Call& call : CallsOf(table.cases, sizes)) {
+        std::vector<double> matrix(call.cases * scorer.GetCategories().size(), -7.0);
+        ClassificationColumns columns;
+        columns.predicted = PartOf(answers.predicted, call);
+        columns.confidence = PartOf(answers.confidence, call);
+        columns.probabilities = matrix;
+        columns.probabilityOrder = RandomOrder(random);
+        columns.missing = answers.missing;
+        columns.unknown = answers.unknown;
+        ScoreAnyhow(scorer, table, call, columns, random);
+        AppendMatrix(matrix, columns.probabilityOrder, call, answers);
+    }
+    return answers;
+}
+
+Answers AnswersInBatches(const SubModelBatchScorer& scorer, const InputTable& table,
+                         const std::vector<std::size_t>& sizes, Randomness& random) {
+    Answers answers;
+    answers.missing.resize(scorer.GetNumPredictors());
+    answers.unknown.resize(scorer.GetNumPredictors());
+    for (const Call& call : CallsOf(table.cases, sizes)) {
+        std::vector<double> matrix(call.cases * scorer.GetSubModels().size(), -7.0);
+        SubModelColumns columns;
+        columns.scores = matrix;
+        columns.scoreOrder = RandomOrder(random);
+        columns.missing = answers.missing;
+        columns.unknown = answers.unknown;
+        ScoreAnyhow(scorer, table, call, columns, random);
+        AppendMatrix(matrix, columns.scoreOrder, call, answers);
+    }
+    return answers;
+}
+
+std::string FirstDifference(const Answers& expected, const Answers& actual) {
+    for (const std::string& difference :
+         {DifferenceIn("prediction", expected.predicted, actual.predicted),
+          DifferenceIn("confidence", expected.confidence, actual.confidence),
+          DifferenceIn("entry of the matrix", expected.matrix, actual.matrix),
+          DifferenceIn("missing values of predictor", expected.missing, actual.missing),
+          DifferenceIn("unknown values of predictor", expected.unknown, actual.unknown)}) {
+        if (!difference.empty()) return difference;
+    }
+    return {};
+}
+
+}  // namespace nbscore::test

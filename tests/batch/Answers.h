@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "batch/BatchScorer.h"
+#include "batch/InputTable.h"
+#include "batch/SubModelBatchScorer.h"
+#include "cases/RandomDraws.h"
+#include "framework/ModelTables.h"
+#include "framework/ScoreModel.h"
+
+/// @file
+/// What is answered for a table's cases: one by one by the model itself, and in batches.
+
+namespace nbscore::test {
+
+struct Answers {
+    /// Of a single classifier, and its categories.
+    std::vector<std::int32_t> predicted;
+    std::vector<double> confidence;
+    /// Probabilities or scores, case by case.
+    std::vector<double> matrix;
+    std::vector<std::uint64_t> missing;
+    std::vector<std::uint64_t> unknown;
+};
+
+/// By the model's GetScore, and plain counting. The table has a column for every field that the model reads, derived
+/// ones among them.
+Answers AnswersOneByOne(ScoreModel& model, const InputTable& table);
+
+/// Scores the cases in calls that take so many of them each, one after the other, the last call the rest. Columns have
+/// shapes drawn at random, the matrix either order, and now and then the rows of all values are told beforehand.
+Answers AnswersInBatches(const BatchScorer& scorer, const InputTable& table, const std::vector<std::size_t>& sizes,
+                         Randomness& random);
+Answers AnswersInBatches(const SubModelBatchScorer& scorer, const InputTable& table,
+                         const std::vector<std::size_t>& sizes, Randomness& random);
+
+/// Where the bits of two answers first differ, for a message; empty where they are the same. All NaNs count as one:
+/// which of them arithmetic gives is the processor's affair.
+std::string FirstDifference(const Answers& expected, const Answers& actual);
+
+}  // namespace nbscore::test

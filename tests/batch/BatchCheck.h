@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstddef>
+
+#include "cases/RandomDraws.h"
+#include "framework/ScoreModel.h"
+
+namespace nbscore::test {
+
+/// Draws so many cases for a model, single or a set, and expects batches cut anyhow to answer what the model itself
+/// answers one by one, bit for bit. Some of the batches run on four threads at once, with one scorer.
+void ExpectBatchesLikeOneByOne(ScoreModel& model, std::size_t cases, Randomness& random);
+
+}  // namespace nbscore::test

@@ -1,0 +1,142 @@
+#include "batch/OwnedColumn.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <limits>
+#include <map>
+
+namespace nbscore::test {
+namespace {
+
+bool IsAbsent(const CaseValue& value) {
+    return std::holds_alternative<std::monostate>(value);
+}
+
+bool HoldsText(std::span<const CaseValue> values) {
+    return std::ranges::any_of(values,
+                               [](const CaseValue& value) { return std::holds_alternative<std::string>(value); });
+}
+
+/// The different values of a column, and for each case its position among them, -1 for none. Numbers differ when any
+/// bit does.
+template <typename Value, typename Key>
+std::vector<Value> DifferentValues(std::span<const CaseValue> values, const std::function<Key(const Value&)>& keyOf,
+                                   std::vector<std::int32_t>& codes) {
+    std::vector<Value> different;
+    std::map<Key, std::int32_t> positions;
+    for (const CaseValue& value : values) {
+        codes.push_back(-1);
+        if (IsAbsent(value)) continue;
+        const Value& held = std::get<Value>(value);
+        const auto [entry, isNew] = positions.try_emplace(keyOf(held), static_cast<std::int32_t>(different.size()));
+        if (isNew) different.push_back(held);
+        codes.back() = entry->second;
+    }
+    return different;
+}
+
+}  // namespace
+
+OwnedColumn::OwnedColumn(std::span<const CaseValue> values, const DictionaryMaker& dictionaries, Randomness& random) {
+    if (std::ranges::all_of(values, IsAbsent) && OneIn(2, random)) {
+        column = AbsentColumn{};
+        return;
+    }
+    if (OneIn(2, random)) {
+        HoldCodes(values, dictionaries, random);
+        return;
+    }
+    MarkAbsent(values, random);
+    if (HoldsText(values)) {
+        HoldTexts(values, random);
+    } else {
+        HoldNumbers(values, random);
+    }
+}
+
+void OwnedColumn::MarkAbsent(std::span<const CaseValue> values, Randomness& random) {
+    if (std::ranges::none_of(values, IsAbsent) && OneIn(2, random)) return;
+    validity.offset = static_cast<std::size_t>(Between(0, 20, random));
+    bits.assign((validity.offset + values.size()) / 8 + 1, static_cast<std::uint8_t>(Between(0, 255, random)));
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        const std::size_t position = validity.offset + i;
+        const auto bit = static_cast<std::uint8_t>(1U << (position % 8));
+        std::uint8_t& byte = bits[position / 8];
+        byte = static_cast<std::uint8_t>(IsAbsent(values[i]) ? byte & ~bit : byte | bit);
+    }
+    validity.bits = bits.data();
+}
+
+void OwnedColumn::HoldNumbers(std::span<const CaseValue> values, Randomness& random) {
+    const double filler = OneIn(2, random) ? 1.0 : std::numeric_limits<double>::quiet_NaN();
+    for (const CaseValue& value : values)
+        numbers.push_back(IsAbsent(value) ? filler : std::get<double>(value));
+    column = NumberColumn{numbers, validity};
+}
+
+void OwnedColumn::HoldTexts(std::span<const CaseValue> values, Randomness& random) {
+    const std::string filler = OneIn(2, random) ? "" : "filler";
+    for (const CaseValue& value : values)
+        texts.push_back(IsAbsent(value) ? filler : std::get<std::string>(value));
+    switch (Between(0, 2, random)) {
+        case 0:
+            return HoldJoined(offsets32, random);
+        case 1:
+            return HoldJoined(offsets64, random);
+        default:
+            views.assign(texts.begin(), texts.end());
+            column = TextViewColumn{views, validity};
+    }
+}
+
+template <typename Offset>
+void OwnedColumn::HoldJoined(std::vector<Offset>& offsets, Randomness& random) {
+    bytes.assign(static_cast<std::size_t>(Between(0, 3, random)), 'x');
+    offsets.push_back(static_cast<Offset>(bytes.size()));
+    for (const std::string& text : texts) {
+        bytes += text;
+        offsets.push_back(static_cast<Offset>(bytes.size()));
+    }
+    column = TextColumn<Offset>{bytes.data(), offsets, validity};
+}
+
+void OwnedColumn::HoldCodes(std::span<const CaseValue> values, const DictionaryMaker& dictionaries,
+                            Randomness& random) {
+    if (HoldsText(values)) {
+        texts = DifferentValues<std::string, std::string>(
+            values, [](const std::string& text) { return text; }, codes32);
+        if (OneIn(2, random)) texts.push_back("a word of no case");
+        views.assign(texts.begin(), texts.end());
+        dictionary = dictionaries.ofTexts(views);
+    } else {
+        numbers = DifferentValues<double, std::uint64_t>(
+            values, [](const double& number) { return std::bit_cast<std::uint64_t>(number); }, codes32);
+        dictionary = dictionaries.ofNumbers(numbers);
+    }
+    if (OneIn(2, random)) {
+        MarkAbsent(values, random);
+        // What no bit calls valid may be any code, even one that the dictionary does not have.
+        const bool marked = validity.bits != nullptr;
+        if (marked) std::ranges::replace(codes32, -1, OneIn(2, random) ? -1 : 125);
+    }
+    const std::size_t size = dictionary->GetSize();
+    const int narrowest = size < 125 ? 0 : size < 32000 ? 1 : 2;
+    switch (Between(narrowest, 2, random)) {
+        case 0:
+            return Shorten(codes8);
+        case 1:
+            return Shorten(codes16);
+        default:
+            column = CodeColumn<std::int32_t>{codes32, &*dictionary, validity};
+    }
+}
+
+template <typename Code>
+void OwnedColumn::Shorten(std::vector<Code>& codes) {
+    for (const std::int32_t code : codes32)
+        codes.push_back(static_cast<Code>(code));
+    column = CodeColumn<Code>{codes, &*dictionary, validity};
+}
+
+}  // namespace nbscore::test
