@@ -1,6 +1,7 @@
 #include "batch/DeclaredMissing.h"
 
 #include <string>
+#include <typeinfo>
 
 #include "framework/BaseDictVar.h"
 #include "framework/NumericValue.h"
@@ -9,10 +10,10 @@
 namespace nbscore {
 namespace {
 
-/// Variables of other classes than the framework's own have to be asked about each value.
+/// Variables of other classes than the framework's own, even ones derived from it, may have rules of their own and have
+/// to be asked about each value.
 bool MayDeclareMissing(const ScoreDictVar& var) {
-    const auto* known = dynamic_cast<const BaseDictVar*>(&var);
-    return known == nullptr || known->HasMissingValues();
+    return typeid(var) != typeid(BaseDictVar) || static_cast<const BaseDictVar&>(var).HasMissingValues();
 }
 
 }  // namespace
