@@ -1,0 +1,51 @@
+// Scorers hold all that they need: the translator, the model and the plug-in itself may go before the first case.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <sstream>
+
+#include "batch/Answers.h"
+#include "batch/DrawnTable.h"
+#include "cases/RandomDocument.h"
+#include "cases/RandomSet.h"
+#include "framework/ModelSelfTables.h"
+#include "plugin/LoadedPlugin.h"
+
+namespace nbscore::test {
+namespace {
+
+/// Reads the document, makes a scorer, draws cases, and scores them when the plug-in has left the process.
+template <typename Scorer>
+void ExpectScoredWithoutPlugin(const std::string& document, Randomness& random) {
+    ASSERT_FALSE(LoadedPlugin::IsInProcess());
+    std::optional<Scorer> scorer;
+    InputTable table;
+    Answers expected;
+    {
+        const LoadedPlugin plugin;
+        std::istringstream source(document);
+        const std::unique_ptr<ScoreModel> model(plugin.MakeTranslator()->ParseFromTree(source, "UTF-8"));
+        table = DrawTable(dynamic_cast<const ModelSelfTables&>(*model).GetTables(), 50, random);
+        expected = AnswersOneByOne(*model, table);
+        scorer.emplace(*model);
+    }
+    ASSERT_FALSE(LoadedPlugin::IsInProcess());
+    EXPECT_EQ(FirstDifference(expected, AnswersInBatches(*scorer, table, {17}, random)), "");
+}
+
+TEST(ScorerIndependence, HoldsForASingleClassifier_WhosePluginIsGone) {
+    Randomness random(1);
+    for (int number = 0; number < 20 && !HasFailure(); ++number)
+        ExpectScoredWithoutPlugin<BatchScorer>(MakeRandomDocument(random).text, random);
+}
+
+TEST(ScorerIndependence, HoldsForASet_WhosePluginIsGone) {
+    Randomness random(2);
+    for (int number = 0; number < 20 && !HasFailure(); ++number)
+        ExpectScoredWithoutPlugin<SubModelBatchScorer>(MakeRandomSet(random).text, random);
+}
+
+}  // namespace
+}  // namespace nbscore::test
