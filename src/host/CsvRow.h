@@ -14,7 +14,11 @@ public:
     /// @param destination borrowed; nobody else appends to it before End.
     /// @param isBegun whether cells of the row stand at the text's end already.
     CsvRow(std::string& destination, char cellDelimiter, bool isBegun = false)
-        : text(destination), delimiter(cellDelimiter), begin(destination.size()), hasCells(isBegun) {}
+        : text(destination),
+          delimiter(cellDelimiter),
+          begin(destination.size()),
+          hasCells(isBegun),
+          wasBegun(isBegun) {}
 
     void Add(std::string_view cell) {
         AddPlain([this, cell](std::string& row) { AppendCsvCell(row, cell, delimiter); });
@@ -37,8 +41,11 @@ public:
 
     /// Ends the row. An only cell that is empty becomes "" (two quotes), so that it does not read as an empty line.
     void End() {
-        if (text.size() == begin) text += "\"\"";
+        if (!wasBegun) QuoteIfEmpty();
         text += '\n';
+    }
+    void QuoteIfEmpty() {
+        if (text.size() == begin) text += "\"\"";
     }
 
 private:
@@ -46,6 +53,7 @@ private:
     char delimiter;
     std::size_t begin;
     bool hasCells;
+    bool wasBegun;
 };
 
 }  // namespace nbscore

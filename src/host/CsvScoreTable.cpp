@@ -59,6 +59,8 @@ void CsvScoreTable::AppendInput(std::string& text, const InputRow& input) const 
     for (const std::string_view cell : input.cells) {
         row.Add(cell);
     }
+    const bool isWholeRow = columnNames.size() == inputColumns;
+    if (isWholeRow) row.QuoteIfEmpty();
 }
 
 void CsvScoreTable::AddNumber(CsvRow& row, double number) const {

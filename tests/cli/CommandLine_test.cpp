@@ -28,7 +28,7 @@ public:
 /// Long enough that progress is reported several times.
 std::string MakeLongTable() {
     std::string table = "colour,weight\n";
-    for (int i = 0; i < 5000; ++i)
+    for (int i = 0; i < 100'000; ++i)
         table += "red,200\n";
     return table;
 }
@@ -97,7 +97,7 @@ TEST_F(ScoreInProcess, ClearsProgressBeforeTheError_WhenARowIsRefused) {
     folder.Write("cases.csv", MakeLongTable() + "red\n");
     const InProcessRun run(MakeArguments(), 500ms);
     EXPECT_EQ(run.exitStatus, 1);
-    EXPECT_THAT(run.messages.str(), HasSubstr(" \rerror: " + table + ":5002: "));
+    EXPECT_THAT(run.messages.str(), HasSubstr(" \rerror: " + table + ":100002: "));
 }
 
 TEST_F(ScoreInProcess, StopsAndLeavesNoFile_WhenInterrupted) {

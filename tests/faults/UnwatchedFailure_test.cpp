@@ -176,9 +176,10 @@ TEST_F(UnwatchedFailure, LosesNoByte_WhenSignalsInterruptWritingIntoAFullPipe) {
     SlowReader reader(pipe);
     int interruptions = 0;
     {
-        OutputFile file(pipe, [&] {
+        const auto countInterruptions = [&] {
             if (++interruptions == 20) reader.LetGo();
-        });
+        };
+        OutputFile file(pipe, {countInterruptions, {}});
         const InterruptingTimer timer;
         for (std::size_t begin = 0; begin < expected.size(); begin += 100'000)
             file.Write(std::string_view(expected).substr(begin, 100'000));
