@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -20,8 +21,8 @@ public:
     /// Texts that are longer are not remembered.
     static constexpr std::size_t longestText = 8;
 
-    /// The row that was kept for the text; nothing when it was none of the latest. @param text not empty, and no longer
-    /// than longestText.
+    /// The row that was kept for the text; nothing when it was none of the latest.
+    /// @param text not empty, no longer than longestText, and standing where so many bytes can be read (TableBlock).
     std::optional<RowNumber> Find(std::string_view text) const {
         const std::uint64_t packed = Pack(text);
         const Entry& entry = (*entries)[PlaceOf(packed)];
@@ -43,10 +44,13 @@ private:
         RowNumber row = missingRow;
     };
 
+    /// Loaded whole and cut to the text, which is several times faster than to load the text alone.
     static std::uint64_t Pack(std::string_view text) {
         std::uint64_t packed = 0;
-        std::memcpy(&packed, text.data(), text.size());
-        return packed;
+        std::memcpy(&packed, text.data(), longestText);
+        const std::size_t unwantedBits = 8 * (longestText - text.size());
+        if constexpr (std::endian::native == std::endian::little) return packed << unwantedBits;
+        return packed >> unwantedBits;
     }
     static std::size_t PlaceOf(std::uint64_t packed) {
         return static_cast<std::size_t>((packed * 0x9E3779B97F4A7C15U) >> 53);

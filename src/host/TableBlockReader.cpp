@@ -29,7 +29,7 @@ TableBlockReader::TableBlockReader(std::istream& stream, std::string name, char 
 bool TableBlockReader::Read(TableBlock& block) {
     if (block.room.size() > mostRoomToKeep) block.room = std::vector<char>();
     block.size = rest.size();
-    if (block.room.size() < rest.size()) block.room.resize(rest.size());
+    if (block.room.size() < rest.size() + TableBlock::slack) block.room.resize(rest.size() + TableBlock::slack);
     std::ranges::copy(rest, block.room.begin());
     rest.clear();
     block.firstLine = nextLine;
@@ -65,7 +65,9 @@ void TableBlockReader::PassByteOrderMark(TableBlock& block) {
 
 bool TableBlockReader::Extend(TableBlock& block) {
     if (atEnd) return false;
-    if (block.room.size() - block.size < pieceBytes) block.room.resize(2 * block.room.size() + pieceBytes);
+    if (block.room.size() - block.size < pieceBytes + TableBlock::slack) {
+        block.room.resize(2 * block.room.size() + pieceBytes + TableBlock::slack);
+    }
     const std::size_t count = TakeReady(block.room.data() + block.size);
     if (input.bad() || (input.fail() && !input.eof())) {
         throw InputOutputError(sourceName + ": reading failed");
