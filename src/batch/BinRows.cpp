@@ -21,8 +21,7 @@ std::vector<double> BoundariesOf(std::span<const std::vector<double>* const> cut
                              [](double cutpoint) { return !std::isnan(cutpoint); });
     }
     std::ranges::sort(boundaries);
-    const auto repeated = std::ranges::unique(boundaries);
-    boundaries.erase(repeated.begin(), repeated.end());
+    boundaries.erase(std::unique(boundaries.begin(), boundaries.end()), boundaries.end());
     return boundaries;
 }
 

@@ -57,7 +57,7 @@ ClassifierBlocks::ClassifierBlocks(const ClassifierEngine& classifierEngine,
 
 template <typename Row>
 void ClassifierBlocks::Score() {
-    // The rows behind the last case are never written and stay those of missing values.
+    // What stands behind a block's last case is read too: rows of the block before, or of missing values.
     std::vector<Row> rows(engine.predictors.size() * pitch);
     std::vector<Row*> rowsOfPredictors;
     for (std::size_t j = 0; j < engine.predictors.size(); ++j)

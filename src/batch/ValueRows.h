@@ -29,7 +29,8 @@ public:
     /// Calls `work` with a function from values to rows that a loop over many values pays once for.
     template <typename Work>
     void Visit(const Work& work) const {
-        std::visit([&](const auto& rows) { work([this, &rows](auto value) { return RowIn(rows, value); }); }, known);
+        std::visit([&](const auto& rows) { work([this, &rows](auto value) { return this->RowIn(rows, value); }); },
+                   known);
     }
 
     std::size_t GetNumRows() const;
