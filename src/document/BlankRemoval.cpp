@@ -28,19 +28,25 @@ VeskException Clash(const DOMElement* element, const XMLCh* text, const XMLCh* o
                                     ExcerptOf(other) + "\".");
 }
 
-/// Takes the blanks off one attribute of elements that stand beside one another and are told apart by it.
-void TrimAll(const Elements& elements, const XMLCh* attributeName, AdaptationLog& log) {
+void RequireApart(const Elements& elements, const XMLCh* attributeName, AdaptationLog& log) {
     std::map<XmlText, XmlText> originals;
+    for (const DOMElement* element : elements) {
+        const XMLCh* value = BaseTranslator::GetAttribute(element, attributeName);
+        if (value == nullptr) continue;
+        const auto known = originals.emplace(WithoutOuterBlanks(value), value).first;
+        if (known->second != value) throw Clash(element, value, known->second.c_str(), log);
+    }
+}
+
+/// Takes the blanks off one attribute of elements that stand beside one another and are told apart by it: off all of
+/// them, or, where two would become the same, off none.
+void TrimAll(const Elements& elements, const XMLCh* attributeName, AdaptationLog& log) {
+    RequireApart(elements, attributeName, log);
     for (DOMElement* element : elements) {
         const XMLCh* value = BaseTranslator::GetAttribute(element, attributeName);
         if (value == nullptr) continue;
-        const XmlText original = value;
         const XmlText trimmed = WithoutOuterBlanks(value);
-        const auto known = originals.emplace(trimmed, original).first;
-        if (known->second != original) {
-            throw Clash(element, value, known->second.c_str(), log);
-        }
-        if (trimmed == original) continue;
+        if (trimmed == value) continue;
         log.Note(element, "the blanks around " + Utf8Of(attributeName) + " \"" + ExcerptOf(value) + "\" are taken off");
         element->setAttribute(attributeName, trimmed.c_str());
     }

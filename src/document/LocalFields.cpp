@@ -114,7 +114,7 @@ public:
                 RequireSeen(*input, attribute::fieldName, model);
         }
         for (const TakenField& each : taken)
-            MoveOrPassOver(*each.element);
+            MoveOrLeaveOut(*each.element);
     }
 
 private:
@@ -133,6 +133,11 @@ private:
         const XmlText name = NameIn(*field, attribute::name);
         if (dataFields.contains(name)) throw Clash(field, " has the name of a data field");
         if (globalNames.contains(name)) throw Clash(field, " has the name of one in the TransformationDictionary");
+        // It would become an earlier one: which models are read goes by their order in the document.
+        if (!DescendantsNamed(*field, element::naiveBayesModel).empty()) {
+            throw log.Refusal(
+                field, "The derived field " + Quoted(name) + " of a model has a model in it, and cannot be moved.");
+        }
         taken.push_back({field, model});
         const auto [known, isNew] = moved.try_emplace(name, MovedField{field, {model}});
         if (isNew) return;
@@ -146,10 +151,12 @@ private:
                                       what + ": which of the two is meant is not clear.");
     }
 
-    void MoveOrPassOver(DOMElement& field) {
+    void MoveOrLeaveOut(DOMElement& field) {
         const XmlText name = NameIn(field, attribute::name);
         if (moved.at(name).element != &field) {
             log.Note(&field, "the derived field " + Quoted(name) + " is the one that was moved from an earlier model");
+            // It would be a second one of its name. It stays in memory until the document goes.
+            field.getParentNode()->removeChild(&field);
             return;
         }
         log.Note(&field, "the derived field " + Quoted(name) +

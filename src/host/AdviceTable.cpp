@@ -151,6 +151,8 @@ constexpr Advice advices[] = {
     {12, "\"*\" is no *: *", "Write one of the words that the message lists, exactly so."},
     {12, "* which of the two is meant is not clear.",
      "Give the derived field a name of its own, or leave out the one that is not meant."},
+    {12, "The derived field * of a model has a model in it, and cannot be moved.",
+     "Take the inner model out of the derived field."},
     {12, "* is a derived field of a model, and cannot be seen from here.",
      "Declare the field in TransformationDictionary, where all models and fields see it."},
     {12, "The * has the name of a *", "Give it a name of its own."},

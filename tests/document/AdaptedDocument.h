@@ -14,7 +14,7 @@
 
 namespace nbscore::test {
 
-/// What adapting makes of a document.
+/// What adapting makes of a document. Each that is adapted here is adapted twice, and must stay as it became.
 struct Adapted {
     /// LINE: what was done, or LINE: not: what stays.
     std::vector<std::string> changes;
@@ -29,18 +29,29 @@ inline Adapted Adapt(const std::string& text) {
         adapted.changes.push_back(std::to_string(adaptation.place.line) + ": " + (adaptation.isMade ? "" : "not: ") +
                                   adaptation.change);
     adapted.text = XmlTextOf(*document);
+    for (const Adaptation& adaptation : AdaptDocument(*document))
+        EXPECT_FALSE(adaptation.isMade) << "when adapted again: " << adaptation.change;
+    EXPECT_EQ(XmlTextOf(*document), adapted.text) << "when adapted again";
     return adapted;
 }
 
 /// "LINE: MESSAGE" of the refusal.
-inline std::string GetRefusal(const std::string& text) {
+inline std::string GetRefusal(xercesc::DOMDocument& document) {
     try {
-        Adapt(text);
+        AdaptDocument(document);
     } catch (const VeskException& refusal) {
         EXPECT_EQ(refusal.GetCode(), VeskException::InconsistentDocument);
         return std::to_string(refusal.GetPlace().line) + ": " + refusal.GetMessage();
     }
     return "adapted";
+}
+
+inline std::string GetRefusal(const std::string& text) {
+    std::istringstream stream(text);
+    const ParsedDocument document = ParseDocument(stream);
+    std::string refusal = GetRefusal(*document);
+    EXPECT_EQ(GetRefusal(*document), refusal) << "when adapted again";
+    return refusal;
 }
 
 }  // namespace nbscore::test

@@ -167,6 +167,17 @@ TEST(DocumentAdapter, RefusesToMakeTwoValuesOne) {
               "adapted");
 }
 
+TEST(DocumentAdapter, RefusesToMakeTwoValuesOne_WhateverBlanksCanGoBefore) {
+    EXPECT_EQ(GetRefusal(Document("<DataField name=' x '>\n<Value value=' b '/>\n<Value value=' a '/>\n"
+                                  "<Value value='a'/></DataField>",
+                                  "")),
+              "5: Without the blanks around it, \"a\" would be the same as \" a \".");
+    EXPECT_EQ(GetRefusal(Document("<DataField name='x'><Value value=' b '/></DataField>\n<DataField name=' y '/>\n"
+                                  "<DataField name='y'/>",
+                                  "")),
+              "4: Without the blanks around it, \"y\" would be the same as \" y \".");
+}
+
 TEST(DocumentAdapter, RefusesAtThePlaceInTheOriginal_WhateverWasChangedBefore) {
     EXPECT_EQ(GetRefusal(Document("<Extension/><Extension/><Taxonomy/>\n<DataField name='x'/>\n<DataField name='x '/>",
                                   "<NaiveBayesModel/>")),

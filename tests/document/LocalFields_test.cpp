@@ -108,6 +108,21 @@ TEST(LocalFields, MoveOnce_WhereSubModelsDeclareThemAlike) {
                                         "</TransformationDictionary>"));
 }
 
+TEST(LocalFields, AreLeftOut_WhereAnEarlierSubModelDeclaresThemAlike) {
+    const std::string field = Field("d", "x");
+    const Adapted adapted = Adapt(Document(SubModel(field, {"d"}) + SubModel(field + Field("unused", "x"), {"d"})));
+    EXPECT_THAT(adapted.text, HasSubstr("<LocalTransformations><DerivedField name=\"unused\"><FieldRef field=\"x\"/>"
+                                        "</DerivedField></LocalTransformations>"));
+}
+
+TEST(LocalFields, AreRefused_WhereAModelInThemWouldBecomeAnEarlierOne) {
+    const std::string inner = "<Extension><NaiveBayesModel><MiningSchema/></NaiveBayesModel></Extension>";
+    const std::string field = "<DerivedField name='d'>" + inner + "<FieldRef field='x'/></DerivedField>\n";
+    EXPECT_EQ(GetRefusal(Document(Model(field, {"d"}))),
+              "4: The derived field \"d\" of a model has a model in it, and cannot be moved.");
+    EXPECT_THAT(Adapt(Document(Model(field, {"x"}))).changes, IsEmpty());
+}
+
 TEST(LocalFields, AreRefused_WhereOthersWouldComeToReadThem) {
     EXPECT_EQ(GetRefusal(Document(Globals(Field("g", "d")) + Model(Field("d", "x"), {"d"}))),
               "4: \"d\" is a derived field of a model, and cannot be seen from here.");

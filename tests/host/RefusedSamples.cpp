@@ -467,6 +467,8 @@ std::vector<RefusedSample> MakeSamples() {
                weight + "</DerivedField><DerivedField name=\"d\" optype=\"continuous\" dataType=\"double\">" + weight,
                "d"),
          model + "/LocalTransformations[1]/DerivedField[2]", "", true},
+        {Local("d", "<Extension><NaiveBayesModel/></Extension>" + weight, "d"),
+         model + "/LocalTransformations[1]/DerivedField[1]", "", true},
         {Replace(
              Local("d", weight, "d"), "<NaiveBayesModel",
              "<TransformationDictionary>" + Field("e", FieldRef("d")) + "</TransformationDictionary><NaiveBayesModel"),
