@@ -9,7 +9,7 @@
 
 #include "batch/ProbedTable.h"
 #include "batch/RowNumber.h"
-#include "batch/TextHash.h"
+#include "naivebayes/TextHash.h"
 
 namespace nbscore {
 

@@ -122,11 +122,4 @@ void AppendNumber(std::string& text, double number) {
     text.append(buffer.data(), result.ptr);
 }
 
-int SaturateToInt(double number) {
-    if (std::isnan(number)) return 0;
-    if (number >= std::numeric_limits<int>::max()) return std::numeric_limits<int>::max();
-    if (number <= std::numeric_limits<int>::min()) return std::numeric_limits<int>::min();
-    return static_cast<int>(number);
-}
-
 }  // namespace nbscore

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cmath>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,6 +28,11 @@ SCOREFRAMEWORK_API std::string FormatNumber(double number);
 SCOREFRAMEWORK_API void AppendNumber(std::string& text, double number);
 
 /// Truncated toward zero and held at the limits of 32 bits; 0 for a NaN. A plain conversion is undefined there.
-SCOREFRAMEWORK_API int SaturateToInt(double number);
+inline int SaturateToInt(double number) {
+    if (std::isnan(number)) return 0;
+    if (number >= std::numeric_limits<int>::max()) return std::numeric_limits<int>::max();
+    if (number <= std::numeric_limits<int>::min()) return std::numeric_limits<int>::min();
+    return static_cast<int>(number);
+}
 
 }  // namespace nbscore

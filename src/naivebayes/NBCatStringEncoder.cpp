@@ -16,14 +16,14 @@ NBCatStringEncoder::NBCatStringEncoder(const std::vector<std::string>& categorie
 
 NBCatStringEncoder::NBCatStringEncoder(const NBCatStringEncoder& other)
     : INBVeskEncoder(other), categoryMap(other.categoryMap), lastCode(other.lastCode) {
-    RebuildCodeIndex();
+    RebuildIndexes();
 }
 
 NBCatStringEncoder& NBCatStringEncoder::operator=(const NBCatStringEncoder& other) {
     if (this == &other) return *this;
     categoryMap = other.categoryMap;
     lastCode = other.lastCode;
-    RebuildCodeIndex();
+    RebuildIndexes();
     return *this;
 }
 
@@ -44,13 +44,14 @@ int NBCatStringEncoder::AddCategory(const std::string& text) {
     if (isNew) {
         ++lastCode;
         codeIndex.push_back(&entry->first);
+        codesByText.emplace(entry->first, entry->second);
     }
     return entry->second;
 }
 
 int NBCatStringEncoder::GetCategory(const std::string& text) const {
-    const auto entry = categoryMap.find(text);
-    return entry == categoryMap.end() ? unknownCategory : entry->second;
+    const auto entry = codesByText.find(text);
+    return entry == codesByText.end() ? unknownCategory : entry->second;
 }
 
 int NBCatStringEncoder::GetCategory(const ScoreValue* value) const {
@@ -74,8 +75,11 @@ void NBCatStringEncoder::Display(std::ostream& out) const {
     }
 }
 
-void NBCatStringEncoder::RebuildCodeIndex() {
+void NBCatStringEncoder::RebuildIndexes() {
     codeIndex.assign(categoryMap.size(), nullptr);
-    for (const auto& [text, code] : categoryMap)
+    codesByText.clear();
+    for (const auto& [text, code] : categoryMap) {
         codeIndex[static_cast<std::size_t>(code)] = &text;
+        codesByText.emplace(text, code);
+    }
 }

@@ -2,9 +2,12 @@
 
 #include <map>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "naivebayes/INBVeskEncoder.h"
+#include "naivebayes/SeededTextHash.h"
 
 /// Codes texts. Two texts are the same category only when they are equal byte by byte.
 class NAIVEBAYES_API NBCatStringEncoder : public INBVeskEncoder {
@@ -29,10 +32,12 @@ public:
     const std::vector<const std::string*>& GetCategoryTexts() const { return codeIndex; }
 
 private:
-    void RebuildCodeIndex();
+    void RebuildIndexes();
 
     std::map<std::string, int> categoryMap;
     /// The map's own keys by code. They point into this map's nodes, so a copy rebuilds them.
     std::vector<const std::string*> codeIndex;
+    /// The same keys and codes once more: every value of every case is looked for among them.
+    std::unordered_map<std::string_view, int, nbscore::SeededTextHash> codesByText;
     int lastCode = -1;
 };
