@@ -14,6 +14,7 @@
 #include "document/VerificationReader.h"
 #include "framework/VeskException.h"
 #include "framework/xml/DocumentFile.h"
+#include "framework/xml/MemoryRefusal.h"
 #include "framework/xml/Utf8.h"
 #include "framework/xml/XmlFaults.h"
 #include "translator/ElementNames.h"

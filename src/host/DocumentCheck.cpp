@@ -1,12 +1,14 @@
 #include "host/DocumentCheck.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "document/SourceDocument.h"
 #include "framework/DerivedFieldSources.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/VeskException.h"
+#include "framework/xml/MemoryRefusal.h"
 #include "host/CheckAdvice.h"
 #include "host/FieldsOfDerivedInputs.h"
 #include "host/HostError.h"
@@ -117,22 +119,7 @@ void AddRemarks(const SourceDocument& source, DocumentCheck& check) {
     }
 }
 
-}  // namespace
-
-bool DocumentCheck::IsSound() const {
-    return std::ranges::none_of(
-        problems, [](const DocumentProblem& problem) { return problem.severity == DocumentProblem::Error; });
-}
-
-bool DocumentCheck::IsReadable() const {
-    return std::ranges::none_of(
-        problems, [](const DocumentProblem& problem) { return problem.code == VeskException::UnreadableSource; });
-}
-
-DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
-                            bool adapt) {
-    DocumentCheck check;
-    check.document = ToUtf8(document);
+void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, DocumentCheck& check) {
     try {
         SourceDocument source = SourceDocument::Read(check.document);
         if (adapt) check.adaptations = source.Adapt();
@@ -149,7 +136,40 @@ DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const 
     } catch (const UnscorableModelError& error) {
         check.problems.push_back(ErrorOf(error));
     }
+}
+
+/// Of a document whose description takes more memory than there is.
+DocumentCheck CheckForMemory(const std::filesystem::path& document) {
+    DocumentCheck check;
+    check.document = ToUtf8(document);
+    VeskException refusal = RefusalForMemory();
+    refusal.SetSource(check.document);
+    check.problems.push_back(ErrorOf(refusal));
     return check;
+}
+
+}  // namespace
+
+bool DocumentCheck::IsSound() const {
+    return std::ranges::none_of(
+        problems, [](const DocumentProblem& problem) { return problem.severity == DocumentProblem::Error; });
+}
+
+bool DocumentCheck::IsReadable() const {
+    return std::ranges::none_of(
+        problems, [](const DocumentProblem& problem) { return problem.code == VeskException::UnreadableSource; });
+}
+
+DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
+                            bool adapt) {
+    try {
+        DocumentCheck check;
+        check.document = ToUtf8(document);
+        Check(plugin, adapt, check);
+        return check;
+    } catch (const std::bad_alloc&) {
+        return CheckForMemory(document);
+    }
 }
 
 }  // namespace nbscore

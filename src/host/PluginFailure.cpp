@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <memory>
+#include <new>
 
 #include "framework/VeskException.h"
 #include "host/HostError.h"
@@ -19,6 +20,8 @@ void RethrowPluginFailure(const std::string& whatWasDone) {
         throw VeskException(thrown);  // a copy: the plug-in's may be of a class of its own
     } catch (const InputOutputError& thrown) {
         throw InputOutputError(thrown);
+    } catch (const std::bad_alloc&) {
+        throw std::bad_alloc();
     } catch (const std::exception& thrown) {
         throw InputOutputError(whatWasDone + " failed: " + thrown.what());
     } catch (...) {

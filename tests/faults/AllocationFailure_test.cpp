@@ -10,7 +10,10 @@
 #include "faults/FailingAllocations.h"
 #include "faults/Work.h"
 #include "framework/VeskException.h"
+#include "host/CheckReport.h"
+#include "host/DocumentCheck.h"
 #include "host/HostError.h"
+#include "host/PluginLibrary.h"
 
 namespace nbscore::test {
 namespace {
@@ -105,6 +108,25 @@ TEST_P(AllocationFailure, SurfacesAndLeavesNothingBehind) {
     }
     EXPECT_GT(failing, 10U);
     RecordProperty("allocations", static_cast<int>(failing));
+}
+
+/// A check says of its own document that memory ran out, so that others can be checked behind it.
+TEST(AllocationFailureOfACheck, IsAnErrorOfTheDocument_WherePossible) {
+    const std::filesystem::path document = std::filesystem::path(NBSCORE_EXAMPLES) / "iris/iris.pmml";
+    const std::shared_ptr<PluginLibrary> plugin = PluginLibrary::Load(NBSCORE_PLUGIN);
+    const std::string sound = WriteCheckAsText(CheckDocument(plugin, document, false));
+    std::uint64_t failing = 1;
+    for (bool hasFailedAllocation = true; hasFailedAllocation && !HasFailure(); ++failing) {
+        LetAllocationFail(failing, Shortage::OfOne);
+        const DocumentCheck check = CheckDocument(plugin, document, false);
+        hasFailedAllocation = EndShortage();
+        const std::string report = WriteCheckAsText(check);
+        if (report == sound) continue;
+        EXPECT_TRUE(TellsOfMemory(report)) << "allocation " << failing << ": " << report;
+        EXPECT_EQ(check.problems.size(), 1U) << "allocation " << failing;
+        EXPECT_FALSE(check.IsSound());
+    }
+    EXPECT_GT(failing, 100U);
 }
 
 std::vector<DocumentAndRows> AllDocuments() {

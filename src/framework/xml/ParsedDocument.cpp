@@ -9,6 +9,7 @@
 
 #include "framework/VeskException.h"
 #include "framework/xml/ElementPlaces.h"
+#include "framework/xml/MemoryRefusal.h"
 #include "framework/xml/PlacedDOMParser.h"
 #include "framework/xml/PmmlPrefix.h"
 #include "framework/xml/XmlFaults.h"

@@ -13,11 +13,6 @@
 
 namespace nbscore {
 
-/// The refusal of a document for which memory does not suffice.
-inline VeskException RefusalForMemory() {
-    return {VeskException::InconsistentDocument, "The document takes more memory than there is."};
-}
-
 /// Runs a step over the XML library; what the library throws leaves as VeskException 3 or std::bad_alloc, so that
 /// no caller has to know the library.
 template <typename Step>
