@@ -26,8 +26,12 @@ std::uint64_t HashRows(std::span<const RowNumber> rows) {
 AnswerMemory::AnswerMemory(std::size_t numRows)
     : keyLength(numRows), isUseful(numRows <= longestKey), slots(isUseful ? numSlots : 0, noAnswer) {}
 
+bool AnswerMemory::IsFull() const {
+    return answers.size() >= mostAnswers || texts.size() >= mostTextBytes;
+}
+
 void AnswerMemory::MakeRoom() {
-    if (answers.size() < mostAnswers && texts.size() < mostTextBytes) return;
+    if (!IsFull()) return;
     isUseful = found >= asked / leastShare;
     asked = found = 0;
     std::ranges::fill(slots, noAnswer);
@@ -55,6 +59,7 @@ const AnswerMemory::Answer* AnswerMemory::Find(std::span<const RowNumber> rows) 
 }
 
 void AnswerMemory::Keep(std::span<const RowNumber> rows, std::string_view text, bool hasNonFiniteNumber) {
+    if (IsFull()) return;
     std::uint32_t& position = slots[SlotOf(rows)];
     if (position != noAnswer) return;
     position = static_cast<std::uint32_t>(answers.size());

@@ -34,11 +34,13 @@ public:
     std::string_view GetText(const Answer& answer) const {
         return std::string_view(texts).substr(answer.begin, answer.length);
     }
+    /// Keeps nothing when it is full.
     void Keep(std::span<const RowNumber> rows, std::string_view text, bool hasNonFiniteNumber);
 
 private:
     static constexpr std::uint32_t noAnswer = 0xFFFFFFFF;
 
+    bool IsFull() const;
     std::size_t SlotOf(std::span<const RowNumber> rows) const;
 
     std::size_t keyLength;
