@@ -20,8 +20,18 @@ BlockPipeline::BlockPipeline(std::vector<std::unique_ptr<BlockScorer>> blockScor
       handOn(std::move(onScores)),
       scorers(std::move(blockScorers)),
       slots(blocksPerThread * scorers.size()) {
-    for (const std::unique_ptr<BlockScorer>& scorer : scorers)
-        threads.emplace_back([this, &scorer] { Work(*scorer); });
+    StartThreads();
+}
+
+/// Where the system gives no more threads, or no memory for them, those that it gave do all the work.
+void BlockPipeline::StartThreads() {
+    threads.reserve(scorers.size());
+    try {
+        for (const std::unique_ptr<BlockScorer>& scorer : scorers)
+            threads.emplace_back([this, &scorer] { Work(*scorer); });
+    } catch (...) {
+        if (threads.empty()) throw;
+    }
 }
 
 BlockPipeline::~BlockPipeline() {

@@ -29,7 +29,8 @@ public:
     /// failure.
     using HandOn = std::function<void(const BlockScores&)>;
 
-    /// @param blockScorers one for each thread; at least one.
+    /// @param blockScorers one for each thread; at least one. Where the system gives fewer threads, some are not used.
+    ///     Throws what it says when it gives none.
     /// @param sourceName, delimiter as for CsvRowReader.
     BlockPipeline(std::vector<std::unique_ptr<BlockScorer>> blockScorers, std::string sourceName, char delimiter,
                   HandOn onScores);
@@ -56,6 +57,7 @@ private:
     struct Dropped {};
 
     Slot& SlotOf(std::uint64_t number) { return slots[number % slots.size()]; }
+    void StartThreads();
     void Work(BlockScorer& scorer);
     bool Take(std::uint64_t& number);
     void Score(BlockScorer& scorer, CsvRowReader& rows, std::uint64_t number);
