@@ -74,7 +74,7 @@ bool CsvRowReader::ReadPlainRow() {
         }
     }
     if (nextRowBegin == rowBegin) {
-        if (nextMark < numMarks) return false;
+        if (nextMark < numMarks || cells.size() == CellSplitter::maxCells) return false;
         EndPlainRow(cellBegin, bytes.size(), bytes.size());
     }
     if (nextRowBegin - rowBegin > maxRowBytes) return false;
