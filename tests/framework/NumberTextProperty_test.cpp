@@ -3,11 +3,15 @@
 
 #include <algorithm>
 #include <bit>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <regex>
+#include <string>
+#include <vector>
 
 #include "framework/NumberText.h"
 
@@ -131,6 +135,85 @@ RC_GTEST_PROP(NumberText, ReadsWhatTheGrammarAllowsAndNothingElse, ()) {
     for (const std::string& text : texts) {
         RC_ASSERT(ReadNumber(text) == ExpectedNumber(text));
         if (const auto whole = ReadInt(text)) RC_ASSERT(ReadNumber(text) == static_cast<double>(*whole));
+    }
+}
+
+/// What the standard conversion makes of digits and perhaps a point, with a sign in front.
+std::optional<double> ConvertedByTheLibrary(std::string_view text) {
+    if (text.starts_with("+-")) return std::nullopt;
+    if (text.starts_with('+')) text.remove_prefix(1);
+    double number = 0.0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed);
+    if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
+    return number;
+}
+
+/// Decimals around the length up to which one division tells their value.
+rc::Gen<std::string> PlainDecimal() {
+    const auto sign = rc::gen::element<std::string>("", "-", "+");
+    const auto zeros = rc::gen::map(rc::gen::inRange<std::size_t>(0, 4),
+                                    [](std::size_t count) { return std::string(count * count * count, '0'); });
+    const auto digits = rc::gen::mapcat(rc::gen::inRange<std::size_t>(0, 19), [](std::size_t count) {
+        return rc::gen::container<std::string>(count, rc::gen::inRange('0', static_cast<char>('9' + 1)));
+    });
+    const auto point = rc::gen::inRange<std::size_t>(0, 24);
+    return rc::gen::map(rc::gen::tuple(sign, zeros, digits, point), [](const auto& parts) {
+        const auto& [signText, leading, shown, pointAt] = parts;
+        std::string number = leading + shown;
+        if (pointAt <= number.size()) number.insert(pointAt, 1, '.');
+        return signText + number;
+    });
+}
+
+bool IsReadAsTheLibraryConvertsIt(const std::string& text) {
+    const std::optional<double> expected = ConvertedByTheLibrary(text);
+    const std::optional<double> number = ReadNumber(text);
+    if (!expected || !number) return expected.has_value() == number.has_value();
+    return std::bit_cast<std::uint64_t>(*number) == std::bit_cast<std::uint64_t>(*expected);
+}
+
+RC_GTEST_PROP(NumberText, ReadsDecimalsOfAnyLengthToTheLastBit, ()) {
+    for (const std::string& text : *rc::gen::container<std::vector<std::string>>(200, PlainDecimal()))
+        RC_ASSERT(IsReadAsTheLibraryConvertsIt(text));
+}
+
+TEST(NumberText, ReadsToTheLastBit_AtTheEdgesOfShortDecimals) {
+    for (const char* text : {"-0",
+                             "+0",
+                             "-0.000",
+                             ".5",
+                             "5.",
+                             "-.5",
+                             "+1",
+                             "-1.",
+                             "0.1",
+                             "0.3",
+                             "999999999999999",
+                             "9999999999999999",
+                             "9007199254740993",
+                             "0.999999999999999",
+                             "0.9999999999999999",
+                             ".000000000000001",
+                             ".0000000000000001",
+                             "1.00000000000000",
+                             "123456789012345.6",
+                             "000000000000000",
+                             "0000000000000001",
+                             "0.00000000000000000000001",
+                             "",
+                             ".",
+                             "+",
+                             "-",
+                             "-.",
+                             "1.2.3",
+                             "..1",
+                             "1..",
+                             "--1",
+                             "+-1",
+                             "1-",
+                             "1:",
+                             "1/"}) {
+        EXPECT_TRUE(IsReadAsTheLibraryConvertsIt(text)) << '"' << text << '"';
     }
 }
 
