@@ -1,0 +1,120 @@
+// The number of threads changes nothing that a user sees: what is written, what is said, and the exit status.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "cases/CaseFile.h"
+#include "cases/CaseTable.h"
+#include "cases/RandomDocument.h"
+#include "cases/RandomSet.h"
+#include "host/RowEndFinder.h"
+#include "support/RunCommand.h"
+#include "support/TemporaryFolder.h"
+#include "support/WholeFile.h"
+
+namespace nbscore::test {
+namespace {
+
+/// Long enough to be read in several blocks, whose borders lie anywhere.
+constexpr std::size_t bytesOfSeveralBlocks = 1'200'000;
+constexpr int numRandomDocuments = 8;
+constexpr int casesPerDocument = 300;
+
+/// The table with its rows again and again.
+std::string RepeatRows(std::string table) {
+    if (!table.ends_with('\n')) table += '\n';
+    std::size_t headerEnd = 0;
+    RowEndFinder finder(',');
+    finder.Start();
+    while (headerEnd < table.size() && finder.GetRowEnd() == 0)
+        finder.Continue(std::string_view(table).substr(0, ++headerEnd));
+    const std::string rows = table.substr(headerEnd);
+    while (!rows.empty() && table.size() < bytesOfSeveralBlocks)
+        table += rows;
+    return table;
+}
+
+class Scoring {
+public:
+    Scoring(std::filesystem::path documentPath, const std::string& table)
+        : document(std::move(documentPath)), tablePath(folder.Write("rows.csv", table)) {}
+
+    CommandResult On(int threads, const std::vector<std::string>& options) const {
+        CommandCall call;
+        call.program = NBSCORE_COMMAND;
+        call.arguments = {"score", document.string(), tablePath.string(), "--threads", std::to_string(threads)};
+        call.arguments.insert(call.arguments.end(), options.begin(), options.end());
+        return RunCommand(call);
+    }
+
+    void ExpectTheSameOnAnyNumberOfThreads(int exitStatus, const std::vector<std::string>& options = {}) const {
+        const CommandResult onOne = On(1, options);
+        EXPECT_EQ(onOne.exitStatus, exitStatus) << onOne.err;
+        for (const int threads : {2, 8}) {
+            SCOPED_TRACE(std::to_string(threads) + " threads");
+            const CommandResult onMore = On(threads, options);
+            EXPECT_EQ(onMore.exitStatus, onOne.exitStatus);
+            EXPECT_EQ(onMore.err, onOne.err);
+            EXPECT_TRUE(onMore.out == onOne.out) << "other bytes are written";
+        }
+    }
+
+private:
+    TemporaryFolder folder;
+    std::filesystem::path document;
+    std::filesystem::path tablePath;
+};
+
+class CasesOnThreads : public testing::TestWithParam<CaseFile> {};
+
+TEST_P(CasesOnThreads, GiveTheSame_OnAnyNumberOfThreads) {
+    const CaseFile& caseFile = GetParam();
+    const std::string rows = ReadWholeFile(caseFile.rows);
+    const int exitStatus = caseFile.expectedRefusal ? caseFile.expectedRefusal->exitStatus : 0;
+    Scoring(caseFile.document, rows).ExpectTheSameOnAnyNumberOfThreads(exitStatus);
+    // Of refused documents nothing is read, and what is wrong with rows is wrong where they stand first.
+    if (exitStatus == 0) Scoring(caseFile.document, RepeatRows(rows)).ExpectTheSameOnAnyNumberOfThreads(0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, CasesOnThreads, testing::ValuesIn(AllCaseFiles()),
+                         [](const auto& parameter) { return TestNameOf(parameter.param); });
+
+TEST(RandomDocuments, GiveTheSame_OnAnyNumberOfThreads) {
+    const TemporaryFolder folder;
+    Randomness random(19120417);
+    for (int number = 0; number < numRandomDocuments; ++number) {
+        const RandomDocument document = MakeRandomDocument(random);
+        SCOPED_TRACE("document " + std::to_string(number) + ":\n" + document.text);
+        std::vector<std::vector<std::string>> rows;
+        for (int i = 0; i < casesPerDocument; ++i)
+            rows.push_back(MakeRandomCase(document, random).cells);
+        const Scoring scoring(folder.Write("document.pmml", document.text),
+                              RepeatRows(CsvTableText(NamesOf(document.inputs), rows)));
+        const std::vector<std::string> options =
+            number % 2 == 0 ? std::vector<std::string>{} : std::vector<std::string>{"--format", "jsonl"};
+        scoring.ExpectTheSameOnAnyNumberOfThreads(0, options);
+    }
+}
+
+TEST(RandomSets, GiveTheSameInEveryShape_OnAnyNumberOfThreads) {
+    const TemporaryFolder folder;
+    Randomness random(19120418);
+    for (int number = 0; number < numRandomDocuments; ++number) {
+        const RandomSet set = MakeRandomSet(random);
+        SCOPED_TRACE("set " + std::to_string(number) + ":\n" + set.text);
+        std::vector<std::vector<std::string>> rows;
+        for (int i = 0; i < casesPerDocument; ++i)
+            rows.push_back(MakeRandomSetCase(set, random).cells);
+        const Scoring scoring(folder.Write("document.pmml", set.text),
+                              RepeatRows(CsvTableText(NamesOf(set.columns), rows)));
+        const std::vector<std::vector<std::string>> shapes = {
+            {}, {"--long"}, {"--best", "2"}, {"--long", "--best", "1"}, {"--format", "jsonl"}};
+        const std::size_t shape = static_cast<std::size_t>(number) % shapes.size();
+        scoring.ExpectTheSameOnAnyNumberOfThreads(0, shapes[shape]);
+    }
+}
+
+}  // namespace
+}  // namespace nbscore::test
