@@ -1,0 +1,53 @@
+// Tables that are longer than the memory, and threads that the system does not give.
+
+#include "hostile/HostileTest.h"
+
+namespace nbscore::test {
+namespace {
+
+constexpr std::uint64_t megabyte = std::uint64_t{1} << 20;
+
+class LongTable : public HostileTest {
+protected:
+    /// Scores a table that is made as it is read.
+    CommandResult ScoreInLittleMemory(int threads, std::size_t tableBytes) const {
+        CommandCall call = MakeCall({"score", "model.pmml", "-", "--threads", std::to_string(threads)});
+        call.outputPath = "/dev/null";
+        if (memoryIsLimited) call.memoryLimit = 128 * megabyte;
+        StartedCommand started(call);
+        started.WriteInput("colour,weight\n");
+        std::string rows;
+        while (rows.size() < 60'000)
+            rows += "red,200\ngreen,100\n,\n\"green\",100.5\n";
+        for (std::size_t written = 0; written < tableBytes; written += rows.size())
+            started.WriteInput(rows);
+        started.CloseInput();
+        return started.Wait();
+    }
+};
+
+TEST_F(LongTable, IsScoredInLessMemoryThanItHas) {
+    const std::uint64_t tableBytes = memoryIsLimited ? 160 * megabyte : megabyte;
+    for (const int threads : {1, 2}) {
+        const CommandResult result = ScoreInLittleMemory(threads, tableBytes);
+        EXPECT_EQ(result.exitStatus, 0) << result.err;
+    }
+}
+
+TEST_F(LongTable, EndsInOrder_WhenTheSystemGivesFewerThreadsThanAskedFor) {
+    std::string table = fruitCases;
+    while (table.size() < 2 * megabyte)
+        table += table.substr(table.find('\n') + 1);
+    folder.Write("cases.csv", table);
+    // Each thread takes addresses of its own: there are not enough for so many, nor perhaps for what they work with.
+    const CommandResult result = RunLimited({"score", "model.pmml", "cases.csv", "--threads", "200"});
+    if (result.exitStatus != 0) {
+        EXPECT_EQ(result.exitStatus, 4);
+        EXPECT_EQ(result.err, "error: out of memory\n");
+        return;
+    }
+    EXPECT_TRUE(result.out == Run({"score", "model.pmml", "cases.csv", "--threads", "1"}).out);
+}
+
+}  // namespace
+}  // namespace nbscore::test
