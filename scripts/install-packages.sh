@@ -8,7 +8,7 @@ packages_for() {
             echo g++ cmake ninja-build pkg-config libxerces-c-dev libcli11-dev nlohmann-json3-dev
             echo libre2-dev libutf8proc-dev libboost-math-dev libhwy-dev
             ;;
-        test) echo libgtest-dev libgmock-dev librapidcheck-dev python3 groff-base ;;
+        test) echo libgtest-dev libgmock-dev librapidcheck-dev python3 groff-base node-csv-spectrum ;;
         lint) echo clang clang-format clang-tidy libclang-rt-14-dev gcovr git ;;
         *) echo "install-packages.sh: unknown group $1" >&2; exit 2 ;;
     esac
