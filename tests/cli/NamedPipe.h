@@ -70,16 +70,21 @@ public:
     }
 
 private:
-    static constexpr int mostMilliseconds = 60'000;
-
+    /// Waits for some bytes, also while no writer has the pipe open yet; false when none come for a minute.
     bool ReadSome() {
-        pollfd waited = {readingEnd, POLLIN, 0};
+        using namespace std::chrono_literals;
         std::array<char, 4096> piece;
-        if (poll(&waited, 1, mostMilliseconds) != 1) return false;
-        const ssize_t count = read(readingEnd, piece.data(), piece.size());
-        if (count <= 0) return false;
-        gathered.append(piece.data(), static_cast<std::size_t>(count));
-        return true;
+        for (int i = 0; i < 6000; ++i) {
+            pollfd waited = {readingEnd, POLLIN, 0};
+            poll(&waited, 1, 10);
+            const ssize_t count = read(readingEnd, piece.data(), piece.size());
+            if (count > 0) {
+                gathered.append(piece.data(), static_cast<std::size_t>(count));
+                return true;
+            }
+            if (count == 0) std::this_thread::sleep_for(10ms);
+        }
+        return false;
     }
 
     std::filesystem::path path;
