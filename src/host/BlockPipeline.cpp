@@ -26,9 +26,13 @@ BlockPipeline::BlockPipeline(std::vector<std::unique_ptr<BlockScorer>> blockScor
 /// Where the system gives no more threads, or no memory for them, those that it gave do all the work.
 void BlockPipeline::StartThreads() {
     threads.reserve(scorers.size());
+    // Nothing that may fail is left to the threads outside of Score.
+    readers.reserve(scorers.size());
+    for (std::size_t i = 0; i < scorers.size(); ++i)
+        readers.emplace_back(source, cellDelimiter);
     try {
-        for (const std::unique_ptr<BlockScorer>& scorer : scorers)
-            threads.emplace_back([this, &scorer] { Work(*scorer); });
+        for (std::size_t i = 0; i < scorers.size(); ++i)
+            threads.emplace_back([this, i] { Work(*scorers[i], readers[i]); });
     } catch (...) {
         if (threads.empty()) throw;
     }
@@ -69,8 +73,7 @@ void BlockPipeline::ThrowFailure() const {
     if (failure != nullptr) std::rethrow_exception(failure);
 }
 
-void BlockPipeline::Work(BlockScorer& scorer) {
-    CsvRowReader rows(source, cellDelimiter);
+void BlockPipeline::Work(BlockScorer& scorer, CsvRowReader& rows) {
     std::uint64_t number = 0;
     while (Take(number)) {
         Score(scorer, rows, number);

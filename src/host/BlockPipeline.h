@@ -58,7 +58,7 @@ private:
 
     Slot& SlotOf(std::uint64_t number) { return slots[number % slots.size()]; }
     void StartThreads();
-    void Work(BlockScorer& scorer);
+    void Work(BlockScorer& scorer, CsvRowReader& rows);
     bool Take(std::uint64_t& number);
     void Score(BlockScorer& scorer, CsvRowReader& rows, std::uint64_t number);
     void HandOnPart(std::uint64_t number, BlockScores& scores);
@@ -69,6 +69,7 @@ private:
     char cellDelimiter;
     HandOn handOn;
     std::vector<std::unique_ptr<BlockScorer>> scorers;
+    std::vector<CsvRowReader> readers;
 
     std::mutex mutex;
     std::condition_variable changed;
