@@ -20,11 +20,13 @@ help:
 	@echo 'make install    install the built command and libraries (PREFIX=/usr/local)'
 	@echo 'make clean      remove everything built'
 
-.PHONY: packages-build packages-test packages-lint
+.PHONY: packages-build packages-test packages-bench packages-lint
 packages-build:
 	@scripts/install-packages.sh build
 packages-test:
 	@scripts/install-packages.sh build test
+packages-bench:
+	@scripts/install-packages.sh build bench
 packages-lint:
 	@scripts/install-packages.sh build test lint
 
@@ -65,10 +67,11 @@ fuzz: fuzz-build
 fuzz-regressions: fuzz-build
 	fuzz/run.sh regressions
 
-.PHONY: bench-load
-bench-load: packages-build
+.PHONY: bench-build bench-load
+bench-build: packages-bench
 	cmake --preset bench
 	cmake --build --preset bench -j $(JOBS)
+bench-load: bench-build
 	build/bench/bin/load_benchmark
 
 .PHONY: coverage
@@ -88,7 +91,8 @@ tidy: packages-lint
 
 .PHONY: format
 format:
-	git ls-files 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'fuzz/*.h' 'fuzz/*.cpp' 'examples/*.cpp' | xargs clang-format -i
+	git ls-files 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'fuzz/*.h' 'fuzz/*.cpp' \
+	    'bench/*.h' 'bench/*.cpp' 'examples/*.cpp' | xargs clang-format -i
 
 PREFIX ?= /usr/local
 .PHONY: install

@@ -10,6 +10,8 @@ packages_for() {
             ;;
         test) echo libgtest-dev libgmock-dev librapidcheck-dev python3 groff-base node-csv-spectrum ;;
         lint) echo clang clang-format clang-tidy libclang-rt-14-dev gcovr git ;;
+        bench) echo libbenchmark-dev python3 ;;
+        peers) echo python3-sklearn python3-pandas ;;
         *) echo "install-packages.sh: unknown group $1" >&2; exit 2 ;;
     esac
 }

@@ -12,22 +12,12 @@
 #include <vector>
 
 #include "ChildRun.h"
-#include "DocumentShape.h"
 #include "Loads.h"
+#include "common/DocumentShape.h"
+#include "common/Spread.h"
 
 namespace nbscore::bench {
 namespace {
-
-struct Spread {
-    double least;
-    double median;
-    double greatest;
-};
-
-Spread SpreadOf(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return {values.front(), values[values.size() / 2], values.back()};
-}
 
 void PrintRatio(const char* what, const std::vector<double>& ratios) {
     const Spread spread = SpreadOf(ratios);

@@ -32,10 +32,11 @@ void CheckModel(const ScoreModel& model, const DocumentShape& shape) {
     Demand(self != nullptr, "the model does not describe itself");
     const ModelDescription description = self->Describe();
     Demand(description.classifiers.size() == std::max<std::size_t>(shape.subModels, 1), "classifiers are missing");
-    for (const ClassifierDescription& classifier : description.classifiers) {
+    for (std::size_t position = 0; position < description.classifiers.size(); ++position) {
+        const ClassifierDescription& classifier = description.classifiers[position];
         Demand(classifier.inputs.size() == shape.inputs, "inputs are missing");
         for (std::size_t i = 0; i < shape.inputs; ++i)
-            Demand(classifier.inputs[i].total == TotalOf(shape, i), "counts are missing");
+            Demand(classifier.inputs[i].total == TotalOf(shape, position, i), "counts are missing");
     }
 }
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "DocumentShape.h"
+#include "common/DocumentShape.h"
 
 namespace nbscore::bench {
 

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "batch/ClassificationColumns.h"
+
+namespace nbscore::bench {
+
+/// Room for all that scoring says of so many cases.
+struct Answers {
+    std::vector<std::int32_t> predicted;
+    std::vector<double> confidence;
+    std::vector<double> probabilities;
+
+    Answers(std::size_t cases, std::size_t categories)
+        : predicted(cases), confidence(cases), probabilities(cases * categories) {}
+
+    ClassificationColumns GetColumns() {
+        ClassificationColumns columns;
+        columns.predicted = predicted;
+        columns.confidence = confidence;
+        columns.probabilities = probabilities;
+        return columns;
+    }
+};
+
+}  // namespace nbscore::bench
