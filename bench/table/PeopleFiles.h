@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+
+namespace nbscore::bench {
+
+/// The files of a measurement, in a folder.
+struct PeopleFiles {
+    explicit PeopleFiles(const std::filesystem::path& folder)
+        : model(folder / "model.pmml"),
+          training(folder / "training.csv"),
+          differing(folder / "differing.csv"),
+          repeating(folder / "repeating.csv") {}
+
+    std::filesystem::path model;
+    /// Those whom the model's counts come from, with what they said.
+    std::filesystem::path training;
+    /// Cases, nearly all of which differ.
+    std::filesystem::path differing;
+    /// As many cases, drawn from 20,000 people.
+    std::filesystem::path repeating;
+};
+
+/// Writes all of them.
+void WritePeopleFiles(const PeopleFiles& files, std::size_t numCases);
+
+}  // namespace nbscore::bench

@@ -1,0 +1,177 @@
+#include "table/PlainRuns.h"
+
+#include <algorithm>
+#include <chrono>
+#include <fstream>
+#include <limits>
+#include <memory>
+#include <span>
+#include <stdexcept>
+#include <string_view>
+#include <unordered_map>
+
+#include "batch/BatchScorer.h"
+#include "host/BatchCases.h"
+#include "host/CaseBinder.h"
+#include "host/CaseCoder.h"
+#include "host/CsvReader.h"
+#include "host/LoadedModel.h"
+#include "host/MakeScoreWriter.h"
+#include "host/OutputFile.h"
+#include "host/ReusedResult.h"
+#include "host/ScoredCaseReader.h"
+
+namespace nbscore::bench {
+namespace {
+
+LoadedModel ReadModel(const std::string& file) {
+    LoadedModel model = LoadedModel::Read(PluginLibrary::Load(NBSCORE_PLUGIN_FILE), file);
+    model.RequireScorable();
+    return model;
+}
+
+/// A table whose header was read.
+class Table {
+public:
+    explicit Table(const std::string& file) : input(file, std::ios::binary), reader(input, file, ',') {
+        if (!input) throw std::runtime_error("cannot read " + file);
+        ReadRow();
+        header.assign(cells.begin(), cells.end());
+    }
+
+    bool ReadRow() { return reader.ReadRow(cells); }
+    const std::vector<std::string>& GetHeader() const { return header; }
+    const std::vector<std::string_view>& GetCells() const { return cells; }
+    std::uint64_t GetLine() const { return reader.GetRowLine(); }
+    const std::string& GetName() const { return reader.GetSourceName(); }
+
+private:
+    std::ifstream input;
+    CsvReader reader;
+    std::vector<std::string_view> cells;
+    std::vector<std::string> header;
+};
+
+/// @param take called with each row's cells and what the model says of it.
+template <typename Take>
+void ScoreEachRow(ScoreModel& model, Table& table, const Take& take) {
+    CaseBinder binder(model, table.GetHeader(), table.GetName(), {});
+    ScoredCaseReader results(model, false);
+    ReusedResult result;
+    while (table.ReadRow())
+        take(results.Read(result.Score(model, binder.Bind(table.GetCells(), table.GetLine()))));
+}
+
+void Append(std::vector<double>& numbers, std::span<const double> some) {
+    numbers.insert(numbers.end(), some.begin(), some.end());
+}
+
+/// The different texts of a column, and for each row which of them it has.
+struct CodedColumn {
+    std::vector<std::int16_t> codes;
+    std::vector<std::string> texts;
+    std::unordered_map<std::string, std::int16_t> known;
+
+    void Add(std::string_view cell) {
+        const auto [entry, isNew] = known.emplace(cell, static_cast<std::int16_t>(texts.size()));
+        if (isNew) texts.push_back(entry->first);
+        if (texts.size() > std::numeric_limits<std::int16_t>::max()) throw std::runtime_error("too many texts");
+        codes.push_back(entry->second);
+    }
+};
+
+}  // namespace
+
+void ScoreFileInLoop(const std::string& modelFile, const std::string& tableFile, const std::string& outputFile) {
+    constexpr std::size_t longText = std::size_t{1} << 20;
+    const LoadedModel model = ReadModel(modelFile);
+    Table table(tableFile);
+    OutputFile output(outputFile);
+    const auto writer = MakeScoreWriter(model.Get(), table.GetHeader(), table.GetName(), {});
+    std::string text;
+    writer->AppendHeader(text);
+    ScoreEachRow(model.Get(), table, [&](const ScoredCase& scored) {
+        writer->AppendCase(text, {table.GetCells(), {}}, scored);
+        if (text.size() < longText) return;
+        output.Write(text);
+        text.clear();
+    });
+    output.Write(text);
+    output.Commit();
+}
+
+std::vector<double> ComputeProbabilitiesInLoop(const std::string& modelFile, const std::string& tableFile) {
+    const LoadedModel model = ReadModel(modelFile);
+    Table table(tableFile);
+    std::vector<double> probabilities;
+    ScoreEachRow(model.Get(), table, [&](const ScoredCase& scored) { Append(probabilities, scored.probabilities); });
+    return probabilities;
+}
+
+std::vector<double> ComputeProbabilitiesInBatches(const std::string& modelFile, const std::string& tableFile) {
+    const LoadedModel model = ReadModel(modelFile);
+    Table table(tableFile);
+    const std::unique_ptr<BatchCases> batch = MakeBatchCases(model.Get(), false);
+    if (batch == nullptr) throw std::runtime_error("the model cannot be scored in batches");
+    CaseCoder coder(model.Get(), *batch, table.GetHeader(), table.GetName(), {});
+    const std::size_t numReaders = batch->GetFieldsOfReaders().size();
+    const std::size_t casesAtOnce = batch->GetCasesAtOnce();
+    std::vector<RowNumber> rowsOfCase(numReaders);
+    std::vector<std::vector<RowNumber>> rows(numReaders);
+    std::vector<double> probabilities;
+    const auto scoreCases = [&] {
+        const std::vector<std::span<const RowNumber>> lists(rows.begin(), rows.end());
+        const std::size_t cases = rows.front().size();
+        batch->Score(lists, cases);
+        for (std::size_t i = 0; i < cases; ++i)
+            Append(probabilities, batch->GetCase(i).probabilities);
+        for (std::vector<RowNumber>& list : rows)
+            list.clear();
+    };
+    while (table.ReadRow()) {
+        coder.Encode(table.GetCells(), table.GetLine(), rowsOfCase);
+        for (std::size_t reader = 0; reader < numReaders; ++reader)
+            rows[reader].push_back(rowsOfCase[reader]);
+        if (rows.front().size() == casesAtOnce) scoreCases();
+    }
+    if (!rows.front().empty()) scoreCases();
+    return probabilities;
+}
+
+ColumnRun ScoreColumns(const std::string& modelFile, const std::string& tableFile, std::size_t repetitions) {
+    const BatchScorer scorer(ReadModel(modelFile).Get());
+    Table table(tableFile);
+    std::vector<CodedColumn> coded(scorer.GetInputs().size());
+    std::vector<std::size_t> places;
+    for (const BatchInput& input : scorer.GetInputs()) {
+        const auto place = std::ranges::find(table.GetHeader(), input.name);
+        if (place == table.GetHeader().end()) throw std::runtime_error("the table lacks " + input.name);
+        places.push_back(static_cast<std::size_t>(place - table.GetHeader().begin()));
+    }
+    std::size_t cases = 0;
+    for (; table.ReadRow(); ++cases) {
+        for (std::size_t i = 0; i < coded.size(); ++i)
+            coded[i].Add(table.GetCells()[places[i]]);
+    }
+
+    ColumnRun run;
+    run.probabilities.resize(cases * scorer.GetCategories().size());
+    for (std::size_t repetition = 0; repetition < repetitions; ++repetition) {
+        const auto start = std::chrono::steady_clock::now();
+        std::vector<InputDictionary> dictionaries;
+        for (std::size_t i = 0; i < coded.size(); ++i) {
+            const std::vector<std::string_view> texts(coded[i].texts.begin(), coded[i].texts.end());
+            dictionaries.push_back(scorer.MakeDictionary(i, texts));
+        }
+        std::vector<Column> columns;
+        for (std::size_t i = 0; i < coded.size(); ++i)
+            columns.push_back(CodeColumn<std::int16_t>{coded[i].codes, &dictionaries[i], {}});
+        ClassificationColumns answers;
+        answers.probabilities = run.probabilities;
+        scorer.Score(columns, cases, answers);
+        run.seconds.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    }
+    return run;
+}
+
+}  // namespace nbscore::bench

@@ -1,0 +1,199 @@
+/// What it takes to score a table of a million people from file to file, and from a file to probabilities in memory, as
+/// ratios to a loop that asks the model row by row with the same readers and writers. Every run is a process of its own;
+/// answers are compared byte by byte before anything is measured.
+///
+///     table_benchmark measure FOLDER ROUNDS RESULTS.json   everything, with files made in the folder
+///     table_benchmark data FOLDER CASES                    makes the files
+///     table_benchmark columns MODEL TABLE ROUNDS OUTPUT    prints the seconds of each round that scores columns
+///
+/// and, for its own use, loop, memory_loop and memory, each with MODEL TABLE OUTPUT.
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <span>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "common/ProcessRun.h"
+#include "common/Spread.h"
+#include "table/PeopleFiles.h"
+#include "table/PlainRuns.h"
+
+namespace nbscore::bench {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t numCases = 1'000'000;
+
+void WriteNumbers(const std::vector<double>& numbers, const std::string& file) {
+    std::ofstream out(file, std::ios::binary);
+    out.exceptions(std::ios::failbit | std::ios::badbit);
+    const auto bytes = std::as_bytes(std::span(numbers));
+    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    out.close();
+}
+
+/// A piece at a time: this process has to stay small.
+bool IsSameFile(const fs::path& one, const fs::path& other) {
+    if (fs::file_size(one) != fs::file_size(other)) return false;
+    std::ifstream first(one, std::ios::binary);
+    std::ifstream second(other, std::ios::binary);
+    std::vector<char> pieceOfFirst(65536);
+    std::vector<char> pieceOfSecond(65536);
+    while (first && second) {
+        first.read(pieceOfFirst.data(), static_cast<std::streamsize>(pieceOfFirst.size()));
+        second.read(pieceOfSecond.data(), static_cast<std::streamsize>(pieceOfSecond.size()));
+        if (first.gcount() != second.gcount() || pieceOfFirst != pieceOfSecond) return false;
+    }
+    return first.eof() && second.eof();
+}
+
+/// A way to score a table, and the way that its time is told as a ratio to.
+struct Way {
+    std::string name;
+    std::vector<std::string> words;
+    std::string measure;
+    /// Whether a measured run leaves no output.
+    bool inMemory = false;
+};
+
+class TableMeasurement {
+public:
+    TableMeasurement(const PeopleFiles& peopleFiles, const fs::path& scoredTable, const fs::path& outputFolder)
+        : files(peopleFiles), table(scoredTable), folder(outputFolder) {
+        const std::string own = GetOwnProgram();
+        for (const char* const threads : {"1", "2"}) {
+            ways.push_back({std::string("command_threads_") + threads,
+                            {NBSCORE_COMMAND_FILE, "score", files.model, table, "--quiet", "--threads", threads, "-o"},
+                            "loop"});
+        }
+        ways.push_back({"loop", {own, "loop", files.model, table}, "loop"});
+        ways.push_back({"memory", {own, "memory", files.model, table}, "memory_loop", true});
+        ways.push_back({"memory_loop", {own, "memory_loop", files.model, table}, "memory_loop", true});
+    }
+
+    /// Throws std::runtime_error when two ways say different things.
+    void Check() const {
+        for (const Way& way : ways)
+            Run(way, OutputOf(way.name));
+        for (const Way& way : ways) {
+            if (!IsSameFile(OutputOf(way.name), OutputOf(way.measure)))
+                throw std::runtime_error(way.name + " and " + way.measure + " differ");
+        }
+    }
+
+    void MeasureRound() {
+        for (const Way& way : ways)
+            runs[way.name].push_back(Run(way, way.inMemory ? "/dev/null" : OutputOf(way.name)));
+    }
+
+    nlohmann::json Tell() const {
+        nlohmann::json told = {{"table", table.stem()}, {"cases", numCases}, {"bytes", fs::file_size(table)}};
+        std::printf("%s: %zu cases, %ju bytes; cases per second, and their ratio to the loop's\n", table.stem().c_str(),
+                    numCases, static_cast<std::uintmax_t>(fs::file_size(table)));
+        for (const Way& way : ways)
+            told["ways"][way.name] = TellWay(way);
+        return told;
+    }
+
+private:
+    fs::path OutputOf(const std::string& way) const { return folder / (way + ".out"); }
+
+    static ProcessRun Run(const Way& way, const fs::path& output) {
+        std::vector<std::string> words = way.words;
+        words.push_back(output);
+        return RunProcess(words);
+    }
+
+    nlohmann::json TellWay(const Way& way) const {
+        const std::vector<ProcessRun>& own = runs.at(way.name);
+        const std::vector<ProcessRun>& measure = runs.at(way.measure);
+        nlohmann::json told = {{"measure", way.measure}};
+        std::vector<double> rates;
+        std::vector<double> ratios;
+        std::vector<double> memory;
+        for (std::size_t round = 0; round < own.size(); ++round) {
+            rates.push_back(static_cast<double>(numCases) / own[round].seconds);
+            ratios.push_back(measure[round].seconds / own[round].seconds);
+            memory.push_back(own[round].peakMegabytes);
+            told["seconds"].push_back(own[round].seconds);
+            told["peak_megabytes"].push_back(own[round].peakMegabytes);
+        }
+        const Spread ratio = SpreadOf(ratios);
+        std::printf("  %-18s %9.0f  ratio %5.2f (%.2f to %.2f)  peak %6.1f MB\n", way.name.c_str(),
+                    SpreadOf(rates).median, ratio.median, ratio.least, ratio.greatest, SpreadOf(memory).median);
+        return told;
+    }
+
+    const PeopleFiles& files;
+    fs::path table;
+    fs::path folder;
+    std::vector<Way> ways;
+    std::map<std::string, std::vector<ProcessRun>> runs;
+};
+
+void Measure(const fs::path& folder, int rounds, const std::string& results) {
+    // By another process, so that this one stays small.
+    RunProcess({GetOwnProgram(), "data", folder, std::to_string(numCases)});
+    const PeopleFiles files(folder);
+    nlohmann::json told = nlohmann::json::array();
+    for (const fs::path& table : {files.differing, files.repeating}) {
+        TableMeasurement measurement(files, table, folder);
+        measurement.Check();
+        for (int round = 0; round < rounds; ++round)
+            measurement.MeasureRound();
+        told.push_back(measurement.Tell());
+    }
+    std::ofstream(results) << told.dump(1) << '\n';
+}
+
+void TellColumns(const std::vector<std::string>& words) {
+    const ColumnRun run = ScoreColumns(words[1], words[2], std::stoul(words[3]));
+    for (const double seconds : run.seconds)
+        std::printf("%.6f\n", seconds);
+    WriteNumbers(run.probabilities, words[4]);
+}
+
+/// False when the words make no sense.
+bool Do(const std::vector<std::string>& words) {
+    const std::string verb = words.empty() ? "" : words.front();
+    if (verb == "measure" && words.size() == 4) {
+        Measure(words[1], std::max(std::stoi(words[2]), 1), words[3]);
+    } else if (verb == "data" && words.size() == 3) {
+        WritePeopleFiles(PeopleFiles(words[1]), std::stoul(words[2]));
+    } else if (verb == "columns" && words.size() == 5) {
+        TellColumns(words);
+    } else if (verb == "loop" && words.size() == 4) {
+        ScoreFileInLoop(words[1], words[2], words[3]);
+    } else if (verb == "memory" && words.size() == 4) {
+        WriteNumbers(ComputeProbabilitiesInBatches(words[1], words[2]), words[3]);
+    } else if (verb == "memory_loop" && words.size() == 4) {
+        WriteNumbers(ComputeProbabilitiesInLoop(words[1], words[2]), words[3]);
+    } else {
+        return false;
+    }
+    return true;
+}
+
+}  // namespace
+}  // namespace nbscore::bench
+
+int main(int count, char** arguments) {
+    try {
+        if (nbscore::bench::Do({arguments + 1, arguments + count})) return 0;
+        std::fprintf(stderr, "usage: table_benchmark measure FOLDER ROUNDS RESULTS.json\n");
+        return 2;
+    } catch (const std::exception& fault) {
+        std::fprintf(stderr, "table_benchmark: %s\n", fault.what());
+        return 1;
+    }
+}
