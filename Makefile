@@ -13,6 +13,9 @@ help:
 	@echo 'make fuzz       look for faults by random inputs, FUZZ_SECONDS=600 for each kind of input'
 	@echo 'make fuzz-regressions   the inputs that were faults once, and some new ones (two minutes)'
 	@echo 'make coverage   the tests with line coverage of src/; fails below 95 %'
+	@echo 'make bench      what scoring takes, beside tight loops and plain ones (two minutes on an idle machine)'
+	@echo 'make bench-peers        what it takes beside scikit-learn and pandas, which are installed for it'
+	@echo 'make bench-page         write docs/benchmarks.md from what the two measured last'
 	@echo 'make bench-load what loading documents costs beside the bare parse (ten minutes)'
 	@echo 'make lint       formatting and the rules of the source tree'
 	@echo 'make tidy       static analysis of src/, every finding an error (ten minutes)'
@@ -67,10 +70,17 @@ fuzz: fuzz-build
 fuzz-regressions: fuzz-build
 	fuzz/run.sh regressions
 
-.PHONY: bench-build bench-load
+.PHONY: bench-build bench bench-peers bench-page bench-load
 bench-build: packages-bench
 	cmake --preset bench
 	cmake --build --preset bench -j $(JOBS)
+bench: bench-build
+	bench/run.sh
+bench-peers: bench-build
+	-@scripts/install-packages.sh peers
+	bench/run.sh peers
+bench-page:
+	python3 bench/report/report.py page build/bench/results docs
 bench-load: bench-build
 	build/bench/bin/load_benchmark
 

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "batch/AlignedNumbers.h"
 #include "scoring/Benchmarks.h"
 #include "scoring/MachineLimits.h"
 
@@ -19,11 +20,20 @@ void MeasureArithmetic(benchmark::State& state, double (*repeat)(std::size_t)) {
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(rounds * CountLanesOfARound()));
 }
 
-void MeasureReading(benchmark::State& state) {
-    const std::vector<double> numbers(memoryNumbers, 1.0);
+/// Half of a cache, so that what is read stays there. Of a machine that does not tell its caches, what most can hold.
+std::size_t CountNumbersOfCache(int level) {
+    for (const benchmark::CPUInfo::CacheInfo& cache : benchmark::CPUInfo::Get().caches) {
+        if (cache.level == level && cache.type != "Instruction")
+            return static_cast<std::size_t>(cache.size) / 2 / sizeof(double);
+    }
+    return level == 1 ? 2048 : 16384;
+}
+
+void MeasureReading(benchmark::State& state, std::size_t count) {
+    const AlignedNumbers numbers(count, 1.0);
     for ([[maybe_unused]] auto round : state)
-        benchmark::DoNotOptimize(ReadMemory(numbers));
-    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(memoryNumbers * sizeof(double)));
+        benchmark::DoNotOptimize(ReadMemory({numbers.Get(), count}));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(count * sizeof(double)));
 }
 
 void MeasureWriting(benchmark::State& state) {
@@ -40,7 +50,9 @@ void MeasureWriting(benchmark::State& state) {
 void RegisterMachineLimits() {
     benchmark::RegisterBenchmark("machine/multiplications", MeasureArithmetic, MultiplyInRegisters);
     benchmark::RegisterBenchmark("machine/divisions", MeasureArithmetic, DivideInRegisters);
-    benchmark::RegisterBenchmark("machine/bytes_read", MeasureReading)->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("machine/bytes_read_first_cache", MeasureReading, CountNumbersOfCache(1));
+    benchmark::RegisterBenchmark("machine/bytes_read_second_cache", MeasureReading, CountNumbersOfCache(2));
+    benchmark::RegisterBenchmark("machine/bytes_read", MeasureReading, memoryNumbers)->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("machine/bytes_written", MeasureWriting)->Unit(benchmark::kMillisecond);
 }
 

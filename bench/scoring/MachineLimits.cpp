@@ -14,6 +14,14 @@ using Numbers = hn::ScalableTag<double>;
 using Vector = hn::Vec<Numbers>;
 constexpr std::size_t vectorsAtOnce = 12;
 
+double SumOf(const Vector (&values)[vectorsAtOnce]) {
+    const Numbers numbers;
+    Vector sum = hn::Zero(numbers);
+    for (const Vector& value : values)
+        sum = hn::Add(sum, value);
+    return hn::GetLane(hn::SumOfLanes(numbers, sum));
+}
+
 /// @param step of one vector, a number at a time.
 template <typename Step>
 double Repeat(std::size_t rounds, const Step& step) {
@@ -25,10 +33,7 @@ double Repeat(std::size_t rounds, const Step& step) {
         for (Vector& value : values)
             value = step(value);
     }
-    Vector sum = hn::Zero(numbers);
-    for (const Vector& value : values)
-        sum = hn::Add(sum, value);
-    return hn::GetLane(hn::SumOfLanes(numbers, sum));
+    return SumOf(values);
 }
 
 }  // namespace
@@ -50,12 +55,14 @@ double DivideInRegisters(std::size_t rounds) {
 double ReadMemory(std::span<const double> numbers) {
     const Numbers tag;
     const std::size_t width = hn::Lanes(tag);
-    Vector sums[4] = {hn::Zero(tag), hn::Zero(tag), hn::Zero(tag), hn::Zero(tag)};
-    for (std::size_t i = 0; i + 4 * width <= numbers.size(); i += 4 * width) {
-        for (std::size_t v = 0; v < 4; ++v)
+    Vector sums[vectorsAtOnce];
+    for (Vector& sum : sums)
+        sum = hn::Zero(tag);
+    for (std::size_t i = 0; i + vectorsAtOnce * width <= numbers.size(); i += vectorsAtOnce * width) {
+        for (std::size_t v = 0; v < vectorsAtOnce; ++v)
             sums[v] = hn::Add(sums[v], hn::LoadU(tag, numbers.data() + i + v * width));
     }
-    return hn::GetLane(hn::SumOfLanes(tag, hn::Add(hn::Add(sums[0], sums[1]), hn::Add(sums[2], sums[3]))));
+    return SumOf(sums);
 }
 
 void WriteMemory(std::span<double> numbers, double value) {

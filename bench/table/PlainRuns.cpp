@@ -5,12 +5,14 @@
 #include <fstream>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <span>
 #include <stdexcept>
 #include <string_view>
 #include <unordered_map>
 
 #include "batch/BatchScorer.h"
+#include "framework/NumberText.h"
 #include "host/BatchCases.h"
 #include "host/CaseBinder.h"
 #include "host/CaseCoder.h"
@@ -79,6 +81,18 @@ struct CodedColumn {
         codes.push_back(entry->second);
     }
 };
+
+InputDictionary MakeDictionary(const BatchScorer& scorer, std::size_t input, const std::vector<std::string>& texts) {
+    if (scorer.GetInputs()[input].kind == PredictorTables::Texts)
+        return scorer.MakeDictionary(input, std::vector<std::string_view>(texts.begin(), texts.end()));
+    std::vector<double> numbers;
+    for (const std::string& text : texts) {
+        const std::optional<double> number = ReadNumber(text);
+        if (!number) throw std::runtime_error("this is no number: " + text);
+        numbers.push_back(*number);
+    }
+    return scorer.MakeDictionary(input, numbers);
+}
 
 }  // namespace
 
@@ -159,10 +173,8 @@ ColumnRun ScoreColumns(const std::string& modelFile, const std::string& tableFil
     for (std::size_t repetition = 0; repetition < repetitions; ++repetition) {
         const auto start = std::chrono::steady_clock::now();
         std::vector<InputDictionary> dictionaries;
-        for (std::size_t i = 0; i < coded.size(); ++i) {
-            const std::vector<std::string_view> texts(coded[i].texts.begin(), coded[i].texts.end());
-            dictionaries.push_back(scorer.MakeDictionary(i, texts));
-        }
+        for (std::size_t i = 0; i < coded.size(); ++i)
+            dictionaries.push_back(MakeDictionary(scorer, i, coded[i].texts));
         std::vector<Column> columns;
         for (std::size_t i = 0; i < coded.size(); ++i)
             columns.push_back(CodeColumn<std::int16_t>{coded[i].codes, &dictionaries[i], {}});
