@@ -58,11 +58,11 @@ def sections(results):
 def introduction(results):
     machine, context = results.machine, results.scoring.context
     words = (f"Measured on {machine['day']} on {machine['processor']}, {machine['cores']} cores, compiled by "
-             f"{context['compiler']}. Times are processor time unless it is said otherwise. Each number is the median of "
-             "several rounds, in parentheses the least and the greatest; a ratio is taken within a round.")
-    if machine["load"] > 0.5:
-        words += (f" **The machine was busy with other things (a load of {machine['load']:.1f} when measuring began), "
-                  "so real times and threads say little here.**")
+             f"{context['compiler']}. Times are processor time unless it is said otherwise. Each number is the median "
+             "of several rounds, in parentheses the least and the greatest; a ratio is taken within a round.")
+    if machine["share_in_use"] > 0.1:
+        words += (f" **The machine was busy with other things, which used {machine['share_in_use']:.0%} of its cores "
+                  "when measuring began, so real times and threads say little here.**")
     return words
 
 
