@@ -10,8 +10,9 @@ namespace nbscore {
 struct BatchInput {
     /// The field's name.
     std::string name;
-    /// What the model tells its categories apart by. Any kind of column may be given for any input: a number for a
-    /// text is looked up by its digits and a text for a number by the number it holds, as the model itself does.
+    /// What the model tells its categories apart by. Any kind of column may be given for any input, and is taken as the
+    /// model itself takes it: a number among texts by its digits, a text among numbers by the number that it holds. A
+    /// text is in no bin.
     PredictorTables::Kind kind = PredictorTables::Texts;
 };
 
