@@ -7,6 +7,8 @@ namespace {
 
 constexpr std::size_t longestKey = 64;
 constexpr std::size_t numSlots = std::size_t{1} << 17;
+/// Cases that were chosen to fall together are not all kept, which costs less than to look for them.
+constexpr std::size_t mostProbes = 64;
 constexpr std::size_t mostAnswers = numSlots / 4;
 constexpr std::size_t mostTextBytes = std::size_t{8} << 20;
 /// One case in so many has to be met again for the memory to be worth its upkeep.
@@ -40,29 +42,30 @@ void AnswerMemory::MakeRoom() {
     texts.clear();
 }
 
-/// The slot of a case, or the free one where it belongs.
-std::size_t AnswerMemory::SlotOf(std::span<const RowNumber> rows) const {
+/// The slot of a case, or the free one where it belongs; nothing where neither is near.
+std::optional<std::size_t> AnswerMemory::SlotOf(std::span<const RowNumber> rows) const {
     std::size_t slot = HashRows(rows) & (numSlots - 1);
-    for (; slots[slot] != noAnswer; slot = (slot + 1) & (numSlots - 1)) {
+    for (std::size_t probe = 0; probe < mostProbes; ++probe, slot = (slot + 1) & (numSlots - 1)) {
+        if (slots[slot] == noAnswer) return slot;
         const std::span<const RowNumber> key(keys.data() + slots[slot] * keyLength, keyLength);
-        if (std::ranges::equal(key, rows)) break;
+        if (std::ranges::equal(key, rows)) return slot;
     }
-    return slot;
+    return std::nullopt;
 }
 
 const AnswerMemory::Answer* AnswerMemory::Find(std::span<const RowNumber> rows) {
     ++asked;
-    const std::uint32_t position = slots[SlotOf(rows)];
-    if (position == noAnswer) return nullptr;
+    const std::optional<std::size_t> slot = SlotOf(rows);
+    if (!slot || slots[*slot] == noAnswer) return nullptr;
     ++found;
-    return &answers[position];
+    return &answers[slots[*slot]];
 }
 
 void AnswerMemory::Keep(std::span<const RowNumber> rows, std::string_view text, bool hasNonFiniteNumber) {
     if (IsFull()) return;
-    std::uint32_t& position = slots[SlotOf(rows)];
-    if (position != noAnswer) return;
-    position = static_cast<std::uint32_t>(answers.size());
+    const std::optional<std::size_t> slot = SlotOf(rows);
+    if (!slot || slots[*slot] != noAnswer) return;
+    slots[*slot] = static_cast<std::uint32_t>(answers.size());
     answers.push_back({texts.size(), text.size(), hasNonFiniteNumber});
     keys.insert(keys.end(), rows.begin(), rows.end());
     texts += text;

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -34,14 +35,14 @@ public:
     std::string_view GetText(const Answer& answer) const {
         return std::string_view(texts).substr(answer.begin, answer.length);
     }
-    /// Keeps nothing when it is full.
+    /// Keeps nothing when it is full, or too many others stand where the case belongs.
     void Keep(std::span<const RowNumber> rows, std::string_view text, bool hasNonFiniteNumber);
 
 private:
     static constexpr std::uint32_t noAnswer = 0xFFFFFFFF;
 
     bool IsFull() const;
-    std::size_t SlotOf(std::span<const RowNumber> rows) const;
+    std::optional<std::size_t> SlotOf(std::span<const RowNumber> rows) const;
 
     std::size_t keyLength;
     bool isUseful;

@@ -1,10 +1,23 @@
 #include "host/BatchBlockScorer.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "host/MakeScoreWriter.h"
 
 namespace nbscore {
+namespace {
+
+/// Rows of tables that wait together, in each of two lists.
+constexpr std::size_t mostRowsAtOnce = std::size_t{1} << 18;
+
+/// With very many readers, fewer cases than the batch scorer likes best.
+std::size_t GetCasesAtOnce(const BatchCases& batch, std::size_t numReaders) {
+    const std::size_t fitting = mostRowsAtOnce / std::max<std::size_t>(numReaders, 1);
+    return std::max<std::size_t>(std::min(batch.GetCasesAtOnce(), fitting), 1);
+}
+
+}  // namespace
 
 BatchBlockScorer::BatchBlockScorer(ScoreModel& model, std::unique_ptr<BatchCases> batchScorer,
                                    const std::vector<std::string>& header, const std::string& sourceName,
@@ -15,7 +28,7 @@ BatchBlockScorer::BatchBlockScorer(ScoreModel& model, std::unique_ptr<BatchCases
       partedWriter(dynamic_cast<PartedScoreWriter*>(writer.get())),
       copiesRows(options.CopiesRows()),
       numReaders(batch->GetFieldsOfReaders().size()),
-      casesAtOnce(batch->GetCasesAtOnce()),
+      casesAtOnce(GetCasesAtOnce(*batch, numReaders)),
       memory(numReaders),
       rowsOfCases(casesAtOnce * numReaders),
       rowsToScore(casesAtOnce * numReaders) {}

@@ -1,11 +1,15 @@
 #include "host/CaseCoder.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "host/PluginFailure.h"
 
 namespace nbscore {
+namespace {
+
+constexpr std::size_t mostRememberedColumns = 64;
+
+}  // namespace
 
 CaseCoder::CaseCoder(const ScoreModel& readModel, const BatchCases& batchScorer, const std::vector<std::string>& header,
                      const std::string& sourceName, const CaseBinderOptions& options)
@@ -17,10 +21,12 @@ CaseCoder::CaseCoder(const ScoreModel& readModel, const BatchCases& batchScorer,
     std::unordered_map<std::string_view, std::vector<std::size_t>> readersOfFields;
     for (std::size_t reader = 0; reader < fieldsOfReaders.size(); ++reader)
         readersOfFields[fieldsOfReaders[reader]].push_back(reader);
+    const bool areFew = binder.GetColumns().size() <= mostRememberedColumns;
     for (const CaseBinder::BoundColumn& bound : binder.GetColumns()) {
+        CodedColumn& column = columns.emplace_back(CodedColumn{bound, {}, std::nullopt});
         const auto readers = readersOfFields.find(bound.var->GetName());
-        columns.push_back(
-            {bound, readers == readersOfFields.end() ? std::vector<std::size_t>() : readers->second, CellMemory()});
+        if (readers != readersOfFields.end()) column.readers = readers->second;
+        if (areFew && column.readers.size() == 1) column.memory.emplace();
     }
 }
 
@@ -39,17 +45,17 @@ void CaseCoder::EncodeColumns(const std::vector<std::string_view>& cells, std::u
     for (CodedColumn& column : columns) {
         const std::string_view cell = cells[column.bound.column];
         if (cell.empty()) continue;
-        const bool isRemembered = column.readers.size() == 1 && cell.size() <= CellMemory::longestText;
+        const bool isRemembered = column.memory && cell.size() <= CellMemory::longestText;
         if (!isRemembered) {
             EncodeCell(column, cell, line, rows);
             continue;
         }
         RowNumber& row = rows[column.readers.front()];
-        if (const std::optional<RowNumber> known = column.memory.Find(cell)) {
+        if (const std::optional<RowNumber> known = column.memory->Find(cell)) {
             row = *known;
         } else {
             EncodeCell(column, cell, line, rows);
-            column.memory.Keep(cell, row);
+            column.memory->Keep(cell, row);
         }
     }
 }

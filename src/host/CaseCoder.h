@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -29,7 +30,8 @@ private:
     struct CodedColumn {
         CaseBinder::BoundColumn bound;
         std::vector<std::size_t> readers;
-        CellMemory memory;
+        /// Only where there are few columns: each takes some memory.
+        std::optional<CellMemory> memory;
     };
 
     void EncodeColumns(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<RowNumber> rows);

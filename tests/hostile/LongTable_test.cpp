@@ -49,5 +49,47 @@ TEST_F(LongTable, EndsInOrder_WhenTheSystemGivesFewerThreadsThanAskedFor) {
     EXPECT_TRUE(result.out == Run({"score", "model.pmml", "cases.csv", "--threads", "1"}).out);
 }
 
+using WideTable = HostileTest;
+
+/// A document with very many inputs, and a table for it.
+std::string MakeWideDocument(int inputs) {
+    const std::string counts =
+        R"(<TargetValueCounts><TargetValueCount value="no" count="3"/><TargetValueCount value="yes" count="4"/></TargetValueCounts>)";
+    std::string fields;
+    std::string schema;
+    std::string tables;
+    for (int i = 0; i < inputs; ++i) {
+        const std::string name = "\"t" + std::to_string(i) + "\"";
+        fields += "<DataField name=" + name + R"( optype="categorical" dataType="string"/>)";
+        schema += "<MiningField name=" + name + "/>";
+        tables +=
+            "<BayesInput fieldName=" + name + R"(><PairCounts value="a">)" + counts + "</PairCounts></BayesInput>";
+    }
+    return R"(<PMML version="4.4"><Header/><DataDictionary>)" + fields +
+           R"(<DataField name="y" optype="categorical" dataType="string"><Value value="no"/><Value value="yes"/></DataField>)"
+           R"(</DataDictionary><NaiveBayesModel functionName="classification" threshold="0.001"><MiningSchema>)" +
+           schema + R"(<MiningField name="y" usageType="predicted"/></MiningSchema><BayesInputs>)" + tables +
+           R"(</BayesInputs><BayesOutput fieldName="y">)" + counts + "</BayesOutput></NaiveBayesModel></PMML>";
+}
+
+TEST_F(WideTable, TakesLittleMemoryOnEachThread) {
+    constexpr int inputs = 8000;
+    folder.Write("wide.pmml", MakeWideDocument(inputs));
+    std::string header = "t0";
+    std::string row = "a";
+    for (int i = 1; i < inputs; ++i) {
+        header += ",t" + std::to_string(i);
+        row += i % 3 == 0 ? "," : ",a";
+    }
+    std::string table = header + "\n";
+    for (int i = 0; i < 100; ++i)
+        table += row + "\n";
+    folder.Write("wide.csv", table);
+    CommandCall call = MakeCall({"score", "wide.pmml", "wide.csv", "--only-scores", "--quiet", "--threads", "2"});
+    if (memoryIsLimited) call.memoryLimit = 450 * megabyte;
+    const CommandResult result = StartedCommand(call).Wait();
+    EXPECT_EQ(result.exitStatus, 0) << result.err;
+}
+
 }  // namespace
 }  // namespace nbscore::test
