@@ -4,17 +4,23 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
+#include <fstream>
 #include <limits>
 #include <memory>
 #include <sstream>
 
 #include "batch/BatchCheck.h"
 #include "batch/InstructionSets.h"
+#include "batch/ResolvedCases.h"
 #include "batch/ShapedModel.h"
 #include "cases/CaseFile.h"
+#include "cases/CaseTable.h"
 #include "cases/RandomDerivedDocument.h"
 #include "cases/RandomDocument.h"
 #include "cases/RandomSet.h"
+#include "host/CaseBinder.h"
+#include "host/CsvReader.h"
 #include "host/LoadedModel.h"
 
 namespace nbscore::test {
@@ -45,6 +51,32 @@ TEST_P(BatchesAgainstOneByOne, Agree_ForAllCaseFiles) {
     EXPECT_GT(scored, 20);
 }
 
+/// The rows of a table, as the command binds them to the model's fields.
+void AddRows(const std::filesystem::path& file, const ScoreModel& model, ResolvedCases& cases) {
+    std::ifstream input(file, std::ios::binary);
+    CsvReader rows(input, file.string(), ',');
+    std::vector<std::string_view> cells;
+    ASSERT_TRUE(rows.ReadRow(cells));
+    CaseBinder binder(model, {cells.begin(), cells.end()}, file.string(), {});
+    while (rows.ReadRow(cells))
+        cases.Add(binder.Bind(cells, rows.GetRowLine()));
+}
+
+TEST_P(BatchesAgainstOneByOne, Agree_ForTheRowsOfAllCaseFiles) {
+    Randomness random(12);
+    std::size_t scored = 0;
+    for (const CaseFile& caseFile : AllCaseFiles()) {
+        if (!caseFile.expectedTable) continue;
+        SCOPED_TRACE(caseFile.folder.filename().string());
+        const LoadedModel model = LoadedModel::Read(Plugin(), caseFile.document);
+        ResolvedCases cases(model.Get());
+        AddRows(caseFile.rows, model.Get(), cases);
+        ExpectBatchesLike(cases, model.Get(), random);
+        scored += cases.GetTable().cases;
+    }
+    EXPECT_GT(scored, 100U);
+}
+
 TEST_P(BatchesAgainstOneByOne, Agree_ForRandomDocuments) {
     Randomness random(2);
     for (int number = 0; number < 150 && !HasFailure(); ++number) {
@@ -69,6 +101,22 @@ TEST_P(BatchesAgainstOneByOne, Agree_ForRandomDerivedInputs) {
         const RandomDerivedDocument made = MakeRandomDerivedDocument(random);
         SCOPED_TRACE(made.document.text);
         ExpectBatchesLikeOneByOne(*Parse(made.document.text), 60, random);
+    }
+}
+
+TEST_P(BatchesAgainstOneByOne, Agree_ForInputsDerivedFromRandomCases) {
+    Randomness random(13);
+    for (int number = 0; number < 60 && !HasFailure(); ++number) {
+        const RandomDerivedDocument made = MakeRandomDerivedDocument(random);
+        SCOPED_TRACE(made.document.text);
+        const std::unique_ptr<ScoreModel> model = Parse(made.document.text);
+        ResolvedCases cases(*model);
+        BaseCaseRecord record(NamesOf(made.columns));
+        for (int i = 0; i < 40; ++i) {
+            FillRecord(record, made.columns, MakeRandomDerivedCase(made, random).cells);
+            cases.Add(record);
+        }
+        ExpectBatchesLike(cases, *model, random);
     }
 }
 

@@ -185,6 +185,21 @@ std::string DifferenceIn(const char* what, const std::vector<T>& expected, const
 
 }  // namespace
 
+void ReadAnswer(const ScoreResult& result, Answers& answers) {
+    if (const auto* classification = dynamic_cast<const ScoreClsResult*>(&result)) {
+        ReadClassification(*classification, answers);
+    } else {
+        ReadScores(result, answers);
+    }
+}
+
+void CountValues(const ScoreModel& model, const InputTable& table, Answers& answers) {
+    for (const ClassifierTables& classifier : dynamic_cast<const ModelSelfTables&>(model).GetTables().classifiers) {
+        for (const PredictorTables& predictor : classifier.predictors)
+            CountPlainly(predictor, table, answers);
+    }
+}
+
 Answers AnswersOneByOne(ScoreModel& model, const InputTable& table) {
     Answers answers;
     RecordOfTable record(table);
@@ -192,17 +207,10 @@ Answers AnswersOneByOne(ScoreModel& model, const InputTable& table) {
     for (std::size_t i = 0; i < table.cases; ++i) {
         record.GoTo(i);
         model.GetScore(&record, result, true);
-        if (const auto* classification = dynamic_cast<const ScoreClsResult*>(result)) {
-            ReadClassification(*classification, answers);
-        } else {
-            ReadScores(*result, answers);
-        }
+        ReadAnswer(*result, answers);
     }
     delete result;
-    for (const ClassifierTables& classifier : dynamic_cast<const ModelSelfTables&>(model).GetTables().classifiers) {
-        for (const PredictorTables& predictor : classifier.predictors)
-            CountPlainly(predictor, table, answers);
-    }
+    CountValues(model, table, answers);
     return answers;
 }
 

@@ -11,6 +11,7 @@
 #include "cases/RandomDraws.h"
 #include "framework/ModelTables.h"
 #include "framework/ScoreModel.h"
+#include "framework/ScoreResult.h"
 
 /// @file
 /// What is answered for a table's cases: one by one by the model itself, and in batches.
@@ -26,6 +27,11 @@ struct Answers {
     std::vector<std::uint64_t> missing;
     std::vector<std::uint64_t> unknown;
 };
+
+/// Appends what a result says of its case.
+void ReadAnswer(const ScoreResult& result, Answers& answers);
+/// Appends for each of the model's predictors how many missing and unknown values the table holds, by plain counting.
+void CountValues(const ScoreModel& model, const InputTable& table, Answers& answers);
 
 /// By the model's GetScore, and plain counting. The table has a column for every field that the model reads, derived
 /// ones among them.

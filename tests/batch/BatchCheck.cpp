@@ -41,17 +41,23 @@ void ExpectAnswers(const Scorer& scorer, const InputTable& table, const Answers&
     EXPECT_EQ(differing, std::vector<int>(4, 0));
 }
 
-}  // namespace
-
-void ExpectBatchesLikeOneByOne(ScoreModel& model, std::size_t cases, Randomness& random) {
-    const ModelTables tables = dynamic_cast<const ModelSelfTables&>(model).GetTables();
-    const InputTable table = DrawTable(tables, cases, random);
-    const Answers expected = AnswersOneByOne(model, table);
-    if (tables.isSet) {
+void ExpectAnswersOf(const ScoreModel& model, const InputTable& table, const Answers& expected, Randomness& random) {
+    if (dynamic_cast<const ModelSelfTables&>(model).GetTables().isSet) {
         ExpectAnswers(SubModelBatchScorer(model), table, expected, random);
     } else {
         ExpectAnswers(BatchScorer(model), table, expected, random);
     }
+}
+
+}  // namespace
+
+void ExpectBatchesLikeOneByOne(ScoreModel& model, std::size_t cases, Randomness& random) {
+    const InputTable table = DrawTable(dynamic_cast<const ModelSelfTables&>(model).GetTables(), cases, random);
+    ExpectAnswersOf(model, table, AnswersOneByOne(model, table), random);
+}
+
+void ExpectBatchesLike(const ResolvedCases& cases, const ScoreModel& model, Randomness& random) {
+    ExpectAnswersOf(model, cases.GetTable(), cases.GetAnswers(), random);
 }
 
 }  // namespace nbscore::test
