@@ -52,26 +52,28 @@ std::optional<double> ConvertShortDecimal(std::string_view text) {
     static constexpr std::array<double, 16> powersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                            1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
     constexpr std::size_t mostDigits = 15;
-    const bool isNegative = text.starts_with('-');
-    TakeOneOf("+-", text);
-    if (text.size() > mostDigits + 1) return std::nullopt;
+    const char* next = text.data();
+    const char* const end = next + text.size();
+    const bool isNegative = next != end && *next == '-';
+    if (next != end && (*next == '-' || *next == '+')) ++next;
+    if (end - next > static_cast<std::ptrdiff_t>(mostDigits + 1)) return std::nullopt;
     std::uint64_t digits = 0;
-    std::size_t numDigits = 0;
-    std::optional<std::size_t> digitsBeforePoint;
-    for (const char character : text) {
-        const auto digit = static_cast<unsigned>(static_cast<unsigned char>(character)) - '0';
+    const char* point = nullptr;
+    const char* const begin = next;
+    for (; next != end; ++next) {
+        const auto digit = static_cast<unsigned>(static_cast<unsigned char>(*next)) - '0';
         if (digit <= 9) {
             digits = 10 * digits + digit;
-            ++numDigits;
-        } else if (character == '.' && !digitsBeforePoint) {
-            digitsBeforePoint = numDigits;
+        } else if (*next == '.' && point == nullptr) {
+            point = next;
         } else {
             return std::nullopt;
         }
     }
+    const auto numDigits = static_cast<std::size_t>(end - begin) - static_cast<std::size_t>(point != nullptr);
     if (numDigits == 0 || numDigits > mostDigits) return std::nullopt;
-    const double magnitude =
-        static_cast<double>(digits) / powersOfTen[numDigits - digitsBeforePoint.value_or(numDigits)];
+    auto magnitude = static_cast<double>(digits);
+    if (point != nullptr) magnitude /= powersOfTen[static_cast<std::size_t>(end - point) - 1];
     return isNegative ? -magnitude : magnitude;
 }
 
@@ -88,8 +90,12 @@ std::optional<Result> Convert(std::string_view text) {
 }  // namespace
 
 std::optional<double> ReadNumber(std::string_view text) {
-    text = WithoutBlanks(text);
     if (const std::optional<double> number = ConvertShortDecimal(text)) return number;
+    const std::size_t wholeSize = text.size();
+    text = WithoutBlanks(text);
+    if (text.size() < wholeSize) {
+        if (const std::optional<double> number = ConvertShortDecimal(text)) return number;
+    }
     // The form is checked here because the standard conversion takes "inf", "nan" and leading parts as well.
     if (!IsDecimalNumber(text)) return std::nullopt;
     return Convert<double>(text);

@@ -1,5 +1,7 @@
 #include "host/AnswerMemory.h"
 
+#include <hwy/cache_control.h>
+
 #include <algorithm>
 
 namespace nbscore {
@@ -14,13 +16,14 @@ constexpr std::size_t mostTextBytes = std::size_t{8} << 20;
 /// One case in so many has to be met again for the memory to be worth its upkeep.
 constexpr std::size_t leastShare = 8;
 
-std::uint64_t HashRows(std::span<const RowNumber> rows) {
+/// The slot where the search for a case begins.
+std::size_t PlaceOf(std::span<const RowNumber> rows) {
     std::uint64_t hash = 0;
     for (const RowNumber row : rows) {
         hash = (hash ^ row) * 0x9E3779B97F4A7C15U;
         hash ^= hash >> 32;
     }
-    return hash;
+    return hash & (numSlots - 1);
 }
 
 }  // namespace
@@ -43,8 +46,8 @@ void AnswerMemory::MakeRoom() {
 }
 
 /// The slot of a case, or the free one where it belongs; nothing where neither is near.
-std::optional<std::size_t> AnswerMemory::SlotOf(std::span<const RowNumber> rows) const {
-    std::size_t slot = HashRows(rows) & (numSlots - 1);
+std::optional<std::size_t> AnswerMemory::SlotOf(std::size_t place, std::span<const RowNumber> rows) const {
+    std::size_t slot = place;
     for (std::size_t probe = 0; probe < mostProbes; ++probe, slot = (slot + 1) & (numSlots - 1)) {
         if (slots[slot] == noAnswer) return slot;
         const std::span<const RowNumber> key(keys.data() + slots[slot] * keyLength, keyLength);
@@ -53,17 +56,39 @@ std::optional<std::size_t> AnswerMemory::SlotOf(std::span<const RowNumber> rows)
     return std::nullopt;
 }
 
-const AnswerMemory::Answer* AnswerMemory::Find(std::span<const RowNumber> rows) {
-    ++asked;
-    const std::optional<std::size_t> slot = SlotOf(rows);
-    if (!slot || slots[*slot] == noAnswer) return nullptr;
-    ++found;
-    return &answers[slots[*slot]];
+void AnswerMemory::FetchSlots(std::span<const RowNumber> rows, std::size_t cases) {
+    places.resize(cases);
+    for (std::size_t i = 0; i < cases; ++i) {
+        places[i] = PlaceOf(rows.subspan(i * keyLength, keyLength));
+        hwy::Prefetch(&slots[places[i]]);
+    }
+}
+
+void AnswerMemory::FetchAnswers() const {
+    for (const std::size_t place : places) {
+        if (slots[place] == noAnswer) continue;
+        hwy::Prefetch(keys.data() + slots[place] * keyLength);
+        hwy::Prefetch(&answers[slots[place]]);
+    }
+}
+
+void AnswerMemory::Find(std::span<const RowNumber> rows, std::span<std::optional<Answer>> known) {
+    FetchSlots(rows, known.size());
+    FetchAnswers();
+    for (std::size_t i = 0; i < known.size(); ++i) {
+        known[i].reset();
+        const std::optional<std::size_t> slot = SlotOf(places[i], rows.subspan(i * keyLength, keyLength));
+        if (!slot || slots[*slot] == noAnswer) continue;
+        known[i] = answers[slots[*slot]];
+        hwy::Prefetch(texts.data() + known[i]->begin);
+        ++found;
+    }
+    asked += known.size();
 }
 
 void AnswerMemory::Keep(std::span<const RowNumber> rows, std::string_view text, bool hasNonFiniteNumber) {
     if (IsFull()) return;
-    const std::optional<std::size_t> slot = SlotOf(rows);
+    const std::optional<std::size_t> slot = SlotOf(PlaceOf(rows), rows);
     if (!slot || slots[*slot] != noAnswer) return;
     slots[*slot] = static_cast<std::uint32_t>(answers.size());
     answers.push_back({texts.size(), text.size(), hasNonFiniteNumber});

@@ -30,8 +30,10 @@ public:
     /// Forgets everything when it is full. What was found before is then of no more use.
     void MakeRoom();
 
-    /// What was kept for a case; null when nothing was. Valid until the next Keep or MakeRoom.
-    const Answer* Find(std::span<const RowNumber> rows);
+    /// What was kept for each of many cases; nothing where nothing was. Looking for many at a time hides how long memory
+    /// takes to answer. Answers are valid until the next MakeRoom.
+    /// @param rows those of one case behind those of another.
+    void Find(std::span<const RowNumber> rows, std::span<std::optional<Answer>> known);
     std::string_view GetText(const Answer& answer) const {
         return std::string_view(texts).substr(answer.begin, answer.length);
     }
@@ -42,12 +44,16 @@ private:
     static constexpr std::uint32_t noAnswer = 0xFFFFFFFF;
 
     bool IsFull() const;
-    std::optional<std::size_t> SlotOf(std::span<const RowNumber> rows) const;
+    void FetchSlots(std::span<const RowNumber> rows, std::size_t cases);
+    void FetchAnswers() const;
+    std::optional<std::size_t> SlotOf(std::size_t place, std::span<const RowNumber> rows) const;
 
     std::size_t keyLength;
     bool isUseful;
     std::size_t asked = 0;
     std::size_t found = 0;
+    /// Of the cases that are looked for: where among the slots the search begins.
+    std::vector<std::size_t> places;
     /// Positions in `answers`, found by hash and then one behind the other.
     std::vector<std::uint32_t> slots;
     std::vector<Answer> answers;

@@ -35,9 +35,10 @@ BatchBlockScorer::BatchBlockScorer(ScoreModel& model, std::unique_ptr<BatchCases
 
 void BatchBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) {
     while (ReadCases(rows)) {
+        RecallAnswers();
         ScoreNewCases();
         for (std::size_t i = 0; i < waitingCases.size(); ++i) {
-            AppendCase(waitingCases[i], std::span(rowsOfCases).subspan(i * numReaders, numReaders), scores);
+            AppendCase(i, scores);
             if (scores.text.size() >= longText) onLongText(scores);
         }
     }
@@ -46,32 +47,35 @@ void BatchBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLo
 bool BatchBlockScorer::ReadCases(CsvRowReader& rows) {
     waitingCases.clear();
     cells.clear();
-    numToScore = 0;
-    memory.MakeRoom();
-    const bool remembers = partedWriter != nullptr && memory.IsUseful();
     while (waitingCases.size() < casesAtOnce && rows.ReadRow()) {
-        const std::span<RowNumber> rowsOfCase =
-            std::span(rowsOfCases).subspan(waitingCases.size() * numReaders, numReaders);
-        coder.Encode(rows.GetCells(), rows.GetRowLine(), rowsOfCase);
+        coder.Encode(rows.GetCells(), rows.GetRowLine(),
+                     std::span(rowsOfCases).subspan(waitingCases.size() * numReaders, numReaders));
         const InputRow input = rows.GetInputRow(copiesRows);
-        WaitingCase& waiting = waitingCases.emplace_back(
-            WaitingCase{rows.GetRowLine(), input.asWritten, cells.size(), 0, std::nullopt, numToScore});
+        WaitingCase& waiting =
+            waitingCases.emplace_back(WaitingCase{rows.GetRowLine(), input.asWritten, cells.size(), 0, 0});
         if (input.asWritten.empty()) {
             cells.insert(cells.end(), input.cells.begin(), input.cells.end());
             waiting.numCells = input.cells.size();
         }
-        if (const AnswerMemory::Answer* const answer = remembers ? memory.Find(rowsOfCase) : nullptr) {
-            waiting.remembered = *answer;
-            continue;
-        }
-        for (std::size_t reader = 0; reader < numReaders; ++reader)
-            rowsToScore[reader * casesAtOnce + numToScore] = rowsOfCase[reader];
-        ++numToScore;
     }
     return !waitingCases.empty();
 }
 
+void BatchBlockScorer::RecallAnswers() {
+    memory.MakeRoom();
+    remembered.assign(waitingCases.size(), std::nullopt);
+    if (partedWriter != nullptr && memory.IsUseful()) memory.Find(rowsOfCases, remembered);
+}
+
 void BatchBlockScorer::ScoreNewCases() {
+    std::size_t numToScore = 0;
+    for (std::size_t i = 0; i < waitingCases.size(); ++i) {
+        if (remembered[i]) continue;
+        waitingCases[i].scored = numToScore;
+        for (std::size_t reader = 0; reader < numReaders; ++reader)
+            rowsToScore[reader * casesAtOnce + numToScore] = GetRowsOf(i)[reader];
+        ++numToScore;
+    }
     if (numToScore == 0) return;
     std::vector<std::span<const RowNumber>> lists;
     lists.reserve(numReaders);
@@ -80,31 +84,33 @@ void BatchBlockScorer::ScoreNewCases() {
     batch->Score(lists, numToScore);
 }
 
-void BatchBlockScorer::AppendCase(const WaitingCase& waiting, std::span<const RowNumber> rowsOfCase,
-                                  BlockScores& scores) {
+void BatchBlockScorer::AppendCase(std::size_t number, BlockScores& scores) {
+    const WaitingCase& waiting = waitingCases[number];
     const InputRow input{std::span(cells).subspan(waiting.firstCell, waiting.numCells), waiting.asWritten};
     ++scores.rows;
     if (partedWriter != nullptr) {
         partedWriter->AppendInput(scores.text, input);
-        AppendScores(waiting, rowsOfCase, scores);
+        AppendScores(number, scores);
         return;
     }
     writer->AppendCase(scores.text, input, batch->GetCase(waiting.scored));
     if (batch->HasNonFiniteNumber(waiting.scored)) scores.NoteNonFinite(waiting.line);
 }
 
-void BatchBlockScorer::AppendScores(const WaitingCase& waiting, std::span<const RowNumber> rowsOfCase,
-                                    BlockScores& scores) {
-    if (waiting.remembered) {
-        scores.text += memory.GetText(*waiting.remembered);
-        if (waiting.remembered->hasNonFiniteNumber) scores.NoteNonFinite(waiting.line);
+void BatchBlockScorer::AppendScores(std::size_t number, BlockScores& scores) {
+    const WaitingCase& waiting = waitingCases[number];
+    if (const std::optional<AnswerMemory::Answer>& known = remembered[number]) {
+        scores.text += memory.GetText(*known);
+        if (known->hasNonFiniteNumber) scores.NoteNonFinite(waiting.line);
         return;
     }
     const std::size_t begin = scores.text.size();
     partedWriter->AppendScores(scores.text, batch->GetCase(waiting.scored));
     const bool hasNonFiniteNumber = batch->HasNonFiniteNumber(waiting.scored);
     if (hasNonFiniteNumber) scores.NoteNonFinite(waiting.line);
-    if (memory.IsUseful()) memory.Keep(rowsOfCase, std::string_view(scores.text).substr(begin), hasNonFiniteNumber);
+    if (memory.IsUseful()) {
+        memory.Keep(GetRowsOf(number), std::string_view(scores.text).substr(begin), hasNonFiniteNumber);
+    }
 }
 
 }  // namespace nbscore

@@ -33,15 +33,18 @@ private:
         std::string_view asWritten;
         std::size_t firstCell;
         std::size_t numCells;
-        /// What is remembered of it, or else its position among the cases to be scored.
-        std::optional<AnswerMemory::Answer> remembered;
+        /// Its position among the cases to be scored, unless its answer is remembered.
         std::size_t scored;
     };
 
     bool ReadCases(CsvRowReader& rows);
+    void RecallAnswers();
     void ScoreNewCases();
-    void AppendCase(const WaitingCase& waiting, std::span<const RowNumber> rowsOfCase, BlockScores& scores);
-    void AppendScores(const WaitingCase& waiting, std::span<const RowNumber> rowsOfCase, BlockScores& scores);
+    void AppendCase(std::size_t number, BlockScores& scores);
+    void AppendScores(std::size_t number, BlockScores& scores);
+    std::span<const RowNumber> GetRowsOf(std::size_t number) const {
+        return std::span(rowsOfCases).subspan(number * numReaders, numReaders);
+    }
 
     std::unique_ptr<BatchCases> batch;
     CaseCoder coder;
@@ -53,12 +56,13 @@ private:
     std::size_t casesAtOnce;
     AnswerMemory memory;
     std::vector<WaitingCase> waitingCases;
+    /// What is remembered of each.
+    std::vector<std::optional<AnswerMemory::Answer>> remembered;
     std::vector<std::string_view> cells;
     /// Case by case, one for each reader.
     std::vector<RowNumber> rowsOfCases;
     /// Those of the cases to be scored: reader by reader, each casesAtOnce long.
     std::vector<RowNumber> rowsToScore;
-    std::size_t numToScore = 0;
 };
 
 }  // namespace nbscore

@@ -74,10 +74,11 @@ void BlockPipeline::ThrowFailure() const {
 }
 
 void BlockPipeline::Work(BlockScorer& scorer, CsvRowReader& rows) {
+    BlockScores scores;
     std::uint64_t number = 0;
     while (Take(number)) {
-        Score(scorer, rows, number);
-        HandOnDone();
+        const std::exception_ptr thrown = Score(scorer, rows, number, scores);
+        HandOnDone(number, scores, thrown);
     }
 }
 
@@ -89,20 +90,17 @@ bool BlockPipeline::Take(std::uint64_t& number) {
     return true;
 }
 
-void BlockPipeline::Score(BlockScorer& scorer, CsvRowReader& rows, std::uint64_t number) {
-    Slot& slot = SlotOf(number);
-    std::exception_ptr thrown;
+std::exception_ptr BlockPipeline::Score(BlockScorer& scorer, CsvRowReader& rows, std::uint64_t number,
+                                        BlockScores& scores) {
     try {
-        if (slot.scores.text.capacity() > mostTextToKeep) slot.scores.text = std::string();
-        slot.scores.Clear();
-        rows.Start(slot.block);
-        scorer.Score(rows, slot.scores, [this, number](BlockScores& scores) { HandOnPart(number, scores); });
+        if (scores.text.capacity() > mostTextToKeep) scores.text = std::string();
+        scores.Clear();
+        rows.Start(SlotOf(number).block);
+        scorer.Score(rows, scores, [this, number](BlockScores& part) { HandOnPart(number, part); });
     } catch (...) {
-        thrown = std::current_exception();
+        return std::current_exception();
     }
-    const std::lock_guard lock(mutex);
-    slot.failure = thrown;
-    slot.isDone = true;
+    return nullptr;
 }
 
 /// A block that makes very much text waits for its turn and then hands the text on piece by piece.
@@ -118,25 +116,40 @@ void BlockPipeline::HandOnPart(std::uint64_t number, BlockScores& scores) {
     scores.Clear();
 }
 
-void BlockPipeline::HandOnDone() {
+/// A thread hands its own block on from its own text where it can: text that another processor reads is slow to write
+/// over.
+void BlockPipeline::HandOnDone(std::uint64_t number, BlockScores& scores, const std::exception_ptr& thrown) {
     std::unique_lock lock(mutex);
-    while (!isHandingOn && !isEnding && failure == nullptr && handedOn < taken && SlotOf(handedOn).isDone) {
-        Slot& slot = SlotOf(handedOn);
-        std::exception_ptr thrown = slot.failure;
-        isHandingOn = true;
-        lock.unlock();
-        try {
-            if (thrown == nullptr) handOn(slot.scores);
-        } catch (...) {
-            thrown = std::current_exception();
-        }
-        lock.lock();
-        isHandingOn = false;
-        slot.isDone = false;
-        failure = thrown;
-        ++handedOn;
-        changed.notify_all();
+    Slot& own = SlotOf(number);
+    own.failure = thrown;
+    own.isDone = true;
+    if (MayHandOn() && handedOn == number) {
+        HandOnScores(lock, own, scores);
+    } else {
+        std::swap(own.scores, scores);
     }
+    while (MayHandOn() && handedOn < taken && SlotOf(handedOn).isDone) {
+        Slot& next = SlotOf(handedOn);
+        HandOnScores(lock, next, next.scores);
+    }
+}
+
+/// Hands on what came of the block whose turn it is.
+void BlockPipeline::HandOnScores(std::unique_lock<std::mutex>& lock, Slot& slot, const BlockScores& scores) {
+    std::exception_ptr thrown = slot.failure;
+    isHandingOn = true;
+    lock.unlock();
+    try {
+        if (thrown == nullptr) handOn(scores);
+    } catch (...) {
+        thrown = std::current_exception();
+    }
+    lock.lock();
+    isHandingOn = false;
+    slot.isDone = false;
+    failure = thrown;
+    ++handedOn;
+    changed.notify_all();
 }
 
 }  // namespace nbscore

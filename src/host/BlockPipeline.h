@@ -49,6 +49,7 @@ public:
 private:
     struct Slot {
         TableBlock block;
+        /// Where the block was done before its turn came.
         BlockScores scores;
         std::exception_ptr failure;
         bool isDone = false;
@@ -60,9 +61,11 @@ private:
     void StartThreads();
     void Work(BlockScorer& scorer, CsvRowReader& rows);
     bool Take(std::uint64_t& number);
-    void Score(BlockScorer& scorer, CsvRowReader& rows, std::uint64_t number);
+    std::exception_ptr Score(BlockScorer& scorer, CsvRowReader& rows, std::uint64_t number, BlockScores& scores);
     void HandOnPart(std::uint64_t number, BlockScores& scores);
-    void HandOnDone();
+    bool MayHandOn() const { return !isHandingOn && !isEnding && failure == nullptr; }
+    void HandOnDone(std::uint64_t number, BlockScores& scores, const std::exception_ptr& thrown);
+    void HandOnScores(std::unique_lock<std::mutex>& lock, Slot& slot, const BlockScores& scores);
     void ThrowFailure() const;
 
     std::string source;

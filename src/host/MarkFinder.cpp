@@ -47,6 +47,21 @@ std::size_t FindAllMarks(const std::uint8_t* bytes, std::size_t size, std::uint8
     return count;
 }
 
+std::size_t CountAllLineFeeds(const std::uint8_t* bytes, std::size_t size) {
+    std::size_t count = 0;
+    std::size_t i = 0;
+#if HWY_TARGET != HWY_SCALAR
+    const hn::ScalableTag<std::uint8_t> tag;
+    const std::size_t width = hn::Lanes(tag);
+    const auto lineFeeds = hn::Set(tag, '\n');
+    for (; i + width <= size; i += width)
+        count += hn::CountTrue(tag, hn::Eq(hn::LoadU(tag, bytes + i), lineFeeds));
+#endif
+    for (; i < size; ++i)
+        count += static_cast<std::size_t>(bytes[i] == '\n');
+    return count;
+}
+
 }  // namespace HWY_NAMESPACE
 }  // namespace nbscore
 HWY_AFTER_NAMESPACE();
@@ -55,10 +70,15 @@ HWY_AFTER_NAMESPACE();
 namespace nbscore {
 
 HWY_EXPORT(FindAllMarks);
+HWY_EXPORT(CountAllLineFeeds);
 
 std::size_t FindMarks(std::string_view bytes, char delimiter, std::uint32_t* positions) {
     return HWY_DYNAMIC_DISPATCH(FindAllMarks)(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size(),
                                               static_cast<std::uint8_t>(delimiter), positions);
+}
+
+std::size_t CountLineFeeds(std::string_view bytes) {
+    return HWY_DYNAMIC_DISPATCH(CountAllLineFeeds)(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
 }
 
 }  // namespace nbscore

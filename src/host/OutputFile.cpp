@@ -16,6 +16,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+/// Enough that the disk has long pieces to write, and little is left in the end.
+constexpr std::uint64_t bytesToSyncAtOnce = std::uint64_t{8} << 20;
+
 /// A name that nobody can foresee, so that nobody can lie in wait at it.
 fs::path MakeTemporaryName() {
     constexpr std::string_view digits = "0123456789abcdef";
@@ -97,8 +100,13 @@ void OutputFile::CreateTemporary() {
     if (file == nullptr) Fail(GetSystemReason(errno));
 }
 
+/// A file that is to be on the disk when it appears is brought there bit by bit.
 void OutputFile::Write(std::string_view bytes) {
     if (!buffer.Write(file, bytes)) Fail(GetSystemReason(errno));
+    written += bytes.size();
+    if (temporaryPath.empty() || written - syncStarted < bytesToSyncAtOnce) return;
+    StartSyncToDisk(file, syncStarted, written - syncStarted);
+    syncStarted = written;
 }
 
 /// Nobody can be waiting for a file that appears only when it is whole.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -42,6 +43,9 @@ private:
     std::FILE* file = nullptr;
     OnInterruption onInterruption;
     OutputBuffer buffer;
+    std::uint64_t written = 0;
+    /// Up to where the system was asked to bring the file to the disk.
+    std::uint64_t syncStarted = 0;
 };
 
 }  // namespace nbscore

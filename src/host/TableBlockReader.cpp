@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "host/HostError.h"
+#include "host/MarkFinder.h"
 
 namespace nbscore {
 namespace {
@@ -41,8 +42,7 @@ bool TableBlockReader::Read(TableBlock& block) {
         finder.Continue(block.GetBytes());
     // What stands behind the last whole row waits for the next block, unless it can never become a row.
     if (finder.GetRowEnd() > 0 && !finder.HasFault()) Split(block, finder.GetRowEnd());
-    const std::string_view bytes = block.GetBytes();
-    nextLine += static_cast<std::uint64_t>(std::count(bytes.begin(), bytes.end(), '\n'));
+    nextLine += CountLineFeeds(block.GetBytes());
     return block.size > 0;
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
@@ -43,6 +44,7 @@ TEST_P(MarkFinder, FindsEveryMarkAndNothingElse_InTextsOfEveryLengthAndPlace) {
         for (std::size_t length = 0; length <= 300; ++length) {
             const std::string_view piece = std::string_view(text).substr(length % 67, length);
             ASSERT_EQ(Find(piece, delimiter), FindByLooking(piece, delimiter)) << length;
+            ASSERT_EQ(CountLineFeeds(piece), std::count(piece.begin(), piece.end(), '\n')) << length;
         }
     }
 }
@@ -51,11 +53,13 @@ TEST_P(MarkFinder, FindsAll_WhenEveryByteIsOne) {
     const std::string text(1000, '"');
     EXPECT_EQ(Find(text, ',').size(), text.size());
     EXPECT_EQ(Find(text, ','), FindByLooking(text, ','));
+    EXPECT_EQ(CountLineFeeds(std::string(100'000, '\n')), 100'000U);
 }
 
 TEST_P(MarkFinder, FindsNone_WhenThereIsNone) {
     EXPECT_EQ(Find(std::string(1000, 'x'), ','), Positions{});
     EXPECT_EQ(Find("", ','), Positions{});
+    EXPECT_EQ(CountLineFeeds(std::string(1000, 'x')), 0U);
 }
 
 INSTANTIATE_TEST_SUITE_P(InstructionSets, MarkFinder, testing::ValuesIn(InstructionSets()), NameOfInstructionSet);
