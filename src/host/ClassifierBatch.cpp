@@ -24,18 +24,13 @@ std::shared_ptr<const ScoreValue> MakePrediction(const ScoreDictVar& target, con
 
 }  // namespace
 
-ClassifierBatch::ClassifierBatch(BatchScorer classifier, const ScoreDictVar& target, bool onlyPrediction)
-    : scorer(std::move(classifier)), predictionOnly(onlyPrediction), numCategories(scorer.GetCategories().size()) {
+ClassifierBatch::ClassifierBatch(const BatchScorer& classifier, const ScoreDictVar& target, bool onlyPrediction)
+    : BatchCasesOf(classifier, classifier.GetInputsOfPredictors()),
+      predictionOnly(onlyPrediction),
+      numCategories(classifier.GetCategories().size()) {
     for (const ScoreValueLabel& label : target.GetValueLabelSet()->GetValueLabels())
         predictions.push_back(MakePrediction(target, *label.GetValue()));
     arranged.assign(predictions.size(), MCMV::gMissingValue);
-}
-
-std::vector<std::string> ClassifierBatch::GetFieldsOfReaders() const {
-    std::vector<std::string> fields;
-    for (const std::size_t input : scorer.GetInputsOfPredictors())
-        fields.push_back(scorer.GetInputs()[input].name);
-    return fields;
 }
 
 std::size_t ClassifierBatch::GetCasesAtOnce() const {
@@ -50,7 +45,7 @@ void ClassifierBatch::Score(std::span<const std::span<const RowNumber>> rows, st
     answers.predicted = predicted;
     answers.confidence = confidence;
     answers.probabilities = probabilities;
-    scorer.ScoreRows(rows, cases, answers);
+    GetScorer().ScoreRows(rows, cases, answers);
 }
 
 std::span<const double> ClassifierBatch::GetProbabilities(std::size_t entry) const {

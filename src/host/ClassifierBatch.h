@@ -2,25 +2,20 @@
 
 #include <cstdint>
 #include <memory>
-#include <string>
 #include <vector>
 
 #include "batch/BatchScorer.h"
-#include "host/BatchCases.h"
+#include "host/BatchCasesOf.h"
 
 namespace nbscore {
 
 /// Cases of a single classifier.
-class ClassifierBatch : public BatchCases {
+class ClassifierBatch : public BatchCasesOf<BatchScorer> {
 public:
     /// @param target copied.
-    ClassifierBatch(BatchScorer classifier, const ScoreDictVar& target, bool onlyPrediction);
+    ClassifierBatch(const BatchScorer& classifier, const ScoreDictVar& target, bool onlyPrediction);
 
     std::unique_ptr<BatchCases> Copy() const override { return std::make_unique<ClassifierBatch>(*this); }
-    std::vector<std::string> GetFieldsOfReaders() const override;
-    bool ReadsDerivedFields() const override { return scorer.ReadsDerivedFields(); }
-    RowNumber RowOf(std::size_t reader, std::string_view text) const override { return scorer.RowOf(reader, text); }
-    RowNumber RowOf(std::size_t reader, double number) const override { return scorer.RowOf(reader, number); }
     std::size_t GetCasesAtOnce() const override;
     void Score(std::span<const std::span<const RowNumber>> rows, std::size_t cases) override;
     ScoredCase GetCase(std::size_t entry) override;
@@ -29,7 +24,6 @@ public:
 private:
     std::span<const double> GetProbabilities(std::size_t entry) const;
 
-    BatchScorer scorer;
     bool predictionOnly;
     /// What is predicted, for each category; shared by copies.
     std::vector<std::shared_ptr<const ScoreValue>> predictions;

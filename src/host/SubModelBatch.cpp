@@ -12,15 +12,8 @@ constexpr std::size_t mostCasesAtOnce = 1024;
 
 }  // namespace
 
-SubModelBatch::SubModelBatch(SubModelBatchScorer set, std::vector<SubModelScore> descriptors)
-    : scorer(std::move(set)), subModels(std::move(descriptors)) {}
-
-std::vector<std::string> SubModelBatch::GetFieldsOfReaders() const {
-    std::vector<std::string> fields;
-    for (const std::size_t input : scorer.GetInputsOfReaders())
-        fields.push_back(scorer.GetInputs()[input].name);
-    return fields;
-}
+SubModelBatch::SubModelBatch(const SubModelBatchScorer& set, std::vector<SubModelScore> descriptors)
+    : BatchCasesOf(set, set.GetInputsOfReaders()), subModels(std::move(descriptors)) {}
 
 std::size_t SubModelBatch::GetCasesAtOnce() const {
     return std::clamp<std::size_t>(scoresAtOnce / std::max<std::size_t>(subModels.size(), 1), 1, mostCasesAtOnce);
@@ -30,7 +23,7 @@ void SubModelBatch::Score(std::span<const std::span<const RowNumber>> rows, std:
     scores.resize(cases * subModels.size());
     SubModelColumns answers;
     answers.scores = scores;
-    scorer.ScoreRows(rows, cases, answers);
+    GetScorer().ScoreRows(rows, cases, answers);
 }
 
 std::span<const double> SubModelBatch::GetScores(std::size_t entry) const {
