@@ -1,6 +1,6 @@
-// Bytes as the arguments of the command, which zeros separate. The command runs in a folder of its own and names no file
-// outside it. Whatever it is asked, it ends with one of the exit statuses that the manual lists, says why when that is
-// not 0, and says nothing that could send commands to a terminal.
+// Bytes as the arguments of the command, which zeros separate. The command runs in a folder of its own and names no
+// file outside it. Whatever it is asked, it ends with one of the exit statuses that the manual lists, says why when
+// that is not 0, and says nothing that could send commands to a terminal.
 
 #include <algorithm>
 #include <cstdint>

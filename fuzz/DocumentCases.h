@@ -7,8 +7,8 @@
 
 namespace nbscore::fuzz {
 
-/// Some cases over all fields of a model's dictionary: values that the document declares, values that it does not, texts
-/// where it has numbers and the other way round, numbers at the limits, missing ones.
+/// Some cases over all fields of a model's dictionary: values that the document declares, values that it does not,
+/// texts where it has numbers and the other way round, numbers at the limits, missing ones.
 std::vector<BaseCaseRecord> MakeCases(const ScoreModel& model);
 
 }  // namespace nbscore::fuzz

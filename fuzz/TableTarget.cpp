@@ -1,5 +1,6 @@
 // Bytes as a table of cases for the bundled examples. The first line chooses how the table is scored; the rest is the
-// table. What is not refused gives a row for each case, with the case's own cells, and the same however slowly it comes.
+// table. What is not refused gives a row for each case, with the case's own cells, and the same however slowly it
+// comes.
 
 #include <array>
 #include <cstdint>

@@ -1,5 +1,5 @@
-// How the fuzzer changes documents: mostly element by element and value by value, so that they stay documents and faults
-// deep inside are reached; sometimes byte by byte, for what is no document.
+// How the fuzzer changes documents: mostly element by element and value by value, so that they stay documents and
+// faults deep inside are reached; sometimes byte by byte, for what is no document.
 
 #include <algorithm>
 #include <cstdint>

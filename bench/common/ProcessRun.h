@@ -10,8 +10,8 @@ namespace nbscore::bench {
 struct ProcessRun {
     /// From its start until its end.
     double seconds = 0;
-    /// The most memory that it held, its own program and libraries included. No less than what the caller holds, because
-    /// a new process begins as a copy of it.
+    /// The most memory that it held, its own program and libraries included. No less than what the caller holds,
+    /// because a new process begins as a copy of it.
     double peakMegabytes = 0;
     /// What it wrote to standard output.
     std::string output;

@@ -10,8 +10,8 @@ namespace nbscore::bench {
 
 /// How many multiplications, or divisions, one round does.
 std::size_t CountLanesOfARound();
-/// Multiplies, or divides, numbers in registers, none waiting for another within a round. Returns what comes out, so that
-/// it must be done.
+/// Multiplies, or divides, numbers in registers, none waiting for another within a round. Returns what comes out, so
+/// that it must be done.
 double MultiplyInRegisters(std::size_t rounds);
 double DivideInRegisters(std::size_t rounds);
 

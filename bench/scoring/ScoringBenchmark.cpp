@@ -1,5 +1,5 @@
-/// How long scoring takes: case by case, in batches of every kind, beside tight loops for three shapes of model, and what
-/// the machine could do. Takes the options of Google Benchmark; `--help` lists them.
+/// How long scoring takes: case by case, in batches of every kind, beside tight loops for three shapes of model, and
+/// what the machine could do. Takes the options of Google Benchmark; `--help` lists them.
 
 #include <benchmark/benchmark.h>
 

@@ -132,7 +132,8 @@ void ScoreFiftyPredictors(const TightTables& tables, const CodeColumns& codes, s
     }
 }
 
-/// So many sub-models at a time as registers hold the products of, for so many cases that their scores stay in the cache.
+/// So many sub-models at a time as registers hold the products of, for so many cases that their scores stay in the
+/// cache.
 void ScoreTwoHundredSubModels(const TightSetTables& tables, const CodeColumns& codes, std::size_t cases,
                               double* scores) {
     constexpr std::size_t subModels = 200;

@@ -8,9 +8,9 @@
 
 /// @file
 /// What a program could do that knows one shape of model and nothing else: plain loops with every size fixed, over
-/// columns of one-byte codes without a missing value, in a number of cases that eight divides, compiled for the processor at hand alone. They do the same
-/// multiplications, additions and divisions in the same order as scoring does, so their answers are the same bits; how
-/// long they take is the measure for the rate of scoring.
+/// columns of one-byte codes without a missing value, in a number of cases that eight divides, compiled for the
+/// processor at hand alone. They do the same multiplications, additions and divisions in the same order as scoring
+/// does, so their answers are the same bits; how long they take is the measure for the rate of scoring.
 
 namespace nbscore::bench {
 

@@ -1,6 +1,6 @@
 /// What it takes to score a table of a million people from file to file, and from a file to probabilities in memory, as
-/// ratios to a loop that asks the model row by row with the same readers and writers. Every run is a process of its own;
-/// answers are compared byte by byte before anything is measured.
+/// ratios to a loop that asks the model row by row with the same readers and writers. Every run is a process of its
+/// own; answers are compared byte by byte before anything is measured.
 ///
 ///     table_benchmark measure FOLDER ROUNDS RESULTS.json   everything, with files made in the folder
 ///     table_benchmark data FOLDER CASES                    makes the files

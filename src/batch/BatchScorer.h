@@ -24,7 +24,8 @@ class ClassifierEngine;
 /// of the columns or the thread: products are taken from the left in the order of the predictors, sums in the order of
 /// the categories, divisions are divisions.
 ///
-/// It holds copies of all that it needs: the model, its document and its plug-in may go. Nothing in it ever changes:
+/// It holds copies of all that it needs: the model, its document and its plug-in may go. (A variable of a class that a
+/// plug-in brings is copied by that class, and keeps the plug-in needed.) Nothing in it ever changes:
 /// copies are cheap and share everything, and any number of threads may score with one.
 ///
 /// Derived inputs are inputs like any other here: whoever has a table of what they are computed from computes them
@@ -32,8 +33,8 @@ class ClassifierEngine;
 class BatchScorer {
 public:
     /// @param model configured, of a kind that lays its tables open (ModelSelfTables), and holding a single classifier.
-    /// Throws std::invalid_argument, with a sentence for people, for any other, and for one that cannot score every case
-    /// (ModelSelfCheck).
+    /// Throws std::invalid_argument, with a sentence for people, for any other, and for one that cannot score every
+    /// case (ModelSelfCheck).
     explicit BatchScorer(const ScoreModel& model);
 
     /// The fields that are read, each once, in the order in which predictors first name them.
@@ -55,8 +56,8 @@ public:
     /// Scores `cases` cases.
     /// @param columns one for each input, in their order; borrowed for the call.
     /// @param answers written for all cases. When something is thrown, what stands there is of no use.
-    /// Throws std::invalid_argument for a number of columns, or the size of a column or of an answer, that does not fit,
-    /// and std::out_of_range for a code that its dictionary does not have.
+    /// Throws std::invalid_argument for a number of columns, or the size of a column or of an answer, that does not
+    /// fit, and std::out_of_range for a code that its dictionary does not have.
     void Score(std::span<const Column> columns, std::size_t cases, const ClassificationColumns& answers) const;
 
     /// The rows that values stand for, for whoever meets the same ones again and again and wants to keep what was told

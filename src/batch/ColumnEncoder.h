@@ -19,8 +19,8 @@ namespace nbscore {
 void RequireReadable(std::span<const Column> columns, std::size_t cases, const void* scorer,
                      const std::vector<BatchInput>& inputs);
 
-/// Columns of rows, one for each reader. Throws std::invalid_argument when there is not one list for each reader, or one
-/// has another length.
+/// Columns of rows, one for each reader. Throws std::invalid_argument when there is not one list for each reader, or
+/// one has another length.
 std::vector<Column> MakeRowColumns(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
                                    std::size_t numReaders);
 
@@ -31,8 +31,8 @@ std::vector<const Column*> ColumnsOfReaders(std::span<const Column> columns);
 /// The rows of `count` cases from `first` on, of a readable column.
 /// @param reader which of the dictionary's lists of rows is meant.
 /// @param rows room for them. With bytes, no row may be above 255.
-/// Throws std::out_of_range, telling case and code, for a code that the dictionary does not have, and for a row that there
-/// is not.
+/// Throws std::out_of_range, telling case and code, for a code that the dictionary does not have, and for a row that
+/// there is not.
 void EncodeColumn(const ValueRows& valueRows, std::size_t reader, const Column& column, std::size_t first,
                   std::size_t count, std::uint8_t* rows);
 void EncodeColumn(const ValueRows& valueRows, std::size_t reader, const Column& column, std::size_t first,

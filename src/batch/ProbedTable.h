@@ -16,8 +16,8 @@ template <typename Entry>
 class ProbedTable {
 public:
     /// @param entries no two are the same.
-    /// @param hashOf the hash of an entry under a seed, which it may note in the entry. Entries chosen to fall together must not turn a look-up into a
-    ///     search: another seed scatters them anew.
+    /// @param hashOf the hash of an entry under a seed, which it may note in the entry. Entries chosen to fall together
+    ///     must not turn a look-up into a search: another seed scatters them anew.
     template <typename HashOf>
     ProbedTable(std::span<Entry> entries, const HashOf& hashOf) : mask(std::bit_ceil(2 * entries.size() + 2) - 1) {
         while (!Fill(entries, hashOf) && seed + 1 < numSeeds)

@@ -8,8 +8,8 @@
 namespace nbscore {
 
 /// The joint probabilities of a block of cases: for each case and target category the prior times the factors of the
-/// predictors, from the left, in their order. Every loop does the same multiplications; they differ in what lies side by
-/// side in a vector.
+/// predictors, from the left, in their order. Every loop does the same multiplications; they differ in what lies side
+/// by side in a vector.
 struct ProductTask {
     /// Filled up with ones to FactorTable::GetStride(categories), and aligned.
     const double* priors = nullptr;

@@ -23,8 +23,8 @@ class SetEngine;
 class SubModelBatchScorer {
 public:
     /// @param model configured, of a kind that lays its tables open (ModelSelfTables), and holding a set of sub-models.
-    /// Throws std::invalid_argument, with a sentence for people, for any other, and for one that cannot score every case
-    /// (ModelSelfCheck).
+    /// Throws std::invalid_argument, with a sentence for people, for any other, and for one that cannot score every
+    /// case (ModelSelfCheck).
     explicit SubModelBatchScorer(const ScoreModel& model);
 
     /// The fields that any sub-model reads, each once, in the order in which predictors first name them.

@@ -14,8 +14,8 @@ struct SubModelColumns {
     /// category, or its raw prior where a case says nothing to the sub-model.
     std::span<double> scores;
     MatrixOrder scoreOrder = MatrixOrder::CaseByCase;
-    /// For each predictor of each sub-model, those of the first sub-model in front: in how many cases it had no value, or
-    /// one that stands for none; and in how many a value that is none of its categories. Added to what is there.
+    /// For each predictor of each sub-model, those of the first sub-model in front: in how many cases it had no value,
+    /// or one that stands for none; and in how many a value that is none of its categories. Added to what is there.
     std::span<std::uint64_t> missing;
     std::span<std::uint64_t> unknown;
 };

@@ -26,8 +26,9 @@ struct SubModelTask {
     double* scores = nullptr;
 };
 
-/// joint(second category) / sum of all joints, whether or not a case says anything to a sub-model: joints are taken from
-/// the left in the order of the predictors, the sum from 0 in the order of the categories, and a zero sum is not guarded.
+/// joint(second category) / sum of all joints, whether or not a case says anything to a sub-model: joints are taken
+/// from the left in the order of the predictors, the sum from 0 in the order of the categories, and a zero sum is not
+/// guarded.
 void ScoreSubModels(const SubModelTask& task);
 
 }  // namespace nbscore

@@ -5,8 +5,8 @@
 
 namespace nbscore {
 
-/// Which entries of a column hold a value, as Arrow marks them: entry i does where bit (offset + i) is set, counted from
-/// the lowest bit of the first byte. Without bits all do. The bits are borrowed.
+/// Which entries of a column hold a value, as Arrow marks them: entry i does where bit (offset + i) is set, counted
+/// from the lowest bit of the first byte. Without bits all do. The bits are borrowed.
 struct Validity {
     const std::uint8_t* bits = nullptr;
     std::size_t offset = 0;

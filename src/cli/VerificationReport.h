@@ -22,8 +22,8 @@ public:
 std::unique_ptr<VerificationReport> MakeTextReport(std::ostream& out);
 
 /// For programs: one JSON object, `{"document": …, "differences": [{"model": …, "row": …, "line": …, "column": …,
-/// "field": …, "expected": …, "actual": …, "precision": …, "zero_threshold": …}, …], "rows": …, "cells": …}`. "model" is
-/// there for sub-models only, and the tolerances for numbers that have one. What is no finite number is null.
+/// "field": …, "expected": …, "actual": …, "precision": …, "zero_threshold": …}, …], "rows": …, "cells": …}`. "model"
+/// is there for sub-models only, and the tolerances for numbers that have one. What is no finite number is null.
 std::unique_ptr<VerificationReport> MakeJsonReport(std::ostream& out, const std::string& document);
 
 }  // namespace nbscore

@@ -5,8 +5,8 @@
 
 namespace nbscore {
 
-/// Takes blanks (space, tab, line ends) off both ends of field names and category values: of data fields, derived fields
-/// and what their expressions read, mining fields, inputs, outputs, counts and, names
+/// Takes blanks (space, tab, line ends) off both ends of field names and category values: of data fields, derived
+/// fields and what their expressions read, mining fields, inputs, outputs, counts and, names
 /// alone, test cases. A text of nothing but blanks stays.
 ///
 /// Where derived fields could tell the difference the blanks stay, and the log says why: around the values of a text

@@ -21,8 +21,8 @@ namespace nbscore {
 ///
 /// Answers every change, in document order, and the blanks that stay because derived fields could tell. Nothing is
 /// guessed: where a change would change what the document means, VeskException 12 says why, with the place, and some of
-/// the other changes may have been made. Places of later refusals stay those of the original. A document that is adapted
-/// again, or refused again, stays the same.
+/// the other changes may have been made. Places of later refusals stay those of the original. A document that is
+/// adapted again, or refused again, stays the same.
 std::vector<Adaptation> AdaptDocument(xercesc::DOMDocument& document);
 
 }  // namespace nbscore

@@ -15,7 +15,8 @@ namespace nbscore {
 std::vector<xercesc::DOMElement*> FindValidValues(const xercesc::DOMElement& field);
 
 /// Which blanks around fields' names and values mean something because of the derived fields of a document's
-/// TransformationDictionary, or of the test cases of its models. Everything is asked for by a field's name, without the blanks around it.
+/// TransformationDictionary, or of the test cases of its models. Everything is asked for by a field's name, without the
+/// blanks around it.
 class FieldBlanks {
 public:
     FieldBlanks(xercesc::DOMDocument& document, const ModelsRead& models);
@@ -27,7 +28,8 @@ public:
     bool TellFieldsApart(const XmlText& name) const;
 
     /// Why the blanks around a field's values must stay, as the end of a sentence; empty where they may go, which is so
-    /// for all numbers, and for texts that no expression reads or gives and no test case names with blanks. Of a field that nobody knows they may go.
+    /// for all numbers, and for texts that no expression reads or gives and no test case names with blanks. Of a field
+    /// that nobody knows they may go.
     std::string WhyThoseOfValuesStay(const XmlText& name) const;
 
     /// Whether the field declares this very text as one that stands for a missing or an invalid value.

@@ -14,8 +14,8 @@
 
 namespace nbscore {
 
-/// A document that was parsed and not yet given to a plug-in: what a host itself reads in it or changes about it. When memory
-/// runs out meanwhile, that is VeskException 12, as it is while a document is parsed.
+/// A document that was parsed and not yet given to a plug-in: what a host itself reads in it or changes about it. When
+/// memory runs out meanwhile, that is VeskException 12, as it is while a document is parsed.
 /// Used by one thread at a time.
 class SourceDocument {
 public:

@@ -42,7 +42,8 @@ public:
     void AddInvalidValue(std::unique_ptr<ScoreValue> value);
     const std::vector<std::unique_ptr<ScoreValue>>& GetInvalidValues() const { return invalidValues; }
 
-    /// Whether the texts of the variable stand for truth values; false for a new one. The storage type stays what it is.
+    /// Whether the texts of the variable stand for truth values; false for a new one. The storage type stays what it
+    /// is.
     bool HoldsTruthValues() const { return holdsTruthValues; }
     void SetHoldsTruthValues(bool holds) { holdsTruthValues = holds; }
 

@@ -13,8 +13,8 @@ namespace nbscore {
 /// U+202A to U+202E, U+2066 to U+2069.
 SCOREFRAMEWORK_API std::size_t LengthOfControl(std::string_view utf8);
 
-/// For messages that quote somebody else's text: the UTF-8 text with a question mark for each control character, so that
-/// it can neither break a line, nor send commands to a terminal, nor turn around what is read.
+/// For messages that quote somebody else's text: the UTF-8 text with a question mark for each control character, so
+/// that it can neither break a line, nor send commands to a terminal, nor turn around what is read.
 SCOREFRAMEWORK_API std::string MaskControls(std::string_view utf8);
 
 }  // namespace nbscore

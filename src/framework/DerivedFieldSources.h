@@ -11,8 +11,8 @@ class SCOREFRAMEWORK_API DerivedFieldSources {
 public:
     virtual ~DerivedFieldSources();
 
-    /// The names of the fields that the expression of a derived field reads itself, each once: data fields, then derived
-    /// ones. None for a name that is no derived field's. May be called from any thread.
+    /// The names of the fields that the expression of a derived field reads itself, each once: data fields, then
+    /// derived ones. None for a name that is no derived field's. May be called from any thread.
     virtual std::vector<std::string> GetFieldsRead(const std::string& derivedField) const = 0;
 
 protected:

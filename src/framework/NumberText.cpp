@@ -47,7 +47,8 @@ bool IsDecimalNumber(std::string_view text) {
 }
 
 /// The value of a text of nothing but a sign, a few digits and a point; nothing for any other. Whole numbers below 2^53
-/// and powers of ten up to 10^22 are doubles as they are, so that the one division rounds as the whole conversion would.
+/// and powers of ten up to 10^22 are doubles as they are, so that the one division rounds as the whole conversion
+/// would.
 std::optional<double> ConvertShortDecimal(std::string_view text) {
     static constexpr std::array<double, 16> powersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                            1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};

@@ -3,14 +3,14 @@
 #include "framework/Export.h"
 #include "framework/ScoreCaseRecord.h"
 
-/// A face that a set of sub-models may have beside ScoreModel: it scores one of them without the others. To be asked for
-/// by `dynamic_cast<SubModelScoring*>(model)`.
+/// A face that a set of sub-models may have beside ScoreModel: it scores one of them without the others. To be asked
+/// for by `dynamic_cast<SubModelScoring*>(model)`.
 class SCOREFRAMEWORK_API SubModelScoring {
 public:
     virtual ~SubModelScoring();
 
-    /// The score that ScoreModel::GetScore gives this sub-model for this case, to the last bit. Counts as a scoring call:
-    /// a first one must complete alone, as there.
+    /// The score that ScoreModel::GetScore gives this sub-model for this case, to the last bit. Counts as a scoring
+    /// call: a first one must complete alone, as there.
     /// @param record borrowed for the call.
     /// @param subModel counted from 0; where there is none of this number, the process stops.
     /// @param derivedInRecord true when the record already carries the values of the derived fields.

@@ -16,8 +16,8 @@ struct ValueInterval {
 
     bool Contains(double number) const { return BeginsAtOrBefore(number) && EndsAtOrBehind(number); }
 
-    /// Whether the number does not lie to the left of all that is inside. An infinite margin bounds nothing: the infinity
-    /// on its side is inside, whatever the closure.
+    /// Whether the number does not lie to the left of all that is inside. An infinite margin bounds nothing: the
+    /// infinity on its side is inside, whatever the closure.
     bool BeginsAtOrBefore(double number) const {
         const bool isClosed = IsClosedOnTheLeft() || leftMargin == -std::numeric_limits<double>::infinity();
         return isClosed ? number >= leftMargin : number > leftMargin;

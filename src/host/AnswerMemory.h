@@ -30,8 +30,8 @@ public:
     /// Forgets everything when it is full. What was found before is then of no more use.
     void MakeRoom();
 
-    /// What was kept for each of many cases; nothing where nothing was. Looking for many at a time hides how long memory
-    /// takes to answer. Answers are valid until the next MakeRoom.
+    /// What was kept for each of many cases; nothing where nothing was. Looking for many at a time hides how long
+    /// memory takes to answer. Answers are valid until the next MakeRoom.
     /// @param rows those of one case behind those of another.
     void Find(std::span<const RowNumber> rows, std::span<std::optional<Answer>> known);
     std::string_view GetText(const Answer& answer) const {

@@ -13,8 +13,8 @@
 
 namespace nbscore {
 
-/// A batch scorer of either kind, as the scoring of tables sees it. Each thread has one of its own; they share what they
-/// score with.
+/// A batch scorer of either kind, as the scoring of tables sees it. Each thread has one of its own; they share what
+/// they score with.
 class BatchCases {
 public:
     virtual ~BatchCases() = default;

@@ -17,8 +17,8 @@
 
 namespace nbscore {
 
-/// Scores blocks on several threads and hands what came of them on in the order of the blocks. Holds a bounded number of
-/// blocks: whoever brings them waits when scoring or writing lags behind.
+/// Scores blocks on several threads and hands what came of them on in the order of the blocks. Holds a bounded number
+/// of blocks: whoever brings them waits when scoring or writing lags behind.
 ///
 /// One thread brings blocks. Whichever thread finishes the block whose turn it is hands it on, so that an answer never
 /// waits for the next block to be read. When a block fails, those before it are still handed on and those behind it are

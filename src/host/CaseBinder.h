@@ -32,8 +32,9 @@ struct PlacedCell {
 ///
 /// The fields that a model needs are those with the predictor role, and those that its derived inputs are computed
 /// from, the target aside. Of a model that does not tell what those are (FindFieldsOfDerivedInputs) every field of the
-/// dictionary that the table happens to have is taken instead. An empty cell is an absent value. Cells of numeric fields are read as numbers; one whose text the field declares as a missing value
-/// is absent. Texts are taken as they stand.
+/// dictionary that the table happens to have is taken instead. An empty cell is an absent value. Cells of numeric
+/// fields are read as numbers; one whose text the field declares as a missing value is absent. Texts are taken as they
+/// stand.
 class CaseBinder {
 public:
     /// @param model borrowed, to outlive the binder.
@@ -46,8 +47,8 @@ public:
     /// number that is none, and naming the line for a row with too many or too few cells.
     const ScoreCaseRecord& Bind(const std::vector<std::string_view>& cells, std::uint64_t line);
 
-    /// The same for a row of which only these cells are not empty; takes no time for the others. Of two cells of a column
-    /// the later one counts. A binder gets only such rows, or none.
+    /// The same for a row of which only these cells are not empty; takes no time for the others. Of two cells of a
+    /// column the later one counts. A binder gets only such rows, or none.
     const ScoreCaseRecord& BindSparse(const std::vector<PlacedCell>& cells, std::uint64_t line);
 
     /// A field that the table has a column for.

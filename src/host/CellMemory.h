@@ -13,7 +13,8 @@
 
 namespace nbscore {
 
-/// The rows that the latest short texts of a column stood for: most columns hold few different ones. Used by one thread.
+/// The rows that the latest short texts of a column stood for: most columns hold few different ones. Used by one
+/// thread.
 class CellMemory {
 public:
     CellMemory() : entries(std::make_unique<std::array<Entry, numEntries>>()) {}

@@ -12,8 +12,8 @@
 
 namespace nbscore {
 
-/// Reads a table of comma-separated values as a stream, one row at a time: see TableBlockReader and CsvRowReader. A row's
-/// texts are valid until the next row is read.
+/// Reads a table of comma-separated values as a stream, one row at a time: see TableBlockReader and CsvRowReader. A
+/// row's texts are valid until the next row is read.
 class CsvReader {
 public:
     static constexpr std::size_t maxRowBytes = TableBlockReader::maxRowBytes;

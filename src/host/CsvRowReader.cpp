@@ -51,7 +51,8 @@ bool CsvRowReader::ReadRow() {
     return true;
 }
 
-/// A row without quotes, in a block of sound text. False, having found nothing, when the row is another one or too long.
+/// A row without quotes, in a block of sound text. False, having found nothing, when the row is another one or too
+/// long.
 bool CsvRowReader::ReadPlainRow() {
     const std::string_view bytes = block->GetBytes();
     std::size_t cellBegin = rowBegin;

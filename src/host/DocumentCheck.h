@@ -69,8 +69,9 @@ struct DocumentCheck {
 };
 
 /// Reads a document and says what it holds and what is wrong with it. A refusal becomes a problem of the check, and
-/// so does a file that cannot be read (code 4). So does memory that does not suffice for the document or for what is told
-/// of it (code 12): nothing else is told then, and std::bad_alloc leaves this only where there is none even for that.
+/// so does a file that cannot be read (code 4). So does memory that does not suffice for the document or for what is
+/// told of it (code 12): nothing else is told then, and std::bad_alloc leaves this only where there is none even for
+/// that.
 /// @param adapt rewrite it first (SourceDocument::Adapt).
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
                             bool adapt);

@@ -6,7 +6,8 @@
 
 namespace nbscore {
 
-/// Appends indented JSON to a text, piece by piece. It keeps no tree: what was written takes no memory but the text's own.
+/// Appends indented JSON to a text, piece by piece. It keeps no tree: what was written takes no memory but the text's
+/// own.
 ///
 /// The caller sees to it that what is begun is ended, and that in an object each value follows a name.
 class JsonWriter {

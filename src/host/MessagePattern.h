@@ -4,8 +4,8 @@
 
 namespace nbscore {
 
-/// Whether a message is of the form of a pattern: the same text, where each `*` of the pattern stands for any text, and for
-/// none.
+/// Whether a message is of the form of a pattern: the same text, where each `*` of the pattern stands for any text, and
+/// for none.
 bool FitsPattern(std::string_view message, std::string_view pattern);
 
 }  // namespace nbscore

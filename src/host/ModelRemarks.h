@@ -7,8 +7,8 @@
 
 namespace nbscore {
 
-/// What is odd about a model that can be scored: inputs and target categories that were never counted, sub-models of one
-/// name, fields that cases must have and no input uses, a set or model without inputs.
+/// What is odd about a model that can be scored: inputs and target categories that were never counted, sub-models of
+/// one name, fields that cases must have and no input uses, a set or model without inputs.
 std::vector<DocumentProblem> FindRemarks(const DocumentCheck& check, const ModelDescription& model);
 
 }  // namespace nbscore

@@ -12,8 +12,8 @@ namespace nbscore {
 /// made again. Nothing is done when it is empty.
 using OnInterruption = std::function<void()>;
 
-/// What is done before bytes are written, to wait until the file takes some at once; it may throw, to give up. Tells how
-/// many it takes. Where it is empty, writing itself waits, and nobody but a signal to the writing thread ends that.
+/// What is done before bytes are written, to wait until the file takes some at once; it may throw, to give up. Tells
+/// how many it takes. Where it is empty, writing itself waits, and nobody but a signal to the writing thread ends that.
 using WaitForRoom = std::function<std::size_t(std::FILE*)>;
 
 /// How somebody who wants to stop is heard while writing waits.

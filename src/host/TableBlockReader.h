@@ -26,8 +26,8 @@ public:
     TableBlockReader(std::istream& stream, std::string name, char delimiter);
 
     /// Fills the block with the next rows; false when there are none left. A block that does not end with a row holds a
-    /// row that cannot be read: one that is longer than maxRowBytes, or that a quote stands in where none may; it is the
-    /// last one of use. Throws InputOutputError when the stream fails.
+    /// row that cannot be read: one that is longer than maxRowBytes, or that a quote stands in where none may; it is
+    /// the last one of use. Throws InputOutputError when the stream fails.
     bool Read(TableBlock& block);
 
     /// How many bytes were taken from the stream so far.

@@ -27,14 +27,14 @@ struct ScoringSummary {
 
 /// Scores every row of a table, in order, with memory bounded whatever the table's size.
 ///
-/// Rows are scored in blocks of what the input has ready, and a block's scores are written out as soon as they and those
-/// before it are there: a slow input is answered row by row. When a row cannot be read or scored, the rows of the blocks
-/// before its own have been written.
+/// Rows are scored in blocks of what the input has ready, and a block's scores are written out as soon as they and
+/// those before it are there: a slow input is answered row by row. When a row cannot be read or scored, the rows of the
+/// blocks before its own have been written.
 /// @param model must be scorable (LoadedModel::RequireScorable).
 /// @param input the table; @param sourceName what errors call it.
 /// @param onProgress called now and then, by this thread, with what was done so far, and may throw to end the run.
-/// Throws CaseDataError and InputOutputError, of several for the first in the table, whatever the number of threads. Does
-/// not commit the output: the caller does, when all went well.
+/// Throws CaseDataError and InputOutputError, of several for the first in the table, whatever the number of threads.
+/// Does not commit the output: the caller does, when all went well.
 ScoringSummary ScoreTable(LoadedModel& model, std::istream& input, const std::string& sourceName, OutputSink& output,
                           const TableScorerOptions& options,
                           const std::function<void(const ScoringProgress&)>& onProgress);

@@ -19,14 +19,14 @@ public:
     /// @param subModels how many sub-models there are; nothing for a single classifier.
     VerifiedScores(ScoreModel& scoredModel, std::optional<std::size_t> subModels);
 
-    /// Scores a case; what was scored before is forgotten. Of a set the one sub-model that is asked for, where the model
-    /// can do so, else all of them.
+    /// Scores a case; what was scored before is forgotten. Of a set the one sub-model that is asked for, where the
+    /// model can do so, else all of them.
     /// @param subModel counted from 0, and one of those that there are; of a single classifier 0.
     /// Throws as ReusedResult does, and UnscorableModelError for a result that is not of the model's kind.
     void Score(const ScoreCaseRecord& record, std::size_t subModel);
 
-    /// @param value no input. To be asked for when a case is scored. Throws UnscorableModelError for a result that is not
-    /// of the model's kind.
+    /// @param value no input. To be asked for when a case is scored. Throws UnscorableModelError for a result that is
+    /// not of the model's kind.
     VerifiedCell Get(const VerifiedValue& value);
 
     /// True when what the value is expected to be must be a number.

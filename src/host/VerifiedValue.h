@@ -40,9 +40,9 @@ public:
     VerifiedValueFinder(const ScoreModel& scoredModel, const VerificationSuite& verified,
                         std::optional<std::string> subModel);
 
-    /// What a field is, by its number. Throws VeskException, with the field's place: 7, naming what is known, for a field
-    /// that is neither an input nor something that scoring gives; 11 for an OutputField with a feature that is not
-    /// supported; 12 for one that asks for a category or target that the model does not have.
+    /// What a field is, by its number. Throws VeskException, with the field's place: 7, naming what is known, for a
+    /// field that is neither an input nor something that scoring gives; 11 for an OutputField with a feature that is
+    /// not supported; 12 for one that asks for a category or target that the model does not have.
     VerifiedValue Find(std::size_t field) const;
 
 private:

@@ -17,13 +17,14 @@ inline constexpr int highestCountIndex = 1'000'000;
 /// Refuses a bin number or target index above the highest, with code 12. `what` begins the sentence.
 void RequireIndexInRange(const xercesc::DOMElement& element, int index, const std::string& what);
 
-/// What the count tables and encoders of one document may hold together, in cells. A cell is what a count takes: eight bytes,
-/// and as many for the probability beside it.
+/// What the count tables and encoders of one document may hold together, in cells. A cell is what a count takes: eight
+/// bytes, and as many for the probability beside it.
 class CountCells {
 public:
     /// About 290 megabytes.
     static constexpr std::size_t limit = 18'000'000;
-    /// What a row costs beside its counts: 104 bytes while the model takes the table over, as measured with a million rows.
+    /// What a row costs beside its counts: 104 bytes while the model takes the table over, as measured with a million
+    /// rows.
     static constexpr std::size_t cellsPerRow = 7;
     /// What a category costs an encoder beside its text: the node of a map and a place in a list, 88 bytes as measured
     /// with 20,000 categories.

@@ -1,5 +1,5 @@
-// Batches against the models themselves: documents and models of every shape, cases drawn from what they know and do not
-// know, every shape of column, every set of instructions. All answers must have the same bits.
+// Batches against the models themselves: documents and models of every shape, cases drawn from what they know and do
+// not know, every shape of column, every set of instructions. All answers must have the same bits.
 
 #include <gtest/gtest.h>
 

@@ -15,7 +15,8 @@ namespace nbscore::test {
 /// What a case holds for an input: nothing, a number or a text.
 using CaseValue = std::variant<std::monostate, double, std::string>;
 
-/// The values of each input, one for each case. Those of one input are all numbers or all texts, but where there is none.
+/// The values of each input, one for each case. Those of one input are all numbers or all texts, but where there is
+/// none.
 struct InputTable {
     std::size_t cases = 0;
     std::vector<std::string> names;

@@ -11,8 +11,8 @@
 #include "selflearning/SelfLearningModel.h"
 
 /// @file
-/// Models of given shapes and random numbers, configured by calls: shapes that loops treat differently, and ones that no
-/// document gives.
+/// Models of given shapes and random numbers, configured by calls: shapes that loops treat differently, and ones that
+/// no document gives.
 
 namespace nbscore::test {
 

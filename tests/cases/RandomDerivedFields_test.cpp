@@ -248,7 +248,8 @@ TEST(RandomDerivedFields, ScoreLikeTheBruteForceScorer_ThroughTheCommand) {
         const CommandResult result = RunCommand(call);
         ASSERT_EQ(result.exitStatus, 0) << result.err;
         ExpectScoreTable(result.out, made.document, cases);
-        // Adapting takes blanks off values that no expression reads, in the document and not in the table: without them.
+        // Adapting takes blanks off values that no expression reads, in the document and not in the table: without
+        // them.
         const std::string unpadded = ReplaceAll(made.document.text, " pad ", "(pad)");
         call.standardInput = ReplaceAll(call.standardInput, " pad ", "(pad)");
         folder.Write("document.pmml", unpadded);

@@ -1,5 +1,5 @@
-// Random documents, read by the plug-in and scored case by case and by the command: every answer must be the brute-force
-// scorer's, to the last bit.
+// Random documents, read by the plug-in and scored case by case and by the command: every answer must be the
+// brute-force scorer's, to the last bit.
 
 #include <gtest/gtest.h>
 

@@ -20,8 +20,8 @@ struct RandomSet {
     std::vector<RandomSubModel> subModels;
 };
 
-/// One case: the text of each column's cell (empty for absent), and per sub-model and input the category that it must be
-/// coded to (-1 for none).
+/// One case: the text of each column's cell (empty for absent), and per sub-model and input the category that it must
+/// be coded to (-1 for none).
 struct RandomSetCase {
     std::vector<std::string> cells;
     std::vector<std::vector<int>> codes;

@@ -7,8 +7,8 @@ using testing::HasSubstr;
 
 namespace {
 
-/// The fruit model with test cases. A case that says nothing gets the raw prior as probability of an apple: with a count
-/// of 100 and a threshold of 0.001 that is (100 + 0.001) / (2 * 0.001 + 1 / 0.001), which is 0.10000079999840002.
+/// The fruit model with test cases. A case that says nothing gets the raw prior as probability of an apple: with a
+/// count of 100 and a threshold of 0.001 that is (100 + 0.001) / (2 * 0.001 + 1 / 0.001), which is 0.10000079999840002.
 std::string WithTestCases(const std::string& rows, const std::string& fields =
                                                        "<VerificationField field=\"colour\"/>"
                                                        "<VerificationField field=\"weight\"/>"

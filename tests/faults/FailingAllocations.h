@@ -15,8 +15,8 @@ enum class Shortage {
     OfAllThatFollow
 };
 
-/// From now on allocations are counted, and the one of this number, from 1, fails; or the next one behind it, where it is
-/// for the library of regular expressions, which cannot stand that.
+/// From now on allocations are counted, and the one of this number, from 1, fails; or the next one behind it, where it
+/// is for the library of regular expressions, which cannot stand that.
 void LetAllocationFail(std::uint64_t number, Shortage shortage);
 /// All succeed again. True when one failed.
 bool EndShortage();

@@ -1,5 +1,5 @@
-// The built command, killed at any moment while it replaces a file. The moments are chosen by how far it has come, which
-// the folder shows, and not by the clock: so what must be left behind is known.
+// The built command, killed at any moment while it replaces a file. The moments are chosen by how far it has come,
+// which the folder shows, and not by the clock: so what must be left behind is known.
 
 #include <chrono>
 #include <csignal>

@@ -6,8 +6,8 @@
 //                           with NAME, once AFTER bytes were transferred
 //
 // The faults are made where the program calls the system, so that calls inside the C library are reached too. They
-// concern the files of the folder that it runs in and its standard streams, and standard error only in that it is written
-// byte by byte. Ends as the program does; 125 when it could not be watched.
+// concern the files of the folder that it runs in and its standard streams, and standard error only in that it is
+// written byte by byte. Ends as the program does; 125 when it could not be watched.
 
 #include <sys/ptrace.h>
 #include <sys/syscall.h>
@@ -114,8 +114,8 @@ public:
     }
 
 private:
-    /// The name of a descriptor's file, seen from the folder that the program runs in; "standard" for a standard stream;
-    /// empty for anything else.
+    /// The name of a descriptor's file, seen from the folder that the program runs in; "standard" for a standard
+    /// stream; empty for anything else.
     std::string NameOf(unsigned long long descriptor) const {
         if (descriptor <= 2) return "standard";
         std::error_code isClosed;

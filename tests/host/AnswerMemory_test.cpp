@@ -80,8 +80,8 @@ TEST(AnswerMemory, NoCaseIsTakenForAnother_WhenThereAreMany) {
     }
 }
 
-/// Cases of one row whose searches all begin in the same place. This repeats how places are told; where that changes, the
-/// test that takes these cases fails, because it wants some of them not to be kept.
+/// Cases of one row whose searches all begin in the same place. This repeats how places are told; where that changes,
+/// the test that takes these cases fails, because it wants some of them not to be kept.
 std::vector<Rows> CasesThatFallTogether(std::size_t count) {
     std::vector<Rows> cases;
     for (RowNumber row = 0; cases.size() < count; ++row) {

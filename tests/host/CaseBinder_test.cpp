@@ -24,8 +24,8 @@ public:
     ScoreDictVar* GetVar(const std::string&) const override { return nullptr; }
 };
 
-/// Derived fields that tell what they are computed from: "level" from the weight and "ratio", which reads the height and
-/// the target, and "idle", which no input uses, from the width.
+/// Derived fields that tell what they are computed from: "level" from the weight and "ratio", which reads the height
+/// and the target, and "idle", which no input uses, from the width.
 class TellingDerivedFields : public NoDerivedFields, public DerivedFieldSources {
 public:
     ScoreDictVar* GetVar(const std::string& name) const override {

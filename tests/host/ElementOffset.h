@@ -8,8 +8,8 @@
 
 namespace nbscore::test {
 
-/// Finds where the start tag of the element of a path begins in a well-formed text, with no XML library. Counted from 0;
-/// nothing when there is none.
+/// Finds where the start tag of the element of a path begins in a well-formed text, with no XML library. Counted from
+/// 0; nothing when there is none.
 inline std::optional<std::size_t> ElementOffset(std::string_view text, std::string_view path) {
     struct Open {
         std::string path;

@@ -1,5 +1,5 @@
-// Every refusal says where the element at fault begins and which it is; and every message that a document can be refused
-// with has a document that is.
+// Every refusal says where the element at fault begins and which it is; and every message that a document can be
+// refused with has a document that is.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -81,8 +81,8 @@ TEST_F(RefusalPlaces, AreThoseOfTheElementAtFault_InTestCases) {
     }
 }
 
-/// Files whose texts are no refusals: what is written for people who look at a model, and remarks that have tests of their
-/// own.
+/// Files whose texts are no refusals: what is written for people who look at a model, and remarks that have tests of
+/// their own.
 const std::set<std::string> otherFiles = {"framework/BaseDictVarPrint.cpp", "document/IgnoredBinning.cpp",
                                           "document/IgnoredFieldRules.cpp", "document/IgnoredLog.cpp",
                                           "document/IgnoredModels.cpp"};

@@ -10,7 +10,8 @@ namespace nbscore::test {
 
 struct RefusedSample {
     std::string document;
-    /// The path of the element at fault; LINE:COLUMN where no element is; empty where the document is at fault as a whole.
+    /// The path of the element at fault; LINE:COLUMN where no element is; empty where the document is at fault as a
+    /// whole.
     std::string place;
     /// How what to do about it begins; empty where another document has the message's advice.
     std::string advice;

@@ -13,8 +13,8 @@ struct SourceMessage {
     std::string text;
 };
 
-/// All texts with a blank or a mark of punctuation in them, each as many times as it is written, in the sources of whatever
-/// may refuse a document.
+/// All texts with a blank or a mark of punctuation in them, each as many times as it is written, in the sources of
+/// whatever may refuse a document.
 std::vector<SourceMessage> FindSourceMessages(const std::filesystem::path& repository);
 
 }  // namespace nbscore::test

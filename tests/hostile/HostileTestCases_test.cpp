@@ -30,8 +30,8 @@ std::string Counts(int no, int yes) {
            "'/><TargetValueCount value='yes' count='" + std::to_string(yes) + "'/></TargetValueCounts>";
 }
 
-/// A sub-model with eight test cases that all expect 0.5: four without a colour, whose score is the prior of just that, and
-/// four red ones, whose score is another.
+/// A sub-model with eight test cases that all expect 0.5: four without a colour, whose score is the prior of just that,
+/// and four red ones, whose score is another.
 std::string SubModelWithTestCases(const std::string& name) {
     const std::string score = "score_" + name;
     const std::string expected = "<" + score + ">0.5</" + score + ">";

@@ -17,8 +17,8 @@ BruteForceValue SpeltOut(const std::optional<std::string>& text, const std::stri
     return KindOfDataType(dataType) == BruteForceKind::Number ? Converted(*text, BruteForceKind::Number) : *text;
 }
 
-/// What a text of the document stands for where values of the kind are meant: one of them when it reads as one, else the
-/// text. Where the kind is not known, a number when it is one, as in a constant without type.
+/// What a text of the document stands for where values of the kind are meant: one of them when it reads as one, else
+/// the text. Where the kind is not known, a number when it is one, as in a constant without type.
 BruteForceValue Meant(const std::string& text, BruteForceKind kind) {
     if (kind == BruteForceKind::Any) kind = BruteForceKind::Number;
     const BruteForceValue read = Converted(text, kind);

@@ -5,8 +5,8 @@
 #include <variant>
 
 /// @file
-/// The values that the brute-force evaluator of derived fields reckons with, and how one kind is read as another. Shares
-/// no code with what it checks.
+/// The values that the brute-force evaluator of derived fields reckons with, and how one kind is read as another.
+/// Shares no code with what it checks.
 
 namespace nbscore::test {
 

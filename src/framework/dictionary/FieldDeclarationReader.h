@@ -13,9 +13,9 @@ namespace nbscore {
 /// The variable that a DataField or DerivedField element declares: its kind, its shown name, its declared values and
 /// ranges. Throws VeskException 2, 9 or 12 with the place of the element at fault.
 ///
-/// `dataType` integer, float and double hold numbers, all others text, which of boolean stands for truth values. A missing `dataType` means numbers when
-/// `optype` is continuous, else text; a missing `optype` means continuous for numbers without declared values, else
-/// categorical. Texts keep every blank.
+/// `dataType` integer, float and double hold numbers, all others text, which of boolean stands for truth values. A
+/// missing `dataType` means numbers when `optype` is continuous, else text; a missing `optype` means continuous for
+/// numbers without declared values, else categorical. Texts keep every blank.
 std::unique_ptr<BaseDictVar> ReadFieldDeclaration(const xercesc::DOMElement* field, const std::string& name,
                                                   const Transcoder& transcoder);
 

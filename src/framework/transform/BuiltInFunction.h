@@ -47,7 +47,8 @@ struct BuiltInFunction {
     static constexpr std::size_t anyNumber = std::numeric_limits<std::size_t>::max();
 
     std::string_view name;
-    /// The arguments as people read them: "text, start, length". Brackets hold what may be left out, dots what may go on.
+    /// The arguments as people read them: "text, start, length". Brackets hold what may be left out, dots what may go
+    /// on.
     std::string_view parameters;
     std::size_t fewestArguments;
     std::size_t mostArguments;

@@ -10,8 +10,8 @@
 namespace nbscore {
 
 /// Which values a variable's declaration allows: none that it declares invalid; else those it declares valid, when it
-/// declares any, and those inside one of its intervals, when it declares any. A NaN is never allowed, nor is a text that
-/// is no truth value where the variable holds truth values.
+/// declares any, and those inside one of its intervals, when it declares any. A NaN is never allowed, nor is a text
+/// that is no truth value where the variable holds truth values.
 class DeclaredValidity {
 public:
     explicit DeclaredValidity(const ScoreDictVar& variable);

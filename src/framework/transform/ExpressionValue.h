@@ -9,8 +9,8 @@ namespace nbscore {
 /// What an expression gives for one case: nothing (missing), a number, a truth value, or a text.
 using ExpressionValue = std::variant<std::monostate, double, bool, std::string>;
 
-/// A copy that is made of the parts. A copy of the variant itself is not safe when memory runs out in the midst of it: the
-/// standard library of GCC 12 then destroys what it has not built.
+/// A copy that is made of the parts. A copy of the variant itself is not safe when memory runs out in the midst of it:
+/// the standard library of GCC 12 then destroys what it has not built.
 inline ExpressionValue CopyOf(const ExpressionValue& value) {
     if (const auto* text = std::get_if<std::string>(&value)) return std::string(*text);
     if (const auto* number = std::get_if<double>(&value)) return *number;

@@ -35,8 +35,9 @@ private:
     Line line;
 };
 
-/// Reads a NormContinuous element. `mapMissingTo` is a number where it reads as one, else a text as it stands. Throws VeskException 5 for fewer than two LinearNorm elements, for ones whose `orig`
-/// does not increase, and for an unknown word in `outliers`; 9 for an `orig` or `norm` that is no number.
+/// Reads a NormContinuous element. `mapMissingTo` is a number where it reads as one, else a text as it stands. Throws
+/// VeskException 5 for fewer than two LinearNorm elements, for ones whose `orig` does not increase, and for an unknown
+/// word in `outliers`; 9 for an `orig` or `norm` that is no number.
 std::unique_ptr<const Expression> ReadNormContinuous(const xercesc::DOMElement* element, FieldScope& scope);
 
 }  // namespace nbscore

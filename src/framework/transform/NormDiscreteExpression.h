@@ -20,8 +20,8 @@ private:
     ExpressionValue soughtValue;
 };
 
-/// Reads a NormDiscrete element. `value` has the kind of the field where it reads as one, `mapMissingTo` is a number where
-/// it reads as one, and either is else a text as it stands. Throws VeskException 11 for any other `method` than
+/// Reads a NormDiscrete element. `value` has the kind of the field where it reads as one, `mapMissingTo` is a number
+/// where it reads as one, and either is else a text as it stands. Throws VeskException 11 for any other `method` than
 /// "indicator".
 std::unique_ptr<const Expression> ReadNormDiscrete(const xercesc::DOMElement* element, FieldScope& scope);
 

@@ -21,7 +21,8 @@ ExpressionValue BoundedText(std::string text);
 /// A number as it stands, a truth value as 1 or 0, a text as the number that the whole of it holds; otherwise nothing.
 std::optional<double> NumberOf(const ExpressionValue& value);
 
-/// A truth value as it stands; the numbers 1 and 0 and the texts "true", "false", "1" and "0" as one; otherwise nothing.
+/// A truth value as it stands; the numbers 1 and 0 and the texts "true", "false", "1" and "0" as one; otherwise
+/// nothing.
 std::optional<bool> TruthOf(const ExpressionValue& value);
 
 /// A text as it stands, a number in its shortest form, a truth value as "true" or "false"; missing as the empty text.

@@ -4,9 +4,9 @@
 
 namespace nbscore {
 
-/// How many more elementary steps the computation of a derived field may take: no text, no table and no pattern holds up
-/// a case for longer, nor makes it need more memory. A step is about as much as comparing two characters. Numbers are not
-/// counted: what they take is in proportion to the document (EvaluationCost.h).
+/// How many more elementary steps the computation of a derived field may take: no text, no table and no pattern holds
+/// up a case for longer, nor makes it need more memory. A step is about as much as comparing two characters. Numbers
+/// are not counted: what they take is in proportion to the document (EvaluationCost.h).
 ///
 /// Each derived field of a case has a budget of its own, so that no field's value depends on which others were computed
 /// before it. When it is spent, the field is missing.

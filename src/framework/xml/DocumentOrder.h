@@ -14,8 +14,8 @@ SCOREFRAMEWORK_API const xercesc::DOMNode* NextInDocumentOrder(const xercesc::DO
 
 /// Every element of this name below a node, at any depth, in document order.
 ///
-/// Walks the nodes itself: the parser's own list of them stays with the document for good, and a document's many lists are
-/// searched one by one for each new one.
+/// Walks the nodes itself: the parser's own list of them stays with the document for good, and a document's many lists
+/// are searched one by one for each new one.
 SCOREFRAMEWORK_API std::vector<const xercesc::DOMElement*> DescendantsNamed(const xercesc::DOMNode& top,
                                                                             const XMLCh* name);
 

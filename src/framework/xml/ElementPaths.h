@@ -9,12 +9,13 @@
 
 namespace nbscore {
 
-/// Tells the paths of elements, as in DocumentPlace. Each takes the time of its elder siblings and those of its ancestors,
-/// back to the nearest namesakes that were counted before: those of elements of one name, one behind the other, take the
-/// time of one walk along them all.
+/// Tells the paths of elements, as in DocumentPlace. Each takes the time of its elder siblings and those of its
+/// ancestors, back to the nearest namesakes that were counted before: those of elements of one name, one behind the
+/// other, take the time of one walk along them all.
 class SCOREFRAMEWORK_API ElementPaths {
 public:
-    /// @param element must stay where it is in its document as long as this is asked for paths, and so must its ancestors.
+    /// @param element must stay where it is in its document as long as this is asked for paths, and so must its
+    ///     ancestors.
     std::string Find(const xercesc::DOMElement& element);
 
 private:

@@ -10,8 +10,8 @@
 namespace nbscore {
 
 /// Keeps the places of a document's elements right while elements are added, moved and taken out: notes them all
-/// beforehand, and Settle writes the table anew. Nodes that are taken out must not be released in between. Takes 16 bytes for
-/// every element while it lives.
+/// beforehand, and Settle writes the table anew. Nodes that are taken out must not be released in between. Takes 16
+/// bytes for every element while it lives.
 class SCOREFRAMEWORK_API PlaceKeeper {
 public:
     /// The document must outlive the keeper.

@@ -72,9 +72,9 @@ bool IsEndlessXmlDeclaration(unsigned int code, const XMLCh* domain) {
            code == xercesc::XMLExcepts::Reader_CouldNotDecodeFirstLine;
 }
 
-/// The library reports a tag when it has it whole, and looks at each pair of its attributes before that. It takes six or
-/// seven pieces of memory for every attribute that the longest tag so far did not have, and a few dozen for other markup,
-/// however long: a tag that goes on for too long is seen by their number.
+/// The library reports a tag when it has it whole, and looks at each pair of its attributes before that. It takes six
+/// or seven pieces of memory for every attribute that the longest tag so far did not have, and a few dozen for other
+/// markup, however long: a tag that goes on for too long is seen by their number.
 class PieceLimit {
 public:
     static constexpr std::uint64_t most = 10 * DocumentLimits::mostAttributes;

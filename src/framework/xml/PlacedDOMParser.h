@@ -31,8 +31,8 @@ namespace nbscore {
 /// whatever was reported before it, and every report has to be noted.
 class PlacedDOMParser : public xercesc::XercesDOMParser {
 public:
-    /// @param documentMemory what the parser and the document take their memory from; the caller holds it for longer than
-    ///     the parser lives.
+    /// @param documentMemory what the parser and the document take their memory from; the caller holds it for longer
+    ///     than the parser lives.
     explicit PlacedDOMParser(std::shared_ptr<XmlMemory> documentMemory);
 
     struct Position {

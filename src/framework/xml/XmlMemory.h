@@ -19,8 +19,8 @@ public:
     /// Throws xercesc::OutOfMemoryException, which is what the library wants to see.
     void* allocate(XMLSize_t size) override;
     void deallocate(void* memory) override;
-    /// Counts the pieces of memory that are taken from now on and calls `tooMany`, which throws, instead of giving out more
-    /// than `most`.
+    /// Counts the pieces of memory that are taken from now on and calls `tooMany`, which throws, instead of giving out
+    /// more than `most`.
     void LimitPieces(std::uint64_t most, std::function<void()> tooMany);
     /// Begins to count anew.
     void RecountPieces() { pieces = 0; }

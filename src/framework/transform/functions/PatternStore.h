@@ -10,8 +10,8 @@
 
 namespace nbscore {
 
-/// The regular expressions that a document writes down: each is compiled once, however often it stands there. Used while
-/// the document is read, by one thread.
+/// The regular expressions that a document writes down: each is compiled once, however often it stands there. Used
+/// while the document is read, by one thread.
 class PatternStore {
 public:
     /// The compiled pattern, which may be unusable.
