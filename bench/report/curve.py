@@ -3,7 +3,7 @@
 import math
 
 WIDTH, HEIGHT = 640, 320
-LEFT, RIGHT, TOP, BOTTOM = 70, 20, 36, 52
+LEFT, RIGHT, TOP, BOTTOM = 70, 40, 36, 52
 
 
 class Axis:

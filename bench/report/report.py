@@ -21,6 +21,14 @@ CURVES = {
     "growth_sub_models": ("Sub-models", "8 predictors of 8 categories each, 1,000 cases, codes of 1 byte"),
 }
 
+LOOP = ("The plain loop reads a row, asks `GetScore` and writes the row with its scores, with the readers and writers "
+        "that the command has.")
+TABLES = {
+    "differing": ("differing", f"nearly all of which differ. {LOOP}"),
+    "repeating": ("repeating", f"drawn from 20,000 people. {LOOP}"),
+    "repeating_long": ("long", "drawn from 20,000 people."),
+}
+
 
 def sections(results):
     """(title, remark, rows)"""
@@ -41,12 +49,10 @@ def sections(results):
     yield ("Threads", "Each thread scores 100,000 cases of 10 predictors at a time. Real time.",
            tables.threads(results))
     for table in results.tables:
-        yield (f"A table of people: {table['table']}",
-               f"{table['cases']:,} rows of ten columns, {table['bytes'] / 1e6:.0f} MB, " +
-               ("drawn from 20,000 people." if table["table"] == "repeating" else "nearly all of which differ.") +
-               " The plain loop reads a row, asks `GetScore` and writes the row with its scores, with the readers and "
-               "writers that the command has. Every run is a process of its own, its start and end included, and "
-               "all outputs are compared byte by byte first. Real time.", tables.people(results, table))
+        yield (f"A table of people: {TABLES[table['table']][0]}",
+               f"{table['cases']:,} rows of ten columns, {table['bytes'] / 1e6:.0f} MB, {TABLES[table['table']][1]} "
+               "Every run is a process of its own, its start and end included, and brings its output, a new file, to "
+               "the disk. All outputs are compared byte by byte first. Real time.", tables.people(results, table))
     if results.peers:
         yield ("Beside scikit-learn",
                f"`CategoricalNB` of scikit-learn {results.peers['scikit-learn']} with pandas "

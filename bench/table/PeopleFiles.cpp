@@ -109,10 +109,14 @@ void WritePeopleFiles(const PeopleFiles& files, std::size_t numCases) {
     std::vector<Person> known;
     for (std::size_t n = 0; n < distinctPeople; ++n)
         known.push_back(people.Draw());
-    TableFile repeating(files.repeating, "");
-    for (std::size_t n = 0; n < numCases; ++n)
-        repeating.Add(known[people.DrawBelow(known.size())], "");
-    repeating.Close();
+    const auto writeSome = [&](const std::filesystem::path& file, std::size_t cases) {
+        TableFile repeating(file, "");
+        for (std::size_t n = 0; n < cases; ++n)
+            repeating.Add(known[people.DrawBelow(known.size())], "");
+        repeating.Close();
+    };
+    writeSome(files.repeating, numCases);
+    writeSome(files.repeatingLong, timesAsLong * numCases);
 }
 
 }  // namespace nbscore::bench

@@ -11,7 +11,8 @@ struct PeopleFiles {
         : model(folder / "model.pmml"),
           training(folder / "training.csv"),
           differing(folder / "differing.csv"),
-          repeating(folder / "repeating.csv") {}
+          repeating(folder / "repeating.csv"),
+          repeatingLong(folder / "repeating_long.csv") {}
 
     std::filesystem::path model;
     /// Those whom the model's counts come from, with what they said.
@@ -20,7 +21,11 @@ struct PeopleFiles {
     std::filesystem::path differing;
     /// As many cases, drawn from 20,000 people.
     std::filesystem::path repeating;
+    /// Several times as many, drawn likewise: so many that how a run starts and ends matters little.
+    std::filesystem::path repeatingLong;
 };
+
+constexpr std::size_t timesAsLong = 5;
 
 /// Writes all of them.
 void WritePeopleFiles(const PeopleFiles& files, std::size_t numCases);

@@ -20,6 +20,7 @@
 #include <span>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "common/ProcessRun.h"
@@ -32,7 +33,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t numCases = 1'000'000;
+constexpr std::size_t casesOfATable = 1'000'000;
 
 void WriteNumbers(const std::vector<double>& numbers, const std::string& file) {
     std::ofstream out(file, std::ios::binary);
@@ -66,20 +67,33 @@ struct Way {
     bool inMemory = false;
 };
 
+Way CommandOnThreads(const std::string& threads, const fs::path& model, const fs::path& table,
+                     const std::string& measure) {
+    return {"command_threads_" + threads,
+            {NBSCORE_COMMAND_FILE, "score", model, table, "--quiet", "--threads", threads, "-o"},
+            measure};
+}
+
+std::vector<Way> AllWays(const fs::path& model, const fs::path& table) {
+    const std::string own = GetOwnProgram();
+    return {CommandOnThreads("1", model, table, "loop"), CommandOnThreads("2", model, table, "loop"),
+            Way{"loop", {own, "loop", model, table}, "loop"},
+            Way{"memory", {own, "memory", model, table}, "memory_loop", true},
+            Way{"memory_loop", {own, "memory_loop", model, table}, "memory_loop", true}};
+}
+
+std::vector<Way> WaysOnThreads(const fs::path& model, const fs::path& table) {
+    return {CommandOnThreads("1", model, table, "command_threads_1"),
+            CommandOnThreads("2", model, table, "command_threads_1")};
+}
+
 class TableMeasurement {
 public:
-    TableMeasurement(const PeopleFiles& peopleFiles, const fs::path& scoredTable, const fs::path& outputFolder)
-        : files(peopleFiles), table(scoredTable), folder(outputFolder) {
-        const std::string own = GetOwnProgram();
-        for (const char* const threads : {"1", "2"}) {
-            ways.push_back({std::string("command_threads_") + threads,
-                            {NBSCORE_COMMAND_FILE, "score", files.model, table, "--quiet", "--threads", threads, "-o"},
-                            "loop"});
-        }
-        ways.push_back({"loop", {own, "loop", files.model, table}, "loop"});
-        ways.push_back({"memory", {own, "memory", files.model, table}, "memory_loop", true});
-        ways.push_back({"memory_loop", {own, "memory_loop", files.model, table}, "memory_loop", true});
-    }
+    TableMeasurement(fs::path scoredTable, std::size_t cases, std::vector<Way> waysToScore, fs::path outputFolder)
+        : table(std::move(scoredTable)),
+          numCases(cases),
+          ways(std::move(waysToScore)),
+          folder(std::move(outputFolder)) {}
 
     /// Throws std::runtime_error when two ways say different things.
     void Check() const {
@@ -98,8 +112,8 @@ public:
 
     nlohmann::json Tell() const {
         nlohmann::json told = {{"table", table.stem()}, {"cases", numCases}, {"bytes", fs::file_size(table)}};
-        std::printf("%s: %zu cases, %ju bytes; cases per second, and their ratio to the loop's\n", table.stem().c_str(),
-                    numCases, static_cast<std::uintmax_t>(fs::file_size(table)));
+        std::printf("%s: %zu cases, %ju bytes; cases per second, and their ratio to the measure's\n",
+                    table.stem().c_str(), numCases, static_cast<std::uintmax_t>(fs::file_size(table)));
         for (const Way& way : ways)
             told["ways"][way.name] = TellWay(way);
         return told;
@@ -108,7 +122,9 @@ public:
 private:
     fs::path OutputOf(const std::string& way) const { return folder / (way + ".out"); }
 
+    /// Nothing is replaced, so that what the file system takes to let go of an old file is not measured.
     static ProcessRun Run(const Way& way, const fs::path& output) {
+        if (fs::is_regular_file(output)) fs::remove(output);
         std::vector<std::string> words = way.words;
         words.push_back(output);
         return RunProcess(words);
@@ -134,20 +150,24 @@ private:
         return told;
     }
 
-    const PeopleFiles& files;
     fs::path table;
-    fs::path folder;
+    std::size_t numCases;
     std::vector<Way> ways;
+    fs::path folder;
     std::map<std::string, std::vector<ProcessRun>> runs;
 };
 
 void Measure(const fs::path& folder, int rounds, const std::string& results) {
     // By another process, so that this one stays small.
-    RunProcess({GetOwnProgram(), "data", folder, std::to_string(numCases)});
+    RunProcess({GetOwnProgram(), "data", folder, std::to_string(casesOfATable)});
     const PeopleFiles files(folder);
+    std::vector<TableMeasurement> measurements;
+    for (const fs::path& table : {files.differing, files.repeating})
+        measurements.emplace_back(table, casesOfATable, AllWays(files.model, table), folder);
+    measurements.emplace_back(files.repeatingLong, timesAsLong * casesOfATable,
+                              WaysOnThreads(files.model, files.repeatingLong), folder);
     nlohmann::json told = nlohmann::json::array();
-    for (const fs::path& table : {files.differing, files.repeating}) {
-        TableMeasurement measurement(files, table, folder);
+    for (TableMeasurement& measurement : measurements) {
         measurement.Check();
         for (int round = 0; round < rounds; ++round)
             measurement.MeasureRound();
