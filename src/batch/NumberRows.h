@@ -29,16 +29,18 @@ public:
 
     std::size_t GetNumRows() const { return firstKnownRow + numNumbers; }
 
+    /// 0 and -0 are one number. The seed comes last: numbers of few digits have bits in few places, and differ in many
+    /// only when they are mixed.
+    static std::uint64_t Hash(double number, std::uint64_t seed) {
+        return word_hash::Mix(word_hash::Mix(0, std::bit_cast<std::uint64_t>(number + 0.0)), seed);
+    }
+
 private:
     struct Entry {
         double number = 0.0;
         RowNumber row = unknownRow;
     };
 
-    /// 0 and -0 are one number.
-    static std::uint64_t Hash(double number, std::uint64_t seed) {
-        return word_hash::Mix(seed, std::bit_cast<std::uint64_t>(number + 0.0));
-    }
     static ProbedTable<Entry> MakeTable(std::span<const double> numbers);
 
     std::size_t numNumbers;

@@ -29,7 +29,7 @@ ProbedTable<TextRows::Entry> TextRows::MakeTable(std::span<const std::string* co
     }
     return ProbedTable<Entry>(entries, [](Entry& entry, std::uint64_t seed) {
         const std::uint64_t hash = HashText(entry.text, seed);
-        entry.tag = static_cast<std::uint32_t>(hash >> 32);
+        entry.tag = static_cast<std::uint32_t>(hash);
         return hash;
     });
 }

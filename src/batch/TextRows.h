@@ -21,7 +21,7 @@ public:
 
     RowNumber RowOf(std::string_view text) const {
         const std::uint64_t hash = HashText(text, table.GetSeed());
-        const auto tag = static_cast<std::uint32_t>(hash >> 32);
+        const auto tag = static_cast<std::uint32_t>(hash);
         return table.Find(hash, [&](const Entry& entry) { return entry.tag == tag && entry.text == text; });
     }
     /// A number is looked up by its digits, as a case's number is.

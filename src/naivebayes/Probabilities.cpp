@@ -2,14 +2,14 @@
 
 #include <cstddef>
 
+#include "framework/MCMV.h"
 #include "framework/NumberText.h"
-#include "framework/NumericValue.h"
 
 namespace nbscore {
 namespace {
 
 bool IsCode(double code) {
-    return code != NumericValue::GetSysmisValue() && code > -0.5;
+    return !MCMV::IsMissing(code) && code > -0.5;
 }
 
 }  // namespace
