@@ -23,7 +23,7 @@ fi
 
 for suffix in h cpp; do
     sources $suffix src tests bench fuzz | xargs clang-format --dry-run -Werror
-    # The formatter leaves comments as they are. Texts between backticks may be longer.
+    # The formatter leaves comments on lines of their own as they are. Texts between backticks may be longer.
     sources $suffix src tests bench fuzz | xargs awk '
         /^ *\/\/\/? [^`]*$/ && length > 120 { print FILENAME ":" FNR ": a comment of over 120 columns"; found = 1 }
         END { exit found }'

@@ -51,8 +51,8 @@ def sections(results):
     for table in results.tables:
         yield (f"A table of people: {TABLES[table['table']][0]}",
                f"{table['cases']:,} rows of ten columns, {table['bytes'] / 1e6:.0f} MB, {TABLES[table['table']][1]} "
-               "Every run is a process of its own, its start and end included, and brings its output, a new file, to "
-               "the disk. All outputs are compared byte by byte first. Real time.", tables.people(results, table))
+               "Every run is a process of its own, its start and end included; one that writes a file writes a new one "
+               "and brings it to the disk. All outputs are compared byte by byte first. Real time.", tables.people(results, table))
     if results.peers:
         yield ("Beside scikit-learn",
                f"`CategoricalNB` of scikit-learn {results.peers['scikit-learn']} with pandas "

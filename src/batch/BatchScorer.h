@@ -24,9 +24,9 @@ class ClassifierEngine;
 /// of the columns or the thread: products are taken from the left in the order of the predictors, sums in the order of
 /// the categories, divisions are divisions.
 ///
-/// It holds copies of all that it needs: the model, its document and its plug-in may go. (A variable of a class that a
-/// plug-in brings is copied by that class, and keeps the plug-in needed.) Nothing in it ever changes:
-/// copies are cheap and share everything, and any number of threads may score with one.
+/// It holds copies of all that it needs: the model and its document may go, and so may its plug-in, unless it brings
+/// classes of variables of its own, which copy themselves. Nothing in it ever changes: copies are cheap and share
+/// everything, and any number of threads may score with one.
 ///
 /// Derived inputs are inputs like any other here: whoever has a table of what they are computed from computes them
 /// first (TransformationDictionary).

@@ -13,20 +13,26 @@ namespace nbscore {
 
 /// A hash table that is filled once and then only read. Entries lie where they are looked for, or right behind.
 ///
-/// A few entries lie apart where any of some seeds brings that about: then a look-up is a single comparison, which a
-/// processor need not foresee. Of many no more than some follow each other.
+/// A few entries lie apart where one of the seeds brings that about: then a look-up is a single comparison, and the
+/// processor has no number of steps to guess.
 /// @tparam Entry has a member `RowNumber row`, which is unknownRow in a new one and in nothing that is put in.
 template <typename Entry>
 class ProbedTable {
 public:
     /// @param entries no two are the same.
     /// @param hashOf the hash of an entry under a seed, which it may note in the entry; its upper bits count. Entries
-    ///     chosen to fall together must not turn a look-up into a search: another seed scatters them anew.
+    ///     chosen to fall together must not turn a look-up into a search: another seed has to scatter them anew.
     template <typename HashOf>
-    ProbedTable(std::span<Entry> entries, const HashOf& hashOf) : slots(CountSlots(entries.size())) {
-        const std::size_t most = entries.size() <= fewEntries ? 0 : longestProbe;
-        while (Fill(entries, hashOf) > most && seed + 1 < numSeeds)
-            ++seed;
+    ProbedTable(std::span<Entry> entries, const HashOf& hashOf)
+        : slots(CountSlots(entries.size())), shift(64 - std::countr_zero(slots.size())) {
+        const bool areFew = entries.size() <= fewEntries;
+        for (; seed < numSeeds; ++seed) {
+            if (Fill(entries, hashOf, areFew ? 0 : longestProbe)) {
+                lieApart = areFew;
+                return;
+            }
+        }
+        Fill(entries, hashOf, entries.size());
     }
 
     /// The row of the entry that is the same; unknownRow when there is none.
@@ -43,39 +49,38 @@ public:
     std::uint64_t GetSeed() const { return seed; }
 
 private:
-    static constexpr std::size_t fewEntries = 64;
+    static constexpr std::size_t fewEntries = 48;
     static constexpr std::size_t longestProbe = 64;
     static constexpr std::uint64_t numSeeds = 64;
 
+    /// So many that one is always free.
     static std::size_t CountSlots(std::size_t entries) {
-        return std::bit_ceil((entries <= fewEntries ? 8 : 2) * entries + 2);
+        return std::max<std::size_t>(std::bit_ceil((entries <= fewEntries ? 8 : 2) * entries), 2);
     }
-    std::size_t PlaceOf(std::uint64_t hash) const {
-        return static_cast<std::size_t>(hash >> (64 - std::countr_zero(slots.size())));
-    }
+    std::size_t PlaceOf(std::uint64_t hash) const { return static_cast<std::size_t>(hash >> shift); }
     std::size_t Next(std::size_t slot) const { return (slot + 1) & (slots.size() - 1); }
 
-    /// The longest way from where an entry is looked for to where it lies.
+    /// Gives up, and answers false, where an entry would lie further than so many slots behind the one where it is
+    /// looked for.
     template <typename HashOf>
-    std::size_t Fill(std::span<Entry> entries, const HashOf& hashOf) {
-        std::size_t longest = 0;
+    bool Fill(std::span<Entry> entries, const HashOf& hashOf, std::size_t mostProbes) {
         slots.assign(slots.size(), Entry());
         for (Entry& entry : entries) {
             std::size_t slot = PlaceOf(hashOf(entry, seed));
-            std::size_t probes = 0;
-            for (; slots[slot].row != unknownRow; slot = Next(slot))
-                ++probes;
-            longest = std::max(longest, probes);
+            for (std::size_t probes = 0; slots[slot].row != unknownRow; slot = Next(slot)) {
+                if (++probes > mostProbes) return false;
+            }
             slots[slot] = entry;
         }
-        lieApart = longest == 0;
-        return longest;
+        return true;
     }
 
     /// A power of two of them.
     std::vector<Entry> slots;
+    /// Leaves as many of a hash's upper bits as tell the slots apart.
+    int shift;
     std::uint64_t seed = 0;
-    bool lieApart = true;
+    bool lieApart = false;
 };
 
 }  // namespace nbscore

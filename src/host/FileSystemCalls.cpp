@@ -71,7 +71,7 @@ std::ptrdiff_t WriteSomeBytes(std::FILE* file, std::string_view bytes) {
 
 void StartSyncToDisk(std::FILE* file, std::uint64_t begin, std::uint64_t size) {
 #ifdef SYNC_FILE_RANGE_WRITE
-    // What fails here fails again, and is told, when all is synchronized.
+    // What does not reach the disk is told when all is synchronized.
     static_cast<void>(
         sync_file_range(fileno(file), static_cast<off_t>(begin), static_cast<off_t>(size), SYNC_FILE_RANGE_WRITE));
 #else

@@ -9,7 +9,7 @@
 namespace nbscore {
 
 /// The few calls that name or force a file differently from system to system. Each reports failure as the C
-/// library does, with errno.
+/// library does, with errno, but where it says otherwise.
 
 /// Creates a file that must not exist and opens it for writing bytes; null on failure.
 std::FILE* CreateNewFile(const std::filesystem::path& path);
@@ -20,8 +20,8 @@ bool MayWriteTo(const std::filesystem::path& path);
 /// Writes bytes to an open file, past the C library's buffer, as many as the system takes at once. Answers how many, or
 /// something negative on failure.
 std::ptrdiff_t WriteSomeBytes(std::FILE* file, std::string_view bytes);
-/// Has the system begin to bring a part of an open file to the disk, where it can, and does not wait for it: less is
-/// left to wait for in the end.
+/// Has the system begin to bring a part of an open file to the disk, where it can, so that less is left to wait for in
+/// the end. Waits for no more than that the disk takes orders, and reports nothing.
 void StartSyncToDisk(std::FILE* file, std::uint64_t begin, std::uint64_t size);
 /// Makes what was written survive a power failure, where the system can; false on failure.
 bool SyncToDisk(std::FILE* file);

@@ -43,6 +43,7 @@ private:
     std::FILE* file = nullptr;
     OnInterruption onInterruption;
     OutputBuffer buffer;
+    /// How much was handed in; the last of it may wait in the buffer.
     std::uint64_t written = 0;
     /// Up to where the system was asked to bring the file to the disk.
     std::uint64_t syncStarted = 0;

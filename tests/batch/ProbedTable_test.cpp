@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <cmath>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "batch/NumberRows.h"
@@ -47,7 +50,7 @@ TEST(ProbedTable, WrapsAroundItsEnd) {
 
 /// Far apart by their upper bits.
 std::uint64_t Scattered(const Entry& entry) {
-    return static_cast<std::uint64_t>(entry.key) << 54;
+    return static_cast<std::uint64_t>(entry.key) << 55;
 }
 
 /// How many entries a look-up compares.
@@ -75,10 +78,10 @@ TEST(ProbedTable, HasFewEntriesApart_WhereASeedBringsThatAbout) {
     const auto pairedUntilFifthSeed = [](const Entry& entry, std::uint64_t seed) {
         return Scattered(Entry{seed < 5 ? entry.key / 2 : entry.key, 0});
     };
-    std::vector<Entry> entries = Entries(64);
+    std::vector<Entry> entries = Entries(48);
     const ProbedTable<Entry> table(entries, pairedUntilFifthSeed);
     EXPECT_EQ(table.GetSeed(), 5u);
-    for (int key = 0; key < 64; ++key) {
+    for (int key = 0; key < 48; ++key) {
         EXPECT_EQ(Find(table, pairedUntilFifthSeed, key), firstKnownRow + static_cast<RowNumber>(key));
         EXPECT_EQ(CountComparisons(table, pairedUntilFifthSeed, key), 1);
     }
@@ -90,21 +93,72 @@ TEST(ProbedTable, KeepsTheFirstSeed_WhenSomeOfManyFallTogether) {
     EXPECT_EQ(ProbedTable<Entry>(entries, paired).GetSeed(), 0u);
 }
 
-/// Their bits are few and stand in the same places.
-TEST(ProbedTable, ScattersNumbersOfFewDigits) {
-    const auto hashOf = [](const Entry& entry, std::uint64_t seed) { return NumberRows::Hash(entry.key, seed); };
-    const auto hashOfParts = [](const Entry& entry, std::uint64_t seed) {
-        return NumberRows::Hash(entry.key / 128.0, seed);
-    };
-    for (const int number : {8, 32, 1000, 100'000}) {
+/// Numbers as columns hold them, whose bits are few and stand in the same places.
+std::vector<std::function<double(int)>> FamiliesOfNumbers() {
+    return {[](int i) { return i; },          [](int i) { return i + 1; },        [](int i) { return 10.0 * i; },
+            [](int i) { return i / 2.0; },    [](int i) { return i / 10.0; },     [](int i) { return 1980 + i; },
+            [](int i) { return 1000.0 * i; }, [](int i) { return std::exp2(i); }, [](int i) { return -5.0 * i; }};
+}
+
+TEST(ProbedTable, HasFewNumbersApart) {
+    for (const auto& family : FamiliesOfNumbers()) {
+        const auto hashOf = [&](const Entry& entry, std::uint64_t seed) {
+            return NumberRows::Hash(family(entry.key), seed);
+        };
+        for (int number = 1; number <= 48; ++number) {
+            std::vector<Entry> entries = Entries(number);
+            const ProbedTable<Entry> table(entries, hashOf);
+            for (int key = 0; key < number; ++key)
+                ASSERT_EQ(CountComparisons(table, hashOf, key), 1) << number << " numbers with " << family(1);
+        }
+    }
+}
+
+TEST(ProbedTable, ScattersManyNumbers) {
+    for (const auto& family : FamiliesOfNumbers()) {
+        const auto hashOf = [&](const Entry& entry, std::uint64_t seed) {
+            return NumberRows::Hash(family(entry.key), seed);
+        };
+        // Powers of two are no more.
+        const int number = std::isfinite(family(3000)) ? 3000 : 1000;
         std::vector<Entry> entries = Entries(number);
-        const ProbedTable<Entry> whole(entries, hashOf);
-        const ProbedTable<Entry> parts(entries, hashOfParts);
+        const ProbedTable<Entry> table(entries, hashOf);
         int comparisons = 0;
         for (int key = 0; key < number; ++key)
-            comparisons += CountComparisons(whole, hashOf, key) + CountComparisons(parts, hashOfParts, key);
-        EXPECT_LE(comparisons, 2 * 2 * number) << number;
+            comparisons += CountComparisons(table, hashOf, key);
+        EXPECT_LE(comparisons, 2 * number) << family(1);
     }
+}
+
+/// By what to multiply to undo the multiplication of mixing.
+std::uint64_t InverseFactor() {
+    std::uint64_t inverse = 1;
+    for (int i = 0; i < 6; ++i)
+        inverse *= 2 - 0x9E3779B97F4A7C15U * inverse;
+    return inverse;
+}
+
+/// The number that has this product in the second of two mixings, where no seed goes into either.
+double NumberOfProduct(std::uint64_t product) {
+    const std::uint64_t mixedOnce = product * InverseFactor();
+    return std::bit_cast<double>((mixedOnce ^ (mixedOnce >> 32)) * InverseFactor());
+}
+
+TEST(ProbedTable, ScattersNumbersThatWereChosenToFallTogether) {
+    std::vector<double> numbers;
+    for (std::uint64_t i = 1; numbers.size() < 3000; ++i) {
+        const double number = NumberOfProduct(64 * i);
+        if (std::isfinite(number)) numbers.push_back(number);
+    }
+    const auto hashOf = [&](const Entry& entry, std::uint64_t seed) {
+        return NumberRows::Hash(numbers[static_cast<std::size_t>(entry.key)], seed);
+    };
+    std::vector<Entry> entries = Entries(3000);
+    const ProbedTable<Entry> table(entries, hashOf);
+    int comparisons = 0;
+    for (int key = 0; key < 3000; ++key)
+        comparisons += CountComparisons(table, hashOf, key);
+    EXPECT_LE(comparisons, 2 * 3000);
 }
 
 TEST(ProbedTable, FindsNothing_WhenNothingWasPutIn) {

@@ -2,8 +2,8 @@
 //
 //   bytewise                each read and write transfers one byte
 //   interrupted             half of the reads, writes and waits are interrupted by a signal
-//   CALL:NAME:AFTER:ERRNO   CALL (read, write, sync, close, rename) fails with this error for files whose names begin
-//                           with NAME, once AFTER bytes were transferred
+//   CALL:NAME:AFTER:ERRNO   CALL (read, write, start-sync, sync, close, rename) fails with this error for files whose
+//                           names begin with NAME, once AFTER bytes were transferred
 //
 // The faults are made where the program calls the system, so that calls inside the C library are reached too. They
 // concern the files of the folder that it runs in and its standard streams, and standard error only in that it is
@@ -32,7 +32,7 @@ namespace {
 
 constexpr int cannotWatch = 125;
 
-enum class Call { Other, Read, Write, Wait, Sync, Close, Rename };
+enum class Call { Other, Read, Write, Wait, StartSync, Sync, Close, Rename };
 
 Call CallOf(unsigned long long number) {
     switch (number) {
@@ -42,6 +42,8 @@ Call CallOf(unsigned long long number) {
             return Call::Write;
         case SYS_poll:
             return Call::Wait;
+        case SYS_sync_file_range:
+            return Call::StartSync;
         case SYS_fsync:
             return Call::Sync;
         case SYS_close:
@@ -58,6 +60,7 @@ Call CallOf(unsigned long long number) {
 Call CallNamed(const std::string& name) {
     if (name == "read") return Call::Read;
     if (name == "write") return Call::Write;
+    if (name == "start-sync") return Call::StartSync;
     if (name == "sync") return Call::Sync;
     if (name == "close") return Call::Close;
     return name == "rename" ? Call::Rename : Call::Other;

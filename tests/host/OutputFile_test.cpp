@@ -31,6 +31,19 @@ TEST(OutputFile, FileAppears_WhenCommitted) {
     EXPECT_EQ(folder.CountEntries(), 1U);
 }
 
+TEST(OutputFile, HoldsAllBytes_WhenThereAreManyInPiecesOfAnySize) {
+    const TemporaryFolder folder;
+    OutputFile output(folder / "out.csv");
+    std::string expected;
+    for (std::size_t size = 1; expected.size() < std::size_t{20} << 20; size = size * 3 % 1'000'003) {
+        const std::string piece(size, static_cast<char>('a' + size % 26));
+        output.Write(piece);
+        expected += piece;
+    }
+    output.Commit();
+    EXPECT_TRUE(ReadWholeFile(folder / "out.csv") == expected);
+}
+
 TEST(OutputFile, NothingIsLeft_WhenNotCommitted) {
     const TemporaryFolder folder;
     {
