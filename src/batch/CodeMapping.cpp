@@ -8,8 +8,7 @@
 #include "batch/CodeMapping.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace nbscore {
-namespace HWY_NAMESPACE {
+namespace nbscore::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
@@ -41,8 +40,7 @@ bool MapShortCodes(std::span<const std::int8_t> codes, const std::uint8_t* table
     return valid;
 }
 
-}  // namespace HWY_NAMESPACE
-}  // namespace nbscore
+}  // namespace nbscore::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE

@@ -168,6 +168,7 @@ std::vector<Column> MakeRowColumns(std::span<const std::span<const RowNumber>> r
 
 std::vector<const Column*> ColumnsOfReaders(std::span<const Column> columns, const std::vector<std::size_t>& inputs) {
     std::vector<const Column*> ofReaders;
+    ofReaders.reserve(inputs.size());
     for (const std::size_t input : inputs)
         ofReaders.push_back(&columns[input]);
     return ofReaders;
@@ -175,6 +176,7 @@ std::vector<const Column*> ColumnsOfReaders(std::span<const Column> columns, con
 
 std::vector<const Column*> ColumnsOfReaders(std::span<const Column> columns) {
     std::vector<const Column*> ofReaders;
+    ofReaders.reserve(columns.size());
     for (const Column& column : columns)
         ofReaders.push_back(&column);
     return ofReaders;

@@ -32,7 +32,7 @@ public:
     /// 0 and -0 are one number. The seed goes in before the number and behind it: where it stood on one side alone, its
     /// change would move numbers of few bits all together, and numbers could be chosen that fall together under each.
     static std::uint64_t Hash(double number, std::uint64_t seed) {
-        const std::uint64_t bits = std::bit_cast<std::uint64_t>(number + 0.0);
+        const auto bits = std::bit_cast<std::uint64_t>(number + 0.0);
         return word_hash::Mix(word_hash::Mix(word_hash::Mix(0, seed + 1), bits), seed);
     }
 

@@ -10,8 +10,7 @@
 #include "naivebayes/PredictedCategory.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace nbscore {
-namespace HWY_NAMESPACE {
+namespace nbscore::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
@@ -66,8 +65,7 @@ void NormalizeAndPredictCases(const PosteriorTask& task) {
     }
 }
 
-}  // namespace HWY_NAMESPACE
-}  // namespace nbscore
+}  // namespace nbscore::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE

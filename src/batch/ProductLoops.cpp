@@ -7,8 +7,7 @@
 #include "batch/ProductLoops.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace nbscore {
-namespace HWY_NAMESPACE {
+namespace nbscore::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
@@ -170,8 +169,7 @@ void MultiplyByWordRows(const ProductTask& task, const RowNumber* const* rows) {
     MultiplyByRow(task, rows);
 }
 
-}  // namespace HWY_NAMESPACE
-}  // namespace nbscore
+}  // namespace nbscore::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE

@@ -6,8 +6,7 @@
 #include "batch/SubModelLoop.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace nbscore {
-namespace HWY_NAMESPACE {
+namespace nbscore::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
@@ -57,8 +56,7 @@ void ScoreAllLanes(const SubModelTask& task) {
         ScoreLanes<1>(task, lane);
 }
 
-}  // namespace HWY_NAMESPACE
-}  // namespace nbscore
+}  // namespace nbscore::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE

@@ -123,11 +123,12 @@ const ScoreCaseRecord& CaseBinder::BindSparse(const std::vector<PlacedCell>& cel
 }
 
 void CaseBinder::BindCell(const BoundColumn& column, std::string_view cell, std::uint64_t line) {
-    if (cell.empty()) {
-        record->SetAbsent(column.position);
-    } else if (!column.numeric) {
+    if (!cell.empty() && !column.numeric) {
         record->SetText(column.position, cell);
-    } else if (const std::optional<double> number = ReadNumberCell(column, cell, line)) {
+        return;
+    }
+    const std::optional<double> number = cell.empty() ? std::nullopt : ReadNumberCell(column, cell, line);
+    if (number) {
         record->SetNumber(column.position, *number);
     } else {
         record->SetAbsent(column.position);

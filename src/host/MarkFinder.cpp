@@ -10,8 +10,7 @@
 #include "host/MarkFinder.h"
 
 HWY_BEFORE_NAMESPACE();
-namespace nbscore {
-namespace HWY_NAMESPACE {
+namespace nbscore::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
@@ -62,8 +61,7 @@ std::size_t CountAllLineFeeds(const std::uint8_t* bytes, std::size_t size) {
     return count;
 }
 
-}  // namespace HWY_NAMESPACE
-}  // namespace nbscore
+}  // namespace nbscore::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE

@@ -7,7 +7,7 @@
 #include "naivebayes/PredictorObstacle.h"
 
 std::string NaiveBayesModel::FindScoringObstacle() const {
-    const std::string obstacle = FindTargetObstacle();
+    std::string obstacle = FindTargetObstacle();
     if (!obstacle.empty()) return obstacle;
     return nbscore::FindPredictorsObstacle(GetParts());
 }

@@ -21,10 +21,10 @@ public:
         std::string modelName;
         /// The posterior probability of the target's second category. Where the case has no value that the sub-model
         /// can use, or one of its priors is 0, it is the raw prior of that category instead, which may be above 1.
-        double score;
+        double score = 0.0;
         /// System-missing when never set.
-        double assessmentMean;
-        double assessmentStdDev;
+        double assessmentMean = 0.0;
+        double assessmentStdDev = 0.0;
     };
 
     /// @param targetVariable borrowed; may be null.
