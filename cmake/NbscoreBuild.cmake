@@ -39,6 +39,18 @@ target_compile_options(nbscore_build INTERFACE
     # False findings inside std::string and std::variant with g++ 12 at -O3; clang watches for the same.
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict -Wno-maybe-uninitialized>)
 
+if(WIN32)
+    # The system's header brings in names that clash with the XML library's, and macros that clash with everything.
+    target_compile_definitions(nbscore_build INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX)
+endif()
+if(MINGW)
+    # g++ does not align the stack for vectors wider than 16 bytes on Windows, where a function that keeps such a vector
+    # there stops the process. So the wider sets of instructions are left out; the bits are the same with each set.
+    target_compile_definitions(nbscore_build INTERFACE "HWY_DISABLED_TARGETS=(HWY_AVX2 | HWY_AVX3 | HWY_AVX3_DL)")
+    # Sources with many templates have more sections than the plain format of objects can count.
+    target_compile_options(nbscore_build INTERFACE -Wa,-mbig-obj)
+endif()
+
 if(NBSCORE_SANITIZE)
     target_compile_options(nbscore_build INTERFACE
         -fsanitize=${NBSCORE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -47,6 +59,12 @@ endif()
 if(NBSCORE_COVERAGE)
     target_compile_options(nbscore_build INTERFACE --coverage -fprofile-update=atomic)
     target_link_options(nbscore_build INTERFACE --coverage)
+endif()
+
+# Windows has no prefix for libraries: the plug-in is naivebayes.dll.
+if(WIN32)
+    set(CMAKE_SHARED_LIBRARY_PREFIX "")
+    set(CMAKE_SHARED_MODULE_PREFIX "")
 endif()
 
 # nbscore_module(TARGET): what all our targets have in common.

@@ -9,6 +9,11 @@ packages_for() {
             echo libre2-dev libutf8proc-dev libboost-math-dev libhwy-dev
             ;;
         test) echo libgtest-dev libgmock-dev librapidcheck-dev python3 groff-base node-csv-spectrum ;;
+        # dpkg-dev and the two behind it: the sources that scripts/windows-prefix.sh builds. The last one packs.
+        windows)
+            echo g++-mingw-w64-x86-64-posix dpkg-dev unicode-data python3-six zip
+            ;;
+        windows-run) echo wine wine64 ;;
         lint) echo clang clang-format clang-tidy libclang-rt-14-dev gcovr git ;;
         bench) echo libbenchmark-dev python3 ;;
         peers) echo python3-sklearn python3-pandas ;;

@@ -1,5 +1,6 @@
 #include "framework/xml/CompactAttribute.h"
 
+#include <xercesc/dom/DOMException.hpp>
 #include <xercesc/dom/impl/DOMDocumentImpl.hpp>
 
 #include <utility>
@@ -99,5 +100,13 @@ const xercesc::DOMParentNode* CompactAttribute::getParentNodeImpl() const {
     MakeTextNode();
     return DOMAttrImpl::getParentNodeImpl();
 }
+
+#ifdef _WIN32
+
+void CompactAttribute::addAttrToIDNodeMap() {
+    throw xercesc::DOMException(xercesc::DOMException::NOT_SUPPORTED_ERR);
+}
+
+#endif
 
 }  // namespace nbscore

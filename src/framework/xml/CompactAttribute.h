@@ -35,6 +35,13 @@ public:
     xercesc::DOMParentNode* getParentNodeImpl() override;
     const xercesc::DOMParentNode* getParentNodeImpl() const override;
 
+#ifdef _WIN32
+    // The library's own two lean on a class that its DLL keeps to itself. Only a document type or a schema makes an
+    // attribute an identifier, and documents have neither; whoever asks for one is told that there is none.
+    void addAttrToIDNodeMap() override;
+    void removeAttrFromIDNodeMap() override {}
+#endif
+
 private:
     void MakeTextNode() const;
 
