@@ -1,9 +1,3 @@
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <cstdlib>
-#include <stdexcept>
-
 #include "cli/CommandTest.h"
 
 namespace nbscore::test {
@@ -38,7 +32,6 @@ TEST_F(ScoreCommandTest, ReadsStandardInput_WhenNoTableOrADashIsGiven) {
     const std::vector<std::string> expected = Score({"score", "model.pmml", "cases.csv"});
     EXPECT_EQ(Score({"score", "model.pmml"}, fruitCases), expected);
     EXPECT_EQ(Score({"score", "model.pmml", "-"}, fruitCases), expected);
-    EXPECT_EQ(Score({"score", "model.pmml", "/dev/stdin"}, fruitCases), expected);
 }
 
 TEST_F(ScoreCommandTest, TakesColumnsInAnyOrderAndPassesOthersOn) {
@@ -127,46 +120,6 @@ TEST_F(ScoreCommandTest, Fails_WhenThePluginIsNone) {
 
 TEST_F(ScoreCommandTest, IsNoDifferent_WhenQuiet) {
     EXPECT_EQ(Score({"score", "model.pmml", "cases.csv", "--quiet"}), Score({"score", "model.pmml", "cases.csv"}));
-}
-
-namespace {
-
-/// A terminal at which somebody has typed something already.
-class TypedTerminal {
-public:
-    explicit TypedTerminal(const std::string& typed) : master(posix_openpt(O_RDWR | O_NOCTTY)) {
-        EXPECT_EQ(grantpt(master), 0);
-        EXPECT_EQ(unlockpt(master), 0);
-        const char* const name = ptsname(master);
-        if (name == nullptr) throw std::runtime_error("this machine has no pseudo-terminals (/dev/pts)");
-        path = name;
-        EXPECT_EQ(write(master, typed.data(), typed.size()), static_cast<ssize_t>(typed.size()));
-    }
-    ~TypedTerminal() { close(master); }
-    TypedTerminal(const TypedTerminal&) = delete;
-    TypedTerminal& operator=(const TypedTerminal&) = delete;
-
-    const std::string& GetPath() const { return path; }
-
-private:
-    int master;
-    std::string path;
-};
-
-}  // namespace
-
-TEST_F(ScoreCommandTest, SaysThatItWaits_WhenTheTableIsTyped) {
-    for (const std::string& option : {std::string(), std::string(" --quiet")}) {
-        const TypedTerminal terminal(fruitCases + "\x04");
-        CommandCall call =
-            MakeCall({"-c", "'" NBSCORE_COMMAND "' score model.pmml" + option + " <" + terminal.GetPath()});
-        call.program = "/bin/sh";
-        const CommandResult result = RunCommand(call);
-        EXPECT_EQ(result.exitStatus, 0);
-        EXPECT_EQ(result.out, Run({"score", "model.pmml", "cases.csv"}).out);
-        EXPECT_THAT(result.err, StartsWith(option.empty() ? "Type or paste a table: " : ""));
-        EXPECT_EQ(result.err.empty(), !option.empty());
-    }
 }
 
 TEST_F(ScoreCommandTest, TakesNamesThatBeginWithADash_AfterTwoDashes) {

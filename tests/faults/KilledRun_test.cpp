@@ -2,7 +2,6 @@
 // which the folder shows, and not by the clock: so what must be left behind is known.
 
 #include <chrono>
-#include <csignal>
 #include <functional>
 #include <thread>
 
@@ -55,7 +54,7 @@ protected:
     }
 
     static void Kill(StartedCommand& started) {
-        started.SendSignal(SIGKILL);
+        started.Kill();
         started.Wait();
     }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,7 +34,7 @@ struct CommandCall {
 };
 
 struct CommandResult {
-    /// What the program returned, or -N when signal N killed it.
+    /// What the program returned, or -N when signal N killed it. On Windows some number below 0 when it was killed.
     int exitStatus = 0;
     std::string out;
     std::string err;
@@ -52,15 +53,16 @@ public:
 
     void WriteInput(std::string_view text);
     void CloseInput();
+    /// Not on Windows, which has no signals between processes.
     void SendSignal(int signal);
+    /// Ends it at once, with no chance to clean up.
+    void Kill();
     /// Waits for the program's end. May be called once.
     CommandResult Wait();
 
 private:
-    int inputEnd = -1;
-    int process = -1;
-    int outDescriptor = -1;
-    int errDescriptor = -1;
+    struct Process;
+    std::unique_ptr<Process> running;
 };
 
 }  // namespace nbscore::test

@@ -78,60 +78,71 @@ std::string ReadAll(int descriptor) {
 
 }  // namespace
 
+struct StartedCommand::Process {
+    int inputEnd = -1;
+    int process = -1;
+    int outDescriptor = -1;
+    int errDescriptor = -1;
+};
+
 CommandResult RunCommand(const CommandCall& call) {
     StartedCommand started(call);
     started.CloseInput();
     return started.Wait();
 }
 
-StartedCommand::StartedCommand(const CommandCall& call) {
+StartedCommand::StartedCommand(const CommandCall& call) : running(std::make_unique<Process>()) {
     // A program may end before it has read all of its input.
     std::signal(SIGPIPE, SIG_IGN);
     const std::array<int, 2> input = OpenPipe();
-    inputEnd = input[1];
-    outDescriptor = OpenOutput(call);
-    errDescriptor = OpenNamelessFile();
-    process = Require(fork(), "fork");
-    if (process == 0) Become(call, input[0], outDescriptor, errDescriptor);
+    running->inputEnd = input[1];
+    running->outDescriptor = OpenOutput(call);
+    running->errDescriptor = OpenNamelessFile();
+    running->process = Require(fork(), "fork");
+    if (running->process == 0) Become(call, input[0], running->outDescriptor, running->errDescriptor);
     close(input[0]);
     WriteInput(call.standardInput);
 }
 
 StartedCommand::~StartedCommand() {
     CloseInput();
-    if (process > 0) {
-        kill(process, SIGKILL);
-        waitpid(process, nullptr, 0);
+    if (running->process > 0) {
+        kill(running->process, SIGKILL);
+        waitpid(running->process, nullptr, 0);
     }
-    close(outDescriptor);
-    close(errDescriptor);
+    close(running->outDescriptor);
+    close(running->errDescriptor);
 }
 
 void StartedCommand::WriteInput(std::string_view text) {
     while (!text.empty()) {
-        const ssize_t count = write(inputEnd, text.data(), text.size());
+        const ssize_t count = write(running->inputEnd, text.data(), text.size());
         if (count < 0) return;
         text.remove_prefix(static_cast<std::size_t>(count));
     }
 }
 
 void StartedCommand::CloseInput() {
-    if (inputEnd >= 0) close(inputEnd);
-    inputEnd = -1;
+    if (running->inputEnd >= 0) close(running->inputEnd);
+    running->inputEnd = -1;
 }
 
 void StartedCommand::SendSignal(int signal) {
-    Require(kill(process, signal), "kill");
+    Require(kill(running->process, signal), "kill");
+}
+
+void StartedCommand::Kill() {
+    SendSignal(SIGKILL);
 }
 
 CommandResult StartedCommand::Wait() {
     int status = 0;
-    Require(waitpid(process, &status, 0), "waitpid");
-    process = -1;
+    Require(waitpid(running->process, &status, 0), "waitpid");
+    running->process = -1;
     CommandResult result;
     result.exitStatus = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-    result.out = ReadAll(outDescriptor);
-    result.err = ReadAll(errDescriptor);
+    result.out = ReadAll(running->outDescriptor);
+    result.err = ReadAll(running->errDescriptor);
     return result;
 }
 

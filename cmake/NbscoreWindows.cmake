@@ -1,0 +1,30 @@
+# What a program of the Windows build needs beside it to start: the XML library and the compiler's run-time libraries.
+# They are shared, because exceptions and objects pass between the framework, the plug-in and their host. They stand in
+# the bin folder of the build and of the installation.
+
+# CMake's own module for the XML library knows the import library only.
+get_filename_component(xerces_folder ${XercesC_LIBRARY_RELEASE} DIRECTORY)
+find_file(NBSCORE_XERCES_DLL libxerces-c.dll PATHS ${xerces_folder}/../bin
+    NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+set(runtime_libraries ${NBSCORE_XERCES_DLL})
+if(MINGW)
+    foreach(name libstdc++-6 libgcc_s_seh-1 libwinpthread-1)
+        execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${name}.dll
+            OUTPUT_VARIABLE library OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+        list(APPEND runtime_libraries ${library})
+    endforeach()
+endif()
+
+set(copies "")
+foreach(library ${runtime_libraries})
+    get_filename_component(name ${library} NAME)
+    set(copy ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/${name})
+    add_custom_command(OUTPUT ${copy}
+        COMMAND ${CMAKE_STRIP} --strip-unneeded -o ${copy} ${library}
+        DEPENDS ${library}
+        VERBATIM)
+    list(APPEND copies ${copy})
+endforeach()
+add_custom_target(nbscore_runtime ALL DEPENDS ${copies})
+add_dependencies(nbscore_command nbscore_runtime)
+install(FILES ${copies} DESTINATION ${CMAKE_INSTALL_BINDIR})

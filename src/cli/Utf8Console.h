@@ -1,0 +1,19 @@
+#pragma once
+
+namespace nbscore {
+
+/// Lets a console of Windows show the UTF-8 that is written to it while this object lives, and lets the line ends of
+/// messages be as they are written. Elsewhere consoles do both by themselves.
+class Utf8Console {
+public:
+    Utf8Console();
+    ~Utf8Console();
+    Utf8Console(const Utf8Console&) = delete;
+    Utf8Console& operator=(const Utf8Console&) = delete;
+
+private:
+    /// What the console took texts for before; 0 when there is no console.
+    unsigned earlierCodePage = 0;
+};
+
+}  // namespace nbscore
