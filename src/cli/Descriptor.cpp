@@ -13,6 +13,8 @@
 
 #if defined(_WIN32)
 #include <io.h>
+
+#include <system_error>
 #else
 #include <unistd.h>
 #endif
@@ -24,7 +26,10 @@ namespace {
 #if defined(_WIN32)
 
 int OpenFile(const std::filesystem::path& path) {
-    return _wopen(path.c_str(), _O_RDONLY | _O_BINARY);
+    const int number = _wopen(path.c_str(), _O_RDONLY | _O_BINARY);
+    std::error_code ignored;
+    if (number < 0 && std::filesystem::is_directory(path, ignored)) errno = EISDIR;
+    return number;
 }
 
 auto ReadBytes(int number, char* bytes, std::size_t size) {

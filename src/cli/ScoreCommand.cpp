@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <optional>
+#include <string>
 #include <thread>
+#include <utility>
 
 #include "cli/ChoiceOption.h"
 #include "cli/Delimiter.h"
@@ -176,17 +178,20 @@ ExitStatus ScoreCommand::Run(Console& console) {
     loaded.RequireScorable();
     CheckAgainstModel(loaded.Get(), console);
 
-    CaseInput input(cases);
-    if (input.IsTyped() && !quiet) {
+    std::optional<CaseInput> input(std::in_place, cases);
+    const std::string inputName = input->GetName();
+    if (input->IsTyped() && !quiet) {
         console.messages << "Type or paste a table: a line with the names of the columns, then a line for each case. "
                             "End with Ctrl-D (Ctrl-Z on Windows).\n"
                          << std::flush;
     }
     const OpenedOutput opened = output.Open(console, model.GetDocumentName());
-    const ScoringSummary summary = Score(loaded, input, opened, console);
+    const ScoringSummary summary = Score(loaded, *input, opened, console);
     Interrupts::ThrowIfRequested();
+    // The table may be what is replaced, and Windows replaces no file that is open.
+    input.reset();
     opened.sink.Commit();
-    if (summary.firstNonFiniteLine != 0) WarnOfBrokenArithmetic(console, input.GetName(), summary.firstNonFiniteLine);
+    if (summary.firstNonFiniteLine != 0) WarnOfBrokenArithmetic(console, inputName, summary.firstNonFiniteLine);
     return ExitStatus::Fine;
 }
 

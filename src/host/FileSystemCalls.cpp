@@ -6,6 +6,8 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdlib>
 #else
 #include <fcntl.h>
 #include <unistd.h>
@@ -40,7 +42,11 @@ bool MayWriteTo(const std::filesystem::path& path) {
 
 std::ptrdiff_t WriteSomeBytes(std::FILE* file, std::string_view bytes) {
     constexpr std::size_t mostAtOnce = std::size_t{1} << 30;  // the call counts in 32 bits
-    return _write(_fileno(file), bytes.data(), static_cast<unsigned>(std::min(bytes.size(), mostAtOnce)));
+    const int count = _write(_fileno(file), bytes.data(), static_cast<unsigned>(std::min(bytes.size(), mostAtOnce)));
+    // A pipe that nobody reads any more has an error of its own there, for which the C library has no number.
+    constexpr unsigned long nobodyReads = 232;
+    if (count < 0 && _doserrno == nobodyReads) errno = EPIPE;
+    return count;
 }
 
 void StartSyncToDisk(std::FILE*, std::uint64_t, std::uint64_t) {}

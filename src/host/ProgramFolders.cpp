@@ -10,26 +10,38 @@
 #include <dlfcn.h>
 
 #include <system_error>
+#endif
 
 #include "framework/NumberText.h"
-#endif
 
 namespace nbscore {
 
 #ifdef _WIN32
 
-std::filesystem::path GetExecutableFolder() {
+namespace {
+
+std::optional<std::filesystem::path> GetFolderOf(HMODULE module) {
     constexpr DWORD longestPath = 32768;
     std::wstring path(longestPath, L'\0');
-    const DWORD length = GetModuleFileNameW(nullptr, path.data(), longestPath);
-    if (length == 0 || length == longestPath) throw InputOutputError("cannot find this program's own file");
+    const DWORD length = GetModuleFileNameW(module, path.data(), longestPath);
+    if (length == 0 || length == longestPath) return std::nullopt;
     path.resize(length);
     return std::filesystem::path(path).parent_path();
 }
 
+}  // namespace
+
+std::filesystem::path GetExecutableFolder() {
+    if (const auto folder = GetFolderOf(nullptr)) return *folder;
+    throw InputOutputError("cannot find this program's own file");
+}
+
 std::optional<std::filesystem::path> GetFrameworkFolder() {
-    // Libraries stand beside the program there.
-    return std::nullopt;
+    // Any function of the framework tells from which file it was loaded.
+    HMODULE module = nullptr;
+    constexpr DWORD flags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+    if (GetModuleHandleExW(flags, reinterpret_cast<LPCWSTR>(&ReadNumber), &module) == 0) return std::nullopt;
+    return GetFolderOf(module);
 }
 
 #else

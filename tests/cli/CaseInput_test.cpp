@@ -50,8 +50,8 @@ TEST(CaseInput, SaysWhy_WhenTheFileIsNotThere) {
 
 TEST(CaseInput, SaysWhyOutOfTheRead_WhenReadingFails) {
     const test::TemporaryFolder folder;
-    CaseInput input(folder.GetPath().string());
     try {
+        CaseInput input(folder.GetPath().string());  // where folders can be opened, reading fails
         input.GetStream().peek();
         FAIL() << "read a folder";
     } catch (const InputOutputError& error) {

@@ -51,10 +51,12 @@ TEST_F(DisplayCommandTest, LeavesNoFile_WhenTheDocumentIsRefused) {
 
 TEST_F(DisplayCommandTest, FailsWithAMessage_WhenTheDiskIsFullOrThePipeIsClosed) {
     CommandCall call = MakeCall({"display", "model.pmml"});
+#ifndef _WIN32  // no device that is always full
     call.outputPath = "/dev/full";
     EXPECT_EQ(RunCommand(call).exitStatus, 4);
     EXPECT_EQ(RunCommand(call).err, "error: cannot write to standard output: No space left on device\n");
     call.outputPath.reset();
+#endif
     call.outputIsClosedPipe = true;
     EXPECT_EQ(RunCommand(call).exitStatus, 4);
     EXPECT_EQ(RunCommand(call).err, "error: cannot write to standard output: Broken pipe\n");

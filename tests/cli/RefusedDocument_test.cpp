@@ -1,10 +1,10 @@
 #include "cli/CommandTest.h"
+#include "support/FitsPattern.h"
 
 namespace nbscore::test {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::MatchesRegex;
 
 namespace {
 
@@ -83,7 +83,7 @@ TEST_P(RefusedDocumentTest, EndsWithStatusThreeAndSaysWhere) {
 
     EXPECT_EQ(result.exitStatus, 3);
     EXPECT_EQ(result.out, "");
-    EXPECT_THAT(result.err, MatchesRegex(GetParam().errorPattern + "\n"));
+    EXPECT_THAT(result.err, FitsPattern(GetParam().errorPattern + "\n"));
     EXPECT_EQ(folder.Read("out.csv"), "earlier");
     EXPECT_THAT(folder.List(), ElementsAre("cases.csv", "model.pmml", "out.csv"));
 }

@@ -1,13 +1,13 @@
 #include <filesystem>
 
 #include "cli/CommandTest.h"
+#include "support/FitsPattern.h"
 
 namespace nbscore::test {
 
 using namespace std::string_literals;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::MatchesRegex;
 using testing::StartsWith;
 
 namespace {
@@ -52,7 +52,7 @@ TEST_P(RefusedTableTest, EndsWithStatusOneAndSaysWhere) {
 
     EXPECT_EQ(result.exitStatus, 1);
     EXPECT_EQ(result.out, "");
-    EXPECT_THAT(result.err, MatchesRegex(GetParam().errorPattern + "\n"));
+    EXPECT_THAT(result.err, FitsPattern(GetParam().errorPattern + "\n"));
     EXPECT_EQ(folder.Read("out.csv"), "earlier");
     EXPECT_THAT(folder.List(), ElementsAre("cases.csv", "model.pmml", "out.csv"));
 }

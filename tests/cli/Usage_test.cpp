@@ -97,7 +97,7 @@ TEST_F(UsageTest, TellsVersionAndHelpOnStandardOutput) {
 
 TEST_F(UsageTest, IsReportedAsFailure_WhenHelpCannotBeWritten) {
     CommandCall call = MakeCall({"--help"});
-    call.outputPath = "/dev/full";
+    call.outputIsClosedPipe = true;
     EXPECT_EQ(RunCommand(call).exitStatus, 4);
 }
 

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "cli/CommandTest.h"
+#include "support/FitsPattern.h"
 
 namespace nbscore::test {
 namespace {
@@ -60,7 +61,7 @@ protected:
 
     void RemoveTemporaries() const {
         for (const std::string& name : ListTemporaries()) {
-            EXPECT_THAT(name, testing::MatchesRegex("\\.nbscore-[0-9a-f]+\\.tmp"));
+            EXPECT_THAT(name, FitsPattern("\\.nbscore-[0-9a-f]+\\.tmp"));
             std::filesystem::remove(folder / name);
         }
     }

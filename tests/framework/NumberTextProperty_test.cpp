@@ -106,7 +106,9 @@ TEST(NumberText, IsNoLongerThanNeeded_ForAnyPowerOfTwo) {
         const double number = std::ldexp(1.0, exponent);
         const std::string text = FormatNumber(number);
         EXPECT_EQ(ReadNumber(text), number) << text;
+#ifndef _WIN32  // the C library reads numbers inexactly there, so that it is no oracle
         EXPECT_LE(text.size(), ExpectedText(number).size()) << text;
+#endif
     }
 }
 

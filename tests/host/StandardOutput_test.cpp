@@ -22,7 +22,12 @@ TEST(StandardOutput, BytesComeOut_WhenCommitted) {
     output.Write("a\r\n");
     output.Write("b\n");
     output.Commit();
+#ifdef _WIN32
+    // What was captured is read as text, which loses the carriage return; another one would have stayed.
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "a\nb\n");
+#else
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "a\r\nb\n");
+#endif
 }
 
 #ifndef _WIN32

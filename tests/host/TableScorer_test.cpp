@@ -251,6 +251,7 @@ TEST_F(TableScorerTest, FileIsReplacedByItsScores_WhenInputAndOutputAreOne) {
         std::ifstream input(folder / "t.csv", std::ios::binary);
         OutputFile file(folder / "t.csv");
         ScoreTable(model, input, "t.csv", file, options, {});
+        input.close();  // Windows replaces no file that is open
         file.Commit();
     }
     EXPECT_EQ(ReadWholeFile(folder / "t.csv"), scoresOfThree);

@@ -27,7 +27,8 @@ struct CommandCall {
     std::optional<std::filesystem::path> outputPath;
     /// Standard output is a pipe whose other end is closed already.
     bool outputIsClosedPipe = false;
-    /// How many bytes of addresses the program may have; as many as the system gives it when 0.
+    /// How many bytes of addresses the program may have; as many as the system gives it when 0, and on
+    /// Windows.
     std::uint64_t memoryLimit = 0;
     /// When a program that hangs is killed.
     unsigned secondsUntilKilled = 240;

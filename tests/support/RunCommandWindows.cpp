@@ -129,19 +129,10 @@ std::string ReadAll(HANDLE file) {
     return text;
 }
 
-void LimitMemory(HANDLE job, std::uint64_t bytes) {
-    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limit = {};
-    limit.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_PROCESS_MEMORY;
-    limit.ProcessMemoryLimit = bytes;
-    Require(SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limit, sizeof(limit)) != 0,
-            "SetInformationJobObject");
-}
-
 }  // namespace
 
 struct StartedCommand::Process {
     Handle process;
-    Handle job;
     Handle inputEnd;
     Handle out;
     Handle err;
@@ -175,17 +166,10 @@ StartedCommand::StartedCommand(const CommandCall& call) : running(std::make_uniq
     const std::wstring program = call.program.wstring();
     const wchar_t* const folder = call.workingFolder.empty() ? nullptr : call.workingFolder.c_str();
     running->isStarted = CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, TRUE,
-                                        CREATE_SUSPENDED | CREATE_UNICODE_ENVIRONMENT, environment.data(), folder,
-                                        &start, &started) != 0;
+                                        CREATE_UNICODE_ENVIRONMENT, environment.data(), folder, &start, &started) != 0;
     if (!running->isStarted) return;
     running->process.Reset(started.hProcess);
     const Handle thread(started.hThread);
-    if (call.memoryLimit != 0) {
-        running->job.Reset(CreateJobObjectW(nullptr, nullptr));
-        LimitMemory(running->job.Get(), call.memoryLimit);
-        AssignProcessToJobObject(running->job.Get(), started.hProcess);
-    }
-    ResumeThread(thread.Get());
     input.Close();
     WriteInput(call.standardInput);
 }

@@ -28,19 +28,23 @@ public:
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     const std::filesystem::path& GetPath() const { return path; }
-    std::filesystem::path operator/(const std::string& name) const { return path / name; }
+    /// @param name in UTF-8.
+    std::filesystem::path operator/(const std::string& name) const {
+        return path / std::u8string(name.begin(), name.end());
+    }
 
     /// Writes a file and answers its path.
     std::filesystem::path Write(const std::string& name, std::string_view content) const {
-        WriteWholeFile(path / name, content);
-        return path / name;
+        WriteWholeFile(*this / name, content);
+        return *this / name;
     }
-    std::string Read(const std::string& name) const { return ReadWholeFile(path / name); }
-    /// The names of what is in it, sorted.
+    std::string Read(const std::string& name) const { return ReadWholeFile(*this / name); }
+    /// The names of what is in it, in UTF-8, sorted.
     std::vector<std::string> List() const {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::directory_iterator(path)) {
-            names.push_back(entry.path().filename().string());
+            const std::u8string name = entry.path().filename().u8string();
+            names.emplace_back(name.begin(), name.end());
         }
         std::sort(names.begin(), names.end());
         return names;

@@ -5,6 +5,10 @@
 #include <utility>
 #include <vector>
 
+#ifdef _WIN32
+#include "framework/transform/ThreadSlot.h"
+#endif
+
 namespace nbscore {
 
 struct DerivedRecordPool::Shelf {
@@ -47,8 +51,19 @@ public:
     /// The calling thread's loans, by lender. A lender's address may be used again after it is gone: a loan counts
     /// only when it is not over.
     static std::unordered_map<const Shelf*, Loan>& OfThisThread() {
-        thread_local std::unordered_map<const Shelf*, Loan> loans;
+        using Loans = std::unordered_map<const Shelf*, Loan>;
+#ifdef _WIN32
+        static const ThreadSlot slot([](void* loans) { delete static_cast<Loans*>(loans); });
+        if (slot.Get() == nullptr) {
+            auto loans = std::make_unique<Loans>();
+            slot.Set(loans.get());
+            return *loans.release();
+        }
+        return *static_cast<Loans*>(slot.Get());
+#else
+        thread_local Loans loans;
         return loans;
+#endif
     }
 
 private:

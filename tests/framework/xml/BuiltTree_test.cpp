@@ -175,11 +175,13 @@ const std::vector<std::function<std::string(DOMDocument&, DOMAttr&)>> operations
         d.normalizeDocument();
         return std::string();
     },
+#ifndef _WIN32  // attributes are never identifiers there, see CompactAttribute.h
     [](DOMDocument& d, DOMAttr& x) {
         d.getDocumentElement()->setIdAttributeNode(&x, true);
         x.setValue(XmlName("identity"));
         return std::string(d.getElementById(XmlName("identity")) == d.getDocumentElement() ? "found" : "lost");
     },
+#endif
     [](DOMDocument& d, DOMAttr&) {
         auto* implementation = xercesc::DOMImplementation::getImplementation();
         const std::unique_ptr<xercesc::DOMLSSerializer, void (*)(xercesc::DOMLSSerializer*)> serializer(

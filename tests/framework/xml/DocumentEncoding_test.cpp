@@ -55,9 +55,13 @@ TEST(DocumentEncoding, IsRefused_WhenItIsPlainlyNotTheDeclaredOne) {
     }
 }
 
+#ifndef _WIN32  // which encodings there are, beside the usual ones, is in the registry of each machine
+
 TEST(DocumentEncoding, IsTakenAtItsWord_WhenItsNameOnlyLooksWide) {
     EXPECT_EQ(RootAttribute("<?xml version='1.0' encoding='ISO-8859-15'?><a x='\xA4'/>"), "\xE2\x82\xAC");
 }
+
+#endif
 
 TEST(DocumentEncoding, IsRefusedWithItsOwnCode_WhenNobodyKnowsIt) {
     const auto refusal = RefusalOfText("<?xml version='1.0' encoding='no-such-encoding'?><a/>");

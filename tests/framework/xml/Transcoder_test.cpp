@@ -86,6 +86,8 @@ TEST(Transcoder, KeepsEveryCharacter_WhenTheTextIsLongerThanItsBuffers) {
     EXPECT_EQ(Transcoder("UTF-8").transcodeTo(text.c_str()).size(), expected.size() + 33334);
 }
 
+#ifndef _WIN32  // which encodings there are, beside the usual ones, is in the registry of each machine
+
 TEST(Transcoder, KeepsPairsWhole_WhenTheyFallOnAnEdgeOfItsBuffers) {
     for (std::size_t shift = 0; shift < 2; ++shift) {
         std::basic_string<XMLCh> text(shift, 'a');
@@ -97,6 +99,8 @@ TEST(Transcoder, KeepsPairsWhole_WhenTheyFallOnAnEdgeOfItsBuffers) {
         EXPECT_EQ(Transcoder("GB18030").transcodeTo(text.c_str()).substr(shift), expected);
     }
 }
+
+#endif
 
 RC_GTEST_PROP(Transcoder, GivesBackWhatTheParserRead, ()) {
     const auto characters = *rc::gen::container<std::u32string>(
