@@ -28,3 +28,19 @@ endforeach()
 add_custom_target(nbscore_runtime ALL DEPENDS ${copies})
 add_dependencies(nbscore_command nbscore_runtime)
 install(FILES ${copies} DESTINATION ${CMAKE_INSTALL_BINDIR})
+
+# What a program needs to be built: the headers and import library of the XML library, which the framework's own headers
+# name, and the library that chooses instructions, which is linked into the program.
+get_filename_component(hwy_package_dir ${hwy_DIR} ABSOLUTE)
+install(DIRECTORY ${XercesC_INCLUDE_DIR}/xercesc DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(FILES ${XercesC_LIBRARY_RELEASE} ${hwy_package_dir}/../../libhwy.a ${hwy_package_dir}/../../libhwy_test.a
+    DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(DIRECTORY ${hwy_package_dir} DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake)
+
+# Under which conditions others may be handed on: all that is in a library or a program of ours, or beside it.
+foreach(package libxerces-c-dev libre2-dev libutf8proc-dev libhwy-dev libboost1.74-dev libcli11-dev nlohmann-json3-dev
+        gcc-mingw-w64-base mingw-w64-x86-64-dev)
+    install(FILES /usr/share/doc/${package}/copyright DESTINATION licences RENAME ${package}.txt)
+endforeach()
+install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION licences RENAME nbscore.txt)
+install(FILES ${PROJECT_SOURCE_DIR}/docs/windows.md DESTINATION . RENAME README.md)

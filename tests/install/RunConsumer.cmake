@@ -1,4 +1,5 @@
-# cmake -P: installs BUILD_DIR under WORK_DIR/prefix, builds CONSUMER_DIR against it, runs what it built.
+# cmake -P: installs BUILD_DIR under WORK_DIR/prefix, builds CONSUMER_DIR against it, runs what it built. Where that is
+# for another system, TOOLCHAIN says how to build for it and EMULATOR how to run there.
 
 function(run)
     cmake_parse_arguments(ARG "" "EXPECT" "COMMAND" ${ARGN})
@@ -6,6 +7,7 @@ function(run)
     if(NOT status EQUAL 0)
         message(FATAL_ERROR "failed (${status}): ${ARG_COMMAND}\n${output}")
     endif()
+    string(REPLACE "\r\n" "\n" output "${output}")  # where text has such line ends
     if(DEFINED ARG_EXPECT AND NOT output MATCHES "${ARG_EXPECT}")
         message(FATAL_ERROR "expected \"${ARG_EXPECT}\" from ${ARG_COMMAND}, got:\n${output}")
     endif()
@@ -20,18 +22,23 @@ file(READ ${README} readme)
 string(REGEX MATCH "```cpp\n([^`]*)```" block "${readme}")
 file(WRITE ${WORK_DIR}/readme.cpp "${CMAKE_MATCH_1}")
 
-run(COMMAND ${CMAKE_COMMAND} -S ${CONSUMER_DIR} -B ${WORK_DIR}/build -G ${GENERATOR}
-    -DCMAKE_CXX_COMPILER=${COMPILER} "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}" -DCMAKE_PREFIX_PATH=${prefix} -DREADME_PROGRAM=${WORK_DIR}/readme.cpp)
+set(how -G ${GENERATOR} -DCMAKE_CXX_COMPILER=${COMPILER} "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}" -DCMAKE_PREFIX_PATH=${prefix})
+if(TOOLCHAIN)
+    list(APPEND how -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
+    # Nothing but what was installed is to be found, and run with.
+    set(ENV{NBSCORE_WINDOWS_PREFIX} ${prefix})
+    set(ENV{NBSCORE_WINDOWS_BUILD} ${prefix})
+endif()
+run(COMMAND ${CMAKE_COMMAND} -S ${CONSUMER_DIR} -B ${WORK_DIR}/build ${how} -DREADME_PROGRAM=${WORK_DIR}/readme.cpp)
 run(COMMAND ${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 
 set(titanic ${prefix}/share/nbscore/examples/titanic)
-run(COMMAND ${WORK_DIR}/build/linked EXPECT "^no\n$")
-run(COMMAND ${CMAKE_COMMAND} -E chdir ${titanic} ${WORK_DIR}/build/readme EXPECT "^yes 0.9[0-9]*\n$")
-run(COMMAND ${prefix}/bin/nbscore score ${titanic}/titanic.pmml ${titanic}/people.csv EXPECT "Margaret Brown,.*,yes,")
+run(COMMAND ${EMULATOR} ${WORK_DIR}/build/linked${SUFFIX} EXPECT "^no\n$")
+run(COMMAND ${CMAKE_COMMAND} -E chdir ${titanic} ${EMULATOR} ${WORK_DIR}/build/readme${SUFFIX} EXPECT "^yes 0.9[0-9]*\n$")
+run(COMMAND ${EMULATOR} ${prefix}/bin/nbscore${SUFFIX} score ${titanic}/titanic.pmml ${titanic}/people.csv EXPECT "Margaret Brown,.*,yes,")
 
 # The example of scoring columns is built from where it was installed; the page that shows it shows what it is and prints.
-run(COMMAND ${CMAKE_COMMAND} -S ${prefix}/share/nbscore/examples/batch -B ${WORK_DIR}/batch -G ${GENERATOR}
-    -DCMAKE_CXX_COMPILER=${COMPILER} "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}" -DCMAKE_PREFIX_PATH=${prefix})
+run(COMMAND ${CMAKE_COMMAND} -S ${prefix}/share/nbscore/examples/batch -B ${WORK_DIR}/batch ${how})
 run(COMMAND ${CMAKE_COMMAND} --build ${WORK_DIR}/batch)
 file(READ ${BATCH_PAGE} page)
 string(REGEX MATCH "```cpp\n([^`]*)```" block "${page}")
@@ -43,7 +50,7 @@ if(NOT shown_program STREQUAL program)
     message(FATAL_ERROR "${BATCH_PAGE} shows another program than examples/batch/predict.cpp")
 endif()
 string(REPLACE "." "\\." shown_output "${shown_output}")
-run(COMMAND ${WORK_DIR}/batch/predict ${titanic}/titanic.pmml EXPECT "^${shown_output}$")
+run(COMMAND ${EMULATOR} ${WORK_DIR}/batch/predict${SUFFIX} ${titanic}/titanic.pmml EXPECT "^${shown_output}$")
 string(REGEX MATCH "\n## Score columns\n[^`]*```cpp\n([^`]*)```" block "${readme}")
 set(shown_part "${CMAKE_MATCH_1}")
 string(FIND "${program}" "${shown_part}" place)
@@ -51,6 +58,12 @@ if(shown_part STREQUAL "" OR place EQUAL -1)
     message(FATAL_ERROR "the README shows what is not in examples/batch/predict.cpp:\n${shown_part}")
 endif()
 
-if(NOT EXISTS ${prefix}/share/man/man1/nbscore.1)
+if(TOOLCHAIN)
+    # The host that loads the plug-in at run time, as Windows does it.
+    run(COMMAND ${CMAKE_COMMAND} -S ${prefix}/share/nbscore/examples/windows-host -B ${WORK_DIR}/host ${how})
+    run(COMMAND ${CMAKE_COMMAND} --build ${WORK_DIR}/host)
+    run(COMMAND ${EMULATOR} ${WORK_DIR}/host/host${SUFFIX} ${prefix}/bin/naivebayes.dll ${titanic}/titanic.pmml
+        EXPECT "^yes 0.9[0-9]*\n$")
+elseif(NOT EXISTS ${prefix}/share/man/man1/nbscore.1)
     message(FATAL_ERROR "the man page was not installed")
 endif()

@@ -1,0 +1,70 @@
+// A host on Windows: loads the plug-in, has it read a document, scores a case, gives everything back.
+//
+//     host C:\path\to\naivebayes.dll titanic.pmml
+
+#include <nbscore/framework/BaseCaseRecord.h>
+#include <nbscore/framework/ScoreClsResult.h>
+#include <nbscore/framework/ScoreModel.h>
+#include <nbscore/framework/ScoreTranslator.h>
+#include <nbscore/framework/VeskException.h>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <string>
+
+// The system's header brings in a DOMDocument of its own, and a macro for every GetMessage, unless it is told not to.
+#define WIN32_LEAN_AND_MEAN
+#define NOMINMAX
+#define NOUSER
+#include <windows.h>
+
+namespace {
+
+int Report(const std::string& document, const VeskException& refusal) {
+    std::cerr << document << ": error " << refusal.GetCode() << ": " << refusal.GetMessage() << '\n';
+    return 1;
+}
+
+/// Everything that the plug-in made is gone when this returns.
+void Score(HMODULE plugin, const std::string& document) {
+    using Factory = ScoreTranslator* (*)();
+    const auto giveMyTranslator = reinterpret_cast<Factory>(GetProcAddress(plugin, "GiveMyTranslator"));
+    const std::unique_ptr<ScoreTranslator> translator(giveMyTranslator());
+    const std::unique_ptr<ScoreModel> model(translator->ParseFromTree(document, "UTF-8"));
+
+    BaseCaseRecord record({"class", "sex", "age"});
+    record.SetText(0, "first");
+    record.SetText(1, "female");
+    ScoreResult* result = nullptr;  // made by the first call, handed back for the next
+    model->GetScore(&record, result, false);
+    std::cout << result->GetPrediction()->GetString() << ' ' << result->GetConfidence() << '\n';
+    delete result;
+}
+
+}  // namespace
+
+int wmain(int argc, wchar_t** argv) {
+    if (argc != 3) {
+        std::cerr << "usage: host PLUGIN DOCUMENT\n";
+        return 2;
+    }
+    // With this flag the plug-in's own folder is searched for the libraries that it needs.
+    const HMODULE plugin = LoadLibraryExW(argv[1], nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    if (plugin == nullptr) {
+        std::cerr << "cannot load the plug-in: error " << GetLastError() << '\n';
+        return 1;
+    }
+    const std::u8string name = std::filesystem::path(argv[2]).u8string();
+    const std::string document(name.begin(), name.end());
+    int status = 0;
+    try {
+        Score(plugin, document);
+    } catch (const VeskException& refusal) {
+        status = Report(document, refusal);
+    } catch (const VeskException* refusal) {  // a second target is thrown so
+        status = Report(document, *refusal);
+        delete refusal;
+    }
+    FreeLibrary(plugin);
+    return status;
+}
