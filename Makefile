@@ -8,6 +8,8 @@ help:
 	@echo 'make run        install what is missing, build, and score the bundled example'
 	@echo 'make build      build the command: $(NBSCORE)'
 	@echo 'make test       install what is missing, build and run every test'
+	@echo 'make windows    cross-build for 64-bit Windows and pack build/nbscore-*-windows-x64.zip'
+	@echo 'make test-windows   the tests of that build, under Wine (three minutes once everything is built)'
 	@echo 'make sanitize   the tests under the address, leak and undefined-behaviour sanitizers'
 	@echo 'make tsan       the tests under the thread sanitizer'
 	@echo 'make fuzz       look for faults by random inputs, FUZZ_SECONDS=600 for each kind of input'
@@ -51,6 +53,20 @@ test: packages-test
 	cmake --preset test
 	cmake --build --preset test -j $(JOBS)
 	ctest --preset test -j $(JOBS)
+
+.PHONY: windows windows-build test-windows
+windows-build:
+	@scripts/install-packages.sh build test windows
+	JOBS=$(JOBS) scripts/windows-prefix.sh
+	cmake --preset windows
+	cmake --build --preset windows -j $(JOBS)
+windows: windows-build
+	scripts/pack-windows.sh
+test-windows: windows-build
+	@scripts/install-packages.sh windows-run
+	cmake --preset test
+	cmake --build --preset test -j $(JOBS) --target write_random_answers
+	scripts/test-windows.sh -j $(JOBS)
 
 .PHONY: sanitize tsan
 sanitize tsan: packages-lint

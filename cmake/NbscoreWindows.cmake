@@ -44,3 +44,6 @@ foreach(package libxerces-c-dev libre2-dev libutf8proc-dev libhwy-dev libboost1.
 endforeach()
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION licences RENAME nbscore.txt)
 install(FILES ${PROJECT_SOURCE_DIR}/docs/windows.md DESTINATION . RENAME README.md)
+# Some of them name these texts instead of holding them.
+install(FILES /usr/share/common-licenses/Apache-2.0 /usr/share/common-licenses/GPL-2 /usr/share/common-licenses/GPL-3
+    DESTINATION licences)
