@@ -44,9 +44,6 @@ if(WIN32)
     target_compile_definitions(nbscore_build INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX)
 endif()
 if(MINGW)
-    # g++ does not align the stack for vectors wider than 16 bytes on Windows, where a function that keeps such a vector
-    # there stops the process. So the wider sets of instructions are left out; the bits are the same with each set.
-    target_compile_definitions(nbscore_build INTERFACE "HWY_DISABLED_TARGETS=(HWY_AVX2 | HWY_AVX3 | HWY_AVX3_DL)")
     # Sources with many templates have more sections than the plain format of objects can count.
     target_compile_options(nbscore_build INTERFACE -Wa,-mbig-obj)
 endif()

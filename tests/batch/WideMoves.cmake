@@ -1,0 +1,17 @@
+# cmake -P: fails when PROGRAM, disassembled by OBJDUMP, moves a vector of 32 or 64 bytes to or from memory by an
+# instruction that needs it aligned.
+execute_process(COMMAND ${OBJDUMP} -d --no-show-raw-insn ${PROGRAM} OUTPUT_VARIABLE code COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX MATCHALL "vmov(apd|aps|dqa|dqa32|dqa64|ntdqa|ntpd|ntps|ntdq) [^\n]*\n" moves "${code}")
+set(aligned ${moves})
+list(FILTER aligned INCLUDE REGEX "\\(.*%[yz]mm|%[yz]mm.*\\(")
+if(aligned)
+    list(LENGTH aligned count)
+    list(GET aligned 0 first)
+    message(FATAL_ERROR "${count} moves need an aligned vector, such as ${first}")
+endif()
+string(REGEX MATCHALL "vmov(upd|ups|dqu|dqu8|dqu16|dqu32|dqu64) [^\n]*%[yz]mm" unaligned "${code}")
+list(LENGTH unaligned count)
+if(count EQUAL 0)
+    message(FATAL_ERROR "no wide vectors at all in ${PROGRAM}")
+endif()
+message(STATUS "${count} moves of wide vectors, none of which needs alignment")
