@@ -9,7 +9,7 @@ scripts/under-wine.sh wineboot -i >/dev/null 2>&1
 WINEPREFIX="${WINEPREFIX:-$HOME/.cache/nbscore-wine}"
 export WINEPREFIX
 server=$(command -v wineserver || echo /usr/lib/wine/wineserver)
-"$server" -p
+"$server" -p || true  # one may be running already
 trap '"$server" -k || true' EXIT
 
 ctest --preset windows "$@"
