@@ -13,7 +13,7 @@ public:
 
 private:
     /// What the console took texts for before; 0 when there is no console.
-    unsigned earlierCodePage = 0;
+    [[maybe_unused]] unsigned earlierCodePage = 0;
 };
 
 }  // namespace nbscore
