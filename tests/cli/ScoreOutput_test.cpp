@@ -91,6 +91,18 @@ TEST_F(ScoreOutputTest, FailsWithAMessage_WhenThePipeIsClosed) {
     EXPECT_EQ(result.err, "error: cannot write to standard output: Broken pipe\n");
 }
 
+TEST_F(ScoreOutputTest, FailsWithAMessage_WhenThereIsNoStandardOutput) {
+    CommandCall call = MakeCall({"score", "model.pmml", "cases.csv"});
+    call.outputIsMissing = true;
+    EXPECT_EQ(RunCommand(call).exitStatus, 4);
+    EXPECT_EQ(RunCommand(call).err, "error: cannot write to standard output: Bad file descriptor\n");
+
+    call.arguments.insert(call.arguments.end(), {"-o", "out.csv"});
+    EXPECT_EQ(RunCommand(call).exitStatus, 0);
+    EXPECT_EQ(folder.Read("out.csv"), expected);
+    EXPECT_EQ(folder.Read("cases.csv"), fruitCases);
+}
+
 #ifndef _WIN32  // no device that is always full, no shell
 
 TEST_F(ScoreOutputTest, FailsWithAMessage_WhenTheDiskIsFull) {

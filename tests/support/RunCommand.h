@@ -27,6 +27,8 @@ struct CommandCall {
     std::optional<std::filesystem::path> outputPath;
     /// Standard output is a pipe whose other end is closed already.
     bool outputIsClosedPipe = false;
+    /// The program starts without a standard output, so that nothing of it is captured.
+    bool outputIsMissing = false;
     /// How many bytes of addresses the program may have; as many as the system gives it when 0, and on
     /// Windows.
     std::uint64_t memoryLimit = 0;

@@ -61,6 +61,7 @@ std::string ReadAll(int descriptor) {
     dup2(in, 0);
     dup2(out, 1);
     dup2(err, 2);
+    if (call.outputIsMissing) close(1);
     const rlimit memory = {call.memoryLimit, call.memoryLimit};
     if (call.memoryLimit != 0 && setrlimit(RLIMIT_AS, &memory) != 0) _exit(125);
     if (!call.workingFolder.empty() && chdir(call.workingFolder.c_str()) != 0) _exit(126);

@@ -158,7 +158,7 @@ StartedCommand::StartedCommand(const CommandCall& call) : running(std::make_uniq
     start.cb = sizeof(start);
     start.dwFlags = STARTF_USESTDHANDLES;
     start.hStdInput = input.Get();
-    start.hStdOutput = running->out.Get();
+    start.hStdOutput = call.outputIsMissing ? nullptr : running->out.Get();
     start.hStdError = running->err.Get();
     std::wstring line = MakeCommandLine(call);
     std::wstring environment = MakeEnvironment(call);
