@@ -13,4 +13,19 @@ export LC_ALL=C.UTF-8
 # Tests stand in folders of their own and lean on the libraries beside the command.
 export WINEPATH="$build/bin"
 unset DISPLAY
-exec wine "$@"
+
+# Now and then, on a busy machine, a start fails because Wine's server does not answer: then nothing has run, and it is
+# tried again. Any other end is the program's own.
+messages=$(mktemp)
+trap 'rm -f "$messages"' EXIT
+for attempt in 1 2 3; do
+    status=0
+    wine "$@" 2>"$messages" || status=$?
+    if [ "$status" -eq 0 ] || [ "$attempt" -eq 3 ] ||
+        ! head -n 1 "$messages" | grep -qE '^wine( client error:.*recvmsg|: a wine server seems)'; then
+        break
+    fi
+    sleep 1
+done
+cat "$messages" >&2
+exit "$status"
