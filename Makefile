@@ -10,6 +10,7 @@ help:
 	@echo 'make test       install what is missing, build and run every test'
 	@echo 'make windows    cross-build for 64-bit Windows and pack build/nbscore-*-windows-x64.zip'
 	@echo 'make test-windows   the tests of that build, under Wine (three minutes once everything is built)'
+	@echo 'make test-windows-core  of these the ones of the built plug-in and command alone'
 	@echo 'make sanitize   the tests under the address, leak and undefined-behaviour sanitizers'
 	@echo 'make tsan       the tests under the thread sanitizer'
 	@echo 'make fuzz       look for faults by random inputs, FUZZ_SECONDS=600 for each kind of input'
@@ -54,19 +55,22 @@ test: packages-test
 	cmake --build --preset test -j $(JOBS)
 	ctest --preset test -j $(JOBS)
 
-.PHONY: windows windows-build test-windows
-windows-build:
+.PHONY: windows windows-configured test-windows test-windows-core
+windows-configured:
 	@scripts/install-packages.sh build test windows
 	JOBS=$(JOBS) scripts/windows-prefix.sh
 	cmake --preset windows
+windows: windows-configured
 	cmake --build --preset windows -j $(JOBS)
-windows: windows-build
 	scripts/pack-windows.sh
-test-windows: windows-build
-	@scripts/install-packages.sh windows-run
-	cmake --preset test
-	cmake --build --preset test -j $(JOBS) --target write_random_answers
-	scripts/test-windows.sh -j $(JOBS)
+test-windows: windows-configured
+	cmake --build --preset windows -j $(JOBS)
+	JOBS=$(JOBS) scripts/test-windows.sh
+# The tests that load the built plug-in and run the built command, all case files among them.
+WINDOWS_CORE := plugin_test cases_test command_test
+test-windows-core: windows-configured
+	cmake --build --preset windows -j $(JOBS) --target nbscore_runtime write_random_answers $(WINDOWS_CORE)
+	JOBS=$(JOBS) scripts/test-windows.sh $(WINDOWS_CORE)
 
 .PHONY: sanitize tsan
 sanitize tsan: packages-lint

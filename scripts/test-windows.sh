@@ -1,8 +1,14 @@
 #!/bin/sh
-# Runs the tests of the Windows build under Wine, without a display, and compares its answers with the Linux build's.
-# Arguments go to ctest.
+# Runs the tests of the Windows build under Wine, without a display, and compares its answers with the Linux build's: all
+# tests, or those of the test programs that are named.
 set -eu
 cd "$(dirname "$0")/.."
+jobs=${JOBS:-$(nproc)}
+scripts/install-packages.sh windows-run
+
+# What the answers are compared with.
+cmake --preset test >/dev/null
+cmake --build --preset test -j "$jobs" --target write_random_answers
 
 # Wine's server stays while the tests run: every start without it costs seconds.
 scripts/under-wine.sh wineboot -i >/dev/null 2>&1
@@ -12,5 +18,7 @@ server=$(command -v wineserver || echo /usr/lib/wine/wineserver)
 "$server" -p || true  # one may be running already
 trap '"$server" -k || true' EXIT
 
-ctest --preset windows "$@"
+# Each test has its program's name as label.
+[ $# -eq 0 ] || set -- -L "^($(echo "$@" | tr ' ' '|'))\$"
+ctest --preset windows -j "$jobs" "$@"
 scripts/compare-answers.sh

@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 // The system's header brings in a DOMDocument of its own, and a macro for every GetMessage, unless it is told not to.
@@ -29,6 +30,7 @@ int Report(const std::string& document, const VeskException& refusal) {
 void Score(HMODULE plugin, const std::string& document) {
     using Factory = ScoreTranslator* (*)();
     const auto giveMyTranslator = reinterpret_cast<Factory>(GetProcAddress(plugin, "GiveMyTranslator"));
+    if (giveMyTranslator == nullptr) throw std::runtime_error("the library is no plug-in: it has no GiveMyTranslator");
     const std::unique_ptr<ScoreTranslator> translator(giveMyTranslator());
     const std::unique_ptr<ScoreModel> model(translator->ParseFromTree(document, "UTF-8"));
 
@@ -64,6 +66,9 @@ int wmain(int argc, wchar_t** argv) {
     } catch (const VeskException* refusal) {  // a second target is thrown so
         status = Report(document, *refusal);
         delete refusal;
+    } catch (const std::exception& fault) {
+        std::cerr << fault.what() << '\n';
+        status = 1;
     }
     FreeLibrary(plugin);
     return status;
