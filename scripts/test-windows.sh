@@ -18,7 +18,8 @@ server=$(command -v wineserver || echo /usr/lib/wine/wineserver)
 "$server" -p || true  # one may be running already
 trap '"$server" -k || true' EXIT
 
-# Each test has its program's name as label.
+# Each test has its program's name as label. Now and then, on a busy machine, Wine fails to start a program, the tests'
+# own or the command that they run. So a test that fails is tried again, twice at the most.
 [ $# -eq 0 ] || set -- -L "^($(echo "$@" | tr ' ' '|'))\$"
-ctest --preset windows -j "$jobs" "$@"
+ctest --preset windows -j "$jobs" --repeat until-pass:3 "$@"
 scripts/compare-answers.sh
