@@ -11,7 +11,7 @@ cmake --preset test >/dev/null
 cmake --build --preset test -j "$jobs" --target write_random_answers
 
 # Wine's server stays while the tests run: every start without it costs seconds.
-scripts/under-wine.sh wineboot -i >/dev/null 2>&1
+scripts/under-wine.sh wineboot -i
 WINEPREFIX="${WINEPREFIX:-$HOME/.cache/nbscore-wine}"
 export WINEPREFIX
 server=$(command -v wineserver || echo /usr/lib/wine/wineserver)

@@ -6,6 +6,7 @@ build=${NBSCORE_WINDOWS_BUILD:-$top/build/windows}
 
 # A folder of Wine's own, where the programs find their drives and settings.
 export WINEPREFIX="${WINEPREFIX:-$HOME/.cache/nbscore-wine}"
+mkdir -p "$WINEPREFIX"
 export WINEDEBUG="${WINEDEBUG:--all}"
 # No dialogue, no menu entry, no debugger when a program fails.
 export WINEDLLOVERRIDES='mscoree,mshtml=;winedbg.exe,winemenubuilder.exe=d'
