@@ -11,9 +11,8 @@ cmake --preset test >/dev/null
 cmake --build --preset test -j "$jobs" --target write_random_answers
 
 # Wine's server stays while the tests run: every start without it costs seconds.
-scripts/under-wine.sh wineboot -i
-WINEPREFIX="${WINEPREFIX:-$HOME/.cache/nbscore-wine}"
-export WINEPREFIX
+. scripts/wine-environment.sh
+wineboot -i
 server=$(command -v wineserver || echo /usr/lib/wine/wineserver)
 "$server" -p || true  # one may be running already
 trap '"$server" -k || true' EXIT
