@@ -97,6 +97,18 @@ void FillRecord(BaseCaseRecord& record, const DocumentShape& shape, const CodeCo
         SetCategory(record, shape, input, static_cast<std::size_t>(codes[input][position]));
 }
 
+/// @param check called with the number of each case of a sample, and what `GetScore` says of it.
+template <typename Cases, typename Check>
+void AskOneByOne(ScoreModel& model, const DocumentShape& shape, const Cases& cases, const Check& check) {
+    BaseCaseRecord record = MakeRecord(shape);
+    ReusedResult result;
+    ScoredCaseReader reader(model, false);
+    for (std::size_t i = 0; i < cases.Count(); i += sampleStep) {
+        FillRecord(record, shape, cases.GetCodes(), i);
+        check(i, reader.Read(result.Score(model, record)));
+    }
+}
+
 }  // namespace
 
 ClassifierWorkload::ClassifierWorkload(const DocumentShape& documentShape, std::size_t numCases, TightLoop tightLoop)
@@ -126,12 +138,7 @@ void ClassifierWorkload::ScoreInTightLoop() {
 }
 
 void ClassifierWorkload::CheckOneByOne() {
-    BaseCaseRecord record = MakeRecord(shape);
-    ReusedResult result;
-    ScoredCaseReader reader(model.Get(), false);
-    for (std::size_t i = 0; i < cases.Count(); i += sampleStep) {
-        FillRecord(record, shape, cases.GetCodes(), i);
-        const ScoredCase scored = reader.Read(result.Score(model.Get(), record));
+    AskOneByOne(model.Get(), shape, cases, [this](std::size_t i, const ScoredCase& scored) {
         const auto predicted = static_cast<std::size_t>(batchAnswers.predicted[i]);
         Demand(scored.prediction->GetString() == scorer.GetCategories()[predicted], "a prediction differs");
         Demand(IsSame(scored.confidence, batchAnswers.confidence[i]), "a confidence differs");
@@ -140,7 +147,7 @@ void ClassifierWorkload::CheckOneByOne() {
             Demand(IsSame(scored.probabilities[k], batchAnswers.probabilities[i * shape.targetCategories + k]),
                    "a probability differs");
         }
-    }
+    });
 }
 
 SetWorkload::SetWorkload(std::size_t categories, std::size_t numCases)
@@ -168,16 +175,11 @@ void SetWorkload::ScoreInTightLoop() {
 }
 
 void SetWorkload::CheckOneByOne() {
-    BaseCaseRecord record = MakeRecord(shape);
-    ReusedResult result;
-    ScoredCaseReader reader(model.Get(), false);
-    for (std::size_t i = 0; i < cases.Count(); i += sampleStep) {
-        FillRecord(record, shape, cases.GetCodes(), i);
-        const ScoredCase scored = reader.Read(result.Score(model.Get(), record));
+    AskOneByOne(model.Get(), shape, cases, [this](std::size_t i, const ScoredCase& scored) {
         Demand(scored.subModels.size() == shape.subModels, "scores are missing");
         for (std::size_t m = 0; m < shape.subModels; ++m)
             Demand(IsSame(scored.subModels[m].score, batchScores[i * shape.subModels + m]), "a score differs");
-    }
+    });
 }
 
 }  // namespace nbscore::bench
