@@ -45,7 +45,8 @@ CheckCommand::CheckCommand(CLI::App& parent) : Command(parent, "check", descript
     app.footer(footer);
     app.add_option("DOCUMENT", documents, "The PMML documents to check: files, or /dev/stdin for standard input.")
         ->type_name("")
-        ->required();
+        ->required()
+        ->check(RefuseEmptyName);
     AddChoice(app, "--format", format, {{"text", Format::Text}, {"json", Format::Json}},
               "Write text for people (the default) or JSON for machines.");
     reading.Declare(app);

@@ -12,6 +12,8 @@
 
 #include <array>
 #include <cerrno>
+
+#include "host/SystemReason.h"
 #endif
 
 namespace nbscore {
@@ -29,9 +31,12 @@ static_assert(std::atomic<int>::is_always_lock_free, "a signal handler may touch
 /// A byte in this pipe ends a wait for input, also when the signal came just before the wait began.
 std::array<int, 2> wakePipe = {-1, -1};
 
-constexpr std::array stopSignals = {SIGINT, SIGTERM, SIGHUP};
+constexpr std::array stopSignals = {SIGINT, SIGTERM, SIGHUP, SIGXCPU};
 std::array<struct sigaction, stopSignals.size()> earlierActions;
-struct sigaction earlierPipeAction;
+
+/// Sent where a write fails, of which the failure itself tells.
+constexpr std::array writeSignals = {SIGPIPE, SIGXFSZ};
+std::array<struct sigaction, writeSignals.size()> earlierWriteActions;
 
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
@@ -44,7 +49,7 @@ extern "C" void NoteRequest(int signal) {
 }
 
 void InstallHandlers() {
-    if (pipe(wakePipe.data()) != 0) throw InputOutputError("cannot make a pipe");
+    if (pipe(wakePipe.data()) != 0) throw InputOutputError("cannot make a pipe: " + GetSystemReason(errno));
     for (const int end : wakePipe) {
         fcntl(end, F_SETFD, FD_CLOEXEC);
         fcntl(end, F_SETFL, O_NONBLOCK);
@@ -57,13 +62,15 @@ void InstallHandlers() {
         if (earlierActions[i].sa_handler != SIG_IGN) sigaction(stopSignals[i], &action, nullptr);
     }
     action.sa_handler = SIG_IGN;
-    sigaction(SIGPIPE, &action, &earlierPipeAction);
+    for (std::size_t i = 0; i < writeSignals.size(); ++i)
+        sigaction(writeSignals[i], &action, &earlierWriteActions[i]);
 }
 
 void RestoreHandlers() {
     for (std::size_t i = 0; i < stopSignals.size(); ++i)
         sigaction(stopSignals[i], &earlierActions[i], nullptr);
-    sigaction(SIGPIPE, &earlierPipeAction, nullptr);
+    for (std::size_t i = 0; i < writeSignals.size(); ++i)
+        sigaction(writeSignals[i], &earlierWriteActions[i], nullptr);
     for (int& end : wakePipe) {
         close(end);
         end = -1;

@@ -2,9 +2,9 @@
 
 namespace nbscore {
 
-/// While one of these lives, a request to stop (SIGINT, SIGTERM, SIGHUP) is noted instead of ending the
-/// process, so that the run can clean up after itself; and a write to a closed pipe fails instead of ending
-/// the process.
+/// While one of these lives, a request to stop (SIGINT, SIGTERM, SIGHUP, and SIGXCPU when the processor time that the
+/// process was given is used up) is noted instead of ending the process, so that the run can clean up after itself; and a
+/// write to a closed pipe, or to a file that may not get longer, fails instead of ending the process.
 ///
 /// A signal that was ignored when the program started stays ignored, as nohup needs. The second request is
 /// ignored as well, because terminals and their shells may both send one; the next one of that kind ends the
@@ -12,6 +12,7 @@ namespace nbscore {
 /// thread.
 class Interrupts {
 public:
+    /// Throws InputOutputError when the system gives not even what this needs.
     Interrupts();
     ~Interrupts();
     Interrupts(const Interrupts&) = delete;

@@ -1,5 +1,6 @@
 #include "cli/ModelArgument.h"
 
+#include "cli/ArgumentPath.h"
 #include "cli/Interrupts.h"
 #include "cli/PrintableText.h"
 #include "framework/VeskException.h"
@@ -18,7 +19,10 @@ void Tell(Console& console, const std::string& document, const Adaptation& adapt
 }  // namespace
 
 void ModelArgument::DeclareDocument(CLI::App& app) {
-    app.add_option("MODEL", document, "The PMML document that holds the model.")->type_name("")->required();
+    app.add_option("MODEL", document, "The PMML document that holds the model.")
+        ->type_name("")
+        ->required()
+        ->check(RefuseEmptyName);
 }
 
 void ModelArgument::DeclareReading(CLI::App& app) {

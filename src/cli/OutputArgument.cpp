@@ -13,7 +13,7 @@ void OutputArgument::Declare(CLI::App& app) {
            "Write the result to FILE instead of standard output (which is also \"-\"). The file appears, or replaces "
            "an earlier one, only when it is whole: a run that fails or is interrupted changes nothing.")
         ->type_name("FILE")
-        ->check([](const std::string& text) { return text.empty() ? std::string("the name is empty") : ""; });
+        ->check(RefuseEmptyName);
 }
 
 OpenedOutput OutputArgument::Open(Console& console, const std::string& modelDocument) const {

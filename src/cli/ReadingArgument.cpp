@@ -10,7 +10,8 @@ void ReadingArgument::Declare(CLI::App& app) {
                  "same, and tell each change. What cannot be rewritten without changing the meaning is refused.");
     app.add_option("--plugin", plugin,
                    "Read with the plug-in library at PATH instead of the one that comes with this command.")
-        ->type_name("PATH");
+        ->type_name("PATH")
+        ->check(RefuseEmptyName);
 }
 
 std::shared_ptr<PluginLibrary> ReadingArgument::LoadPlugin() const {

@@ -6,6 +6,7 @@
 #include <thread>
 #include <utility>
 
+#include "cli/ArgumentPath.h"
 #include "cli/ChoiceOption.h"
 #include "cli/Delimiter.h"
 #include "cli/Interrupts.h"
@@ -64,7 +65,9 @@ ScoreCommand::ScoreCommand(CLI::App& parent) : Command(parent, "score", descript
     app.footer(footer);
     options.threads = std::max(1U, std::thread::hardware_concurrency());
     model.DeclareDocument(app);
-    app.add_option("CASES", cases, "The table of cases; \"-\" or nothing for standard input.")->type_name("");
+    app.add_option("CASES", cases, "The table of cases; \"-\" or nothing for standard input.")
+        ->type_name("")
+        ->check(RefuseEmptyName);
     output.Declare(app);
     DeclareResultOptions();
     DeclareSubModelOptions();

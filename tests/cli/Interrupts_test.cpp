@@ -24,7 +24,7 @@ int CatchSignal() {
 }  // namespace
 
 TEST(Interrupts, AreNoted_WhenASignalAsksToStop) {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGXCPU}) {
         const Interrupts interrupts;
         EXPECT_EQ(CatchSignal(), 0);
         std::raise(signal);
@@ -83,6 +83,15 @@ TEST(Interrupts, LetAWriteToAClosedPipeFail_InsteadOfEndingTheProcess) {
     close(pipeEnds[0]);
     EXPECT_LT(write(pipeEnds[1], "x", 1), 0);
     close(pipeEnds[1]);
+}
+
+TEST(Interrupts, AreHeardAsBefore_WhenNoneLivesAnyMore) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGXCPU, SIGPIPE, SIGXFSZ}) {
+        const auto ownHandler = [](int) {};
+        auto* const before = std::signal(signal, ownHandler);
+        { const Interrupts interrupts; }
+        EXPECT_EQ(std::signal(signal, before), static_cast<void (*)(int)>(ownHandler)) << signal;
+    }
 }
 
 }  // namespace nbscore
