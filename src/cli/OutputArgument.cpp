@@ -17,14 +17,19 @@ void OutputArgument::Declare(CLI::App& app) {
 }
 
 OpenedOutput OutputArgument::Open(Console& console, const std::string& modelDocument) const {
-    if (destination == "-") return {nullptr, console.results};
+    if (destination == "-") return {nullptr, nullptr, console.results, console.resultsAreTerminal};
     std::error_code absent;
     if (std::filesystem::equivalent(PathFromArgument(destination), PathFromArgument(modelDocument), absent)) {
         throw CLI::ValidationError("--output", "'" + destination + "' is the model's own document");
     }
     auto file = std::make_unique<OutputFile>(PathFromArgument(destination), InterruptibleWriting());
-    OutputSink& sink = *file;
-    return {std::move(file), sink};
+    if (!file->IsTerminal()) {
+        OutputSink& sink = *file;
+        return {std::move(file), nullptr, sink};
+    }
+    auto shown = std::make_unique<TerminalSink>(*file);
+    OutputSink& sink = *shown;
+    return {std::move(file), std::move(shown), sink, true};
 }
 
 }  // namespace nbscore

@@ -5,14 +5,17 @@
 #include <string>
 
 #include "cli/Console.h"
+#include "cli/TerminalText.h"
 #include "host/OutputFile.h"
 
 namespace nbscore {
 
 /// A run's output: a file, which appears when it is committed, or standard output.
 struct OpenedOutput {
-    std::unique_ptr<OutputFile> file;  // null for standard output
+    std::unique_ptr<OutputFile> file;         // null for standard output
+    std::unique_ptr<TerminalSink> fileShown;  // in front of a file that is a terminal
     OutputSink& sink;
+    bool isTerminal = false;
 };
 
 /// The --output option, the same in every verb that writes a result.

@@ -49,8 +49,7 @@ constexpr const char* footer = R"(Examples:
 constexpr int mostThreads = 1024;
 
 bool ShowsProgress(const Console& console, const OpenedOutput& opened, bool quiet) {
-    const bool wouldMixWithResults = opened.file == nullptr && console.resultsAreTerminal;
-    return !quiet && console.messagesAreTerminal && !wouldMixWithResults;
+    return !quiet && console.messagesTerminal != nullptr && !opened.isTerminal;
 }
 
 void WarnOfBrokenArithmetic(Console& console, const std::string& source, std::uint64_t line) {
@@ -201,7 +200,8 @@ ExitStatus ScoreCommand::Run(Console& console) {
 ScoringSummary ScoreCommand::Score(LoadedModel& loaded, CaseInput& input, const OpenedOutput& opened,
                                    Console& console) const {
     std::optional<Progress> progress;
-    if (ShowsProgress(console, opened, quiet)) progress.emplace(console.messages, input.GetSize(), console.now);
+    if (ShowsProgress(console, opened, quiet))
+        progress.emplace(*console.messagesTerminal, input.GetSize(), console.now);
     const auto onProgress = [&progress](const ScoringProgress& state) {
         Interrupts::ThrowIfRequested();
         if (progress) progress->Update(state);

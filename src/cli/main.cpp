@@ -1,4 +1,5 @@
 #include <iostream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include "cli/InterruptibleWriting.h"
 #include "cli/Interrupts.h"
 #include "cli/ProgramArguments.h"
+#include "cli/TerminalText.h"
 #include "cli/Utf8Console.h"
 #include "host/StandardOutput.h"
 
@@ -16,8 +18,15 @@ namespace {
 
 int Run(const std::vector<std::string>& arguments) {
     const Interrupts interrupts;
-    StandardOutput results(InterruptibleWriting());
-    Console console{results, std::cerr, IsTerminal(1), IsTerminal(2)};
+    StandardOutput output(InterruptibleWriting());
+    TerminalSink shownOutput(output);
+    std::optional<TerminalMessages> shownMessages;
+    if (IsTerminal(2)) shownMessages.emplace(std::cerr);
+
+    const bool resultsAreTerminal = IsTerminal(1);
+    OutputSink& results = resultsAreTerminal ? static_cast<OutputSink&>(shownOutput) : output;
+    std::ostream* const messagesTerminal = shownMessages ? &shownMessages->GetTerminal() : nullptr;
+    Console console{results, std::cerr, resultsAreTerminal, messagesTerminal};
     CommandLine commandLine;
     return commandLine.Run(arguments, console);
 }

@@ -22,6 +22,10 @@ std::FILE* OpenForWriting(const std::filesystem::path& path) {
     return _wfopen(path.c_str(), L"wb");
 }
 
+bool LeadsToTerminal(std::FILE* file) {
+    return _isatty(_fileno(file)) != 0;
+}
+
 std::ptrdiff_t WriteSomeBytes(std::FILE* file, std::string_view bytes) {
     constexpr std::size_t mostAtOnce = std::size_t{1} << 30;  // the call counts in 32 bits
     const int count = _write(_fileno(file), bytes.data(), static_cast<unsigned>(std::min(bytes.size(), mostAtOnce)));
@@ -51,6 +55,10 @@ std::FILE* OpenForWriting(const std::filesystem::path& path) {
     close(descriptor);
     errno = reason;
     return nullptr;
+}
+
+bool LeadsToTerminal(std::FILE* file) {
+    return isatty(fileno(file)) != 0;
 }
 
 std::ptrdiff_t WriteSomeBytes(std::FILE* file, std::string_view bytes) {

@@ -14,6 +14,7 @@ namespace nbscore {
 /// Opens what is no regular file, such as a device or a named pipe, for writing bytes; null on failure. Where systems
 /// let files be swapped, a regular file is left as it is.
 std::FILE* OpenForWriting(const std::filesystem::path& path);
+bool LeadsToTerminal(std::FILE* file);
 /// Writes bytes to an open file, past the C library's buffer, as many as the system takes at once. Answers how many, or
 /// something negative on failure.
 std::ptrdiff_t WriteSomeBytes(std::FILE* file, std::string_view bytes);

@@ -65,6 +65,10 @@ void OutputFile::OpenBeside(bool replaces) {
     }
 }
 
+bool OutputFile::IsTerminal() const {
+    return LeadsToTerminal(file);
+}
+
 /// A file that is to be on the disk when it appears is brought there bit by bit.
 void OutputFile::Write(std::string_view bytes) {
     if (!buffer.Write(file, bytes)) Fail(GetSystemReason(errno));

@@ -32,6 +32,8 @@ public:
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
+    /// Whether what is written is shown to somebody as it comes.
+    bool IsTerminal() const;
     void Write(std::string_view bytes) override;
     void Flush() override;
     /// Once the file is in its place, only that this may not survive a power failure is still told as an error.
