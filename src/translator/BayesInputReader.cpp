@@ -95,7 +95,8 @@ std::unique_ptr<INBVeskEncoder> InputReader::MakeEncoder(const ScoreDictVar& var
         reading.cells.Take(input, CellsOfEncoder(var));
         return MakeCategoricalEncoder(var);
     }
-    std::unique_ptr<INBVeskEncoder> binning = ReadDiscretization(reading.transcoder, nextChild, &input);
+    std::unique_ptr<INBVeskEncoder> binning =
+        ReadDiscretization(reading.translator, reading.transcoder, nextChild, &input);
     nextChild = BaseTranslator::GetNextSiblingElt(nextChild);
     return binning;
 }

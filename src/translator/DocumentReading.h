@@ -1,5 +1,6 @@
 #pragma once
 
+#include "framework/BaseTranslator.h"
 #include "framework/ScoreDictionary.h"
 #include "framework/Transcoder.h"
 #include "framework/TransformationDictionary.h"
@@ -12,6 +13,8 @@ namespace nbscore {
 
 /// What the readers of a document's parts share while it is read. It is gone when the document has been read.
 struct DocumentReading {
+    /// For what is to be said beside reading or refusing the document.
+    const BaseTranslator& translator;
     const Transcoder& transcoder;
     /// Both dictionaries are the model's by now; the second is null when the document has no derived fields.
     const ScoreDictionary& dictionary;

@@ -53,10 +53,11 @@ void GiveTo(ScoreModel& model, DocumentHead head) {
 }
 
 /// @param markedTarget null when the dictionary marks no self-learning target.
-void ReadModels(const std::vector<const DOMElement*>& modelElements, const Transcoder& transcoder,
+void ReadModels(const std::vector<const DOMElement*>& modelElements, const BaseTranslator& translator,
                 const std::string* markedTarget, ModelUnderConstruction& construction) {
     const ScoreModel& model = construction.GetModel();
-    DocumentReading reading{.transcoder = transcoder,
+    DocumentReading reading{.translator = translator,
+                            .transcoder = *translator.GetTranscoder(),
                             .dictionary = *model.GetDictionary(),
                             .derivedFields = model.GetTransformationDictionary(),
                             .model = construction,
@@ -97,7 +98,7 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(DOMDocument* document, const std
     model = &construction->GetModel();
     try {
         GiveTo(construction->GetModel(), std::move(head));
-        ReadModels(parts.models, narrowing, dictionaryMarksTarget ? &markedTarget : nullptr, *construction);
+        ReadModels(parts.models, *this, dictionaryMarksTarget ? &markedTarget : nullptr, *construction);
     } catch (...) {
         LeaveUnfinishedModel(construction->Release().release());
         throw;
@@ -108,7 +109,7 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(DOMDocument* document, const std
 NBinningEncoder* NaiveBayesTranslator::ParseDiscretize(const NaiveBayesTranslator& translator,
                                                        const DOMElement* derivedField) {
     if (const Transcoder* transcoder = translator.GetTranscoder()) {
-        return ReadDiscretization(*transcoder, derivedField, nullptr).release();
+        return ReadDiscretization(translator, *transcoder, derivedField, nullptr).release();
     }
-    return ReadDiscretization(Transcoder("UTF-8"), derivedField, nullptr).release();
+    return ReadDiscretization(translator, Transcoder("UTF-8"), derivedField, nullptr).release();
 }

@@ -32,7 +32,7 @@ public:
         CreateTranscoder(encoding);
         const xercesc::DOMElement* root = document->getDocumentElement();
         dictionary.reset(ParseDictionary(GetChildByTagForced(root, element::dataDictionary)));
-        DocumentReading reading{*GetTranscoder(), *dictionary, nullptr, model, {}, {}, {}};
+        DocumentReading reading{*this, *GetTranscoder(), *dictionary, nullptr, model, {}, {}, {}};
         preparation(reading);
         const xercesc::DOMNodeList* models = GetElementsByTagName(document, element::naiveBayesModel);
         for (XMLSize_t i = 0; i < models->getLength(); ++i) {
