@@ -79,6 +79,7 @@ const ScoreDictVar& InputReader::FindVar() {
     const ScoreDictVar* var = reading.dictionary.GetVar(name);
     if (var == nullptr && reading.derivedFields != nullptr) {
         var = reading.derivedFields->GetVar(name);
+        if (!reading.faults.IsEmpty()) reading.derivedInputs.insert(name);
         reading.model.SetNeedDerivedPredictor(true);
     }
     if (var == nullptr) {

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <set>
+#include <string>
+
 #include "framework/BaseTranslator.h"
 #include "framework/ScoreDictionary.h"
 #include "framework/Transcoder.h"
 #include "framework/TransformationDictionary.h"
+#include "framework/dictionary/FieldFaults.h"
 #include "translator/ActiveFields.h"
 #include "translator/CountLimits.h"
 #include "translator/ModelUnderConstruction.h"
@@ -20,11 +24,15 @@ struct DocumentReading {
     const ScoreDictionary& dictionary;
     const TransformationDictionary* derivedFields;
     ModelUnderConstruction& model;
+    /// Of the data dictionary's fields.
+    const FieldFaults& faults;
 
     TargetCategories target;
     /// Of the model element being read.
     ActiveFields activeFields;
     CountCells cells;
+    /// The derived fields that inputs name, where a data field has a fault: they must not be computed from it.
+    std::set<std::string> derivedInputs;
 };
 
 }  // namespace nbscore
