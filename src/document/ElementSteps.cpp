@@ -19,18 +19,6 @@ bool HoldsText(const XMLCh* text, const XMLCh* other) {
     return xercesc::XMLString::equals(text, other);
 }
 
-const XMLCh* WithoutPrefix(const XMLCh* name) {
-    const XMLCh* local = name;
-    for (const XMLCh* unit = name; *unit != 0; ++unit) {
-        if (*unit == u':') local = unit + 1;
-    }
-    return local;
-}
-
-std::string WithoutPrefix(const std::string& name) {
-    return name.substr(name.rfind(':') + 1);
-}
-
 std::vector<DOMElement*> ChildElements(const DOMElement& parent) {
     std::vector<DOMElement*> children;
     for (DOMElement* child = BaseTranslator::GetFirstChildElt(&parent); child != nullptr;

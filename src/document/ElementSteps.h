@@ -19,10 +19,6 @@ bool IsNamed(const xercesc::DOMNode* element, const XMLCh* name);
 /// A null text is the same as an empty one.
 bool HoldsText(const XMLCh* text, const XMLCh* other);
 
-/// A name without its prefix: what stands behind the last colon.
-const XMLCh* WithoutPrefix(const XMLCh* name);
-std::string WithoutPrefix(const std::string& name);
-
 std::vector<xercesc::DOMElement*> ChildElements(const xercesc::DOMElement& parent);
 std::vector<xercesc::DOMElement*> ChildrenNamed(const xercesc::DOMElement& parent, const XMLCh* name);
 /// The only child element of this name, or null; throws VeskException 12 when there are two.

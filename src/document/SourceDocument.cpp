@@ -49,6 +49,12 @@ auto Named(const std::string& name, const Work& work) {
     }
 }
 
+std::vector<IgnoredConstruct> PlacedIn(const std::string& name, std::vector<IgnoredConstruct> constructs) {
+    for (IgnoredConstruct& construct : constructs)
+        construct.place.source = name;
+    return constructs;
+}
+
 }  // namespace
 
 SourceDocument::SourceDocument(std::string path, ParsedDocument parsed)
@@ -83,10 +89,11 @@ std::vector<VerificationSuite> SourceDocument::ReadVerification() const {
 }
 
 std::vector<IgnoredConstruct> SourceDocument::FindIgnored() const {
-    std::vector<IgnoredConstruct> constructs = Named(name, [this] { return FindIgnoredConstructs(*document); });
-    for (IgnoredConstruct& construct : constructs)
-        construct.place.source = name;
-    return constructs;
+    return PlacedIn(name, Named(name, [this] { return FindIgnoredConstructs(*document); }));
+}
+
+std::vector<IgnoredConstruct> SourceDocument::FindWarnings() const {
+    return PlacedIn(name, Named(name, [this] { return nbscore::FindWarnings(*document); }));
 }
 
 std::optional<std::string> SourceDocument::ReadApplicationVersion() const {

@@ -37,6 +37,8 @@ public:
 
     /// What the document says and scoring by the plug-in does not heed, in document order (FindIgnoredConstructs).
     std::vector<IgnoredConstruct> FindIgnored() const;
+    /// Those of them that are warnings (FindWarnings).
+    std::vector<IgnoredConstruct> FindWarnings() const;
 
     /// The version of the application that wrote the document; nothing where the document does not tell.
     std::optional<std::string> ReadApplicationVersion() const;

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
+#include "framework/DocumentPlace.h"
 #include "framework/Export.h"
 #include "framework/ScoreTranslator.h"
 #include "framework/Transcoder.h"
@@ -33,6 +35,15 @@ public:
     /// that one succeeded or failed before it had begun a model, and when it was taken already. The other overloads
     /// free it themselves.
     ScoreModel* TakeUnfinishedModel();
+
+    /// Takes what a translator says about a document beside reading or refusing it: a text of one line or more, without
+    /// a line end behind the last, and the place of the element that it is about (which names no source).
+    using Notices = std::function<void(const std::string& text, const nbscore::DocumentPlace& place)>;
+    /// From now on hands such texts over; where nobody takes them, or an empty function does, they go to the standard
+    /// error stream.
+    void SetNotices(Notices taker);
+    /// Says something about an element, or about the whole document where that is null.
+    void GiveNotice(const std::string& text, const xercesc::DOMElement* element) const;
 
     /// The first child element of this name, or null.
     static xercesc::DOMElement* GetChildByTag(const xercesc::DOMNode* node, const XMLCh* tag);
@@ -73,4 +84,5 @@ protected:
 private:
     std::unique_ptr<Transcoder> transcoder;
     std::unique_ptr<ScoreModel> unfinishedModel;
+    Notices notices;
 };

@@ -1,12 +1,17 @@
 // The half of BaseTranslator that turns a file or a stream into a document and has it read; the small steps over a
 // parsed document are in BaseTranslator.cpp.
 
+#include <xercesc/dom/DOMElement.hpp>
+
 #include <fstream>
+#include <iostream>
+#include <utility>
 
 #include "framework/BaseTranslator.h"
 #include "framework/VeskException.h"
 #include "framework/xml/DocumentFile.h"
 #include "framework/xml/ParsedDocument.h"
+#include "framework/xml/Refusal.h"
 #include "framework/xml/XmlFaults.h"
 #include "framework/xml/XmlPlatform.h"
 
@@ -56,6 +61,18 @@ ScoreModel* BaseTranslator::ParseFromTree(std::istream& source, const std::strin
 
 ScoreModel* BaseTranslator::TakeUnfinishedModel() {
     return unfinishedModel.release();
+}
+
+void BaseTranslator::SetNotices(Notices taker) {
+    notices = std::move(taker);
+}
+
+void BaseTranslator::GiveNotice(const std::string& text, const xercesc::DOMElement* element) const {
+    if (notices) {
+        notices(text, nbscore::PlaceOf(element));
+    } else {
+        std::cerr << text << std::endl;
+    }
 }
 
 void BaseTranslator::CreateTranscoder(const std::string& encoding) {

@@ -8,6 +8,10 @@ namespace nbscore {
 namespace {
 
 constexpr Advice advices[] = {
+    // What is said beside a refusal.
+    {0, "Element DerivedField not found in ParseDiscretize. *",
+     "Look at the error: the element is the first one in the BayesInput of a continuous field."},
+
     // An element is missing, or another one was expected.
     {1, "<NaiveBayesModel> is required!",
      "Check that the document holds a Naive Bayes model: models of other kinds are not read."},

@@ -82,7 +82,8 @@ DocumentProblem ErrorOf(const UnscorableModelError& error) {
 std::optional<DocumentProblem> FindErrorOfAdapted(const std::shared_ptr<PluginLibrary>& plugin,
                                                   SourceDocument& adapted) {
     try {
-        LoadedModel::Read(plugin, adapted).RequireScorable();
+        const auto passOver = [](const std::string&, const DocumentPlace&) {};
+        LoadedModel::Read(plugin, adapted, passOver).RequireScorable();
         return std::nullopt;
     } catch (const VeskException& refusal) {
         return ErrorOf(refusal);
@@ -106,36 +107,66 @@ std::string AdviceToAdapt(const std::shared_ptr<PluginLibrary>& plugin, const st
     }
 }
 
-/// What the plug-in is known to read over, after what is odd about the model itself.
+DocumentProblem ProblemOf(const IgnoredConstruct& ignored) {
+    return {.severity = ignored.isWarning ? DocumentProblem::Warning : DocumentProblem::Remark,
+            .code = 0,
+            .place = ignored.place,
+            .message = ignored.message,
+            .advice = ignored.advice};
+}
+
+/// What the plug-in is known to read over, beside what is odd about the model itself.
 void AddRemarks(const SourceDocument& source, DocumentCheck& check) {
     if (!check.model) return;
     check.problems = FindRemarks(check, *check.model);
-    for (const IgnoredConstruct& ignored : source.FindIgnored()) {
-        check.problems.push_back({.severity = DocumentProblem::Remark,
-                                  .code = 0,
-                                  .place = ignored.place,
-                                  .message = ignored.message,
-                                  .advice = ignored.advice});
+    for (const IgnoredConstruct& ignored : source.FindIgnored())
+        check.problems.push_back(ProblemOf(ignored));
+    std::ranges::stable_sort(check.problems, {}, &DocumentProblem::severity);
+}
+
+/// A refusal, and behind it the warnings that the document would get if it were not refused.
+/// @param source null when the document could not be parsed.
+std::vector<DocumentProblem> WithWarnings(DocumentProblem error, const SourceDocument* source) {
+    std::vector<DocumentProblem> problems = {std::move(error)};
+    if (source == nullptr) return problems;
+    try {
+        for (const IgnoredConstruct& ignored : source->FindWarnings())
+            problems.push_back(ProblemOf(ignored));
+    } catch (const VeskException& refusal) {
+        return {ErrorOf(refusal)};  // for want of memory
     }
+    if (problems.size() > 1)
+        problems.front().advice += " That alone does not make its answers right: see the warning below.";
+    return problems;
 }
 
 void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, DocumentCheck& check) {
+    std::optional<SourceDocument> source;
+    std::vector<DocumentProblem> notices;
+    const auto takeNotice = [&notices](const std::string& line, const DocumentPlace& place) {
+        notices.push_back({.severity = DocumentProblem::Remark,
+                           .code = 0,
+                           .place = place,
+                           .message = line,
+                           .advice = AdviceFor(0, line, place)});
+    };
     try {
-        SourceDocument source = SourceDocument::Read(check.document);
-        if (adapt) check.adaptations = source.Adapt();
-        LoadedModel loaded = LoadedModel::Read(plugin, source);
-        check.applicationVersion = source.ReadApplicationVersion();
+        source.emplace(SourceDocument::Read(check.document));
+        if (adapt) check.adaptations = source->Adapt();
+        LoadedModel loaded = LoadedModel::Read(plugin, *source, takeNotice);
+        check.applicationVersion = source->ReadApplicationVersion();
         Describe(loaded, check);
         loaded.RequireScorable();
-        AddRemarks(source, check);
+        AddRemarks(*source, check);
     } catch (const VeskException& refusal) {
-        check.problems.push_back(ErrorOf(refusal));
-        DocumentProblem& error = check.problems.back();
+        DocumentProblem error = ErrorOf(refusal);
         const std::string toAdapt = adapt ? std::string() : AdviceToAdapt(plugin, check.document, error);
         if (!toAdapt.empty()) error.advice = toAdapt;
+        check.problems = WithWarnings(std::move(error), source ? &*source : nullptr);
     } catch (const UnscorableModelError& error) {
-        check.problems.push_back(ErrorOf(error));
+        check.problems = WithWarnings(ErrorOf(error), &*source);
     }
+    check.problems.insert(check.problems.end(), notices.begin(), notices.end());
 }
 
 /// Of a document whose description takes more memory than there is.
@@ -153,6 +184,11 @@ DocumentCheck CheckForMemory(const std::filesystem::path& document) {
 bool DocumentCheck::IsSound() const {
     return std::ranges::none_of(
         problems, [](const DocumentProblem& problem) { return problem.severity == DocumentProblem::Error; });
+}
+
+bool DocumentCheck::HasWarnings() const {
+    return std::ranges::any_of(
+        problems, [](const DocumentProblem& problem) { return problem.severity == DocumentProblem::Warning; });
 }
 
 bool DocumentCheck::IsReadable() const {

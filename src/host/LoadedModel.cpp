@@ -34,6 +34,23 @@ LoadedModel ReadWith(std::shared_ptr<PluginLibrary> plugin, const std::string& d
     }
 }
 
+BaseTranslator::Notices AsLinesAbout(const std::string& documentName, const BaseTranslator::Notices& notices) {
+    if (!notices) return notices;
+    return [&documentName, &notices](const std::string& text, const DocumentPlace& place) {
+        std::string line;
+        for (const char character : text) {
+            if (character == '\n') {
+                line += ". ";
+            } else {
+                line += character;
+            }
+        }
+        DocumentPlace placeInDocument = place;
+        placeInDocument.source = documentName;
+        notices(line, placeInDocument);
+    };
+}
+
 /// A text that two values share exactly when they are equal: a number and a text never are, and 0 equals -0.
 std::string GetIdentity(const ScoreValue& value) {
     if (value.GetType() == ScoreValue::Numeric) return "#" + FormatNumber(value.GetDouble() + 0.0);
@@ -97,9 +114,13 @@ LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const std::
     });
 }
 
-LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document) {
-    return ReadWith(std::move(plugin), document.GetName(),
-                    [&document](ScoreTranslator& translator) { return document.Translate(translator); });
+LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document,
+                              const BaseTranslator::Notices& notices) {
+    return ReadWith(std::move(plugin), document.GetName(), [&](ScoreTranslator& translator) {
+        auto* const base = dynamic_cast<BaseTranslator*>(&translator);
+        if (base != nullptr) base->SetNotices(AsLinesAbout(document.GetName(), notices));
+        return document.Translate(translator);
+    });
 }
 
 void LoadedModel::RequireScorable() const {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "document/SourceDocument.h"
+#include "framework/BaseTranslator.h"
 #include "framework/ScoreModel.h"
 #include "host/PluginLibrary.h"
 
@@ -18,7 +19,10 @@ public:
     static LoadedModel Read(std::shared_ptr<PluginLibrary> plugin, const std::filesystem::path& document);
 
     /// Reads a document that was parsed already. Throws as above.
-    static LoadedModel Read(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document);
+    /// @param notices takes what the plug-in says beside, where its translator is a BaseTranslator: each as one line,
+    ///     and with the document's name in its place.
+    static LoadedModel Read(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document,
+                            const BaseTranslator::Notices& notices = {});
 
     /// Takes a model over.
     /// @param owner the plug-in that made it; null for a model whose code is part of the program.

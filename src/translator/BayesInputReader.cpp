@@ -79,6 +79,7 @@ const ScoreDictVar& InputReader::FindVar() {
     const ScoreDictVar* var = reading.dictionary.GetVar(name);
     if (var == nullptr && reading.derivedFields != nullptr) {
         var = reading.derivedFields->GetVar(name);
+        if (!reading.faults.IsEmpty()) reading.derivedInputs.insert(name);
         reading.model.SetNeedDerivedPredictor(true);
     }
     if (var == nullptr) {
@@ -95,7 +96,8 @@ std::unique_ptr<INBVeskEncoder> InputReader::MakeEncoder(const ScoreDictVar& var
         reading.cells.Take(input, CellsOfEncoder(var));
         return MakeCategoricalEncoder(var);
     }
-    std::unique_ptr<INBVeskEncoder> binning = ReadDiscretization(reading.transcoder, nextChild, &input);
+    std::unique_ptr<INBVeskEncoder> binning =
+        ReadDiscretization(reading.translator, reading.transcoder, nextChild, &input);
     nextChild = BaseTranslator::GetNextSiblingElt(nextChild);
     return binning;
 }

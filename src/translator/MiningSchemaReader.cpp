@@ -69,12 +69,14 @@ void SchemaReader::ReadMiningField(const DOMElement& field) {
 }
 
 void SchemaReader::ReadActiveField(const ScoreDictVar& var, const std::string& name) {
+    reading.faults.RequireSound(name);
     ScoreModel& model = reading.model.GetModel();
     if (model.GetVarRole(name) == ScoreModel::NoRole) model.SetVarRole(&var, ScoreModel::PredictorRole);
     reading.activeFields.Append(name);
 }
 
 void SchemaReader::ReadPredictedField(const DOMElement& field, const ScoreDictVar& var, const std::string& name) {
+    reading.faults.RequireSound(name);
     targetName = name;
     if (!isFirstModel) return;
     if (targetFound) {

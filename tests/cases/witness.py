@@ -64,7 +64,8 @@ class Field:
             self.numeric and float(cell) in [number_or_none(text) for text in self.missing])
 
     def key(self, text):
-        return float(text) if self.numeric else text
+        """Numeric fields take every text that is no number for one value, which no cell has."""
+        return number_or_none(text) if self.numeric else text
 
     def text(self, key):
         return number_text(key) if self.numeric else key

@@ -84,8 +84,8 @@ TEST_F(RefusalPlaces, AreThoseOfTheElementAtFault_InTestCases) {
 /// Files whose texts are no refusals: what is written for people who look at a model, and remarks that have tests of
 /// their own.
 const std::set<std::string> otherFiles = {"framework/BaseDictVarPrint.cpp", "document/IgnoredBinning.cpp",
-                                          "document/IgnoredFieldRules.cpp", "document/IgnoredLog.cpp",
-                                          "document/IgnoredModels.cpp"};
+                                          "document/IgnoredFieldRules.cpp", "document/IgnoredInputs.cpp",
+                                          "document/IgnoredLog.cpp",        "document/IgnoredModels.cpp"};
 
 /// Functions are described where they are computed, under headings; the page about them shows those texts.
 bool MayDescribeFunctions(const std::string& file) {

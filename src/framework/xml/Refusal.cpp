@@ -10,6 +10,7 @@
 #include "framework/xml/DocumentOrder.h"
 #include "framework/xml/ElementPaths.h"
 #include "framework/xml/ElementPlaces.h"
+#include "framework/xml/Utf8.h"
 
 namespace nbscore {
 namespace {
@@ -44,17 +45,6 @@ std::optional<std::size_t> OrdinalOf(const DOMNode* element, const xercesc::DOMD
     return std::nullopt;
 }
 
-/// Runs a conversion that knows no place and gives its complaint one.
-template <typename Conversion>
-auto Placed(const DOMNode* node, const Conversion& conversion) {
-    try {
-        return conversion();
-    } catch (VeskException& refusal) {
-        refusal.SetPlace(PlaceOf(node));
-        throw;
-    }
-}
-
 }  // namespace
 
 DocumentPlace PlaceOf(const xercesc::DOMNode* node) {
@@ -77,6 +67,16 @@ VeskException RefusalAt(const xercesc::DOMNode* node, VeskException::ExceptionCo
     VeskException refusal(code, message);
     refusal.SetPlace(PlaceOf(node));
     return refusal;
+}
+
+std::string NameForMessage(const DOMNode* node) {
+    if (!node || node->getNodeType() == DOMNode::DOCUMENT_NODE) return "The document";
+    return "<" + ExcerptOf(node->getNodeName()) + ">";
+}
+
+VeskException AttributeLacking(const xercesc::DOMElement* element, const XMLCh* name) {
+    return {VeskException::MissingAttribute,
+            NameForMessage(element) + " has no attribute \"" + ExcerptOf(name) + "\"."};
 }
 
 double RequiredDouble(const xercesc::DOMElement* element, const XMLCh* name) {
