@@ -1,5 +1,6 @@
 # cmake -P: installs BUILD_DIR under WORK_DIR/prefix, builds CONSUMER_DIR against it, runs what it built. Where that is
-# for another system, TOOLCHAIN says how to build for it and EMULATOR how to run there.
+# for another system, TOOLCHAIN says how to build for it and EMULATOR how to run there. READELF, where there is one,
+# reads what was installed.
 
 function(run)
     cmake_parse_arguments(ARG "" "EXPECT" "COMMAND" ${ARGN})
@@ -20,6 +21,10 @@ run(COMMAND ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
 set(FOLDER ${prefix}/include/nbscore)
 set(HEADERS_FILE ${WORK_DIR}/headers.cpp)
 include(${CMAKE_CURRENT_LIST_DIR}/CheckHeaders.cmake)
+if(READELF)
+    set(FOLDERS ${prefix}/bin ${prefix}/${LIBDIR})
+    include(${CMAKE_CURRENT_LIST_DIR}/CheckBinaries.cmake)
+endif()
 
 # The README's program, as it stands there.
 file(READ ${README} readme)
