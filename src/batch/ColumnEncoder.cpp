@@ -79,7 +79,7 @@ template <typename Row, typename Code>
 void Encode(const ValueRows&, std::size_t reader, const CodeColumn<Code>& column, const Cases<Row>& cases) {
     const std::vector<RowNumber>& rowsOfCodes = column.dictionary->GetRows(reader);
     if constexpr (std::is_same_v<Row, std::uint8_t> && std::is_same_v<Code, std::int8_t>) {
-        const bool isSimple = column.validity.bits == nullptr && rowsOfCodes.size() < shortestListTooLong;
+        const bool isSimple = column.validity.bits == nullptr && rowsOfCodes.size() <= longestListOfRows;
         if (isSimple && MapCodes(column.codes.subspan(cases.first, cases.count), rowsOfCodes, cases.rows)) return;
     }
     EncodeCodes(rowsOfCodes, column, cases);

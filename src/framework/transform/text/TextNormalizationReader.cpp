@@ -1,5 +1,6 @@
 #include "framework/transform/text/TextNormalizationReader.h"
 
+#include <re2/re2.h>
 #include <xercesc/dom/DOMElement.hpp>
 
 #include <memory>
