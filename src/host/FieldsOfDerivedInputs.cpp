@@ -5,11 +5,12 @@
 
 #include "framework/DerivedFieldSources.h"
 #include "framework/ModelSelfDescription.h"
+#include "framework/SeededHash.h"
 
 namespace nbscore {
 namespace {
 
-using Names = std::unordered_set<std::string>;
+using Names = SeededSet<std::string>;
 
 /// A walk from inputs to what they are computed from, each field once.
 class Walk {

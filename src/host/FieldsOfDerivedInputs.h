@@ -2,9 +2,9 @@
 
 #include <optional>
 #include <string>
-#include <unordered_set>
 
 #include "framework/ScoreModel.h"
+#include "framework/SeededHash.h"
 
 namespace nbscore {
 
@@ -13,6 +13,6 @@ namespace nbscore {
 ///
 /// Nothing where that is not known: the model has derived fields that are no DerivedFieldSources, or is no
 /// ModelSelfDescription itself. Takes the time of a ModelSelfDescription where there are derived fields.
-std::optional<std::unordered_set<std::string>> FindFieldsOfDerivedInputs(const ScoreModel& model);
+std::optional<SeededSet<std::string>> FindFieldsOfDerivedInputs(const ScoreModel& model);
 
 }  // namespace nbscore
