@@ -57,6 +57,8 @@ private:
     bool readsDerivedFields;
     BatchInputs inputs;
     std::vector<std::size_t> inputsOfPredictors;
+    /// The predictors that read each input, in their order.
+    std::vector<std::vector<std::size_t>> readersOfInputs;
     std::vector<std::string> categories;
     std::vector<Predictor> predictors;
     AlignedNumbers priors;

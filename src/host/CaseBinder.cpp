@@ -1,8 +1,7 @@
 #include "host/CaseBinder.h"
 
-#include <unordered_set>
-
 #include "framework/NumberText.h"
+#include "framework/SeededHash.h"
 #include "framework/StringValue.h"
 #include "host/FieldsOfDerivedInputs.h"
 #include "host/HostError.h"
@@ -52,7 +51,7 @@ std::vector<const ScoreDictVar*> CaseBinder::CollectFields(const ScoreModel& mod
     neededCount = fields.size();
     if (model.GetTransformationDictionary() == nullptr) return fields;
 
-    std::unordered_set<std::string> taken;
+    SeededSet<std::string> taken;
     for (const ScoreDictVar* field : fields) {
         taken.insert(field->GetName());
     }

@@ -5,11 +5,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "framework/BaseCaseRecord.h"
 #include "framework/ScoreModel.h"
+#include "framework/SeededHash.h"
 
 namespace nbscore {
 
@@ -76,7 +76,7 @@ private:
     std::string source;
     CaseBinderOptions options;
     std::vector<std::string> columnNames;
-    std::unordered_map<std::string_view, std::size_t> columnsByName;
+    SeededMap<std::string_view, std::size_t> columnsByName;
     std::unique_ptr<ScoreDictionary> predictors;  // owns the variables of the needed columns
     std::vector<BoundColumn> columns;
     /// Per column of the table where it stands in the list above; nothing for one that no field is read from.

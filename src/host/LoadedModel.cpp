@@ -1,11 +1,11 @@
 #include "host/LoadedModel.h"
 
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include "framework/ModelSelfCheck.h"
 #include "framework/NumberText.h"
+#include "framework/SeededHash.h"
 #include "framework/VeskException.h"
 #include "host/HostError.h"
 #include "host/MessageText.h"
@@ -64,7 +64,7 @@ std::string FindTargetObstacle(const ScoreDictVar* target) {
     if (labels == nullptr || labels->GetValueLabels().empty()) {
         return "The target variable " + name + " declares no values.";
     }
-    std::unordered_set<std::string> seen;
+    SeededSet<std::string> seen;
     for (const ScoreValueLabel& label : labels->GetValueLabels()) {
         if (seen.insert(GetIdentity(*label.GetValue())).second) continue;
         return "The target variable " + name + " declares the value " + QuoteForMessage(label.GetValue()->GetString()) +

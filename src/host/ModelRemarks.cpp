@@ -1,9 +1,7 @@
 #include "host/ModelRemarks.h"
 
-#include <unordered_map>
-#include <unordered_set>
-
 #include "framework/CountedNoun.h"
+#include "framework/SeededHash.h"
 #include "host/MessageText.h"
 
 namespace nbscore {
@@ -62,7 +60,7 @@ private:
     }
 
     void LookForSharedNames() {
-        std::unordered_map<std::string, int> uses;
+        SeededMap<std::string, int> uses;
         for (const ClassifierDescription& classifier : model.classifiers)
             ++uses[classifier.name];
         for (const ClassifierDescription& classifier : model.classifiers) {
@@ -103,7 +101,7 @@ private:
 
     const DocumentCheck& check;
     const ModelDescription& model;
-    std::unordered_set<std::string> usedFields;
+    SeededSet<std::string> usedFields;
     std::vector<DocumentProblem> remarks;
 };
 

@@ -99,6 +99,19 @@ TEST_F(HostileFields, AreRefused_WhenFunctionsDouble) {
                     "counted in.");
 }
 
+/// Room for every cell that the rows might have would be eighty gigabytes.
+TEST_F(HostileFields, AreRefusedAtTheFirstRow_WhenATableHasManyColumnsAndManyRowsWithoutACell) {
+    std::string pairs;
+    for (int i = 0; i < manyFields; ++i)
+        pairs += "<FieldColumnPair field=\"colour\" column=\"" + Name(i) + "\"/>";
+    std::string rows;
+    for (int i = 0; i < manyFields; ++i)
+        rows += "<row/>";
+    const std::string table =
+        "<MapValues outputColumn=\"out\">" + pairs + "<InlineTable>" + rows + "</InlineTable></MapValues>";
+    ExpectAllRefuse(Transforming(Field("d", table)), "15:[0-9]+: error 5: The row has no cell for the column \"d0\".");
+}
+
 std::string Matching(const std::string& text, const std::string& pattern) {
     return Apply("if", Apply("matches", text + pattern) + "<Constant>1</Constant><Constant>200</Constant>");
 }

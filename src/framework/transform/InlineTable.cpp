@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
-#include <unordered_map>
 
 #include "framework/BaseTranslator.h"
+#include "framework/SeededHash.h"
 #include "framework/transform/ElementReading.h"
 #include "framework/xml/PmmlPrefix.h"
 #include "framework/xml/Refusal.h"
@@ -56,19 +56,18 @@ private:
     }
 
     std::size_t count;
-    std::unordered_map<std::string, std::vector<std::size_t>> positions;
+    SeededMap<std::string, std::vector<std::size_t>> positions;
 };
 
 }  // namespace
 
-std::vector<InlineRow> ReadInlineTable(const DOMElement* table, const std::vector<std::string>& columns) {
+void ForEachRow(const DOMElement* table, const std::vector<std::string>& columns,
+                const std::function<void(const InlineRow& row)>& onRow) {
     const Columns askedColumns(columns);
-    std::vector<InlineRow> rows;
     for (const DOMElement* child : ChildrenOf(table)) {
         if (LocalNameOf(child) != "row") throw UnexpectedChild(child, TagOf(table));
-        rows.push_back(askedColumns.Read(child));
+        onRow(askedColumns.Read(child));
     }
-    return rows;
 }
 
 const DOMElement* TableAmong(const std::vector<const DOMElement*>& children, const DOMElement* element) {

@@ -46,8 +46,7 @@ public:
         for (const DOMElement* child : children)
             if (child != table) throw UnexpectedChild(child, TagOf(element));
         std::vector<TextNormalization::Row> rows;
-        for (const InlineRow& row : ReadInlineTable(table, columns))
-            rows.push_back(ReadRow(row));
+        ForEachRow(table, columns, [&](const InlineRow& row) { rows.push_back(ReadRow(row)); });
         return {rules, std::move(rows), FlagAttribute(element, recursiveName).value_or(false)};
     }
 
