@@ -1,4 +1,4 @@
-#include "host/FieldsOfDerivedInputs.h"
+#include "host/FieldsOfInputs.h"
 
 #include <utility>
 #include <vector>
@@ -9,55 +9,51 @@
 namespace nbscore {
 namespace {
 
-using Names = std::unordered_set<std::string>;
-
 /// A walk from inputs to what they are computed from, each field once.
 class Walk {
 public:
-    Walk(const TransformationDictionary& derivedFields, const DerivedFieldSources& sourcesOfFields)
+    /// @param derivedFields may be null, and then so are the sources.
+    Walk(const TransformationDictionary* derivedFields, const DerivedFieldSources* sourcesOfFields)
         : derived(derivedFields), sources(sourcesOfFields) {}
 
-    /// Inputs that are data fields themselves are passed over.
     void AddInput(const std::string& name) {
-        if (derived.GetVar(name) != nullptr) AddDerived(name);
+        if (!AddDerived(name)) fields.asTheyAre.insert(name);
     }
 
-    Names Finish() {
+    FieldsOfInputs Finish() {
         while (!waiting.empty()) {
             const std::string name = std::move(waiting.back());
             waiting.pop_back();
-            for (const std::string& read : sources.GetFieldsRead(name)) {
-                if (derived.GetVar(read) != nullptr) {
-                    AddDerived(read);
-                } else {
-                    dataFields.insert(read);
-                }
+            for (const std::string& read : sources->GetFieldsRead(name)) {
+                if (!AddDerived(read)) fields.ofDerivedInputs.insert(read);
             }
         }
-        return std::move(dataFields);
+        return std::move(fields);
     }
 
 private:
-    void AddDerived(const std::string& name) {
+    /// False for a name that is no derived field's.
+    bool AddDerived(const std::string& name) {
+        if (derived == nullptr || derived->GetVar(name) == nullptr) return false;
         if (met.insert(name).second) waiting.push_back(name);
+        return true;
     }
 
-    const TransformationDictionary& derived;
-    const DerivedFieldSources& sources;
-    Names met;
+    const TransformationDictionary* derived;
+    const DerivedFieldSources* sources;
+    std::unordered_set<std::string> met;
     std::vector<std::string> waiting;
-    Names dataFields;
+    FieldsOfInputs fields;
 };
 
 }  // namespace
 
-std::optional<Names> FindFieldsOfDerivedInputs(const ScoreModel& model) {
+std::optional<FieldsOfInputs> FindFieldsOfInputs(const ScoreModel& model) {
     const TransformationDictionary* const derived = model.GetTransformationDictionary();
-    if (derived == nullptr) return Names();
     const auto* const sources = dynamic_cast<const DerivedFieldSources*>(derived);
     const auto* const description = dynamic_cast<const ModelSelfDescription*>(&model);
-    if (sources == nullptr || description == nullptr) return std::nullopt;
-    Walk walk(*derived, *sources);
+    if (description == nullptr || (derived != nullptr && sources == nullptr)) return std::nullopt;
+    Walk walk(derived, sources);
     for (const ClassifierDescription& classifier : description->Describe().classifiers) {
         for (const InputDescription& input : classifier.inputs)
             walk.AddInput(input.name);
