@@ -59,7 +59,7 @@ InputDictionary ClassifierEngine::MakeDictionary(std::size_t input, std::span<co
         for (const Value& value : values)
             rows.push_back(RowOf(reader, value));
     }
-    return {this, input, values.size(), std::move(rowLists)};
+    return {identity, input, values.size(), std::move(rowLists)};
 }
 
 template InputDictionary ClassifierEngine::MakeDictionary(std::size_t, std::span<const std::string_view>) const;
@@ -75,7 +75,7 @@ void ClassifierEngine::RequireRoom(std::size_t cases, const ClassificationColumn
 
 void ClassifierEngine::Score(std::span<const Column> columns, std::size_t cases,
                              const ClassificationColumns& answers) const {
-    RequireReadable(columns, cases, this, GetInputs());
+    RequireReadable(columns, cases, identity, GetInputs());
     ScoreReadable(ColumnsOfReaders(columns, inputsOfPredictors), cases, answers);
 }
 

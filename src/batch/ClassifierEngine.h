@@ -54,6 +54,8 @@ private:
     void ScoreReadable(std::span<const Column* const> columns, std::size_t cases,
                        const ClassificationColumns& answers) const;
 
+    /// Of the dictionaries that are made here.
+    ScorerIdentity identity;
     bool readsDerivedFields;
     BatchInputs inputs;
     std::vector<std::size_t> inputsOfPredictors;

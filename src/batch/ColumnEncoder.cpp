@@ -7,7 +7,6 @@
 #include <type_traits>
 
 #include "batch/CodeMapping.h"
-#include "batch/InputDictionary.h"
 
 namespace nbscore {
 namespace {
@@ -107,7 +106,7 @@ void EncodeAny(const ValueRows& valueRows, std::size_t reader, const Column& col
 class Problem {
 public:
     std::size_t cases;
-    const void* scorer;
+    const ScorerIdentity& scorer;
     std::size_t input;
 
     std::string operator()(const RowColumn&) const { return "holds rows, which ScoreRows takes"; }
@@ -136,7 +135,7 @@ private:
 
 }  // namespace
 
-void RequireReadable(std::span<const Column> columns, std::size_t cases, const void* scorer,
+void RequireReadable(std::span<const Column> columns, std::size_t cases, const ScorerIdentity& scorer,
                      const std::vector<BatchInput>& inputs) {
     if (columns.size() != inputs.size()) {
         throw std::invalid_argument("There are " + std::to_string(columns.size()) + " columns for " +

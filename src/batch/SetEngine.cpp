@@ -56,7 +56,7 @@ InputDictionary SetEngine::MakeDictionary(std::size_t input, std::span<const Val
         for (const Value& value : values)
             rows.push_back(RowOf(reader, value));
     }
-    return {this, input, values.size(), std::move(rowLists)};
+    return {identity, input, values.size(), std::move(rowLists)};
 }
 
 template InputDictionary SetEngine::MakeDictionary(std::size_t, std::span<const std::string_view>) const;
@@ -69,7 +69,7 @@ void SetEngine::RequireRoom(std::size_t cases, const SubModelColumns& answers) c
 }
 
 void SetEngine::Score(std::span<const Column> columns, std::size_t cases, const SubModelColumns& answers) const {
-    RequireReadable(columns, cases, this, GetInputs());
+    RequireReadable(columns, cases, identity, GetInputs());
     ScoreReadable(ColumnsOfReaders(columns, inputsOfReaders), cases, answers);
 }
 

@@ -51,6 +51,8 @@ private:
     /// @param columns one for each reader.
     void ScoreReadable(std::span<const Column* const> columns, std::size_t cases, const SubModelColumns& answers) const;
 
+    /// Of the dictionaries that are made here.
+    ScorerIdentity identity;
     bool readsDerivedFields;
     BatchInputs inputs;
     std::vector<std::string> names;

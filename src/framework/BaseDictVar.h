@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <string>
 #include <vector>
@@ -63,5 +64,6 @@ private:
     std::vector<std::unique_ptr<ScoreValue>> invalidValues;
     std::vector<ValueInterval> intervals;
     bool holdsTruthValues = false;
-    int index = -1;
+    /// Written by the first scoring call with a record that has positions, while other threads may copy the variable.
+    std::atomic<int> index = -1;
 };

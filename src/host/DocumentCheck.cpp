@@ -10,7 +10,7 @@
 #include "framework/VeskException.h"
 #include "framework/xml/MemoryRefusal.h"
 #include "host/CheckAdvice.h"
-#include "host/FieldsOfDerivedInputs.h"
+#include "host/FieldsOfInputs.h"
 #include "host/HostError.h"
 #include "host/LoadedModel.h"
 #include "host/ModelRemarks.h"
@@ -35,11 +35,13 @@ std::vector<FieldDescription> DescribeFields(const ScoreModel& model) {
     std::vector<FieldDescription> fields;
     std::vector<ScoreDictVar*> vars;
     if (model.GetDictionary() != nullptr) model.GetDictionary()->GetAllVars(vars);
-    const auto readByDerivedInputs = FindFieldsOfDerivedInputs(model);
+    const std::optional<FieldsOfInputs> read = FindFieldsOfInputs(model);
     for (const ScoreDictVar* var : vars) {
         fields.push_back(DescribeField(model, *var, false));
-        if (readByDerivedInputs) {
-            fields.back().isReadByDerivedInputs = readByDerivedInputs->contains(fields.back().name);
+        if (read) {
+            fields.back().isReadByDerivedInputs = read->ofDerivedInputs.contains(fields.back().name);
+        } else if (model.GetTransformationDictionary() == nullptr) {
+            fields.back().isReadByDerivedInputs = false;
         }
     }
     vars.clear();

@@ -87,10 +87,11 @@ private:
 
     void LookForTargetsThatAreRead() {
         for (const FieldDescription& field : check.fields) {
-            if (field.role != ScoreModel::TargetRole || !field.isReadByDerivedInputs.value_or(false)) continue;
+            const bool isRead = usedFields.contains(field.name) || field.isReadByDerivedInputs.value_or(false);
+            if (field.role != ScoreModel::TargetRole || !isRead) continue;
             Add("The target " + QuoteForMessage(field.name) +
-                    " is read by derived inputs: it is missing for them in every case, even where the table has it.",
-                "Compute the inputs from other fields.");
+                    " is read by inputs: where the table has a column for it, the answers depend on that.",
+                "Make the inputs of other fields, unless cases tell their target before it is predicted.");
         }
     }
 

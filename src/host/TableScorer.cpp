@@ -33,18 +33,12 @@ public:
         ReadHeader();
         model.SetPredictionOnly(options.output.predictionOnly);
         const std::unique_ptr<BlockScorer> scorer = MakeScorer();
-        // The first rows are scored alone: a model takes notes on its first case.
+        // The first block here, so that a short table starts no threads.
         ScoreBlock(*scorer);
-        while (summary.rows == 0 && reader.Read(block)) {
-            rows.Start(block);
-            ScoreBlock(*scorer);
-        }
-        if (summary.rows > 0) {
-            if (options.threads > 1) {
-                ScoreOnThreads(*scorer);
-            } else {
-                ScoreHere(*scorer);
-            }
+        if (options.threads > 1) {
+            ScoreOnThreads(*scorer);
+        } else {
+            ScoreHere(*scorer);
         }
         RequireCases();
         TellProgress();

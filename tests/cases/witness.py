@@ -157,7 +157,7 @@ class Classifier:
     def cell(self, field, case):
         """A field that renames another has the other's value, unless that is missing."""
         if field.source is None:
-            return case[field.name]
+            return case.get(field.name, "")  # only a target that is read may have no column
         source = self.fields[field.source]
         cell = self.cell(source, case)
         return "" if cell == "" or source.is_missing(cell) else cell
