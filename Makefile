@@ -20,6 +20,7 @@ help:
 	@echo 'make bench-peers        what it takes beside scikit-learn and pandas, which are installed for it'
 	@echo 'make bench-page         write docs/benchmarks.md from what the two measured last'
 	@echo 'make bench-load what loading documents costs beside the bare parse (ten minutes)'
+	@echo 'make bench-growth       how time grows with documents and tables; fails where it grows too fast (half an hour)'
 	@echo 'make lint       formatting and the rules of the source tree'
 	@echo 'make tidy       static analysis of src/, every finding an error (ten minutes)'
 	@echo 'make format     format every source file'
@@ -90,7 +91,7 @@ fuzz: fuzz-build
 fuzz-regressions: fuzz-build
 	fuzz/run.sh regressions
 
-.PHONY: bench-build bench bench-peers bench-page bench-load
+.PHONY: bench-build bench bench-peers bench-page bench-load bench-growth
 bench-build: packages-bench
 	cmake --preset bench
 	cmake --build --preset bench -j $(JOBS)
@@ -103,6 +104,8 @@ bench-page:
 	python3 bench/report/report.py page build/bench/results docs
 bench-load: bench-build
 	build/bench/bin/load_benchmark
+bench-growth: bench-build
+	build/bench/bin/growth_benchmark
 
 .PHONY: coverage
 coverage: packages-lint

@@ -21,8 +21,13 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 # The command runs from the build tree as it does once installed: bin/nbscore beside lib/.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
-set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR})
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/${CMAKE_INSTALL_LIBDIR})
+
+# Libraries are searched for relative to who needs them, in the build tree too. CMake would write the build's own folders
+# there, and behind them an empty one, which the loader takes for the current folder: whatever lies there under a
+# library's name would run.
+set(CMAKE_BUILD_WITH_INSTALL_RPATH ON)
 
 # Every target of ours links this one.
 add_library(nbscore_build INTERFACE)
@@ -38,6 +43,23 @@ target_compile_options(nbscore_build INTERFACE
     $<$<BOOL:${NBSCORE_WERROR}>:-Werror>
     # False findings inside std::string and std::variant with g++ 12 at -O3; clang watches for the same.
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict -Wno-maybe-uninitialized>)
+
+# What is left to whoever finds a fault in memory is little: stacks have guards, calls of the C library that copy are
+# checked, nothing that can be written can run, no table of addresses can be written once it is filled, and programs too
+# stand at random addresses.
+if(MINGW)
+    # The linker's defaults, stated. The checks of stacks and calls would need one library more beside every program.
+    target_link_options(nbscore_build INTERFACE -Wl,--dynamicbase,--nxcompat,--high-entropy-va)
+else()
+    include(CheckPIESupported)
+    check_pie_supported()
+    target_compile_options(nbscore_build INTERFACE -fstack-protector-strong)
+    target_link_options(nbscore_build INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
+    if(NOT NBSCORE_SANITIZE)  # they check the same calls, and more
+        target_compile_options(nbscore_build INTERFACE
+            "$<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2>")
+    endif()
+endif()
 
 if(WIN32)
     # The system's header brings in names that clash with the XML library's, and macros that clash with everything.
@@ -64,7 +86,13 @@ if(WIN32)
     set(CMAKE_SHARED_MODULE_PREFIX "")
 endif()
 
-# nbscore_module(TARGET): what all our targets have in common.
+# nbscore_module(TARGET): what all our targets have in common. Programs stand in a folder beside that of the libraries.
 function(nbscore_module target)
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:nbscore_build>)
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL "EXECUTABLE")
+        set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+    else()
+        set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
+    endif()
 endfunction()

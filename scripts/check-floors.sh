@@ -1,5 +1,6 @@
 #!/bin/sh
-# A folder of src/ may include only itself and the folders above it in the list; XML headers only where XML is read.
+# A folder of src/ may include only itself and the folders above it in the list; XML headers only where XML is read;
+# keys from outside are hashed under a seed.
 set -eu
 cd "$(dirname "$0")/.."
 
@@ -17,6 +18,11 @@ for floor in $floors; do
 done
 if grep -rnE '^#include <xercesc/' src | grep -vE '^src/(framework|translator|document)/'; then
     echo "^ XML headers belong to src/framework, src/translator and src/document only" >&2
+    failed=1
+fi
+if grep -rnE 'std::unordered_|std::hash' src | grep -v '^src/framework/SeededHash.h:' |
+    grep -vE 'std::unordered_(map|set)<(const )?[A-Za-z:]+\*[,>]'; then
+    echo "^ only pointers are hashed without a seed: use SeededMap or SeededSet (framework/SeededHash.h)" >&2
     failed=1
 fi
 exit $failed

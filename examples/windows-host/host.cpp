@@ -50,8 +50,11 @@ int wmain(int argc, wchar_t** argv) {
         std::cerr << "usage: host PLUGIN DOCUMENT\n";
         return 2;
     }
-    // With this flag the plug-in's own folder is searched for the libraries that it needs.
-    const HMODULE plugin = LoadLibraryExW(argv[1], nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    // The libraries that it needs are searched for in its own folder, the program's and the system's alone. That takes a
+    // whole path, with backslashes.
+    const std::filesystem::path path = std::filesystem::absolute(argv[1]).make_preferred();
+    const HMODULE plugin =
+        LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
     if (plugin == nullptr) {
         std::cerr << "cannot load the plug-in: error " << GetLastError() << '\n';
         return 1;

@@ -2,10 +2,10 @@
 
 #include <cstddef>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "batch/BatchInput.h"
+#include "framework/SeededHash.h"
 
 namespace nbscore {
 
@@ -19,7 +19,7 @@ public:
 
 private:
     std::vector<BatchInput> inputs;
-    std::unordered_map<std::string, std::size_t> positions;
+    SeededMap<std::string, std::size_t> positions;
 };
 
 }  // namespace nbscore

@@ -40,10 +40,13 @@ void ClassifierEngine::AddPredictor(const PredictorTables& tables) {
     const std::size_t input = inputs.Add(tables);
     const PredictorTables* const only = &tables;
     ValueRows rows({&only, 1});
-    const auto reader = static_cast<std::size_t>(std::ranges::count(inputsOfPredictors, input));
+    readersOfInputs.resize(GetInputs().size());
+    std::vector<std::size_t>& readers = readersOfInputs[input];
     hasByteRows = hasByteRows && rows.GetNumRows() <= rowsOfAByte;
     FactorTable factors = MakeFactors(tables, rows, categories.size());
-    predictors.push_back({std::move(rows), std::move(factors), reader});
+    const std::size_t position = predictors.size();
+    predictors.push_back({std::move(rows), std::move(factors), readers.size()});
+    readers.push_back(position);
     inputsOfPredictors.push_back(input);
 }
 
@@ -51,13 +54,12 @@ template <typename Value>
 InputDictionary ClassifierEngine::MakeDictionary(std::size_t input, std::span<const Value> values) const {
     RequireInput(input, GetInputs().size());
     std::vector<std::vector<RowNumber>> rowLists;
-    for (std::size_t j = 0; j < predictors.size(); ++j) {
-        if (inputsOfPredictors[j] != input) continue;
+    for (const std::size_t reader : readersOfInputs[input]) {
         std::vector<RowNumber>& rows = rowLists.emplace_back(1, missingRow);
         for (const Value& value : values)
-            rows.push_back(RowOf(j, value));
+            rows.push_back(RowOf(reader, value));
     }
-    return {this, input, values.size(), std::move(rowLists)};
+    return {identity, input, values.size(), std::move(rowLists)};
 }
 
 template InputDictionary ClassifierEngine::MakeDictionary(std::size_t, std::span<const std::string_view>) const;
@@ -73,7 +75,7 @@ void ClassifierEngine::RequireRoom(std::size_t cases, const ClassificationColumn
 
 void ClassifierEngine::Score(std::span<const Column> columns, std::size_t cases,
                              const ClassificationColumns& answers) const {
-    RequireReadable(columns, cases, this, GetInputs());
+    RequireReadable(columns, cases, identity, GetInputs());
     ScoreReadable(ColumnsOfReaders(columns, inputsOfPredictors), cases, answers);
 }
 

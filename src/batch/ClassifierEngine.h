@@ -54,9 +54,13 @@ private:
     void ScoreReadable(std::span<const Column* const> columns, std::size_t cases,
                        const ClassificationColumns& answers) const;
 
+    /// Of the dictionaries that are made here.
+    ScorerIdentity identity;
     bool readsDerivedFields;
     BatchInputs inputs;
     std::vector<std::size_t> inputsOfPredictors;
+    /// The predictors that read each input, in their order.
+    std::vector<std::vector<std::size_t>> readersOfInputs;
     std::vector<std::string> categories;
     std::vector<Predictor> predictors;
     AlignedNumbers priors;

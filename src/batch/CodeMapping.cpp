@@ -49,7 +49,7 @@ namespace nbscore {
 HWY_EXPORT(MapShortCodes);
 
 bool MapCodes(std::span<const std::int8_t> codes, std::span<const RowNumber> rowsOfCodes, std::uint8_t* rows) {
-    alignas(16) std::uint8_t table[shortestListTooLong - 1] = {};
+    alignas(16) std::uint8_t table[longestListOfRows] = {};
     std::ranges::transform(rowsOfCodes, table, [](RowNumber row) { return static_cast<std::uint8_t>(row); });
     return HWY_DYNAMIC_DISPATCH(MapShortCodes)(codes, table, static_cast<std::uint8_t>(rowsOfCodes.size()), rows);
 }

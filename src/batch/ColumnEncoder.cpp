@@ -7,7 +7,6 @@
 #include <type_traits>
 
 #include "batch/CodeMapping.h"
-#include "batch/InputDictionary.h"
 
 namespace nbscore {
 namespace {
@@ -79,7 +78,7 @@ template <typename Row, typename Code>
 void Encode(const ValueRows&, std::size_t reader, const CodeColumn<Code>& column, const Cases<Row>& cases) {
     const std::vector<RowNumber>& rowsOfCodes = column.dictionary->GetRows(reader);
     if constexpr (std::is_same_v<Row, std::uint8_t> && std::is_same_v<Code, std::int8_t>) {
-        const bool isSimple = column.validity.bits == nullptr && rowsOfCodes.size() < shortestListTooLong;
+        const bool isSimple = column.validity.bits == nullptr && rowsOfCodes.size() <= longestListOfRows;
         if (isSimple && MapCodes(column.codes.subspan(cases.first, cases.count), rowsOfCodes, cases.rows)) return;
     }
     EncodeCodes(rowsOfCodes, column, cases);
@@ -107,7 +106,7 @@ void EncodeAny(const ValueRows& valueRows, std::size_t reader, const Column& col
 class Problem {
 public:
     std::size_t cases;
-    const void* scorer;
+    const ScorerIdentity& scorer;
     std::size_t input;
 
     std::string operator()(const RowColumn&) const { return "holds rows, which ScoreRows takes"; }
@@ -136,7 +135,7 @@ private:
 
 }  // namespace
 
-void RequireReadable(std::span<const Column> columns, std::size_t cases, const void* scorer,
+void RequireReadable(std::span<const Column> columns, std::size_t cases, const ScorerIdentity& scorer,
                      const std::vector<BatchInput>& inputs) {
     if (columns.size() != inputs.size()) {
         throw std::invalid_argument("There are " + std::to_string(columns.size()) + " columns for " +

@@ -7,6 +7,7 @@
 
 #include "batch/BatchInput.h"
 #include "batch/Column.h"
+#include "batch/InputDictionary.h"
 #include "batch/RowNumber.h"
 #include "batch/ValueRows.h"
 
@@ -15,8 +16,7 @@ namespace nbscore {
 /// Throws std::invalid_argument when there is not one column for each input, and, naming the input, when one cannot be
 /// read for so many cases: it has another number of values, offsets that fall, or a dictionary of another scorer or
 /// input.
-/// @param scorer what tells the scorer from others.
-void RequireReadable(std::span<const Column> columns, std::size_t cases, const void* scorer,
+void RequireReadable(std::span<const Column> columns, std::size_t cases, const ScorerIdentity& scorer,
                      const std::vector<BatchInput>& inputs);
 
 /// Columns of rows, one for each reader. Throws std::invalid_argument when there is not one list for each reader, or

@@ -16,8 +16,8 @@ public:
     explicit DeclaredMissing(const ScoreDictVar& var);
 
     bool Contains(double number) const {
-        if (!continuous) return false;
-        return MCMV::IsMissing(number) || (declaring != nullptr && IsDeclared(number));
+        if (declaring != nullptr) return IsDeclared(number);
+        return continuous && MCMV::IsMissing(number);
     }
     bool Contains(std::string_view text) const { return declaring != nullptr && IsDeclared(text); }
 
@@ -26,7 +26,8 @@ private:
     bool IsDeclared(std::string_view text) const;
 
     bool continuous;
-    /// Null when the variable is known to declare none.
+    /// To be asked about each value, the system-missing number too. Null when the variable is not continuous, or is
+    /// known to declare none.
     std::shared_ptr<const ScoreDictVar> declaring;
 };
 

@@ -12,7 +12,8 @@ ProbedTable<NumberRows::Entry> NumberRows::MakeTable(std::span<const double> num
     entries.reserve(numbers.size());
     for (const double number : numbers)
         entries.push_back({number, static_cast<RowNumber>(firstKnownRow + entries.size())});
-    return ProbedTable<Entry>(entries, [](const Entry& entry, std::uint64_t seed) { return Hash(entry.number, seed); });
+    return ProbedTable<Entry>(entries,
+                              [](const Entry& entry, const HashSeed& seed) { return seed.Hash(entry.number); });
 }
 
 RowNumber NumberRows::RowOf(std::string_view text) const {

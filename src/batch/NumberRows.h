@@ -1,6 +1,5 @@
 #pragma once
 
-#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -9,7 +8,6 @@
 
 #include "batch/ProbedTable.h"
 #include "batch/RowNumber.h"
-#include "naivebayes/TextHash.h"
 
 namespace nbscore {
 
@@ -21,20 +19,13 @@ public:
 
     RowNumber RowOf(double number) const {
         if (std::isnan(number)) return unknownRow;
-        return table.Find(Hash(number, table.GetSeed()),
+        return table.Find(table.GetSeed().Hash(number),
                           [number](const Entry& entry) { return entry.number == number; });
     }
     /// A text is looked up by the number that it holds, as a case's text is.
     RowNumber RowOf(std::string_view text) const;
 
     std::size_t GetNumRows() const { return firstKnownRow + numNumbers; }
-
-    /// 0 and -0 are one number. The seed goes in before the number and behind it: where it stood on one side alone, its
-    /// change would move numbers of few bits all together, and numbers could be chosen that fall together under each.
-    static std::uint64_t Hash(double number, std::uint64_t seed) {
-        const auto bits = std::bit_cast<std::uint64_t>(number + 0.0);
-        return word_hash::Mix(word_hash::Mix(word_hash::Mix(0, seed + 1), bits), seed);
-    }
 
 private:
     struct Entry {

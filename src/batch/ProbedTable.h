@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "batch/RowNumber.h"
+#include "framework/SeededHash.h"
 
 namespace nbscore {
 
@@ -20,13 +21,13 @@ template <typename Entry>
 class ProbedTable {
 public:
     /// @param entries no two are the same.
-    /// @param hashOf the hash of an entry under a seed, which it may note in the entry; its upper bits count. Entries
-    ///     chosen to fall together must not turn a look-up into a search: another seed has to scatter them anew.
+    /// @param hashOf the hash of an entry under a HashSeed, which it may note in the entry; its upper bits count.
     template <typename HashOf>
     ProbedTable(std::span<Entry> entries, const HashOf& hashOf)
         : slots(CountSlots(entries.size())), shift(64 - std::countr_zero(slots.size())) {
         const bool areFew = entries.size() <= fewEntries;
-        for (; seed < numSeeds; ++seed) {
+        for (std::uint64_t attempt = 0; attempt < numAttempts; ++attempt) {
+            seed = HashSeed::OfProcess().Derive(attempt);
             if (Fill(entries, hashOf, areFew ? 0 : longestProbe)) {
                 lieApart = areFew;
                 return;
@@ -46,12 +47,13 @@ public:
             if (entry.row == unknownRow || isSame(entry)) return entry.row;
         }
     }
-    std::uint64_t GetSeed() const { return seed; }
+    const HashSeed& GetSeed() const { return seed; }
 
 private:
     static constexpr std::size_t fewEntries = 48;
-    static constexpr std::size_t longestProbe = 64;
-    static constexpr std::uint64_t numSeeds = 64;
+    /// Many millions of entries hardly ever take so many steps under a seed that nobody knew when they were chosen.
+    static constexpr std::size_t longestProbe = 128;
+    static constexpr std::uint64_t numAttempts = 256;
 
     /// So many that one is always free.
     static std::size_t CountSlots(std::size_t entries) {
@@ -79,7 +81,7 @@ private:
     std::vector<Entry> slots;
     /// Leaves as many of a hash's upper bits as tell the slots apart.
     int shift;
-    std::uint64_t seed = 0;
+    HashSeed seed = HashSeed::OfProcess();
     bool lieApart = false;
 };
 

@@ -18,18 +18,20 @@ SetEngine::SetEngine(const ModelTables& set)
         for (const PredictorTables& predictor : subModel.predictors)
             inputs.Add(predictor);
     }
-    std::vector<std::size_t> numLists(GetInputs().size());
+    readersOfInputs.resize(GetInputs().size());
     for (std::vector<std::size_t>& positions : GroupSubModels(set)) {
         const ClassifierTables& first = set.classifiers[positions.front()];
-        AddPart(SubModelGroup(set, std::move(positions)), first, numLists);
+        AddPart(SubModelGroup(set, std::move(positions)), first);
     }
 }
 
-void SetEngine::AddPart(SubModelGroup group, const ClassifierTables& member, std::vector<std::size_t>& numLists) {
+void SetEngine::AddPart(SubModelGroup group, const ClassifierTables& member) {
     Part part{std::move(group), inputsOfReaders.size(), {}};
     for (const PredictorTables& predictor : member.predictors) {
         const std::size_t input = inputs.Add(predictor);
-        part.listsOfReaders.push_back(numLists[input]++);
+        std::vector<std::size_t>& readers = readersOfInputs[input];
+        part.listsOfReaders.push_back(readers.size());
+        readers.push_back(inputsOfReaders.size());
         inputsOfReaders.push_back(input);
         partsOfReaders.push_back(parts.size());
     }
@@ -49,13 +51,12 @@ template <typename Value>
 InputDictionary SetEngine::MakeDictionary(std::size_t input, std::span<const Value> values) const {
     RequireInput(input, GetInputs().size());
     std::vector<std::vector<RowNumber>> rowLists;
-    for (std::size_t reader = 0; reader < inputsOfReaders.size(); ++reader) {
-        if (inputsOfReaders[reader] != input) continue;
+    for (const std::size_t reader : readersOfInputs[input]) {
         std::vector<RowNumber>& rows = rowLists.emplace_back(1, missingRow);
         for (const Value& value : values)
             rows.push_back(RowOf(reader, value));
     }
-    return {this, input, values.size(), std::move(rowLists)};
+    return {identity, input, values.size(), std::move(rowLists)};
 }
 
 template InputDictionary SetEngine::MakeDictionary(std::size_t, std::span<const std::string_view>) const;
@@ -68,7 +69,7 @@ void SetEngine::RequireRoom(std::size_t cases, const SubModelColumns& answers) c
 }
 
 void SetEngine::Score(std::span<const Column> columns, std::size_t cases, const SubModelColumns& answers) const {
-    RequireReadable(columns, cases, this, GetInputs());
+    RequireReadable(columns, cases, identity, GetInputs());
     ScoreReadable(ColumnsOfReaders(columns, inputsOfReaders), cases, answers);
 }
 

@@ -46,11 +46,13 @@ public:
     std::size_t GetFirstPredictor(std::size_t subModel) const { return firstPredictors[subModel]; }
 
 private:
-    void AddPart(SubModelGroup group, const ClassifierTables& member, std::vector<std::size_t>& numLists);
+    void AddPart(SubModelGroup group, const ClassifierTables& member);
     void RequireRoom(std::size_t cases, const SubModelColumns& answers) const;
     /// @param columns one for each reader.
     void ScoreReadable(std::span<const Column* const> columns, std::size_t cases, const SubModelColumns& answers) const;
 
+    /// Of the dictionaries that are made here.
+    ScorerIdentity identity;
     bool readsDerivedFields;
     BatchInputs inputs;
     std::vector<std::string> names;
@@ -61,6 +63,8 @@ private:
     /// Those of the first part in front; and to each the part that it belongs to.
     std::vector<std::size_t> inputsOfReaders;
     std::vector<std::size_t> partsOfReaders;
+    /// The readers of each input, in their order.
+    std::vector<std::vector<std::size_t>> readersOfInputs;
 };
 
 }  // namespace nbscore

@@ -27,8 +27,8 @@ ProbedTable<TextRows::Entry> TextRows::MakeTable(std::span<const std::string* co
         entries.push_back({rest.substr(0, text->size()), 0, static_cast<RowNumber>(firstKnownRow + entries.size())});
         rest.remove_prefix(text->size());
     }
-    return ProbedTable<Entry>(entries, [](Entry& entry, std::uint64_t seed) {
-        const std::uint64_t hash = HashText(entry.text, seed);
+    return ProbedTable<Entry>(entries, [](Entry& entry, const HashSeed& seed) {
+        const std::uint64_t hash = seed.Hash(entry.text);
         entry.tag = static_cast<std::uint32_t>(hash);
         return hash;
     });

@@ -9,7 +9,6 @@
 
 #include "batch/ProbedTable.h"
 #include "batch/RowNumber.h"
-#include "naivebayes/TextHash.h"
 
 namespace nbscore {
 
@@ -20,7 +19,7 @@ public:
     explicit TextRows(std::span<const std::string* const> texts);
 
     RowNumber RowOf(std::string_view text) const {
-        const std::uint64_t hash = HashText(text, table.GetSeed());
+        const std::uint64_t hash = table.GetSeed().Hash(text);
         const auto tag = static_cast<std::uint32_t>(hash);
         return table.Find(hash, [&](const Entry& entry) { return entry.tag == tag && entry.text == text; });
     }

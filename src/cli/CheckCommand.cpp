@@ -28,7 +28,7 @@ constexpr const char* footer = R"(Examples:
   See what would be rewritten in a newer producer's document:
     nbscore check model.pmml --adapt)";
 
-/// Line by line, so that nothing a document says can send commands to a terminal.
+/// Line by line, so that nothing a document says can send commands to the terminal on which the report is read later.
 std::string MakePrintableLines(const std::string& text) {
     std::string printable;
     for (std::size_t begin = 0; begin < text.size();) {
@@ -45,19 +45,24 @@ CheckCommand::CheckCommand(CLI::App& parent) : Command(parent, "check", descript
     app.footer(footer);
     app.add_option("DOCUMENT", documents, "The PMML documents to check: files, or /dev/stdin for standard input.")
         ->type_name("")
-        ->required();
+        ->required()
+        ->check(RefuseEmptyName);
     AddChoice(app, "--format", format, {{"text", Format::Text}, {"json", Format::Json}},
               "Write text for people (the default) or JSON for machines.");
     reading.Declare(app);
 }
 
 ExitStatus CheckCommand::Run(Console& console) {
+    const TimeLimit timeLimit(reading.GetMaxTime());
     const std::shared_ptr<PluginLibrary> plugin = reading.LoadPlugin();
     std::vector<DocumentCheck> checks;
     for (const std::string& document : documents) {
         Interrupts::ThrowIfRequested();
-        checks.push_back(CheckDocument(plugin, PathFromArgument(document), reading.IsAdapting()));
-        if (format == Format::Text) console.results.Write(MakePrintableLines(WriteCheckAsText(checks.back())));
+        checks.push_back(CheckDocument(plugin, PathFromArgument(document), reading.IsAdapting(), reading.GetLimits()));
+        if (format == Format::Text) {
+            console.results.Write(MakePrintableLines(WriteCheckAsText(checks.back())));
+            console.results.Flush();
+        }
     }
     if (format == Format::Json) console.results.Write(WriteChecksAsJson(checks));
     console.results.Commit();

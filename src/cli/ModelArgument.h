@@ -20,11 +20,14 @@ public:
     /// Parses the document, and adapts it when that was asked for.
     /// @param quiet otherwise each change is told on the console.
     SourceDocument Parse(Console& console, bool quiet = false) const;
-    /// Reads a parsed document with the plug-in that was asked for, or else the bundled one.
-    LoadedModel Read(const SourceDocument& source) const;
+    /// Reads a parsed document with the plug-in that was asked for, or else the bundled one. Warns of a document whose
+    /// answers would be far from what it means.
+    /// @param quiet otherwise what the plug-in says beside is told on the console.
+    LoadedModel Read(const SourceDocument& source, Console& console, bool quiet = false) const;
     /// Both in one.
     LoadedModel Read(Console& console, bool quiet = false) const;
     const std::string& GetDocumentName() const { return document; }
+    const ReadingArgument& GetReading() const { return reading; }
 
 private:
     std::string document;

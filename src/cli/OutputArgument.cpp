@@ -1,6 +1,7 @@
 #include "cli/OutputArgument.h"
 
 #include <system_error>
+#include <utility>
 
 #include "cli/ArgumentPath.h"
 #include "cli/InterruptibleWriting.h"
@@ -13,18 +14,32 @@ void OutputArgument::Declare(CLI::App& app) {
            "Write the result to FILE instead of standard output (which is also \"-\"). The file appears, or replaces "
            "an earlier one, only when it is whole: a run that fails or is interrupted changes nothing.")
         ->type_name("FILE")
-        ->check([](const std::string& text) { return text.empty() ? std::string("the name is empty") : ""; });
+        ->check(RefuseEmptyName);
 }
 
 OpenedOutput OutputArgument::Open(Console& console, const std::string& modelDocument) const {
-    if (destination == "-") return {nullptr, console.results};
+    auto unfinished = std::make_unique<UnfinishedOutput>();
+    if (destination == "-") {
+        return {std::move(unfinished), nullptr, nullptr, console.results, console.resultsAreTerminal};
+    }
     std::error_code absent;
     if (std::filesystem::equivalent(PathFromArgument(destination), PathFromArgument(modelDocument), absent)) {
         throw CLI::ValidationError("--output", "'" + destination + "' is the model's own document");
     }
     auto file = std::make_unique<OutputFile>(PathFromArgument(destination), InterruptibleWriting());
-    OutputSink& sink = *file;
-    return {std::move(file), sink};
+    unfinished->SetTemporaryFile(file->GetFolder(), file->GetTemporaryName());
+    if (!file->IsTerminal()) {
+        OutputSink& sink = *file;
+        return {std::move(unfinished), std::move(file), nullptr, sink};
+    }
+    auto shown = std::make_unique<TerminalSink>(*file);
+    OutputSink& sink = *shown;
+    return {std::move(unfinished), std::move(file), std::move(shown), sink, true};
+}
+
+void OpenedOutput::Commit() const {
+    sink.Commit();
+    UnfinishedOutput::NoteCommitted();
 }
 
 }  // namespace nbscore

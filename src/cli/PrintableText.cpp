@@ -5,14 +5,6 @@
 #include "framework/ControlCharacters.h"
 
 namespace nbscore {
-namespace {
-
-void AppendEscaped(std::string& printable, unsigned char byte) {
-    constexpr std::string_view digits = "0123456789abcdef";
-    printable += {'\\', 'x', digits[byte / 16], digits[byte % 16]};
-}
-
-}  // namespace
 
 std::string MakePrintable(std::string_view text) {
     std::string printable;
@@ -23,12 +15,19 @@ std::string MakePrintable(std::string_view text) {
         } else if (length == 0) {
             printable += text[i];
         } else {
-            for (const char byte : text.substr(i, length))
-                AppendEscaped(printable, static_cast<unsigned char>(byte));
+            AppendEscaped(printable, text.substr(i, length));
         }
         i += std::max<std::size_t>(length, 1);
     }
     return printable;
+}
+
+void AppendEscaped(std::string& printable, std::string_view bytes) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    for (const char character : bytes) {
+        const auto byte = static_cast<unsigned char>(character);
+        printable += {'\\', 'x', digits[byte / 16], digits[byte % 16]};
+    }
 }
 
 }  // namespace nbscore

@@ -9,4 +9,7 @@ namespace nbscore {
 /// from elsewhere and must neither break the line nor steer the terminal.
 std::string MakePrintable(std::string_view text);
 
+/// Each byte as an escape, such as \x1b.
+void AppendEscaped(std::string& printable, std::string_view bytes);
+
 }  // namespace nbscore

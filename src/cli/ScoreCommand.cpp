@@ -6,6 +6,7 @@
 #include <thread>
 #include <utility>
 
+#include "cli/ArgumentPath.h"
 #include "cli/ChoiceOption.h"
 #include "cli/Delimiter.h"
 #include "cli/Interrupts.h"
@@ -48,8 +49,7 @@ constexpr const char* footer = R"(Examples:
 constexpr int mostThreads = 1024;
 
 bool ShowsProgress(const Console& console, const OpenedOutput& opened, bool quiet) {
-    const bool wouldMixWithResults = opened.file == nullptr && console.resultsAreTerminal;
-    return !quiet && console.messagesAreTerminal && !wouldMixWithResults;
+    return !quiet && console.messagesTerminal != nullptr && !opened.isTerminal;
 }
 
 void WarnOfBrokenArithmetic(Console& console, const std::string& source, std::uint64_t line) {
@@ -64,7 +64,9 @@ ScoreCommand::ScoreCommand(CLI::App& parent) : Command(parent, "score", descript
     app.footer(footer);
     options.threads = std::max(1U, std::thread::hardware_concurrency());
     model.DeclareDocument(app);
-    app.add_option("CASES", cases, "The table of cases; \"-\" or nothing for standard input.")->type_name("");
+    app.add_option("CASES", cases, "The table of cases; \"-\" or nothing for standard input.")
+        ->type_name("")
+        ->check(RefuseEmptyName);
     output.Declare(app);
     DeclareResultOptions();
     DeclareSubModelOptions();
@@ -174,6 +176,7 @@ void ScoreCommand::CheckAgainstModel(ScoreModel& scorable, Console& console) con
 
 ExitStatus ScoreCommand::Run(Console& console) {
     RequireSensibleOptions();
+    const TimeLimit timeLimit(model.GetReading().GetMaxTime());
     LoadedModel loaded = model.Read(console, quiet);
     loaded.RequireScorable();
     CheckAgainstModel(loaded.Get(), console);
@@ -190,7 +193,7 @@ ExitStatus ScoreCommand::Run(Console& console) {
     Interrupts::ThrowIfRequested();
     // The table may be what is replaced, and Windows replaces no file that is open.
     input.reset();
-    opened.sink.Commit();
+    opened.Commit();
     if (summary.firstNonFiniteLine != 0) WarnOfBrokenArithmetic(console, inputName, summary.firstNonFiniteLine);
     return ExitStatus::Fine;
 }
@@ -198,12 +201,15 @@ ExitStatus ScoreCommand::Run(Console& console) {
 ScoringSummary ScoreCommand::Score(LoadedModel& loaded, CaseInput& input, const OpenedOutput& opened,
                                    Console& console) const {
     std::optional<Progress> progress;
-    if (ShowsProgress(console, opened, quiet)) progress.emplace(console.messages, input.GetSize(), console.now);
+    if (ShowsProgress(console, opened, quiet))
+        progress.emplace(*console.messagesTerminal, input.GetSize(), console.now);
     const auto onProgress = [&progress](const ScoringProgress& state) {
         Interrupts::ThrowIfRequested();
         if (progress) progress->Update(state);
     };
-    return ScoreTable(loaded, input.GetStream(), input.GetName(), opened.sink, options, onProgress);
+    TableScorerOptions scoring = options;
+    scoring.limits = model.GetReading().GetLimits();
+    return ScoreTable(loaded, input.GetStream(), input.GetName(), opened.sink, scoring, onProgress);
 }
 
 }  // namespace nbscore

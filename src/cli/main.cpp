@@ -1,12 +1,38 @@
 #include <iostream>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "cli/CommandLine.h"
 #include "cli/Descriptor.h"
+#include "cli/ErrorReport.h"
 #include "cli/InterruptibleWriting.h"
 #include "cli/Interrupts.h"
 #include "cli/ProgramArguments.h"
+#include "cli/TerminalText.h"
 #include "cli/Utf8Console.h"
 #include "host/StandardOutput.h"
+
+namespace nbscore {
+namespace {
+
+int Run(const std::vector<std::string>& arguments) {
+    const Interrupts interrupts(Interrupts::WithNothingToCleanUp::EndProcess);
+    StandardOutput output(InterruptibleWriting());
+    TerminalSink shownOutput(output);
+    std::optional<TerminalMessages> shownMessages;
+    if (IsTerminal(2)) shownMessages.emplace(std::cerr);
+
+    const bool resultsAreTerminal = IsTerminal(1);
+    OutputSink& results = resultsAreTerminal ? static_cast<OutputSink&>(shownOutput) : output;
+    std::ostream* const messagesTerminal = shownMessages ? &shownMessages->GetTerminal() : nullptr;
+    Console console{results, std::cerr, resultsAreTerminal, messagesTerminal};
+    CommandLine commandLine;
+    return commandLine.Run(arguments, console);
+}
+
+}  // namespace
+}  // namespace nbscore
 
 #ifdef _WIN32
 int wmain(int argc, wchar_t** argv) {
@@ -15,9 +41,10 @@ int main(int argc, char** argv) {
 #endif
     nbscore::OpenMissingStandardStreams();
     const nbscore::Utf8Console utf8Console;
-    const nbscore::Interrupts interrupts;
-    nbscore::StandardOutput results(nbscore::InterruptibleWriting());
-    nbscore::Console console{results, std::cerr, nbscore::IsTerminal(1), nbscore::IsTerminal(2)};
-    nbscore::CommandLine commandLine;
-    return commandLine.Run(nbscore::GetProgramArguments(argc, argv), console);
+    try {
+        return nbscore::Run(nbscore::GetProgramArguments(argc, argv));
+    } catch (...) {
+        // What the system did not even give for a start.
+        return nbscore::ReportError(std::cerr, {});
+    }
 }

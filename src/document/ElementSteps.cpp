@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/Refusal.h"
 #include "framework/xml/Utf8.h"
 
@@ -19,22 +20,12 @@ bool HoldsText(const XMLCh* text, const XMLCh* other) {
     return xercesc::XMLString::equals(text, other);
 }
 
-const XMLCh* WithoutPrefix(const XMLCh* name) {
-    const XMLCh* local = name;
-    for (const XMLCh* unit = name; *unit != 0; ++unit) {
-        if (*unit == u':') local = unit + 1;
-    }
-    return local;
-}
-
-std::string WithoutPrefix(const std::string& name) {
-    return name.substr(name.rfind(':') + 1);
-}
-
 std::vector<DOMElement*> ChildElements(const DOMElement& parent) {
     std::vector<DOMElement*> children;
+    const DocumentWatch watch(parent);
     for (DOMElement* child = BaseTranslator::GetFirstChildElt(&parent); child != nullptr;
          child = BaseTranslator::GetNextSiblingElt(child)) {
+        watch.Step();
         children.push_back(child);
     }
     return children;

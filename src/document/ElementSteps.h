@@ -9,7 +9,8 @@
 #include "framework/xml/DocumentOrder.h"
 
 /// @file
-/// Small steps over a document's elements. Every list is made at once, so that the document may be changed after.
+/// Small steps over a document's elements. Every list is made at once, so that the document may be changed after. Making
+/// one throws CancelledError when the limits of the document say so.
 
 namespace nbscore {
 
@@ -18,10 +19,6 @@ using XmlText = std::basic_string<XMLCh>;
 bool IsNamed(const xercesc::DOMNode* element, const XMLCh* name);
 /// A null text is the same as an empty one.
 bool HoldsText(const XMLCh* text, const XMLCh* other);
-
-/// A name without its prefix: what stands behind the last colon.
-const XMLCh* WithoutPrefix(const XMLCh* name);
-std::string WithoutPrefix(const std::string& name);
 
 std::vector<xercesc::DOMElement*> ChildElements(const xercesc::DOMElement& parent);
 std::vector<xercesc::DOMElement*> ChildrenNamed(const xercesc::DOMElement& parent, const XMLCh* name);

@@ -14,6 +14,8 @@ struct IgnoredConstruct {
     std::string message;
     /// What to do about it, as a sentence.
     std::string advice;
+    /// Whether answers are so far from what the document means that scoring says so every time.
+    bool isWarning = false;
 };
 
 }  // namespace nbscore

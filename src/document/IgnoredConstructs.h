@@ -12,4 +12,7 @@ namespace nbscore {
 /// Takes time proportional to the document.
 std::vector<IgnoredConstruct> FindIgnoredConstructs(xercesc::DOMDocument& document);
 
+/// Those of them that are warnings; also of a document that the plug-in refuses.
+std::vector<IgnoredConstruct> FindWarnings(xercesc::DOMDocument& document);
+
 }  // namespace nbscore

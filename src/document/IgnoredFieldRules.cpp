@@ -5,6 +5,7 @@
 #include "document/ElementSteps.h"
 #include "document/FieldUses.h"
 #include "framework/NumberText.h"
+#include "framework/dictionary/FieldDeclarationReader.h"
 #include "framework/dictionary/NumericDataType.h"
 #include "framework/xml/Utf8.h"
 #include "translator/ElementNames.h"
@@ -29,6 +30,9 @@ constexpr IgnoredKind fieldCount{"is not the number of its fields: one may be mi
                                  "Compare the document with its source, and mend the number."};
 constexpr IgnoredKind secondDictionary{"is not read: the first one counts.", "Let one hold everything."};
 constexpr IgnoredKind secondDeclaration{"is not read: the first one counts.", "Declare each field once."};
+constexpr IgnoredKind valueOfNoNumber{
+    "is no number and is not read: no input uses the field.",
+    "Give it the property missing, or the field the dataType string, before an input uses the field."};
 constexpr IgnoredKind declaredValidity{
     "does not bound what is scored: a case with a value that it makes invalid gets an answer all the same.",
     "Take such cases out of the table, if they should get no answer."};
@@ -103,6 +107,20 @@ void NoteFieldCount(const DOMElement& dictionary, std::size_t count, IgnoredLog&
              "numberOfFields " + QuotedAttribute(dictionary, numberOfFieldsAttribute) + " of the DataDictionary");
 }
 
+/// They are a fault of every field that is used, and so of none in a document that was read.
+void NoteValuesOfNoNumber(const DOMElement& field, IgnoredLog& log) {
+    constexpr XmlName valueElement{"Value"};
+    if (ReadStorageType(&field) != ScoreDictVar::NumericStorage) return;
+    for (const DOMElement* value : ChildrenNamed(field, valueElement)) {
+        if (Has(*value, propertyAttribute) && !Holds(*value, propertyAttribute, "valid")) continue;
+        const XMLCh* const text = BaseTranslator::GetAttribute(value, attribute::value);
+        if (text == nullptr || ReadNumber(Utf8Of(text))) continue;
+        log.Note(valueOfNoNumber, *value,
+                 "The value " + QuotedAttribute(*value, attribute::value) + " of the field " +
+                     QuotedAttribute(field, attribute::name));
+    }
+}
+
 Declarations ReadDictionary(const DOMElement& root, IgnoredLog& log) {
     Declarations declarations;
     const DOMElement* const dictionary = BaseTranslator::GetChildByTag(&root, element::dataDictionary);
@@ -111,7 +129,11 @@ Declarations ReadDictionary(const DOMElement& root, IgnoredLog& log) {
     NoteFieldCount(*dictionary, fields.size(), log);
     for (const DOMElement* field : fields) {
         const XMLCh* const name = BaseTranslator::GetAttribute(field, attribute::name);
-        if (name == nullptr || declarations.emplace(name, ReadDeclaration(*field)).second) continue;
+        if (name == nullptr) continue;
+        if (declarations.emplace(name, ReadDeclaration(*field)).second) {
+            NoteValuesOfNoNumber(*field, log);
+            continue;
+        }
         log.Note(secondDeclaration, *field,
                  "The second declaration of the field " + QuotedAttribute(*field, attribute::name));
     }

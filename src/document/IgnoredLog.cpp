@@ -28,7 +28,7 @@ std::vector<IgnoredConstruct> IgnoredLog::Finish() const {
     for (const Entry& entry : entries) {
         std::string message = entry.subject + ' ' + entry.kind->effect;
         if (entry.count > 1) message += " So it is in " + CountedNoun(entry.count - 1, "more place") + '.';
-        constructs.push_back({PlaceOf(entry.first), std::move(message), entry.kind->advice});
+        constructs.push_back({PlaceOf(entry.first), std::move(message), entry.kind->advice, entry.kind->isWarning});
     }
     std::ranges::stable_sort(constructs, {}, [](const IgnoredConstruct& construct) {
         return std::tuple(construct.place.line, construct.place.column);

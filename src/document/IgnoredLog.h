@@ -14,6 +14,8 @@ struct IgnoredKind {
     /// Follows the construct's name, with a full stop: `is not used: a missing value stays missing.`
     const char* effect;
     const char* advice;
+    /// See IgnoredConstruct.
+    bool isWarning = false;
 };
 
 /// Collects what is ignored: of each kind the first one, and how many there are, so that what is told stays short

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "document/ElementSteps.h"
+#include "document/IgnoredInputs.h"
 #include "document/ModelsRead.h"
 #include "framework/NumberText.h"
 #include "framework/xml/Utf8.h"
@@ -36,10 +37,15 @@ bool StandsIn(const DOMElement& element, const DOMElement& top) {
     return node != nullptr;
 }
 
+/// Inputs in an Extension are not read, but they do mean something.
+bool HoldsInputs(const DOMElement& extension) {
+    return !FindInputsAnywhere(extension).empty();
+}
+
 void LeaveExtensionsOut(DOMElement& top, AdaptationLog& log) {
     for (DOMElement* extension : DescendantsNamed(top, element::extension)) {
         // Otherwise it went with the one around it.
-        if (StandsIn(*extension, top)) LeaveOut(extension, log);
+        if (StandsIn(*extension, top) && !HoldsInputs(*extension)) LeaveOut(extension, log);
     }
 }
 
@@ -50,7 +56,8 @@ bool IsNumber(const XMLCh* text) {
 void CleanSubModel(const DOMElement& model, AdaptationLog& log) {
     for (DOMElement* extension : ChildrenNamed(model, element::extension)) {
         const bool isFigure = IsAssessmentName(BaseTranslator::GetAttribute(extension, attribute::name));
-        if (!isFigure && !IsNumber(BaseTranslator::GetAttribute(extension, attribute::value))) LeaveOut(extension, log);
+        if (isFigure || IsNumber(BaseTranslator::GetAttribute(extension, attribute::value))) continue;
+        if (!HoldsInputs(*extension)) LeaveOut(extension, log);
     }
 }
 

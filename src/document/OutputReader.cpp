@@ -2,11 +2,11 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
-#include <unordered_set>
 #include <utility>
 
 #include "document/ElementSteps.h"
 #include "framework/BaseTranslator.h"
+#include "framework/SeededHash.h"
 #include "framework/xml/Refusal.h"
 #include "framework/xml/Utf8.h"
 #include "framework/xml/XmlName.h"
@@ -44,7 +44,7 @@ std::vector<OutputDeclaration> ReadOutput(const DOMElement& modelElement) {
     std::vector<OutputDeclaration> outputs;
     const DOMElement* const parent = OnlyChildNamed(modelElement, outputElement);
     if (parent == nullptr) return outputs;
-    std::unordered_set<std::string> names;
+    SeededSet<std::string> names;
     for (const DOMElement* element : ChildrenNamed(*parent, outputFieldElement)) {
         OutputDeclaration output = ReadOutputField(*element);
         if (output.name.empty()) continue;

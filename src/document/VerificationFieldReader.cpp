@@ -1,4 +1,5 @@
 #include "document/VerificationFieldReader.h"
+#include "framework/xml/PmmlPrefix.h"
 
 #include <xercesc/dom/DOMElement.hpp>
 

@@ -2,10 +2,10 @@
 
 #include <cstddef>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "document/VerificationSuite.h"
+#include "framework/SeededHash.h"
 #include "framework/XmlFwd.h"
 #include "framework/xml/PlacesInOrder.h"
 
@@ -21,14 +21,14 @@ public:
 
     const std::vector<VerificationField>& GetFields() const { return fields; }
     /// The field whose column this is, by its number; the column's name without a prefix.
-    const std::unordered_map<std::string, std::size_t>& GetColumns() const { return columns; }
+    const SeededMap<std::string, std::size_t>& GetColumns() const { return columns; }
 
 private:
     void ReadField(const xercesc::DOMElement& element, PlacesInOrder& places);
 
     std::vector<VerificationField> fields;
-    std::unordered_map<std::string, std::size_t> columns;
-    std::unordered_map<std::string, std::size_t> names;
+    SeededMap<std::string, std::size_t> columns;
+    SeededMap<std::string, std::size_t> names;
 };
 
 }  // namespace nbscore

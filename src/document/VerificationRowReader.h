@@ -2,12 +2,11 @@
 
 #include <cstddef>
 #include <string>
-#include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
 #include "document/VerificationSuite.h"
+#include "framework/SeededHash.h"
 #include "framework/XmlFwd.h"
 #include "framework/xml/PlacesInOrder.h"
 
@@ -18,7 +17,7 @@ namespace nbscore {
 class VerificationRowReader {
 public:
     /// @param fieldsByColumn borrowed.
-    explicit VerificationRowReader(const std::unordered_map<std::string, std::size_t>& fieldsByColumn)
+    explicit VerificationRowReader(const SeededMap<std::string, std::size_t>& fieldsByColumn)
         : columns(fieldsByColumn), lastRowOfField(fieldsByColumn.size(), 0) {}
 
     /// Throws VeskException 5 for a cell that holds elements and for text between cells, 12 for a second cell of a
@@ -31,9 +30,9 @@ public:
 private:
     void ReadCell(const xercesc::DOMElement& cell, VerificationRow& row);
 
-    const std::unordered_map<std::string, std::size_t>& columns;
+    const SeededMap<std::string, std::size_t>& columns;
     std::vector<UnusedColumn> unused;
-    std::unordered_set<std::string> unusedNames;
+    SeededSet<std::string> unusedNames;
     /// The number, from 1, of the last row that had a cell of each field.
     std::vector<std::size_t> lastRowOfField;
     std::size_t rowNumber = 0;

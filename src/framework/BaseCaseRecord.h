@@ -2,12 +2,12 @@
 
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "framework/Export.h"
 #include "framework/NumericValue.h"
 #include "framework/ScoreCaseRecord.h"
+#include "framework/SeededHash.h"
 #include "framework/StringValue.h"
 
 /// A case record over a fixed list of variables, made once and filled again for every case.
@@ -39,5 +39,5 @@ private:
     };
 
     std::vector<Cell> cells;
-    std::unordered_map<std::string, int> positions;
+    nbscore::SeededMap<std::string, int> positions;
 };

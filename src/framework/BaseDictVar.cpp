@@ -30,7 +30,7 @@ BaseDictVar::BaseDictVar(const BaseDictVar& other)
       invalidValues(CopiesOf(other.invalidValues)),
       intervals(other.intervals),
       holdsTruthValues(other.holdsTruthValues),
-      index(other.index) {}
+      index(other.index.load(std::memory_order_relaxed)) {}
 
 BaseDictVar::~BaseDictVar() = default;
 
@@ -63,11 +63,11 @@ const ScoreValueLabelSet* BaseDictVar::GetValueLabelSet() const {
 }
 
 void BaseDictVar::SetIndex(int position) {
-    index = position;
+    index.store(position, std::memory_order_relaxed);
 }
 
 int BaseDictVar::GetIndex() const {
-    return index;
+    return index.load(std::memory_order_relaxed);
 }
 
 void BaseDictVar::AddValidValue(std::unique_ptr<ScoreValue> value, std::string displayValue) {

@@ -1,12 +1,13 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include "framework/Export.h"
 #include "framework/ScoreDictVar.h"
+#include "framework/SeededHash.h"
 #include "framework/ValueInterval.h"
 
 /// The framework's own variable: what one field of a data dictionary declares.
@@ -58,10 +59,11 @@ private:
     std::unique_ptr<ScoreValueLabelSet> validValues;
     std::vector<std::unique_ptr<ScoreValue>> missingValues;
     /// The same once more, for looking up: every value of every case is looked for among them.
-    std::unordered_set<double> missingNumbers;
-    std::unordered_set<std::string> missingTexts;
+    nbscore::SeededSet<double> missingNumbers;
+    nbscore::SeededSet<std::string> missingTexts;
     std::vector<std::unique_ptr<ScoreValue>> invalidValues;
     std::vector<ValueInterval> intervals;
     bool holdsTruthValues = false;
-    int index = -1;
+    /// Written by the first scoring call with a record that has positions, while other threads may copy the variable.
+    std::atomic<int> index = -1;
 };

@@ -2,11 +2,11 @@
 
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "framework/Export.h"
 #include "framework/ScoreDictionary.h"
+#include "framework/SeededHash.h"
 
 /// The framework's own dictionary. Looking a name up takes the same time however many variables there are.
 class SCOREFRAMEWORK_API BaseDictionary : public ScoreDictionary {
@@ -22,5 +22,5 @@ public:
 
 private:
     std::vector<std::unique_ptr<ScoreDictVar>> variables;
-    std::unordered_map<std::string, ScoreDictVar*> variablesByName;
+    nbscore::SeededMap<std::string, ScoreDictVar*> variablesByName;
 };

@@ -2,10 +2,10 @@
 
 #include <memory>
 #include <string>
-#include <unordered_map>
 
 #include "framework/Export.h"
 #include "framework/ScoreModel.h"
+#include "framework/SeededHash.h"
 
 /// What every model does alike: keeping its dictionaries, roles, policy and version.
 class SCOREFRAMEWORK_API BaseModel : public ScoreModel {
@@ -32,7 +32,7 @@ private:
     std::unique_ptr<ScoreDictionary> scoreDictionary;
     std::unique_ptr<TransformationDictionary> transformationDictionary;
     std::unique_ptr<ScoreVersionInfo> versionInfo;
-    std::unordered_map<std::string, VarRole> roles;
+    nbscore::SeededMap<std::string, VarRole> roles;
     const ScoreDictVar* targetRoleVar = nullptr;
     MVPolicy missingValuePolicy = LeaveMissingOut;
 };

@@ -23,12 +23,6 @@ DOMElement* ThisOrNextElement(DOMNode* node) {
     return static_cast<DOMElement*>(node);
 }
 
-/// How messages speak of a node.
-std::string NameForMessage(const DOMNode* node) {
-    if (!node || node->getNodeType() == DOMNode::DOCUMENT_NODE) return "The document";
-    return "<" + nbscore::ExcerptOf(node->getNodeName()) + ">";
-}
-
 VeskException NotANumber(const XMLCh* xmlText, const std::string& kind) {
     return {VeskException::InvalidNumber, "\"" + nbscore::ExcerptOf(xmlText) + "\" is no " + kind + "."};
 }
@@ -45,7 +39,7 @@ DOMElement* BaseTranslator::GetChildByTag(const DOMNode* node, const XMLCh* tag)
 DOMElement* BaseTranslator::GetChildByTagForced(const DOMNode* node, const XMLCh* tag) {
     if (DOMElement* child = GetChildByTag(node, tag)) return child;
     throw nbscore::RefusalAt(node, VeskException::UnexpectedElement,
-                             NameForMessage(node) + " has no child <" + nbscore::ExcerptOf(tag) + ">.");
+                             nbscore::NameForMessage(node) + " has no child <" + nbscore::ExcerptOf(tag) + ">.");
 }
 
 DOMElement* BaseTranslator::GetFirstChildElt(const DOMNode* node) {
@@ -63,8 +57,7 @@ const XMLCh* BaseTranslator::GetAttribute(const DOMElement* element, const XMLCh
 
 const XMLCh* BaseTranslator::GetAttributeForced(const DOMElement* element, const XMLCh* name) {
     if (const XMLCh* value = GetAttribute(element, name)) return value;
-    throw nbscore::RefusalAt(element, VeskException::MissingAttribute,
-                             NameForMessage(element) + " has no attribute \"" + nbscore::ExcerptOf(name) + "\".");
+    return nbscore::Placed(element, [&]() -> const XMLCh* { throw nbscore::AttributeLacking(element, name); });
 }
 
 xercesc::DOMNodeList* BaseTranslator::GetElementsByTagName(const xercesc::DOMDocument* document, const XMLCh* tag) {

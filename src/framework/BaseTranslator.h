@@ -1,9 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
+#include "framework/DocumentPlace.h"
 #include "framework/Export.h"
+#include "framework/Limits.h"
 #include "framework/ScoreTranslator.h"
 #include "framework/Transcoder.h"
 #include "framework/XmlFwd.h"
@@ -34,6 +37,15 @@ public:
     /// free it themselves.
     ScoreModel* TakeUnfinishedModel();
 
+    /// Takes what a translator says about a document beside reading or refusing it: a text of one line or more, without
+    /// a line end behind the last, and the place of the element that it is about (which names no source).
+    using Notices = std::function<void(const std::string& text, const nbscore::DocumentPlace& place)>;
+    /// From now on hands such texts over; where nobody takes them, or an empty function does, they go to the standard
+    /// error stream.
+    void SetNotices(Notices taker);
+    /// Says something about an element, or about the whole document where that is null.
+    void GiveNotice(const std::string& text, const xercesc::DOMElement* element) const;
+
     /// The first child element of this name, or null.
     static xercesc::DOMElement* GetChildByTag(const xercesc::DOMNode* node, const XMLCh* tag);
     /// The same; throws VeskException 1 when there is none.
@@ -59,6 +71,12 @@ public:
     /// The finite number that the text holds; throws VeskException 9 naming the text otherwise.
     static double VerifyDouble(const XMLCh* xmlText);
 
+    /// What the documents that are read from now on may take, and how to end reading them and, of their models, computing
+    /// derived fields. Of a DOM document the translator asks in the part that a model element makes up; in the rest of
+    /// it those limits are asked that it was parsed under.
+    void SetLimits(nbscore::Limits readingLimits);
+    const nbscore::Limits& GetLimits() const { return limits; }
+
     /// Makes the transcoder that this translator uses until the next call.
     void CreateTranscoder(const std::string& encoding);
     /// Null until CreateTranscoder was called.
@@ -71,6 +89,8 @@ protected:
     void LeaveUnfinishedModel(ScoreModel* model);
 
 private:
+    nbscore::Limits limits;
     std::unique_ptr<Transcoder> transcoder;
     std::unique_ptr<ScoreModel> unfinishedModel;
+    Notices notices;
 };

@@ -1,12 +1,16 @@
 // The half of BaseTranslator that turns a file or a stream into a document and has it read; the small steps over a
 // parsed document are in BaseTranslator.cpp.
 
-#include <fstream>
+#include <xercesc/dom/DOMElement.hpp>
+
+#include <iostream>
+#include <utility>
 
 #include "framework/BaseTranslator.h"
 #include "framework/VeskException.h"
 #include "framework/xml/DocumentFile.h"
 #include "framework/xml/ParsedDocument.h"
+#include "framework/xml/Refusal.h"
 #include "framework/xml/XmlFaults.h"
 #include "framework/xml/XmlPlatform.h"
 
@@ -17,12 +21,11 @@ BaseTranslator::BaseTranslator() {
 BaseTranslator::~BaseTranslator() = default;
 
 ScoreModel* BaseTranslator::ParseFromTree(const std::string& path, const std::string& encoding) {
-    std::ifstream file;
-    nbscore::OpenDocumentFile(file, path);
+    nbscore::DocumentFile file(path, limits);
     try {
-        return ParseFromTree(file, encoding, path);
+        return ParseFromTree(file.GetStream(), encoding, path);
     } catch (const VeskException&) {
-        nbscore::RequireUnbroken(file, path);
+        file.RequireUnbroken();
         throw;
     }
 }
@@ -35,7 +38,7 @@ ScoreModel* BaseTranslator::ParseFromTree(std::istream& source, const std::strin
                                           const std::string& sourceName) {
     try {
         return nbscore::WithoutXmlFaults([&] {
-            const nbscore::ParsedDocument document = nbscore::ParseDocument(source);
+            const nbscore::ParsedDocument document = nbscore::ParseDocument(source, limits);
             return ParseFromTree(document.get(), encoding);
         });
     } catch (VeskException& refusal) {
@@ -58,8 +61,24 @@ ScoreModel* BaseTranslator::TakeUnfinishedModel() {
     return unfinishedModel.release();
 }
 
+void BaseTranslator::SetNotices(Notices taker) {
+    notices = std::move(taker);
+}
+
+void BaseTranslator::GiveNotice(const std::string& text, const xercesc::DOMElement* element) const {
+    if (notices) {
+        notices(text, nbscore::PlaceOf(element));
+    } else {
+        std::cerr << text << std::endl;
+    }
+}
+
 void BaseTranslator::CreateTranscoder(const std::string& encoding) {
     transcoder = std::make_unique<Transcoder>(encoding);
+}
+
+void BaseTranslator::SetLimits(nbscore::Limits readingLimits) {
+    limits = std::move(readingLimits);
 }
 
 void BaseTranslator::LeaveUnfinishedModel(ScoreModel* model) {

@@ -9,8 +9,8 @@
 namespace nbscore {
 
 /// How many bytes the control character takes with which a UTF-8 text begins; 0 where it begins with none. Control
-/// characters are those below U+0020, U+007F to U+009F, and those that change the direction of writing: U+200E, U+200F,
-/// U+202A to U+202E, U+2066 to U+2069.
+/// characters are those below U+0020, U+007F to U+009F, those that end lines and paragraphs (U+2028, U+2029), and those
+/// that change the direction of writing: U+061C, U+200E, U+200F, U+202A to U+202E, U+2066 to U+2069.
 SCOREFRAMEWORK_API std::size_t LengthOfControl(std::string_view utf8);
 
 /// For messages that quote somebody else's text: the UTF-8 text with a question mark for each control character, so

@@ -9,6 +9,7 @@
 #include "framework/VeskException.h"
 #include "framework/dictionary/FieldDeclarationReader.h"
 #include "framework/transform/TransformationDictionaryReader.h"
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/Refusal.h"
 #include "framework/xml/XmlName.h"
 
@@ -17,6 +18,28 @@ namespace {
 const Transcoder& TranscoderOf(BaseTranslator& translator) {
     if (!translator.GetTranscoder()) translator.CreateTranscoder("UTF-8");
     return *translator.GetTranscoder();
+}
+
+/// @param readField makes the variable of an element and its name.
+template <typename ReadField>
+ScoreDictionary* ReadDictionary(const xercesc::DOMNode* dataDictionary, const Transcoder& converter,
+                                const ReadField& readField) {
+    constexpr nbscore::XmlName nameAttribute = "name";
+    if (!dataDictionary) {
+        throw VeskException(VeskException::UnexpectedElement, "The document has no <DataDictionary>.");
+    }
+    auto dictionary = std::make_unique<BaseDictionary>();
+    const nbscore::DocumentWatch watch(*dataDictionary);
+    const xercesc::DOMElement* child = BaseTranslator::GetFirstChildElt(dataDictionary);
+    for (; child; child = BaseTranslator::GetNextSiblingElt(child)) {
+        watch.Step();
+        if (!BaseTranslator::IsEqual(child->getNodeName(), "DataField")) continue;
+        const std::string name = nbscore::TextAt(child, BaseTranslator::GetAttribute(child, nameAttribute), converter);
+        // Of several declarations the first counts.
+        if (name.empty() || dictionary->GetVar(name) != nullptr) continue;
+        dictionary->AddVar(name, readField(child, name).release());
+    }
+    return dictionary.release();
 }
 
 }  // namespace
@@ -35,20 +58,17 @@ ScoreModel* PMMLTranslator::ParseFromTree(xercesc::DOMDocument* document, const 
 }
 
 ScoreDictionary* PMMLTranslator::ParseDictionary(const xercesc::DOMNode* dataDictionary) {
-    constexpr nbscore::XmlName nameAttribute = "name";
-    if (!dataDictionary) {
-        throw VeskException(VeskException::UnexpectedElement, "The document has no <DataDictionary>.");
-    }
     const Transcoder& converter = TranscoderOf(*this);
-    auto dictionary = std::make_unique<BaseDictionary>();
-    const xercesc::DOMElement* child = GetFirstChildElt(dataDictionary);
-    for (; child; child = GetNextSiblingElt(child)) {
-        if (!IsEqual(child->getNodeName(), "DataField")) continue;
-        const std::string name = nbscore::TextAt(child, GetAttribute(child, nameAttribute), converter);
-        if (name.empty()) continue;
-        dictionary->AddVar(name, nbscore::ReadFieldDeclaration(child, name, converter).release());
-    }
-    return dictionary.release();
+    return ReadDictionary(dataDictionary, converter, [&](const xercesc::DOMElement* field, const std::string& name) {
+        return nbscore::ReadFieldDeclaration(field, name, converter);
+    });
+}
+
+ScoreDictionary* PMMLTranslator::ParseDictionary(const xercesc::DOMNode* dataDictionary, nbscore::FieldFaults& faults) {
+    const Transcoder& converter = TranscoderOf(*this);
+    return ReadDictionary(dataDictionary, converter, [&](const xercesc::DOMElement* field, const std::string& name) {
+        return nbscore::ReadFieldDeclaration(field, name, converter, faults);
+    });
 }
 
 TransformationDictionary* PMMLTranslator::HandleTransformationDictionary(const xercesc::DOMElement* element,
@@ -56,5 +76,5 @@ TransformationDictionary* PMMLTranslator::HandleTransformationDictionary(const x
     if (!element) {
         throw VeskException(VeskException::UnexpectedElement, "The document has no <TransformationDictionary>.");
     }
-    return nbscore::ReadTransformationDictionary(element, dictionary, TranscoderOf(*this)).release();
+    return nbscore::ReadTransformationDictionary(element, dictionary, TranscoderOf(*this), GetLimits()).release();
 }

@@ -7,6 +7,10 @@
 #include "framework/ScoreDictionary.h"
 #include "framework/TransformationDictionary.h"
 
+namespace nbscore {
+class FieldFaults;
+}
+
 /// Reads what all PMML documents have in common: the data dictionary and the derived fields.
 class SCOREFRAMEWORK_API PMMLTranslator : public BaseTranslator {
 public:
@@ -37,6 +41,11 @@ public:
                                                              const ScoreDictionary* dictionary);
 
     const std::string& GetDocumentName() const { return documentName; }
+
+protected:
+    /// The same, but keeps what a field declares wrongly, so that it can be thrown where the field is used and passed
+    /// over where nothing does.
+    ScoreDictionary* ParseDictionary(const xercesc::DOMNode* dataDictionary, nbscore::FieldFaults& faults);
 
 private:
     std::string documentName;

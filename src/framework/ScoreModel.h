@@ -14,9 +14,10 @@
 
 /// A model that scores cases.
 ///
-/// Life: a translator makes the model, configures it on one thread and hands it over; the caller owns it. The
-/// first scoring call may still set things up and must complete alone, with an indexed record where any later one is
-/// indexed; after it, any number of threads may score, each with a record and a result of its own.
+/// Life: a translator makes the model, configures it on one thread and hands it over; the caller owns it. From the first
+/// case on any number of threads may score, each with a record and a result of its own, and call what is const. What a
+/// model sets up when the first case comes, it sets up once, whoever comes first; where that fails with an exception,
+/// the next call does it.
 ///
 /// The order of the operations is the order of the virtual table, which plug-ins rely on.
 class SCOREFRAMEWORK_API ScoreModel {
@@ -40,7 +41,8 @@ public:
     virtual bool SetVarRole(const ScoreDictVar* var, VarRole role) = 0;
     virtual void SetMissingValuePolicy(MVPolicy policy) = 0;
     virtual void SetVersionInfo(ScoreVersionInfo* version) = 0;
-    /// With true, scoring sets only the predicted value: no confidence, no probabilities.
+    /// With true, scoring sets only the predicted value: no confidence, no probabilities. May be called while others
+    /// score; what it does to their cases is then open.
     virtual void SetPredictionOnly(bool only) = 0;
     /// A VarRole as a number; -1 for a variable that has none.
     virtual int GetVarRole(const std::string& name) const = 0;

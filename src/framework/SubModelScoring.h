@@ -9,8 +9,8 @@ class SCOREFRAMEWORK_API SubModelScoring {
 public:
     virtual ~SubModelScoring();
 
-    /// The score that ScoreModel::GetScore gives this sub-model for this case, to the last bit. Counts as a scoring
-    /// call: a first one must complete alone, as there.
+    /// The score that ScoreModel::GetScore gives this sub-model for this case, to the last bit. A scoring call like any
+    /// other: from the first case on any number of threads may call it.
     /// @param record borrowed for the call.
     /// @param subModel counted from 0; where there is none of this number, the process stops.
     /// @param derivedInRecord true when the record already carries the values of the derived fields.

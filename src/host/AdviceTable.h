@@ -9,7 +9,7 @@ namespace nbscore {
 
 /// What to do about one family of refusals.
 struct Advice {
-    /// The number of the refusal (VeskException).
+    /// The number of the refusal (VeskException); 0 for what is said beside one.
     int code;
     /// The form of its message (FitsPattern).
     std::string_view message;

@@ -9,22 +9,11 @@ namespace {
 
 constexpr std::size_t longestKey = 64;
 constexpr std::size_t numSlots = std::size_t{1} << 17;
-/// Cases that were chosen to fall together are not all kept, which costs less than to look for them.
 constexpr std::size_t mostProbes = 64;
 constexpr std::size_t mostAnswers = numSlots / 4;
 constexpr std::size_t mostTextBytes = std::size_t{8} << 20;
 /// One case in so many has to be met again for the memory to be worth its upkeep.
 constexpr std::size_t leastShare = 8;
-
-/// The slot where the search for a case begins.
-std::size_t PlaceOf(std::span<const RowNumber> rows) {
-    std::uint64_t hash = 0;
-    for (const RowNumber row : rows) {
-        hash = (hash ^ row) * 0x9E3779B97F4A7C15U;
-        hash ^= hash >> 32;
-    }
-    return hash & (numSlots - 1);
-}
 
 }  // namespace
 
@@ -33,6 +22,12 @@ AnswerMemory::AnswerMemory(std::size_t numRows)
 
 bool AnswerMemory::IsFull() const {
     return answers.size() >= mostAnswers || texts.size() >= mostTextBytes;
+}
+
+/// The slot where the search for a case begins.
+std::size_t AnswerMemory::PlaceOf(std::span<const RowNumber> rows) const {
+    const auto* const bytes = reinterpret_cast<const char*>(rows.data());
+    return seed.OfBytes(bytes, rows.size_bytes()) & (numSlots - 1);
 }
 
 void AnswerMemory::MakeRoom() {

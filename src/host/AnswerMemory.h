@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "batch/RowNumber.h"
+#include "framework/SeededHash.h"
 
 namespace nbscore {
 
@@ -44,10 +45,12 @@ private:
     static constexpr std::uint32_t noAnswer = 0xFFFFFFFF;
 
     bool IsFull() const;
+    std::size_t PlaceOf(std::span<const RowNumber> rows) const;
     void FetchSlots(std::span<const RowNumber> rows, std::size_t cases);
     void FetchAnswers() const;
     std::optional<std::size_t> SlotOf(std::size_t place, std::span<const RowNumber> rows) const;
 
+    HashSeed seed = HashSeed::OfProcess();
     std::size_t keyLength;
     bool isUseful;
     std::size_t asked = 0;

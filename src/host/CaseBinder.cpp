@@ -1,10 +1,9 @@
 #include "host/CaseBinder.h"
 
-#include <unordered_set>
-
 #include "framework/NumberText.h"
+#include "framework/SeededHash.h"
 #include "framework/StringValue.h"
-#include "host/FieldsOfDerivedInputs.h"
+#include "host/FieldsOfInputs.h"
 #include "host/HostError.h"
 #include "host/MessageText.h"
 
@@ -28,11 +27,8 @@ CaseBinder::CaseBinder(const ScoreModel& model, const std::vector<std::string>& 
       columnNames(header),
       predictors(model.GetVarsOfRole(ScoreModel::PredictorRole)) {
     IndexHeader();
-    std::size_t neededCount = 0;
-    std::vector<const ScoreDictVar*> fields = CollectFields(model, neededCount);
-    if (!options.allowMissingFields) {
-        RequireColumns({fields.begin(), fields.begin() + static_cast<std::ptrdiff_t>(neededCount)});
-    }
+    const Fields fields = CollectFields(model);
+    if (!options.allowMissingFields) RequireColumns(fields.needed);
     BindColumns(fields);
 }
 
@@ -47,23 +43,26 @@ void CaseBinder::IndexHeader() {
     }
 }
 
-std::vector<const ScoreDictVar*> CaseBinder::CollectFields(const ScoreModel& model, std::size_t& neededCount) {
-    std::vector<const ScoreDictVar*> fields = GetVariables(predictors.get());
-    neededCount = fields.size();
-    if (model.GetTransformationDictionary() == nullptr) return fields;
+CaseBinder::Fields CaseBinder::CollectFields(const ScoreModel& model) const {
+    Fields fields{.needed = GetVariables(predictors.get()), .optional = {}};
+    const std::optional<FieldsOfInputs> read = FindFieldsOfInputs(model);
+    if (!read && model.GetTransformationDictionary() == nullptr) return fields;
 
-    std::unordered_set<std::string> taken;
-    for (const ScoreDictVar* field : fields) {
+    SeededSet<std::string> taken;
+    for (const ScoreDictVar* field : fields.needed) {
         taken.insert(field->GetName());
     }
-    if (const ScoreDictVar* target = model.GetTargetVar()) taken.insert(target->GetName());
-    const auto read = FindFieldsOfDerivedInputs(model);
+    const std::string target = model.GetTargetVar() == nullptr ? std::string() : model.GetTargetVar()->GetName();
     for (const ScoreDictVar* field : GetVariables(model.GetDictionary())) {
         const std::string name = field->GetName();
-        const bool isWanted = read ? read->contains(name) : columnsByName.contains(name);
-        if (isWanted && taken.insert(name).second) fields.push_back(field);
+        const bool isTarget = name == target;
+        const bool isWanted = read
+                                  ? read->ofDerivedInputs.contains(name) || (isTarget && read->asTheyAre.contains(name))
+                                  : columnsByName.contains(name);
+        if (!isWanted || !taken.insert(name).second) continue;
+        fields.haveTarget = fields.haveTarget || isTarget;
+        (read && !isTarget ? fields.needed : fields.optional).push_back(field);
     }
-    if (read) neededCount = fields.size();
     return fields;
 }
 
@@ -78,19 +77,21 @@ void CaseBinder::RequireColumns(const std::vector<const ScoreDictVar*>& neededFi
                             ListForMessage(lacking) + ", which the model needs");
 }
 
-void CaseBinder::BindColumns(const std::vector<const ScoreDictVar*>& fields) {
+void CaseBinder::BindColumns(const Fields& fields) {
     std::vector<std::string> names;
+    std::vector<const ScoreDictVar*> all = fields.needed;
+    all.insert(all.end(), fields.optional.begin(), fields.optional.end());
     boundColumns.resize(columnNames.size());
-    for (const ScoreDictVar* field : fields) {
+    for (const ScoreDictVar* field : all) {
         const auto position = static_cast<int>(names.size());
         names.push_back(field->GetName());
         const auto column = columnsByName.find(names.back());
-        if (column == columnsByName.end()) continue;  // allowed to lack: absent in every case
+        if (column == columnsByName.end()) continue;  // absent in every case
         const bool numeric = field->GetStorageType() == ScoreDictVar::NumericStorage;
         boundColumns[column->second] = columns.size();
         columns.push_back({column->second, position, numeric, field});
     }
-    record.emplace(names);
+    record.emplace(names, !fields.haveTarget);
 }
 
 void CaseBinder::RequireAllCells(const std::vector<std::string_view>& cells, std::uint64_t line) const {

@@ -5,11 +5,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "framework/BaseCaseRecord.h"
 #include "framework/ScoreModel.h"
+#include "framework/SeededHash.h"
 
 namespace nbscore {
 
@@ -31,10 +31,11 @@ struct PlacedCell {
 /// Turns the rows of a table into case records for one model.
 ///
 /// The fields that a model needs are those with the predictor role, and those that its derived inputs are computed
-/// from, the target aside. Of a model that does not tell what those are (FindFieldsOfDerivedInputs) every field of the
-/// dictionary that the table happens to have is taken instead. An empty cell is an absent value. Cells of numeric
-/// fields are read as numbers; one whose text the field declares as a missing value is absent. Texts are taken as they
-/// stand.
+/// from, the target aside. The target is taken where an input reads it and the table has it, and never needed; such
+/// records are read by name, because models keep no position of their target. Of a model with derived fields that does
+/// not tell what its inputs read (FindFieldsOfInputs) every field of the dictionary that the table happens to have is
+/// taken instead. An empty cell is an absent value. Cells of numeric fields are read as numbers; one whose text the field
+/// declares as a missing value is absent. Texts are taken as they stand.
 class CaseBinder {
 public:
     /// @param model borrowed, to outlive the binder.
@@ -66,24 +67,39 @@ public:
     std::optional<double> ReadNumberCell(const BoundColumn& column, std::string_view cell, std::uint64_t line) const;
 
 private:
+    /// The fields to look for in the table.
+    struct Fields {
+        std::vector<const ScoreDictVar*> needed;
+        std::vector<const ScoreDictVar*> optional;
+        bool haveTarget = false;
+    };
+    class Record : public BaseCaseRecord {
+    public:
+        Record(const std::vector<std::string>& names, bool hasPositions)
+            : BaseCaseRecord(names), isIndexed(hasPositions) {}
+        bool IsIndexed() const override { return isIndexed; }
+
+    private:
+        bool isIndexed;
+    };
+
     void IndexHeader();
-    /// The fields to look for in the table; the needed ones come first.
-    std::vector<const ScoreDictVar*> CollectFields(const ScoreModel& model, std::size_t& neededCount);
-    void BindColumns(const std::vector<const ScoreDictVar*>& fields);
+    Fields CollectFields(const ScoreModel& model) const;
+    void BindColumns(const Fields& fields);
     void RequireColumns(const std::vector<const ScoreDictVar*>& neededFields) const;
     void BindCell(const BoundColumn& column, std::string_view cell, std::uint64_t line);
 
     std::string source;
     CaseBinderOptions options;
     std::vector<std::string> columnNames;
-    std::unordered_map<std::string_view, std::size_t> columnsByName;
+    SeededMap<std::string_view, std::size_t> columnsByName;
     std::unique_ptr<ScoreDictionary> predictors;  // owns the variables of the needed columns
     std::vector<BoundColumn> columns;
     /// Per column of the table where it stands in the list above; nothing for one that no field is read from.
     std::vector<std::optional<std::size_t>> boundColumns;
     /// Of the sparse row before: where in the record something is set.
     std::vector<int> sparsePositions;
-    std::optional<BaseCaseRecord> record;
+    std::optional<Record> record;
 };
 
 }  // namespace nbscore

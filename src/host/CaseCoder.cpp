@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "framework/SeededHash.h"
 #include "host/PluginFailure.h"
 
 namespace nbscore {
@@ -18,7 +19,7 @@ CaseCoder::CaseCoder(const ScoreModel& readModel, const BatchCases& batchScorer,
       binder(readModel, header, sourceName, options),
       readsDerivedFields(batchScorer.ReadsDerivedFields() && readModel.GetTransformationDictionary() != nullptr),
       fieldsOfReaders(batchScorer.GetFieldsOfReaders()) {
-    std::unordered_map<std::string_view, std::vector<std::size_t>> readersOfFields;
+    SeededMap<std::string_view, std::vector<std::size_t>> readersOfFields;
     for (std::size_t reader = 0; reader < fieldsOfReaders.size(); ++reader)
         readersOfFields[fieldsOfReaders[reader]].push_back(reader);
     const bool areFew = binder.GetColumns().size() <= mostRememberedColumns;

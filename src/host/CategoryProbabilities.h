@@ -2,10 +2,10 @@
 
 #include <cstddef>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "framework/ScoreClsResult.h"
+#include "framework/SeededHash.h"
 
 namespace nbscore {
 
@@ -36,7 +36,7 @@ private:
     static constexpr std::size_t noCategory = static_cast<std::size_t>(-1);
 
     std::vector<std::string> names;
-    std::unordered_map<std::string, std::size_t> positions;
+    SeededMap<std::string, std::size_t> positions;
     std::vector<Entry> entries;
     std::vector<double> probabilities;
 };

@@ -1,5 +1,7 @@
 #include "host/CellSplitter.h"
 
+#include "host/LineEnds.h"
+
 namespace nbscore {
 
 CellSplitter::CellSplitter(char delimiterCharacter) : delimiter(delimiterCharacter) {
@@ -59,14 +61,9 @@ std::optional<CellSplitter::Outcome> CellSplitter::PassText(std::string_view row
     if (position == row.size()) {
         return inputEnds ? EndRow(position, 0) : Outcome::NeedsMore;
     }
-    const char character = row[position];
-    if (character == '\n') return EndRow(position, 1);
-    if (character == '"') return Outcome::StrayQuote;
-    if (character == '\r') {
-        const std::optional<Outcome> outcome = PassCarriageReturn(row, inputEnds, position);
-        if (!outcome) ++position;
-        return outcome;
-    }
+    const std::size_t lineEnd = LengthOfLineEnd(row, position);
+    if (lineEnd > 0) return EndRow(position, lineEnd);
+    if (row[position] == '"') return Outcome::StrayQuote;
     EndCell(position);
     return std::nullopt;
 }
@@ -94,26 +91,12 @@ std::optional<CellSplitter::Outcome> CellSplitter::PassClosingQuote(std::string_
         state = State::InQuotes;
         return std::nullopt;
     }
-    if (character == '\n') return EndRow(cellEnd, 1);
     if (character == delimiter) {
         EndCell(cellEnd);
         return std::nullopt;
     }
-    if (character == '\r') {
-        return PassCarriageReturn(row, inputEnds, cellEnd).value_or(Outcome::TextBehindQuote);
-    }
-    return Outcome::TextBehindQuote;
-}
-
-/// Nothing when the carriage return at the position is no part of a line end.
-std::optional<CellSplitter::Outcome> CellSplitter::PassCarriageReturn(std::string_view row, bool inputEnds,
-                                                                      std::size_t cellEnd) {
-    if (position + 1 < row.size()) {
-        if (row[position + 1] == '\n') return EndRow(cellEnd, 2);
-        return std::nullopt;
-    }
-    if (inputEnds) return std::nullopt;
-    return Outcome::NeedsMore;
+    const std::size_t lineEnd = LengthOfLineEnd(row, position);
+    return lineEnd > 0 ? EndRow(cellEnd, lineEnd) : Outcome::TextBehindQuote;
 }
 
 CellSplitter::Outcome CellSplitter::EndRow(std::size_t cellEnd, std::size_t lineEndBytes) {

@@ -10,8 +10,8 @@ namespace nbscore {
 
 /// Finds where the cells of one row of comma-separated values lie, in bytes that may arrive piece by piece.
 ///
-/// It only marks places: it copies, changes and checks no text. A carriage return counts as a line end only
-/// before a line feed; anywhere else it is text.
+/// It only marks places: it copies, changes and checks no text. A row ends in LF, CR or CRLF. One that ends in CR ends
+/// there at once, when nothing more is known: a line feed that comes later is for the caller to pass over.
 class CellSplitter {
 public:
     /// A cell's text, without its quotes, as offsets from the row's first byte.
@@ -51,7 +51,6 @@ private:
     std::optional<Outcome> PassText(std::string_view row, bool inputEnds);
     std::optional<Outcome> PassQuotedText(std::string_view row, bool inputEnds);
     std::optional<Outcome> PassClosingQuote(std::string_view row, bool inputEnds);
-    std::optional<Outcome> PassCarriageReturn(std::string_view row, bool inputEnds, std::size_t cellEnd);
     Outcome EndRow(std::size_t cellEnd, std::size_t lineEndBytes);
     void EndCell(std::size_t cellEnd);
 

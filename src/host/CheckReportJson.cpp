@@ -11,6 +11,11 @@ const char* NameRole(int role) {
     return role == ScoreModel::PredictorRole ? "input" : "none";
 }
 
+const char* NameSeverity(DocumentProblem::Severity severity) {
+    if (severity == DocumentProblem::Error) return "error";
+    return severity == DocumentProblem::Warning ? "warning" : "remark";
+}
+
 const char* NameKind(InputDescription::Kind kind) {
     if (kind == InputDescription::Bins) return "bins";
     return kind == InputDescription::Numbers ? "numbers" : "texts";
@@ -137,7 +142,7 @@ private:
 
     void AddProblem(const DocumentProblem& problem) {
         json.BeginObject();
-        AddText("severity", problem.severity == DocumentProblem::Error ? "error" : "remark");
+        AddText("severity", NameSeverity(problem.severity));
         AddCountOrNull("code", static_cast<std::size_t>(problem.code));
         AddText("message", problem.message);
         AddText("advice", problem.advice);

@@ -78,9 +78,19 @@ std::string DescribePlace(const DocumentCheck& check, const DocumentPlace& place
     return text + ' ';
 }
 
+std::string NameSeverity(const DocumentProblem& problem) {
+    if (problem.severity == DocumentProblem::Error) return "error " + std::to_string(problem.code);
+    return problem.severity == DocumentProblem::Warning ? "warning" : "remark";
+}
+
+std::string DescribeState(const DocumentCheck& check) {
+    if (!check.IsSound()) return check.modelType ? ", cannot be scored\n" : "\n";
+    return check.HasWarnings() ? ", sound but for a warning\n" : ", sound\n";
+}
+
 std::string DescribeProblem(const DocumentCheck& check, const DocumentProblem& problem) {
     std::string text = DescribePlace(check, problem.place);
-    text += problem.severity == DocumentProblem::Error ? "error " + std::to_string(problem.code) : "remark";
+    text += NameSeverity(problem);
     text += ": " + problem.message + '\n';
     if (!problem.place.elementPath.empty()) text += "  at " + problem.place.elementPath + '\n';
     return text + "  do: " + problem.advice + '\n';
@@ -96,7 +106,7 @@ std::string NameModelKind(ScoreModel::ModelType type) {
 std::string WriteCheckAsText(const DocumentCheck& check) {
     std::string text = check.document + ": ";
     text += check.modelType ? NameModelKind(*check.modelType) : std::string("refused");
-    text += check.IsSound() ? ", sound\n" : check.modelType ? ", cannot be scored\n" : "\n";
+    text += DescribeState(check);
     for (const Adaptation& adaptation : check.adaptations)
         text += DescribePlace(check, adaptation.place) + (adaptation.isMade ? "adapted: " : "not adapted: ") +
                 adaptation.change + '\n';

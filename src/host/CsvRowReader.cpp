@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/HostError.h"
+#include "host/LineEnds.h"
 #include "host/MarkFinder.h"
 #include "host/TableBlockReader.h"
 #include "host/Utf8Check.h"
@@ -56,7 +57,6 @@ bool CsvRowReader::ReadRow() {
 bool CsvRowReader::ReadPlainRow() {
     const std::string_view bytes = block->GetBytes();
     std::size_t cellBegin = rowBegin;
-    bool hasLoneCarriageReturn = false;
     for (; nextMark < numMarks && cells.size() < CellSplitter::maxCells; ++nextMark) {
         const std::size_t mark = marks[nextMark];
         const char character = bytes[mark];
@@ -65,13 +65,11 @@ bool CsvRowReader::ReadPlainRow() {
             cellBegin = mark + 1;
         } else if (character == '"') {
             return false;
-        } else if (character == '\n') {
-            const bool hasCarriageReturn = mark > cellBegin && bytes[mark - 1] == '\r';
-            EndPlainRow(cellBegin, hasCarriageReturn ? mark - 1 : mark, mark + 1);
-            ++nextMark;
+        } else {
+            const std::size_t lineEnd = LengthOfLineEnd(bytes, mark);
+            EndPlainRow(cellBegin, mark, mark + lineEnd);
+            nextMark += lineEnd;  // both bytes of a CRLF are marks
             break;
-        } else if (mark + 1 == bytes.size() || bytes[mark + 1] != '\n') {
-            hasLoneCarriageReturn = true;
         }
     }
     if (nextRowBegin == rowBegin) {
@@ -79,7 +77,7 @@ bool CsvRowReader::ReadPlainRow() {
         EndPlainRow(cellBegin, bytes.size(), bytes.size());
     }
     if (nextRowBegin - rowBegin > maxRowBytes) return false;
-    if (hasLoneCarriageReturn || mayHoldByteOrderMarks) asWritten = {};
+    if (mayHoldByteOrderMarks) asWritten = {};
     return true;
 }
 
@@ -142,8 +140,7 @@ void CsvRowReader::Refuse(std::size_t position, const std::string& problem) cons
 }
 
 std::uint64_t CsvRowReader::GetLineOf(std::size_t position) const {
-    const std::string_view before = GetRest().substr(0, position);
-    return rowLine + static_cast<std::uint64_t>(std::count(before.begin(), before.end(), '\n'));
+    return rowLine + CountLineEnds(GetRest().substr(0, position));
 }
 
 std::string_view CsvRowReader::MakeText(const CellSplitter::Cell& cell) {

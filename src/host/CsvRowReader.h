@@ -15,8 +15,8 @@ namespace nbscore {
 
 /// Reads the rows of blocks of comma-separated values (RFC 4180), one at a time.
 ///
-/// Quoted cells may hold delimiters, doubled quotes and line breaks; rows end in LF or CRLF, the last one also with the
-/// table. An empty line is a row with one empty cell. Cells are not trimmed.
+/// Quoted cells may hold delimiters, doubled quotes and line breaks; rows end in LF, CR or CRLF, the last one also with
+/// the table. An empty line is a row with one empty cell. Cells are not trimmed.
 class CsvRowReader {
 public:
     /// @param sourceName what errors call the table.

@@ -1,10 +1,10 @@
 #include "host/CsvScoreTable.h"
 
 #include <string_view>
-#include <unordered_set>
 
 #include "framework/MCMV.h"
 #include "framework/NumberText.h"
+#include "framework/SeededHash.h"
 #include "host/HostError.h"
 #include "host/MessageText.h"
 
@@ -30,7 +30,7 @@ void CsvScoreTable::AddColumn(const std::string& name) {
 }
 
 void CsvScoreTable::RequireDistinctNames(const std::string& sourceName) const {
-    std::unordered_set<std::string_view> taken;
+    SeededSet<std::string_view> taken;
     for (std::size_t i = 0; i < columnNames.size(); ++i) {
         const bool isNew = taken.insert(columnNames[i]).second;
         if (isNew || i < inputColumns) continue;

@@ -10,7 +10,7 @@
 #include "framework/VeskException.h"
 #include "framework/xml/MemoryRefusal.h"
 #include "host/CheckAdvice.h"
-#include "host/FieldsOfDerivedInputs.h"
+#include "host/FieldsOfInputs.h"
 #include "host/HostError.h"
 #include "host/LoadedModel.h"
 #include "host/ModelRemarks.h"
@@ -35,11 +35,13 @@ std::vector<FieldDescription> DescribeFields(const ScoreModel& model) {
     std::vector<FieldDescription> fields;
     std::vector<ScoreDictVar*> vars;
     if (model.GetDictionary() != nullptr) model.GetDictionary()->GetAllVars(vars);
-    const auto readByDerivedInputs = FindFieldsOfDerivedInputs(model);
+    const std::optional<FieldsOfInputs> read = FindFieldsOfInputs(model);
     for (const ScoreDictVar* var : vars) {
         fields.push_back(DescribeField(model, *var, false));
-        if (readByDerivedInputs) {
-            fields.back().isReadByDerivedInputs = readByDerivedInputs->contains(fields.back().name);
+        if (read) {
+            fields.back().isReadByDerivedInputs = read->ofDerivedInputs.contains(fields.back().name);
+        } else if (model.GetTransformationDictionary() == nullptr) {
+            fields.back().isReadByDerivedInputs = false;
         }
     }
     vars.clear();
@@ -82,7 +84,8 @@ DocumentProblem ErrorOf(const UnscorableModelError& error) {
 std::optional<DocumentProblem> FindErrorOfAdapted(const std::shared_ptr<PluginLibrary>& plugin,
                                                   SourceDocument& adapted) {
     try {
-        LoadedModel::Read(plugin, adapted).RequireScorable();
+        const auto passOver = [](const std::string&, const DocumentPlace&) {};
+        LoadedModel::Read(plugin, adapted, passOver).RequireScorable();
         return std::nullopt;
     } catch (const VeskException& refusal) {
         return ErrorOf(refusal);
@@ -93,9 +96,9 @@ std::optional<DocumentProblem> FindErrorOfAdapted(const std::shared_ptr<PluginLi
 
 /// What adapting a document, refused as it stands, would do about the refusal; empty when it would do nothing.
 std::string AdviceToAdapt(const std::shared_ptr<PluginLibrary>& plugin, const std::string& name,
-                          const DocumentProblem& error) {
+                          const DocumentProblem& error, const Limits& limits) {
     try {
-        SourceDocument source = SourceDocument::Read(name);
+        SourceDocument source = SourceDocument::Read(name, limits);
         if (source.Adapt().empty()) return {};
         const std::optional<DocumentProblem> next = FindErrorOfAdapted(plugin, source);
         if (!next) return "Read it with --adapt: the document is fine but for what that rewrites.";
@@ -106,36 +109,66 @@ std::string AdviceToAdapt(const std::shared_ptr<PluginLibrary>& plugin, const st
     }
 }
 
-/// What the plug-in is known to read over, after what is odd about the model itself.
+DocumentProblem ProblemOf(const IgnoredConstruct& ignored) {
+    return {.severity = ignored.isWarning ? DocumentProblem::Warning : DocumentProblem::Remark,
+            .code = 0,
+            .place = ignored.place,
+            .message = ignored.message,
+            .advice = ignored.advice};
+}
+
+/// What the plug-in is known to read over, beside what is odd about the model itself.
 void AddRemarks(const SourceDocument& source, DocumentCheck& check) {
     if (!check.model) return;
     check.problems = FindRemarks(check, *check.model);
-    for (const IgnoredConstruct& ignored : source.FindIgnored()) {
-        check.problems.push_back({.severity = DocumentProblem::Remark,
-                                  .code = 0,
-                                  .place = ignored.place,
-                                  .message = ignored.message,
-                                  .advice = ignored.advice});
-    }
+    for (const IgnoredConstruct& ignored : source.FindIgnored())
+        check.problems.push_back(ProblemOf(ignored));
+    std::ranges::stable_sort(check.problems, {}, &DocumentProblem::severity);
 }
 
-void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, DocumentCheck& check) {
+/// A refusal, and behind it the warnings that the document would get if it were not refused.
+/// @param source null when the document could not be parsed.
+std::vector<DocumentProblem> WithWarnings(DocumentProblem error, const SourceDocument* source) {
+    std::vector<DocumentProblem> problems = {std::move(error)};
+    if (source == nullptr) return problems;
     try {
-        SourceDocument source = SourceDocument::Read(check.document);
-        if (adapt) check.adaptations = source.Adapt();
-        LoadedModel loaded = LoadedModel::Read(plugin, source);
-        check.applicationVersion = source.ReadApplicationVersion();
+        for (const IgnoredConstruct& ignored : source->FindWarnings())
+            problems.push_back(ProblemOf(ignored));
+    } catch (const VeskException& refusal) {
+        return {ErrorOf(refusal)};  // for want of memory
+    }
+    if (problems.size() > 1)
+        problems.front().advice += " That alone does not make its answers right: see the warning below.";
+    return problems;
+}
+
+void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limits& limits, DocumentCheck& check) {
+    std::optional<SourceDocument> source;
+    std::vector<DocumentProblem> notices;
+    const auto takeNotice = [&notices](const std::string& line, const DocumentPlace& place) {
+        notices.push_back({.severity = DocumentProblem::Remark,
+                           .code = 0,
+                           .place = place,
+                           .message = line,
+                           .advice = AdviceFor(0, line, place)});
+    };
+    try {
+        source.emplace(SourceDocument::Read(check.document, limits));
+        if (adapt) check.adaptations = source->Adapt();
+        LoadedModel loaded = LoadedModel::Read(plugin, *source, takeNotice);
+        check.applicationVersion = source->ReadApplicationVersion();
         Describe(loaded, check);
         loaded.RequireScorable();
-        AddRemarks(source, check);
+        AddRemarks(*source, check);
     } catch (const VeskException& refusal) {
-        check.problems.push_back(ErrorOf(refusal));
-        DocumentProblem& error = check.problems.back();
-        const std::string toAdapt = adapt ? std::string() : AdviceToAdapt(plugin, check.document, error);
+        DocumentProblem error = ErrorOf(refusal);
+        const std::string toAdapt = adapt ? std::string() : AdviceToAdapt(plugin, check.document, error, limits);
         if (!toAdapt.empty()) error.advice = toAdapt;
+        check.problems = WithWarnings(std::move(error), source ? &*source : nullptr);
     } catch (const UnscorableModelError& error) {
-        check.problems.push_back(ErrorOf(error));
+        check.problems = WithWarnings(ErrorOf(error), &*source);
     }
+    check.problems.insert(check.problems.end(), notices.begin(), notices.end());
 }
 
 /// Of a document whose description takes more memory than there is.
@@ -155,17 +188,22 @@ bool DocumentCheck::IsSound() const {
         problems, [](const DocumentProblem& problem) { return problem.severity == DocumentProblem::Error; });
 }
 
+bool DocumentCheck::HasWarnings() const {
+    return std::ranges::any_of(
+        problems, [](const DocumentProblem& problem) { return problem.severity == DocumentProblem::Warning; });
+}
+
 bool DocumentCheck::IsReadable() const {
     return std::ranges::none_of(
         problems, [](const DocumentProblem& problem) { return problem.code == VeskException::UnreadableSource; });
 }
 
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
-                            bool adapt) {
+                            bool adapt, const Limits& limits) {
     try {
         DocumentCheck check;
         check.document = ToUtf8(document);
-        Check(plugin, adapt, check);
+        Check(plugin, adapt, limits, check);
         return check;
     } catch (const std::bad_alloc&) {
         return CheckForMemory(document);

@@ -8,6 +8,7 @@
 
 #include "document/Adaptation.h"
 #include "framework/DocumentPlace.h"
+#include "framework/Limits.h"
 #include "framework/ModelDescription.h"
 #include "framework/ScoreModel.h"
 #include "host/PluginLibrary.h"
@@ -19,12 +20,14 @@ struct DocumentProblem {
     enum Severity {
         /// The document is refused, or would be before the first case.
         Error,
+        /// It can be scored, but with answers far from what it means: scoring says so every time.
+        Warning,
         /// It can be scored, though perhaps not as it was meant.
         Remark
     };
 
     Severity severity = Remark;
-    /// The number of a refusal (VeskException); 0 for a remark.
+    /// The number of a refusal (VeskException); 0 for a warning or remark.
     int code = 0;
     DocumentPlace place;
     std::string message;
@@ -60,10 +63,12 @@ struct DocumentCheck {
     std::vector<FieldDescription> fields;
     /// Nothing also for a model that does not describe itself.
     std::optional<ModelDescription> model;
-    /// Errors first.
+    /// Errors first, then warnings.
     std::vector<DocumentProblem> problems;
 
+    /// Whether there is no error.
     bool IsSound() const;
+    bool HasWarnings() const;
     /// Whether the file could be read at all.
     bool IsReadable() const;
 };
@@ -73,7 +78,8 @@ struct DocumentCheck {
 /// told of it (code 12): nothing else is told then, and std::bad_alloc leaves this only where there is none even for
 /// that.
 /// @param adapt rewrite it first (SourceDocument::Adapt).
+/// @param limits of the reading; CancelledError leaves this.
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
-                            bool adapt);
+                            bool adapt, const Limits& limits = {});
 
 }  // namespace nbscore

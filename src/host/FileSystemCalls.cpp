@@ -1,43 +1,29 @@
 #include "host/FileSystemCalls.h"
 
 #ifdef _WIN32
-#include <fcntl.h>
 #include <io.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #else
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#include <cerrno>
 #endif
 
 namespace nbscore {
-namespace {
-
-bool CloseAndSay(std::FILE* file) {
-    if (file == nullptr) return false;
-    static_cast<void>(std::fclose(file));
-    return true;
-}
-
-}  // namespace
 
 #ifdef _WIN32
-
-std::FILE* CreateNewFile(const std::filesystem::path& path) {
-    const int descriptor =
-        _wopen(path.c_str(), _O_CREAT | _O_EXCL | _O_WRONLY | _O_BINARY | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
-    return descriptor < 0 ? nullptr : _fdopen(descriptor, "wb");
-}
 
 std::FILE* OpenForWriting(const std::filesystem::path& path) {
     return _wfopen(path.c_str(), L"wb");
 }
 
-bool MayWriteTo(const std::filesystem::path& path) {
-    return CloseAndSay(_wfopen(path.c_str(), L"r+b"));
+bool LeadsToTerminal(std::FILE* file) {
+    return _isatty(_fileno(file)) != 0;
 }
 
 std::ptrdiff_t WriteSomeBytes(std::FILE* file, std::string_view bytes) {
@@ -57,18 +43,22 @@ bool SyncToDisk(std::FILE* file) {
 
 #else
 
-std::FILE* CreateNewFile(const std::filesystem::path& path) {
-    constexpr mode_t asTheUserWants = 0666;  // less what the process's mask takes away
-    const int descriptor = open(path.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, asTheUserWants);
-    return descriptor < 0 ? nullptr : fdopen(descriptor, "wb");
-}
-
 std::FILE* OpenForWriting(const std::filesystem::path& path) {
-    return std::fopen(path.c_str(), "wb");
+    // Systems that protect folders of everybody from the named pipes of others do so where a file could be created.
+    const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_NOCTTY | O_CLOEXEC, 0600);
+    if (descriptor < 0) return nullptr;
+    struct stat status = {};
+    const bool isRegular = fstat(descriptor, &status) != 0 || S_ISREG(status.st_mode);
+    std::FILE* const file = isRegular ? nullptr : fdopen(descriptor, "wb");
+    if (file != nullptr) return file;
+    const int reason = isRegular ? EEXIST : errno;
+    close(descriptor);
+    errno = reason;
+    return nullptr;
 }
 
-bool MayWriteTo(const std::filesystem::path& path) {
-    return CloseAndSay(std::fopen(path.c_str(), "r+b"));
+bool LeadsToTerminal(std::FILE* file) {
+    return isatty(fileno(file)) != 0;
 }
 
 std::ptrdiff_t WriteSomeBytes(std::FILE* file, std::string_view bytes) {

@@ -8,15 +8,13 @@
 
 namespace nbscore {
 
-/// The few calls that name or force a file differently from system to system. Each reports failure as the C
-/// library does, with errno, but where it says otherwise.
+/// The few calls about open files that differ from system to system. Each reports failure as the C library does, with
+/// errno, but where it says otherwise.
 
-/// Creates a file that must not exist and opens it for writing bytes; null on failure.
-std::FILE* CreateNewFile(const std::filesystem::path& path);
-/// Opens an existing file for writing bytes, emptying it; null on failure.
+/// Opens what is no regular file, such as a device or a named pipe, for writing bytes; null on failure. Where systems
+/// let files be swapped, a regular file is left as it is.
 std::FILE* OpenForWriting(const std::filesystem::path& path);
-/// True when an existing file may be written to; nothing is changed.
-bool MayWriteTo(const std::filesystem::path& path);
+bool LeadsToTerminal(std::FILE* file);
 /// Writes bytes to an open file, past the C library's buffer, as many as the system takes at once. Answers how many, or
 /// something negative on failure.
 std::ptrdiff_t WriteSomeBytes(std::FILE* file, std::string_view bytes);

@@ -1,11 +1,12 @@
 #include "host/LoadedModel.h"
 
 #include <string>
-#include <unordered_set>
 #include <vector>
 
+#include "framework/BaseTranslator.h"
 #include "framework/ModelSelfCheck.h"
 #include "framework/NumberText.h"
+#include "framework/SeededHash.h"
 #include "framework/VeskException.h"
 #include "host/HostError.h"
 #include "host/MessageText.h"
@@ -34,6 +35,23 @@ LoadedModel ReadWith(std::shared_ptr<PluginLibrary> plugin, const std::string& d
     }
 }
 
+BaseTranslator::Notices AsLinesAbout(const std::string& documentName, const BaseTranslator::Notices& notices) {
+    if (!notices) return notices;
+    return [&documentName, &notices](const std::string& text, const DocumentPlace& place) {
+        std::string line;
+        for (const char character : text) {
+            if (character == '\n') {
+                line += ". ";
+            } else {
+                line += character;
+            }
+        }
+        DocumentPlace placeInDocument = place;
+        placeInDocument.source = documentName;
+        notices(line, placeInDocument);
+    };
+}
+
 /// A text that two values share exactly when they are equal: a number and a text never are, and 0 equals -0.
 std::string GetIdentity(const ScoreValue& value) {
     if (value.GetType() == ScoreValue::Numeric) return "#" + FormatNumber(value.GetDouble() + 0.0);
@@ -47,7 +65,7 @@ std::string FindTargetObstacle(const ScoreDictVar* target) {
     if (labels == nullptr || labels->GetValueLabels().empty()) {
         return "The target variable " + name + " declares no values.";
     }
-    std::unordered_set<std::string> seen;
+    SeededSet<std::string> seen;
     for (const ScoreValueLabel& label : labels->GetValueLabels()) {
         if (seen.insert(GetIdentity(*label.GetValue())).second) continue;
         return "The target variable " + name + " declares the value " + QuoteForMessage(label.GetValue()->GetString()) +
@@ -90,16 +108,22 @@ std::string FindObstacle(ScoreModel& model) {
 
 }  // namespace
 
-LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const std::filesystem::path& document) {
+LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const std::filesystem::path& document,
+                              const Limits& limits) {
     const std::string name = ToUtf8(document);
-    return ReadWith(std::move(plugin), name, [&name](ScoreTranslator& translator) {
+    return ReadWith(std::move(plugin), name, [&](ScoreTranslator& translator) {
+        if (auto* const ours = dynamic_cast<BaseTranslator*>(&translator)) ours->SetLimits(limits);
         return std::unique_ptr<ScoreModel>(translator.ParseFromTree(name, "UTF-8"));
     });
 }
 
-LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document) {
-    return ReadWith(std::move(plugin), document.GetName(),
-                    [&document](ScoreTranslator& translator) { return document.Translate(translator); });
+LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document,
+                              const BaseTranslator::Notices& notices) {
+    return ReadWith(std::move(plugin), document.GetName(), [&](ScoreTranslator& translator) {
+        auto* const base = dynamic_cast<BaseTranslator*>(&translator);
+        if (base != nullptr) base->SetNotices(AsLinesAbout(document.GetName(), notices));
+        return document.Translate(translator);
+    });
 }
 
 void LoadedModel::RequireScorable() const {

@@ -46,18 +46,26 @@ std::size_t FindAllMarks(const std::uint8_t* bytes, std::size_t size, std::uint8
     return count;
 }
 
-std::size_t CountAllLineFeeds(const std::uint8_t* bytes, std::size_t size) {
+std::size_t CountAllLineEnds(const std::uint8_t* bytes, std::size_t size) {
     std::size_t count = 0;
     std::size_t i = 0;
 #if HWY_TARGET != HWY_SCALAR
     const hn::ScalableTag<std::uint8_t> tag;
     const std::size_t width = hn::Lanes(tag);
+    const auto carriageReturns = hn::Set(tag, '\r');
     const auto lineFeeds = hn::Set(tag, '\n');
-    for (; i + width <= size; i += width)
-        count += hn::CountTrue(tag, hn::Eq(hn::LoadU(tag, bytes + i), lineFeeds));
+    // A carriage return counts where no line feed, which counts itself, stands behind it.
+    for (; i + width < size; i += width) {
+        const auto piece = hn::LoadU(tag, bytes + i);
+        const auto next = hn::LoadU(tag, bytes + i + 1);
+        const auto isLone = hn::AndNot(hn::Eq(next, lineFeeds), hn::Eq(piece, carriageReturns));
+        count += hn::CountTrue(tag, hn::Or(hn::Eq(piece, lineFeeds), isLone));
+    }
 #endif
-    for (; i < size; ++i)
-        count += static_cast<std::size_t>(bytes[i] == '\n');
+    for (; i < size; ++i) {
+        const bool isInFrontOfLineFeed = i + 1 < size && bytes[i + 1] == '\n';
+        count += static_cast<std::size_t>(bytes[i] == '\n' || (bytes[i] == '\r' && !isInFrontOfLineFeed));
+    }
     return count;
 }
 
@@ -68,15 +76,15 @@ HWY_AFTER_NAMESPACE();
 namespace nbscore {
 
 HWY_EXPORT(FindAllMarks);
-HWY_EXPORT(CountAllLineFeeds);
+HWY_EXPORT(CountAllLineEnds);
 
 std::size_t FindMarks(std::string_view bytes, char delimiter, std::uint32_t* positions) {
     return HWY_DYNAMIC_DISPATCH(FindAllMarks)(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size(),
                                               static_cast<std::uint8_t>(delimiter), positions);
 }
 
-std::size_t CountLineFeeds(std::string_view bytes) {
-    return HWY_DYNAMIC_DISPATCH(CountAllLineFeeds)(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+std::size_t CountLineEnds(std::string_view bytes) {
+    return HWY_DYNAMIC_DISPATCH(CountAllLineEnds)(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
 }
 
 }  // namespace nbscore

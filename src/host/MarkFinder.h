@@ -11,7 +11,7 @@ namespace nbscore {
 /// @param positions room for one for each byte.
 std::size_t FindMarks(std::string_view bytes, char delimiter, std::uint32_t* positions);
 
-/// How many line feeds there are.
-std::size_t CountLineFeeds(std::string_view bytes);
+/// How many lines end in these bytes (see LineEnds.h).
+std::size_t CountLineEnds(std::string_view bytes);
 
 }  // namespace nbscore

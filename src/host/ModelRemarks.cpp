@@ -1,9 +1,7 @@
 #include "host/ModelRemarks.h"
 
-#include <unordered_map>
-#include <unordered_set>
-
 #include "framework/CountedNoun.h"
+#include "framework/SeededHash.h"
 #include "host/MessageText.h"
 
 namespace nbscore {
@@ -62,7 +60,7 @@ private:
     }
 
     void LookForSharedNames() {
-        std::unordered_map<std::string, int> uses;
+        SeededMap<std::string, int> uses;
         for (const ClassifierDescription& classifier : model.classifiers)
             ++uses[classifier.name];
         for (const ClassifierDescription& classifier : model.classifiers) {
@@ -89,10 +87,11 @@ private:
 
     void LookForTargetsThatAreRead() {
         for (const FieldDescription& field : check.fields) {
-            if (field.role != ScoreModel::TargetRole || !field.isReadByDerivedInputs.value_or(false)) continue;
+            const bool isRead = usedFields.contains(field.name) || field.isReadByDerivedInputs.value_or(false);
+            if (field.role != ScoreModel::TargetRole || !isRead) continue;
             Add("The target " + QuoteForMessage(field.name) +
-                    " is read by derived inputs: it is missing for them in every case, even where the table has it.",
-                "Compute the inputs from other fields.");
+                    " is read by inputs: where the table has a column for it, the answers depend on that.",
+                "Make the inputs of other fields, unless cases tell their target before it is predicted.");
         }
     }
 
@@ -103,7 +102,7 @@ private:
 
     const DocumentCheck& check;
     const ModelDescription& model;
-    std::unordered_set<std::string> usedFields;
+    SeededSet<std::string> usedFields;
     std::vector<DocumentProblem> remarks;
 };
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "host/LineEnds.h"
+
 namespace nbscore {
 
 void RowEndFinder::Start() {
@@ -25,13 +27,15 @@ void RowEndFinder::Continue(std::string_view bytes) {
 
 void RowEndFinder::PassText(std::string_view bytes) {
     const std::size_t quote = std::min(bytes.find('"', position), bytes.size());
-    const std::size_t lineFeed = bytes.substr(position, quote - position).rfind('\n');
-    if (lineFeed != std::string_view::npos) rowEnd = position + lineFeed + 1;
+    std::size_t behindLastRow = quote;
+    while (behindLastRow > position && !IsLineBreak(bytes[behindLastRow - 1]))
+        --behindLastRow;
+    if (behindLastRow > position) rowEnd = behindLastRow;
     if (quote == bytes.size()) {
         position = quote;
         return;
     }
-    hasFault = quote > 0 && bytes[quote - 1] != '\n' && bytes[quote - 1] != delimiter;
+    hasFault = quote > 0 && !IsLineBreak(bytes[quote - 1]) && bytes[quote - 1] != delimiter;
     isInQuotes = true;
     position = quote + 1;
 }

@@ -18,9 +18,11 @@ namespace {
 
 #ifdef _WIN32
 
-void* Open(const std::filesystem::path& path) {
-    // With this flag the library's own folder is searched for what it needs.
-    return LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+void* Open(std::filesystem::path path) {
+    // What it needs is searched for in its own folder, the program's and the system's; never in the current folder or
+    // those of PATH. These flags ask for backslashes.
+    constexpr DWORD searched = LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS;
+    return LoadLibraryExW(path.make_preferred().c_str(), nullptr, searched);
 }
 
 std::string GetReason() {

@@ -1,8 +1,8 @@
 #include "host/SubModelNames.h"
 
 #include <cstddef>
-#include <unordered_map>
 
+#include "framework/SeededHash.h"
 #include "host/ReusedResult.h"
 #include "host/SubModelScores.h"
 
@@ -22,7 +22,7 @@ public:
 class SubModelLabels {
 public:
     explicit SubModelLabels(const std::vector<std::string>& subModelNames) : names(subModelNames), labels(names) {
-        std::unordered_map<std::string, std::size_t> uses;
+        SeededMap<std::string, std::size_t> uses;
         for (const std::string& name : names) {
             ++uses[name];
         }
@@ -51,7 +51,7 @@ public:
 private:
     const std::vector<std::string>& names;
     std::vector<std::string> labels;
-    std::unordered_map<std::string, std::size_t> standingAlone;
+    SeededMap<std::string, std::size_t> standingAlone;
     std::vector<std::size_t> toNumber;
 };
 

@@ -12,8 +12,8 @@ namespace nbscore {
 /// that is no set.
 ///
 /// A set tells them only with a score, so a case without any value is scored. It has no positions, which leaves the
-/// model free to take those of the first real case: that one must still complete alone before several threads score.
-/// The model must be scorable (LoadedModel::RequireScorable). Throws UnscorableModelError when it gives no scores.
+/// model free to take those of the first real case. The model must be scorable (LoadedModel::RequireScorable). Throws
+/// UnscorableModelError when it gives no scores.
 std::optional<std::vector<std::string>> FindSubModelNames(ScoreModel& model);
 
 /// A label for each name, no two of them equal, for where sub-models must be told apart. It is the name itself where

@@ -16,6 +16,12 @@ constexpr std::size_t mostRoomToKeep = 8 * TableBlockReader::pieceBytes;
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
+void RemoveFront(TableBlock& block, std::size_t count) {
+    const auto begin = block.room.begin();
+    std::copy(begin + static_cast<std::ptrdiff_t>(count), begin + static_cast<std::ptrdiff_t>(block.size), begin);
+    block.size -= count;
+}
+
 char RequireDelimiter(char delimiter) {
     const bool usable = delimiter > 0 && std::strchr("\"\r\n", delimiter) == nullptr;
     if (!usable) throw std::invalid_argument("the delimiter must be an ASCII character, no quote and no line break");
@@ -35,6 +41,7 @@ bool TableBlockReader::Read(TableBlock& block) {
     rest.clear();
     block.firstLine = nextLine;
     if (!started) PassByteOrderMark(block);
+    if (mayBeginWithLineFeed) PassLineFeed(block);
 
     finder.Start();
     finder.Continue(block.GetBytes());
@@ -42,7 +49,8 @@ bool TableBlockReader::Read(TableBlock& block) {
         finder.Continue(block.GetBytes());
     // What stands behind the last whole row waits for the next block, unless it can never become a row.
     if (finder.GetRowEnd() > 0 && !finder.HasFault()) Split(block, finder.GetRowEnd());
-    nextLine += CountLineFeeds(block.GetBytes());
+    nextLine += CountLineEnds(block.GetBytes());
+    mayBeginWithLineFeed = rest.empty() && block.GetBytes().ends_with('\r');
     return block.size > 0;
 }
 
@@ -56,11 +64,12 @@ void TableBlockReader::PassByteOrderMark(TableBlock& block) {
     started = true;
     while (block.size < byteOrderMark.size() && Extend(block)) {
     }
-    if (!block.GetBytes().starts_with(byteOrderMark)) return;
-    const auto begin = block.room.begin();
-    std::copy(begin + static_cast<std::ptrdiff_t>(byteOrderMark.size()),
-              begin + static_cast<std::ptrdiff_t>(block.size), begin);
-    block.size -= byteOrderMark.size();
+    if (block.GetBytes().starts_with(byteOrderMark)) RemoveFront(block, byteOrderMark.size());
+}
+
+void TableBlockReader::PassLineFeed(TableBlock& block) {
+    if (block.size == 0) Extend(block);
+    if (block.GetBytes().starts_with('\n')) RemoveFront(block, 1);
 }
 
 bool TableBlockReader::Extend(TableBlock& block) {

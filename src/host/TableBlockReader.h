@@ -14,7 +14,8 @@ namespace nbscore {
 /// Reads a table of comma-separated values as a stream of blocks of whole rows.
 ///
 /// Takes what the stream has ready and waits for no more once a row has ended, so that a slow pipe is read as it flows.
-/// A byte order mark in front is passed over.
+/// A row that ends in a carriage return has ended when that is there; a line feed that comes after it is passed over, as
+/// is a byte order mark in front.
 class TableBlockReader {
 public:
     /// How much is asked of the stream at a time.
@@ -38,6 +39,7 @@ private:
     bool Extend(TableBlock& block);
     std::size_t TakeReady(char* room);
     void PassByteOrderMark(TableBlock& block);
+    void PassLineFeed(TableBlock& block);
     void Split(TableBlock& block, std::size_t rowEnd);
 
     std::istream& input;
@@ -48,6 +50,8 @@ private:
     std::uint64_t nextLine = 1;
     std::uint64_t bytesRead = 0;
     bool started = false;
+    /// Whether the last row ended in a carriage return and no byte behind it was there.
+    bool mayBeginWithLineFeed = false;
     bool atEnd = false;
 };
 

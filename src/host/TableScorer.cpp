@@ -2,6 +2,8 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -31,18 +33,12 @@ public:
         ReadHeader();
         model.SetPredictionOnly(options.output.predictionOnly);
         const std::unique_ptr<BlockScorer> scorer = MakeScorer();
-        // The first rows are scored alone: a model takes notes on its first case.
+        // The first block here, so that a short table starts no threads.
         ScoreBlock(*scorer);
-        while (summary.rows == 0 && reader.Read(block)) {
-            rows.Start(block);
-            ScoreBlock(*scorer);
-        }
-        if (summary.rows > 0) {
-            if (options.threads > 1) {
-                ScoreOnThreads();
-            } else {
-                ScoreHere(*scorer);
-            }
+        if (options.threads > 1) {
+            ScoreOnThreads(*scorer);
+        } else {
+            ScoreHere(*scorer);
         }
         RequireCases();
         TellProgress();
@@ -83,13 +79,26 @@ private:
         }
     }
 
-    void ScoreOnThreads() {
+    /// @param ownScorer does the work where the system gives no thread at all.
+    void ScoreOnThreads(BlockScorer& ownScorer) {
         if (!reader.Read(block)) return;
         std::vector<std::unique_ptr<BlockScorer>> scorers;
         for (std::size_t thread = 0; thread < options.threads; ++thread)
             scorers.push_back(MakeScorer());
-        BlockPipeline pipeline(std::move(scorers), reader.GetSourceName(), options.delimiter,
-                               [this](const BlockScores& done) { Write(done); });
+        std::optional<BlockPipeline> pipeline;
+        try {
+            pipeline.emplace(std::move(scorers), reader.GetSourceName(), options.delimiter,
+                             [this](const BlockScores& done) { Write(done); });
+        } catch (const std::system_error&) {
+            rows.Start(block);
+            ScoreBlock(ownScorer);
+            ScoreHere(ownScorer);
+            return;
+        }
+        ScoreBy(*pipeline);
+    }
+
+    void ScoreBy(BlockPipeline& pipeline) {
         std::swap(pipeline.Begin(), block);
         pipeline.Submit();
         try {

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
+#include "framework/SeededHash.h"
 #include "host/CaseBinder.h"
 
 namespace nbscore {
@@ -30,7 +30,7 @@ public:
 
 private:
     std::vector<std::string> header;
-    std::unordered_map<std::string, std::size_t> columns;
+    SeededMap<std::string, std::size_t> columns;
     /// Those of the next case that are set: a wide table costs nothing where rows are sparse.
     std::vector<PlacedCell> cells;
     std::optional<CaseBinder> binder;

@@ -3,11 +3,11 @@
 #include <cstddef>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "document/VerificationSuite.h"
 #include "framework/ScoreModel.h"
+#include "framework/SeededHash.h"
 
 namespace nbscore {
 
@@ -57,10 +57,10 @@ private:
     std::optional<std::string> subModelLabel;
     const ScoreDictVar& target;
     std::vector<std::string> categories;
-    std::unordered_map<std::string, std::size_t> categoryNumbers;
-    std::unordered_map<std::string, const OutputDeclaration*> outputs;
+    SeededMap<std::string, std::size_t> categoryNumbers;
+    SeededMap<std::string, const OutputDeclaration*> outputs;
     /// What the document need not declare, and the names in the order in which messages list them.
-    std::unordered_map<std::string, VerifiedValue> results;
+    SeededMap<std::string, VerifiedValue> results;
     std::vector<std::string> resultNames;
 };
 

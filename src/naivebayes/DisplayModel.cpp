@@ -34,7 +34,7 @@ void NaiveBayesModel::Display(std::ostream& out) const {
     nbscore::DumpList(out, targetProbabilities);
     out << std::endl;
 
-    out << "Dict var index set up? " << nbscore::DumpFlag(dictVarIndexReady) << std::endl;
+    out << "Dict var index set up? " << nbscore::DumpFlag(dictVarIndexReady.IsDone()) << std::endl;
     out << "Predictor variables and their stats:";
     for (std::size_t j = 0; j < predictorVars.size(); ++j) {
         if (predictorVars[j] != nullptr) predictorVars[j]->Print(out);

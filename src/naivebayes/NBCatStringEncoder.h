@@ -3,11 +3,10 @@
 #include <map>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
+#include "framework/SeededHash.h"
 #include "naivebayes/INBVeskEncoder.h"
-#include "naivebayes/SeededTextHash.h"
 
 /// Codes texts. Two texts are the same category only when they are equal byte by byte.
 class NAIVEBAYES_API NBCatStringEncoder : public INBVeskEncoder {
@@ -38,6 +37,6 @@ private:
     /// The map's own keys by code. They point into this map's nodes, so a copy rebuilds them.
     std::vector<const std::string*> codeIndex;
     /// The same keys and codes once more: every value of every case is looked for among them.
-    std::unordered_map<std::string_view, int, nbscore::SeededTextHash> codesByText;
+    nbscore::SeededMap<std::string_view, int> codesByText;
     int lastCode = -1;
 };

@@ -109,7 +109,8 @@ double NaiveBayesModel::ComputePXYPY(const std::vector<double>& codes, int targe
 }
 
 void NaiveBayesModel::SetUpDictVarIndex(const ScoreCaseRecord* record, bool derivedInRecord) {
-    nbscore::RememberRecordPositions(*record, predictorVarNames, GetDictionary(), GetTransformationDictionary(),
-                                     derivedInRecord);
-    dictVarIndexReady = true;
+    dictVarIndexReady.Do([&] {
+        nbscore::RememberRecordPositions(*record, predictorVarNames, GetDictionary(), GetTransformationDictionary(),
+                                         derivedInRecord);
+    });
 }

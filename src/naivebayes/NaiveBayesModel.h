@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <string>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "framework/ModelSelfCheck.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/ModelSelfTables.h"
+#include "naivebayes/DoneOnce.h"
 #include "naivebayes/INBVeskEncoder.h"
 #include "naivebayes/NBayesInputBase.h"
 
@@ -32,8 +34,8 @@ struct EncodedCase;
 /// factor cancels in the posterior. A case without any usable predictor is scored with the priors as they
 /// stand.
 ///
-/// Threads: configuration on one thread, then one scoring call alone (it notes positions; where any case comes with
-/// positions, this one must too), then any number at once.
+/// Threads: configuration on one thread, then any number of scoring calls at once. The first one whose record has
+/// positions notes them, once, and others with such records wait for it.
 class NAIVEBAYES_API NaiveBayesModel : public BaseModel,
                                        public ModelSelfCheck,
                                        public ModelSelfDescription,
@@ -86,13 +88,14 @@ private:
 
     std::vector<std::string> predictorVarNames;
     double threshold = 0.0;
-    bool predictionOnly = false;
+    std::atomic<bool> predictionOnly = false;
     std::vector<std::unique_ptr<INBVeskEncoder>> encoders;
     const ScoreDictVar* targetVar = nullptr;
     std::vector<ScoreValue*> targetValues;
     std::vector<double> targetCounts;
     std::vector<double> targetProbabilities;
-    bool dictVarIndexReady = false;
+    /// Whether positions in records are noted.
+    nbscore::DoneOnce dictVarIndexReady;
     std::vector<const ScoreDictVar*> predictorVars;
     std::vector<std::unique_ptr<NBayesInputBase>> predCounts;
     bool needDerivedPredictor = false;

@@ -54,7 +54,7 @@ void SetPredictedValue(ScoreResult& result, const ScoreDictVar& target, const Sc
 
 MCScore::MCStatus NaiveBayesModel::GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool derivedInRecord) {
     const ScoreCaseRecord& caseRecord = nbscore::Existing(record);
-    if (!dictVarIndexReady && caseRecord.IsIndexed()) SetUpDictVarIndex(record, derivedInRecord);
+    if (!dictVarIndexReady.IsDone() && caseRecord.IsIndexed()) SetUpDictVarIndex(record, derivedInRecord);
     ScoreClsResult& filled = ResultToFill(result, targetVar);
     const ScoreCaseRecord* derivedRecord =
         nbscore::ComputeDerivedValues(*this, needDerivedPredictor, record, derivedInRecord);

@@ -2,10 +2,10 @@
 
 #include <cstddef>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "framework/ScoreClsResult.h"
+#include "framework/SeededHash.h"
 
 /// Finds the entry of a list of (category, probability) pairs whose value equals a given one, without
 /// searching through all of them for each.
@@ -46,6 +46,6 @@ private:
     std::size_t indexed = 0;
     /// An entry in the index may equal values of a type other than its own; the index cannot tell.
     bool hasOtherTypes = false;
-    std::unordered_map<double, std::size_t> positionsByNumber;
-    std::unordered_map<std::string, std::size_t> positionsByText;
+    nbscore::SeededMap<double, std::size_t> positionsByNumber;
+    nbscore::SeededMap<std::string, std::size_t> positionsByText;
 };

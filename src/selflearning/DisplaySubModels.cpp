@@ -21,7 +21,7 @@ void SelfLearningModel::Display(std::ostream& out) const {
     out << "Target categories: ";
     for (const ScoreValue* value : targetCategories)
         out << nbscore::Existing(value).GetString();
-    out << "Dict var index set up? " << nbscore::DumpFlag(dictVarIndexSetUp) << std::endl;
+    out << "Dict var index set up? " << nbscore::DumpFlag(dictVarIndexSetUp.IsDone()) << std::endl;
     for (int model = 0; model < numOfModels; ++model)
         DisplaySubModel(out, static_cast<std::size_t>(model));
     out << "End of SelfLearningModel display." << std::endl;

@@ -90,20 +90,22 @@ MCScore::MCStatus SelfLearningModel::GetScoreFromModel(const ScoreCaseRecord* re
 }
 
 void SelfLearningModel::PrepareScoring(const ScoreCaseRecord* record, bool derivedInRecord) {
-    if (!dictVarIndexSetUp && nbscore::Existing(record).IsIndexed()) SetUpDictVarIndex(record, derivedInRecord);
-    if (!targetProbabilitiesComputed) ComputeTargetProbabilities();
+    if (!dictVarIndexSetUp.IsDone() && nbscore::Existing(record).IsIndexed())
+        SetUpDictVarIndex(record, derivedInRecord);
+    ComputeTargetProbabilities();
 }
 
 void SelfLearningModel::ComputeTargetProbabilities() {
-    targetProbabilitiesByModel.resize(targetCountsByModel.size());
-    for (std::size_t m = 0; m < targetCountsByModel.size(); ++m)
-        targetProbabilitiesByModel[m] = GetTargetProbabilities(m);
-    targetProbabilitiesComputed = true;
+    targetProbabilitiesComputed.Do([this] {
+        targetProbabilitiesByModel.resize(targetCountsByModel.size());
+        for (std::size_t m = 0; m < targetCountsByModel.size(); ++m)
+            targetProbabilitiesByModel[m] = GetTargetProbabilities(m);
+    });
 }
 
 /// What they are once the first case has been scored, and what they will be before that.
 std::vector<double> SelfLearningModel::GetTargetProbabilities(std::size_t model) const {
-    if (targetProbabilitiesComputed) return targetProbabilitiesByModel[model];
+    if (targetProbabilitiesComputed.IsDone()) return targetProbabilitiesByModel[model];
     return nbscore::SmoothedPriors(targetCountsByModel[model], thresholds[model]);
 }
 
@@ -114,7 +116,8 @@ double SelfLearningModel::ComputePXYPY(int model, const std::vector<double>& cod
 }
 
 void SelfLearningModel::SetUpDictVarIndex(const ScoreCaseRecord* record, bool derivedInRecord) {
-    nbscore::RememberRecordPositions(*record, predictorVarNames, GetDictionary(), GetTransformationDictionary(),
-                                     derivedInRecord);
-    dictVarIndexSetUp = true;
+    dictVarIndexSetUp.Do([&] {
+        nbscore::RememberRecordPositions(*record, predictorVarNames, GetDictionary(), GetTransformationDictionary(),
+                                         derivedInRecord);
+    });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -11,6 +12,7 @@
 #include "framework/ModelSelfDescription.h"
 #include "framework/ModelSelfTables.h"
 #include "framework/SubModelScoring.h"
+#include "naivebayes/DoneOnce.h"
 #include "naivebayes/INBVeskEncoder.h"
 #include "naivebayes/NBayesInputBase.h"
 
@@ -30,8 +32,8 @@ struct ClassifierParts;
 ///
 /// The arithmetic is that of NaiveBayesModel, with each sub-model's own threshold.
 ///
-/// Threads: configuration on one thread, then one scoring call alone (it computes the priors and notes positions; where
-/// any case comes with positions, this one must too), then any number at once.
+/// Threads: configuration on one thread, then any number of scoring calls at once. The first one computes the priors, and
+/// the first one whose record has positions notes them; each is done once, and others that need it wait for it.
 class NAIVEBAYES_API SelfLearningModel : public BaseModel,
                                          public ModelSelfCheck,
                                          public ModelSelfDescription,
@@ -103,7 +105,7 @@ private:
     std::string FindSubModelObstacle(std::size_t model) const;
     nbscore::ClassifierParts GetParts(std::size_t model) const;
     bool HasModel(int model) const { return model >= 0 && model < numOfModels; }
-    /// What the first scoring call does: computes the priors, and notes positions where the record has any.
+    /// What is left to do before the first case: computing the priors, and noting positions where the record has any.
     void PrepareScoring(const ScoreCaseRecord* record, bool derivedInRecord);
     void ComputeTargetProbabilities();
     std::vector<double> GetTargetProbabilities(std::size_t model) const;
@@ -120,15 +122,16 @@ private:
     std::vector<std::vector<const ScoreDictVar*>> predictorVarsByModel;
     std::vector<std::string> predictorVarNames;
     std::vector<double> thresholds;
-    bool predictionOnly = false;
+    std::atomic<bool> predictionOnly = false;
     std::vector<std::vector<std::unique_ptr<INBVeskEncoder>>> encodersByModel;
     const ScoreDictVar* targetVar = nullptr;
     std::vector<ScoreValue*> targetCategories;
     std::vector<std::vector<double>> targetCountsByModel;
     std::vector<std::vector<double>> targetProbabilitiesByModel;
-    bool dictVarIndexSetUp = false;
+    /// Whether positions in records are noted.
+    nbscore::DoneOnce dictVarIndexSetUp;
     std::vector<std::vector<std::unique_ptr<NBayesInputBase>>> predCountsByModel;
     bool needDerivedPredictor = false;
-    bool targetProbabilitiesComputed = false;
+    nbscore::DoneOnce targetProbabilitiesComputed;
     int numOfModels = 0;
 };

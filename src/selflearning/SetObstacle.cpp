@@ -19,7 +19,7 @@ std::string SelfLearningModel::FindScoringObstacle() const {
         return "The target was counted " + CountedNoun(targetCountsByModel.size(), "time") + " for " +
                CountedNoun(numModels, "sub-model") + ": each needs its target counts once.";
     }
-    if (targetProbabilitiesComputed && targetProbabilitiesByModel.size() < numModels) {
+    if (targetProbabilitiesComputed.IsDone() && targetProbabilitiesByModel.size() < numModels) {
         return "The model has " + CountedNoun(numModels, "sub-model") + ", but was scored when it had " +
                std::to_string(targetProbabilitiesByModel.size()) + ".";
     }

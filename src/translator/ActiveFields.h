@@ -1,7 +1,8 @@
 #pragma once
 
 #include <string>
-#include <unordered_map>
+
+#include "framework/SeededHash.h"
 
 namespace nbscore {
 
@@ -17,7 +18,7 @@ public:
 
 private:
     int numFields = 0;
-    std::unordered_map<std::string, int> firstPositions;
+    SeededMap<std::string, int> firstPositions;
 };
 
 }  // namespace nbscore

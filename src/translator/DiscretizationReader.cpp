@@ -2,7 +2,6 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
-#include <iostream>
 #include <limits>
 #include <string>
 #include <vector>
@@ -65,21 +64,21 @@ void BinReader::AppendCutpoint(const DOMElement& interval) {
     cutpoints.push_back(leftMargin);
 }
 
-void RequireDerivedField(const DOMElement* derivedField, const DOMElement* parent) {
+void RequireDerivedField(const BaseTranslator& translator, const DOMElement* derivedField, const DOMElement* parent) {
     if (HasName(derivedField, element::derivedField)) return;
     // For people at a terminal, so UTF-8 whatever the document's encoding is; and a text that is broken is no reason
     // to refuse the document otherwise.
     const std::string name = Utf8Of(derivedField != nullptr ? derivedField->getNodeName() : nullptr);
-    std::cerr << "Element DerivedField not found in ParseDiscretize\nThe element is " << name << std::endl;
-    throw RefusalAt(derivedField != nullptr ? derivedField : parent, VeskException::DerivedFieldExpected,
-                    "Element DerivedField was expected here.");
+    const DOMElement* const faulty = derivedField != nullptr ? derivedField : parent;
+    translator.GiveNotice("Element DerivedField not found in ParseDiscretize\nThe element is " + name, faulty);
+    throw RefusalAt(faulty, VeskException::DerivedFieldExpected, "Element DerivedField was expected here.");
 }
 
 }  // namespace
 
-std::unique_ptr<NBinningEncoder> ReadDiscretization(const Transcoder& transcoder, const DOMElement* derivedField,
-                                                    const DOMElement* parent) {
-    RequireDerivedField(derivedField, parent);
+std::unique_ptr<NBinningEncoder> ReadDiscretization(const BaseTranslator& translator, const Transcoder& transcoder,
+                                                    const DOMElement* derivedField, const DOMElement* parent) {
+    RequireDerivedField(translator, derivedField, parent);
     const DOMElement* discretize = BaseTranslator::GetFirstChildElt(derivedField);
     RequireName(discretize, element::discretize, derivedField, VeskException::UnexpectedElement,
                 "Element Discretize was expected here.");

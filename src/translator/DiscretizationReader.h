@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "framework/BaseTranslator.h"
 #include "framework/Transcoder.h"
 #include "framework/XmlFwd.h"
 #include "naivebayes/NBinningEncoder.h"
@@ -14,11 +15,11 @@ namespace nbscore {
 /// margin of the bin before. Their order is not looked at, nor on which side an Interval is closed: the
 /// encoder has a rule of its own for a value that equals a cutpoint.
 ///
-/// Throws VeskException 6 for another element, after two lines on the standard error stream; 1 for another
+/// Throws VeskException 6 for another element, after a notice of two lines (BaseTranslator::GiveNotice); 1 for another
 /// element inside it; 12 for margins that do not meet; 5 for fewer than two bins.
 /// @param derivedField may be null.
 /// @param parent where the fault stands then; may be null.
-std::unique_ptr<NBinningEncoder> ReadDiscretization(const Transcoder& transcoder,
+std::unique_ptr<NBinningEncoder> ReadDiscretization(const BaseTranslator& translator, const Transcoder& transcoder,
                                                     const xercesc::DOMElement* derivedField,
                                                     const xercesc::DOMElement* parent);
 

@@ -44,6 +44,7 @@ private:
 std::string SchemaReader::Read(const DOMElement& schema) {
     for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&schema); child != nullptr;
          child = BaseTranslator::GetNextSiblingElt(child)) {
+        reading.watch.Step();
         if (!HasName(child, element::extension)) {
             ReadMiningField(*child);  // whatever its name
         } else if (reading.derivedFields != nullptr) {
@@ -69,12 +70,14 @@ void SchemaReader::ReadMiningField(const DOMElement& field) {
 }
 
 void SchemaReader::ReadActiveField(const ScoreDictVar& var, const std::string& name) {
+    reading.faults.RequireSound(name);
     ScoreModel& model = reading.model.GetModel();
     if (model.GetVarRole(name) == ScoreModel::NoRole) model.SetVarRole(&var, ScoreModel::PredictorRole);
     reading.activeFields.Append(name);
 }
 
 void SchemaReader::ReadPredictedField(const DOMElement& field, const ScoreDictVar& var, const std::string& name) {
+    reading.faults.RequireSound(name);
     targetName = name;
     if (!isFirstModel) return;
     if (targetFound) {
@@ -86,7 +89,7 @@ void SchemaReader::ReadPredictedField(const DOMElement& field, const ScoreDictVa
     reading.model.SetTargetVar(&var);
     targetFound = true;
     reading.cells.Take(field, CellsOfEncoder(var));
-    reading.target.encoder = MakeCategoricalEncoder(var);
+    reading.target.encoder = MakeCategoricalEncoder(var, reading.watch);
 }
 
 void SchemaReader::ReadDerivedFields(const DOMElement& extension) {

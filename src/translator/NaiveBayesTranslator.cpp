@@ -7,7 +7,9 @@
 #include <utility>
 #include <vector>
 
+#include "framework/FieldsOfDerivedFields.h"
 #include "framework/VersionInfo.h"
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/Refusal.h"
 #include "translator/AttributeText.h"
 #include "translator/DictionaryExtensionReader.h"
@@ -52,20 +54,40 @@ void GiveTo(ScoreModel& model, DocumentHead head) {
     model.SetScoreDictionary(head.dictionary.release());
 }
 
-/// @param markedTarget null when the dictionary marks no self-learning target.
-void ReadModels(const std::vector<const DOMElement*>& modelElements, const Transcoder& transcoder,
-                const std::string* markedTarget, ModelUnderConstruction& construction) {
+/// Inputs may be computed from fields that no schema lists.
+void RequireSoundSources(const DocumentReading& reading) {
+    if (reading.derivedInputs.empty()) return;
+    const auto fields = FindFieldsOfDerivedFields(*reading.derivedFields, reading.derivedInputs);
+    if (!fields) return;
+    for (const std::string& field : *fields)
+        reading.faults.RequireSound(field);
+}
+
+/// What the readers of the model elements share.
+DocumentReading ShareForReading(const BaseTranslator& translator, const DOMDocument& document,
+                                const FieldFaults& faults, ModelUnderConstruction& construction) {
     const ScoreModel& model = construction.GetModel();
-    DocumentReading reading{.transcoder = transcoder,
-                            .dictionary = *model.GetDictionary(),
-                            .derivedFields = model.GetTransformationDictionary(),
-                            .model = construction,
-                            .target = {},
-                            .activeFields = {},
-                            .cells = {}};
+    return {.translator = translator,
+            .transcoder = *translator.GetTranscoder(),
+            .dictionary = *model.GetDictionary(),
+            .derivedFields = model.GetTransformationDictionary(),
+            .model = construction,
+            .faults = faults,
+            .target = {},
+            .activeFields = {},
+            .cells = CountCells(translator.GetLimits().GetMemory(), MemoryOf(document)),
+            .derivedInputs = {},
+            .watch = LimitWatch(translator.GetLimits())};
+}
+
+/// @param markedTarget null when the dictionary marks no self-learning target.
+void ReadModels(const std::vector<const DOMElement*>& modelElements, const std::string* markedTarget,
+                DocumentReading& reading) {
+    ModelUnderConstruction& construction = reading.model;
     const int numElements = construction.TakeModelElements(static_cast<int>(modelElements.size()));
     for (int i = 0; i < numElements; ++i)
         ReadModelElement(*modelElements[static_cast<std::size_t>(i)], i, reading);
+    RequireSoundSources(reading);
     construction.Finish(reading.target.name, markedTarget);
 }
 
@@ -84,7 +106,8 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(DOMDocument* document, const std
     head.version = std::make_unique<VersionInfo>(ReadVersion(parts.application, narrowing));
 
     const DOMElement* dataDictionary = GetChildByTagForced(&root, element::dataDictionary);
-    head.dictionary.reset(ParseDictionary(dataDictionary));
+    FieldFaults faults;
+    head.dictionary.reset(ParseDictionary(dataDictionary, faults));
     std::string markedTarget;
     const bool dictionaryMarksTarget = ReadDictionaryExtension(narrowing, dataDictionary, markedTarget);
     if (const DOMElement* derivedFields = GetChildByTag(&root, element::transformationDictionary)) {
@@ -97,7 +120,8 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(DOMDocument* document, const std
     model = &construction->GetModel();
     try {
         GiveTo(construction->GetModel(), std::move(head));
-        ReadModels(parts.models, narrowing, dictionaryMarksTarget ? &markedTarget : nullptr, *construction);
+        DocumentReading reading = ShareForReading(*this, *document, faults, *construction);
+        ReadModels(parts.models, dictionaryMarksTarget ? &markedTarget : nullptr, reading);
     } catch (...) {
         LeaveUnfinishedModel(construction->Release().release());
         throw;
@@ -108,7 +132,7 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(DOMDocument* document, const std
 NBinningEncoder* NaiveBayesTranslator::ParseDiscretize(const NaiveBayesTranslator& translator,
                                                        const DOMElement* derivedField) {
     if (const Transcoder* transcoder = translator.GetTranscoder()) {
-        return ReadDiscretization(*transcoder, derivedField, nullptr).release();
+        return ReadDiscretization(translator, *transcoder, derivedField, nullptr).release();
     }
-    return ReadDiscretization(Transcoder("UTF-8"), derivedField, nullptr).release();
+    return ReadDiscretization(translator, Transcoder("UTF-8"), derivedField, nullptr).release();
 }

@@ -33,7 +33,7 @@ void ExpectAnswers(const Scorer& scorer, const InputTable& table, const Answers&
     EXPECT_EQ(FirstDifference(expected, AnswersInBatches(scorer, table, odd, random)), "");
     if (!OneIn(3, random)) return;
     const Randomness::result_type seed = random();
-    const std::vector<int> differing = InThreads([&] {
+    const std::vector<int> differing = InThreads([&](int) {
         const Scorer copy = scorer;
         Randomness own(seed);
         return FirstDifference(expected, AnswersInBatches(copy, table, odd, own)).empty() ? 0 : 1;

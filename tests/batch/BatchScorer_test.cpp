@@ -8,6 +8,8 @@
 #include <stdexcept>
 
 #include "naivebayes/ModelParts.h"
+#include "naivebayes/NBinningEncoder.h"
+#include "naivebayes/ScoredCase.h"
 #include "selflearning/SetParts.h"
 
 namespace nbscore {
@@ -113,6 +115,19 @@ TEST_F(BatchScorerTest, TakesDictionariesOfItsCopies_AndOfNoOther) {
     EXPECT_THROW(scorer.MakeDictionary(2, words), std::out_of_range);
 }
 
+TEST(BatchScorer, RefusesDictionariesOfAScorerThatIsGone_WhereverItsSuccessorsStand) {
+    const auto model = Weather();
+    const std::vector<std::string_view> words = {"rain", "snow"};
+    const std::vector<std::int16_t> codes = {0, 1};
+    std::optional<BatchScorer> gone(*model);
+    const InputDictionary dictionary = gone->MakeDictionary(0, words);
+    gone.reset();
+    const std::vector<Column> coded = {CodeColumn<std::int16_t>{codes, &dictionary, {}}, AbsentColumn{}};
+    // Each has the memory that the one before gave back.
+    for (int number = 0; number < 100; ++number)
+        EXPECT_THROW(BatchScorer(*model).Score(coded, 2, {}), std::invalid_argument);
+}
+
 TEST_F(BatchScorerTest, RefusesReadersAndRowsThatThereAreNot) {
     EXPECT_EQ(scorer.RowOf(0, "rain"), 3u);
     EXPECT_THROW(scorer.RowOf(2, "rain"), std::out_of_range);
@@ -131,6 +146,35 @@ TEST(BatchScorer, RefusesASet) {
 TEST(BatchScorer, RefusesAModelThatCannotScoreEveryCase) {
     const NaiveBayesModel empty;
     EXPECT_THAT([&] { BatchScorer scorer(empty); }, ThrowsMessage<std::invalid_argument>(empty.FindScoringObstacle()));
+}
+
+/// A variable with a rule of its own: no number is missing, not even the one that others call so.
+class VariableWithoutMissingNumbers : public BaseDictVar {
+public:
+    VariableWithoutMissingNumbers() : BaseDictVar("age", NumericStorage, Continuous) {}
+    ScoreDictVar* Clone() const override { return new VariableWithoutMissingNumbers(); }
+    bool IsMissingValue(const ScoreValue*) const override { return false; }
+};
+
+TEST(BatchScorer, AnswersAsTheModelDoes_WhenAVariableDoesNotCallTheSystemMissingNumberMissing) {
+    const VariableWithoutMissingNumbers age;
+    const auto target = test::TextVariable("answer", {"no", "yes"});
+    NaiveBayesModel model;
+    model.SetThreshold(0.5);
+    model.SetTargetVar(target.get());
+    model.SetTargetCounts({3, 3});
+    model.AddPredictorVar("age", &age);
+    model.AddEncoder(new NBinningEncoder(std::vector<double>{30.0}));
+    model.SetPredCounts(0, {{3, 1}, {0, 2}});
+    const std::vector<double> ages = {NumericValue::GetSysmisValue()};
+    std::vector<double> probabilities(2);
+    ClassificationColumns answers;
+    answers.probabilities = probabilities;
+    BatchScorer(model).Score(std::vector<Column>{NumberColumn{ages, {}}}, 1, answers);
+    test::NamedRecord record;
+    record.Set("age", std::make_unique<NumericValue>(ages.front()));
+    EXPECT_EQ(probabilities, test::Score(model, record).probabilities);
+    EXPECT_NE(probabilities, test::Score(model, test::NamedRecord()).probabilities);
 }
 
 /// A text encoder with a rule of its own.

@@ -23,7 +23,7 @@ std::vector<RowNumber> RowList(std::size_t size) {
 
 TEST_P(CodeMapping, ReplacesEachCodeByItsRow_WhateverTheirNumber) {
     test::Randomness random(1);
-    for (std::size_t size = 1; size < shortestListTooLong; ++size) {
+    for (std::size_t size = 1; size <= longestListOfRows; ++size) {
         const std::vector<RowNumber> list = RowList(size);
         for (std::size_t count = 0; count < 200; count += count < 70 ? 1 : 13) {
             std::vector<std::int8_t> codes;

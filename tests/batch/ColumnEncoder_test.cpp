@@ -44,8 +44,8 @@ protected:
     PredictorTables tables;
     std::optional<ValueRows> rows;
     const std::vector<BatchInput> inputs = {{"colour", PredictorTables::Texts}};
-    int scorer = 0;
-    const InputDictionary dictionary{&scorer, 0, 3, {{missingRow, 3, 2, unknownRow}, {missingRow, 2, 2, 2}}};
+    const ScorerIdentity scorer;
+    const InputDictionary dictionary{scorer, 0, 3, {{missingRow, 3, 2, unknownRow}, {missingRow, 2, 2, 2}}};
 };
 
 TEST_F(ColumnEncoder, ReadsNumbersByTheirDigits) {
@@ -137,7 +137,7 @@ TEST_F(ColumnEncoder, TakesRowsAsTheyAre_AndRefusesOnesThatThereAreNot) {
 TEST_F(ColumnEncoder, RefusesColumnsThatCannotBeRead) {
     const auto problem = [this](const Column& column) {
         try {
-            RequireReadable({&column, 1}, 2, &scorer, inputs);
+            RequireReadable({&column, 1}, 2, scorer, inputs);
         } catch (const std::invalid_argument& error) {
             return std::string(error.what());
         }
@@ -150,8 +150,8 @@ TEST_F(ColumnEncoder, RefusesColumnsThatCannotBeRead) {
     const std::vector<std::int32_t> negative = {-1, 0, 1};
     const std::vector<std::int32_t> fitting = {0, 1, 1};
     const std::vector<std::int64_t> tooFew = {0, 1};
-    const InputDictionary ofAnotherInput(&scorer, 1, 0, {});
-    const InputDictionary ofAnotherScorer(&codes, 0, 0, {});
+    const InputDictionary ofAnotherInput(scorer, 1, 0, {});
+    const InputDictionary ofAnotherScorer(ScorerIdentity(), 0, 0, {});
     const std::string named = "The column of the input \"colour\" ";
     EXPECT_EQ(problem(AbsentColumn{}), "");
     EXPECT_EQ(problem(TextColumn<std::int32_t>{"a", fitting, {}}), "");
@@ -172,8 +172,8 @@ TEST_F(ColumnEncoder, RefusesColumnsThatCannotBeRead) {
 
 TEST_F(ColumnEncoder, RefusesAnotherNumberOfColumns) {
     const std::vector<Column> two(2);
-    EXPECT_THROW(RequireReadable(two, 0, &scorer, inputs), std::invalid_argument);
-    EXPECT_THROW(RequireReadable({}, 0, &scorer, inputs), std::invalid_argument);
+    EXPECT_THROW(RequireReadable(two, 0, scorer, inputs), std::invalid_argument);
+    EXPECT_THROW(RequireReadable({}, 0, scorer, inputs), std::invalid_argument);
 }
 
 TEST_F(ColumnEncoder, RefusesListsOfRowsThatDoNotFit) {

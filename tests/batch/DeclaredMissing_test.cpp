@@ -61,6 +61,7 @@ TEST(DeclaredMissing, AsksVariablesOfOtherClasses) {
     const DeclaredMissing missing{OddVariable()};
     EXPECT_TRUE(missing.Contains(13.0));
     EXPECT_FALSE(missing.Contains(12.0));
+    EXPECT_FALSE(missing.Contains(MCMV::gMissingValue));
 }
 
 }  // namespace

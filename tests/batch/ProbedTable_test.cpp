@@ -2,13 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <functional>
 #include <vector>
 
-#include "batch/NumberRows.h"
+#include "framework/SeededHash.h"
 
 namespace nbscore {
 namespace {
@@ -31,7 +30,7 @@ RowNumber Find(const ProbedTable<Entry>& table, const HashOf& hashOf, int key) {
 }
 
 TEST(ProbedTable, FindsAllEntries_WhenEveryHashIsTheSame) {
-    const auto same = [](const Entry&, std::uint64_t) { return std::uint64_t{7}; };
+    const auto same = [](const Entry&, const HashSeed&) { return std::uint64_t{7}; };
     std::vector<Entry> entries = Entries(300);
     const ProbedTable<Entry> table(entries, same);
     for (int key = 0; key < 300; ++key)
@@ -40,7 +39,7 @@ TEST(ProbedTable, FindsAllEntries_WhenEveryHashIsTheSame) {
 }
 
 TEST(ProbedTable, WrapsAroundItsEnd) {
-    const auto last = [](const Entry&, std::uint64_t) { return ~std::uint64_t{0}; };
+    const auto last = [](const Entry&, const HashSeed&) { return ~std::uint64_t{0}; };
     std::vector<Entry> entries = Entries(3);
     const ProbedTable<Entry> table(entries, last);
     for (int key = 0; key < 3; ++key)
@@ -51,6 +50,10 @@ TEST(ProbedTable, WrapsAroundItsEnd) {
 /// Far apart by their upper bits.
 std::uint64_t Scattered(const Entry& entry) {
     return static_cast<std::uint64_t>(entry.key) << 55;
+}
+
+HashSeed SeedOfAttempt(std::uint64_t attempt) {
+    return HashSeed::OfProcess().Derive(attempt);
 }
 
 /// How many entries a look-up compares.
@@ -65,22 +68,22 @@ int CountComparisons(const ProbedTable<Entry>& table, const HashOf& hashOf, int 
 }
 
 TEST(ProbedTable, TakesAnotherSeed_WhenEntriesFallTogether) {
-    const auto scatteredBySecondSeed = [](const Entry& entry, std::uint64_t seed) {
-        return seed == 0 ? std::uint64_t{0} : Scattered(entry);
+    const auto scatteredBySecondSeed = [](const Entry& entry, const HashSeed& seed) {
+        return seed == SeedOfAttempt(0) ? std::uint64_t{0} : Scattered(entry);
     };
     std::vector<Entry> entries = Entries(300);
     const ProbedTable<Entry> table(entries, scatteredBySecondSeed);
-    EXPECT_EQ(table.GetSeed(), 1u);
+    EXPECT_EQ(table.GetSeed(), SeedOfAttempt(1));
     EXPECT_EQ(Find(table, scatteredBySecondSeed, 299), firstKnownRow + 299u);
 }
 
 TEST(ProbedTable, HasFewEntriesApart_WhereASeedBringsThatAbout) {
-    const auto pairedUntilFifthSeed = [](const Entry& entry, std::uint64_t seed) {
-        return Scattered(Entry{seed < 5 ? entry.key / 2 : entry.key, 0});
+    const auto pairedUntilFifthSeed = [](const Entry& entry, const HashSeed& seed) {
+        return Scattered(Entry{seed == SeedOfAttempt(5) ? entry.key : entry.key / 2, 0});
     };
     std::vector<Entry> entries = Entries(48);
     const ProbedTable<Entry> table(entries, pairedUntilFifthSeed);
-    EXPECT_EQ(table.GetSeed(), 5u);
+    EXPECT_EQ(table.GetSeed(), SeedOfAttempt(5));
     for (int key = 0; key < 48; ++key) {
         EXPECT_EQ(Find(table, pairedUntilFifthSeed, key), firstKnownRow + static_cast<RowNumber>(key));
         EXPECT_EQ(CountComparisons(table, pairedUntilFifthSeed, key), 1);
@@ -88,9 +91,9 @@ TEST(ProbedTable, HasFewEntriesApart_WhereASeedBringsThatAbout) {
 }
 
 TEST(ProbedTable, KeepsTheFirstSeed_WhenSomeOfManyFallTogether) {
-    const auto paired = [](const Entry& entry, std::uint64_t) { return Scattered(Entry{entry.key / 2 * 2, 0}); };
+    const auto paired = [](const Entry& entry, const HashSeed&) { return Scattered(Entry{entry.key / 2 * 2, 0}); };
     std::vector<Entry> entries = Entries(300);
-    EXPECT_EQ(ProbedTable<Entry>(entries, paired).GetSeed(), 0u);
+    EXPECT_EQ(ProbedTable<Entry>(entries, paired).GetSeed(), SeedOfAttempt(0));
 }
 
 /// Numbers as columns hold them, whose bits are few and stand in the same places.
@@ -102,9 +105,7 @@ std::vector<std::function<double(int)>> FamiliesOfNumbers() {
 
 TEST(ProbedTable, HasFewNumbersApart) {
     for (const auto& family : FamiliesOfNumbers()) {
-        const auto hashOf = [&](const Entry& entry, std::uint64_t seed) {
-            return NumberRows::Hash(family(entry.key), seed);
-        };
+        const auto hashOf = [&](const Entry& entry, const HashSeed& seed) { return seed.Hash(family(entry.key)); };
         for (int number = 1; number <= 48; ++number) {
             std::vector<Entry> entries = Entries(number);
             const ProbedTable<Entry> table(entries, hashOf);
@@ -116,9 +117,7 @@ TEST(ProbedTable, HasFewNumbersApart) {
 
 TEST(ProbedTable, ScattersManyNumbers) {
     for (const auto& family : FamiliesOfNumbers()) {
-        const auto hashOf = [&](const Entry& entry, std::uint64_t seed) {
-            return NumberRows::Hash(family(entry.key), seed);
-        };
+        const auto hashOf = [&](const Entry& entry, const HashSeed& seed) { return seed.Hash(family(entry.key)); };
         // Powers of two are no more.
         const int number = std::isfinite(family(3000)) ? 3000 : 1000;
         std::vector<Entry> entries = Entries(number);
@@ -130,39 +129,8 @@ TEST(ProbedTable, ScattersManyNumbers) {
     }
 }
 
-/// By what to multiply to undo the multiplication of mixing.
-std::uint64_t InverseFactor() {
-    std::uint64_t inverse = 1;
-    for (int i = 0; i < 6; ++i)
-        inverse *= 2 - 0x9E3779B97F4A7C15U * inverse;
-    return inverse;
-}
-
-/// The number that has this product in the second of two mixings, where no seed goes into either.
-double NumberOfProduct(std::uint64_t product) {
-    const std::uint64_t mixedOnce = product * InverseFactor();
-    return std::bit_cast<double>((mixedOnce ^ (mixedOnce >> 32)) * InverseFactor());
-}
-
-TEST(ProbedTable, ScattersNumbersThatWereChosenToFallTogether) {
-    std::vector<double> numbers;
-    for (std::uint64_t i = 1; numbers.size() < 3000; ++i) {
-        const double number = NumberOfProduct(64 * i);
-        if (std::isfinite(number)) numbers.push_back(number);
-    }
-    const auto hashOf = [&](const Entry& entry, std::uint64_t seed) {
-        return NumberRows::Hash(numbers[static_cast<std::size_t>(entry.key)], seed);
-    };
-    std::vector<Entry> entries = Entries(3000);
-    const ProbedTable<Entry> table(entries, hashOf);
-    int comparisons = 0;
-    for (int key = 0; key < 3000; ++key)
-        comparisons += CountComparisons(table, hashOf, key);
-    EXPECT_LE(comparisons, 2 * 3000);
-}
-
 TEST(ProbedTable, FindsNothing_WhenNothingWasPutIn) {
-    const auto same = [](const Entry&, std::uint64_t) { return std::uint64_t{0}; };
+    const auto same = [](const Entry&, const HashSeed&) { return std::uint64_t{0}; };
     std::vector<Entry> none;
     EXPECT_EQ(Find(ProbedTable<Entry>(none, same), same, 0), unknownRow);
 }

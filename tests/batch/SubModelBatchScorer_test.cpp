@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <stdexcept>
 
 #include "selflearning/SetParts.h"
@@ -81,6 +82,20 @@ TEST_F(SubModelBatchScorerTest, RefusesWhatDoesNotFit) {
     EXPECT_THROW(scorer.Score({}, 2, {}), std::invalid_argument);
     EXPECT_THROW(scorer.MakeDictionary(2, std::vector<double>{1.0}), std::out_of_range);
     EXPECT_THROW(scorer.RowOf(scorer.GetInputsOfReaders().size(), 1.0), std::out_of_range);
+}
+
+TEST(SubModelBatchScorer, RefusesDictionariesOfAScorerThatIsGone_WhereverItsSuccessorsStand) {
+    const auto set = Offers();
+    const std::vector<std::string_view> words = {"young", "old"};
+    const std::vector<std::int16_t> codes = {0, 1};
+    std::optional<SubModelBatchScorer> gone(*set);
+    const InputDictionary dictionary = gone->MakeDictionary(0, words);
+    const std::vector<Column> coded = {CodeColumn<std::int16_t>{codes, &dictionary, {}}, AbsentColumn{}};
+    EXPECT_NO_THROW(gone->Score(coded, 2, {}));
+    gone.reset();
+    // Each has the memory that the one before gave back.
+    for (int number = 0; number < 100; ++number)
+        EXPECT_THROW(SubModelBatchScorer(*set).Score(coded, 2, {}), std::invalid_argument);
 }
 
 TEST_F(SubModelBatchScorerTest, ScoresNoCases) {

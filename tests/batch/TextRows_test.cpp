@@ -4,7 +4,6 @@
 #include <rapidcheck/gtest.h>
 
 #include <cstdint>
-#include <cstring>
 #include <optional>
 #include <set>
 
@@ -65,28 +64,6 @@ RC_GTEST_PROP(TextRows, FindEachTextAndNoOther, (const std::set<std::string>& kn
     for (std::size_t i = 0; i < texts.size(); ++i)
         RC_ASSERT(rows.RowOf(texts[i]) == firstKnownRow + i);
     if (!known.contains(other)) RC_ASSERT(rows.RowOf(other) == unknownRow);
-}
-
-std::string TextOfWords(std::uint64_t first, std::uint64_t second) {
-    std::string text(16, ' ');
-    std::memcpy(text.data(), &first, 8);
-    std::memcpy(text.data() + 8, &second, 8);
-    return text;
-}
-
-/// Texts of sixteen bytes, the first eight of which are the number, with one hash under the first seed.
-std::string Colliding(std::uint64_t number) {
-    const std::uint64_t ofLength = word_hash::Mix(0, 16);
-    return TextOfWords(number, word_hash::Mix(ofLength, number) ^ 12345);
-}
-
-TEST(TextRows, TellTextsApart_WhoseHashesAreTheSame) {
-    ASSERT_EQ(HashText(Colliding(1), 0), HashText(Colliding(2), 0));
-    ASSERT_NE(HashText(Colliding(1), 1), HashText(Colliding(2), 1));
-    const TextRows rows = RowsOf({Colliding(1), Colliding(2)});
-    EXPECT_EQ(rows.RowOf(Colliding(1)), 2u);
-    EXPECT_EQ(rows.RowOf(Colliding(2)), 3u);
-    EXPECT_EQ(rows.RowOf(Colliding(3)), unknownRow);
 }
 
 /// Long and short texts that differ in a single byte, wherever it stands.

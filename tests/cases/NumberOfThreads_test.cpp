@@ -30,6 +30,7 @@ std::string RepeatRows(std::string table) {
     finder.Start();
     while (headerEnd < table.size() && finder.GetRowEnd() == 0)
         finder.Continue(std::string_view(table).substr(0, ++headerEnd));
+    if (headerEnd > 0 && table.compare(headerEnd - 1, 2, "\r\n") == 0) ++headerEnd;
     const std::string rows = table.substr(headerEnd);
     while (!rows.empty() && table.size() < bytesOfSeveralBlocks)
         table += rows;

@@ -64,7 +64,8 @@ class Field:
             self.numeric and float(cell) in [number_or_none(text) for text in self.missing])
 
     def key(self, text):
-        return float(text) if self.numeric else text
+        """Numeric fields take every text that is no number for one value, which no cell has."""
+        return number_or_none(text) if self.numeric else text
 
     def text(self, key):
         return number_text(key) if self.numeric else key
@@ -156,7 +157,7 @@ class Classifier:
     def cell(self, field, case):
         """A field that renames another has the other's value, unless that is missing."""
         if field.source is None:
-            return case[field.name]
+            return case.get(field.name, "")  # only a target that is read may have no column
         source = self.fields[field.source]
         cell = self.cell(source, case)
         return "" if cell == "" or source.is_missing(cell) else cell

@@ -61,6 +61,25 @@ TEST_P(ScorePipe, EachRowIsAnswered_BeforeTheNextOneComes) {
     EXPECT_EQ(result.err, "");
 }
 
+/// What writes CRLF may send the two bytes apart.
+TEST_P(ScorePipe, EachRowIsAnsweredAtItsCarriageReturn_AndTheLineFeedThatComesLaterIsNoRow) {
+    const std::vector<std::string> scores = Lines(Run({"score", "model.pmml", "cases.csv"}).out);
+    ASSERT_EQ(scores.size(), 3U);
+    StartedCommand started(MakeScoreCall("-"));
+    const std::vector<std::string> rows = Lines(fruitCases);
+    started.WriteInput(rows[0] + "\r");
+    for (std::size_t i = 0; i < 6; ++i) {
+        const std::string lineFeedOfTheRowBefore = i % 3 == 0 ? "\n" : "";
+        started.WriteInput(lineFeedOfTheRowBefore + rows[1 + i % 2] + "\r");
+        const std::string firstLine = pipe.ReadLine();
+        ASSERT_EQ(i == 0 ? pipe.ReadLine() : firstLine, scores[1 + i % 2]);
+    }
+    started.CloseInput();
+    const CommandResult result = started.Wait();
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.err, "");
+}
+
 TEST_P(ScorePipe, TheRunEndsAtOnce_WhenToldToWhileThePipeIsFull) {
     WriteLongTable();
     for (const int signal : {SIGINT, SIGTERM}) {

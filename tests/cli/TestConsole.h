@@ -38,7 +38,7 @@ struct InProcessRun {
     /// With standard error a terminal, and a clock on which every step of the work takes so long.
     InProcessRun(const std::vector<std::string>& arguments, std::chrono::milliseconds step,
                  bool resultsAreTerminal = false) {
-        console.messagesAreTerminal = true;
+        console.messagesTerminal = &messages;
         console.resultsAreTerminal = resultsAreTerminal;
         console.now = SteppingClock(step);
         Run(arguments);

@@ -46,7 +46,17 @@ TEST_F(UsageTest, IsRefused_WhenAnOptionIsUnknown) {
 
 TEST_F(UsageTest, IsRefused_WhenAnOptionHasNoValue) {
     ExpectUsageError({"score", "model.pmml", "--delimiter"}, "--delimiter: 1 required CHAR missing");
+}
+
+TEST_F(UsageTest, IsRefused_WhenAFileHasAnEmptyName) {
     ExpectUsageError({"score", "model.pmml", "cases.csv", "-o", ""}, "--output: the name is empty");
+    ExpectUsageError({"score", "model.pmml", "cases.csv", "--plugin", ""}, "--plugin: the name is empty");
+    ExpectUsageError({"score", "model.pmml", "cases.csv", "--plugin="}, "--plugin: 1 required PATH missing");
+    ExpectUsageError({"score", "", "cases.csv"}, "MODEL: the name is empty");
+    ExpectUsageError({"score", "model.pmml", ""}, "CASES: the name is empty");
+    ExpectUsageError({"display", ""}, "MODEL: the name is empty", "nbscore display --help");
+    ExpectUsageError({"verify", ""}, "MODEL: the name is empty", "nbscore verify --help");
+    ExpectUsageError({"check", "model.pmml", ""}, "DOCUMENT: the name is empty", "nbscore check --help");
 }
 
 TEST_F(UsageTest, IsRefused_WhenAnOptionIsGivenTwice) {

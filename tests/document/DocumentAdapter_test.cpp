@@ -75,6 +75,17 @@ TEST(DocumentAdapter, LeavesOutWhatMeansNothing) {
     EXPECT_THAT(adapted.text, HasSubstr("<a/>"));
 }
 
+TEST(DocumentAdapter, LeavesNoInputsOut) {
+    const std::string inInput =
+        "<NaiveBayesModel><BayesInputs><BayesInput fieldName='x'><Extension><v:BayesInput/>"
+        "</Extension></BayesInput></BayesInputs></NaiveBayesModel>";
+    EXPECT_THAT(Adapt(Document("", inInput)).text, HasSubstr("<v:BayesInput/>"));
+    const std::string inSet =
+        "<NaiveBayesModel algorithmName='SelfLearning' modelName='a'><Extension><BayesInputs>"
+        "<BayesInput fieldName='x'/></BayesInputs></Extension></NaiveBayesModel>";
+    EXPECT_THAT(Adapt(Document("", inSet)).text, HasSubstr("<BayesInput "));
+}
+
 TEST(DocumentAdapter, LooksForNoModel_InWhatItLeavesOut) {
     const std::string model = "<NaiveBayesModel algorithmName='SelfLearning'>\n<BayesOutput/></NaiveBayesModel>";
     const std::string left = "<Extension> is left out: it means nothing for scoring";

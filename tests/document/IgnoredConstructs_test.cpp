@@ -87,6 +87,17 @@ TEST(IgnoredConstructs, HoldNoControlCharacters) {
                     "stays missing."));
 }
 
+TEST(IgnoredValues, AreThoseOfNumbersThatAreNone) {
+    const std::string unused = R"(<DataField name="price" optype="categorical" dataType="integer"><Value value="1"/>
+<Value value="N/A"/><Value value="-" property="missing"/><Value value="?" property="valid"/></DataField>
+</DataDictionary>)";
+    EXPECT_THAT(
+        IgnoredWith("</DataDictionary>", unused),
+        ElementsAre("15: The value \"N/A\" of the field \"price\" is no number and is not read: no input uses the "
+                    "field. So it is in 1 more place."));
+    EXPECT_THAT(IgnoredWith("</DataDictionary>", Replace(unused, "integer", "string")), IsEmpty());
+}
+
 TEST(IgnoredMissingValues, AreRefusalsAndReplacements) {
     EXPECT_THAT(IgnoredOfColour(" missingValueTreatment=\"returnInvalid\""),
                 ElementsAre("17: missingValueTreatment \"returnInvalid\" of the field \"colour\" is not used: a case "

@@ -106,6 +106,11 @@ TEST(VerificationReader, MatchesCells_WhateverPrefixTheyOrTheColumnHave) {
                 ElementsAre("0=1"));
     EXPECT_THAT(CellsOf(Read(Document(Model(prefixed + "<row><d:x>1</d:x></row></InlineTable>")))[0].rows.at(0)),
                 ElementsAre("0=1"));
+    const std::string ofTwoColons = Fields("<VerificationField field='x' column='d:e:x'/>") + "<InlineTable>";
+    EXPECT_THAT(
+        CellsOf(Read(Document(Model(ofTwoColons + "<row><x>2</x><f:e:x>1</f:e:x></row></InlineTable>")))[0].rows.at(0)),
+        ElementsAre("0=1"))
+        << "a prefix ends at the first colon";
 }
 
 TEST(VerificationReader, LeavesBlankCellsOut_AndTakesTextsAsTheyStand) {

@@ -13,6 +13,7 @@
 #include "host/CheckReport.h"
 #include "host/DocumentCheck.h"
 #include "host/HostError.h"
+#include "host/LoadedModel.h"
 #include "host/PluginLibrary.h"
 
 namespace nbscore::test {
@@ -127,6 +128,17 @@ TEST(AllocationFailureOfACheck, IsAnErrorOfTheDocument_WherePossible) {
         EXPECT_FALSE(check.IsSound());
     }
     EXPECT_GT(failing, 100U);
+}
+
+/// The first case of a document with derived fields finds the memory for their values ready.
+TEST(DerivedValues, HaveTheirMemory_BeforeTheFirstCase) {
+    const std::filesystem::path document = std::filesystem::path(NBSCORE_FAULT_DOCUMENTS) / "derived-fields.pmml";
+    const LoadedModel model = LoadedModel::Read(PluginLibrary::Load(NBSCORE_PLUGIN), document);
+    TransformationDictionary* const derived = model.Get().GetTransformationDictionary();
+    ASSERT_NE(derived, nullptr);
+    const std::int64_t before = CountLiveAllocations();
+    ASSERT_NE(derived->GetValuesForDeriedVars(nullptr, model.Get().GetDictionary()), nullptr);
+    EXPECT_EQ(CountLiveAllocations(), before);
 }
 
 std::vector<DocumentAndRows> AllDocuments() {

@@ -99,6 +99,20 @@ TEST_F(InputOutputFailure, IsTold_WhenTheFileDoesNotReachTheDisk) {
     ExpectFailure(Fail("rename:", EACCES), intoFile, "error: cannot write out.csv: Permission denied");
 }
 
+/// The file has appeared by then, and is whole.
+TEST_F(InputOutputFailure, IsTold_WhenTheNameOfTheFileDoesNotReachTheDisk) {
+    for (const std::string earlier : {"earlier", ""}) {
+        std::filesystem::remove(folder / "out.csv");
+        if (!earlier.empty()) folder.Write("out.csv", earlier);
+        const CommandResult result = RunWith({Fail("sync:./", EIO)}, intoFile);
+        EXPECT_EQ(result.exitStatus, 4);
+        EXPECT_THAT(result.err, HasSubstr("error: cannot write out.csv: Input/output error"));
+        EXPECT_EQ(folder.Read("out.csv"), Run({"score", "model.pmml", "cases.csv"}).out);
+    }
+    // Some file systems cannot do it at all.
+    EXPECT_EQ(RunWith({Fail("sync:./", EINVAL)}, intoFile).exitStatus, 0);
+}
+
 /// In the end it has to be there, and what fails then is told.
 TEST_F(InputOutputFailure, ChangesNothing_WhenAFileIsNotBroughtToTheDiskEarly) {
     std::string cases = "colour,size,weight,shop\n";

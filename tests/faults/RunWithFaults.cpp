@@ -3,7 +3,7 @@
 //   bytewise                each read and write transfers one byte
 //   interrupted             half of the reads, writes and waits are interrupted by a signal
 //   CALL:NAME:AFTER:ERRNO   CALL (read, write, start-sync, sync, close, rename) fails with this error for files whose
-//                           names begin with NAME, once AFTER bytes were transferred
+//                           names begin with NAME, once AFTER bytes were transferred; "./" is the folder itself
 //
 // The faults are made where the program calls the system, so that calls inside the C library are reached too. They
 // concern the files of the folder that it runs in and its standard streams, and standard error only in that it is
@@ -124,6 +124,7 @@ private:
         std::error_code isClosed;
         const std::string path = std::filesystem::read_symlink(
             "/proc/" + std::to_string(process) + "/fd/" + std::to_string(descriptor), isClosed);
+        if (path + '/' == folder) return "./";
         return path.starts_with(folder) ? path.substr(folder.size()) : std::string();
     }
 

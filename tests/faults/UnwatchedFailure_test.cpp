@@ -20,6 +20,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::StartsWith;
 
 const std::vector<std::vector<std::string>> verbs = {{"score", "model.pmml", "cases.csv"},
                                                      {"score", "model.pmml", "cases.csv", "--format", "jsonl"},
@@ -40,9 +41,17 @@ protected:
     /// Scores into a file while no file may be longer than so many blocks of 512 bytes: what does not fit is written in
     /// part, then not at all.
     CommandResult ScoreWithLimit(int blocks) const {
-        CommandCall call = MakeCall({"-c", "trap '' XFSZ; ulimit -f " + std::to_string(blocks) +
-                                               "; exec '" NBSCORE_COMMAND "' score model.pmml cases.csv -o out.csv"});
+        return RunLimited("-f " + std::to_string(blocks), "score model.pmml cases.csv -o out.csv");
+    }
+
+    static constexpr int shellRefuses = 126;
+
+    /// @param limit as the shell's command ulimit takes it.
+    CommandResult RunLimited(const std::string& limit, const std::string& arguments) const {
+        CommandCall call = MakeCall({"-c", "(ulimit " + limit + ") || exit " + std::to_string(shellRefuses) +
+                                               "; ulimit " + limit + "; exec '" NBSCORE_COMMAND "' " + arguments});
         call.program = "/bin/sh";
+        call.environment["ASAN_OPTIONS"] = "detect_leaks=0";  // looking for leaks takes files and threads of its own
         return RunCommand(call);
     }
 };
@@ -88,6 +97,36 @@ TEST_F(UnwatchedFailure, LeavesTheEarlierFileAlone_WhenTheNewOneGetsTooLong) {
     }
     EXPECT_EQ(ScoreWithLimit(100'000).exitStatus, 0);
     EXPECT_EQ(folder.Read("out.csv"), Run({"score", "model.pmml", "cases.csv"}).out);
+}
+
+TEST_F(UnwatchedFailure, IsTold_WhenTooFewFilesMayBeOpen) {
+    const std::vector<std::string> files = {"cases.csv", "model.pmml"};
+    std::string told;
+    for (int mostFiles = 4; mostFiles < 12; ++mostFiles) {
+        const CommandResult result =
+            RunLimited("-n " + std::to_string(mostFiles), "score model.pmml cases.csv -o out.csv");
+        // With too few the system cannot even start the program.
+        if (result.exitStatus == 127) continue;
+        if (result.exitStatus == 0) break;
+        EXPECT_EQ(result.exitStatus, 4) << mostFiles;
+        EXPECT_THAT(result.err, StartsWith("error: ")) << mostFiles;
+        EXPECT_THAT(result.err, HasSubstr("Too many open files")) << mostFiles;
+        EXPECT_EQ(folder.List(), files) << mostFiles;
+        told += result.err;
+    }
+    EXPECT_THAT(told, HasSubstr("error: cannot make a pipe: Too many open files\n"));
+    EXPECT_THAT(told, HasSubstr("error: cannot write out.csv: Too many open files\n"));
+    EXPECT_EQ(RunLimited("-n 20", "score model.pmml cases.csv -o out.csv").exitStatus, 0);
+}
+
+TEST_F(UnwatchedFailure, ChangesNothing_WhenNoThreadCanBeStarted) {
+    WriteTable(2'000'000);
+    const std::string expected = Run({"score", "model.pmml", "cases.csv"}).out;
+    // The stack of a thread is as long as that of the program may get: as no memory is.
+    const CommandResult result = RunLimited("-s 100000000000", "score model.pmml cases.csv --threads 4");
+    if (result.exitStatus == shellRefuses) GTEST_SKIP() << "the limit may not be raised here";
+    EXPECT_EQ(result.exitStatus, 0) << result.err;
+    EXPECT_TRUE(result.out == expected);
 }
 
 TEST_F(UnwatchedFailure, ChangesNothing_WhenTheTableComesByteByByte) {

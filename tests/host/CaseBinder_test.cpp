@@ -45,13 +45,17 @@ private:
 /// A model that tells its inputs.
 class DescribedModel : public FakeModel, public ModelSelfDescription {
 public:
+    explicit DescribedModel(std::vector<std::string> namesOfInputs = {"age", "level"})
+        : inputs(std::move(namesOfInputs)) {}
     ModelDescription Describe() const override {
         ModelDescription description;
-        for (const char* name : {"age", "level"}) {
+        for (const std::string& name : inputs)
             description.classifiers.emplace_back().inputs.emplace_back().name = name;
-        }
         return description;
     }
+
+private:
+    std::vector<std::string> inputs;
 };
 
 class CaseBinderTest : public testing::Test {
@@ -225,7 +229,7 @@ TEST_F(CaseBinderTest, OtherFieldsAreBound_WhenThereAreDerivedFieldsToComputeFro
     CaseBinder binder = Bind({"weight", "survived", "age", "sex"});
     const ScoreCaseRecord& record = binder.Bind(Cells{"80", "yes", "3", "m"}, 2);
     EXPECT_EQ(GetNumber(record, "weight"), 80.0);
-    EXPECT_EQ(record.GetVarIndex("survived"), -1);
+    EXPECT_EQ(GetText(record, "survived"), "yes");
     EXPECT_THROW(binder.Bind(Cells{"heavy", "yes", "3", "m"}, 3), CaseDataError);
 }
 
@@ -272,7 +276,46 @@ TEST_F(DerivedInputs, LeaveColumnsAlone_ThatNoneOfThemIsComputedFrom) {
     const ScoreCaseRecord& record = binder.Bind(Cells{"wide", "yes", "1", "80", "2"}, 2);
     EXPECT_EQ(GetNumber(record, "height"), 2.0);
     EXPECT_EQ(record.GetVarIndex("width"), -1);
-    EXPECT_EQ(record.GetVarIndex("survived"), -1);
+}
+
+TEST_F(DerivedInputs, FindTheTarget_WhereTheyReadItAndTheTableHasIt) {
+    CaseBinder binder(model, {"survived", "age", "weight", "height"}, "t.csv", {});
+    const ScoreCaseRecord& record = binder.Bind(Cells{"yes", "1", "80", "2"}, 2);
+    EXPECT_EQ(GetText(record, "survived"), "yes");
+    CaseBinder without(model, {"age", "weight", "height"}, "t.csv", {});
+    EXPECT_EQ(without.Bind(Cells{"1", "80", "2"}, 2).GetValueByName("survived"), nullptr);
+}
+
+/// Two inputs of which one is the target itself.
+class TargetAmongInputs : public testing::Test {
+protected:
+    TargetAmongInputs() {
+        model.AddField(MakeTextField("survived", {"no", "yes"}), ScoreModel::TargetRole);
+        model.AddField(MakeNumberField("age"), ScoreModel::PredictorRole);
+    }
+
+    DescribedModel model{{"age", "survived"}};
+};
+
+TEST_F(TargetAmongInputs, IsRead_WhereTheTableHasIt) {
+    CaseBinder binder(model, {"survived", "age"}, "t.csv", {});
+    EXPECT_EQ(GetText(binder.Bind(Cells{"yes", "1"}, 2), "survived"), "yes");
+    EXPECT_EQ(GetText(binder.BindSparse({{0, "no"}}, 3), "survived"), "no");
+}
+
+TEST_F(TargetAmongInputs, IsNeverNeeded) {
+    CaseBinder binder(model, {"age"}, "t.csv", {});
+    EXPECT_EQ(binder.Bind(Cells{"1"}, 2).GetValueByName("survived"), nullptr);
+    EXPECT_EQ(GetMessageOf<CaseDataError>([this] { CaseBinder(model, {"survived"}, "t.csv", {}); }),
+              "t.csv:1: the header lacks the column \"age\", which the model needs");
+}
+
+// Models keep no position of their target: by position they would not find it.
+TEST_F(TargetAmongInputs, IsReadByName) {
+    CaseBinder binder(model, {"survived", "age"}, "t.csv", {});
+    EXPECT_FALSE(binder.Bind(Cells{"yes", "1"}, 2).IsIndexed());
+    const DescribedModel other({"age"});
+    EXPECT_TRUE(CaseBinder(other, {"survived"}, "t.csv", {}).Bind(Cells{"yes"}, 2).IsIndexed());
 }
 
 TEST(CaseBinder, RecordIsEmpty_WhenTheModelNeedsNothing) {

@@ -6,11 +6,13 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "host/CsvReader.h"
 #include "host/CsvRow.h"
+#include "host/HostError.h"
 #include "support/RunCommand.h"
 #include "support/TemporaryFolder.h"
 
@@ -78,7 +80,7 @@ TEST(CsvAgainstOthers, TablesThatPythonWroteAreReadAsItMeantThem) {
     const CommandResult written = RunPython("write", folder.GetPath());
     ASSERT_EQ(written.exitStatus, 0) << written.err;
     const std::vector<std::filesystem::path> tables = FilesOfKind(folder.GetPath(), ".csv");
-    EXPECT_GE(tables.size(), 400U);
+    EXPECT_GE(tables.size(), 900U);
     for (const std::filesystem::path& path : tables) {
         const Json expected = Json::parse(ReadWholeFile(folder / (path.stem().string() + ".json")));
         const char delimiter = expected.at("delimiter").get<std::string>().front();
@@ -112,6 +114,48 @@ TEST(CsvAgainstOthers, PythonReadsWhatIsWrittenHere) {
         const std::string name = std::to_string(number);
         folder.Write(name + ".csv", text);
         folder.Write(name + ".json", Json({{"delimiter", std::string(1, delimiter)}, {"rows", table}}).dump());
+    }
+    const CommandResult checked = RunPython("check", folder.GetPath());
+    EXPECT_EQ(checked.exitStatus, 0) << checked.err << checked.out.substr(0, 2000);
+}
+
+std::string DrawText(std::mt19937& random) {
+    static const std::vector<std::string> pieces = {
+        "\n", "\r\n", "\r", ",", ",\"\"", "\r\"b\"", "a\n", "bc\r", "\"\r\n\"\r", "\"\"\"\r\"\n", ",\"d\re\n\"\r\n"};
+    std::string text = "a";
+    for (auto count = random() % 12; count > 0; --count)
+        text += pieces[random() % pieces.size()];
+    return text;
+}
+
+/// The rows of a text and the lines on which they begin; null where it has a fault.
+Json ReadText(const std::string& text) {
+    std::istringstream input(text);
+    CsvReader reader(input, "t.csv", ',');
+    Json read = {{"delimiter", ","}, {"rows", Json::array()}, {"lines", Json::array()}};
+    std::vector<std::string_view> cells;
+    try {
+        while (reader.ReadRow(cells)) {
+            read["rows"].push_back(std::vector<std::string>(cells.begin(), cells.end()));
+            read["lines"].push_back(reader.GetRowLine());
+        }
+    } catch (const CaseDataError&) {
+        return nullptr;
+    }
+    return read;
+}
+
+TEST(CsvAgainstOthers, PythonReadsTheSameRowsOnTheSameLines_HoweverLinesEnd) {
+    const TemporaryFolder folder;
+    std::mt19937 random(4180);
+    int tables = 0;
+    for (int number = 0; tables < 400; ++number) {
+        const std::string text = DrawText(random);
+        const Json read = ReadText(text);
+        if (read.is_null()) continue;
+        ++tables;
+        folder.Write(std::to_string(number) + ".csv", text);
+        folder.Write(std::to_string(number) + ".json", read.dump());
     }
     const CommandResult checked = RunPython("check", folder.GetPath());
     EXPECT_EQ(checked.exitStatus, 0) << checked.err << checked.out.substr(0, 2000);

@@ -71,7 +71,12 @@ INSTANTIATE_TEST_SUITE_P(
         GoodText{"DoubledQuotes", "\"a\"\"b\",\"\"\"\",\"\"\"x\"\"\"\n", {{"a\"b", "\"", "\"x\""}}},
         GoodText{"LineBreaksInQuotes", "\"a\nb\r\nc\rd\",e\nf,g\n", {{"a\nb\r\nc\rd", "e"}, {"f", "g"}}},
         GoodText{"QuotedBeforeCarriageReturn", "\"a\"\r\n\"b\"\r\n", {{"a"}, {"b"}}},
-        GoodText{"LoneCarriageReturns", "a\rb,\r,c\r\r\nd\r", {{"a\rb", "\r", "c\r"}, {"d\r"}}},
+        GoodText{"CarriageReturnsAlone", "a,b\r1,2\r3,\r", {{"a", "b"}, {"1", "2"}, {"3", ""}}},
+        GoodText{"NoLastLineEndBehindCarriageReturns", "a\rb\rc", {{"a"}, {"b"}, {"c"}}},
+        GoodText{"AllLineEndsMixed", "a\rb\nc\r\nd\r", {{"a"}, {"b"}, {"c"}, {"d"}}},
+        GoodText{"CarriageReturnBeforeEachLineEnd", "a\r\r\nb\r\rc\n\r", {{"a"}, {""}, {"b"}, {""}, {"c"}, {""}}},
+        GoodText{"QuotedBeforeCarriageReturnAlone", "\"b\"\rc,\"d\"\r", {{"b"}, {"c", "d"}}},
+        GoodText{"QuotedBehindCarriageReturnAlone", "a\r\"b\r\"\"\n\"\r", {{"a"}, {"b\r\"\n"}}},
         GoodText{"ByteOrderMark", "\xEF\xBB\xBF\"a\",b\n", {{"a", "b"}}},
         GoodText{"ByteOrderMarkInside", "a\n\xEF\xBB\xBFx\n", {{"a"}, {"\xEF\xBB\xBFx"}}},
         GoodText{"AllLengthsOfCharacters",
@@ -105,8 +110,9 @@ INSTANTIATE_TEST_SUITE_P(
                     BadText{"QuoteBehindBlank", "a, \"b\"\n", "t.csv:1: " + strayQuote},
                     BadText{"TextBehindQuote", "a\n\"b\nc\"d\n", "t.csv:3: " + textBehind},
                     BadText{"BlankBehindQuote", "\"b\" ,c\n", "t.csv:1: " + textBehind},
-                    BadText{"LoneCarriageReturnBehindQuote", "\"b\"\rc\n", "t.csv:1: " + textBehind},
-                    BadText{"CarriageReturnBehindLastQuote", "\"b\"\r", "t.csv:1: " + textBehind},
+                    BadText{"StrayQuoteBehindCarriageReturns", "a\rb\rc\"d\r", "t.csv:3: " + strayQuote},
+                    BadText{"StrayQuoteBehindMixedLineEnds", "a\r\nb\rc\nd\r\r\ne\"f", "t.csv:6: " + strayQuote},
+                    BadText{"TextBehindQuoteWithCarriageReturns", "a\r\n\"b\rc\r\nd\"e\r", "t.csv:4: " + textBehind},
                     BadText{"UnclosedQuote", "a\n\"x\ny\",\"b\nc\nd\n", "t.csv:3: " + unclosed},
                     BadText{"UnclosedQuoteAtOnce", "a\n\"", "t.csv:2: " + unclosed},
                     BadText{"Nul", std::string("a\nb\n\"c\n\0\"\n", 10), "t.csv:4: " + nul},
@@ -144,14 +150,14 @@ TEST(CsvReader, RowsBeforeAFaultAreRead_WhenTheyShareItsBlock) {
 }
 
 TEST(CsvReader, RowLineIsExact_WhenCellsHoldLineBreaks) {
-    std::istringstream input("h\n\"a\nb\r\nc\"\r\nd\n\ne");
-    CsvReader reader(input, "t.csv", ',');
-    std::vector<std::string_view> cells;
-    std::vector<std::uint64_t> lines;
-    while (reader.ReadRow(cells)) {
-        lines.push_back(reader.GetRowLine());
-    }
-    EXPECT_EQ(lines, (std::vector<std::uint64_t>{1, 2, 5, 6, 7}));
+    ForEveryPieceSize("h\n\"a\nb\r\nc\"\r\nd\n\ne\r\"f\rg\r\n\"\ri\r\nj", [](std::istream& input) {
+        CsvReader reader(input, "t.csv", ',');
+        std::vector<std::string_view> cells;
+        std::vector<std::uint64_t> lines;
+        while (reader.ReadRow(cells))
+            lines.push_back(reader.GetRowLine());
+        EXPECT_EQ(lines, (std::vector<std::uint64_t>{1, 2, 5, 6, 7, 8, 11, 12}));
+    });
 }
 
 TEST(CsvReader, OtherCharactersAreText_WhenTheDelimiterIsAnother) {

@@ -38,6 +38,16 @@ std::string Undouble(std::string text) {
     return text;
 }
 
+/// Each carriage return, and each line feed that does not follow one.
+std::uint64_t CountLines(std::string_view text) {
+    std::uint64_t lines = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isBehindCarriageReturn = i > 0 && text[i - 1] == '\r';
+        if (text[i] == '\r' || (text[i] == '\n' && !isBehindCarriageReturn)) ++lines;
+    }
+    return lines;
+}
+
 RowsOneByOne TakeApart(std::string_view text, char delimiter) {
     RowsOneByOne taken;
     CellSplitter splitter(delimiter);
@@ -55,7 +65,7 @@ RowsOneByOne TakeApart(std::string_view text, char delimiter) {
             row.push_back(cell.doubledQuotes ? Undouble(cellText) : cellText);
         }
         taken.lines.push_back(line);
-        line += static_cast<std::uint64_t>(std::count(rowText.begin(), rowText.end(), '\n'));
+        line += CountLines(rowText);
         begin += rowText.size();
     }
     return taken;
@@ -110,19 +120,19 @@ RC_GTEST_PROP(CsvRowReader, RowsAreWhatTakingThemApartGives_ForAnyBytes, ()) {
 }
 
 RC_GTEST_PROP(CsvRowReader, RowsAreWhatTakingThemApartGives_ForPlainAndQuotedRowsByTurns, ()) {
-    const auto text =
-        *TextOfPieces({"a,b\n", "\"a\",b\r\n", "\"x\n\"\"y\",\n", "\n", "c;d,", "\xEF\xBB\xBF", "\r", "e\r\n"});
+    const auto text = *TextOfPieces(
+        {"a,b\n", "\"a\",b\r\n", "\"x\n\"\"y\",\n", "\n", "c;d,", "\xEF\xBB\xBF", "\r", "e\r\n", "f,g\r", "\"h\r\"\r"});
     ExpectRowsAsTakenApart(text, *rc::gen::element(',', ';'));
 }
 
 TEST(CsvRowReader, PlainRowsAreKnownAsTheyAreWritten) {
-    TableBlock block = MakeBlock("a,b\r\n\"c\",d\ne\rf,g\nh,i");
+    TableBlock block = MakeBlock("a,b\r\n\"c\",d\ne\rf,g\rh,i");
     CsvRowReader reader("t.csv", ',');
     reader.Start(block);
     std::vector<std::string> written;
     while (reader.ReadRow())
         written.emplace_back(reader.GetInputRow(true).asWritten);
-    EXPECT_EQ(written, (std::vector<std::string>{"a,b", "", "", "h,i"}));
+    EXPECT_EQ(written, (std::vector<std::string>{"a,b", "", "e", "f,g", "h,i"}));
     EXPECT_TRUE(reader.GetInputRow(false).asWritten.empty());
 }
 
@@ -153,7 +163,7 @@ std::string ReadRowOfEmptyCells(std::size_t cells, const std::string& lineEnd) {
 }
 
 TEST(CsvRowReader, ARowMayHaveAMillionCellsAndNoMore_HoweverItEnds) {
-    for (const std::string lineEnd : {"\n", "\r\n", ""}) {
+    for (const std::string lineEnd : {"\n", "\r\n", "\r", ""}) {
         EXPECT_EQ(ReadRowOfEmptyCells(CellSplitter::maxCells, lineEnd), "1000000");
         EXPECT_EQ(ReadRowOfEmptyCells(CellSplitter::maxCells + 1, lineEnd),
                   "t.csv:1: the row has more than 1000000 cells");

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
@@ -25,6 +24,17 @@ Positions FindByLooking(std::string_view bytes, char delimiter) {
     return positions;
 }
 
+/// As an editor would: byte by byte, taking a line feed behind a carriage return with it.
+std::size_t CountLinesByLooking(std::string_view bytes) {
+    std::size_t lines = 0;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (bytes[i] != '\r' && bytes[i] != '\n') continue;
+        ++lines;
+        if (bytes[i] == '\r' && bytes.substr(i + 1).starts_with('\n')) ++i;
+    }
+    return lines;
+}
+
 Positions Find(std::string_view bytes, char delimiter) {
     Positions positions(bytes.size());
     positions.resize(FindMarks(bytes, delimiter, positions.data()));
@@ -44,7 +54,7 @@ TEST_P(MarkFinder, FindsEveryMarkAndNothingElse_InTextsOfEveryLengthAndPlace) {
         for (std::size_t length = 0; length <= 300; ++length) {
             const std::string_view piece = std::string_view(text).substr(length % 67, length);
             ASSERT_EQ(Find(piece, delimiter), FindByLooking(piece, delimiter)) << length;
-            ASSERT_EQ(CountLineFeeds(piece), std::count(piece.begin(), piece.end(), '\n')) << length;
+            ASSERT_EQ(CountLineEnds(piece), CountLinesByLooking(piece)) << length;
         }
     }
 }
@@ -53,13 +63,22 @@ TEST_P(MarkFinder, FindsAll_WhenEveryByteIsOne) {
     const std::string text(1000, '"');
     EXPECT_EQ(Find(text, ',').size(), text.size());
     EXPECT_EQ(Find(text, ','), FindByLooking(text, ','));
-    EXPECT_EQ(CountLineFeeds(std::string(100'000, '\n')), 100'000U);
+    EXPECT_EQ(CountLineEnds(std::string(100'000, '\n')), 100'000U);
+    EXPECT_EQ(CountLineEnds(std::string(100'000, '\r')), 100'000U);
 }
 
 TEST_P(MarkFinder, FindsNone_WhenThereIsNone) {
     EXPECT_EQ(Find(std::string(1000, 'x'), ','), Positions{});
     EXPECT_EQ(Find("", ','), Positions{});
-    EXPECT_EQ(CountLineFeeds(std::string(1000, 'x')), 0U);
+    EXPECT_EQ(CountLineEnds(std::string(1000, 'x')), 0U);
+}
+
+TEST_P(MarkFinder, ACarriageReturnAndALineFeedEndOneLine_WhereverTheyStand) {
+    for (std::size_t before = 0; before <= 200; ++before) {
+        const std::string text = std::string(before, 'x') + "\r\n" + std::string(100, 'x');
+        ASSERT_EQ(CountLineEnds(text), 1U) << before;
+        ASSERT_EQ(CountLineEnds(std::string_view(text).substr(0, before + 1)), 1U) << before;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(InstructionSets, MarkFinder, testing::ValuesIn(InstructionSets()), NameOfInstructionSet);

@@ -5,9 +5,15 @@
 #ifndef _WIN32
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include <optional>
+#endif
+#ifdef __linux__
+#include <sys/xattr.h>
 #endif
 
 #include "Message.h"
+#include "host/FileSystemCalls.h"
 #include "host/HostError.h"
 #include "support/TemporaryFolder.h"
 
@@ -203,6 +209,312 @@ TEST(OutputFile, FailureIsReportedWithItsReason_WhenTheDiskIsFull) {
                   output.Write(std::string(1 << 20, 'x'));
               }),
               expected);
+}
+
+TEST(OutputFile, RegularFileIsLeftAsItIs_WhenItTookThePlaceOfADevice) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.Write("out.csv", "before");
+    EXPECT_EQ(OpenForWriting(path), nullptr);
+    EXPECT_EQ(folder.Read("out.csv"), "before");
+}
+
+constexpr mode_t allModeBits = 07777;
+
+struct stat StatusOf(const fs::path& path) {
+    struct stat status = {};
+    EXPECT_EQ(lstat(path.c_str(), &status), 0) << path;
+    return status;
+}
+
+mode_t ModeOf(const fs::path& path) {
+    return StatusOf(path).st_mode & allModeBits;
+}
+
+/// The one file in the folder that is being written.
+fs::path FindTemporary(const TemporaryFolder& folder) {
+    for (const std::string& name : folder.List()) {
+        if (name.starts_with(".nbscore-")) return folder / name;
+    }
+    ADD_FAILURE() << "no file is being written";
+    return {};
+}
+
+std::string GetCommitFault(OutputFile& output) {
+    return GetMessageOf<InputOutputError>([&output] { output.Commit(); });
+}
+
+TEST(OutputFile, RunsAsNobodyElse_WhenTheReplacedFileDid) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.Write("out.csv", "before");
+    ASSERT_EQ(chmod(path.c_str(), 06755), 0);
+    OutputFile output(path);
+    EXPECT_EQ(ModeOf(FindTemporary(folder)), 0600);
+    output.Commit();
+    EXPECT_EQ(ModeOf(path), 0755);
+}
+
+TEST(OutputFile, IsForItsOwnerAlone_WhileItIsWritten) {
+    const TemporaryFolder folder;
+    const mode_t before = umask(0);
+    for (const char* const name : {"new.csv", "old.csv"}) {
+        if (std::string(name) == "old.csv") {
+            folder.Write(name, "before");
+            ASSERT_EQ(chmod((folder / name).c_str(), 0666), 0);
+        }
+        OutputFile output(folder / name);
+        EXPECT_EQ(ModeOf(FindTemporary(folder)), 0600) << name;
+        output.Write("secret");
+        output.Flush();
+        EXPECT_EQ(ModeOf(FindTemporary(folder)), 0600) << name;
+        output.Commit();
+        EXPECT_EQ(ModeOf(folder / name), 0666) << name;
+    }
+    umask(before);
+    EXPECT_EQ(folder.CountEntries(), 2U);
+}
+
+TEST(OutputFile, PermissionsAreThoseOfTheFile_ThatIsThereInTheEnd) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.Write("out.csv", "before");
+    ASSERT_EQ(chmod(path.c_str(), 0644), 0);
+    OutputFile output(path);
+    ASSERT_EQ(chmod(path.c_str(), 0600), 0);
+    output.Commit();
+    EXPECT_EQ(ModeOf(path), 0600);
+}
+
+TEST(OutputFile, ForeignFileIsNotTouched_WhenALinkToItTakesTheTemporaryName) {
+    const TemporaryFolder folder;
+    const TemporaryFolder elsewhere;
+    const fs::path foreign = elsewhere.Write("foreign", "foreign");
+    ASSERT_EQ(chmod(foreign.c_str(), 0600), 0);
+    const fs::path path = folder.Write("out.csv", "before");
+    ASSERT_EQ(chmod(path.c_str(), 0666), 0);
+    OutputFile output(path);
+    output.Write("after");
+    const fs::path temporary = FindTemporary(folder);
+    fs::rename(temporary, folder / "taken");
+    fs::create_symlink(foreign, temporary);
+    EXPECT_EQ(GetCommitFault(output),
+              "cannot write " + path.string() + ": somebody took away " + temporary.filename().string());
+    EXPECT_EQ(ModeOf(foreign), 0600);
+    EXPECT_EQ(elsewhere.Read("foreign"), "foreign");
+    EXPECT_EQ(folder.Read("out.csv"), "before");
+}
+
+TEST(OutputFile, ForeignFileIsNotTouched_WhenALinkToItTakesThePlace) {
+    const TemporaryFolder folder;
+    const TemporaryFolder elsewhere;
+    const fs::path foreign = elsewhere.Write("foreign", "foreign");
+    ASSERT_EQ(chmod(foreign.c_str(), 0604), 0);
+    OutputFile output(folder.Write("out.csv", "before"));
+    fs::remove(folder / "out.csv");
+    fs::create_symlink(foreign, folder / "out.csv");
+    EXPECT_EQ(GetCommitFault(output),
+              "cannot write " + (folder / "out.csv").string() + ": Too many levels of symbolic links");
+    EXPECT_EQ(ModeOf(foreign), 0604);
+    EXPECT_EQ(elsewhere.Read("foreign"), "foreign");
+    EXPECT_EQ(folder.CountEntries(), 1U);
+}
+
+TEST(OutputFile, AppearsWhereItWasBegun_WhenTheFolderIsSwappedForAnother) {
+    const TemporaryFolder folder;
+    fs::create_directories(folder / "own");
+    fs::create_directories(folder / "foreign");
+    folder.Write("own/out.csv", "before");
+    folder.Write("foreign/out.csv", "foreign");
+    OutputFile output(folder / "own/out.csv");
+    output.Write("after");
+    fs::rename(folder / "own", folder / "moved");
+    fs::create_directory_symlink(folder / "foreign", folder / "own");
+    output.Commit();
+    EXPECT_EQ(folder.Read("moved/out.csv"), "after");
+    EXPECT_EQ(folder.Read("foreign/out.csv"), "foreign");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder / "moved"), fs::directory_iterator()), 1);
+}
+
+/// Acts as a user who has no rights but his own, while it lives.
+class AsOrdinaryUser {
+public:
+    static constexpr uid_t user = 61234;
+
+    AsOrdinaryUser() { EXPECT_EQ(seteuid(user), 0); }
+    ~AsOrdinaryUser() { EXPECT_EQ(seteuid(0), 0); }
+    AsOrdinaryUser(const AsOrdinaryUser&) = delete;
+    AsOrdinaryUser& operator=(const AsOrdinaryUser&) = delete;
+};
+
+/// What only the administrator can try: files of several owners.
+class OutputFileOfOthers : public testing::Test {
+protected:
+    void SetUp() override {
+        if (geteuid() != 0) GTEST_SKIP() << "only the administrator can give files away";
+        path = folder.Write("out.csv", "before");
+        if (chown(path.c_str(), owner, group) != 0) GTEST_SKIP() << "no such users may exist here";
+        ASSERT_EQ(chmod(path.c_str(), 0664), 0);
+        ASSERT_EQ(chmod(folder.GetPath().c_str(), 0777), 0);
+    }
+
+    static constexpr uid_t owner = 61111;
+    static constexpr gid_t group = 62222;
+    TemporaryFolder folder;
+    fs::path path;
+};
+
+TEST_F(OutputFileOfOthers, KeepsItsOwnerAndGroup_WhenTheAdministratorReplacesIt) {
+    OutputFile output(path);
+    output.Commit();
+    EXPECT_EQ(StatusOf(path).st_uid, owner);
+    EXPECT_EQ(StatusOf(path).st_gid, group);
+    EXPECT_EQ(ModeOf(path), 0664);
+}
+
+TEST_F(OutputFileOfOthers, IsShownToNoOtherGroup_WhenItsGroupCannotBeKept) {
+    for (const auto& [before, after] : {std::pair(0664, 0644), {0660, 0600}, {0646, 0644}, {0606, 0600}}) {
+        ASSERT_EQ(chown(path.c_str(), AsOrdinaryUser::user, group), 0);
+        ASSERT_EQ(chmod(path.c_str(), static_cast<mode_t>(before)), 0);
+        {
+            const AsOrdinaryUser user;
+            OutputFile output(path);
+            output.Commit();
+        }
+        EXPECT_NE(StatusOf(path).st_gid, group);
+        EXPECT_EQ(ModeOf(path), static_cast<mode_t>(after));
+    }
+}
+
+TEST_F(OutputFileOfOthers, KeepsItsGroup_WhenOnlyTheOwnerCannotBeKept) {
+    ASSERT_EQ(chown(path.c_str(), owner, getegid()), 0);
+    {
+        const AsOrdinaryUser user;
+        OutputFile output(path);
+        output.Commit();
+    }
+    EXPECT_EQ(StatusOf(path).st_uid, AsOrdinaryUser::user);
+    EXPECT_EQ(ModeOf(path), 0664);
+}
+
+TEST_F(OutputFileOfOthers, IsNotReplaced_WhenItMayNoLongerBeWrittenTo) {
+    ASSERT_EQ(chmod(path.c_str(), 0666), 0);
+    const AsOrdinaryUser user;
+    OutputFile output(path);
+    ASSERT_EQ(seteuid(0), 0);
+    ASSERT_EQ(chmod(path.c_str(), 0600), 0);
+    ASSERT_EQ(seteuid(AsOrdinaryUser::user), 0);
+    EXPECT_EQ(GetCommitFault(output), "cannot write " + path.string() + ": Permission denied");
+    EXPECT_EQ(folder.CountEntries(), 1U);
+}
+
+TEST_F(OutputFileOfOthers, IsMade_WhenTheFolderMayNotBeListed) {
+    ASSERT_EQ(chmod(folder.GetPath().c_str(), 0333), 0);
+    {
+        const AsOrdinaryUser user;
+        OutputFile output(folder / "new.csv");
+        output.Commit();
+    }
+    EXPECT_EQ(folder.List(), (std::vector<std::string>{"new.csv", "out.csv"}));
+}
+
+TEST_F(OutputFileOfOthers, IsNotMadeWhereAStrangersLinkLeads_InAFolderOfEverybody) {
+    const TemporaryFolder elsewhere;
+    fs::create_symlink(elsewhere / "made", folder / "link");
+    ASSERT_EQ(lchown((folder / "link").c_str(), owner, group), 0);
+    ASSERT_EQ(chmod(folder.GetPath().c_str(), 01777), 0);
+    EXPECT_EQ(GetOpenFault(folder / "link"), "cannot write " + (folder / "link").string() + ": Permission denied");
+    EXPECT_EQ(elsewhere.CountEntries(), 0U);
+    // In a folder of one's own, what a link of another one says counts.
+    ASSERT_EQ(chmod(folder.GetPath().c_str(), 0755), 0);
+    OutputFile(folder / "link").Commit();
+    EXPECT_EQ(elsewhere.List(), std::vector<std::string>{"made"});
+}
+
+#endif
+
+#ifdef __linux__
+
+constexpr const char* accessList = "system.posix_acl_access";
+constexpr const char* listForNewFiles = "system.posix_acl_default";
+
+std::optional<std::string> AttributeOf(const fs::path& path, const char* name) {
+    std::string value(1000, '\0');
+    const ssize_t size = getxattr(path.c_str(), name, value.data(), value.size());
+    if (size < 0) return std::nullopt;
+    value.resize(static_cast<std::size_t>(size));
+    return value;
+}
+
+bool SetAttribute(const fs::path& path, const char* name, const std::string& value) {
+    return setxattr(path.c_str(), name, value.data(), value.size(), 0) == 0;
+}
+
+/// As the system stores it: a version, then for each entry its kind, its permissions and whom it concerns.
+std::string AccessListFor(uid_t user, unsigned userMay, unsigned mask) {
+    struct Entry {
+        std::uint16_t kind;
+        std::uint16_t permissions;
+        std::uint32_t whom;
+    };
+    constexpr std::uint32_t nobody = 0xFFFFFFFF;
+    constexpr std::uint32_t version = 2;
+    const Entry entries[] = {{1, 6, nobody},
+                             {2, static_cast<std::uint16_t>(userMay), user},
+                             {4, 4, nobody},
+                             {16, static_cast<std::uint16_t>(mask), nobody},
+                             {32, 0, nobody}};
+    std::string bytes(reinterpret_cast<const char*>(&version), sizeof version);
+    return bytes.append(reinterpret_cast<const char*>(entries), sizeof entries);
+}
+
+TEST(OutputFile, AttributesStay_WhenAFileIsReplaced) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.Write("out.csv", "before");
+    if (!SetAttribute(path, "user.origin", "shop")) GTEST_SKIP() << "this file system keeps no attributes";
+    SetAttribute(path, "user.empty", "");
+    OutputFile output(path);
+    output.Commit();
+    EXPECT_EQ(AttributeOf(path, "user.origin"), "shop");
+    EXPECT_EQ(AttributeOf(path, "user.empty"), "");
+}
+
+TEST(OutputFile, ListOfWhoMayAccessStays_WhenAFileIsReplaced) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.Write("out.csv", "before");
+    const std::string list = AccessListFor(61234, 6, 6);
+    if (!SetAttribute(path, accessList, list)) GTEST_SKIP() << "this file system keeps no such lists";
+    EXPECT_EQ(ModeOf(path), 0660);
+    OutputFile output(path);
+    EXPECT_EQ(ModeOf(FindTemporary(folder)), 0600);
+    output.Commit();
+    EXPECT_EQ(AttributeOf(path, accessList), list);
+    EXPECT_EQ(ModeOf(path), 0660);
+}
+
+TEST(OutputFile, NobodyElseMayAccess_WhenTheFolderGivesNewFilesAListAndTheReplacedOneHasNone) {
+    const TemporaryFolder folder;
+    const fs::path path = folder.Write("out.csv", "before");
+    ASSERT_EQ(chmod(path.c_str(), 0664), 0);
+    if (!SetAttribute(folder.GetPath(), listForNewFiles, AccessListFor(61234, 6, 6))) {
+        GTEST_SKIP() << "this file system keeps no such lists";
+    }
+    OutputFile output(path);
+    EXPECT_EQ(ModeOf(FindTemporary(folder)), 0600);
+    output.Commit();
+    EXPECT_EQ(AttributeOf(path, accessList), std::nullopt);
+    EXPECT_EQ(ModeOf(path), 0664);
+}
+
+TEST(OutputFile, IsLikeAnyOtherNewFile_WhenTheFolderGivesThemAList) {
+    const TemporaryFolder folder;
+    const mode_t before = umask(077);  // does not count in such a folder
+    if (SetAttribute(folder.GetPath(), listForNewFiles, AccessListFor(61234, 7, 6))) {
+        OutputFile output(folder / "out.csv");
+        output.Commit();
+        const fs::path other = folder.Write("other.csv", "");
+        EXPECT_EQ(AttributeOf(folder / "out.csv", accessList), AttributeOf(other, accessList));
+        EXPECT_EQ(ModeOf(folder / "out.csv"), ModeOf(other));
+        EXPECT_EQ(ModeOf(other), 0660);
+    }
+    umask(before);
 }
 
 #endif

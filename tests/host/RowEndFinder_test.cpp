@@ -42,10 +42,21 @@ TEST(RowEndFinder, FindsTheLastRowThatIsWhole) {
     EXPECT_EQ(FindRowEnd(""), 0U);
     EXPECT_EQ(FindRowEnd("a,b"), 0U);
     EXPECT_EQ(FindRowEnd("a\nb"), 2U);
-    EXPECT_EQ(FindRowEnd("a\r\nb\r\nc\r"), 6U);
+    EXPECT_EQ(FindRowEnd("a\r\nb\r\nc"), 6U);
+    EXPECT_EQ(FindRowEnd("a\rb\rc"), 4U);
+    EXPECT_EQ(FindRowEnd("a\r\"b\rc\"\r\"d\r"), 8U);
     EXPECT_EQ(FindRowEnd("a\n\"b\nc\nd"), 2U);
     EXPECT_EQ(FindRowEnd("a\n\"b\nc\"\n\"d\n"), 8U);
     EXPECT_EQ(FindRowEnd("a\n\"b\n\"\"\nc\nd"), 2U);
+}
+
+TEST(RowEndFinder, ARowIsWholeWithItsCarriageReturn_AndHasTheLineFeedThatFollows) {
+    RowEndFinder finder(',');
+    finder.Start();
+    finder.Continue("a\r");
+    EXPECT_EQ(finder.GetRowEnd(), 2U);
+    finder.Continue("a\r\n");
+    EXPECT_EQ(finder.GetRowEnd(), 3U);
 }
 
 TEST(RowEndFinder, WaitsForTheNextByte_WhenAQuoteMayCloseTheCell) {
@@ -62,7 +73,8 @@ TEST(RowEndFinder, WaitsForTheNextByte_WhenAQuoteMayCloseTheCell) {
 TEST(RowEndFinder, TellsAQuoteThatStandsWhereNoneMay) {
     EXPECT_TRUE(FindFault("a\"\n"));
     EXPECT_TRUE(FindFault("a\n;\"b\"\n"));
-    EXPECT_TRUE(FindFault("a\r\"b\"\n"));
+    EXPECT_TRUE(FindFault("a\rb\"\r"));
+    EXPECT_FALSE(FindFault("a\r\"b\"\n"));
     EXPECT_FALSE(FindFault("\"a\",\"b\"\n\"c\""));
     EXPECT_EQ(FindRowEnd("a\nb\"\nc\n"), 2U) << "what stands behind the fault is not looked at";
 }

@@ -1,10 +1,11 @@
 """Tables of comma-separated values as Python writes and reads them.
 
     csv_tables.py write FOLDER   writes random tables in several dialects, N.csv, with their cells in N.json
-    csv_tables.py check FOLDER   reads each N.csv and compares with the cells in N.json
+    csv_tables.py check FOLDER   reads each N.csv and compares with the cells in N.json, and with the lines on which rows
+                                 begin where it has them
 
-A carriage return in a cell that Python leaves without quotes is not drawn: in front of a line feed it would belong to
-the line end.
+Line breaks that Python leaves without quotes, because its own line ends are others, are not drawn in cells: they would
+end the row. An empty line, which is no cell for Python, is one empty cell here.
 """
 
 import csv
@@ -14,7 +15,8 @@ import pathlib
 import random
 import sys
 
-PIECES = ["", "a", "bc", " ", ",", ";", "\t", '"', '""', "\n", "\r\n", "\u00e4", "\u2028", "0.5", "longer text"]
+PIECES = ["", "a", "bc", " ", ",", ";", "\t", '"', '""', "\n", "\r\n", "\r", "\u00e4", "\u2028", "0.5", "longer text"]
+LINE_ENDS = ["\n", "\r\n", "\r"]
 TABLES_PER_DIALECT = 40
 
 
@@ -25,16 +27,18 @@ def draw_rows(draw, pieces):
 
 def write(folder):
     draw = random.Random(4180)
-    dialects = itertools.product(",;\t", ["\n", "\r\n"], [csv.QUOTE_MINIMAL, csv.QUOTE_ALL])
+    dialects = itertools.product(",;\t", [["\n"], ["\r\n"], ["\r"], LINE_ENDS], [csv.QUOTE_MINIMAL, csv.QUOTE_ALL])
     names = itertools.count()
-    for delimiter, line_end, quoting in dialects:
-        quotes_returns = line_end == "\r\n" or quoting == csv.QUOTE_ALL
-        pieces = PIECES + ["\r"] if quotes_returns else [piece for piece in PIECES if "\r" not in piece]
+    for delimiter, line_ends, quoting in dialects:
+        quoted = set("\r\n") if quoting == csv.QUOTE_ALL else set.intersection(*map(set, line_ends))
+        pieces = [piece for piece in PIECES if set(piece) & set("\r\n") <= quoted]
         for _ in range(TABLES_PER_DIALECT):
             name = str(next(names))
             rows = draw_rows(draw, pieces)
             with open(folder / (name + ".csv"), "w", encoding="utf-8", newline="") as table:
-                csv.writer(table, delimiter=delimiter, lineterminator=line_end, quoting=quoting).writerows(rows)
+                for row in rows:
+                    end = draw.choice(line_ends)
+                    csv.writer(table, delimiter=delimiter, lineterminator=end, quoting=quoting).writerow(row)
             (folder / (name + ".json")).write_text(json.dumps({"delimiter": delimiter, "rows": rows}))
 
 
@@ -43,10 +47,16 @@ def check(folder):
     for expected_file in sorted(folder.glob("*.json")):
         expected = json.loads(expected_file.read_text(encoding="utf-8"))
         with open(expected_file.with_suffix(".csv"), encoding="utf-8", newline="") as table:
-            rows = list(csv.reader(table, delimiter=expected["delimiter"], strict=True))
-        if rows != expected["rows"]:
+            reader = csv.reader(table, delimiter=expected["delimiter"], strict=True)
+            found = {"delimiter": expected["delimiter"], "rows": [], "lines": [1]}
+            for row in reader:
+                found["rows"].append(row or [""])
+                found["lines"].append(reader.line_num + 1)
+            found["lines"].pop()
+        different = [name for name in expected if found[name] != expected[name]]
+        if different:
             differing += 1
-            print(f"{expected_file.stem}: {rows} instead of {expected['rows']}")
+            print(f"{expected_file.stem}: {found} instead of {expected}")
     return differing
 
 

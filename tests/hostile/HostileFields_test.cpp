@@ -29,9 +29,10 @@ std::string Chain(int count, const std::string& expression) {
 
 class HostileFields : public HostileTest {
 protected:
+    /// By default the elements of the longest of these documents would be more than may be.
     CommandResult Score(const std::string& document) const {
         folder.Write("model.pmml", document);
-        return RunLimited({"score", "model.pmml", "cases.csv", "--only-scores"});
+        return RunLimited({"score", "model.pmml", "cases.csv", "--only-scores", "--max-memory", "400M"});
     }
 
     void ExpectAllRefuse(const std::string& document, const std::string& pattern) const {
@@ -97,6 +98,19 @@ TEST_F(HostileFields, AreRefused_WhenFunctionsDouble) {
     ExpectAllRefuse(Transforming(functions + "\n" + Field("d", Apply("f59", FieldRef("weight")))),
                     "16:1: error 12: The derived field \"d\" takes more than 1000000 evaluations, those in functions "
                     "counted in.");
+}
+
+/// Room for every cell that the rows might have would be eighty gigabytes.
+TEST_F(HostileFields, AreRefusedAtTheFirstRow_WhenATableHasManyColumnsAndManyRowsWithoutACell) {
+    std::string pairs;
+    for (int i = 0; i < manyFields; ++i)
+        pairs += "<FieldColumnPair field=\"colour\" column=\"" + Name(i) + "\"/>";
+    std::string rows;
+    for (int i = 0; i < manyFields; ++i)
+        rows += "<row/>";
+    const std::string table =
+        "<MapValues outputColumn=\"out\">" + pairs + "<InlineTable>" + rows + "</InlineTable></MapValues>";
+    ExpectAllRefuse(Transforming(Field("d", table)), "15:[0-9]+: error 5: The row has no cell for the column \"d0\".");
 }
 
 std::string Matching(const std::string& text, const std::string& pattern) {

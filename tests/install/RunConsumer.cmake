@@ -1,5 +1,6 @@
 # cmake -P: installs BUILD_DIR under WORK_DIR/prefix, builds CONSUMER_DIR against it, runs what it built. Where that is
-# for another system, TOOLCHAIN says how to build for it and EMULATOR how to run there.
+# for another system, TOOLCHAIN says how to build for it and EMULATOR how to run there. READELF, where there is one,
+# reads what was installed.
 
 function(run)
     cmake_parse_arguments(ARG "" "EXPECT" "COMMAND" ${ARGN})
@@ -17,6 +18,14 @@ file(REMOVE_RECURSE ${WORK_DIR})
 set(prefix ${WORK_DIR}/prefix)
 run(COMMAND ${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${prefix})
 
+set(FOLDER ${prefix}/include/nbscore)
+set(HEADERS_FILE ${WORK_DIR}/headers.cpp)
+include(${CMAKE_CURRENT_LIST_DIR}/CheckHeaders.cmake)
+if(READELF)
+    set(FOLDERS ${prefix}/bin ${prefix}/${LIBDIR})
+    include(${CMAKE_CURRENT_LIST_DIR}/CheckBinaries.cmake)
+endif()
+
 # The README's program, as it stands there.
 file(READ ${README} readme)
 string(REGEX MATCH "```cpp\n([^`]*)```" block "${readme}")
@@ -29,7 +38,8 @@ if(TOOLCHAIN)
     set(ENV{NBSCORE_WINDOWS_PREFIX} ${prefix})
     set(ENV{NBSCORE_WINDOWS_BUILD} ${prefix})
 endif()
-run(COMMAND ${CMAKE_COMMAND} -S ${CONSUMER_DIR} -B ${WORK_DIR}/build ${how} -DREADME_PROGRAM=${WORK_DIR}/readme.cpp)
+run(COMMAND ${CMAKE_COMMAND} -S ${CONSUMER_DIR} -B ${WORK_DIR}/build ${how} -DREADME_PROGRAM=${WORK_DIR}/readme.cpp
+    -DHEADERS_FILE=${HEADERS_FILE})
 run(COMMAND ${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 
 set(titanic ${prefix}/share/nbscore/examples/titanic)

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <new>
 
 #include "CountedEncoder.h"
 #include "ModelParts.h"
@@ -15,6 +16,7 @@ namespace {
 using nbscore::test::ContinuousVariable;
 using nbscore::test::CountedEncoder;
 using nbscore::test::DisplayText;
+using nbscore::test::FailingRecord;
 using nbscore::test::MakeModel;
 using nbscore::test::NamedRecord;
 using nbscore::test::NumberVariable;
@@ -90,6 +92,29 @@ TEST(CaseScoring, DoesNotSetPositionsUp_WhenTheFirstRecordIsNotIndexed) {
     const auto model = Weather();
     ScoreTexts(*model, {{"outlook", "rain"}});
     EXPECT_NE(DisplayText(*model).find("Dict var index set up? False\n"), std::string::npos);
+}
+
+TEST(CaseScoring, TakesPositionsFromALaterRecord_WhenTheFirstHasNone) {
+    const auto model = Weather();
+    ScoreTexts(*model, {{"outlook", "rain"}});
+    BaseCaseRecord record({"id", "windy", "outlook"});
+    record.SetText(1, "true");
+    record.SetText(2, "sunny");
+    const ScoredCase indexed = Score(*model, record);
+    EXPECT_NE(DisplayText(*model).find("Dict var index set up? True\n"), std::string::npos);
+    EXPECT_EQ(indexed.probabilities, ScoreTexts(*model, {{"outlook", "sunny"}, {"windy", "true"}}).probabilities);
+    EXPECT_NE(indexed.probabilities, ScoreTexts(*model, {}).probabilities);
+}
+
+TEST(CaseScoring, LeavesPositionsToTheNextCase_WhenNotingThemFails) {
+    const auto model = Weather();
+    EXPECT_THROW(Score(*model, FailingRecord({"windy", "outlook"})), std::bad_alloc);
+    EXPECT_NE(DisplayText(*model).find("Dict var index set up? False\n"), std::string::npos);
+    BaseCaseRecord record({"id", "windy", "outlook"});
+    record.SetText(1, "true");
+    record.SetText(2, "sunny");
+    EXPECT_EQ(Score(*model, record).probabilities,
+              ScoreTexts(*model, {{"outlook", "sunny"}, {"windy", "true"}}).probabilities);
 }
 
 TEST(CaseScoring, ReadsAbsent_WhenTheRecordDoesNotKnowAPredictor) {

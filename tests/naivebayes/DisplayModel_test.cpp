@@ -2,12 +2,16 @@
 
 #include <limits>
 
+#include "FlushedText.h"
 #include "MarkedVariable.h"
 #include "ModelParts.h"
 #include "ScoredCase.h"
+#include "naivebayes/NBCatNumericEncoder.h"
+#include "naivebayes/NBinningEncoder.h"
 
 namespace {
 
+using nbscore::test::DisplayedPieces;
 using nbscore::test::DisplayText;
 using nbscore::test::MakeModel;
 using nbscore::test::MarkedVariable;
@@ -86,6 +90,38 @@ TEST(DisplayModel, WritesEncodersAndTables_WhenThereArePredictors) {
               "Probability_{mk}^j: <empty>\n"
               "End of NBayesInputBase display.\n"
               "End of NaiveBayesModel display.\n");
+}
+
+using Pieces = std::vector<std::string>;
+
+TEST(DisplayModel, FlushesBehindEachLine) {
+    EXPECT_EQ(DisplayedPieces(NaiveBayesModel()),
+              (Pieces{"\nBegin Display of NaiveBayesModel.\n", "Input variable names: \n",
+                      "Threshold value = 0 Only prediction? False.\n", "Encoders: \n",
+                      "Target variable: Target categories: Target category counts: \n", "Target probabilities: \n",
+                      "Dict var index set up? False\n",
+                      "Predictor variables and their stats:End of NaiveBayesModel display.\n"}));
+}
+
+TEST(DisplayModel, FlushesBehindEachLineOfAnEncoder) {
+    EXPECT_EQ(DisplayedPieces(NBCatStringEncoder(Pieces{"a", "b"})),
+              (Pieces{"\tNBCatStringEncoder object:  Last code = 1\n", "\t\t0\t\ta\n", "\t\t1\t\tb\n"}));
+    EXPECT_EQ(DisplayedPieces(NBCatNumericEncoder(std::vector<double>{1, 2, 3, 4, 5, 6, 7, 8})),
+              (Pieces{"\tNBCatNumericEncoder: Last code = 7\n", "\t\tNumeric values of categories: 1 2 3 4 5 6 7 \n",
+                      "8 \n"}));
+    EXPECT_EQ(DisplayedPieces(NBinningEncoder(std::vector<double>{5})),
+              (Pieces{"\tNBinningEncoder: number of bins = 2\n", "\t\tCutpoints: 5 \n"}));
+}
+
+// The lines of its vectors only end.
+TEST(DisplayModel, FlushesBehindTheFirstAndLastLineOfATable) {
+    NBayesInputBase table;
+    table.SetCounts(0.5, {{}});
+    EXPECT_EQ(DisplayedPieces(table),
+              (Pieces{"Begin NBayesInputBase object. Number of categories: 1, non-empty categories: 0, target "
+                      "categories: 0\n",
+                      "Category 0: Counts  : <empty>\nProbability_{mk}^j: <empty>\nEnd of NBayesInputBase "
+                      "display.\n"}));
 }
 
 TEST(DisplayModel, WritesNanWithoutSign) {

@@ -80,6 +80,25 @@ TEST(NaiveBayesModel, KeepsItsCategories_WhenANewTargetDeclaresNone) {
     EXPECT_NE(DisplayText(model).find("Target categories: yesnoTarget"), std::string::npos);
 }
 
+/// A variable whose list of declared values is there and empty.
+class VariableOfAnEmptyList : public BaseDictVar {
+public:
+    VariableOfAnEmptyList() : BaseDictVar("empty", StringStorage, Categorical) {}
+    const ScoreValueLabelSet* GetValueLabelSet() const override { return &none; }
+
+private:
+    ScoreValueLabelSet none;
+};
+
+TEST(NaiveBayesModel, HasNoCategories_WhenANewTargetDeclaresAnEmptyList) {
+    const auto first = TextVariable("play", {"yes", "no"});
+    const VariableOfAnEmptyList second;
+    NaiveBayesModel model;
+    model.SetTargetVar(first.get());
+    model.SetTargetVar(&second);
+    EXPECT_NE(DisplayText(model).find("Target categories: Target category"), std::string::npos);
+}
+
 TEST(NaiveBayesModel, HasTheNewCategoriesOnly_WhenANewTargetDeclaresSome) {
     const auto first = TextVariable("play", {"yes", "no"});
     const auto second = TextVariable("other", {"x"});
@@ -105,6 +124,23 @@ TEST(NaiveBayesModel, KeepsTheEarlierThresholdsPriors_WhenTheThresholdChangesLat
               (std::vector<double>{(0.001 + 3) / (2 * 0.001 + 1 / 0.001), (0.001 + 1) / (2 * 0.001 + 1 / 0.001)}));
     model->SetTargetCounts({3, 1});
     EXPECT_EQ(ScoreTexts(*model, {}).probabilities[0], (0.5 + 3) / (2 * 0.5 + 1 / 0.5));
+}
+
+TEST(NaiveBayesModel, KeepsTheEarlierThresholdsTables_WhenTheThresholdChangesLater) {
+    NaiveBayesModel model;
+    const auto variable = TextVariable("v", {"a", "b"});
+    model.SetThreshold(0.5);
+    for (const char* name : {"x", "y"}) {
+        model.AddPredictorVar(name, variable.get());
+        model.AddEncoder(new NBCatStringEncoder(std::vector<std::string>{"a", "b"}));
+    }
+    model.SetPredCounts(0, {{3, 1}, {1, 1}});
+    model.SetThreshold(2);
+    model.SetPredCounts(1, {{3, 1}, {1, 1}});
+    const nbscore::ModelTables tables = model.GetTables();
+    const std::vector<nbscore::PredictorTables>& predictors = tables.classifiers.front().predictors;
+    EXPECT_EQ(predictors.at(0).probabilities->at(0), (std::vector<double>{3.5 / 5, 1.5 / 3}));
+    EXPECT_EQ(predictors.at(1).probabilities->at(0), (std::vector<double>{5.0 / 8, 3.0 / 6}));
 }
 
 TEST(NaiveBayesModel, AppendsCountTables_WhateverIndexIsNamed) {

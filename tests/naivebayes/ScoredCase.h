@@ -2,6 +2,7 @@
 
 #include <map>
 #include <memory>
+#include <new>
 #include <string>
 #include <utility>
 #include <vector>
@@ -32,6 +33,19 @@ public:
 
 private:
     std::map<std::string, std::unique_ptr<ScoreValue>> values;
+};
+
+/// Fails for want of memory at the second question for a position.
+class FailingRecord : public BaseCaseRecord {
+public:
+    using BaseCaseRecord::BaseCaseRecord;
+    int GetVarIndex(const std::string& name) const override {
+        if (++asked == 2) throw std::bad_alloc();
+        return BaseCaseRecord::GetVarIndex(name);
+    }
+
+private:
+    mutable int asked = 0;
 };
 
 /// A record of texts, given by name.

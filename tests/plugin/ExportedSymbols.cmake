@@ -1,10 +1,39 @@
 # Fails when the plug-in shows anything but its factory, its exported classes and functions, and the standard
-# library's own templates. Arguments: NM, LIBRARY.
+# library's own templates. Arguments: LIBRARY, and NM; for a library of Windows OBJDUMP and CXXFILT, and OTHERS, the
+# libraries of ours beside it.
 #
 # A symbol of the kind "u" (unique in the process) is a fault whatever its name: it keeps the loader from ever
 # unloading the library.
-execute_process(COMMAND ${NM} --dynamic --defined-only --demangle ${LIBRARY}
-    OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+
+# The names that a library of Windows exports, a line each, in the form that NM writes.
+function(read_export_table output library)
+    execute_process(COMMAND ${OBJDUMP} -p ${library} OUTPUT_VARIABLE table COMMAND_ERROR_IS_FATAL ANY)
+    if(NOT table MATCHES "Ordinal/Name Pointer[^\n]*(\n.*)")
+        message(FATAL_ERROR "${library} has no table of exports")
+    endif()
+    string(REGEX REPLACE "[][]" "|" table "${CMAKE_MATCH_1}")  # lists do not part between square brackets
+    string(REGEX MATCHALL "\n\t[|] *[0-9]+[|] [^\n]+" entries "${table}")
+    list(TRANSFORM entries REPLACE ".* " "")
+    execute_process(COMMAND ${CXXFILT} ${entries} OUTPUT_VARIABLE names COMMAND_ERROR_IS_FATAL ANY)
+    string(REGEX REPLACE "([^\n]+)" "T \\1" names "${names}")
+    set(${output} "${names}" PARENT_SCOPE)
+endfunction()
+
+if(OBJDUMP)
+    read_export_table(output ${LIBRARY})
+    # What is linked into a library of ours must not leave it.
+    foreach(library IN LISTS OTHERS)
+        read_export_table(names ${library})
+        string(REGEX MATCHALL "\nT ((vtable|typeinfo|typeinfo name) for )?(re2|boost|hwy|utf8proc|xercesc)_?[^\n]*"
+            foreign "\n${names}")
+        if(NOT foreign STREQUAL "")
+            message(SEND_ERROR "${library} exports ${foreign}")
+        endif()
+    endforeach()
+else()
+    execute_process(COMMAND ${NM} --dynamic --defined-only --demangle ${LIBRARY}
+        OUTPUT_VARIABLE output COMMAND_ERROR_IS_FATAL ANY)
+endif()
 
 set(classes
     INBVeskEncoder NBCatNumericEncoder NBCatStringEncoder NBinningEncoder NBayesInputBase NaiveBayesClsResult

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "naivebayes/FlushedText.h"
 #include "naivebayes/MarkedVariable.h"
 #include "selflearning/SetParts.h"
 
@@ -93,6 +94,20 @@ TEST(SelfLearningDisplay, WritesEverySubModel_AndNoNameNorFigure) {
                   "\t\t0\t\tp\n"
                   "Target category counts: 3 1.5 Predictor variables and their stats:<a>\n" +
                   table + "End of SelfLearningModel display.\n");
+}
+
+TEST(SelfLearningDisplay, FlushesBehindEachLine) {
+    SelfLearningModel set;
+    set.SetNumOfModels(1);
+    set.SetThreshold(0.5);
+    set.SetTargetCounts({3});
+    EXPECT_EQ(nbscore::test::DisplayedPieces(set),
+              (std::vector<std::string>{
+                  "\nBegin Display of SelfLearningModel.\n", "Input variable names: False.\n",
+                  "Target variable: Target categories: Dict var index set up? False\n", "\n",
+                  "Threshold value = 0.5 Only prediction? Encoders: \n",
+                  "Target category counts: 3 Predictor variables and their stats:End of SelfLearningModel "
+                  "display.\n"}));
 }
 
 TEST(SelfLearningDisplay, WritesNanWithoutSign) {

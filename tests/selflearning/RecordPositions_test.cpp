@@ -1,12 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <new>
 
 #include "selflearning/SetParts.h"
 
 namespace {
 
 using nbscore::test::DisplayText;
+using nbscore::test::FailingRecord;
 using nbscore::test::MakeSet;
 using nbscore::test::Scores;
 using nbscore::test::TextRecord;
@@ -62,6 +64,17 @@ TEST(SelfLearningPositions, AreNotNoted_WhileRecordsAreNotIndexed) {
     Scores(*set, BaseCaseRecord({"windy"}));
     EXPECT_TRUE(AreNoted(*set));
     EXPECT_EQ(Positions(*set), (Expected{{"outlook", -1}, {"windy", 0}, {"play", -1}}));
+}
+
+TEST(SelfLearningPositions, AreNotedByTheNextCase_WhenNotingThemFails) {
+    const auto set = Weather();
+    EXPECT_THROW(Scores(*set, FailingRecord({"windy", "outlook"})), std::bad_alloc);
+    EXPECT_FALSE(AreNoted(*set));
+    BaseCaseRecord record({"id", "windy", "outlook"});
+    record.SetText(1, "true");
+    record.SetText(2, "rain");
+    EXPECT_EQ(Scores(*set, record), Scores(*Weather(), TextRecord({{"outlook", "rain"}, {"windy", "true"}})));
+    EXPECT_TRUE(AreNoted(*set));
 }
 
 TEST(SelfLearningPositions, StayThoseOfTheFirstIndexedRecord) {

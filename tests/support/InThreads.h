@@ -2,18 +2,25 @@
 
 #include <cstddef>
 #include <functional>
+#include <latch>
 #include <thread>
 #include <vector>
 
 namespace nbscore::test {
 
-/// Runs a task on four threads at once; what it answered on each.
-inline std::vector<int> InThreads(const std::function<int()>& task) {
+/// Runs a task on four threads, which begin it together; what it answered on each.
+/// @param task given the number of its thread, from 0.
+inline std::vector<int> InThreads(const std::function<int(int)>& task) {
     std::vector<int> answers(4, -1);
+    std::latch begin(static_cast<std::ptrdiff_t>(answers.size()));
     std::vector<std::thread> threads;
     threads.reserve(answers.size());
-    for (int& answer : answers)
-        threads.emplace_back([&task, &answer] { answer = task(); });
+    for (std::size_t i = 0; i < answers.size(); ++i) {
+        threads.emplace_back([&, i] {
+            begin.arrive_and_wait();
+            answers[i] = task(static_cast<int>(i));
+        });
+    }
     for (std::thread& thread : threads)
         thread.join();
     return answers;

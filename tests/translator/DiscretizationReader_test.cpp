@@ -20,10 +20,10 @@ struct Discretization {
 };
 
 /// Reads the bins of a document that is nothing but a DerivedField.
-Discretization Read(const std::string& text) {
+Discretization Read(const std::string& text, const BaseTranslator& translator = NaiveBayesTranslator("")) {
     Discretization read;
     read.outcome = VisitDocument(text, [&](xercesc::DOMDocument& document, const Transcoder& transcoder) {
-        read.encoder = ReadDiscretization(transcoder, document.getDocumentElement(), nullptr);
+        read.encoder = ReadDiscretization(translator, transcoder, document.getDocumentElement(), nullptr);
     });
     return read;
 }
@@ -146,6 +146,27 @@ TEST(DiscretizationReader, NamesTheElementOnStandardError_WhenItIsNoDerivedField
                             {6, "Element DerivedField was expected here.", "<Feld", "/Feld-\xC3\xA4"}));
 }
 
+TEST(DiscretizationReader, GivesTheNoticeToWhoTakesIt_AndNothingToStandardError) {
+    NaiveBayesTranslator translator("");
+    std::vector<std::string> notices;
+    translator.SetNotices([&notices](const std::string& text, const DocumentPlace& place) {
+        notices.push_back(std::to_string(place.line) + ":" + std::to_string(place.column) + " " + place.elementPath +
+                          " " + text);
+    });
+    testing::internal::CaptureStderr();
+    const ParseOutcome outcome = Read("\n <Feld-\xC3\xA4/>", translator).outcome;
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_THAT(notices, testing::ElementsAre("2:2 /Feld-\xC3\xA4 Element DerivedField not found in ParseDiscretize\n"
+                                              "The element is Feld-\xC3\xA4"));
+    ASSERT_TRUE(outcome.refusal);
+    EXPECT_EQ(outcome.refusal->GetCode(), 6);
+
+    translator.SetNotices(nullptr);
+    testing::internal::CaptureStderr();
+    Read("<other/>", translator);
+    EXPECT_NE(testing::internal::GetCapturedStderr(), "");
+}
+
 TEST(DiscretizationReader, RefusesNothingAtAll_ThroughTheTranslator) {
     NaiveBayesTranslator translator("");
     translator.CreateTranscoder("UTF-8");
@@ -189,7 +210,7 @@ TEST(DiscretizationReader, RefusesAnotherElement_WhenItsNameIsBroken) {
         document.setXmlVersion(XmlName("1.1"));
         const auto* broken = document.createElement(half);
         testing::internal::CaptureStderr();
-        ReadDiscretization(utf8, broken, nullptr);
+        ReadDiscretization(NaiveBayesTranslator(""), utf8, broken, nullptr);
     });
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "Element DerivedField not found in ParseDiscretize\nThe element is a\xEF\xBF\xBD\n");

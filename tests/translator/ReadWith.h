@@ -31,8 +31,11 @@ public:
     ScoreModel* ParseFromTree(xercesc::DOMDocument* document, const std::string& encoding) override {
         CreateTranscoder(encoding);
         const xercesc::DOMElement* root = document->getDocumentElement();
-        dictionary.reset(ParseDictionary(GetChildByTagForced(root, element::dataDictionary)));
-        DocumentReading reading{*GetTranscoder(), *dictionary, nullptr, model, {}, {}, {}};
+        FieldFaults faults;
+        dictionary.reset(ParseDictionary(GetChildByTagForced(root, element::dataDictionary), faults));
+        const CountCells cells(GetLimits().GetMemory(), 0);
+        DocumentReading reading{*this, *GetTranscoder(),       *dictionary, nullptr, model, faults, {}, {}, cells,
+                                {},    LimitWatch(GetLimits())};
         preparation(reading);
         const xercesc::DOMNodeList* models = GetElementsByTagName(document, element::naiveBayesModel);
         for (XMLSize_t i = 0; i < models->getLength(); ++i) {

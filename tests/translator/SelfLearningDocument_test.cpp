@@ -158,6 +158,17 @@ TEST(SelfLearningDocument, NeedsAName_WhichMayBeEmptyOrRepeated) {
     EXPECT_EQ(refused.refusal->GetPlace().elementPath, PathOf(0));
 }
 
+TEST(SelfLearningDocument, PassesOverExtensionsAmongInputs) {
+    const std::string extension = R"(<Extension name="trainingSampleSize" value="none"><BayesInput/></Extension>)";
+    SubModelText subModel = Named("b");
+    subModel.inputs = "<BayesInputs>" + extension + TestDocument().bayesInputs + extension + "</BayesInputs>";
+    const ParseOutcome outcome = Parse(SelfLearningText({Named("a"), subModel}));
+    ASSERT_TRUE(outcome.model) << outcome.refusal->GetMessage();
+    const std::vector<Descriptor> rain = Describe(outcome, "rain");
+    EXPECT_EQ(rain.at(1).score, rain.at(0).score);
+    EXPECT_EQ(rain.at(1).assessmentStdDev, missing);
+}
+
 TEST(SelfLearningDocument, NeedsNoInputs) {
     const ParseOutcome outcome = Parse(SelfLearningText({WithoutInputs()}));
     ASSERT_TRUE(outcome.model) << outcome.refusal->GetMessage();

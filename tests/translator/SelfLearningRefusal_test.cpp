@@ -74,6 +74,24 @@ TEST(SelfLearningRefusal, IsOfALaterSchema_WhenItNamesAnotherTargetOrNone) {
     }
 }
 
+// Of two fields that a later schema predicts, the last one counts.
+TEST(SelfLearningRefusal, IsOfALaterSchemasLastPredictedField_WhenItIsNotTheTarget) {
+    const std::string outlook = R"(<MiningField name="outlook" usageType="predicted"/>)";
+    const std::string play = R"(<MiningField name="play" usageType="predicted"/>)";
+    SubModelText later = WithoutInputs();
+    for (const std::string& fields : {outlook + play, play + play}) {
+        later.schema = Schema(fields);
+        EXPECT_TRUE(Parse(SelfLearningText({SubModelText(), later})).model) << fields;
+    }
+    later.schema = Schema(play + outlook);
+    const std::string text = SelfLearningText({SubModelText(), later});
+    const ParseOutcome outcome = Parse(text);
+    EXPECT_TRUE(IsRefusedAs(outcome, text,
+                            {5, "Only one target variable is supported for SelfLearning Model!", "<MiningSchema >",
+                             PathOf(1) + "/MiningSchema[1]"}));
+    EXPECT_FALSE(outcome.thrownAsPointer);
+}
+
 TEST(SelfLearningRefusal, IsOfAFieldTwice_OnlyInTheFirstSchema) {
     const std::string twice = Schema(R"(<MiningField name="play" usageType="predicted"/><MiningField name="outlook"/>)"
                                      "\n"

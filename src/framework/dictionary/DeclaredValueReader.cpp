@@ -16,10 +16,9 @@
 namespace nbscore {
 namespace {
 
-std::unique_ptr<ScoreValue> ValidValue(const xercesc::DOMElement* value, const XMLCh* text,
-                                       const Transcoder& transcoder, bool isNumeric) {
-    if (isNumeric) return std::make_unique<NumericValue>(DoubleAt(value, text));
-    return std::make_unique<StringValue>(TextAt(value, text, transcoder));
+std::unique_ptr<ScoreValue> ValidValue(const XMLCh* text, const Transcoder& transcoder, bool isNumeric) {
+    if (isNumeric) return std::make_unique<NumericValue>(BaseTranslator::VerifyDouble(text));
+    return std::make_unique<StringValue>(transcoder.transcodeTo(text));
 }
 
 std::unique_ptr<ScoreValue> NumberOrText(const std::string& text, bool isNumeric) {
@@ -37,25 +36,26 @@ ValueProperty ReadValueProperty(const xercesc::DOMElement* value) {
     if (!property || BaseTranslator::IsEqual(property, "valid")) return ValueProperty::Valid;
     if (BaseTranslator::IsEqual(property, "invalid")) return ValueProperty::Invalid;
     if (BaseTranslator::IsEqual(property, "missing")) return ValueProperty::Missing;
-    throw RefusalAt(value, VeskException::InconsistentDocument,
-                    "\"" + ExcerptOf(property) + "\" is no property of a value: valid, invalid or missing.");
+    throw VeskException(VeskException::InconsistentDocument,
+                        "\"" + ExcerptOf(property) + "\" is no property of a value: valid, invalid or missing.");
 }
 
 void ReadDeclaredValue(const xercesc::DOMElement* value, const Transcoder& transcoder, BaseDictVar& variable) {
     constexpr XmlName valueName = "value";
     constexpr XmlName displayValueName = "displayValue";
-    const XMLCh* text = BaseTranslator::GetAttributeForced(value, valueName);
+    const XMLCh* text = BaseTranslator::GetAttribute(value, valueName);
+    if (!text) throw AttributeLacking(value, valueName);
     const bool isNumeric = variable.GetStorageType() == ScoreDictVar::NumericStorage;
     switch (ReadValueProperty(value)) {
         case ValueProperty::Valid:
-            variable.AddValidValue(ValidValue(value, text, transcoder, isNumeric),
-                                   TextAt(value, BaseTranslator::GetAttribute(value, displayValueName), transcoder));
+            variable.AddValidValue(ValidValue(text, transcoder, isNumeric),
+                                   transcoder.transcodeTo(BaseTranslator::GetAttribute(value, displayValueName)));
             break;
         case ValueProperty::Missing:
-            variable.AddMissingValue(NumberOrText(TextAt(value, text, transcoder), isNumeric));
+            variable.AddMissingValue(NumberOrText(transcoder.transcodeTo(text), isNumeric));
             break;
         case ValueProperty::Invalid:
-            variable.AddInvalidValue(NumberOrText(TextAt(value, text, transcoder), isNumeric));
+            variable.AddInvalidValue(NumberOrText(transcoder.transcodeTo(text), isNumeric));
             break;
     }
 }

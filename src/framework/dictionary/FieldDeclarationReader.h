@@ -7,6 +7,7 @@
 #include "framework/Export.h"
 #include "framework/Transcoder.h"
 #include "framework/XmlFwd.h"
+#include "framework/dictionary/FieldFaults.h"
 
 namespace nbscore {
 
@@ -18,6 +19,11 @@ namespace nbscore {
 /// numbers without declared values, else categorical. Texts keep every blank.
 std::unique_ptr<BaseDictVar> ReadFieldDeclaration(const xercesc::DOMElement* field, const std::string& name,
                                                   const Transcoder& transcoder);
+
+/// The same of a field that may turn out to be unused: where the declaration is wrong, that is kept instead of thrown,
+/// and the variable has the field's storage type and nothing else.
+std::unique_ptr<BaseDictVar> ReadFieldDeclaration(const xercesc::DOMElement* field, const std::string& name,
+                                                  const Transcoder& transcoder, FieldFaults& faults);
 
 /// Whether a DataField or DerivedField element holds numbers or texts, by the same rule.
 SCOREFRAMEWORK_API ScoreDictVar::StorageType ReadStorageType(const xercesc::DOMElement* field);

@@ -12,13 +12,15 @@ namespace {
 
 ValueInterval::Closure ReadClosure(const xercesc::DOMElement* interval) {
     constexpr XmlName closureName = "closure";
-    const XMLCh* closure = BaseTranslator::GetAttributeForced(interval, closureName);
+    const XMLCh* closure = BaseTranslator::GetAttribute(interval, closureName);
+    if (!closure) throw AttributeLacking(interval, closureName);
     if (BaseTranslator::IsEqual(closure, "openOpen")) return ValueInterval::OpenOpen;
     if (BaseTranslator::IsEqual(closure, "openClosed")) return ValueInterval::OpenClosed;
     if (BaseTranslator::IsEqual(closure, "closedOpen")) return ValueInterval::ClosedOpen;
     if (BaseTranslator::IsEqual(closure, "closedClosed")) return ValueInterval::ClosedClosed;
-    throw RefusalAt(interval, VeskException::InconsistentDocument,
-                    "\"" + ExcerptOf(closure) + "\" is no closure: openOpen, openClosed, closedOpen or closedClosed.");
+    throw VeskException(
+        VeskException::InconsistentDocument,
+        "\"" + ExcerptOf(closure) + "\" is no closure: openOpen, openClosed, closedOpen or closedClosed.");
 }
 
 }  // namespace
@@ -29,10 +31,10 @@ ValueInterval ReadInterval(const xercesc::DOMElement* interval) {
     ValueInterval range;
     range.closure = ReadClosure(interval);
     if (const XMLCh* left = BaseTranslator::GetAttribute(interval, leftMarginName)) {
-        range.leftMargin = DoubleAt(interval, left);
+        range.leftMargin = BaseTranslator::VerifyDouble(left);
     }
     if (const XMLCh* right = BaseTranslator::GetAttribute(interval, rightMarginName)) {
-        range.rightMargin = DoubleAt(interval, right);
+        range.rightMargin = BaseTranslator::VerifyDouble(right);
     }
     return range;
 }

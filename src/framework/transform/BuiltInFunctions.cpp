@@ -1,8 +1,8 @@
 #include "framework/transform/BuiltInFunctions.h"
 
-#include <unordered_map>
 #include <vector>
 
+#include "framework/SeededHash.h"
 #include "framework/transform/functions/Aggregates.h"
 #include "framework/transform/functions/Arithmetic.h"
 #include "framework/transform/functions/Comparison.h"
@@ -51,8 +51,8 @@ std::vector<BuiltInFunction> AllFamilies() {
     return all;
 }
 
-std::unordered_map<std::string_view, const BuiltInFunction*> ByName() {
-    std::unordered_map<std::string_view, const BuiltInFunction*> byName;
+SeededMap<std::string_view, const BuiltInFunction*> ByName() {
+    SeededMap<std::string_view, const BuiltInFunction*> byName;
     for (const BuiltInFunction& function : GetBuiltInFunctions())
         byName.emplace(function.name, &function);
     return byName;

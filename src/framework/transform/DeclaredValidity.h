@@ -1,8 +1,7 @@
 #pragma once
 
-#include <unordered_set>
-
 #include "framework/ScoreDictVar.h"
+#include "framework/SeededHash.h"
 #include "framework/transform/ExpressionValue.h"
 #include "framework/transform/JoinedIntervals.h"
 #include "framework/transform/ValueKind.h"
@@ -22,8 +21,8 @@ public:
 private:
     ValueKind kind;
     bool declaresValidValues;
-    std::unordered_set<ExpressionValue> validValues;
-    std::unordered_set<ExpressionValue> invalidValues;
+    SeededSet<ExpressionValue> validValues;
+    SeededSet<ExpressionValue> invalidValues;
     bool declaresIntervals = false;
     JoinedIntervals intervals;
 };

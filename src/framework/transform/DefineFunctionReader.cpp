@@ -3,10 +3,10 @@
 #include <xercesc/dom/DOMElement.hpp>
 
 #include <string>
-#include <unordered_set>
 #include <utility>
 
 #include "framework/BaseTranslator.h"
+#include "framework/SeededHash.h"
 #include "framework/transform/ElementReading.h"
 #include "framework/transform/ExpressionReader.h"
 #include "framework/xml/Refusal.h"
@@ -38,7 +38,7 @@ std::unique_ptr<UserFunction> ReadFunctionDeclaration(const DOMElement* element,
     auto function = std::make_unique<UserFunction>();
     function->name = NameOf(element, transcoder);
     function->kind = DataTypeOf(element);
-    std::unordered_set<std::string> names;
+    SeededSet<std::string> names;
     for (const DOMElement* child : ChildrenOf(element)) {
         if (!IsParameter(child)) continue;
         function->parameters.push_back({NameOf(child, transcoder), DataTypeOf(child)});

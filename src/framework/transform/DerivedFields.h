@@ -3,11 +3,12 @@
 #include <cstddef>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "framework/BaseDictionary.h"
+#include "framework/Limits.h"
 #include "framework/ScoreDictVar.h"
+#include "framework/SeededHash.h"
 #include "framework/transform/DeclaredValidity.h"
 #include "framework/transform/FunctionTreeImp.h"
 #include "framework/transform/UserFunction.h"
@@ -43,9 +44,11 @@ struct DerivedFields {
     BaseDictionary variables;
     /// In document order.
     std::vector<DerivedField> fields;
-    std::unordered_map<std::string, std::size_t> positionsByName;
+    SeededMap<std::string, std::size_t> positionsByName;
     std::vector<InputField> inputs;
     UserFunctions functions;
+    /// How whoever had the document read ends computing them.
+    Limits limits;
 };
 
 }  // namespace nbscore

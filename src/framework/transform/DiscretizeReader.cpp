@@ -56,7 +56,7 @@ ValueInterval ReadOnlyInterval(const DOMElement* bin) {
             child == children.front() && BaseTranslator::IsEqual(child->getNodeName(), "Interval");
         if (!isFirstInterval) throw UnexpectedChild(child, TagOf(bin));
     }
-    const ValueInterval interval = ReadInterval(children.front());
+    const ValueInterval interval = Placed(children.front(), [&children] { return ReadInterval(children.front()); });
     if (!IsEmpty(interval)) return interval;
     throw RefusalAt(children.front(), VeskException::InvalidContent, "No number lies in this interval.");
 }

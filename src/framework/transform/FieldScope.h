@@ -2,10 +2,10 @@
 
 #include <cstddef>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "framework/ScoreDictionary.h"
+#include "framework/SeededHash.h"
 #include "framework/Transcoder.h"
 #include "framework/XmlFwd.h"
 #include "framework/transform/DerivedFields.h"
@@ -78,7 +78,7 @@ private:
     DerivedFields& derived;
     const ScoreDictionary* dictionary;
     const Transcoder& transcoder;
-    std::unordered_map<std::string, std::size_t> inputPositions;
+    SeededMap<std::string, std::size_t> inputPositions;
     std::size_t field = 0;
     Readings inputs;
     Readings fieldsAlways;
@@ -87,7 +87,7 @@ private:
     int branches = 0;
     /// Null while a derived field's expression is read.
     const UserFunction* function = nullptr;
-    std::unordered_map<std::string, std::size_t> parameterPositions;
+    SeededMap<std::string, std::size_t> parameterPositions;
     WrittenCost cost;
     PatternStore patterns;
 };

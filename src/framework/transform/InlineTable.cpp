@@ -5,10 +5,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
-#include <unordered_map>
 
 #include "framework/BaseTranslator.h"
+#include "framework/SeededHash.h"
 #include "framework/transform/ElementReading.h"
+#include "framework/xml/PmmlPrefix.h"
 #include "framework/xml/Refusal.h"
 #include "framework/xml/Utf8.h"
 
@@ -17,13 +18,8 @@ namespace {
 
 using xercesc::DOMElement;
 
-std::string WithoutPrefix(const std::string& name) {
-    const std::size_t colon = name.find(':');
-    return colon == std::string::npos ? name : name.substr(colon + 1);
-}
-
 std::string LocalNameOf(const DOMElement* element) {
-    return WithoutPrefix(Utf8Of(element->getNodeName()));
+    return Utf8Of(WithoutPrefix(element->getNodeName()));
 }
 
 /// Columns by name. Several may be asked for under one name: each gets the cell.
@@ -31,7 +27,7 @@ class Columns {
 public:
     explicit Columns(const std::vector<std::string>& names) : count(names.size()) {
         for (std::size_t i = 0; i < names.size(); ++i)
-            positions[WithoutPrefix(names[i])].push_back(i);
+            positions[std::string(WithoutPrefix(std::string_view(names[i])))].push_back(i);
     }
 
     InlineRow Read(const DOMElement* rowElement) const {
@@ -60,19 +56,18 @@ private:
     }
 
     std::size_t count;
-    std::unordered_map<std::string, std::vector<std::size_t>> positions;
+    SeededMap<std::string, std::vector<std::size_t>> positions;
 };
 
 }  // namespace
 
-std::vector<InlineRow> ReadInlineTable(const DOMElement* table, const std::vector<std::string>& columns) {
+void ForEachRow(const DOMElement* table, const std::vector<std::string>& columns,
+                const std::function<void(const InlineRow& row)>& onRow) {
     const Columns askedColumns(columns);
-    std::vector<InlineRow> rows;
     for (const DOMElement* child : ChildrenOf(table)) {
         if (LocalNameOf(child) != "row") throw UnexpectedChild(child, TagOf(table));
-        rows.push_back(askedColumns.Read(child));
+        onRow(askedColumns.Read(child));
     }
-    return rows;
 }
 
 const DOMElement* TableAmong(const std::vector<const DOMElement*>& children, const DOMElement* element) {

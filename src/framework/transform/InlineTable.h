@@ -2,6 +2,7 @@
 
 #include <xercesc/util/XercesDefs.hpp>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,12 +17,14 @@ struct InlineRow {
     std::vector<const xercesc::DOMElement*> cells;
 };
 
-/// The rows of an InlineTable, in order. A cell is an element with the name of its column, with or without a namespace
-/// prefix before either; cells of other columns are passed over. Takes time proportional to the table.
+/// Hands the rows of an InlineTable on, in order, one after the other: all at once they could take room for far more
+/// cells than the table has. A cell is an element with the name of its column, with or without a namespace prefix before
+/// either; cells of other columns are passed over.
 ///
 /// Throws VeskException 1 for a child that is no row and for an element inside a cell that was asked for, 12 for a row
 /// with two cells of one asked column.
-std::vector<InlineRow> ReadInlineTable(const xercesc::DOMElement* table, const std::vector<std::string>& columns);
+void ForEachRow(const xercesc::DOMElement* table, const std::vector<std::string>& columns,
+                const std::function<void(const InlineRow& row)>& onRow);
 
 /// The one table of an element: its InlineTable. Throws VeskException 11 for a TableLocator, 1 for no table.
 /// @param children the element's, without Extension elements.

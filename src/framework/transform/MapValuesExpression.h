@@ -1,9 +1,9 @@
 #pragma once
 
 #include <string>
-#include <unordered_map>
 #include <vector>
 
+#include "framework/SeededHash.h"
 #include "framework/transform/Expression.h"
 #include "framework/transform/TableKey.h"
 
@@ -12,7 +12,7 @@ namespace nbscore {
 /// `MapValues`: the row of a table in which certain columns hold what certain fields hold.
 class MapValuesExpression : public Expression {
 public:
-    using Rows = std::unordered_map<std::string, ExpressionValue>;
+    using Rows = SeededMap<std::string, ExpressionValue>;
 
     struct Outcomes {
         /// When any of the fields is missing.

@@ -5,11 +5,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <string>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
 #include "framework/BaseTranslator.h"
+#include "framework/SeededHash.h"
 #include "framework/transform/ElementReading.h"
 #include "framework/transform/FieldInput.h"
 #include "framework/transform/InlineTable.h"
@@ -54,7 +54,7 @@ private:
     }
 
     void ReadPairs(const std::vector<const DOMElement*>& children) {
-        std::unordered_set<std::string> names;
+        SeededSet<std::string> names;
         for (const DOMElement* child : children) {
             if (!IsPair(child)) continue;
             ReadPair(child);
@@ -80,17 +80,15 @@ private:
     }
 
     void ReadRows(const DOMElement* table) {
-        const std::vector<InlineRow> rows = ReadInlineTable(table, columns);
-        results.reserve(rows.size());
-        bool hasOutput = rows.empty();
-        for (const InlineRow& row : rows) {
+        bool hasOutput = false;
+        ForEachRow(table, columns, [&](const InlineRow& row) {
             const DOMElement* output = row.cells.back();
             hasOutput = hasOutput || output != nullptr;
-            if (results.try_emplace(KeyOf(row), ResultOf(output)).second) continue;
+            if (results.try_emplace(KeyOf(row), ResultOf(output)).second) return;
             throw RefusalAt(row.element, VeskException::InconsistentDocument,
                             "An earlier row has the same keys as this one.");
-        }
-        if (hasOutput) return;
+        });
+        if (hasOutput || results.empty()) return;
         throw RefusalAt(element, VeskException::InvalidContent,
                         "No row has a cell for the output column \"" +
                             ExcerptOf(BaseTranslator::GetAttribute(element, outputColumnName)) + "\".");

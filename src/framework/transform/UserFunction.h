@@ -3,9 +3,9 @@
 #include <cstddef>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
+#include "framework/SeededHash.h"
 #include "framework/transform/Expression.h"
 #include "framework/transform/ValueKind.h"
 
@@ -30,7 +30,7 @@ struct UserFunction {
 struct UserFunctions {
     /// In document order.
     std::vector<std::unique_ptr<UserFunction>> functions;
-    std::unordered_map<std::string, std::size_t> positionsByName;
+    SeededMap<std::string, std::size_t> positionsByName;
 };
 
 }  // namespace nbscore

@@ -9,6 +9,7 @@
 
 #include "framework/BaseTranslator.h"
 #include "framework/xml/DocumentOrder.h"
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/XmlName.h"
 
 namespace nbscore {
@@ -18,8 +19,6 @@ using xercesc::DOMElement;
 using xercesc::DOMNode;
 using xercesc::XMLString;
 using XmlText = std::basic_string<XMLCh>;
-
-constexpr XMLCh colon = 0x3A;
 
 constexpr XmlName pmmlNamespace{"http://www.dmg.org/PMML-"};
 
@@ -44,10 +43,9 @@ const DOMNode* NextBehind(const DOMNode* node) {
 
 /// The root's prefix with its colon; empty when it has none or binds it to something else than PMML.
 XmlText FindPrefix(const DOMElement& root) {
-    const XmlText name = root.getNodeName();
-    const std::size_t end = name.find(colon);
-    if (end == XmlText::npos) return XmlText();
-    const XmlText prefix = name.substr(0, end + 1);
+    const XMLCh* const name = root.getNodeName();
+    const XmlText prefix(name, WithoutPrefix(name));
+    if (prefix.empty()) return prefix;
     const XMLCh* boundTo = BaseTranslator::GetAttribute(&root, DeclarationOf(prefix).c_str());
     const bool isPmml = boundTo != nullptr && XMLString::startsWith(boundTo, pmmlNamespace);
     return isPmml ? prefix : XmlText();
@@ -62,7 +60,9 @@ void DropPmmlPrefix(xercesc::DOMDocument& document) {
     const XmlText declaration = DeclarationOf(prefix);
     const DOMNode* behindForeign = nullptr;
     bool inForeign = false;
+    const DocumentWatch watch(document);
     for (const DOMNode* node = root; node != nullptr; node = NextInDocumentOrder(node)) {
+        watch.Step();
         if (inForeign && node == behindForeign) inForeign = false;
         if (inForeign || node->getNodeType() != DOMNode::ELEMENT_NODE) continue;
         if (BindsToOther(*static_cast<const DOMElement*>(node), declaration)) {

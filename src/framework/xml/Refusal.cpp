@@ -8,8 +8,10 @@
 
 #include "framework/BaseTranslator.h"
 #include "framework/xml/DocumentOrder.h"
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/ElementPaths.h"
 #include "framework/xml/ElementPlaces.h"
+#include "framework/xml/Utf8.h"
 
 namespace nbscore {
 namespace {
@@ -37,22 +39,13 @@ const xercesc::DOMElement* ElementOf(const DOMNode* node) {
 /// How many elements stand before this one in the document; nothing when it does not hang in the document.
 std::optional<std::size_t> OrdinalOf(const DOMNode* element, const xercesc::DOMDocument* document) {
     std::size_t ordinal = 0;
+    const DocumentWatch watch(*document);
     for (const DOMNode* node = document; node; node = NextInDocumentOrder(node)) {
+        watch.Step();
         if (node == element) return ordinal;
         if (IsElement(node)) ++ordinal;
     }
     return std::nullopt;
-}
-
-/// Runs a conversion that knows no place and gives its complaint one.
-template <typename Conversion>
-auto Placed(const DOMNode* node, const Conversion& conversion) {
-    try {
-        return conversion();
-    } catch (VeskException& refusal) {
-        refusal.SetPlace(PlaceOf(node));
-        throw;
-    }
 }
 
 }  // namespace
@@ -77,6 +70,16 @@ VeskException RefusalAt(const xercesc::DOMNode* node, VeskException::ExceptionCo
     VeskException refusal(code, message);
     refusal.SetPlace(PlaceOf(node));
     return refusal;
+}
+
+std::string NameForMessage(const DOMNode* node) {
+    if (!node || node->getNodeType() == DOMNode::DOCUMENT_NODE) return "The document";
+    return "<" + ExcerptOf(node->getNodeName()) + ">";
+}
+
+VeskException AttributeLacking(const xercesc::DOMElement* element, const XMLCh* name) {
+    return {VeskException::MissingAttribute,
+            NameForMessage(element) + " has no attribute \"" + ExcerptOf(name) + "\"."};
 }
 
 double RequiredDouble(const xercesc::DOMElement* element, const XMLCh* name) {

@@ -18,6 +18,23 @@ SCOREFRAMEWORK_API DocumentPlace PlaceOf(const xercesc::DOMNode* node);
 SCOREFRAMEWORK_API VeskException RefusalAt(const xercesc::DOMNode* node, VeskException::ExceptionCode code,
                                            const std::string& message);
 
+/// How messages speak of an element, or of the document where that is null.
+std::string NameForMessage(const xercesc::DOMNode* node);
+
+/// The exception for a required attribute that is not there, without a place.
+VeskException AttributeLacking(const xercesc::DOMElement* element, const XMLCh* name);
+
+/// Does something that knows no place, and gives its complaint the node's.
+template <typename Work>
+auto Placed(const xercesc::DOMNode* node, const Work& work) {
+    try {
+        return work();
+    } catch (VeskException& refusal) {
+        refusal.SetPlace(PlaceOf(node));
+        throw;
+    }
+}
+
 /// A required attribute as a number; throws VeskException 2 or 9 with the element's place.
 SCOREFRAMEWORK_API double RequiredDouble(const xercesc::DOMElement* element, const XMLCh* name);
 /// Any text of an element (an attribute's, mostly) as a number; throws VeskException 9 with the element's place.

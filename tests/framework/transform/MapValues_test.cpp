@@ -138,6 +138,10 @@ TEST(MapValues, FindsItsCells_WithAndWithoutNamespacePrefix) {
         "<data:row xmlns:data='urn:d'><k>b</k><o>2</o></data:row></InlineTable></MapValues>";
     EXPECT_EQ(Given(prefixed, Case(1, "a")), "text 1");
     EXPECT_EQ(Given(prefixed, Case(1, "b")), "text 2");
+    const std::string ofTwoColons =
+        "<MapValues outputColumn='o'><FieldColumnPair field='s' column='d:e:k'/><InlineTable><row><k>b</k>"
+        "<f:e:k>a</f:e:k><o>1</o></row></InlineTable></MapValues>";
+    EXPECT_EQ(Given(ofTwoColons, Case(1, "a")), "text 1") << "a prefix ends at the first colon";
 }
 
 TEST(MapValues, MayGiveAKeyColumnAndUseAFieldTwice) {

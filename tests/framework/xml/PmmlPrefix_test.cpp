@@ -3,6 +3,7 @@
 #include <xercesc/dom/DOMNodeList.hpp>
 
 #include "framework/xml/DocumentProbe.h"
+#include "framework/xml/PmmlPrefix.h"
 #include "framework/xml/Refusal.h"
 #include "framework/xml/Utf8.h"
 #include "framework/xml/XmlName.h"
@@ -18,6 +19,18 @@ std::string NamesIn(const std::string& text) {
             names += (i == 0 ? "" : " ") + nbscore::Utf8Of(all->item(i)->getNodeName());
     });
     return names;
+}
+
+TEST(PmmlPrefix, EndsAtTheFirstColon) {
+    using nbscore::WithoutPrefix;
+    EXPECT_EQ(WithoutPrefix(std::string_view("row")), "row");
+    EXPECT_EQ(WithoutPrefix(std::string_view("d:row")), "row");
+    EXPECT_EQ(WithoutPrefix(std::string_view("d:e:row")), "e:row");
+    EXPECT_EQ(WithoutPrefix(std::string_view(":row")), "row");
+    EXPECT_EQ(WithoutPrefix(std::string_view("d:")), "");
+    EXPECT_EQ(WithoutPrefix(std::string_view("")), "");
+    constexpr nbscore::XmlName name{"d:e:row"};
+    EXPECT_EQ(nbscore::Utf8Of(WithoutPrefix(static_cast<const XMLCh*>(name))), "e:row");
 }
 
 TEST(PmmlPrefix, IsDropped_WhenTheRootBindsItToPmml) {

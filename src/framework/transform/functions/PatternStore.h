@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <memory>
 #include <string>
-#include <unordered_map>
 
+#include "framework/SeededHash.h"
 #include "framework/XmlFwd.h"
 #include "framework/transform/functions/RegularExpression.h"
 
@@ -20,7 +20,7 @@ public:
     std::shared_ptr<const RegularExpression> Compile(const std::string& pattern, const xercesc::DOMElement* element);
 
 private:
-    std::unordered_map<std::string, std::shared_ptr<const RegularExpression>> compiled;
+    SeededMap<std::string, std::shared_ptr<const RegularExpression>> compiled;
     std::size_t length = 0;
     std::size_t memory = 0;
 };

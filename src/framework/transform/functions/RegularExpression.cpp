@@ -1,5 +1,9 @@
 #include "framework/transform/functions/RegularExpression.h"
 
+#include <re2/re2.h>
+
+#include <algorithm>
+#include <array>
 #include <vector>
 
 #include "framework/transform/ValueReading.h"
@@ -29,10 +33,25 @@ double RegularExpression::CompilationCost(std::string_view pattern) {
 }
 
 RegularExpression::RegularExpression(std::string_view pattern, std::size_t memory)
-    : compiled(PieceOf(pattern), OptionsFor(memory)), looksNoFurtherThanItsMatch(LooksNoFurtherThanItsMatch(pattern)) {}
+    : compiled(std::make_unique<const RE2>(PieceOf(pattern), OptionsFor(memory))),
+      looksNoFurtherThanItsMatch(LooksNoFurtherThanItsMatch(pattern)) {}
+
+RegularExpression::~RegularExpression() = default;
+
+bool RegularExpression::IsUsable() const {
+    return compiled->ok();
+}
+
+const std::string& RegularExpression::Fault() const {
+    return compiled->error();
+}
 
 bool RegularExpression::HasGroup(std::size_t number) const {
-    return number <= static_cast<std::size_t>(compiled.NumberOfCapturingGroups());
+    return number <= static_cast<std::size_t>(compiled->NumberOfCapturingGroups());
+}
+
+std::size_t RegularExpression::Size() const {
+    return static_cast<std::size_t>(compiled->ProgramSize());
 }
 
 // At worst, a search takes a step for each instruction at each byte that it sees.
@@ -43,10 +62,14 @@ bool RegularExpression::Spend(std::size_t bytes, WorkBudget& budget) const {
 // What a search sees is all the text up to its end, unless the pattern is known to decide earlier. Then it is charged
 // when it is over, so that many short searches through one long text cost no more than the text.
 RegularExpression::Search RegularExpression::Find(std::string_view text, std::size_t begin, std::size_t end,
-                                                  std::span<re2::StringPiece> groups, WorkBudget& budget) const {
+                                                  std::span<std::string_view> groups, WorkBudget& budget) const {
     if (!looksNoFurtherThanItsMatch && !Spend(end - begin, budget)) return Search::BudgetIsSpent;
+    std::array<re2::StringPiece, Replacement::greatestGroup + 1> pieces;
+    const std::size_t size = std::min(groups.size(), pieces.size());
     const bool isFound =
-        compiled.Match(PieceOf(text), begin, end, RE2::UNANCHORED, groups.data(), static_cast<int>(groups.size()));
+        compiled->Match(PieceOf(text), begin, end, RE2::UNANCHORED, pieces.data(), static_cast<int>(size));
+    for (std::size_t i = 0; i < size; ++i)
+        groups[i] = {pieces[i].data(), pieces[i].size()};
     if (looksNoFurtherThanItsMatch) {
         std::size_t seen = end - begin;
         if (isFound && !groups.empty()) {
@@ -65,7 +88,7 @@ std::optional<bool> RegularExpression::Matches(std::string_view text, WorkBudget
 std::optional<std::string> RegularExpression::ReplacedAll(std::string_view text, const Replacement& replacement,
                                                           WorkBudget& budget) const {
     std::string replaced;
-    std::vector<re2::StringPiece> groups(replacement.GreatestGroup() + 1);
+    std::vector<std::string_view> groups(replacement.GreatestGroup() + 1);
     std::size_t position = 0;
     bool isBehindMatch = false;
     while (position <= text.size()) {

@@ -1,8 +1,7 @@
 #pragma once
 
-#include <re2/re2.h>
-
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -10,6 +9,10 @@
 
 #include "framework/transform/WorkBudget.h"
 #include "framework/transform/functions/Replacement.h"
+
+namespace re2 {
+class RE2;
+}
 
 namespace nbscore {
 
@@ -26,19 +29,23 @@ public:
     /// @param memory how many bytes it may take, with what it learns about texts. With too few a pattern is not usable,
     ///     with few it gets slow.
     RegularExpression(std::string_view pattern, std::size_t memory);
+    ~RegularExpression();
 
-    bool IsUsable() const { return compiled.ok(); }
+    RegularExpression(const RegularExpression&) = delete;
+    RegularExpression& operator=(const RegularExpression&) = delete;
+
+    bool IsUsable() const;
     /// Why it is not usable.
-    const std::string& Fault() const { return compiled.error(); }
+    const std::string& Fault() const;
     bool HasGroup(std::size_t number) const;
     /// How many instructions it was compiled to.
-    std::size_t Size() const { return static_cast<std::size_t>(compiled.ProgramSize()); }
+    std::size_t Size() const;
 
     enum class Search { Found, NotFound, BudgetIsSpent };
 
     /// Looks for the first match that begins and ends between the positions of the text.
-    /// @param groups receives what the groups matched, the whole match first; as many as there is room for.
-    Search Find(std::string_view text, std::size_t begin, std::size_t end, std::span<re2::StringPiece> groups,
+    /// @param groups receives what the groups matched, the whole match first; as many as it has room for, at most ten.
+    Search Find(std::string_view text, std::size_t begin, std::size_t end, std::span<std::string_view> groups,
                 WorkBudget& budget) const;
 
     /// Whether it matches anywhere in the text. Nothing when the budget does not suffice.
@@ -52,7 +59,7 @@ public:
 private:
     bool Spend(std::size_t bytes, WorkBudget& budget) const;
 
-    RE2 compiled;
+    std::unique_ptr<const re2::RE2> compiled;
     bool looksNoFurtherThanItsMatch;
 };
 

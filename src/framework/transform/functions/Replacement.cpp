@@ -35,13 +35,10 @@ std::size_t Replacement::GreatestGroup() const {
     return greatest;
 }
 
-void Replacement::AppendTo(std::string& text, std::span<const re2::StringPiece> groups) const {
+void Replacement::AppendTo(std::string& text, std::span<const std::string_view> groups) const {
     for (const Piece& piece : pieces) {
         text += piece.literal;
-        // A group that took no part in the match holds no text at all.
-        if (piece.group != noGroup && !groups[piece.group].empty()) {
-            text.append(groups[piece.group].data(), groups[piece.group].size());
-        }
+        if (piece.group != noGroup) text += groups[piece.group];
     }
 }
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <re2/stringpiece.h>
-
 #include <cstddef>
 #include <span>
 #include <string>
@@ -15,6 +13,9 @@ namespace nbscore {
 /// character; a dollar sign before no digit stands for itself.
 class Replacement {
 public:
+    /// One digit is all that stands for a group.
+    static constexpr std::size_t greatestGroup = 9;
+
     explicit Replacement(std::string_view text);
 
     /// The greatest number of a group that it refers to.
@@ -24,7 +25,7 @@ public:
     std::size_t CountPieces() const { return pieces.size(); }
 
     /// @param groups the whole match, then its groups; at least GreatestGroup() of them.
-    void AppendTo(std::string& text, std::span<const re2::StringPiece> groups) const;
+    void AppendTo(std::string& text, std::span<const std::string_view> groups) const;
 
 private:
     struct Piece {
@@ -32,7 +33,7 @@ private:
         /// What follows the literal; noGroup for nothing.
         std::size_t group;
     };
-    static constexpr std::size_t noGroup = 10;
+    static constexpr std::size_t noGroup = greatestGroup + 1;
 
     std::vector<Piece> pieces;
 };

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
+#include "framework/SeededHash.h"
 #include "framework/transform/WorkBudget.h"
 #include "framework/transform/text/TextRules.h"
 
@@ -40,7 +40,7 @@ private:
 
     Words words;
     std::vector<std::size_t> numbers;
-    std::unordered_map<std::u32string, std::size_t> numbersByWord;
+    SeededMap<std::u32string, std::size_t> numbersByWord;
 };
 
 /// A place where a term stands.

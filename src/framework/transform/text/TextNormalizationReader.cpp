@@ -1,5 +1,6 @@
 #include "framework/transform/text/TextNormalizationReader.h"
 
+#include <re2/re2.h>
 #include <xercesc/dom/DOMElement.hpp>
 
 #include <memory>
@@ -45,8 +46,7 @@ public:
         for (const DOMElement* child : children)
             if (child != table) throw UnexpectedChild(child, TagOf(element));
         std::vector<TextNormalization::Row> rows;
-        for (const InlineRow& row : ReadInlineTable(table, columns))
-            rows.push_back(ReadRow(row));
+        ForEachRow(table, columns, [&](const InlineRow& row) { rows.push_back(ReadRow(row)); });
         return {rules, std::move(rows), FlagAttribute(element, recursiveName).value_or(false)};
     }
 

@@ -29,7 +29,7 @@ public:
         while (position < text.size()) {
             const std::size_t windowEnd = std::min(position + windowSize, text.size());
             const bool isLastWindow = windowEnd == text.size();
-            re2::StringPiece match;
+            std::string_view match;
             const Search search = separator.Find(text, position, windowEnd, {&match, 1}, budget);
             if (search == Search::BudgetIsSpent) return search;
             if (search == Search::NotFound) {

@@ -1,0 +1,164 @@
+/// How the time that things take grows with documents and tables that have more and more of something: from one size to
+/// one twice as large it should double. Fails where it grows by a higher power than 1.2 of the size.
+///
+/// `growth_benchmark [WORD...]` measures those whose names hold one of the words; without words all.
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <exception>
+#include <map>
+#include <sstream>
+#include <stdexcept>
+
+#include "common/ProcessRun.h"
+#include "growth/GrowingDocuments.h"
+#include "growth/Verbs.h"
+
+namespace nbscore::bench {
+namespace {
+
+constexpr double greatestExponent = 1.2;
+/// Times below say more about the clock and about what is done once.
+constexpr double leastSeconds = 0.02;
+/// A size that takes longer than this in all is the last one.
+constexpr double enoughSeconds = 4;
+/// What grows too fast by chance does not do so each time.
+constexpr int attempts = 3;
+/// The last sizes that the power is fitted to.
+constexpr std::size_t fittedSizes = 4;
+constexpr int doublings = 6;
+
+/// The least time of a verb by size.
+using Curve = std::map<std::size_t, double>;
+using Curves = std::map<std::string, Curve>;
+
+class FolderOnDisk {
+public:
+    FolderOnDisk() : path(std::filesystem::temp_directory_path() / ("growth_benchmark_" + std::to_string(getpid()))) {
+        std::filesystem::create_directory(path);
+    }
+    ~FolderOnDisk() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path, ignored);
+    }
+    FolderOnDisk(const FolderOnDisk&) = delete;
+    FolderOnDisk& operator=(const FolderOnDisk&) = delete;
+
+    std::filesystem::path GetDocument() const { return path / "model.pmml"; }
+    std::filesystem::path GetTable() const { return path / "cases.csv"; }
+
+private:
+    std::filesystem::path path;
+};
+
+/// Each size in a process of its own, so that what one leaves behind does not help or hinder the next.
+std::vector<VerbTime> TimeInProcess(const FolderOnDisk& folder) {
+    std::istringstream told(
+        RunProcess({GetOwnProgram(), "--time", folder.GetDocument().string(), folder.GetTable().string()}).output);
+    std::vector<VerbTime> times;
+    for (VerbTime time; told >> time.seconds && std::getline(told >> std::ws, time.verb);)
+        times.push_back(time);
+    return times;
+}
+
+void Measure(const GrowingDocument& growing, const FolderOnDisk& folder, Curves& curves) {
+    for (int halvings = doublings; halvings >= 0; --halvings) {
+        const std::size_t size = growing.most >> halvings;
+        growing.write(size, folder.GetDocument(), folder.GetTable());
+        double all = 0;
+        for (const auto& [verb, seconds] : TimeInProcess(folder)) {
+            const auto [least, isNew] = curves[verb].try_emplace(size, seconds);
+            least->second = std::min(least->second, seconds);
+            all += seconds;
+        }
+        if (all > enoughSeconds) return;
+    }
+}
+
+/// The power of the size that the last times grow by, by least squares of their logarithms; 0 where they are too short
+/// or too few to tell.
+double ExponentOf(const Curve& curve) {
+    std::vector<std::pair<double, double>> points;
+    for (auto point = curve.rbegin(); point != curve.rend() && points.size() < fittedSizes; ++point) {
+        if (point->second < leastSeconds) break;
+        points.emplace_back(std::log(static_cast<double>(point->first)), std::log(point->second));
+    }
+    if (points.size() < 2) return 0;
+    double meanX = 0;
+    double meanY = 0;
+    for (const auto& [x, y] : points) {
+        meanX += x / static_cast<double>(points.size());
+        meanY += y / static_cast<double>(points.size());
+    }
+    double covariance = 0;
+    double variance = 0;
+    for (const auto& [x, y] : points) {
+        covariance += (x - meanX) * (y - meanY);
+        variance += (x - meanX) * (x - meanX);
+    }
+    return covariance / variance;
+}
+
+bool GrowsTooFast(const Curves& curves) {
+    return std::ranges::any_of(curves, [](const auto& curve) { return ExponentOf(curve.second) > greatestExponent; });
+}
+
+/// Whether nothing grew too fast.
+bool MeasureAndPrint(const GrowingDocument& growing, const FolderOnDisk& folder) {
+    Curves curves;
+    for (int attempt = 0; attempt < attempts && (attempt == 0 || GrowsTooFast(curves)); ++attempt)
+        Measure(growing, folder, curves);
+    for (const auto& [verb, curve] : curves) {
+        const double exponent = ExponentOf(curve);
+        if (exponent == 0) continue;
+        const auto& [size, seconds] = *curve.rbegin();
+        std::printf("%-42s %-12s %9zu %8.2f s %6.2f%s\n", growing.name.c_str(), verb.c_str(), size, seconds, exponent,
+                    exponent > greatestExponent ? "  too fast" : "");
+    }
+    std::fflush(stdout);
+    return !GrowsTooFast(curves);
+}
+
+int RunAll(const std::vector<std::string>& words) {
+    const FolderOnDisk folder;
+    bool isFine = true;
+    std::printf("%-42s %-12s %9s %10s %6s\n", "what there is more and more of", "what takes", "at most", "time",
+                "power");
+    for (const GrowingDocument& growing : GetGrowingDocuments()) {
+        const bool isWanted = words.empty() || std::ranges::any_of(words, [&growing](const std::string& word) {
+                                  return growing.name.find(word) != std::string::npos;
+                              });
+        if (!isWanted) continue;
+        try {
+            isFine = MeasureAndPrint(growing, folder) && isFine;
+        } catch (const std::exception& fault) {
+            std::printf("%-42s %s\n", growing.name.c_str(), fault.what());
+            isFine = false;
+        }
+    }
+    return isFine ? 0 : 1;
+}
+
+int Run(const std::vector<std::string>& arguments) {
+    if (arguments.size() == 3 && arguments.front() == "--time") {
+        for (const auto& [verb, seconds] : TimeVerbs(arguments[1], arguments[2]))
+            std::printf("%.6f %s\n", seconds, verb.c_str());
+        return 0;
+    }
+    return RunAll(arguments);
+}
+
+}  // namespace
+}  // namespace nbscore::bench
+
+int main(int count, char** arguments) {
+    try {
+        return nbscore::bench::Run({arguments + 1, arguments + count});
+    } catch (const std::exception& fault) {
+        std::fprintf(stderr, "growth_benchmark: %s\n", fault.what());
+        return 1;
+    }
+}

@@ -1,0 +1,130 @@
+// What the command says of documents whose answers would be far from what they mean, and what the plug-in says beside a
+// refusal.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/CommandTest.h"
+
+namespace nbscore::test {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+/// The document of fruits, whose input weight stands in an Extension.
+std::string WithInputInExtension() {
+    const std::string text =
+        Replace(fruitDocument, "<BayesInput fieldName=\"weight\">", "<Extension><BayesInput fieldName=\"weight\">");
+    return Replace(text, "</BayesInputs>", "</Extension></BayesInputs>");
+}
+
+const std::string leftOut =
+    "1 input stands in <Extension> and is not read: \"weight\". Answers rest on the input \"colour\" alone.";
+
+class DocumentWarnings : public CommandTest {
+protected:
+    void WriteModel(const std::string& text) const { folder.Write("model.pmml", text); }
+    nlohmann::json CheckAsJson(const std::vector<std::string>& options) const {
+        std::vector<std::string> arguments = {"check", "model.pmml", "--format", "json"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return nlohmann::json::parse(Run(arguments).out).at("documents").at(0);
+    }
+};
+
+TEST_F(DocumentWarnings, AreGivenByEveryVerbThatReadsTheModel_EvenUnderQuiet) {
+    WriteModel(WithInputInExtension());
+    const std::string warning = "warning: model.pmml:36:18: " + leftOut + "\n";
+    const CommandResult scored = Run({"score", "model.pmml", "cases.csv"});
+    EXPECT_EQ(scored.exitStatus, 0);
+    EXPECT_EQ(scored.err, warning);
+    EXPECT_EQ(Run({"score", "model.pmml", "cases.csv", "--quiet"}).err, warning);
+    EXPECT_EQ(Run({"display", "model.pmml"}).err, warning);
+    EXPECT_THAT(Run({"verify", "model.pmml"}).err, StartsWith(warning));
+}
+
+TEST_F(DocumentWarnings, StandBeforeTheRemarksOfACheck_WhichDoesNotCallTheDocumentSoundAlone) {
+    WriteModel(Replace(WithInputInExtension(), "<DataDictionary>", "<DataDictionary numberOfFields=\"7\">"));
+    const CommandResult result = Run({"check", "model.pmml"});
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_THAT(result.out, StartsWith("model.pmml: single classifier, sound but for a warning\n"));
+    EXPECT_THAT(result.out, HasSubstr("model.pmml:36:18: warning: " + leftOut +
+                                      "\n  at /PMML/NaiveBayesModel[1]/BayesInputs[1]/Extension[1]/BayesInput[1]\n"
+                                      "  do: Do not use the scores until "));
+    const auto check = CheckAsJson({});
+    EXPECT_EQ(check.at("sound"), true);
+    EXPECT_EQ(check.at("problems").at(0).at("severity"), "warning");
+    EXPECT_EQ(check.at("problems").at(0).at("message"), leftOut);
+    EXPECT_EQ(check.at("problems").at(1).at("severity"), "remark");
+}
+
+TEST_F(DocumentWarnings, SayThatAnotherThresholdAloneDoesNotHelp) {
+    WriteModel(Replace(WithInputInExtension(), "threshold=\"0.001\"", "threshold=\"0\""));
+    const CommandResult result = Run({"check", "model.pmml"});
+    EXPECT_EQ(result.exitStatus, 3);
+    EXPECT_THAT(result.out, HasSubstr("error 5: Threshold can't be zero!\n  at /PMML/NaiveBayesModel[1]\n"
+                                      "  do: Write a small threshold instead, such as one over the number of training "
+                                      "cases. That alone does not make its answers right: see the warning below.\n"
+                                      "model.pmml:36:18: warning: " +
+                                      leftOut));
+}
+
+TEST_F(DocumentWarnings, AreGivenOfADocumentWithoutAnyInputElsewhere_BesideItsRefusal) {
+    std::string text = fruitDocument;
+    const std::size_t begin = text.find("<BayesInputs>");
+    const std::size_t end = text.find("</BayesInputs>");
+    text = text.substr(0, begin) + "<BayesInputs><Extension>" + text.substr(begin + 13, end - begin - 13) +
+           "</Extension>" + text.substr(end);
+    WriteModel(text);
+    EXPECT_THAT(
+        Run({"check", "model.pmml"}).out,
+        AllOf(HasSubstr("error 1: At least one <BayesInputs>"),
+              HasSubstr("warning: 2 inputs stand in <Extension> and are not read: \"colour\", \"weight\". Answers rest "
+                        "on the counts of BayesOutput alone: they are the same for every case.")));
+}
+
+/// The document of fruits, whose continuous input has no bins, in a schema that a newer producer wrote.
+std::string WithoutBins() {
+    const std::size_t begin = fruitDocument.find("        <DerivedField name=\"weight_bin\"");
+    const std::size_t end = fruitDocument.find("</DerivedField>\n") + 16;
+    return fruitDocument.substr(0, begin) + fruitDocument.substr(end);
+}
+
+const std::string placedNotice = "Element DerivedField not found in ParseDiscretize. The element is PairCounts";
+
+TEST_F(DocumentWarnings, WhatThePluginSaysBesideARefusalIsANote_WithItsPlaceAndNotUnderQuiet) {
+    WriteModel(WithoutBins());
+    const CommandResult scored = Run({"score", "model.pmml", "cases.csv"});
+    EXPECT_EQ(scored.exitStatus, 3);
+    EXPECT_THAT(scored.err, StartsWith("note: model.pmml:37:9: " + placedNotice + "\nmodel.pmml:37:9: error 6: "));
+    EXPECT_THAT(Run({"score", "model.pmml", "cases.csv", "--quiet"}).err, StartsWith("model.pmml:37:9: error 6: "));
+    EXPECT_THAT(Run({"display", "model.pmml"}).err, StartsWith("note: model.pmml:37:9: "));
+}
+
+TEST_F(DocumentWarnings, WhatThePluginSaysBesideARefusalIsARemarkOfACheck_OnceAndNowhereElse) {
+    // The Extension is the original's line 5, and adapting takes it out.
+    WriteModel(Replace(WithoutBins(), "<DataDictionary>", "<DataDictionary><Extension\n/>"));
+    for (const std::vector<std::string>& options : {std::vector<std::string>{}, {"--adapt"}}) {
+        std::vector<std::string> arguments = {"check", "model.pmml"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        EXPECT_EQ(Run(arguments).err, "");
+    }
+    const auto check = CheckAsJson({"--adapt"});
+    ASSERT_EQ(check.at("problems").size(), 2U);
+    EXPECT_EQ(check.at("problems").at(0).at("code"), 6);
+    EXPECT_EQ(check.at("problems").at(1).at("severity"), "remark");
+    EXPECT_EQ(check.at("problems").at(1).at("message"), placedNotice);
+    EXPECT_EQ(check.at("problems").at(1).at("line"), 38);
+    EXPECT_EQ(check.at("problems").at(1).at("column"), 9);
+    EXPECT_THAT(Run({"check", "model.pmml", "--adapt"}).out,
+                HasSubstr("model.pmml:38:9: remark: " + placedNotice + "\n  at /PMML/"));
+    const CommandResult scored = Run({"score", "model.pmml", "cases.csv", "--adapt"});
+    EXPECT_THAT(scored.err, HasSubstr("\nnote: model.pmml:38:9: " + placedNotice + "\nmodel.pmml:38:9: error 6: "));
+    EXPECT_EQ(scored.err.find(placedNotice), scored.err.rfind(placedNotice));
+}
+
+}  // namespace
+}  // namespace nbscore::test

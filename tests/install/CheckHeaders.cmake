@@ -1,0 +1,23 @@
+# cmake -P: the headers installed in FOLDER name the C++ standard library's, the XML library's and one another, and
+# nothing that only the build of the libraries needs. Writes HEADERS_FILE, which includes them all.
+cmake_minimum_required(VERSION 3.25)
+
+file(GLOB_RECURSE headers RELATIVE ${FOLDER} ${FOLDER}/*.h)
+if(NOT "framework/ScoreModel.h" IN_LIST headers)
+    message(FATAL_ERROR "no headers in ${FOLDER}")
+endif()
+set(text "")
+foreach(header IN LISTS headers)
+    file(STRINGS ${FOLDER}/${header} lines REGEX "^ *# *include")
+    foreach(line IN LISTS lines)
+        if(line MATCHES "# *include +\"(.*)\"")
+            if(NOT CMAKE_MATCH_1 IN_LIST headers)
+                message(SEND_ERROR "${header} includes ${CMAKE_MATCH_1}, which is not installed")
+            endif()
+        elseif(NOT line MATCHES "# *include +<([a-z_]+|xercesc/.*)>")
+            message(SEND_ERROR "${header} needs another library: ${line}")
+        endif()
+    endforeach()
+    string(APPEND text "#include <nbscore/${header}>\n")
+endforeach()
+file(WRITE ${HEADERS_FILE} "${text}")

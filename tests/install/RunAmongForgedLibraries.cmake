@@ -1,0 +1,32 @@
+# cmake -P: scores one of the EXAMPLES by COMMAND_FILE, run in a folder of files that are no libraries but have the
+# names of LIBRARIES and of all that these and the command need. It must not notice. READELF tells the names.
+cmake_minimum_required(VERSION 3.25)
+
+file(REMOVE_RECURSE ${WORK_DIR})
+file(MAKE_DIRECTORY ${WORK_DIR})
+foreach(file IN LISTS LIBRARIES)
+    get_filename_component(name ${file} NAME)
+    file(WRITE ${WORK_DIR}/${name} "no library")
+endforeach()
+foreach(file IN LISTS COMMAND_FILE LIBRARIES)
+    execute_process(COMMAND ${READELF} -dW ${file} OUTPUT_VARIABLE dynamic COMMAND_ERROR_IS_FATAL ANY)
+    string(REPLACE "[" "<" dynamic "${dynamic}")  # lists do not part at semicolons between square brackets
+    string(REGEX MATCHALL "Shared library: <[^]\n]*" needed "${dynamic}")
+    foreach(entry IN LISTS needed)
+        string(REGEX REPLACE ".*<" "" name "${entry}")
+        file(WRITE ${WORK_DIR}/${name} "no library")
+    endforeach()
+endforeach()
+file(GLOB forged ${WORK_DIR}/*)
+list(LENGTH forged count)
+if(count LESS 5)
+    message(FATAL_ERROR "found too few names: ${forged}")
+endif()
+
+# A folder that whoever runs the tests wants searched is not what this is about.
+unset(ENV{LD_LIBRARY_PATH})
+execute_process(COMMAND ${COMMAND_FILE} score ${EXAMPLES}/titanic/titanic.pmml ${EXAMPLES}/titanic/people.csv
+    WORKING_DIRECTORY ${WORK_DIR} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+if(NOT status EQUAL 0 OR NOT output MATCHES "Margaret Brown,.*,yes,")
+    message(FATAL_ERROR "ended with ${status}: ${errors}${output}")
+endif()
