@@ -95,12 +95,13 @@ std::unique_ptr<BaseDictVar> ReadFieldDeclaration(const xercesc::DOMElement* fie
 }
 
 std::unique_ptr<BaseDictVar> ReadFieldDeclaration(const xercesc::DOMElement* field, const std::string& name,
-                                                  const Transcoder& transcoder, FieldFaults& faults) {
+                                                  const Transcoder& transcoder,
+                                                  std::optional<FieldFaults::Fault>& fault) {
     DeclarationReader reader(field, transcoder);
     try {
         return reader.Read(name);
-    } catch (const VeskException& fault) {
-        faults.Add(name, reader.GetCurrent(), fault);
+    } catch (const VeskException& refusal) {
+        fault = {reader.GetCurrent(), refusal};
         return std::make_unique<BaseDictVar>(name, ReadStorageType(field), ScoreDictVar::Categorical);
     }
 }
