@@ -12,6 +12,7 @@
 #include "DocumentCases.h"
 #include "MemoryFile.h"
 #include "Require.h"
+#include "framework/BaseTranslator.h"
 #include "framework/VeskException.h"
 #include "host/CheckReport.h"
 #include "host/DocumentCheck.h"
@@ -28,6 +29,13 @@ namespace {
 const std::shared_ptr<PluginLibrary>& Plugin() {
     static const std::shared_ptr<PluginLibrary> plugin = PluginLibrary::Load(NBSCORE_PLUGIN);
     return plugin;
+}
+
+/// Less than what the fuzzer calls a fault, by far: a short document may ask for all that is allowed.
+Limits FuzzLimits() {
+    Limits limits;
+    limits.maxMemory = 300'000'000;
+    return limits;
 }
 
 /// What came of reading a document.
@@ -53,6 +61,7 @@ Outcome OutcomeOf(const Read& read) {
 LoadedModel ReadStream(const std::string& text) {
     std::istringstream stream(text);
     const std::unique_ptr<ScoreTranslator> translator = Plugin()->MakeTranslator();
+    dynamic_cast<BaseTranslator&>(*translator).SetLimits(FuzzLimits());
     return {Plugin(), std::unique_ptr<ScoreModel>(translator->ParseFromTree(stream, "UTF-8"))};
 }
 
@@ -151,11 +160,11 @@ void TryDocument(const std::string& text) {
     const MemoryFile file(text);
     std::optional<SourceDocument> source;
     RequireSame(read, OutcomeOf([&file, &source] {
-                    source.emplace(SourceDocument::Read(file.GetPath()));
+                    source.emplace(SourceDocument::Read(file.GetPath(), FuzzLimits()));
                     return LoadedModel::Read(Plugin(), *source);
                 }),
                 "a document is refused for the same reason however it is read");
-    RequireSoundIf(scorable, CheckDocument(Plugin(), file.GetPath(), false));
+    RequireSoundIf(scorable, CheckDocument(Plugin(), file.GetPath(), false, FuzzLimits()));
     if (scorable) Verify(read.model->Get(), *source);
     if (source) Adapt(*source);
 }

@@ -36,6 +36,17 @@ std::string Input(const std::string& field) {
            "</PairCounts></BayesInput>\n";
 }
 
+/// Of a field that holds numbers.
+std::string BinnedInput(const std::string& field) {
+    return "<BayesInput fieldName=\"" + field +
+           "\"><DerivedField name=\"bin\" optype=\"categorical\" dataType=\"integer\"><Discretize field=\"" + field +
+           "\"><DiscretizeBin binValue=\"0\"><Interval closure=\"openClosed\" rightMargin=\"5\"/></DiscretizeBin>"
+           "<DiscretizeBin binValue=\"1\"><Interval closure=\"openClosed\" leftMargin=\"5\"/></DiscretizeBin>"
+           "</Discretize></DerivedField><PairCounts value=\"0\">" +
+           Counts("1", "4") + "</PairCounts><PairCounts value=\"1\">" + Counts("4", "1") +
+           "</PairCounts></BayesInput>\n";
+}
+
 std::string Field(const std::string& name) {
     return "<DataField name=\"" + name + "\" optype=\"categorical\" dataType=\"string\"/>\n";
 }
@@ -92,15 +103,9 @@ struct Document {
                "<MiningField name=\"colour\"/><MiningField name=\"weight\"/>"
                "<MiningField name=\"y\" usageType=\"predicted\"/>" +
                schema + (derivedInput.empty() ? "" : listing) + "</MiningSchema>" + output + localTransformations +
-               "<BayesInputs>" + Input("colour") + "<BayesInput fieldName=\"" + number +
-               "\"><DerivedField name=\"bin\" optype=\"categorical\" dataType=\"integer\"><Discretize field=\"" +
-               number +
-               "\"><DiscretizeBin binValue=\"0\"><Interval closure=\"openClosed\" rightMargin=\"5\"/></DiscretizeBin>"
-               "<DiscretizeBin binValue=\"1\"><Interval closure=\"openClosed\" leftMargin=\"5\"/></DiscretizeBin>"
-               "</Discretize></DerivedField><PairCounts value=\"0\">" +
-               Counts("1", "4") + "</PairCounts><PairCounts value=\"1\">" + Counts("4", "1") +
-               "</PairCounts></BayesInput>" + inputs + "</BayesInputs><BayesOutput fieldName=\"y\">" +
-               Counts("5", "5") + "</BayesOutput>" + verification + "</NaiveBayesModel>" + otherModels + "</PMML>";
+               "<BayesInputs>" + Input("colour") + BinnedInput(number) + inputs +
+               "</BayesInputs><BayesOutput fieldName=\"y\">" + Counts("5", "5") + "</BayesOutput>" + verification +
+               "</NaiveBayesModel>" + otherModels + "</PMML>";
     }
     std::string Table() const {
         std::string table = "colour,weight" + columns + "\n";
@@ -213,7 +218,7 @@ void AddFields(std::vector<GrowingDocument>& all) {
             document.derivedInput = "d";
         };
         all.push_back(Grow(property + " texts of a field", million, [value, isRead](std::size_t n, Document& document) {
-            document.valuesOfColour = Each(n, value);
+            document.valuesOfColour = "<Value value=\"red\"/>" + Each(n, value);
             isRead(document);
         }));
         all.push_back(
@@ -255,13 +260,7 @@ void AddDerivedFields(std::vector<GrowingDocument>& all) {
         document.schema = "<Extension extender=\"scoring.nbscore\" name=\"DerivedFields\">" +
                           Each(n, [](const std::string& i) { return "<MiningField name=\"d" + i + "\"/>"; }) +
                           "</Extension>";
-        document.inputs = Each(n, [](const std::string& i) {
-            return "<BayesInput fieldName=\"d" + i + "\"><DerivedField name=\"b" + i +
-                   "\" optype=\"categorical\" dataType=\"integer\"><Discretize field=\"d" + i +
-                   "\"><DiscretizeBin binValue=\"0\"><Interval closure=\"openClosed\" rightMargin=\"5\"/>"
-                   "</DiscretizeBin></Discretize></DerivedField><PairCounts value=\"0\">" +
-                   Counts("2", "3") + "</PairCounts></BayesInput>\n";
-        });
+        document.inputs = Each(n, [](const std::string& i) { return BinnedInput("d" + i); });
     }));
     all.push_back(Grow("fields that one derived field reads", million / 4, [](std::size_t n, Document& document) {
         document.fields = Each(n, [](const std::string& i) { return Field("f" + i); });
@@ -276,7 +275,7 @@ void AddDerivedFields(std::vector<GrowingDocument>& all) {
                                         Each(n, [](const std::string& i) { return Derived("d" + i, Ref("weight")); }) +
                                         "</LocalTransformations>";
         document.inputs =
-            Each(std::min<std::size_t>(n, million / 16), [](const std::string& i) { return Input("d" + i); });
+            Each(std::min<std::size_t>(n, million / 16), [](const std::string& i) { return BinnedInput("d" + i); });
     }));
     all.push_back(Grow("functions", million / 4, [](std::size_t n, Document& document) {
         document.derived =
@@ -428,7 +427,7 @@ void AddTheRest(std::vector<GrowingDocument>& all) {
         document.header =
             "<Extension>" + Each(n, [](const std::string& i) { return "<e" + i + "/>\n"; }) + "</Extension>";
     }));
-    all.push_back(Grow("what scoring does not heed", million / 2, [](std::size_t n, Document& document) {
+    all.push_back(Grow("what scoring does not heed", million / 4, [](std::size_t n, Document& document) {
         document.output = "<Output>" +
                           Each(n,
                                [](const std::string& i) {
@@ -436,8 +435,9 @@ void AddTheRest(std::vector<GrowingDocument>& all) {
                                           Ref("weight") + "</OutputField>\n";
                                }) +
                           "</Output>";
-        document.schema = Each(n, [](const std::string&) {
-            return "<MiningField name=\"colour\" missingValueReplacement=\"red\" outliers=\"asIs\"/>\n";
+        document.fields = Each(n, [](const std::string& i) { return Field("f" + i); });
+        document.schema = Each(n, [](const std::string& i) {
+            return "<MiningField name=\"f" + i + "\" usageType=\"supplementary\" missingValueReplacement=\"red\"/>\n";
         });
     }));
     all.push_back(Grow("other models", million / 4, [](std::size_t n, Document& document) {

@@ -53,12 +53,16 @@ CheckCommand::CheckCommand(CLI::App& parent) : Command(parent, "check", descript
 }
 
 ExitStatus CheckCommand::Run(Console& console) {
+    const TimeLimit timeLimit(reading.GetMaxTime());
     const std::shared_ptr<PluginLibrary> plugin = reading.LoadPlugin();
     std::vector<DocumentCheck> checks;
     for (const std::string& document : documents) {
         Interrupts::ThrowIfRequested();
-        checks.push_back(CheckDocument(plugin, PathFromArgument(document), reading.IsAdapting()));
-        if (format == Format::Text) console.results.Write(MakePrintableLines(WriteCheckAsText(checks.back())));
+        checks.push_back(CheckDocument(plugin, PathFromArgument(document), reading.IsAdapting(), reading.GetLimits()));
+        if (format == Format::Text) {
+            console.results.Write(MakePrintableLines(WriteCheckAsText(checks.back())));
+            console.results.Flush();
+        }
     }
     if (format == Format::Json) console.results.Write(WriteChecksAsJson(checks));
     console.results.Commit();

@@ -10,6 +10,7 @@
 #include "cli/OptionText.h"
 #include "cli/ScoreCommand.h"
 #include "cli/VerifyCommand.h"
+#include "framework/Limits.h"
 #include "host/HostError.h"
 
 namespace nbscore {
@@ -80,6 +81,9 @@ int CommandLine::Run(const std::vector<std::string>& arguments, Console& console
 ExitStatus CommandLine::RunChosenCommand(Console& console) {
     try {
         return FindChosenCommand()->Run(console);
+    } catch (const CancelledError&) {
+        Interrupts::ThrowIfRequested();
+        throw;
     } catch (const InputOutputError&) {
         // A signal makes the system call fail that it finds at work: the stop is what happened, not the failure.
         Interrupts::ThrowIfRequested();

@@ -17,7 +17,8 @@ struct Console {
     /// Standard error: errors, warnings, progress.
     std::ostream& messages;
     bool resultsAreTerminal = false;
-    /// The terminal that the messages go to, for a line that is written anew in its place; null where they go elsewhere.
+    /// The terminal that the messages go to, for a line that is written anew in its place; null where they go
+    /// elsewhere.
     std::ostream* messagesTerminal = nullptr;
     Clock now = [] { return std::chrono::steady_clock::now(); };
 };

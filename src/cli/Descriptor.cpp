@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <system_error>
 
 #include "cli/Interrupts.h"
 #include "host/HostError.h"
@@ -13,8 +14,6 @@
 
 #if defined(_WIN32)
 #include <io.h>
-
-#include <system_error>
 #else
 #include <unistd.h>
 #endif
@@ -39,9 +38,11 @@ auto ReadBytes(int number, char* bytes, std::size_t size) {
 #else
 
 int OpenFile(const std::filesystem::path& path) {
+    std::error_code ignored;
+    // Opened in this way, a named pipe does not wait for its writer; reading does, and hears a request to stop.
+    const int nonBlocking = std::filesystem::is_fifo(path, ignored) ? O_NONBLOCK : 0;
     int number = -1;
-    // Opening a named pipe waits for its writer, and a signal ends the wait.
-    while ((number = open(path.c_str(), O_RDONLY | O_CLOEXEC)) < 0 && errno == EINTR)
+    while ((number = open(path.c_str(), O_RDONLY | O_CLOEXEC | nonBlocking)) < 0 && errno == EINTR)
         Interrupts::ThrowIfRequested();
     return number;
 }

@@ -1,5 +1,6 @@
 #include "cli/DisplayCommand.h"
 
+#include "cli/Interrupts.h"
 #include "cli/SinkStream.h"
 
 namespace nbscore {
@@ -29,12 +30,13 @@ DisplayCommand::DisplayCommand(CLI::App& parent) : Command(parent, "display", de
 }
 
 ExitStatus DisplayCommand::Run(Console& console) {
+    const TimeLimit timeLimit(model.GetReading().GetMaxTime());
     const LoadedModel loaded = model.Read(console);
     const OpenedOutput opened = output.Open(console, model.GetDocumentName());
     SinkStream stream(opened.sink);
     loaded.Get().Display(stream);
     stream.flush();
-    opened.sink.Commit();
+    opened.Commit();
     return ExitStatus::Fine;
 }
 

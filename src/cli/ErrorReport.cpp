@@ -45,6 +45,8 @@ int ReportUnguarded(std::ostream& messages, const ErrorContext& context) {
     } catch (const InterruptedError& interrupt) {
         messages << "interrupted\n";
         return GetExitStatusOfSignal(interrupt.GetSignal());
+    } catch (const TimeLimitError& error) {
+        return Report(messages, error.what(), ExitStatus::TimeIsOver);
     } catch (const std::bad_alloc&) {
         return Report(messages, "out of memory", ExitStatus::InputOutputFailed);
     } catch (const std::exception& error) {

@@ -14,6 +14,7 @@ enum class ExitStatus {
     Usage = 2,
     DocumentRefused = 3,
     InputOutputFailed = 4,
+    TimeIsOver = 5,
 };
 
 struct ExitStatusMeaning {

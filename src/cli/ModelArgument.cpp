@@ -44,7 +44,7 @@ void ModelArgument::DeclareReading(CLI::App& app) {
 
 SourceDocument ModelArgument::Parse(Console& console, bool quiet) const {
     try {
-        SourceDocument source = SourceDocument::Read(document);
+        SourceDocument source = SourceDocument::Read(document, reading.GetLimits());
         if (reading.IsAdapting()) {
             for (const Adaptation& adaptation : source.Adapt()) {
                 if (!quiet) Tell(console, document, adaptation);

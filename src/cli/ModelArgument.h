@@ -27,6 +27,7 @@ public:
     /// Both in one.
     LoadedModel Read(Console& console, bool quiet = false) const;
     const std::string& GetDocumentName() const { return document; }
+    const ReadingArgument& GetReading() const { return reading; }
 
 private:
     std::string document;

@@ -1,6 +1,7 @@
 #include "cli/OutputArgument.h"
 
 #include <system_error>
+#include <utility>
 
 #include "cli/ArgumentPath.h"
 #include "cli/InterruptibleWriting.h"
@@ -17,19 +18,28 @@ void OutputArgument::Declare(CLI::App& app) {
 }
 
 OpenedOutput OutputArgument::Open(Console& console, const std::string& modelDocument) const {
-    if (destination == "-") return {nullptr, nullptr, console.results, console.resultsAreTerminal};
+    auto unfinished = std::make_unique<UnfinishedOutput>();
+    if (destination == "-") {
+        return {std::move(unfinished), nullptr, nullptr, console.results, console.resultsAreTerminal};
+    }
     std::error_code absent;
     if (std::filesystem::equivalent(PathFromArgument(destination), PathFromArgument(modelDocument), absent)) {
         throw CLI::ValidationError("--output", "'" + destination + "' is the model's own document");
     }
     auto file = std::make_unique<OutputFile>(PathFromArgument(destination), InterruptibleWriting());
+    UnfinishedOutput::SetTemporaryFile(file->GetTemporaryPath());
     if (!file->IsTerminal()) {
         OutputSink& sink = *file;
-        return {std::move(file), nullptr, sink};
+        return {std::move(unfinished), std::move(file), nullptr, sink};
     }
     auto shown = std::make_unique<TerminalSink>(*file);
     OutputSink& sink = *shown;
-    return {std::move(file), std::move(shown), sink, true};
+    return {std::move(unfinished), std::move(file), std::move(shown), sink, true};
+}
+
+void OpenedOutput::Commit() const {
+    sink.Commit();
+    UnfinishedOutput::NoteCommitted();
 }
 
 }  // namespace nbscore

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "cli/Console.h"
+#include "cli/Interrupts.h"
 #include "cli/TerminalText.h"
 #include "host/OutputFile.h"
 
@@ -12,10 +13,14 @@ namespace nbscore {
 
 /// A run's output: a file, which appears when it is committed, or standard output.
 struct OpenedOutput {
-    std::unique_ptr<OutputFile> file;         // null for standard output
-    std::unique_ptr<TerminalSink> fileShown;  // in front of a file that is a terminal
+    std::unique_ptr<UnfinishedOutput> unfinished;  // declared first, so that it goes last
+    std::unique_ptr<OutputFile> file;              // null for standard output
+    std::unique_ptr<TerminalSink> fileShown;       // in front of a file that is a terminal
     OutputSink& sink;
     bool isTerminal = false;
+
+    /// Makes it final, at the end of a run that went well.
+    void Commit() const;
 };
 
 /// The --output option, the same in every verb that writes a result.

@@ -1,8 +1,32 @@
 #include "cli/ReadingArgument.h"
 
+#include <cmath>
+#include <cstdint>
+#include <string_view>
+
 #include "cli/ArgumentPath.h"
+#include "cli/Interrupts.h"
+#include "framework/NumberText.h"
 
 namespace nbscore {
+namespace {
+
+/// A number of bytes above 0, with a suffix perhaps that multiplies it; nothing for any other text.
+std::optional<std::uint64_t> ReadByteCount(std::string_view text) {
+    constexpr std::string_view suffixes = "kMG";
+    constexpr double mostBytes = 1e18;
+    double factor = 1.0;
+    const std::size_t suffix = text.empty() ? std::string_view::npos : suffixes.find(text.back());
+    if (suffix != std::string_view::npos) {
+        text.remove_suffix(1);
+        factor = std::pow(1000.0, static_cast<double>(suffix + 1));
+    }
+    const double bytes = ReadNumber(text).value_or(0.0) * factor;
+    if (!(bytes >= 1.0) || bytes > mostBytes || bytes != std::floor(bytes)) return std::nullopt;
+    return static_cast<std::uint64_t>(bytes);
+}
+
+}  // namespace
 
 void ReadingArgument::Declare(CLI::App& app) {
     app.add_flag("--adapt", adapt,
@@ -12,6 +36,38 @@ void ReadingArgument::Declare(CLI::App& app) {
                    "Read with the plug-in library at PATH instead of the one that comes with this command.")
         ->type_name("PATH")
         ->check(RefuseEmptyName);
+    DeclareLimits(app);
+}
+
+void ReadingArgument::DeclareLimits(CLI::App& app) {
+    limits.isCancelled = Interrupts::AreRequested;
+    const auto takeTime = [this](const std::string& text) {
+        const std::optional<double> seconds = ReadNumber(text);
+        if (!seconds || !(*seconds > 0.0))
+            throw CLI::ValidationError("--max-time", "'" + text + "' is no number above 0");
+        maxTime = std::chrono::duration<double>(*seconds);
+    };
+    app.add_option_function<std::string>("--max-time", takeTime,
+                                         "End the run when it has taken so many seconds. As long as it takes if not "
+                                         "given.")
+        ->type_name("SECONDS");
+    const auto addBytes = [&app](const std::string& option, std::optional<std::uint64_t>& target,
+                                 const std::string& description) {
+        const auto take = [option, &target](const std::string& text) {
+            target = ReadByteCount(text);
+            if (!target) {
+                throw CLI::ValidationError(option, "'" + text + "' is no number of bytes above 0, such as 800M or 2G");
+            }
+        };
+        app.add_option_function<std::string>(option, take, description)->type_name("BYTES");
+    };
+    addBytes(
+        "--max-memory", limits.maxMemory,
+        "Refuse a document whose elements, count tables and categories take more memory while it is read. May end "
+        "in k, M or G, for thousands, millions or thousands of millions. Half of the machine's memory if not given, "
+        "or of what the system grants the run.");
+    addBytes("--max-document-bytes", limits.maxDocumentBytes,
+             "Refuse a document that is longer. May end in k, M or G. Any length if not given.");
 }
 
 std::shared_ptr<PluginLibrary> ReadingArgument::LoadPlugin() const {

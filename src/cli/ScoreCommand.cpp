@@ -176,6 +176,7 @@ void ScoreCommand::CheckAgainstModel(ScoreModel& scorable, Console& console) con
 
 ExitStatus ScoreCommand::Run(Console& console) {
     RequireSensibleOptions();
+    const TimeLimit timeLimit(model.GetReading().GetMaxTime());
     LoadedModel loaded = model.Read(console, quiet);
     loaded.RequireScorable();
     CheckAgainstModel(loaded.Get(), console);
@@ -192,7 +193,7 @@ ExitStatus ScoreCommand::Run(Console& console) {
     Interrupts::ThrowIfRequested();
     // The table may be what is replaced, and Windows replaces no file that is open.
     input.reset();
-    opened.sink.Commit();
+    opened.Commit();
     if (summary.firstNonFiniteLine != 0) WarnOfBrokenArithmetic(console, inputName, summary.firstNonFiniteLine);
     return ExitStatus::Fine;
 }
@@ -206,7 +207,9 @@ ScoringSummary ScoreCommand::Score(LoadedModel& loaded, CaseInput& input, const 
         Interrupts::ThrowIfRequested();
         if (progress) progress->Update(state);
     };
-    return ScoreTable(loaded, input.GetStream(), input.GetName(), opened.sink, options, onProgress);
+    TableScorerOptions scoring = options;
+    scoring.limits = model.GetReading().GetLimits();
+    return ScoreTable(loaded, input.GetStream(), input.GetName(), opened.sink, scoring, onProgress);
 }
 
 }  // namespace nbscore

@@ -60,6 +60,7 @@ VerifyCommand::VerifyCommand(CLI::App& parent) : Command(parent, "verify", descr
 }
 
 ExitStatus VerifyCommand::Run(Console& console) {
+    const TimeLimit timeLimit(model.GetReading().GetMaxTime());
     const SourceDocument source = model.Parse(console);
     const LoadedModel loaded = model.Read(source, console);
     loaded.RequireScorable();

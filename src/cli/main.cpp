@@ -17,7 +17,7 @@ namespace nbscore {
 namespace {
 
 int Run(const std::vector<std::string>& arguments) {
-    const Interrupts interrupts;
+    const Interrupts interrupts(Interrupts::WithNothingToCleanUp::EndProcess);
     StandardOutput output(InterruptibleWriting());
     TerminalSink shownOutput(output);
     std::optional<TerminalMessages> shownMessages;

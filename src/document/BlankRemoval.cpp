@@ -11,6 +11,7 @@
 #include "document/FieldMentions.h"
 #include "document/OuterBlanks.h"
 #include "document/SchemaFields.h"
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/Utf8.h"
 #include "translator/ElementNames.h"
 
@@ -29,8 +30,11 @@ VeskException Clash(const DOMElement* element, const XMLCh* text, const XMLCh* o
 }
 
 void RequireApart(const Elements& elements, const XMLCh* attributeName, AdaptationLog& log) {
+    if (elements.empty()) return;
+    const DocumentWatch watch(*elements.front());
     std::map<XmlText, XmlText> originals;
     for (const DOMElement* element : elements) {
+        watch.Step();
         const XMLCh* value = BaseTranslator::GetAttribute(element, attributeName);
         if (value == nullptr) continue;
         const auto known = originals.emplace(WithoutOuterBlanks(value), value).first;

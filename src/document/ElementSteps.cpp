@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/Refusal.h"
 #include "framework/xml/Utf8.h"
 
@@ -21,8 +22,10 @@ bool HoldsText(const XMLCh* text, const XMLCh* other) {
 
 std::vector<DOMElement*> ChildElements(const DOMElement& parent) {
     std::vector<DOMElement*> children;
+    const DocumentWatch watch(parent);
     for (DOMElement* child = BaseTranslator::GetFirstChildElt(&parent); child != nullptr;
          child = BaseTranslator::GetNextSiblingElt(child)) {
+        watch.Step();
         children.push_back(child);
     }
     return children;

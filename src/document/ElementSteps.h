@@ -10,6 +10,7 @@
 
 /// @file
 /// Small steps over a document's elements. Every list is made at once, so that the document may be changed after.
+/// Making one throws CancelledError when the limits of the document say so.
 
 namespace nbscore {
 

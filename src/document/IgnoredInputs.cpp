@@ -90,46 +90,52 @@ bool LearnsNumbers(const DOMElement& field) {
     });
 }
 
-/// Data fields, then derived ones: of several declarations of a name the first counts.
-std::vector<DOMElement*> DeclarationsIn(const DOMElement& root) {
-    std::vector<DOMElement*> fields;
-    if (const DOMElement* data = BaseTranslator::GetChildByTag(&root, element::dataDictionary)) {
-        fields = ChildrenNamed(*data, element::dataField);
-    }
-    if (const DOMElement* derived = BaseTranslator::GetChildByTag(&root, element::transformationDictionary)) {
-        const std::vector<DOMElement*> more = ChildrenNamed(*derived, element::derivedField);
-        fields.insert(fields.end(), more.begin(), more.end());
-    }
-    return fields;
+bool IsOfNoNumber(const DOMElement& row) {
+    const XMLCh* const value = BaseTranslator::GetAttribute(&row, attribute::value);
+    return value != nullptr && !ReadNumber(Utf8Of(value));
 }
 
-/// There hardly ever is one, so the names of all fields are not kept.
-FieldNames FindLearningFields(const DOMElement& root) {
-    const std::vector<DOMElement*> fields = DeclarationsIn(root);
-    FieldNames learning;
-    for (const DOMElement* field : fields) {
-        const XMLCh* const name = BaseTranslator::GetAttribute(field, attribute::name);
-        if (name != nullptr && LearnsNumbers(*field)) learning.insert(name);
+/// The inputs with a row whose value is no number: mostly of fields that hold texts.
+std::vector<const DOMElement*> FindInputsOfNoNumber(const std::vector<DOMElement*>& models) {
+    std::vector<const DOMElement*> found;
+    for (const DOMElement* model : models) {
+        for (const DOMElement* inputs : ChildrenNamed(*model, element::bayesInputs)) {
+            for (const DOMElement* input : ChildrenNamed(*inputs, element::bayesInput)) {
+                const std::vector<DOMElement*> rows = ChildrenNamed(*input, element::pairCounts);
+                if (std::ranges::any_of(rows, [](const DOMElement* row) { return IsOfNoNumber(*row); })) {
+                    found.push_back(input);
+                }
+            }
+        }
     }
-    if (learning.empty()) return learning;
+    return found;
+}
+
+/// Which of some fields learn numbers: they are data fields, else derived ones, and of several declarations of a name
+/// the first counts.
+class LearningFields {
+public:
+    LearningFields(const DOMElement& root, const FieldNames& wantedNames) : wanted(wantedNames) {
+        LookInto(BaseTranslator::GetChildByTag(&root, element::dataDictionary), element::dataField);
+        LookInto(BaseTranslator::GetChildByTag(&root, element::transformationDictionary), element::derivedField);
+    }
+
+    bool Has(const XMLCh* name) const { return learning.contains(name); }
+
+private:
+    void LookInto(const DOMElement* dictionary, const XMLCh* declaration) {
+        for (const DOMElement* field = BaseTranslator::GetFirstChildElt(dictionary); field != nullptr;
+             field = BaseTranslator::GetNextSiblingElt(field)) {
+            const XMLCh* const name = BaseTranslator::GetAttribute(field, attribute::name);
+            if (name == nullptr || !wanted.contains(name) || !IsNamed(field, declaration)) continue;
+            if (met.insert(name).second && LearnsNumbers(*field)) learning.insert(name);
+        }
+    }
+
+    const FieldNames& wanted;
     FieldNames met;
-    for (const DOMElement* field : fields) {
-        const XMLCh* const name = BaseTranslator::GetAttribute(field, attribute::name);
-        const bool isFirst = name != nullptr && learning.contains(name) && met.insert(name).second;
-        if (isFirst && !LearnsNumbers(*field)) learning.erase(name);
-    }
-    return learning;
-}
-
-void NoteCountsOfNoNumber(const DOMElement& input, IgnoredLog& log) {
-    for (const DOMElement* row : ChildrenNamed(input, element::pairCounts)) {
-        const XMLCh* const value = BaseTranslator::GetAttribute(row, attribute::value);
-        if (value == nullptr || ReadNumber(Utf8Of(value))) continue;
-        log.Note(countsOfNoNumber, *row,
-                 "The value " + QuotedAttribute(*row, attribute::value) + " in PairCounts of the field " +
-                     QuotedAttribute(input, attribute::fieldName));
-    }
-}
+    FieldNames learning;
+};
 
 }  // namespace
 
@@ -144,14 +150,21 @@ void NoteIgnoredInputs(const DOMElement& model, IgnoredLog& log) {
 }
 
 void NoteCountsOfNoNumber(const DOMElement& root, const std::vector<DOMElement*>& models, IgnoredLog& log) {
-    const FieldNames learning = FindLearningFields(root);
-    if (learning.empty()) return;
-    for (const DOMElement* model : models) {
-        for (const DOMElement* inputs : ChildrenNamed(*model, element::bayesInputs)) {
-            for (const DOMElement* input : ChildrenNamed(*inputs, element::bayesInput)) {
-                const XMLCh* const name = BaseTranslator::GetAttribute(input, attribute::fieldName);
-                if (name != nullptr && learning.contains(name)) NoteCountsOfNoNumber(*input, log);
-            }
+    const std::vector<const DOMElement*> inputs = FindInputsOfNoNumber(models);
+    FieldNames names;
+    for (const DOMElement* input : inputs) {
+        if (const XMLCh* const name = BaseTranslator::GetAttribute(input, attribute::fieldName)) names.insert(name);
+    }
+    if (names.empty()) return;
+    const LearningFields learning(root, names);
+    for (const DOMElement* input : inputs) {
+        const XMLCh* const name = BaseTranslator::GetAttribute(input, attribute::fieldName);
+        if (name == nullptr || !learning.Has(name)) continue;
+        for (const DOMElement* row : ChildrenNamed(*input, element::pairCounts)) {
+            if (!IsOfNoNumber(*row)) continue;
+            log.Note(countsOfNoNumber, *row,
+                     "The value " + QuotedAttribute(*row, attribute::value) + " in PairCounts of the field " +
+                         QuotedAttribute(*input, attribute::fieldName));
         }
     }
 }

@@ -3,7 +3,6 @@
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 
-#include <fstream>
 #include <memory>
 #include <new>
 #include <utility>
@@ -57,16 +56,15 @@ std::vector<IgnoredConstruct> PlacedIn(const std::string& name, std::vector<Igno
 
 }  // namespace
 
-SourceDocument::SourceDocument(std::string path, ParsedDocument parsed)
-    : name(std::move(path)), document(std::move(parsed)) {}
+SourceDocument::SourceDocument(std::string path, Limits documentLimits, ParsedDocument parsed)
+    : name(std::move(path)), limits(std::move(documentLimits)), document(std::move(parsed)) {}
 
-SourceDocument SourceDocument::Read(const std::string& path) {
-    std::ifstream file;
-    OpenDocumentFile(file, path);
+SourceDocument SourceDocument::Read(const std::string& path, const Limits& limits) {
+    DocumentFile file(path, limits);
     try {
-        return {path, Named(path, [&file] { return ParseDocument(file); })};
+        return {path, limits, Named(path, [&] { return ParseDocument(file.GetStream(), limits); })};
     } catch (const VeskException&) {
-        RequireUnbroken(file, path);
+        file.RequireUnbroken();
         throw;
     }
 }
@@ -76,6 +74,7 @@ std::vector<Adaptation> SourceDocument::Adapt() {
 }
 
 std::unique_ptr<ScoreModel> SourceDocument::Translate(ScoreTranslator& translator) const {
+    if (auto* const ours = dynamic_cast<BaseTranslator*>(&translator)) ours->SetLimits(limits);
     return Named(name, [this, &translator] {
         return std::unique_ptr<ScoreModel>(translator.ParseFromTree(document.get(), "UTF-8"));
     });

@@ -8,6 +8,7 @@
 #include "document/Adaptation.h"
 #include "document/IgnoredConstruct.h"
 #include "document/VerificationSuite.h"
+#include "framework/Limits.h"
 #include "framework/ScoreModel.h"
 #include "framework/ScoreTranslator.h"
 #include "framework/xml/ParsedDocument.h"
@@ -20,15 +21,17 @@ namespace nbscore {
 class SourceDocument {
 public:
     /// Parses a file.
-    /// @param path in UTF-8. Throws VeskException 3, 4 or 10, with place and file name.
-    static SourceDocument Read(const std::string& path);
+    /// @param path in UTF-8. Throws VeskException 3, 4, 10 or 12, with place and file name.
+    /// @param limits hold for all that is done with the document, which may throw CancelledError, and for the model
+    ///     that is made of it.
+    static SourceDocument Read(const std::string& path, const Limits& limits = {});
 
     /// Rewrites what newer producers write into what the plug-in reads (AdaptDocument), and tells each change, and
     /// what was left as it is, in document order.
     std::vector<Adaptation> Adapt();
 
-    /// The model that a translator makes of the document. Throws VeskException, with the file's name, also where the
-    /// translator throws a pointer to one (which is freed).
+    /// The model that a translator makes of the document; a BaseTranslator is given the limits. Throws VeskException,
+    /// with the file's name, also where the translator throws a pointer to one (which is freed).
     std::unique_ptr<ScoreModel> Translate(ScoreTranslator& translator) const;
 
     /// The test cases that the model elements which the plug-in reads carry, in document order; none where there are
@@ -47,9 +50,10 @@ public:
     const std::string& GetName() const { return name; }
 
 private:
-    SourceDocument(std::string path, ParsedDocument parsed);
+    SourceDocument(std::string path, Limits documentLimits, ParsedDocument parsed);
 
     std::string name;
+    Limits limits;
     ParsedDocument document;
 };
 

@@ -13,6 +13,7 @@
 #include "document/VerificationRowReader.h"
 #include "framework/BaseTranslator.h"
 #include "framework/CountedNoun.h"
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/ElementPaths.h"
 #include "framework/xml/PlacesInOrder.h"
 #include "framework/xml/Refusal.h"
@@ -89,8 +90,11 @@ VerificationSuite ReadModelVerification(const DOMElement& verification, PlacesIn
     suite.fieldsPath = paths.Find(fields);
     suite.rowsPath = paths.Find(table);
     VerificationRowReader rowReader(fieldReader.GetColumns());
-    for (const PlacedRow& row : rows)
+    const DocumentWatch watch(verification);
+    for (const PlacedRow& row : rows) {
+        watch.Step();
         suite.rows.push_back(rowReader.Read(*row.element, row.place));
+    }
     suite.unusedColumns = rowReader.TakeUnusedColumns();
     return suite;
 }

@@ -6,6 +6,7 @@
 
 #include "framework/DocumentPlace.h"
 #include "framework/Export.h"
+#include "framework/Limits.h"
 #include "framework/ScoreTranslator.h"
 #include "framework/Transcoder.h"
 #include "framework/XmlFwd.h"
@@ -70,6 +71,12 @@ public:
     /// The finite number that the text holds; throws VeskException 9 naming the text otherwise.
     static double VerifyDouble(const XMLCh* xmlText);
 
+    /// What the documents that are read from now on may take, and how to end reading them and, of their models,
+    /// computing derived fields. Of a DOM document the translator asks in the part that a model element makes up; in
+    /// the rest of it those limits are asked that it was parsed under.
+    void SetLimits(nbscore::Limits readingLimits);
+    const nbscore::Limits& GetLimits() const { return limits; }
+
     /// Makes the transcoder that this translator uses until the next call.
     void CreateTranscoder(const std::string& encoding);
     /// Null until CreateTranscoder was called.
@@ -82,6 +89,7 @@ protected:
     void LeaveUnfinishedModel(ScoreModel* model);
 
 private:
+    nbscore::Limits limits;
     std::unique_ptr<Transcoder> transcoder;
     std::unique_ptr<ScoreModel> unfinishedModel;
     Notices notices;

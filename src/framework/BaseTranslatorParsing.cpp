@@ -3,7 +3,6 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
-#include <fstream>
 #include <iostream>
 #include <utility>
 
@@ -22,12 +21,11 @@ BaseTranslator::BaseTranslator() {
 BaseTranslator::~BaseTranslator() = default;
 
 ScoreModel* BaseTranslator::ParseFromTree(const std::string& path, const std::string& encoding) {
-    std::ifstream file;
-    nbscore::OpenDocumentFile(file, path);
+    nbscore::DocumentFile file(path, limits);
     try {
-        return ParseFromTree(file, encoding, path);
+        return ParseFromTree(file.GetStream(), encoding, path);
     } catch (const VeskException&) {
-        nbscore::RequireUnbroken(file, path);
+        file.RequireUnbroken();
         throw;
     }
 }
@@ -40,7 +38,7 @@ ScoreModel* BaseTranslator::ParseFromTree(std::istream& source, const std::strin
                                           const std::string& sourceName) {
     try {
         return nbscore::WithoutXmlFaults([&] {
-            const nbscore::ParsedDocument document = nbscore::ParseDocument(source);
+            const nbscore::ParsedDocument document = nbscore::ParseDocument(source, limits);
             return ParseFromTree(document.get(), encoding);
         });
     } catch (VeskException& refusal) {
@@ -77,6 +75,10 @@ void BaseTranslator::GiveNotice(const std::string& text, const xercesc::DOMEleme
 
 void BaseTranslator::CreateTranscoder(const std::string& encoding) {
     transcoder = std::make_unique<Transcoder>(encoding);
+}
+
+void BaseTranslator::SetLimits(nbscore::Limits readingLimits) {
+    limits = std::move(readingLimits);
 }
 
 void BaseTranslator::LeaveUnfinishedModel(ScoreModel* model) {

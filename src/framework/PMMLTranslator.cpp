@@ -4,11 +4,13 @@
 #include <xercesc/dom/DOMElement.hpp>
 
 #include <memory>
+#include <optional>
 
 #include "framework/BaseDictionary.h"
 #include "framework/VeskException.h"
 #include "framework/dictionary/FieldDeclarationReader.h"
 #include "framework/transform/TransformationDictionaryReader.h"
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/Refusal.h"
 #include "framework/xml/XmlName.h"
 
@@ -19,22 +21,22 @@ const Transcoder& TranscoderOf(BaseTranslator& translator) {
     return *translator.GetTranscoder();
 }
 
-/// @param readField makes the variable of an element and its name.
-template <typename ReadField>
+/// @param addField adds to the dictionary what an element declares under a name.
+template <typename AddField>
 ScoreDictionary* ReadDictionary(const xercesc::DOMNode* dataDictionary, const Transcoder& converter,
-                                const ReadField& readField) {
+                                const AddField& addField) {
     constexpr nbscore::XmlName nameAttribute = "name";
     if (!dataDictionary) {
         throw VeskException(VeskException::UnexpectedElement, "The document has no <DataDictionary>.");
     }
     auto dictionary = std::make_unique<BaseDictionary>();
+    const nbscore::DocumentWatch watch(*dataDictionary);
     const xercesc::DOMElement* child = BaseTranslator::GetFirstChildElt(dataDictionary);
     for (; child; child = BaseTranslator::GetNextSiblingElt(child)) {
+        watch.Step();
         if (!BaseTranslator::IsEqual(child->getNodeName(), "DataField")) continue;
         const std::string name = nbscore::TextAt(child, BaseTranslator::GetAttribute(child, nameAttribute), converter);
-        // Of several declarations the first counts.
-        if (name.empty() || dictionary->GetVar(name) != nullptr) continue;
-        dictionary->AddVar(name, readField(child, name).release());
+        if (!name.empty()) addField(*dictionary, child, name);
     }
     return dictionary.release();
 }
@@ -56,16 +58,21 @@ ScoreModel* PMMLTranslator::ParseFromTree(xercesc::DOMDocument* document, const 
 
 ScoreDictionary* PMMLTranslator::ParseDictionary(const xercesc::DOMNode* dataDictionary) {
     const Transcoder& converter = TranscoderOf(*this);
-    return ReadDictionary(dataDictionary, converter, [&](const xercesc::DOMElement* field, const std::string& name) {
-        return nbscore::ReadFieldDeclaration(field, name, converter);
-    });
+    const auto addField = [&](BaseDictionary& dictionary, const xercesc::DOMElement* field, const std::string& name) {
+        dictionary.AddVar(name, nbscore::ReadFieldDeclaration(field, name, converter).release());
+    };
+    return ReadDictionary(dataDictionary, converter, addField);
 }
 
 ScoreDictionary* PMMLTranslator::ParseDictionary(const xercesc::DOMNode* dataDictionary, nbscore::FieldFaults& faults) {
     const Transcoder& converter = TranscoderOf(*this);
-    return ReadDictionary(dataDictionary, converter, [&](const xercesc::DOMElement* field, const std::string& name) {
-        return nbscore::ReadFieldDeclaration(field, name, converter, faults);
-    });
+    const auto addField = [&](BaseDictionary& dictionary, const xercesc::DOMElement* field, const std::string& name) {
+        std::optional<nbscore::FieldFaults::Fault> fault;
+        auto variable = nbscore::ReadFieldDeclaration(field, name, converter, fault);
+        // Of several declarations the first counts.
+        if (dictionary.AddVar(name, variable.release()) && fault) faults.Add(name, *fault);
+    };
+    return ReadDictionary(dataDictionary, converter, addField);
 }
 
 TransformationDictionary* PMMLTranslator::HandleTransformationDictionary(const xercesc::DOMElement* element,
@@ -73,5 +80,5 @@ TransformationDictionary* PMMLTranslator::HandleTransformationDictionary(const x
     if (!element) {
         throw VeskException(VeskException::UnexpectedElement, "The document has no <TransformationDictionary>.");
     }
-    return nbscore::ReadTransformationDictionary(element, dictionary, TranscoderOf(*this)).release();
+    return nbscore::ReadTransformationDictionary(element, dictionary, TranscoderOf(*this), GetLimits()).release();
 }

@@ -9,9 +9,9 @@
 
 /// A variable: its name, its kind and its declared values.
 ///
-/// A variable belongs to its dictionary. It is written to while a document is read, and once more, by SetIndex, when the
-/// first case with positions is scored. Models see to it that this happens once, before any GetIndex, but not that it
-/// happens alone: other threads may meanwhile call all other operations, Clone among them.
+/// A variable belongs to its dictionary. It is written to while a document is read, and once more, by SetIndex, when
+/// the first case with positions is scored. Models see to it that this happens once, before any GetIndex, but not that
+/// it happens alone: other threads may meanwhile call all other operations, Clone among them.
 ///
 /// The order of the operations is the order of the virtual table, which plug-ins rely on.
 class SCOREFRAMEWORK_API ScoreDictVar {

@@ -119,8 +119,8 @@ private:
     std::array<std::uint64_t, 4> secrets;
 };
 
-/// The hash for the standard containers, of what is a text, a number, or one of several such things; containers of texts
-/// find by views of them.
+/// The hash for the standard containers, of what is a text, a number, or one of several such things; containers of
+/// texts find by views of them.
 class SeededHash {
 public:
     using is_transparent = void;

@@ -149,7 +149,13 @@ constexpr Advice advices[] = {
     {12, "Input * declares no values and has no PairCounts.",
      "Count the input's categories in PairCounts, or take it out of BayesInputs."},
     {12, "* is above *", "Number bins from 0 on, as they stand."},
-    {12, "* cells of memory.", "Take out inputs or values that say little: the model is too large to be read."},
+    {12, "* more memory than max-memory allows: *",
+     "Allow more (--max-memory, or Limits::maxMemory in C++) if the machine has it; else take out inputs or values "
+     "that "
+     "say little."},
+    {12, "The document is longer than max-document-bytes allows: *",
+     "Allow more (--max-document-bytes, or Limits::maxDocumentBytes in C++) if the document is as long as it should "
+     "be."},
     {12, "Error in Interval margins.",
      "Let the leftMargin of each bin be the rightMargin of the bin in front of it, the lowest bin first."},
     {12, "\"*\" is no *: *", "Write one of the words that the message lists, exactly so."},

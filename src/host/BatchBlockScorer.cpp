@@ -11,6 +11,9 @@ namespace {
 /// Rows of tables that wait together, in each of two lists.
 constexpr std::size_t mostRowsAtOnce = std::size_t{1} << 18;
 
+/// A row of a set of very many sub-models takes many steps (LimitWatch).
+constexpr std::size_t bytesPerStep = 256;
+
 /// With very many readers, fewer cases than the batch scorer likes best.
 std::size_t GetCasesAtOnce(const BatchCases& batch, std::size_t numReaders) {
     const std::size_t fitting = mostRowsAtOnce / std::max<std::size_t>(numReaders, 1);
@@ -29,6 +32,7 @@ BatchBlockScorer::BatchBlockScorer(ScoreModel& model, std::unique_ptr<BatchCases
       copiesRows(options.CopiesRows()),
       numReaders(batch->GetFieldsOfReaders().size()),
       casesAtOnce(GetCasesAtOnce(*batch, numReaders)),
+      watch(options.limits),
       memory(numReaders),
       rowsOfCases(casesAtOnce * numReaders),
       rowsToScore(casesAtOnce * numReaders) {}
@@ -38,7 +42,9 @@ void BatchBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLo
         RecallAnswers();
         ScoreNewCases();
         for (std::size_t i = 0; i < waitingCases.size(); ++i) {
+            const std::size_t textBefore = scores.text.size();
             AppendCase(i, scores);
+            watch.Step(1 + (scores.text.size() - textBefore) / bytesPerStep);
             if (scores.text.size() >= longText) onLongText(scores);
         }
     }

@@ -55,6 +55,7 @@ private:
     bool copiesRows;
     std::size_t numReaders;
     std::size_t casesAtOnce;
+    LimitWatch watch;
     AnswerMemory memory;
     std::vector<WaitingCase> waitingCases;
     /// What is remembered of each.

@@ -34,8 +34,8 @@ struct PlacedCell {
 /// from, the target aside. The target is taken where an input reads it and the table has it, and never needed; such
 /// records are read by name, because models keep no position of their target. Of a model with derived fields that does
 /// not tell what its inputs read (FindFieldsOfInputs) every field of the dictionary that the table happens to have is
-/// taken instead. An empty cell is an absent value. Cells of numeric fields are read as numbers; one whose text the field
-/// declares as a missing value is absent. Texts are taken as they stand.
+/// taken instead. An empty cell is an absent value. Cells of numeric fields are read as numbers; one whose text the
+/// field declares as a missing value is absent. Texts are taken as they stand.
 class CaseBinder {
 public:
     /// @param model borrowed, to outlive the binder.

@@ -11,10 +11,12 @@ ContractBlockScorer::ContractBlockScorer(ScoreModel& scorable, const std::vector
       binder(scorable, header, sourceName, options.cases),
       results(scorable, options.output.predictionOnly),
       writer(MakeScoreWriter(scorable, header, sourceName, options.output)),
-      copiesRows(options.CopiesRows()) {}
+      copiesRows(options.CopiesRows()),
+      limits(options.limits) {}
 
 void ContractBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) {
     while (rows.ReadRow()) {
+        limits.ThrowIfCancelled();
         const ScoreResult& scored = result.Score(model, binder.Bind(rows.GetCells(), rows.GetRowLine()));
         writer->AppendCase(scores.text, rows.GetInputRow(copiesRows), results.Read(scored));
         ++scores.rows;

@@ -29,6 +29,7 @@ private:
     ScoredCaseReader results;
     std::unique_ptr<ScoreWriter> writer;
     bool copiesRows;
+    Limits limits;
     ReusedResult result;
 };
 

@@ -96,9 +96,9 @@ std::optional<DocumentProblem> FindErrorOfAdapted(const std::shared_ptr<PluginLi
 
 /// What adapting a document, refused as it stands, would do about the refusal; empty when it would do nothing.
 std::string AdviceToAdapt(const std::shared_ptr<PluginLibrary>& plugin, const std::string& name,
-                          const DocumentProblem& error) {
+                          const DocumentProblem& error, const Limits& limits) {
     try {
-        SourceDocument source = SourceDocument::Read(name);
+        SourceDocument source = SourceDocument::Read(name, limits);
         if (source.Adapt().empty()) return {};
         const std::optional<DocumentProblem> next = FindErrorOfAdapted(plugin, source);
         if (!next) return "Read it with --adapt: the document is fine but for what that rewrites.";
@@ -142,7 +142,7 @@ std::vector<DocumentProblem> WithWarnings(DocumentProblem error, const SourceDoc
     return problems;
 }
 
-void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, DocumentCheck& check) {
+void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limits& limits, DocumentCheck& check) {
     std::optional<SourceDocument> source;
     std::vector<DocumentProblem> notices;
     const auto takeNotice = [&notices](const std::string& line, const DocumentPlace& place) {
@@ -153,7 +153,7 @@ void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, DocumentChe
                            .advice = AdviceFor(0, line, place)});
     };
     try {
-        source.emplace(SourceDocument::Read(check.document));
+        source.emplace(SourceDocument::Read(check.document, limits));
         if (adapt) check.adaptations = source->Adapt();
         LoadedModel loaded = LoadedModel::Read(plugin, *source, takeNotice);
         check.applicationVersion = source->ReadApplicationVersion();
@@ -162,7 +162,7 @@ void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, DocumentChe
         AddRemarks(*source, check);
     } catch (const VeskException& refusal) {
         DocumentProblem error = ErrorOf(refusal);
-        const std::string toAdapt = adapt ? std::string() : AdviceToAdapt(plugin, check.document, error);
+        const std::string toAdapt = adapt ? std::string() : AdviceToAdapt(plugin, check.document, error, limits);
         if (!toAdapt.empty()) error.advice = toAdapt;
         check.problems = WithWarnings(std::move(error), source ? &*source : nullptr);
     } catch (const UnscorableModelError& error) {
@@ -199,11 +199,11 @@ bool DocumentCheck::IsReadable() const {
 }
 
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
-                            bool adapt) {
+                            bool adapt, const Limits& limits) {
     try {
         DocumentCheck check;
         check.document = ToUtf8(document);
-        Check(plugin, adapt, check);
+        Check(plugin, adapt, limits, check);
         return check;
     } catch (const std::bad_alloc&) {
         return CheckForMemory(document);

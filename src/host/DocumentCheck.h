@@ -8,6 +8,7 @@
 
 #include "document/Adaptation.h"
 #include "framework/DocumentPlace.h"
+#include "framework/Limits.h"
 #include "framework/ModelDescription.h"
 #include "framework/ScoreModel.h"
 #include "host/PluginLibrary.h"
@@ -77,7 +78,8 @@ struct DocumentCheck {
 /// told of it (code 12): nothing else is told then, and std::bad_alloc leaves this only where there is none even for
 /// that.
 /// @param adapt rewrite it first (SourceDocument::Adapt).
+/// @param limits of the reading; CancelledError leaves this.
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
-                            bool adapt);
+                            bool adapt, const Limits& limits = {});
 
 }  // namespace nbscore

@@ -12,8 +12,8 @@ namespace nbscore {
 struct FieldsOfInputs {
     /// Inputs that are data fields themselves.
     std::set<std::string> asTheyAre;
-    /// What inputs are computed from where they are derived, directly or through other derived fields. What only derived
-    /// fields read which no input uses is not among them.
+    /// What inputs are computed from where they are derived, directly or through other derived fields. What only
+    /// derived fields read which no input uses is not among them.
     std::set<std::string> ofDerivedInputs;
 };
 

@@ -44,4 +44,10 @@ private:
     int signal;
 };
 
+/// The run took longer than its caller allowed.
+class TimeLimitError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
 }  // namespace nbscore

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "framework/BaseTranslator.h"
 #include "framework/ModelSelfCheck.h"
 #include "framework/NumberText.h"
 #include "framework/SeededHash.h"
@@ -107,9 +108,11 @@ std::string FindObstacle(ScoreModel& model) {
 
 }  // namespace
 
-LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const std::filesystem::path& document) {
+LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const std::filesystem::path& document,
+                              const Limits& limits) {
     const std::string name = ToUtf8(document);
-    return ReadWith(std::move(plugin), name, [&name](ScoreTranslator& translator) {
+    return ReadWith(std::move(plugin), name, [&](ScoreTranslator& translator) {
+        if (auto* const ours = dynamic_cast<BaseTranslator*>(&translator)) ours->SetLimits(limits);
         return std::unique_ptr<ScoreModel>(translator.ParseFromTree(name, "UTF-8"));
     });
 }

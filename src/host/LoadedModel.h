@@ -15,10 +15,12 @@ namespace nbscore {
 class LoadedModel {
 public:
     /// Reads a document with a plug-in. Throws VeskException when the document is refused (by value, also where
-    /// the plug-in throws a pointer) and InputOutputError when its file cannot be read.
-    static LoadedModel Read(std::shared_ptr<PluginLibrary> plugin, const std::filesystem::path& document);
+    /// the plug-in throws a pointer), InputOutputError when its file cannot be read, and CancelledError.
+    /// @param limits for a plug-in whose translator is a BaseTranslator; any other one does not hear of them.
+    static LoadedModel Read(std::shared_ptr<PluginLibrary> plugin, const std::filesystem::path& document,
+                            const Limits& limits = {});
 
-    /// Reads a document that was parsed already. Throws as above.
+    /// Reads a document that was parsed already, under its own limits. Throws as above.
     /// @param notices takes what the plug-in says beside, where its translator is a BaseTranslator: each as one line,
     ///     and with the document's name in its place.
     static LoadedModel Read(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document,

@@ -69,6 +69,10 @@ bool OutputFile::IsTerminal() const {
     return LeadsToTerminal(file);
 }
 
+fs::path OutputFile::GetTemporaryPath() const {
+    return IsDirect() ? fs::path() : name.parent_path() / temporaryName;
+}
+
 /// A file that is to be on the disk when it appears is brought there bit by bit.
 void OutputFile::Write(std::string_view bytes) {
     if (!buffer.Write(file, bytes)) Fail(GetSystemReason(errno));

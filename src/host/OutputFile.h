@@ -15,14 +15,14 @@ namespace nbscore {
 /// A file that appears whole or not at all: written beside its place under another name and put there by Commit.
 /// Destroyed without Commit it leaves nothing, and a file that was there before stays untouched.
 ///
-/// A symbolic link is followed: the file it points to is replaced. Only its owner can read a file that is being written;
-/// Commit gives it the owner, group, permissions and attributes of the file that is there then, as far as the user may
-/// (PassOnAttributes). A file that may not be written to is not replaced. A destination that is no regular file (a
-/// device, a named pipe) is written to directly.
+/// A symbolic link is followed: the file it points to is replaced. Only its owner can read a file that is being
+/// written; Commit gives it the owner, group, permissions and attributes of the file that is there then, as far as the
+/// user may (PassOnAttributes). A file that may not be written to is not replaced. A destination that is no regular
+/// file (a device, a named pipe) is written to directly.
 ///
 /// Nobody else's file is touched, whoever owns the folder: no permission is changed by name, and no link that somebody
-/// puts in the folder is followed. Whoever owns the folder can always take files out of it, and decides by the file that
-/// he leaves to be replaced who may read the new one.
+/// puts in the folder is followed. Whoever owns the folder can always take files out of it, and decides by the file
+/// that he leaves to be replaced who may read the new one.
 class OutputFile : public OutputSink {
 public:
     /// Throws InputOutputError when the destination is a folder, or nothing can be written beside it.
@@ -34,6 +34,9 @@ public:
 
     /// Whether what is written is shown to somebody as it comes.
     bool IsTerminal() const;
+    /// Where the bytes are until they are committed; empty when they are written directly, and once committed.
+    std::filesystem::path GetTemporaryPath() const;
+
     void Write(std::string_view bytes) override;
     void Flush() override;
     /// Once the file is in its place, only that this may not survive a power failure is still told as an error.

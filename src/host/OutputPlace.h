@@ -18,8 +18,8 @@ public:
     OutputPlace& operator=(const OutputPlace&) = delete;
 
     /// Follows symbolic links to where there is none, whether or not there is a file. In a folder that everybody may
-    /// write to, only links of the user's own and of the folder's owner are followed: any other may have been laid there
-    /// to have a foreign file replaced.
+    /// write to, only links of the user's own and of the folder's owner are followed: any other may have been laid
+    /// there to have a foreign file replaced.
     bool Find(const std::filesystem::path& destination);
     /// Where the links ended.
     const std::filesystem::path& GetPath() const { return path; }

@@ -4,6 +4,7 @@
 #include <memory>
 #include <new>
 
+#include "framework/Limits.h"
 #include "framework/VeskException.h"
 #include "host/HostError.h"
 
@@ -18,6 +19,8 @@ void RethrowPluginFailure(const std::string& whatWasDone) {
         throw VeskException(*owned);
     } catch (const VeskException& thrown) {
         throw VeskException(thrown);  // a copy: the plug-in's may be of a class of its own
+    } catch (const CancelledError& thrown) {
+        throw CancelledError(thrown);
     } catch (const InputOutputError& thrown) {
         throw InputOutputError(thrown);
     } catch (const std::bad_alloc&) {

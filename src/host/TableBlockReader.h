@@ -14,8 +14,8 @@ namespace nbscore {
 /// Reads a table of comma-separated values as a stream of blocks of whole rows.
 ///
 /// Takes what the stream has ready and waits for no more once a row has ended, so that a slow pipe is read as it flows.
-/// A row that ends in a carriage return has ended when that is there; a line feed that comes after it is passed over, as
-/// is a byte order mark in front.
+/// A row that ends in a carriage return has ended when that is there; a line feed that comes after it is passed over,
+/// as is a byte order mark in front.
 class TableBlockReader {
 public:
     /// How much is asked of the stream at a time.

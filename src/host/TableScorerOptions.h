@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "framework/Limits.h"
 #include "host/CaseBinder.h"
 #include "host/ScoreWriterOptions.h"
 
@@ -14,6 +15,8 @@ struct TableScorerOptions {
     /// How many threads score; with one, nothing is done beside the calling thread. At least 1.
     std::size_t threads = 1;
     CaseBinderOptions cases;
+    /// Of these, only whether the work is cancelled is asked, on each of the threads.
+    Limits limits;
     ScoreWriterOptions output;
 
     /// Whether a row's cells are written as they are read.

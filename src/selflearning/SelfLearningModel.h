@@ -32,8 +32,8 @@ struct ClassifierParts;
 ///
 /// The arithmetic is that of NaiveBayesModel, with each sub-model's own threshold.
 ///
-/// Threads: configuration on one thread, then any number of scoring calls at once. The first one computes the priors, and
-/// the first one whose record has positions notes them; each is done once, and others that need it wait for it.
+/// Threads: configuration on one thread, then any number of scoring calls at once. The first one computes the priors,
+/// and the first one whose record has positions notes them; each is done once, and others that need it wait for it.
 class NAIVEBAYES_API SelfLearningModel : public BaseModel,
                                          public ModelSelfCheck,
                                          public ModelSelfDescription,

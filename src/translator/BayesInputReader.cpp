@@ -70,8 +70,10 @@ void InputReader::Read() {
     const int numCategories = encoder->GetNumCategories();
     valuesKnown = numCategories > 0;
     if (valuesKnown) counts.resize(static_cast<std::size_t>(numCategories));
-    for (; nextChild != nullptr; nextChild = BaseTranslator::GetNextSiblingElt(nextChild))
+    for (; nextChild != nullptr; nextChild = BaseTranslator::GetNextSiblingElt(nextChild)) {
+        reading.watch.Step();
         ReadPairCounts(*nextChild);
+    }
     FinishCounts(predictorIndex);
 }
 
@@ -94,7 +96,7 @@ std::unique_ptr<INBVeskEncoder> InputReader::MakeEncoder(const ScoreDictVar& var
     const int level = var.GetMeasureLevel();
     if (level == ScoreDictVar::Ordinal || level == ScoreDictVar::Categorical) {
         reading.cells.Take(input, CellsOfEncoder(var));
-        return MakeCategoricalEncoder(var);
+        return MakeCategoricalEncoder(var, reading.watch);
     }
     std::unique_ptr<INBVeskEncoder> binning =
         ReadDiscretization(reading.translator, reading.transcoder, nextChild, &input);
@@ -109,7 +111,8 @@ void InputReader::ReadPairCounts(const DOMElement& pairCounts) {
     std::vector<double> rowCounts = ReadTargetValueCounts(reading.transcoder, pairCounts, reading.target.encoder.get(),
                                                           {.selfLearning = reading.model.IsSelfLearning(),
                                                            .addUnknownValues = !reading.target.known,
-                                                           .outputMode = false});
+                                                           .outputMode = false},
+                                                          reading.watch);
     StoreRow(pairCounts, row, std::move(rowCounts));
 }
 
@@ -158,6 +161,7 @@ int ReadBayesInputs(const DOMElement& inputs, DocumentReading& reading) {
         if (HasName(child, element::extension)) continue;
         RequireName(child, element::bayesInput, &inputs, VeskException::InconsistentDocument,
                     "Only BayesInput elements are allowed here.");
+        reading.watch.Step();
         ++numInputs;
         InputReader(*child, reading).Read();
     }

@@ -20,9 +20,9 @@ void ReadBayesOutput(const DOMElement& output, DocumentReading& reading) {
                         fieldName + " does not match the target variable name.");
     }
     const bool selfLearning = reading.model.IsSelfLearning();
-    const std::vector<double> counts =
-        ReadTargetValueCounts(reading.transcoder, output, reading.target.encoder.get(),
-                              {.selfLearning = selfLearning, .addUnknownValues = false, .outputMode = true});
+    const std::vector<double> counts = ReadTargetValueCounts(
+        reading.transcoder, output, reading.target.encoder.get(),
+        {.selfLearning = selfLearning, .addUnknownValues = false, .outputMode = true}, reading.watch);
     if (selfLearning && counts.size() != 2) {
         throw RefusalAt(&output, VeskException::InvalidContent, "Target variable has to have two categories.");
     }

@@ -2,6 +2,7 @@
 
 #include <xercesc/dom/DOMElement.hpp>
 
+#include "framework/xml/MemoryRefusal.h"
 #include "framework/xml/Refusal.h"
 
 using xercesc::DOMElement;
@@ -16,9 +17,9 @@ void RequireIndexInRange(const DOMElement& element, int index, const std::string
 
 void CountCells::Take(const DOMElement& element, std::size_t cells) {
     if (cells > left) {
-        throw RefusalAt(
-            &element, VeskException::InconsistentDocument,
-            "The document's count tables and categories need more than " + std::to_string(total) + " cells of memory.");
+        VeskException refusal = RefusalForMemoryLimit("The document's count tables and categories need", total);
+        refusal.SetPlace(PlaceOf(&element));
+        throw refusal;
     }
     left -= cells;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 
 #include "framework/XmlFwd.h"
@@ -21,8 +22,6 @@ void RequireIndexInRange(const xercesc::DOMElement& element, int index, const st
 /// bytes, and as many for the probability beside it.
 class CountCells {
 public:
-    /// About 290 megabytes.
-    static constexpr std::size_t limit = 18'000'000;
     /// What a row costs beside its counts: 104 bytes while the model takes the table over, as measured with a million
     /// rows.
     static constexpr std::size_t cellsPerRow = 7;
@@ -31,15 +30,16 @@ public:
     static constexpr std::size_t cellsPerCategory = 6;
     static constexpr std::size_t bytesPerCell = 16;
 
-    CountCells() = default;
-    explicit CountCells(std::size_t allCells) : total(allCells), left(allCells) {}
+    /// @param maxMemory what the document may take in all, in bytes, and @param taken what its elements take of that.
+    CountCells(std::uint64_t maxMemory, std::uint64_t taken)
+        : total(maxMemory), left(maxMemory > taken ? (maxMemory - taken) / bytesPerCell : 0) {}
 
     /// Takes cells out of what is left, or refuses the document at this element with code 12.
     void Take(const xercesc::DOMElement& element, std::size_t cells);
 
 private:
-    std::size_t total = limit;
-    std::size_t left = limit;
+    std::uint64_t total;
+    std::uint64_t left;
 };
 
 /// What one count table has taken while it grows: every cell once, however often the table is measured.

@@ -7,6 +7,7 @@
 
 #include "framework/BaseTranslator.h"
 #include "framework/xml/DocumentOrder.h"
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/Refusal.h"
 #include "translator/AttributeText.h"
 #include "translator/ElementNames.h"
@@ -39,8 +40,10 @@ bool ReadDictionaryExtension(const Transcoder& transcoder, const DOMElement* dat
         // The missing bracket and the blank are part of the text.
         throw VeskException(VeskException::UnexpectedElement, "<DataDictionary is required !!");
     }
+    const DocumentWatch watch(*dataDictionary);
     for (const DOMElement* field = BaseTranslator::GetFirstChildElt(dataDictionary); field != nullptr;
          field = BaseTranslator::GetNextSiblingElt(field)) {
+        watch.Step();
         // An Extension right inside the dictionary is refused as well, deliberately.
         RequireName(field, element::dataField, dataDictionary, VeskException::UnexpectedElement,
                     "<DataField> is required here!!");

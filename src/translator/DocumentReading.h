@@ -4,6 +4,7 @@
 #include <string>
 
 #include "framework/BaseTranslator.h"
+#include "framework/Limits.h"
 #include "framework/ScoreDictionary.h"
 #include "framework/Transcoder.h"
 #include "framework/TransformationDictionary.h"
@@ -33,6 +34,7 @@ struct DocumentReading {
     CountCells cells;
     /// The derived fields that inputs name, where a data field has a fault: they must not be computed from it.
     std::set<std::string> derivedInputs;
+    LimitWatch watch;
 };
 
 }  // namespace nbscore

@@ -21,11 +21,13 @@ std::unique_ptr<INBVeskEncoder> MakeEmptyEncoder(const ScoreDictVar& var) {
 
 }  // namespace
 
-std::unique_ptr<INBVeskEncoder> MakeCategoricalEncoder(const ScoreDictVar& var) {
+std::unique_ptr<INBVeskEncoder> MakeCategoricalEncoder(const ScoreDictVar& var, LimitWatch& watch) {
     std::unique_ptr<INBVeskEncoder> encoder = MakeEmptyEncoder(var);
     if (const ScoreValueLabelSet* declaredValues = var.GetValueLabelSet()) {
-        for (const ScoreValueLabel& label : declaredValues->GetValueLabels())
+        for (const ScoreValueLabel& label : declaredValues->GetValueLabels()) {
+            watch.Step();
             encoder->AddCategory(label.GetValue());
+        }
     }
     return encoder;
 }

@@ -44,6 +44,7 @@ private:
 std::string SchemaReader::Read(const DOMElement& schema) {
     for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&schema); child != nullptr;
          child = BaseTranslator::GetNextSiblingElt(child)) {
+        reading.watch.Step();
         if (!HasName(child, element::extension)) {
             ReadMiningField(*child);  // whatever its name
         } else if (reading.derivedFields != nullptr) {
@@ -88,7 +89,7 @@ void SchemaReader::ReadPredictedField(const DOMElement& field, const ScoreDictVa
     reading.model.SetTargetVar(&var);
     targetFound = true;
     reading.cells.Take(field, CellsOfEncoder(var));
-    reading.target.encoder = MakeCategoricalEncoder(var);
+    reading.target.encoder = MakeCategoricalEncoder(var, reading.watch);
 }
 
 void SchemaReader::ReadDerivedFields(const DOMElement& extension) {

@@ -81,6 +81,7 @@ void ReadModelElement(const DOMElement& modelElement, int modelIndex, DocumentRe
     PartsSeen seen;
     for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&modelElement); child != nullptr;
          child = BaseTranslator::GetNextSiblingElt(child)) {
+        reading.watch.Step();
         ReadChild(*child, modelIndex, reading, seen);
     }
     const bool inputsSuffice = seen.inputs > 0 || reading.model.IsSelfLearning();

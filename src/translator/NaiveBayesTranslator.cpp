@@ -9,6 +9,7 @@
 
 #include "framework/FieldsOfDerivedFields.h"
 #include "framework/VersionInfo.h"
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/Refusal.h"
 #include "translator/AttributeText.h"
 #include "translator/DictionaryExtensionReader.h"
@@ -62,20 +63,27 @@ void RequireSoundSources(const DocumentReading& reading) {
         reading.faults.RequireSound(field);
 }
 
-/// @param markedTarget null when the dictionary marks no self-learning target.
-void ReadModels(const std::vector<const DOMElement*>& modelElements, const BaseTranslator& translator,
-                const FieldFaults& faults, const std::string* markedTarget, ModelUnderConstruction& construction) {
+/// What the readers of the model elements share. Both dictionaries are the model's by now.
+DocumentReading ShareForReading(const NaiveBayesTranslator& translator, const DOMDocument& document,
+                                const FieldFaults& faults, ModelUnderConstruction& construction) {
     const ScoreModel& model = construction.GetModel();
-    DocumentReading reading{.translator = translator,
-                            .transcoder = *translator.GetTranscoder(),
-                            .dictionary = *model.GetDictionary(),
-                            .derivedFields = model.GetTransformationDictionary(),
-                            .model = construction,
-                            .faults = faults,
-                            .target = {},
-                            .activeFields = {},
-                            .cells = {},
-                            .derivedInputs = {}};
+    return {.translator = translator,
+            .transcoder = *translator.GetTranscoder(),
+            .dictionary = *model.GetDictionary(),
+            .derivedFields = model.GetTransformationDictionary(),
+            .model = construction,
+            .faults = faults,
+            .target = {},
+            .activeFields = {},
+            .cells = CountCells(translator.GetLimits().GetMemory(), MemoryOf(document)),
+            .derivedInputs = {},
+            .watch = LimitWatch(translator.GetLimits())};
+}
+
+/// @param markedTarget null when the dictionary marks no self-learning target.
+void ReadModels(const std::vector<const DOMElement*>& modelElements, const std::string* markedTarget,
+                DocumentReading& reading) {
+    ModelUnderConstruction& construction = reading.model;
     const int numElements = construction.TakeModelElements(static_cast<int>(modelElements.size()));
     for (int i = 0; i < numElements; ++i)
         ReadModelElement(*modelElements[static_cast<std::size_t>(i)], i, reading);
@@ -112,7 +120,8 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(DOMDocument* document, const std
     model = &construction->GetModel();
     try {
         GiveTo(construction->GetModel(), std::move(head));
-        ReadModels(parts.models, *this, faults, dictionaryMarksTarget ? &markedTarget : nullptr, *construction);
+        DocumentReading reading = ShareForReading(*this, *document, faults, *construction);
+        ReadModels(parts.models, dictionaryMarksTarget ? &markedTarget : nullptr, reading);
     } catch (...) {
         LeaveUnfinishedModel(construction->Release().release());
         throw;

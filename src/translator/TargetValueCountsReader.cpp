@@ -39,7 +39,8 @@ void StoreCount(const DOMElement& entry, int targetIndex, std::vector<double>& c
 }  // namespace
 
 std::vector<double> ReadTargetValueCounts(const Transcoder& transcoder, const DOMElement& parent,
-                                          INBVeskEncoder* targetEncoder, const TargetValueCountsOptions& options) {
+                                          INBVeskEncoder* targetEncoder, const TargetValueCountsOptions& options,
+                                          LimitWatch& watch) {
     const DOMElement* valueCounts = BaseTranslator::GetFirstChildElt(&parent);
     RequireName(valueCounts, element::targetValueCounts, &parent, VeskException::UnexpectedElement,
                 "Element <TargetValueCounts> was expected here.");
@@ -50,6 +51,7 @@ std::vector<double> ReadTargetValueCounts(const Transcoder& transcoder, const DO
     int numEntries = 0;
     for (const DOMElement* entry = BaseTranslator::GetFirstChildElt(valueCounts); entry != nullptr;
          entry = BaseTranslator::GetNextSiblingElt(entry), ++numEntries) {
+        watch.Step();
         RequireName(entry, element::targetValueCount, valueCounts, VeskException::UnexpectedElement,
                     "Element <TargetValueCount> was expected here.");
         const int targetIndex = FindTargetIndex(transcoder, *entry, targetEncoder, options.addUnknownValues);

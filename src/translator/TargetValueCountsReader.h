@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "framework/Limits.h"
 #include "framework/Transcoder.h"
 #include "framework/XmlFwd.h"
 #include "naivebayes/INBVeskEncoder.h"
@@ -24,9 +25,11 @@ struct TargetValueCountsOptions {
 /// Counts are taken as they stand, negative and fractional ones too; of a repeated value the last counts. A
 /// value that is no category is passed over without a look at its count. Throws VeskException 1 for other
 /// elements, 2 for an entry without a value or count, 9 for a count that is no number, 10 for a value that the encoding
-/// cannot hold, 12 for a target index that is too high, and 5 where a self-learning output has not one or two entries.
+/// cannot hold, 12 for a target index that is too high, and 5 where a self-learning output has not one or two entries;
+/// and CancelledError.
 /// @param targetEncoder null when no field is predicted: then no value is a category.
 std::vector<double> ReadTargetValueCounts(const Transcoder& transcoder, const xercesc::DOMElement& parent,
-                                          INBVeskEncoder* targetEncoder, const TargetValueCountsOptions& options);
+                                          INBVeskEncoder* targetEncoder, const TargetValueCountsOptions& options,
+                                          LimitWatch& watch);
 
 }  // namespace nbscore

@@ -161,7 +161,8 @@ TEST_F(CheckCommandTest, RemarksOnATarget_ThatADerivedInputReads) {
         return Check({"derived.pmml", "--adapt"}).out;
     };
     const char* const remark =
-        "derived.pmml: remark: The target \"fruit\" is read by inputs: where the table has a column for it, the answers "
+        "derived.pmml: remark: The target \"fruit\" is read by inputs: where the table has a column for it, the "
+        "answers "
         "depend on that.\n";
     EXPECT_THAT(withInputOver("fruit"), HasSubstr(remark));
     EXPECT_THAT(withInputOver("colour"), AllOf(HasSubstr("sound\n"), Not(HasSubstr("remark: The target"))));

@@ -60,6 +60,55 @@ TEST_F(InterruptedRunTest, EndsTheWaitForANamedPipesWriter) {
     }
 }
 
+/// Whether nobody has opened it to write, somebody has and writes nothing, or a part of the document came.
+TEST_F(InterruptedRunTest, EndsTheWaitForADocument) {
+    using namespace std::chrono_literals;
+    const std::string fifo = (folder.GetPath() / "fifo").string();
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    for (const std::vector<std::string>& call : std::vector<std::vector<std::string>>{
+             {"score", "fifo", "cases.csv"}, {"display", "fifo"}, {"check", "fifo"}, {"verify", "fifo"}}) {
+        for (const char* written : {"nothing", "", "<PMML><Header/>"}) {
+            SCOPED_TRACE(call.front() + " " + written);
+            StartedCommand started(MakeCall(call));
+            std::ofstream writer;
+            if (std::string(written) == "nothing") {
+                std::this_thread::sleep_for(300ms);  // so that it waits
+            } else {
+                writer.open(fifo);
+                writer << written << std::flush;
+            }
+            started.SendSignal(SIGTERM);
+            const CommandResult result = started.Wait();
+            EXPECT_EQ(result.exitStatus, 128 + SIGTERM);
+            EXPECT_EQ(result.out, "");
+            EXPECT_EQ(result.err, "interrupted\n");
+        }
+    }
+}
+
+TEST_F(InterruptedRunTest, EndsTheWaitForADocumentOnStandardInput) {
+    using namespace std::chrono_literals;
+    StartedCommand started(MakeCall({"check", "/dev/stdin"}));
+    std::this_thread::sleep_for(300ms);
+    started.SendSignal(SIGINT);
+    EXPECT_EQ(started.Wait().exitStatus, 130);
+}
+
+TEST_F(InterruptedRunTest, EndsWhenItsTimeIsOver_WhateverItWaitsFor) {
+    const std::string fifo = (folder.GetPath() / "fifo").string();
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    for (const std::vector<std::string>& call : std::vector<std::vector<std::string>>{
+             {"score", "fifo"}, {"score", "model.pmml", "fifo"}, {"score", "model.pmml", "-", "-o", "out.csv"}}) {
+        std::vector<std::string> limited = call;
+        limited.insert(limited.end(), {"--max-time", "0.3"});
+        StartedCommand started(MakeCall(limited));
+        const CommandResult result = started.Wait();
+        EXPECT_EQ(result.exitStatus, 5);
+        EXPECT_EQ(result.err, "error: the run takes more time than --max-time allows\n");
+        EXPECT_THAT(folder.List(), ElementsAre("cases.csv", "fifo", "model.pmml"));
+    }
+}
+
 TEST_F(InterruptedRunTest, EndsTheWaitForANamedPipesReader) {
     using namespace std::chrono_literals;
     const std::string fifo = (folder.GetPath() / "fifo").string();

@@ -4,9 +4,13 @@
 #include <unistd.h>
 
 #include <array>
+#include <chrono>
 #include <csignal>
+#include <filesystem>
+#include <optional>
 
 #include "host/HostError.h"
+#include "support/TemporaryFolder.h"
 
 namespace nbscore {
 
@@ -86,11 +90,130 @@ TEST(Interrupts, LetAWriteToAClosedPipeFail_InsteadOfEndingTheProcess) {
 }
 
 TEST(Interrupts, AreHeardAsBefore_WhenNoneLivesAnyMore) {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGXCPU, SIGPIPE, SIGXFSZ}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGXCPU, SIGPIPE, SIGXFSZ, SIGALRM}) {
         const auto ownHandler = [](int) {};
         auto* const before = std::signal(signal, ownHandler);
         { const Interrupts interrupts; }
         EXPECT_EQ(std::signal(signal, before), static_cast<void (*)(int)>(ownHandler)) << signal;
+    }
+}
+
+namespace {
+
+constexpr auto endProcess = Interrupts::WithNothingToCleanUp::EndProcess;
+
+/// Longer than a run may take to hear a request.
+void GoOnWithoutListening() {
+    for (const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+         std::chrono::steady_clock::now() < end;) {
+    }
+    _exit(99);
+}
+
+}  // namespace
+
+TEST(InterruptsDeathTest, EndTheProcess_WhenThereIsNothingToCleanUp) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        EXPECT_EXIT(
+            {
+                const Interrupts interrupts(endProcess);
+                std::raise(signal);
+                _exit(99);
+            },
+            testing::ExitedWithCode(128 + signal), "^interrupted\n$");
+    }
+}
+
+TEST(InterruptsDeathTest, EndTheProcess_WhenWhatWasToBeCleanedUpIsGone) {
+    EXPECT_EXIT(
+        {
+            const Interrupts interrupts(endProcess);
+            {
+                const UnfinishedOutput unfinished;
+                std::raise(SIGTERM);
+                if (CatchSignal() != SIGTERM) _exit(98);
+            }
+            _exit(99);
+        },
+        testing::ExitedWithCode(143), "^interrupted\n$");
+}
+
+TEST(InterruptsDeathTest, EndTheProcessWithoutAWord_WhenItsOutputIsThere) {
+    EXPECT_EXIT(
+        {
+            const Interrupts interrupts(endProcess);
+            {
+                const UnfinishedOutput unfinished;
+                UnfinishedOutput::NoteCommitted();
+            }
+            std::raise(SIGTERM);
+            _exit(99);
+        },
+        testing::ExitedWithCode(0), "^$");
+}
+
+TEST(InterruptsDeathTest, EndTheProcessAndRemoveTheFile_WhenNobodyHears) {
+    const test::TemporaryFolder folder;
+    const std::filesystem::path file = folder.Write("unfinished", "");
+    for (const bool isTime : {false, true}) {
+        folder.Write("unfinished", "");
+        EXPECT_EXIT(
+            {
+                const Interrupts interrupts(endProcess);
+                const UnfinishedOutput unfinished;
+                UnfinishedOutput::SetTemporaryFile(file);
+                std::optional<TimeLimit> limit;
+                if (isTime) {
+                    limit.emplace(std::chrono::duration<double>(0.001));
+                } else {
+                    std::raise(SIGTERM);
+                }
+                GoOnWithoutListening();
+            },
+            testing::ExitedWithCode(isTime ? 5 : 143), isTime ? "^error: the run takes more time " : "^interrupted\n$");
+        EXPECT_EQ(folder.CountEntries(), 0U);
+    }
+}
+
+/// The file has its own name by then.
+TEST(InterruptsDeathTest, EndTheProcessWithoutAWord_WhenTheTemporaryFileIsGone) {
+    EXPECT_EXIT(
+        {
+            const Interrupts interrupts(endProcess);
+            const UnfinishedOutput unfinished;
+            UnfinishedOutput::SetTemporaryFile("/nowhere/.nbscore-0.tmp");
+            std::raise(SIGTERM);
+            GoOnWithoutListening();
+        },
+        testing::ExitedWithCode(0), "^$");
+}
+
+TEST(TimeLimit, IsARequestToStop_WhenTheTimeIsOver) {
+    const Interrupts interrupts;
+    {
+        const TimeLimit limit(std::chrono::duration<double>(1e-9));
+        EXPECT_TRUE(Interrupts::AreRequested());
+        EXPECT_THROW(Interrupts::ThrowIfRequested(), TimeLimitError);
+    }
+    EXPECT_FALSE(Interrupts::AreRequested());
+    for (const double seconds : {1000.0, 1e10, 1e300}) {
+        const TimeLimit limit{std::chrono::duration<double>(seconds)};
+        EXPECT_FALSE(Interrupts::AreRequested());
+    }
+    const TimeLimit none{std::nullopt};
+    EXPECT_FALSE(Interrupts::AreRequested());
+}
+
+TEST(TimeLimit, EndsAWaitForInput) {
+    for (const bool hasHandlers : {false, true}) {
+        std::optional<Interrupts> interrupts;
+        if (hasHandlers) interrupts.emplace();
+        std::array<int, 2> pipeEnds;
+        ASSERT_EQ(pipe(pipeEnds.data()), 0);
+        const TimeLimit limit(std::chrono::duration<double>(0.01));
+        EXPECT_THROW(Interrupts::WaitUntilReadable(pipeEnds[0]), TimeLimitError);
+        close(pipeEnds[0]);
+        close(pipeEnds[1]);
     }
 }
 

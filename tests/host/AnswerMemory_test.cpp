@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "framework/SeededHash.h"
+
 namespace nbscore::test {
 namespace {
 
@@ -81,12 +83,12 @@ TEST(AnswerMemory, NoCaseIsTakenForAnother_WhenThereAreMany) {
 }
 
 /// Cases of one row whose searches all begin in the same place. This repeats how places are told; where that changes,
-/// the test that takes these cases fails, because it wants some of them not to be kept.
+/// the test that takes these cases fails, because it wants some of them not to be kept. Whoever does not know the seed
+/// of the process cannot choose them.
 std::vector<Rows> CasesThatFallTogether(std::size_t count) {
     std::vector<Rows> cases;
     for (RowNumber row = 0; cases.size() < count; ++row) {
-        std::uint64_t hash = row * std::uint64_t{0x9E3779B97F4A7C15U};
-        hash ^= hash >> 32;
+        const std::uint64_t hash = HashSeed::OfProcess().OfBytes(reinterpret_cast<const char*>(&row), sizeof(row));
         if (hash % (std::uint64_t{1} << 17) == 5) cases.push_back({row});
     }
     return cases;

@@ -24,8 +24,8 @@ std::string Fruit(std::string_view piece, std::string_view replacement) {
 
 class CheckAdvice : public testing::Test {
 protected:
-    DocumentCheck Check(const std::string& document, bool adapt = false) const {
-        return CheckDocument(plugin, folder.Write("document.pmml", document), adapt);
+    DocumentCheck Check(const std::string& document, bool adapt = false, const Limits& limits = {}) const {
+        return CheckDocument(plugin, folder.Write("document.pmml", document), adapt, limits);
     }
 
     TemporaryFolder folder;
@@ -35,7 +35,7 @@ protected:
 TEST_F(CheckAdvice, IsTheTables_AndEveryFamilyOfTheTableIsReached) {
     std::set<const Advice*> reached;
     for (const RefusedSample& sample : RefusedSamples()) {
-        const DocumentCheck check = Check(sample.document, sample.adapt);
+        const DocumentCheck check = Check(sample.document, sample.adapt, sample.limits);
         ASSERT_FALSE(check.problems.empty()) << sample.advice;
         const DocumentProblem& problem = check.problems.front();
         EXPECT_THAT(problem.advice, StartsWith(sample.advice)) << problem.message;

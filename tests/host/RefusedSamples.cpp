@@ -77,12 +77,16 @@ std::string ManyAttributes() {
     return Fruit("<Header/>", "<Header" + attributes + "/>");
 }
 
-std::string WithManyCells() {
-    std::string values;
-    for (int i = 0; i < 60; ++i)
-        values += "<Value value=\"v" + std::to_string(i) + "\"/>";
-    return Replace(Fruit("<Value value=\"apple\"/>", values + "<Value value=\"apple\"/>"), "<PairCounts value=\"0\">",
-                   "<PairCounts value=\"1000000\">");
+Limits MaxMemory(std::uint64_t bytes) {
+    Limits limits;
+    limits.maxMemory = bytes;
+    return limits;
+}
+
+Limits MaxDocumentBytes(std::uint64_t bytes) {
+    Limits limits;
+    limits.maxDocumentBytes = bytes;
+    return limits;
 }
 
 /// The document as a set of sub-models.
@@ -303,7 +307,11 @@ std::vector<RefusedSample> MakeSamples() {
          model + "/BayesInputs[1]/BayesInput[1]", "Count the input's categories"},
         {Fruit("<PairCounts value=\"0\">", "<PairCounts value=\"1000001\">"),
          model + "/BayesInputs[1]/BayesInput[2]/PairCounts[1]", "Number bins from 0"},
-        {WithManyCells(), model + "/BayesInputs[1]/BayesInput[2]", "Take out inputs or values"},
+        {Fruit("<PairCounts value=\"0\">", "<PairCounts value=\"1000000\">"),
+         model + "/BayesInputs[1]/BayesInput[2]/PairCounts[1]", "Allow more (--max-memory", false,
+         MaxMemory(50'000'000)},
+        {fruitDocument, "1:1", "", false, MaxMemory(1000)},
+        {fruitDocument, "1:1", "Allow more (--max-document-bytes", false, MaxDocumentBytes(1000)},
         {Fruit("leftMargin=\"150\"", "leftMargin=\"151\""),
          model + "/BayesInputs[1]/BayesInput[2]/DerivedField[1]/Discretize[1]/DiscretizeBin[2]/Interval[1]",
          "Let the leftMargin of each bin"},

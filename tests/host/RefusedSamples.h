@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "framework/Limits.h"
+
 /// @file
 /// A document for every message with which documents are refused.
 
@@ -16,6 +18,8 @@ struct RefusedSample {
     /// How what to do about it begins; empty where another document has the message's advice.
     std::string advice;
     bool adapt = false;
+    /// What the document is read under.
+    Limits limits = {};
 };
 
 /// Documents that cannot be read or, as they are read, not be scored.

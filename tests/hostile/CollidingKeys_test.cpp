@@ -8,7 +8,6 @@
 #include <set>
 #include <unordered_set>
 
-
 namespace nbscore::test {
 namespace {
 

@@ -36,7 +36,7 @@ TEST_F(HostileMarkup, IsRefusedAndTheNextOneChecked_WhenMemoryEndsBehindTheParse
     folder.Write("large.pmml", Replace(fruitDocument, "<PairCounts value=\"0\">", "<PairCounts value=\"1000000\">"));
     const std::string refusal = "The document takes more memory than there is.";
     for (const std::string format : {"text", "json"}) {
-        CommandCall call = LimitedCall({"check", "large.pmml", "model.pmml", "--format", format});
+        CommandCall call = LimitedCall({"check", "large.pmml", "model.pmml", "--format", format, "--max-memory", "1G"});
         call.memoryLimit = std::uint64_t{100} << 20;
         const CommandResult result = RunCommand(call);
         EXPECT_EQ(result.exitStatus, 3) << result.err;

@@ -125,18 +125,25 @@ namespace {
 
 using StreamedElements = HostileTest;
 
-/// The model of fruits, which is fine, and more elements behind it than memory holds.
+/// The model of fruits, which is fine, and more elements behind it than memory holds, or than the default lets it take:
+/// half of the addresses that the process may have.
 TEST_F(StreamedElements, AreRefusedWhereMemoryEnds_WhenTheyAreTooMany) {
     if (!memoryIsLimited) GTEST_SKIP() << "memory never ends here";
     const std::string elements = Filled("<a/>\n")(0);
-    for (const std::vector<std::string>& arguments : WaysToRead("/dev/stdin")) {
-        StartedCommand command(LimitedCall(arguments));
-        command.WriteInput(Replace(fruitDocument, "</PMML>", ""));
-        for (int i = 0; i < 50; ++i)
-            command.WriteInput(elements);
-        command.WriteInput("</PMML>");
-        command.CloseInput();
-        ExpectRefused(command.Wait(), "[0-9]{6,}:[0-9]: error 12: The document takes more memory than there is.");
+    for (const bool isDefault : {true, false}) {
+        for (std::vector<std::string> arguments : WaysToRead("/dev/stdin")) {
+            if (!isDefault) arguments.insert(arguments.end(), {"--max-memory", "1G"});
+            StartedCommand command(LimitedCall(arguments));
+            command.WriteInput(Replace(fruitDocument, "</PMML>", ""));
+            for (int i = 0; i < 50; ++i)
+                command.WriteInput(elements);
+            command.WriteInput("</PMML>");
+            command.CloseInput();
+            ExpectRefused(command.Wait(),
+                          std::string("[0-9]{6,}:[0-9]: error 12: ") +
+                              (isDefault ? "The document needs more memory than max-memory allows: 268435456 bytes."
+                                         : "The document takes more memory than there is."));
+        }
     }
 }
 

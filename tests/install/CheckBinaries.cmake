@@ -1,7 +1,7 @@
 # cmake -P: what must hold for every program and library in FOLDERS: what it needs is searched for relative to itself or
 # in the system's folders, never in the current one. With HARDENED also: it can stand at any address, its tables of
-# addresses cannot be written once they are filled, nothing on its stack can run; and those that are installed check
-# their stacks and, with OPTIMISED, what the C library copies for them. READELF reads them.
+# addresses cannot be written once they are filled, nothing on its stack can run; those that are installed check their
+# stacks; and with OPTIMISED the command checks what the C library copies for it. READELF reads them.
 cmake_minimum_required(VERSION 3.25)
 
 set(shipped "^(nbscore|libscoreframework\\.so\\..*|libnaivebayes\\.so\\..*)$")
@@ -35,8 +35,9 @@ function(check_hardening file headers dynamic symbols)
     if(NOT symbols MATCHES " UND __stack_chk_fail")
         message(SEND_ERROR "${file} does not check its stack")
     endif()
+    # All are compiled alike, but in the libraries the compiler may see every size by itself and leave nothing to check.
     string(REPLACE "__stack_chk_fail" "" symbols "${symbols}")
-    if(OPTIMISED AND NOT symbols MATCHES " UND __[a-z0-9_]+_chk")
+    if(OPTIMISED AND name STREQUAL "nbscore" AND NOT symbols MATCHES " UND __[a-z0-9_]+_chk")
         message(SEND_ERROR "${file} does not check what it has the C library copy")
     endif()
 endfunction()

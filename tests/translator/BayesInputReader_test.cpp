@@ -288,18 +288,19 @@ TEST(BayesInputReader, TakesABinNumberOfAMillion_AndNoneAbove) {
 }
 
 TEST(BayesInputReader, Refuses_WhenTheTablesWouldTakeTooMuchMemory) {
-    // A million rows each, of 2 cells and what a row itself costs.
+    // A million rows each, of 2 cells and what a row itself costs; a little goes to the target.
+    constexpr std::size_t fitting = 2;
     std::string inputs;
-    const auto fitting = CountCells::limit / (1'000'001 * (2 + CountCells::cellsPerRow));
     for (std::size_t i = 0; i <= fitting; ++i)
         inputs += Input("temperature", bins + PairCounts("1000000", "2", "4"));
     RecordingModel model;
     const std::string text = WithInputs(inputs).Text();
-    const ParseOutcome outcome = ReadWith(model, text);
+    const ParseOutcome outcome =
+        ReadWith(model, text, [](DocumentReading& reading) { reading.cells = CountCells(300'000'000, 0); });
     ASSERT_TRUE(outcome.refusal);
     EXPECT_EQ(outcome.refusal->GetCode(), 12);
     EXPECT_EQ(outcome.refusal->GetMessage(),
-              "The document's count tables and categories need more than 18000000 cells of memory.");
+              "The document's count tables and categories need more memory than max-memory allows: 300000000 bytes.");
     EXPECT_EQ(model.matrices.size(), fitting);
 }
 

@@ -16,8 +16,13 @@ namespace {
 constexpr std::size_t perRow = CountCells::cellsPerRow;
 constexpr std::size_t perCategory = CountCells::cellsPerCategory;
 
+CountCells CellsOf(std::size_t limit) {
+    return {limit * CountCells::bytesPerCell, 0};
+}
+
 std::string TooMany(std::size_t limit) {
-    return "The document's count tables and categories need more than " + std::to_string(limit) + " cells of memory.";
+    return "The document's count tables and categories need more memory than max-memory allows: " +
+           std::to_string(limit * CountCells::bytesPerCell) + " bytes.";
 }
 
 /// What a step comes to that takes cells at a document's only element.
@@ -28,7 +33,7 @@ ParseOutcome Taking(const std::function<void(const xercesc::DOMElement&)>& step)
 
 ParseOutcome Take(std::size_t limit, const std::vector<std::size_t>& amounts) {
     return Taking([&](const xercesc::DOMElement& element) {
-        CountCells cells(limit);
+        CountCells cells = CellsOf(limit);
         for (const std::size_t amount : amounts)
             cells.Take(element, amount);
     });
@@ -46,18 +51,21 @@ TEST(CountCells, AreRefused_WhenFewerAreLeft) {
     }
 }
 
-TEST(CountCells, AreEighteenMillion_WhenNothingElseIsSaid) {
-    const auto take = [](std::size_t amount) {
-        return Taking([=](const xercesc::DOMElement& element) { CountCells().Take(element, amount); });
+TEST(CountCells, AreWhatTheElementsOfTheDocumentLeave) {
+    const auto take = [](std::uint64_t taken, std::size_t amount) {
+        return Taking([=](const xercesc::DOMElement& element) {
+            CountCells(100 * CountCells::bytesPerCell, taken * CountCells::bytesPerCell).Take(element, amount);
+        });
     };
-    EXPECT_FALSE(take(18'000'000).refusal);
-    EXPECT_TRUE(IsRefusedAs(take(18'000'001), "<Table/>", {12, TooMany(18'000'000), "<Table/>", "/Table"}));
+    EXPECT_FALSE(take(60, 40).refusal);
+    EXPECT_TRUE(IsRefusedAs(take(60, 41), "<Table/>", {12, TooMany(100), "<Table/>", "/Table"}));
+    EXPECT_TRUE(take(101, 1).refusal);
 }
 
 TEST(TableCells, AreTakenOnce_WhenATableIsMeasuredAgain) {
     const auto grow = [](std::size_t limit) {
         return Taking([=](const xercesc::DOMElement& element) {
-            CountCells cells(limit);
+            CountCells cells = CellsOf(limit);
             TableCells table(cells);
             table.Require(element, 1, 5);
             table.Require(element, 2, 7);
@@ -79,7 +87,7 @@ std::string Repeated(const std::string& text, std::size_t times) {
 /// What reading a document comes to when so many cells are there for it.
 ParseOutcome ReadWithin(std::size_t limit, const TestDocument& document) {
     RecordingModel model;
-    return ReadWith(model, document.Text(), [=](DocumentReading& reading) { reading.cells = CountCells(limit); });
+    return ReadWith(model, document.Text(), [=](DocumentReading& reading) { reading.cells = CellsOf(limit); });
 }
 
 /// That a document takes exactly so many cells.

@@ -10,11 +10,16 @@
 namespace nbscore::test {
 namespace {
 
+std::unique_ptr<INBVeskEncoder> MakeEncoder(const ScoreDictVar& var) {
+    LimitWatch watch;
+    return MakeCategoricalEncoder(var, watch);
+}
+
 TEST(EncoderFactory, MakesATextEncoder_WhenTheVariableHoldsText) {
     BaseDictVar var("colour", ScoreDictVar::StringStorage, ScoreDictVar::Categorical);
     var.AddValidValue(std::make_unique<StringValue>("red"), "");
     var.AddValidValue(std::make_unique<StringValue>("blue"), "Blue");
-    const auto encoder = MakeCategoricalEncoder(var);
+    const auto encoder = MakeEncoder(var);
     EXPECT_EQ(encoder->GetEncoderType(), 3);
     EXPECT_EQ(encoder->GetNumCategories(), 2);
     EXPECT_EQ(encoder->GetCategory("red"), 0);
@@ -26,7 +31,7 @@ TEST(EncoderFactory, MakesANumberEncoder_WhenTheVariableHoldsNumbers) {
     BaseDictVar var("size", ScoreDictVar::NumericStorage, ScoreDictVar::Ordinal);
     for (const double number : {3.0, 1.0, 2.0})
         var.AddValidValue(std::make_unique<NumericValue>(number), "");
-    const auto encoder = MakeCategoricalEncoder(var);
+    const auto encoder = MakeEncoder(var);
     EXPECT_EQ(encoder->GetEncoderType(), 2);
     EXPECT_EQ(encoder->GetCategory("3.0"), 0);
     EXPECT_EQ(encoder->GetCategory("1"), 1);
@@ -34,11 +39,9 @@ TEST(EncoderFactory, MakesANumberEncoder_WhenTheVariableHoldsNumbers) {
 }
 
 TEST(EncoderFactory, MakesAnEmptyEncoder_WhenNoValueIsDeclared) {
-    EXPECT_EQ(MakeCategoricalEncoder(BaseDictVar("a", ScoreDictVar::StringStorage, ScoreDictVar::Categorical))
-                  ->GetNumCategories(),
+    EXPECT_EQ(MakeEncoder(BaseDictVar("a", ScoreDictVar::StringStorage, ScoreDictVar::Categorical))->GetNumCategories(),
               0);
-    EXPECT_EQ(MakeCategoricalEncoder(BaseDictVar("b", ScoreDictVar::NumericStorage, ScoreDictVar::Continuous))
-                  ->GetNumCategories(),
+    EXPECT_EQ(MakeEncoder(BaseDictVar("b", ScoreDictVar::NumericStorage, ScoreDictVar::Continuous))->GetNumCategories(),
               0);
 }
 
@@ -46,7 +49,7 @@ TEST(EncoderFactory, GivesOneCategory_WhenAValueIsDeclaredTwice) {
     BaseDictVar var("size", ScoreDictVar::NumericStorage, ScoreDictVar::Categorical);
     for (const std::string text : {"1", "1.0", "2"})
         var.AddValidValue(std::make_unique<NumericValue>(text), "");
-    const auto encoder = MakeCategoricalEncoder(var);
+    const auto encoder = MakeEncoder(var);
     EXPECT_EQ(encoder->GetNumCategories(), 2);
     EXPECT_EQ(encoder->GetCategory("2"), 1);
 }

@@ -33,7 +33,9 @@ public:
         const xercesc::DOMElement* root = document->getDocumentElement();
         FieldFaults faults;
         dictionary.reset(ParseDictionary(GetChildByTagForced(root, element::dataDictionary), faults));
-        DocumentReading reading{*this, *GetTranscoder(), *dictionary, nullptr, model, faults, {}, {}, {}, {}};
+        const CountCells cells(GetLimits().GetMemory(), 0);
+        DocumentReading reading{*this, *GetTranscoder(),       *dictionary, nullptr, model, faults, {}, {}, cells,
+                                {},    LimitWatch(GetLimits())};
         preparation(reading);
         const xercesc::DOMNodeList* models = GetElementsByTagName(document, element::naiveBayesModel);
         for (XMLSize_t i = 0; i < models->getLength(); ++i) {

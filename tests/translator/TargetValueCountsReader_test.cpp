@@ -26,7 +26,8 @@ ReadCounts Read(const std::string& content, INBVeskEncoder* encoder, const Targe
     ReadCounts read;
     read.outcome = VisitDocument("<PairCounts>\n" + content + "\n</PairCounts>", [&](xercesc::DOMDocument& document,
                                                                                      const Transcoder& transcoder) {
-        read.counts = ReadTargetValueCounts(transcoder, *document.getDocumentElement(), encoder, options);
+        LimitWatch watch;
+        read.counts = ReadTargetValueCounts(transcoder, *document.getDocumentElement(), encoder, options, watch);
     });
     return read;
 }

@@ -6,6 +6,7 @@
 #include "framework/dictionary/DeclaredValueReader.h"
 #include "framework/dictionary/IntervalReader.h"
 #include "framework/dictionary/NumericDataType.h"
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/Refusal.h"
 #include "framework/xml/Utf8.h"
 #include "framework/xml/XmlName.h"
@@ -46,8 +47,10 @@ std::unique_ptr<BaseDictVar> DeclarationReader::Read(const std::string& name) {
     variable->SetHoldsTruthValues(IsDeclaredBoolean(field));
     constexpr XmlName displayNameName = "displayName";
     variable->SetDisplayName(transcoder.transcodeTo(BaseTranslator::GetAttribute(field, displayNameName)));
+    const DocumentWatch watch(*field);
     current = BaseTranslator::GetFirstChildElt(field);
     for (; current; current = BaseTranslator::GetNextSiblingElt(current)) {
+        watch.Step();
         if (BaseTranslator::IsEqual(current->getNodeName(), "Value")) {
             ReadDeclaredValue(current, transcoder, *variable);
         } else if (BaseTranslator::IsEqual(current->getNodeName(), "Interval")) {
@@ -95,12 +98,13 @@ std::unique_ptr<BaseDictVar> ReadFieldDeclaration(const xercesc::DOMElement* fie
 }
 
 std::unique_ptr<BaseDictVar> ReadFieldDeclaration(const xercesc::DOMElement* field, const std::string& name,
-                                                  const Transcoder& transcoder, FieldFaults& faults) {
+                                                  const Transcoder& transcoder,
+                                                  std::optional<FieldFaults::Fault>& fault) {
     DeclarationReader reader(field, transcoder);
     try {
         return reader.Read(name);
-    } catch (const VeskException& fault) {
-        faults.Add(name, reader.GetCurrent(), fault);
+    } catch (const VeskException& refusal) {
+        fault = {reader.GetCurrent(), refusal};
         return std::make_unique<BaseDictVar>(name, ReadStorageType(field), ScoreDictVar::Categorical);
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "framework/BaseDictVar.h"
@@ -20,10 +21,11 @@ namespace nbscore {
 std::unique_ptr<BaseDictVar> ReadFieldDeclaration(const xercesc::DOMElement* field, const std::string& name,
                                                   const Transcoder& transcoder);
 
-/// The same of a field that may turn out to be unused: where the declaration is wrong, that is kept instead of thrown,
+/// The same of a field that may turn out to be unused: where the declaration is wrong, that is told instead of thrown,
 /// and the variable has the field's storage type and nothing else.
 std::unique_ptr<BaseDictVar> ReadFieldDeclaration(const xercesc::DOMElement* field, const std::string& name,
-                                                  const Transcoder& transcoder, FieldFaults& faults);
+                                                  const Transcoder& transcoder,
+                                                  std::optional<FieldFaults::Fault>& fault);
 
 /// Whether a DataField or DerivedField element holds numbers or texts, by the same rule.
 SCOREFRAMEWORK_API ScoreDictVar::StorageType ReadStorageType(const xercesc::DOMElement* field);

@@ -6,8 +6,8 @@
 
 namespace nbscore {
 
-void FieldFaults::Add(const std::string& field, const xercesc::DOMElement* element, const VeskException& fault) {
-    faults.emplace(field, Fault{element, fault});
+void FieldFaults::Add(const std::string& field, const Fault& fault) {
+    faults.emplace(field, fault);
 }
 
 void FieldFaults::RequireSound(const std::string& field) const {

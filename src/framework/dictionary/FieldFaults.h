@@ -13,18 +13,18 @@ namespace nbscore {
 /// for those alone. Lives no longer than the document.
 class SCOREFRAMEWORK_API FieldFaults {
 public:
-    /// @param element where the fault is; @param fault has no place yet: to find one takes a walk over the document, and
-    ///     faults may be many.
-    void Add(const std::string& field, const xercesc::DOMElement* element, const VeskException& fault);
+    struct Fault {
+        const xercesc::DOMElement* element;
+        /// Has no place yet: to find one takes a walk over the document, and faults may be many.
+        VeskException refusal;
+    };
+
+    void Add(const std::string& field, const Fault& fault);
     bool IsEmpty() const { return faults.empty(); }
     /// Throws the fault of a field that has one, with its place.
     void RequireSound(const std::string& field) const;
 
 private:
-    struct Fault {
-        const xercesc::DOMElement* element;
-        VeskException refusal;
-    };
     std::map<std::string, Fault> faults;
 };
 

@@ -21,6 +21,7 @@ ApplyExpression::ApplyExpression(CallParts parts, Call functionCall)
 
 ExpressionValue ApplyExpression::ValueFor(const FieldValues& fields) const {
     WorkBudget& budget = fields.Budget();
+    budget.NoteCall();
     std::vector<ExpressionValue> values;
     values.reserve(arguments.size());
     for (const auto& argument : arguments)

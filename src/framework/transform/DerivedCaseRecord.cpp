@@ -15,7 +15,8 @@ const ScoreValue& AsScoreValue(const std::variant<NumericValue, StringValue>& va
 
 }  // namespace
 
-DerivedCaseRecord::DerivedCaseRecord(const DerivedFields& derivedFields) : derived(derivedFields) {
+DerivedCaseRecord::DerivedCaseRecord(const DerivedFields& derivedFields)
+    : derived(derivedFields), watch(derivedFields.limits) {
     cells.reserve(derived.fields.size());
     for (const DerivedField& field : derived.fields) {
         if (field.function.GivesNumbers()) {
@@ -85,10 +86,11 @@ std::size_t DerivedCaseRecord::CountComputedAhead(const DerivedField& field) con
 }
 
 void DerivedCaseRecord::Compute(std::size_t position) const {
+    watch.Step();
     const DerivedField& field = derived.fields[position];
     // The field that asked for this one in the midst of its own computation goes on with what it had left.
     const WorkBudget budgetOfAskingField = budget;
-    budget = WorkBudget(WorkBudget::ofCase / static_cast<double>(derived.fields.size()));
+    budget = WorkBudget(WorkBudget::ofCase / static_cast<double>(derived.fields.size()), &watch);
     levelsInUse += field.levels;
     ExpressionValue result = field.function.Evaluate(*this);
     levelsInUse -= field.levels;

@@ -54,6 +54,7 @@ private:
     void Store(ExpressionValue result, std::size_t position) const;
 
     const DerivedFields& derived;
+    mutable LimitWatch watch;
     const ScoreCaseRecord* record = nullptr;
     /// Counts cases, so that a new case forgets the values of the last one without touching them.
     std::uint64_t caseNumber = 1;

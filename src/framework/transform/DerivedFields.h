@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "framework/BaseDictionary.h"
+#include "framework/Limits.h"
 #include "framework/ScoreDictVar.h"
 #include "framework/SeededHash.h"
 #include "framework/transform/DeclaredValidity.h"
@@ -46,6 +47,8 @@ struct DerivedFields {
     SeededMap<std::string, std::size_t> positionsByName;
     std::vector<InputField> inputs;
     UserFunctions functions;
+    /// How whoever had the document read ends computing them.
+    Limits limits;
 };
 
 }  // namespace nbscore

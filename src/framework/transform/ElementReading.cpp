@@ -8,6 +8,7 @@
 
 #include "framework/BaseTranslator.h"
 #include "framework/dictionary/NumericDataType.h"
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/Refusal.h"
 #include "framework/xml/Utf8.h"
 #include "framework/xml/XmlName.h"
@@ -32,8 +33,10 @@ VeskException NoSuchWord(const DOMElement* element, const XMLCh* name, const XML
 
 std::vector<const DOMElement*> ChildrenOf(const DOMElement* element) {
     std::vector<const DOMElement*> children;
+    const DocumentWatch watch(*element);
     const DOMElement* child = BaseTranslator::GetFirstChildElt(element);
     for (; child != nullptr; child = BaseTranslator::GetNextSiblingElt(child)) {
+        watch.Step();
         if (!BaseTranslator::IsEqual(child->getNodeName(), "Extension")) children.push_back(child);
     }
     return children;

@@ -18,8 +18,8 @@ struct InlineRow {
 };
 
 /// Hands the rows of an InlineTable on, in order, one after the other: all at once they could take room for far more
-/// cells than the table has. A cell is an element with the name of its column, with or without a namespace prefix before
-/// either; cells of other columns are passed over.
+/// cells than the table has. A cell is an element with the name of its column, with or without a namespace prefix
+/// before either; cells of other columns are passed over.
 ///
 /// Throws VeskException 1 for a child that is no row and for an element inside a cell that was asked for, 12 for a row
 /// with two cells of one asked column.

@@ -54,8 +54,10 @@ const DOMElement* ExpressionOf(const DOMElement* field) {
 /// order.
 class Reader {
 public:
-    Reader(const ScoreDictionary* dataDictionary, const Transcoder& textTranscoder)
-        : dictionary(dataDictionary), transcoder(textTranscoder), functions(derived->functions, textTranscoder) {}
+    Reader(const ScoreDictionary* dataDictionary, const Transcoder& textTranscoder, const Limits& limits)
+        : dictionary(dataDictionary), transcoder(textTranscoder), functions(derived->functions, textTranscoder) {
+        derived->limits = limits;
+    }
 
     std::unique_ptr<const DerivedFields> Read(const DOMElement* transformations) {
         for (const DOMElement* child : ChildrenOf(transformations))
@@ -142,8 +144,9 @@ private:
 
 std::unique_ptr<TransformationDictionary> ReadTransformationDictionary(const DOMElement* element,
                                                                        const ScoreDictionary* dictionary,
-                                                                       const Transcoder& transcoder) {
-    return std::make_unique<DerivedFieldDictionary>(Reader(dictionary, transcoder).Read(element));
+                                                                       const Transcoder& transcoder,
+                                                                       const Limits& limits) {
+    return std::make_unique<DerivedFieldDictionary>(Reader(dictionary, transcoder, limits).Read(element));
 }
 
 }  // namespace nbscore

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "framework/Limits.h"
 #include "framework/ScoreDictionary.h"
 #include "framework/Transcoder.h"
 #include "framework/TransformationDictionary.h"
@@ -16,9 +17,11 @@ namespace nbscore {
 /// 2 for a field without a name, 8 for a reference to no field, 11 for what is not supported (Aggregate, Lag, a
 /// TableLocator, a function that nobody knows), 12 for a name that a data field or an earlier derived field has, for a
 /// field that depends on itself, and for one whose functions take too much work; and what the readers of the kinds of
-/// expressions throw.
+/// expressions throw; and CancelledError.
+/// @param limits for computing them later; reading them asks those of the document.
 std::unique_ptr<TransformationDictionary> ReadTransformationDictionary(const xercesc::DOMElement* element,
                                                                        const ScoreDictionary* dictionary,
-                                                                       const Transcoder& transcoder);
+                                                                       const Transcoder& transcoder,
+                                                                       const Limits& limits = {});
 
 }  // namespace nbscore

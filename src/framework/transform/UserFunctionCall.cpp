@@ -43,6 +43,7 @@ UserFunctionCall::UserFunctionCall(const UserFunction& calledFunction, ArgumentE
     : function(calledFunction), arguments(std::move(callArguments)), options(std::move(callOptions)) {}
 
 ExpressionValue UserFunctionCall::ValueFor(const FieldValues& fields) const {
+    fields.Budget().NoteCall();
     std::vector<ExpressionValue> values;
     values.reserve(arguments.size());
     for (std::size_t i = 0; i < arguments.size(); ++i)

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "framework/Limits.h"
+
 namespace nbscore {
 
 /// How many more elementary steps the computation of a derived field may take: no text, no table and no pattern holds
@@ -19,19 +21,35 @@ public:
     /// to 125 megabytes at most.
     static constexpr double perByteOfText = 8;
 
-    explicit WorkBudget(double steps) : left(steps) {}
+    /// @param limitWatch asked while the budget is spent; borrowed, and null where nobody wants to be asked.
+    explicit WorkBudget(double steps, LimitWatch* limitWatch = nullptr)
+        : left(steps), leftAtNextQuestion(steps - stepsPerQuestion), watch(limitWatch) {}
 
-    /// False when that is more than is left; nothing is left from then on.
+    /// False when that is more than is left; nothing is left from then on. Throws CancelledError.
     bool Spend(double steps) {
         left -= steps;
+        if (left < leftAtNextQuestion) {
+            leftAtNextQuestion = left - stepsPerQuestion;
+            if (watch != nullptr) watch->GetLimits().ThrowIfCancelled();
+        }
         return left >= 0;
     }
     bool Spend(std::size_t steps) { return Spend(static_cast<double>(steps)); }
 
     bool IsSpent() const { return left < 0; }
 
+    /// To be called for each function that is called, because numbers spend nothing. Throws CancelledError.
+    void NoteCall() {
+        if (watch != nullptr) watch->Step();
+    }
+
 private:
+    /// A few milliseconds of the costliest ones.
+    static constexpr double stepsPerQuestion = 100'000;
+
     double left;
+    double leftAtNextQuestion;
+    LimitWatch* watch;
 };
 
 }  // namespace nbscore

@@ -43,10 +43,10 @@ private:
 };
 
 /// Parses and lets go of all that was built when memory ends, so that there is some for saying so.
-ParsedDocument ParseWithinMemory(std::istream& stream) {
+ParsedDocument ParseWithinMemory(std::istream& stream, const Limits& limits) {
     PlacedDOMParser::Position reached;
     const auto parse = [&] {
-        const auto memory = std::make_shared<XmlMemory>();
+        const auto memory = std::make_shared<XmlMemory>(limits);
         PlacedDOMParser parser(memory);
         try {
             return parser.ParseAndAdopt(stream);
@@ -55,20 +55,22 @@ ParsedDocument ParseWithinMemory(std::istream& stream) {
             throw;
         }
     };
-    const auto refusal = [&] {
-        VeskException exhausted = RefusalForMemory();
+    const auto placed = [&](VeskException refusal) {
         DocumentPlace place;
         place.line = reached.line;
         place.column = reached.column;
-        exhausted.SetPlace(place);
-        return exhausted;
+        refusal.SetPlace(place);
+        return refusal;
     };
     try {
         return parse();
+    } catch (const VeskException& refusal) {
+        if (refusal.HasPlace()) throw;
+        throw placed(refusal);  // of a limit
     } catch (const xercesc::OutOfMemoryException&) {
-        throw refusal();
+        throw placed(RefusalForMemory());
     } catch (const std::bad_alloc&) {
-        throw refusal();
+        throw placed(RefusalForMemory());
     }
 }
 
@@ -79,12 +81,12 @@ void DocumentReleaser::operator()(xercesc::DOMDocument* document) const {
     document->release();
 }
 
-ParsedDocument ParseDocument(std::istream& stream) {
+ParsedDocument ParseDocument(std::istream& stream, const Limits& limits) {
     EnsureXmlPlatform();
     const QuietStream quiet(stream);
     if (stream.fail() && !stream.eof()) throw VeskException(VeskException::UnreadableSource, unreadable);
     try {
-        ParsedDocument document = ParseWithinMemory(stream);
+        ParsedDocument document = ParseWithinMemory(stream, limits);
         if (stream.bad()) throw VeskException(VeskException::UnreadableSource, unreadable);
         DropPmmlPrefix(*document);
         return document;

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "framework/Export.h"
+#include "framework/Limits.h"
 #include "framework/XmlFwd.h"
 
 namespace nbscore {
@@ -20,8 +21,9 @@ using ParsedDocument = std::unique_ptr<xercesc::DOMDocument, DocumentReleaser>;
 
 /// The document that a stream holds; elements of PMML have their names without prefix, whatever the document uses
 /// (DropPmmlPrefix). Throws VeskException 3 for what is no acceptable XML, 4 for a stream that
-/// fails, 10 for an encoding that nobody knows, 12 when there is too little memory for it; nothing of the XML library's
-/// own.
-SCOREFRAMEWORK_API ParsedDocument ParseDocument(std::istream& stream);
+/// fails, 10 for an encoding that nobody knows, 12 when there is too little memory for it or the limits refuse it, and
+/// CancelledError; nothing of the XML library's own.
+/// @param limits stay with the document: who walks through it later asks them too (DocumentWatch).
+SCOREFRAMEWORK_API ParsedDocument ParseDocument(std::istream& stream, const Limits& limits = {});
 
 }  // namespace nbscore

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "framework/xml/DocumentOrder.h"
+#include "framework/xml/DocumentWatch.h"
 
 namespace nbscore {
 namespace {
@@ -25,7 +26,9 @@ PlaceKeeper::PlaceKeeper(xercesc::DOMDocument& changingDocument) : document(chan
     const ElementPlaces* places = ElementPlaces::Find(&document);
     if (places == nullptr) return;
     std::size_t ordinal = 0;
+    const DocumentWatch watch(document);
     for (const DOMNode* node = &document; node != nullptr; node = NextInDocumentOrder(node)) {
+        watch.Step();
         if (IsElement(node)) marks.emplace_back(node, places->Get(ordinal++));
     }
     std::ranges::sort(marks, std::less(), [](const auto& entry) { return entry.first; });
@@ -36,7 +39,9 @@ PlaceKeeper::~PlaceKeeper() = default;
 void PlaceKeeper::Settle() {
     if (ElementPlaces::Find(&document) == nullptr) return;
     auto settled = std::make_unique<ElementPlaces>();
+    const DocumentWatch watch(document);
     for (const DOMNode* node = &document; node != nullptr; node = NextInDocumentOrder(node)) {
+        watch.Step();
         if (IsElement(node)) settled->Add(MarkOf(node));
     }
     ElementPlaces::Attach(&document, std::move(settled));

@@ -136,7 +136,8 @@ ParsedDocument PlacedDOMParser::ParseAndAdopt(std::istream& stream) {
     isBehindStartTag = false;
     isBehindText = false;
     const PieceLimit limit(*memory, [this] { RefuseAttributes(); });
-    parse(StreamInputSource(stream, *memory, [this](std::uint64_t taken) { NoteBytes(taken); }));
+    parse(StreamInputSource(stream, *memory, memory->GetWatch().GetLimits(),
+                            [this](std::uint64_t taken) { NoteBytes(taken); }));
     ParsedDocument document(adoptDocument(), DocumentReleaser{memory});
     ElementPlaces::Attach(document.get(), std::move(places));
     return document;

@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "framework/xml/DocumentOrder.h"
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/ElementPlaces.h"
 
 namespace nbscore {
@@ -14,7 +15,9 @@ PlacesInOrder::PlacesInOrder(const xercesc::DOMDocument& walkedDocument)
     : document(walkedDocument), node(&walkedDocument) {}
 
 PlacesInOrder::LineAndColumn PlacesInOrder::Find(const xercesc::DOMElement& element) {
+    const DocumentWatch watch(document);
     while (node != nullptr && node != &element) {
+        watch.Step();
         if (node->getNodeType() == xercesc::DOMNode::ELEMENT_NODE) ++ordinal;
         node = NextInDocumentOrder(node);
     }

@@ -9,6 +9,7 @@
 
 #include "framework/BaseTranslator.h"
 #include "framework/xml/DocumentOrder.h"
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/XmlName.h"
 
 namespace nbscore {
@@ -59,7 +60,9 @@ void DropPmmlPrefix(xercesc::DOMDocument& document) {
     const XmlText declaration = DeclarationOf(prefix);
     const DOMNode* behindForeign = nullptr;
     bool inForeign = false;
+    const DocumentWatch watch(document);
     for (const DOMNode* node = root; node != nullptr; node = NextInDocumentOrder(node)) {
+        watch.Step();
         if (inForeign && node == behindForeign) inForeign = false;
         if (inForeign || node->getNodeType() != DOMNode::ELEMENT_NODE) continue;
         if (BindsToOther(*static_cast<const DOMElement*>(node), declaration)) {

@@ -8,6 +8,7 @@
 
 #include "framework/BaseTranslator.h"
 #include "framework/xml/DocumentOrder.h"
+#include "framework/xml/DocumentWatch.h"
 #include "framework/xml/ElementPaths.h"
 #include "framework/xml/ElementPlaces.h"
 #include "framework/xml/Utf8.h"
@@ -38,7 +39,9 @@ const xercesc::DOMElement* ElementOf(const DOMNode* node) {
 /// How many elements stand before this one in the document; nothing when it does not hang in the document.
 std::optional<std::size_t> OrdinalOf(const DOMNode* element, const xercesc::DOMDocument* document) {
     std::size_t ordinal = 0;
+    const DocumentWatch watch(*document);
     for (const DOMNode* node = document; node; node = NextInDocumentOrder(node)) {
+        watch.Step();
         if (node == element) return ordinal;
         if (IsElement(node)) ++ordinal;
     }

@@ -7,6 +7,8 @@
 #include <functional>
 #include <iosfwd>
 
+#include "framework/Limits.h"
+
 namespace nbscore {
 
 /// Lets the XML parser read a standard stream. The stream stays the caller's and must outlive the source.
@@ -16,12 +18,15 @@ public:
     using Watch = std::function<void(std::uint64_t bytesTaken)>;
 
     /// @param memory what the parser's objects come from.
-    StreamInputSource(std::istream& input, xercesc::MemoryManager& memory, Watch watch);
+    /// @param documentLimits asked around each reading. Throws VeskException 12, without a place, behind the last byte
+    ///     that they allow, and CancelledError.
+    StreamInputSource(std::istream& input, xercesc::MemoryManager& memory, const Limits& documentLimits, Watch watch);
 
     xercesc::BinInputStream* makeStream() const override;
 
 private:
     std::istream& stream;
+    const Limits& limits;
     Watch beforeReading;
 };
 

@@ -7,7 +7,11 @@
 #include <new>
 #include <utility>
 
+#include "framework/xml/MemoryRefusal.h"
+
 namespace nbscore {
+
+XmlMemory::XmlMemory(const Limits& limits) : watch(limits), mostBytes(limits.GetMemory()) {}
 
 XmlMemory::~XmlMemory() {
     while (ring.behind != &ring)
@@ -23,13 +27,17 @@ void XmlMemory::LimitPieces(std::uint64_t most, std::function<void()> tooMany) {
 void* XmlMemory::allocate(XMLSize_t size) {
     if (++pieces > mostPieces && onTooManyPieces) onTooManyPieces();
     if (size > std::numeric_limits<XMLSize_t>::max() - sizeof(Link)) throw xercesc::OutOfMemoryException();
+    const std::size_t wanted = sizeof(Link) + size;
+    if (wanted > mostBytes - bytes) throw RefusalForMemoryLimit("The document needs", mostBytes);
     void* memory = nullptr;
     try {
-        memory = ::operator new(sizeof(Link) + size);
+        memory = ::operator new(wanted);
     } catch (const std::bad_alloc&) {
         throw xercesc::OutOfMemoryException();
     }
     Link* const link = ::new (memory) Link;
+    link->bytes = wanted;
+    bytes += wanted;
     link->before = &ring;
     link->behind = ring.behind;
     ring.behind->before = link;
@@ -42,6 +50,7 @@ void XmlMemory::deallocate(void* memory) {
     Link* const link = static_cast<Link*>(memory) - 1;
     link->before->behind = link->behind;
     link->behind->before = link->before;
+    bytes -= link->bytes;
     ::operator delete(link);
 }
 

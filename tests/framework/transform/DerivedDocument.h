@@ -19,12 +19,14 @@ struct DerivedDocument {
 
     /// @param fields what stands in the DataDictionary, on the document's second line.
     /// @param transformations what stands in the TransformationDictionary, from the start of the third line on.
+    /// @param limits of computing the derived fields.
     DerivedDocument(const std::string& fields, const std::string& transformations,
-                    const std::string& encoding = "UTF-8") {
+                    const std::string& encoding = "UTF-8", const nbscore::Limits& limits = {}) {
         WithDocument(
             "<PMML><DataDictionary>\n" + fields + "</DataDictionary><TransformationDictionary>\n" + transformations +
                 "</TransformationDictionary></PMML>",
             [&](DocumentProbe& probe, xercesc::DOMDocument& document) {
+                probe.SetLimits(limits);
                 const auto* root = document.getDocumentElement();
                 data.reset(
                     probe.ParseDictionary(BaseTranslator::GetChildByTag(root, nbscore::XmlName("DataDictionary"))));

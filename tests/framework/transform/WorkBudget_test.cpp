@@ -132,4 +132,31 @@ TEST(WorkBudget, IsSpent_WhenAReplacementHasManyPiecesThatGiveNothing) {
     EXPECT_EQ(document.ValueOf("d", &shortText), "text bb");
 }
 
+/// Whether the work goes through texts or calls very many functions of numbers.
+TEST(WorkBudget, EndsTheWork_WhenItIsCancelled) {
+    const Case ofText(2, std::string(1'000'000, 'a'));
+    std::string numbers = DoublingFunctions(12);
+    for (const std::string length = "stringLength"; numbers.find(length) != std::string::npos;)
+        numbers.replace(numbers.find(length), length.size(), "abs");
+    const std::string field = Field("d", "double", "<Apply function='f12'><FieldRef field='F'/></Apply>");
+    for (const bool areTexts : {true, false}) {
+        std::string called = field;
+        called.replace(called.find("'F'"), 3, areTexts ? "'s'" : "'x'");
+        bool isCancelled = true;
+        int asked = 0;
+        nbscore::Limits limits;
+        limits.isCancelled = [&] {
+            ++asked;
+            return isCancelled;
+        };
+        const DerivedDocument document(caseFields, (areTexts ? DoublingFunctions(12) : numbers) + called, "UTF-8",
+                                       limits);
+        EXPECT_THROW(document.ValueOf("d", &ofText), nbscore::CancelledError);
+        EXPECT_EQ(asked, 1);
+        isCancelled = false;
+        EXPECT_EQ(document.ValueOf("d", &ofText), areTexts ? "absent" : "number 8192");
+        EXPECT_GT(asked, 10);
+    }
+}
+
 }  // namespace
