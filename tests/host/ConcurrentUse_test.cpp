@@ -19,6 +19,7 @@
 #include "host/LoadedModel.h"
 #include "host/ModelVerifier.h"
 #include "host/OutputSink.h"
+#include "host/PathText.h"
 #include "host/ReusedResult.h"
 #include "host/SubModelScores.h"
 #include "host/TableScorer.h"
@@ -70,7 +71,8 @@ std::string ScoreTwice(LoadedModel& model, const Example& example) {
 
 std::string Verify(LoadedModel& model, const Example& example) {
     const auto summary = VerifyModel(
-        model.Get(), SourceDocument::Read(example.document).ReadVerification(), [](const CellDifference&) {}, [] {});
+        model.Get(), SourceDocument::Read(ToUtf8(example.document)).ReadVerification(), [](const CellDifference&) {},
+        [] {});
     return std::to_string(summary.cells) + " cells, " + std::to_string(summary.differences) + " differ";
 }
 
