@@ -20,7 +20,7 @@ help:
 	@echo 'make bench-peers        what it takes beside scikit-learn and pandas, which are installed for it'
 	@echo 'make bench-page         write docs/benchmarks.md from what the two measured last'
 	@echo 'make bench-load what loading documents costs beside the bare parse (ten minutes)'
-	@echo 'make bench-growth       how time grows with documents and tables; fails where it grows too fast (half an hour)'
+	@echo 'make bench-growth       how time grows with documents and tables; fails where it grows too fast'
 	@echo 'make lint       formatting and the rules of the source tree'
 	@echo 'make tidy       static analysis of src/, every finding an error (ten minutes)'
 	@echo 'make format     format every source file'
