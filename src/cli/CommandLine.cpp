@@ -82,8 +82,7 @@ ExitStatus CommandLine::RunChosenCommand(Console& console) {
     try {
         return FindChosenCommand()->Run(console);
     } catch (const CancelledError&) {
-        Interrupts::ThrowIfRequested();
-        throw;
+        Interrupts::ThrowReason();
     } catch (const InputOutputError&) {
         // A signal makes the system call fail that it finds at work: the stop is what happened, not the failure.
         Interrupts::ThrowIfRequested();

@@ -241,9 +241,13 @@ bool Interrupts::AreRequested() {
 }
 
 void Interrupts::ThrowIfRequested() {
+    if (AreRequested()) ThrowReason();
+}
+
+void Interrupts::ThrowReason() {
     const int signal = requestedSignal;
     if (signal != 0) throw InterruptedError(signal);
-    if (IsTimeOver()) throw TimeLimitError(std::string(timeIsOver));
+    throw TimeLimitError(std::string(timeIsOver));
 }
 
 void Interrupts::WaitUntilReadable(int descriptor) {

@@ -34,6 +34,9 @@ public:
     static bool AreRequested();
     /// Throws InterruptedError, or TimeLimitError, when that is so.
     static void ThrowIfRequested();
+    /// Throws InterruptedError when a signal asked for the stop, else TimeLimitError: for whoever knows that a stop was
+    /// requested, though the time limit that did so may be gone by now.
+    [[noreturn]] static void ThrowReason();
     /// Waits until there is something to read from a file descriptor, or its end; throws as soon as a stop is
     /// requested.
     static void WaitUntilReadable(int descriptor);
