@@ -10,7 +10,7 @@ install(TARGETS scoreframework naivebayes nbscore_host nbscore_command EXPORT nb
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 
 # Headers keep the layout of the source tree.
-foreach(folder framework naivebayes selflearning translator batch document host)
+foreach(folder framework naivebayes selflearning translator batch document table host)
     install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nbscore
         FILES_MATCHING PATTERN "*.h")
 endforeach()

@@ -16,12 +16,11 @@
 #include "framework/VeskException.h"
 #include "host/CheckReport.h"
 #include "host/DocumentCheck.h"
-#include "host/HostError.h"
 #include "host/LoadedModel.h"
-#include "host/MakeScoreWriter.h"
 #include "host/ModelVerifier.h"
-#include "host/ReusedResult.h"
-#include "host/ScoredCaseReader.h"
+#include "table/HostError.h"
+#include "table/ModelResults.h"
+#include "table/ScoreWriter.h"
 
 namespace nbscore::fuzz {
 namespace {

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "host/TableScorer.h"
+#include "table/TableScorer.h"
 
 namespace nbscore::fuzz {
 

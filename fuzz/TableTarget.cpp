@@ -14,11 +14,11 @@
 
 #include "Require.h"
 #include "TableChoices.h"
-#include "host/CsvReader.h"
-#include "host/DribblingBuffer.h"
-#include "host/HostError.h"
 #include "host/LoadedModel.h"
-#include "host/TableScorer.h"
+#include "support/DribblingBuffer.h"
+#include "table/CsvReader.h"
+#include "table/HostError.h"
+#include "table/TableScorer.h"
 
 namespace nbscore::fuzz {
 namespace {
@@ -52,8 +52,8 @@ Outcome Score(const TableChoices& choices, std::istream& table) {
     Outcome outcome;
     try {
         TextSink sink;
-        const ScoringSummary summary =
-            ScoreTable(Example(choices.model), table, "table", sink, choices.options, [](const ScoringProgress&) {});
+        const ScoringSummary summary = ScoreTable(Example(choices.model).Get(), table, "table", sink, choices.options,
+                                                  [](const ScoringProgress&) {});
         outcome.result = sink.text;
         outcome.rows = summary.rows;
     } catch (const CaseDataError& error) {

@@ -4,7 +4,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 
-floors="framework naivebayes selflearning translator batch document host cli"
+floors="framework naivebayes selflearning translator batch document table host cli"
 failed=0
 allowed=
 for floor in $floors; do
@@ -16,6 +16,10 @@ for floor in $floors; do
         failed=1
     fi
 done
+if grep -rnE '^#include "(naivebayes|translator|document)/' src/table; then
+    echo "^ src/table knows tables: neither documents nor what models are made of" >&2
+    failed=1
+fi
 if grep -rnE '^#include <xercesc/' src | grep -vE '^src/(framework|translator|document)/'; then
     echo "^ XML headers belong to src/framework, src/translator and src/document only" >&2
     failed=1

@@ -13,8 +13,8 @@
 #include "host/CheckReport.h"
 #include "host/LoadedModel.h"
 #include "host/ModelVerifier.h"
-#include "host/ReusedResult.h"
-#include "host/TableScorer.h"
+#include "table/ModelResults.h"
+#include "table/TableScorer.h"
 
 namespace nbscore::bench {
 namespace {
@@ -109,7 +109,7 @@ private:
         std::ifstream input(table, std::ios::binary);
         Nowhere output;
         const ScoringSummary summary =
-            nbscore::ScoreTable(model, input, table.string(), output, {}, [](const auto&) {});
+            nbscore::ScoreTable(model.Get(), input, table.string(), output, {}, [](const auto&) {});
         Demand(summary.rows > 0 && output.GetSize() > 0, "nothing was scored");
     }
 

@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "host/ReusedResult.h"
 #include "scoring/AllocationCount.h"
 #include "scoring/Benchmarks.h"
 #include "scoring/Lazy.h"
 #include "scoring/ShapedModel.h"
+#include "table/ModelResults.h"
 
 namespace nbscore::bench {
 namespace {

@@ -8,9 +8,8 @@
 
 #include "batch/ScorableTables.h"
 #include "framework/ModelTables.h"
-#include "host/ReusedResult.h"
-#include "host/ScoredCaseReader.h"
 #include "scoring/ShapedModel.h"
+#include "table/ModelResults.h"
 
 namespace nbscore::bench {
 namespace {

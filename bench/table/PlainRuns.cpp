@@ -13,15 +13,14 @@
 
 #include "batch/BatchScorer.h"
 #include "framework/NumberText.h"
-#include "host/BatchCases.h"
-#include "host/CaseBinder.h"
-#include "host/CaseCoder.h"
-#include "host/CsvReader.h"
 #include "host/LoadedModel.h"
-#include "host/MakeScoreWriter.h"
 #include "host/OutputFile.h"
-#include "host/ReusedResult.h"
-#include "host/ScoredCaseReader.h"
+#include "table/BatchCases.h"
+#include "table/CaseBinder.h"
+#include "table/CaseCoder.h"
+#include "table/CsvReader.h"
+#include "table/ModelResults.h"
+#include "table/ScoreWriter.h"
 
 namespace nbscore::bench {
 namespace {

@@ -11,7 +11,7 @@
 #include "cli/ScoreCommand.h"
 #include "cli/VerifyCommand.h"
 #include "framework/Limits.h"
-#include "host/HostError.h"
+#include "table/HostError.h"
 
 namespace nbscore {
 

@@ -4,7 +4,7 @@
 #include <functional>
 #include <ostream>
 
-#include "host/OutputSink.h"
+#include "table/OutputSink.h"
 
 namespace nbscore {
 

@@ -9,8 +9,8 @@
 #include <system_error>
 
 #include "cli/Interrupts.h"
-#include "host/HostError.h"
 #include "host/SystemReason.h"
+#include "table/HostError.h"
 
 #if defined(_WIN32)
 #include <io.h>

@@ -6,7 +6,7 @@
 #include "cli/ExitStatus.h"
 #include "cli/PrintableText.h"
 #include "framework/VeskException.h"
-#include "host/HostError.h"
+#include "table/HostError.h"
 
 namespace nbscore {
 

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "cli/ExitStatus.h"
-#include "host/HostError.h"
+#include "table/HostError.h"
 
 #if defined(_WIN32)
 #include <io.h>

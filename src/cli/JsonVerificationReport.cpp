@@ -1,5 +1,5 @@
 #include "cli/VerificationReport.h"
-#include "host/JsonText.h"
+#include "table/JsonText.h"
 
 namespace nbscore {
 namespace {

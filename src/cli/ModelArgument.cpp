@@ -5,7 +5,7 @@
 #include "cli/PrintableText.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/VeskException.h"
-#include "host/HostError.h"
+#include "table/HostError.h"
 
 namespace nbscore {
 

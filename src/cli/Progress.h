@@ -7,7 +7,7 @@
 #include <string>
 
 #include "cli/Console.h"
-#include "host/TableScorer.h"
+#include "table/TableScorer.h"
 
 namespace nbscore {
 

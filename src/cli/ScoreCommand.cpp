@@ -13,7 +13,7 @@
 #include "cli/PrintableText.h"
 #include "cli/Progress.h"
 #include "framework/NumberText.h"
-#include "host/SubModelNames.h"
+#include "table/SubModels.h"
 
 namespace nbscore {
 
@@ -209,7 +209,7 @@ ScoringSummary ScoreCommand::Score(LoadedModel& loaded, CaseInput& input, const 
     };
     TableScorerOptions scoring = options;
     scoring.limits = model.GetReading().GetLimits();
-    return ScoreTable(loaded, input.GetStream(), input.GetName(), opened.sink, scoring, onProgress);
+    return ScoreTable(loaded.Get(), input.GetStream(), input.GetName(), opened.sink, scoring, onProgress);
 }
 
 }  // namespace nbscore

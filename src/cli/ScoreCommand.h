@@ -6,7 +6,7 @@
 #include "cli/Command.h"
 #include "cli/ModelArgument.h"
 #include "cli/OutputArgument.h"
-#include "host/TableScorer.h"
+#include "table/TableScorer.h"
 
 namespace nbscore {
 

@@ -4,7 +4,7 @@
 #include <ostream>
 #include <streambuf>
 
-#include "host/OutputSink.h"
+#include "table/OutputSink.h"
 
 namespace nbscore {
 

@@ -2,7 +2,7 @@
 
 #include "cli/PrintableText.h"
 #include "framework/ControlCharacters.h"
-#include "host/Utf8Check.h"
+#include "table/Utf8Check.h"
 
 namespace nbscore {
 namespace {

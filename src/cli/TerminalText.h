@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/OutputSink.h"
+#include "table/OutputSink.h"
 
 namespace nbscore {
 

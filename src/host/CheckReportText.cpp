@@ -6,7 +6,7 @@
 #include "framework/MCMV.h"
 #include "framework/NumberText.h"
 #include "host/CheckReport.h"
-#include "host/MessageText.h"
+#include "table/MessageText.h"
 
 namespace nbscore {
 namespace {

@@ -10,11 +10,11 @@
 #include "framework/VeskException.h"
 #include "framework/xml/MemoryRefusal.h"
 #include "host/CheckAdvice.h"
-#include "host/FieldsOfInputs.h"
-#include "host/HostError.h"
 #include "host/LoadedModel.h"
 #include "host/ModelRemarks.h"
 #include "host/PathText.h"
+#include "table/FieldsOfInputs.h"
+#include "table/HostError.h"
 
 namespace nbscore {
 namespace {

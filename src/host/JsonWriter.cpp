@@ -1,6 +1,6 @@
 #include "host/JsonWriter.h"
 
-#include "host/JsonText.h"
+#include "table/JsonText.h"
 
 namespace nbscore {
 

@@ -8,10 +8,9 @@
 #include "framework/NumberText.h"
 #include "framework/SeededHash.h"
 #include "framework/VeskException.h"
-#include "host/HostError.h"
-#include "host/MessageText.h"
 #include "host/PathText.h"
-#include "host/PluginFailure.h"
+#include "table/HostError.h"
+#include "table/MessageText.h"
 
 namespace nbscore {
 namespace {

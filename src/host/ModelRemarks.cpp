@@ -2,7 +2,7 @@
 
 #include "framework/CountedNoun.h"
 #include "framework/SeededHash.h"
-#include "host/MessageText.h"
+#include "table/MessageText.h"
 
 namespace nbscore {
 namespace {

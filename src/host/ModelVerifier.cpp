@@ -4,12 +4,12 @@
 
 #include "framework/NumberText.h"
 #include "framework/VeskException.h"
-#include "host/HostError.h"
-#include "host/MessageText.h"
-#include "host/SubModelNames.h"
 #include "host/VerificationInputs.h"
 #include "host/VerifiedScores.h"
 #include "host/VerifiedValue.h"
+#include "table/HostError.h"
+#include "table/MessageText.h"
+#include "table/SubModels.h"
 
 namespace nbscore {
 namespace {

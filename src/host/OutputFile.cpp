@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "host/FileSystemCalls.h"
-#include "host/HostError.h"
 #include "host/PathText.h"
 #include "host/SystemReason.h"
+#include "table/HostError.h"
 
 namespace nbscore {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "host/OutputBuffer.h"
 #include "host/OutputPlace.h"
-#include "host/OutputSink.h"
+#include "table/OutputSink.h"
 
 namespace nbscore {
 

@@ -3,9 +3,9 @@
 #include <system_error>
 #include <vector>
 
-#include "host/HostError.h"
 #include "host/PathText.h"
 #include "host/ProgramFolders.h"
+#include "table/HostError.h"
 
 namespace nbscore {
 namespace {

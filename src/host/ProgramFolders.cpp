@@ -1,6 +1,6 @@
 #include "host/ProgramFolders.h"
 
-#include "host/HostError.h"
+#include "table/HostError.h"
 
 #ifdef _WIN32
 #include <windows.h>

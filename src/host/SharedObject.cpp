@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "host/HostError.h"
 #include "host/PathText.h"
+#include "table/HostError.h"
 
 #ifdef _WIN32
 #include <windows.h>

@@ -4,8 +4,8 @@
 #include <cstdio>
 #include <utility>
 
-#include "host/HostError.h"
 #include "host/SystemReason.h"
+#include "table/HostError.h"
 
 #ifdef _WIN32
 #include <fcntl.h>

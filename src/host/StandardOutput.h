@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "host/OutputBuffer.h"
-#include "host/OutputSink.h"
+#include "table/OutputSink.h"
 
 namespace nbscore {
 

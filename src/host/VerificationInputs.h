@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "framework/SeededHash.h"
-#include "host/CaseBinder.h"
+#include "table/CaseBinder.h"
 
 namespace nbscore {
 

@@ -1,8 +1,8 @@
 #include "host/VerifiedScores.h"
 
-#include "host/Classification.h"
-#include "host/PluginFailure.h"
-#include "host/SubModelScores.h"
+#include "table/HostError.h"
+#include "table/ModelResults.h"
+#include "table/SubModels.h"
 
 namespace nbscore {
 

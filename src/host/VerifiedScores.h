@@ -5,10 +5,9 @@
 
 #include "framework/ScoreModel.h"
 #include "framework/SubModelScoring.h"
-#include "host/CategoryProbabilities.h"
-#include "host/ReusedResult.h"
 #include "host/VerifiedCell.h"
 #include "host/VerifiedValue.h"
+#include "table/ModelResults.h"
 
 namespace nbscore {
 

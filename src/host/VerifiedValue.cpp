@@ -5,9 +5,9 @@
 
 #include "framework/NumberText.h"
 #include "framework/VeskException.h"
-#include "host/CategoryProbabilities.h"
-#include "host/HostError.h"
-#include "host/MessageText.h"
+#include "table/HostError.h"
+#include "table/MessageText.h"
+#include "table/ModelResults.h"
 
 namespace nbscore {
 namespace {

@@ -19,9 +19,9 @@
 #include "cases/RandomDerivedDocument.h"
 #include "cases/RandomDocument.h"
 #include "cases/RandomSet.h"
-#include "host/CaseBinder.h"
-#include "host/CsvReader.h"
 #include "host/LoadedModel.h"
+#include "table/CaseBinder.h"
+#include "table/CsvReader.h"
 
 namespace nbscore::test {
 namespace {

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdlib>
 
-#include "host/CsvText.h"
+#include "table/CsvText.h"
 
 namespace nbscore::test {
 

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "framework/NumberText.h"
-#include "host/CsvReader.h"
+#include "table/CsvReader.h"
 
 namespace nbscore::test {
 namespace {

@@ -7,10 +7,10 @@
 
 #include "cases/CaseFile.h"
 #include "framework/VeskException.h"
-#include "host/HostError.h"
 #include "host/LoadedModel.h"
-#include "host/OutputSink.h"
-#include "host/TableScorer.h"
+#include "table/HostError.h"
+#include "table/OutputSink.h"
+#include "table/TableScorer.h"
 
 namespace nbscore::test {
 namespace {
@@ -30,7 +30,7 @@ std::string ScoreCase(const CaseFile& caseFile, bool longRows = false) {
     TextSink sink;
     TableScorerOptions options;
     options.output.subModels.longRows = longRows;
-    ScoreTable(model, rows, "rows.csv", sink, options, [](const ScoringProgress&) {});
+    ScoreTable(model.Get(), rows, "rows.csv", sink, options, [](const ScoringProgress&) {});
     return sink.text;
 }
 

@@ -9,10 +9,10 @@
 #include "cases/CaseTable.h"
 #include "cases/RandomDocument.h"
 #include "cases/RandomSet.h"
-#include "host/RowEndFinder.h"
 #include "support/RunCommand.h"
 #include "support/TemporaryFolder.h"
 #include "support/WholeFile.h"
+#include "table/CsvScanner.h"
 
 namespace nbscore::test {
 namespace {
@@ -26,10 +26,9 @@ constexpr int casesPerDocument = 300;
 std::string RepeatRows(std::string table) {
     if (!table.ends_with('\n')) table += '\n';
     std::size_t headerEnd = 0;
-    RowEndFinder finder(',');
-    finder.Start();
-    while (headerEnd < table.size() && finder.GetRowEnd() == 0)
-        finder.Continue(std::string_view(table).substr(0, ++headerEnd));
+    CsvScanner scanner(',');
+    while (headerEnd < table.size() && scanner.GetRowEnd() == 0)
+        scanner.FindRowEnds(std::string_view(table).substr(0, ++headerEnd));
     if (headerEnd > 0 && table.compare(headerEnd - 1, 2, "\r\n") == 0) ++headerEnd;
     const std::string rows = table.substr(headerEnd);
     while (!rows.empty() && table.size() < bytesOfSeveralBlocks)

@@ -11,9 +11,9 @@
 #include "cases/CaseTable.h"
 #include "cases/RandomSet.h"
 #include "framework/NumberText.h"
-#include "host/CsvReader.h"
 #include "support/RunCommand.h"
 #include "support/TemporaryFolder.h"
+#include "table/CsvReader.h"
 
 namespace nbscore::test {
 namespace {

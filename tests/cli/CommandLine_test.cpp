@@ -8,8 +8,8 @@
 #include "cli/FruitDocument.h"
 #include "cli/Interrupts.h"
 #include "cli/TestConsole.h"
-#include "host/HostError.h"
 #include "support/TemporaryFolder.h"
+#include "table/HostError.h"
 
 namespace nbscore {
 

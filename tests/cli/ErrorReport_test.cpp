@@ -8,7 +8,7 @@
 #include <sstream>
 
 #include "framework/VeskException.h"
-#include "host/HostError.h"
+#include "table/HostError.h"
 
 namespace nbscore {
 

@@ -9,8 +9,8 @@
 #include <filesystem>
 #include <optional>
 
-#include "host/HostError.h"
 #include "support/TemporaryFolder.h"
+#include "table/HostError.h"
 
 namespace nbscore {
 

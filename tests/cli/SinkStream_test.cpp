@@ -5,7 +5,7 @@
 #include <string>
 
 #include "cli/TestConsole.h"
-#include "host/HostError.h"
+#include "table/HostError.h"
 
 namespace nbscore {
 

@@ -7,7 +7,7 @@
 
 #include "cli/CommandLine.h"
 #include "cli/Console.h"
-#include "host/OutputSink.h"
+#include "table/OutputSink.h"
 
 namespace nbscore::test {
 

@@ -12,9 +12,9 @@
 #include "framework/VeskException.h"
 #include "host/CheckReport.h"
 #include "host/DocumentCheck.h"
-#include "host/HostError.h"
 #include "host/LoadedModel.h"
 #include "host/PluginLibrary.h"
+#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {

@@ -16,8 +16,8 @@
 #include "host/DocumentCheck.h"
 #include "host/LoadedModel.h"
 #include "host/ModelVerifier.h"
-#include "host/OutputSink.h"
-#include "host/TableScorer.h"
+#include "table/OutputSink.h"
+#include "table/TableScorer.h"
 
 namespace nbscore::test {
 namespace {
@@ -59,7 +59,7 @@ protected:
         options.limits = limits;
         for (options.threads = 1; options.threads <= 2; ++options.threads) {
             std::ifstream rows(subject.rows, std::ios::binary);
-            ScoreTable(loaded, rows, "rows", sink, options, {});
+            ScoreTable(loaded.Get(), rows, "rows", sink, options, {});
         }
         return sink.text;
     }

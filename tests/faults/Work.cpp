@@ -8,17 +8,17 @@
 #include "document/SourceDocument.h"
 #include "framework/NumberText.h"
 #include "framework/ScoreClsResult.h"
-#include "host/CaseBinder.h"
 #include "host/CheckReport.h"
-#include "host/CsvReader.h"
 #include "host/DocumentCheck.h"
 #include "host/LoadedModel.h"
 #include "host/ModelVerifier.h"
-#include "host/OutputSink.h"
-#include "host/TableScorer.h"
 #include "selflearning/SelfLearningResult.h"
 #include "selflearning/VectorValue.h"
 #include "support/WholeFile.h"
+#include "table/CaseBinder.h"
+#include "table/CsvReader.h"
+#include "table/OutputSink.h"
+#include "table/TableScorer.h"
 #include "translator/GiveMyTranslator.h"
 
 namespace nbscore::test {
@@ -178,7 +178,7 @@ public:
 private:
     void ScoreInto(OutputSink& sink, const TableScorerOptions& options) {
         std::istringstream rows(table);
-        ScoreTable(model, rows, "rows", sink, options, nullptr);
+        ScoreTable(model.Get(), rows, "rows", sink, options, nullptr);
     }
 
     LoadedModel model;

@@ -14,16 +14,16 @@
 #include "batch/SubModelBatchScorer.h"
 #include "document/SourceDocument.h"
 #include "framework/NumberText.h"
-#include "host/CaseBinder.h"
-#include "host/CsvReader.h"
 #include "host/LoadedModel.h"
 #include "host/ModelVerifier.h"
-#include "host/OutputSink.h"
 #include "host/PathText.h"
-#include "host/ReusedResult.h"
-#include "host/SubModelScores.h"
-#include "host/TableScorer.h"
 #include "support/InThreads.h"
+#include "table/CaseBinder.h"
+#include "table/CsvReader.h"
+#include "table/ModelResults.h"
+#include "table/OutputSink.h"
+#include "table/SubModels.h"
+#include "table/TableScorer.h"
 
 namespace nbscore::test {
 namespace {
@@ -63,7 +63,7 @@ std::string ScoreTwice(LoadedModel& model, const Example& example) {
         TextSink sink;
         TableScorerOptions options;
         options.threads = threads;
-        ScoreTable(model, rows, "rows.csv", sink, options, [](const ScoringProgress&) {});
+        ScoreTable(model.Get(), rows, "rows.csv", sink, options, [](const ScoringProgress&) {});
         text += sink.text;
     }
     return text;

@@ -4,10 +4,10 @@
 
 #include <sstream>
 
-#include "Message.h"
 #include "framework/VeskException.h"
-#include "host/HostError.h"
+#include "support/Message.h"
 #include "support/TemporaryFolder.h"
+#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {

@@ -5,10 +5,10 @@
 
 #include <cmath>
 
-#include "FakeModel.h"
-#include "FakeSet.h"
 #include "framework/VeskException.h"
-#include "host/HostError.h"
+#include "support/FakeModel.h"
+#include "support/FakeSet.h"
+#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {

@@ -12,10 +12,10 @@
 #include <sys/xattr.h>
 #endif
 
-#include "Message.h"
 #include "host/FileSystemCalls.h"
-#include "host/HostError.h"
+#include "support/Message.h"
 #include "support/TemporaryFolder.h"
+#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {

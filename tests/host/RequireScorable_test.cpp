@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
-#include "FakeModel.h"
-#include "FakeSet.h"
-#include "Message.h"
 #include "framework/ModelSelfCheck.h"
-#include "host/HostError.h"
 #include "host/LoadedModel.h"
+#include "support/FakeModel.h"
+#include "support/FakeSet.h"
+#include "support/Message.h"
+#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {

@@ -11,7 +11,7 @@
 #include <unistd.h>
 #endif
 
-#include "host/HostError.h"
+#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "batch/BatchScorer.h"
+#include "batch/RowNumber.h"
+#include "batch/SubModelBatchScorer.h"
+#include "framework/ScoreModel.h"
+#include "table/ModelResults.h"
+
+namespace nbscore {
+
+/// Scores many cases of a table at once, with a single classifier or a set of sub-models. Copies share what they score
+/// with; each thread scores with one of its own.
+class BatchCases {
+public:
+    /// Nothing for a model that does not lay its tables open, or has something in them that nobody else knows.
+    /// @param scorable as LoadedModel::RequireScorable has it; need not outlive this.
+    static std::optional<BatchCases> Find(const ScoreModel& scorable, bool onlyPrediction);
+
+    /// The name of the field that each reader reads.
+    const std::vector<std::string>& GetFieldsOfReaders() const { return parts->fieldsOfReaders; }
+    bool ReadsDerivedFields() const;
+    /// The row that a value stands for. May be called on several threads at once.
+    RowNumber RowOf(std::size_t reader, std::string_view text) const;
+    RowNumber RowOf(std::size_t reader, double number) const;
+    /// How many cases to score at once.
+    std::size_t GetCasesAtOnce() const;
+
+    /// Scores cases; what is said of them lasts until the next call.
+    /// @param rows one list for each reader.
+    void Score(std::span<const std::span<const RowNumber>> rows, std::size_t cases);
+    /// What was said of a case, until the next call.
+    ScoredCase GetCase(std::size_t entry);
+    /// Whether one of its numbers is none or infinite.
+    bool HasNonFiniteNumber(std::size_t entry) const;
+
+private:
+    using Scorer = std::variant<BatchScorer, SubModelBatchScorer>;
+
+    /// What copies share.
+    struct Parts {
+        Scorer scorer;
+        std::vector<std::string> fieldsOfReaders;
+        /// Of a single classifier, what is predicted for each category.
+        std::vector<std::unique_ptr<const ScoreValue>> predictions;
+        /// How many probabilities or scores a case has.
+        std::size_t numbersOfCase;
+    };
+
+    BatchCases(std::shared_ptr<const Parts> sharedParts, std::vector<SubModelScore> subModelDescriptors,
+               bool onlyPrediction);
+    static BatchCases OfClassifier(const ScoreModel& model, bool onlyPrediction);
+    static BatchCases OfSet(const ScoreModel& model, bool onlyPrediction);
+    bool IsSet() const { return std::holds_alternative<SubModelBatchScorer>(parts->scorer); }
+    std::span<const double> GetNumbers(std::size_t entry) const;
+
+    std::shared_ptr<const Parts> parts;
+    bool predictionOnly;
+    std::vector<std::int32_t> predicted;
+    std::vector<double> confidence;
+    /// Probabilities or scores, case by case.
+    std::vector<double> numbers;
+    /// Of one case, one for each category that the target declares.
+    std::vector<double> arranged;
+    /// Each with the score of the case that was asked for last.
+    std::vector<SubModelScore> subModels;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <condition_variable>
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "table/BlockScorer.h"
+
+namespace nbscore {
+
+/// Scores blocks on several threads and hands what came of them on in the order of the blocks. Holds a bounded number
+/// of blocks: whoever brings them waits when scoring or writing lags behind.
+///
+/// One thread brings blocks. Whichever thread finishes the block whose turn it is hands it on, so that an answer never
+/// waits for the next block to be read. When a block fails, those before it are still handed on and those behind it are
+/// dropped, whatever the number of threads.
+class BlockPipeline {
+public:
+    /// Told what came of a block, or of a part of it, by one thread at a time, in order. What it throws is the block's
+    /// failure.
+    using HandOn = std::function<void(const BlockScores&)>;
+
+    /// @param blockScorers one for each thread; at least one. Where the system gives fewer threads, some are not used.
+    ///     Throws what it says when it gives none.
+    /// @param sourceName, delimiter as for CsvRowReader.
+    BlockPipeline(std::vector<std::unique_ptr<BlockScorer>> blockScorers, std::string sourceName, char delimiter,
+                  HandOn onScores);
+    /// Drops what is not handed on yet.
+    ~BlockPipeline();
+    BlockPipeline(const BlockPipeline&) = delete;
+    BlockPipeline& operator=(const BlockPipeline&) = delete;
+
+    /// Waits for room and gives a block to fill. Throws the failure of the first block that failed.
+    TableBlock& Begin();
+    /// Has the block that was begun scored.
+    void Submit();
+    /// Waits until all blocks are handed on. Throws as Begin.
+    void Finish();
+
+private:
+    struct Slot {
+        TableBlock block;
+        /// Where the block was done before its turn came.
+        BlockScores scores;
+        std::exception_ptr failure;
+        bool isDone = false;
+    };
+    /// Thrown through a scorer whose block is of no more use.
+    struct Dropped {};
+
+    Slot& SlotOf(std::uint64_t number) { return slots[number % slots.size()]; }
+    void StartThreads();
+    void Work(BlockScorer& scorer, CsvRowReader& rows);
+    bool Take(std::uint64_t& number);
+    std::exception_ptr Score(BlockScorer& scorer, CsvRowReader& rows, std::uint64_t number, BlockScores& scores);
+    void HandOnPart(std::uint64_t number, BlockScores& scores);
+    bool MayHandOn() const { return !isHandingOn && !isEnding && failure == nullptr; }
+    void HandOnDone(std::uint64_t number, BlockScores& scores, const std::exception_ptr& thrown);
+    void HandOnScores(std::unique_lock<std::mutex>& lock, Slot& slot, const BlockScores& scores);
+    void ThrowFailure() const;
+
+    std::string source;
+    char cellDelimiter;
+    HandOn handOn;
+    std::vector<std::unique_ptr<BlockScorer>> scorers;
+    std::vector<CsvRowReader> readers;
+
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::vector<Slot> slots;
+    /// Blocks are numbered in their order: those below are submitted, taken by a thread, handed on.
+    std::uint64_t submitted = 0;
+    std::uint64_t taken = 0;
+    std::uint64_t handedOn = 0;
+    /// Whether some thread is handing on; it does so without holding the mutex.
+    bool isHandingOn = false;
+    bool isEnding = false;
+    /// Of the first block that failed; nothing is handed on any more.
+    std::exception_ptr failure;
+    std::vector<std::thread> threads;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,103 @@
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "batch/RowNumber.h"
+#include "framework/ScoreModel.h"
+#include "table/BatchCases.h"
+#include "table/CaseBinder.h"
+
+namespace nbscore {
+
+/// The rows that the latest short texts of a column stood for: most columns hold few different ones. Used by one
+/// thread.
+class CellMemory {
+public:
+    CellMemory() : entries(std::make_unique<std::array<Entry, numEntries>>()) {}
+
+    /// Texts that are longer are not remembered.
+    static constexpr std::size_t longestText = 8;
+
+    /// The row that was kept for the text; nothing when it was none of the latest.
+    /// @param text not empty, no longer than longestText, and standing where so many bytes can be read (TableBlock).
+    std::optional<RowNumber> Find(std::string_view text) const {
+        const std::uint64_t packed = Pack(text);
+        const Entry& entry = (*entries)[PlaceOf(packed)];
+        if (entry.text != packed || entry.length != text.size()) return std::nullopt;
+        return entry.row;
+    }
+    void Keep(std::string_view text, RowNumber row) {
+        const std::uint64_t packed = Pack(text);
+        (*entries)[PlaceOf(packed)] = {packed, static_cast<std::uint32_t>(text.size()), row};
+    }
+
+private:
+    static constexpr std::size_t numEntries = 2048;
+
+    /// A new one is of no text, because texts are not empty.
+    struct Entry {
+        std::uint64_t text = 0;
+        std::uint32_t length = 0;
+        RowNumber row = missingRow;
+    };
+
+    /// Loaded whole and cut to the text, which is several times faster than to load the text alone.
+    static std::uint64_t Pack(std::string_view text) {
+        std::uint64_t packed = 0;
+        std::memcpy(&packed, text.data(), longestText);
+        const std::size_t unwantedBits = 8 * (longestText - text.size());
+        if constexpr (std::endian::native == std::endian::little) return packed << unwantedBits;
+        return packed >> unwantedBits;
+    }
+    static std::size_t PlaceOf(std::uint64_t packed) {
+        return static_cast<std::size_t>((packed * 0x9E3779B97F4A7C15U) >> 53);
+    }
+
+    std::unique_ptr<std::array<Entry, numEntries>> entries;
+};
+
+/// Tells for each reader of a batch scorer which row the cells of a table's row stand for.
+class CaseCoder {
+public:
+    /// @param model borrowed: derived fields are computed by it. @param scorer borrowed. The rest as for CaseBinder.
+    CaseCoder(const ScoreModel& readModel, const BatchCases& batchScorer, const std::vector<std::string>& header,
+              const std::string& sourceName, const CaseBinderOptions& options);
+
+    /// @param rows room for one for each reader. Throws CaseDataError as CaseBinder::Bind does.
+    void Encode(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<RowNumber> rows);
+
+private:
+    /// A column of the table and the readers that read it.
+    struct CodedColumn {
+        CaseBinder::BoundColumn bound;
+        std::vector<std::size_t> readers;
+        /// Only where there are few columns: each takes some memory.
+        std::optional<CellMemory> memory;
+    };
+
+    void EncodeColumns(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<RowNumber> rows);
+    void EncodeCell(const CodedColumn& column, std::string_view cell, std::uint64_t line,
+                    std::span<RowNumber> rows) const;
+    void EncodeWithDerivedFields(const ScoreCaseRecord& record, std::span<RowNumber> rows) const;
+    const ScoreCaseRecord* ComputeDerivedFields(const ScoreCaseRecord& record) const;
+    RowNumber RowOf(std::size_t reader, const ScoreValue& value) const;
+
+    const ScoreModel& model;
+    const BatchCases& scorer;
+    CaseBinder binder;
+    bool readsDerivedFields;
+    std::vector<std::string> fieldsOfReaders;
+    std::vector<CodedColumn> columns;
+};
+
+}  // namespace nbscore

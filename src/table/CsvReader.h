@@ -1,0 +1,121 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <istream>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "table/CsvScanner.h"
+#include "table/TableBlockReader.h"
+#include "table/Utf8Check.h"
+
+namespace nbscore {
+
+/// The cells of a row of the input.
+struct InputRow {
+    std::span<const std::string_view> cells;
+    /// All of them as a row of the output has them; empty where that is not known.
+    std::string_view asWritten;
+};
+
+/// Reads the rows of blocks of comma-separated values, one at a time. CsvScanner says what they look like; cells are
+/// not trimmed, and an empty line is a row with one empty cell.
+class CsvRowReader {
+public:
+    /// Keeps what a row of nothing but delimiters takes in memory in bounds.
+    static constexpr std::size_t maxCells = 1'000'000;
+
+    /// @param sourceName what errors call the table.
+    CsvRowReader(std::string sourceName, char cellDelimiter);
+
+    /// Begins with a block, which is borrowed and may be changed in place until the next one.
+    void Start(TableBlock& nextBlock);
+    /// Reads the next row; false at the end of the block. Throws CaseDataError for a quote that is not closed or stands
+    /// where none may, a NUL byte, bytes that are no UTF-8, or a row that is too long or has too many cells. After that
+    /// the block is of no more use.
+    bool ReadRow();
+
+    /// The texts of the row that was read last. They last as long as the block.
+    const std::vector<std::string_view>& GetCells() const { return cells; }
+    /// The same for a writer.
+    /// @param isCopied whether cells are written with the same delimiter.
+    InputRow GetInputRow(bool isCopied) const { return {cells, isCopied ? asWritten : std::string_view()}; }
+    /// The line on which it begins, from 1.
+    std::uint64_t GetRowLine() const { return rowLine; }
+    const std::string& GetSourceName() const { return source; }
+
+private:
+    void FindCells();
+    bool FindMoreMarks();
+    void EndLastRow(std::size_t cellBegin);
+    void EndRow(std::size_t cellsEnd, std::size_t nextRow);
+    void TakeQuotesOff();
+    std::string_view TakeQuotesOff(std::string_view cell);
+    void CheckText(std::size_t reached, std::optional<std::size_t> openQuote = std::nullopt) const;
+    [[noreturn]] void RefuseTooManyCells(std::size_t reached) const;
+    [[noreturn]] void Refuse(std::size_t position, const std::string& problem) const;
+    std::uint64_t GetLineOf(std::size_t position) const;
+
+    std::string source;
+    char delimiter;
+    TableBlock* block = nullptr;
+    CsvScanner scanner;
+    std::unique_ptr<std::uint32_t[]> marks;
+    std::size_t numMarks = 0;
+    std::size_t nextMark = 0;
+    /// Where the block's text ceases to be sound; behind the block where all is.
+    Utf8Check soundText{};
+    /// Whether some text may have to be put in quotes for what it begins with.
+    bool mayHoldByteOrderMarks = false;
+    std::size_t rowBegin = 0;
+    std::size_t nextRowBegin = 0;
+    std::uint64_t rowLine = 0;
+    std::uint64_t nextLine = 1;
+    std::vector<std::string_view> cells;
+    /// All cells as they stand in the table, where that is how they would be written again; empty where that is not
+    /// known.
+    std::string_view asWritten;
+};
+
+/// Reads a table of comma-separated values as a stream, one row at a time: see TableBlockReader and CsvRowReader. A
+/// row's texts are valid until the next row is read.
+class CsvReader {
+public:
+    static constexpr std::size_t maxRowBytes = TableBlockReader::maxRowBytes;
+
+    /// @param input borrowed; the rest as for TableBlockReader.
+    CsvReader(std::istream& input, const std::string& sourceName, char delimiter)
+        : blocks(input, sourceName, delimiter), rows(sourceName, delimiter) {
+        rows.Start(block);
+    }
+
+    /// Reads the next row into cells; false at the end of the table. Throws what its parts throw; after that the reader
+    /// is of no more use.
+    bool ReadRow(std::vector<std::string_view>& cells) {
+        cells.clear();
+        while (!rows.ReadRow()) {
+            if (!blocks.Read(block)) return false;
+            rows.Start(block);
+        }
+        cells = rows.GetCells();
+        return true;
+    }
+
+    /// The line on which the row that was read last begins, from 1.
+    std::uint64_t GetRowLine() const { return rows.GetRowLine(); }
+    /// How many bytes were taken from the stream so far.
+    std::uint64_t GetBytesRead() const { return blocks.GetBytesRead(); }
+    const std::string& GetSourceName() const { return blocks.GetSourceName(); }
+
+private:
+    TableBlockReader blocks;
+    TableBlock block;
+    CsvRowReader rows;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,86 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace nbscore {
+
+/// Finds where the cells and rows of comma-separated values end (RFC 4180). The one place that knows their grammar.
+///
+/// A cell that begins with a quote lasts until the quote that closes it; two quotes in it stand for one, and everything
+/// else for itself. Rows end in LF, CR or CRLF, by turns if they like; a CR with an LF behind it is one end, not two.
+class CsvScanner {
+public:
+    enum class Fault {
+        None,
+        /// A quote inside a cell that does not begin with one.
+        StrayQuote,
+        /// Text behind the closing quote of a cell.
+        TextBehindQuote
+    };
+
+    /// What is known of the bytes that were looked at.
+    struct State {
+        std::size_t position = 0;
+        /// Behind the last whole row; 0 when none has ended so far.
+        std::size_t rowEnd = 0;
+        std::uint64_t lineEnds = 0;
+        Fault fault = Fault::None;
+        bool hasQuotes = false;
+        bool hasLineEndsInQuotes = false;
+        /// All bits are set within quotes, none outside.
+        std::uint64_t inQuotes = 0;
+        /// 1 or 0: whether the last byte ends a cell, a row or what stands before the first one; closes a cell; is a CR.
+        std::uint64_t afterSeparator = 1;
+        std::uint64_t afterClosingQuote = 0;
+        std::uint64_t afterCarriageReturn = 0;
+    };
+
+    /// How many bytes FindMarks looks at, and so how many marks it may find.
+    static constexpr std::size_t bytesAtOnce = std::size_t{32} << 10;
+
+    explicit CsvScanner(char cellDelimiter) : delimiter(cellDelimiter) {}
+
+    /// Begins with other bytes, the first one of which begins a row.
+    void Start() { state = State(); }
+
+    /// Goes on to the end of the bytes, for row ends and line ends only.
+    ///
+    /// A row that ends in a CR is whole at once, though an LF may follow with the next bytes. A stray quote ends the
+    /// search: whoever reads the row meets it. Text behind a quote is left to that reader, too.
+    /// @param bytes all from the first one; those handed in before must be the same.
+    void FindRowEnds(std::string_view bytes);
+
+    /// Goes on by some bytes, for what ends cells: delimiters, and the first byte of what ends a row, outside quotes.
+    /// Tells how many there are, which may be none. Finds no more behind a fault.
+    /// @param bytes as above, fewer than 4 GB. @param marks room for bytesAtOnce positions.
+    std::size_t FindMarks(std::string_view bytes, std::uint32_t* marks);
+
+    /// How many bytes were looked at; at a fault those before the byte at fault.
+    std::size_t GetPosition() const { return state.position; }
+    /// Behind the last whole row that FindRowEnds found; 0 when there was none.
+    std::size_t GetRowEnd() const { return state.rowEnd; }
+    /// How many lines end in what FindRowEnds looked at, within quotes or outside.
+    std::uint64_t GetLineEnds() const { return state.lineEnds; }
+    Fault GetFault() const { return state.fault; }
+    /// Whether the bytes looked at so far end within a cell in quotes.
+    bool IsInQuotes() const { return state.inQuotes != 0; }
+    /// Whether FindMarks has seen some quote, or some line end within quotes.
+    bool HasQuotes() const { return state.hasQuotes; }
+    bool HasLineEndsInQuotes() const { return state.hasLineEndsInQuotes; }
+
+private:
+    char delimiter;
+    State state;
+};
+
+/// How long the line end is that begins with the CR or LF at a position.
+inline std::size_t LengthOfLineEnd(std::string_view bytes, std::size_t position) {
+    return bytes[position] == '\r' && position + 1 < bytes.size() && bytes[position + 1] == '\n' ? 2 : 1;
+}
+
+/// How many lines end in these bytes.
+std::uint64_t CountLineEnds(std::string_view bytes);
+
+}  // namespace nbscore

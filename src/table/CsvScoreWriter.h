@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "table/ScoreWriter.h"
+
+namespace nbscore {
+
+/// Writes scored cases as CSV: the input's columns, unless they are left out, and then those that scoring adds.
+class CsvScoreWriter : public ScoreWriter {
+public:
+    /// For a single classifier: `predicted_<target>`, `confidence` and `probability_<category>` for each target category.
+    /// @param header the input's column names. Throws CaseDataError, naming the column and the way out (a prefix), when
+    ///     an added column's name is taken.
+    CsvScoreWriter(const ScoreDictVar& target, const std::vector<std::string>& header, const std::string& sourceName,
+                   const ScoreWriterOptions& options);
+
+    /// For a set of sub-models: `score_<label>` for each (LabelSubModels); or of the best ones `best_1_model`,
+    /// `best_1_score`, `best_2_model` and so on; or a row for each case and sub-model with `model` (the label), `score`,
+    /// `assessment_mean` and `assessment_std_dev`, so that a case without sub-models has no row.
+    /// @param names of the sub-models. The rest as above.
+    CsvScoreWriter(const std::vector<std::string>& names, const std::vector<std::string>& header,
+                   const std::string& sourceName, const ScoreWriterOptions& options);
+
+    std::unique_ptr<ScoreWriter> Copy() const override { return std::make_unique<CsvScoreWriter>(*this); }
+    void AppendHeader(std::string& text) const override;
+    void AppendCase(std::string& text, const InputRow& input, const ScoredCase& scored) override;
+    bool HasScoresBehindInput() const override { return !hasRowForEachSubModel; }
+    void AppendInput(std::string& text, const InputRow& input) const override;
+    void AppendScores(std::string& text, const ScoredCase& scored) override;
+
+private:
+    enum class Content { Prediction, Confidence, Probability, Label, Score, AssessmentMean, AssessmentStdDev };
+
+    /// A column that scoring adds.
+    struct Column {
+        Content content;
+        /// Which one: of the target's categories, or of the sub-models that a row shows.
+        std::size_t number;
+    };
+
+    CsvScoreWriter(const std::vector<std::string>& header, const ScoreWriterOptions& options);
+    void AddColumn(const std::string& name, Content content, std::size_t number = 0);
+    void RequireDistinctNames(const std::string& sourceName) const;
+    void AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown) const;
+
+    char delimiter;
+    bool hasInputColumns;
+    bool numbersNeedQuotes;
+    bool hasRowForEachSubModel = false;
+    std::string prefix;
+    /// The input's, as far as they are written, and those that are added.
+    std::vector<std::string> columnNames;
+    std::vector<Column> columns;
+    std::vector<std::string> labels;
+    SubModelRanking ranking;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,183 @@
+#include "table/TableScorer.h"
+
+#include <atomic>
+#include <memory>
+#include <optional>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "table/BatchBlockScorer.h"
+#include "table/BlockPipeline.h"
+#include "table/CsvReader.h"
+#include "table/HostError.h"
+
+namespace nbscore {
+namespace {
+
+/// One run over one table.
+class TableRun {
+public:
+    TableRun(ScoreModel& scoringModel, std::istream& input, const std::string& sourceName, OutputSink& destination,
+             const TableScorerOptions& runOptions, const std::function<void(const ScoringProgress&)>& progressListener)
+        : model(scoringModel),
+          reader(input, sourceName, runOptions.delimiter),
+          rows(sourceName, runOptions.delimiter),
+          output(destination),
+          options(runOptions),
+          onProgress(progressListener) {}
+
+    ScoringSummary Score() {
+        ReadHeader();
+        model.SetPredictionOnly(options.output.predictionOnly);
+        batch = BatchCases::Find(model, options.output.predictionOnly);
+        const std::unique_ptr<BlockScorer> scorer = MakeScorer();
+        // The first block here, so that a short table starts no threads.
+        ScoreBlock(*scorer);
+        if (options.threads > 1) {
+            ScoreOnThreads(*scorer);
+        } else {
+            ScoreHere(*scorer);
+        }
+        RequireCases();
+        TellProgress();
+        return summary;
+    }
+
+private:
+    void ReadHeader() {
+        if (reader.Read(block)) rows.Start(block);
+        if (block.size == 0 || !rows.ReadRow()) {
+            throw CaseDataError(reader.GetSourceName(), 0, "the table is empty: it has no header");
+        }
+        header.assign(rows.GetCells().begin(), rows.GetCells().end());
+    }
+
+    /// What is wrong with the table's columns is looked for in this order: those that are read, those that are added.
+    std::unique_ptr<BlockScorer> MakeScorer() {
+        const std::string& source = reader.GetSourceName();
+        if (batch) {
+            CaseCoder coder(model, *batch, header, source, options.cases);
+            return std::make_unique<BatchBlockScorer>(*batch, std::move(coder), CopyWriter(), options.CopiesRows(),
+                                                      options.limits);
+        }
+        CaseBinder binder(model, header, source, options.cases);
+        ScoredCaseReader results(model, options.output.predictionOnly);
+        return std::make_unique<ContractBlockScorer>(model, std::move(binder), std::move(results), CopyWriter(),
+                                                     options.CopiesRows(), options.limits);
+    }
+
+    std::unique_ptr<ScoreWriter> CopyWriter() {
+        if (writer == nullptr) writer = MakeScoreWriter(model, header, reader.GetSourceName(), options.output);
+        return writer->Copy();
+    }
+
+    void ScoreBlock(BlockScorer& scorer) {
+        scores.Clear();
+        scorer.Score(rows, scores, [this](BlockScores& part) {
+            Write(part);
+            part.Clear();
+        });
+        Write(scores);
+        TellProgress();
+    }
+
+    void ScoreHere(BlockScorer& scorer) {
+        while (reader.Read(block)) {
+            rows.Start(block);
+            ScoreBlock(scorer);
+        }
+    }
+
+    /// @param ownScorer does the work where the system gives no thread at all.
+    void ScoreOnThreads(BlockScorer& ownScorer) {
+        if (!reader.Read(block)) return;
+        std::vector<std::unique_ptr<BlockScorer>> scorers;
+        for (std::size_t thread = 0; thread < options.threads; ++thread)
+            scorers.push_back(MakeScorer());
+        std::optional<BlockPipeline> pipeline;
+        try {
+            pipeline.emplace(std::move(scorers), reader.GetSourceName(), options.delimiter,
+                             [this](const BlockScores& done) { Write(done); });
+        } catch (const std::system_error&) {
+            rows.Start(block);
+            ScoreBlock(ownScorer);
+            ScoreHere(ownScorer);
+            return;
+        }
+        ScoreBy(*pipeline);
+    }
+
+    void ScoreBy(BlockPipeline& pipeline) {
+        std::swap(pipeline.Begin(), block);
+        pipeline.Submit();
+        try {
+            while (reader.Read(pipeline.Begin())) {
+                pipeline.Submit();
+                TellProgress();
+            }
+        } catch (...) {
+            // What is wrong with an earlier row goes before what came of reading on.
+            pipeline.Finish();
+            throw;
+        }
+        pipeline.Finish();
+    }
+
+    /// By one thread at a time.
+    void Write(const BlockScores& done) {
+        if (done.rows == 0) return;
+        WriteHeader();
+        output.Write(done.text);
+        output.Flush();
+        summary.rows += done.rows;
+        if (summary.firstNonFiniteLine == 0) summary.firstNonFiniteLine = done.firstNonFiniteLine;
+        rowsWritten = summary.rows;
+    }
+
+    /// The header is not written before there is a case: a table without any may be an error.
+    void WriteHeader() {
+        if (std::exchange(hasWrittenHeader, true)) return;
+        std::string text;
+        writer->AppendHeader(text);
+        output.Write(text);
+    }
+
+    void RequireCases() {
+        if (summary.rows > 0) return;
+        if (!options.allowEmpty) {
+            throw CaseDataError(reader.GetSourceName(), 0, "the table has a header and no cases");
+        }
+        WriteHeader();
+    }
+
+    void TellProgress() const {
+        if (onProgress) onProgress({rowsWritten, reader.GetBytesRead()});
+    }
+
+    ScoreModel& model;
+    TableBlockReader reader;
+    TableBlock block;
+    CsvRowReader rows;
+    OutputSink& output;
+    const TableScorerOptions& options;
+    const std::function<void(const ScoringProgress&)>& onProgress;
+    std::vector<std::string> header;
+    /// Nothing where the model is asked case by case.
+    std::optional<BatchCases> batch;
+    std::unique_ptr<ScoreWriter> writer;
+    BlockScores scores;
+    ScoringSummary summary;
+    std::atomic<std::uint64_t> rowsWritten = 0;
+    bool hasWrittenHeader = false;
+};
+
+}  // namespace
+
+ScoringSummary ScoreTable(ScoreModel& model, std::istream& input, const std::string& sourceName, OutputSink& output,
+                          const TableScorerOptions& options,
+                          const std::function<void(const ScoringProgress&)>& onProgress) {
+    return TableRun(model, input, sourceName, output, options, onProgress).Score();
+}
+
+}  // namespace nbscore

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <istream>
+#include <string>
+
+#include "framework/Limits.h"
+#include "framework/ScoreModel.h"
+#include "table/CaseBinder.h"
+#include "table/OutputSink.h"
+#include "table/ScoreWriter.h"
+
+namespace nbscore {
+
+struct TableScorerOptions {
+    char delimiter = ',';
+    /// A table with a header and no case is an error unless this is set.
+    bool allowEmpty = false;
+    /// How many threads score; with one, nothing is done beside the calling thread. At least 1.
+    std::size_t threads = 1;
+    CaseBinderOptions cases;
+    /// Of these, only whether the work is cancelled is asked, on each of the threads.
+    Limits limits;
+    ScoreWriterOptions output;
+
+    /// Whether a row's cells are written as they are read.
+    bool CopiesRows() const { return output.format == ScoreFormat::Csv && delimiter == output.delimiter; }
+};
+
+/// How far a run has come.
+struct ScoringProgress {
+    std::uint64_t rows = 0;
+    std::uint64_t inputBytes = 0;
+};
+
+/// What a run did.
+struct ScoringSummary {
+    std::uint64_t rows = 0;
+    /// The line of the first case in which some probability came out as no number or infinite (HasNonFiniteNumber); 0
+    /// when there was none.
+    std::uint64_t firstNonFiniteLine = 0;
+};
+
+/// Scores every row of a table, in order, with memory bounded whatever the table's size.
+///
+/// Rows are scored in blocks of what the input has ready, and a block's scores are written out as soon as they and
+/// those before it are there: a slow input is answered row by row. When a row cannot be read or scored, the rows of the
+/// blocks before its own have been written.
+/// @param model must be scorable (LoadedModel::RequireScorable), and stay loaded. Others may score with it meanwhile, tables too, as
+/// long as all ask for the same TableScorerOptions::output.predictionOnly.
+/// @param input the table; @param sourceName what errors call it.
+/// @param onProgress called now and then, by this thread, with what was done so far, and may throw to end the run.
+/// Throws CaseDataError and InputOutputError, of several for the first in the table, whatever the number of threads.
+/// Does not commit the output: the caller does, when all went well.
+ScoringSummary ScoreTable(ScoreModel& model, std::istream& input, const std::string& sourceName, OutputSink& output,
+                          const TableScorerOptions& options,
+                          const std::function<void(const ScoringProgress&)>& onProgress);
+
+}  // namespace nbscore

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "table/ModelResults.h"
+#include "table/ScoreWriter.h"
+
+namespace nbscore::test {
+
+/// Appends a case as the scoring of tables does that asks the model for each case.
+inline void AppendResult(ScoreWriter& writer, ScoreModel& model, bool predictionOnly, std::string& text,
+                         const std::vector<std::string_view>& cells, const ScoreResult& result) {
+    writer.AppendCase(text, {cells, {}}, ScoredCaseReader(model, predictionOnly).Read(result));
+}
+
+}  // namespace nbscore::test
