@@ -124,8 +124,8 @@ std::vector<double> ComputeProbabilitiesInLoop(const std::string& modelFile, con
 std::vector<double> ComputeProbabilitiesInBatches(const std::string& modelFile, const std::string& tableFile) {
     const LoadedModel model = ReadModel(modelFile);
     Table table(tableFile);
-    const std::unique_ptr<BatchCases> batch = MakeBatchCases(model.Get(), false);
-    if (batch == nullptr) throw std::runtime_error("the model cannot be scored in batches");
+    std::optional<BatchCases> batch = BatchCases::Find(model.Get(), false);
+    if (!batch) throw std::runtime_error("the model cannot be scored in batches");
     CaseCoder coder(model.Get(), *batch, table.GetHeader(), table.GetName(), {});
     const std::size_t numReaders = batch->GetFieldsOfReaders().size();
     const std::size_t casesAtOnce = batch->GetCasesAtOnce();

@@ -20,7 +20,7 @@ CsvRowReader::CsvRowReader(std::string sourceName, char cellDelimiter)
     : source(std::move(sourceName)),
       delimiter(cellDelimiter),
       scanner(cellDelimiter),
-      marks(std::make_unique_for_overwrite<std::uint32_t[]>(CsvScanner::bytesAtOnce)) {}
+      marks(std::make_unique_for_overwrite<std::uint32_t[]>(CsvScanner::roomForMarks)) {}
 
 void CsvRowReader::Start(TableBlock& nextBlock) {
     block = &nextBlock;
@@ -39,26 +39,23 @@ bool CsvRowReader::ReadRow() {
     rowBegin = nextRowBegin;
     if (rowBegin >= block->size) return false;
     rowLine = nextLine;
-    FindCells();
+    const char* const bytes = block->room.data();
+    std::size_t cellBegin = rowBegin;
+    do {
+        for (std::size_t i = nextMark; i < numMarks; ++i) {
+            const std::size_t mark = marks[i];
+            cells.emplace_back(bytes + cellBegin, mark - cellBegin);
+            if (bytes[mark] != delimiter) {
+                nextMark = i + 1;
+                EndRow(mark, mark + LengthOfMark(block->GetBytes(), mark));
+                return true;
+            }
+            cellBegin = mark + 1;
+        }
+        if (cells.size() > maxCells) RefuseTooManyCells();
+    } while (FindMoreMarks());
+    EndLastRow(cellBegin);
     return true;
-}
-
-void CsvRowReader::FindCells() {
-    const std::string_view bytes = block->GetBytes();
-    for (std::size_t cellBegin = rowBegin;;) {
-        if (nextMark == numMarks && !FindMoreMarks()) {
-            EndLastRow(cellBegin);
-            return;
-        }
-        const std::size_t mark = marks[nextMark++];
-        cells.push_back(Between(bytes, cellBegin, mark));
-        if (bytes[mark] != delimiter) {
-            EndRow(mark, mark + LengthOfLineEnd(bytes, mark));
-            return;
-        }
-        cellBegin = mark + 1;
-        if (cells.size() > maxCells) RefuseTooManyCells(cellBegin);
-    }
 }
 
 /// False at the end of the block, and where it has a fault.
@@ -73,12 +70,12 @@ bool CsvRowReader::FindMoreMarks() {
 /// The last row of a table may end without a line end; any other one that does not end has a fault.
 void CsvRowReader::EndLastRow(std::size_t cellBegin) {
     const std::size_t reached = scanner.GetPosition();
-    if (scanner.GetFault() == CsvScanner::Fault::None && !scanner.IsInQuotes()) {
+    const bool isInQuotes = scanner.IsInQuotes();
+    if (!isInQuotes && scanner.GetFault() == CsvScanner::Fault::None) {
         cells.push_back(Between(block->GetBytes(), cellBegin, reached));
         EndRow(reached, reached);
         return;
     }
-    const bool isInQuotes = scanner.GetFault() == CsvScanner::Fault::None;
     CheckText(reached, isInQuotes ? std::optional(cellBegin) : std::nullopt);
     if (isInQuotes) Refuse(cellBegin, "the quote that opens here is never closed");
     Refuse(reached, scanner.GetFault() == CsvScanner::Fault::StrayQuote
@@ -87,14 +84,14 @@ void CsvRowReader::EndLastRow(std::size_t cellBegin) {
 }
 
 void CsvRowReader::EndRow(std::size_t cellsEnd, std::size_t nextRow) {
-    const std::string_view bytes = block->GetBytes();
     nextRowBegin = nextRow;
     nextLine = rowLine + 1;
-    CheckText(nextRow);
-    if (cells.size() > maxCells) RefuseTooManyCells(nextRow);
-    if (!mayHoldByteOrderMarks) asWritten = Between(bytes, rowBegin, cellsEnd);
+    if (cells.size() > maxCells) RefuseTooManyCells();
+    if (nextRow > soundText.position || nextRow - rowBegin > maxRowBytes) CheckText(nextRow);
+    if (!mayHoldByteOrderMarks) asWritten = Between(block->GetBytes(), rowBegin, cellsEnd);
+    if (!scanner.HasQuotes()) return;
     if (scanner.HasLineEndsInQuotes()) nextLine = GetLineOf(nextRow);
-    if (scanner.HasQuotes()) TakeQuotesOff();
+    TakeQuotesOff();
 }
 
 void CsvRowReader::TakeQuotesOff() {
@@ -136,8 +133,12 @@ void CsvRowReader::CheckText(std::size_t reached, std::optional<std::size_t> ope
     Refuse(rowBegin, problem);
 }
 
-void CsvRowReader::RefuseTooManyCells(std::size_t reached) const {
-    CheckText(reached);
+void CsvRowReader::RefuseTooManyCells() const {
+    // What is wrong in front of the end of the first cell that is too many goes before.
+    const std::string_view tooMany = cells[maxCells];
+    const auto reached = static_cast<std::size_t>(tooMany.data() + tooMany.size() - block->room.data());
+    const std::string_view bytes = block->GetBytes();
+    CheckText(reached == bytes.size() ? reached : reached + LengthOfMark(bytes, reached));
     Refuse(rowBegin, "the row has more than " + std::to_string(maxCells) + " cells");
 }
 

@@ -50,14 +50,13 @@ public:
     const std::string& GetSourceName() const { return source; }
 
 private:
-    void FindCells();
     bool FindMoreMarks();
     void EndLastRow(std::size_t cellBegin);
     void EndRow(std::size_t cellsEnd, std::size_t nextRow);
     void TakeQuotesOff();
     std::string_view TakeQuotesOff(std::string_view cell);
     void CheckText(std::size_t reached, std::optional<std::size_t> openQuote = std::nullopt) const;
-    [[noreturn]] void RefuseTooManyCells(std::size_t reached) const;
+    [[noreturn]] void RefuseTooManyCells() const;
     [[noreturn]] void Refuse(std::size_t position, const std::string& problem) const;
     std::uint64_t GetLineOf(std::size_t position) const;
 

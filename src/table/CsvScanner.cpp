@@ -91,27 +91,52 @@ Bits SetBetween(Bits bits) {
     return bits;
 }
 
-/// @tparam findsMarks what FindMarks does; else what FindRowEnds does.
-template <bool findsMarks>
-std::size_t Scan(CsvScanner::State& scanned, const std::uint8_t* bytes, std::size_t end, std::uint8_t delimiter,
-                 std::uint32_t* found) {
-    CsvScanner::State state = scanned;
-    std::size_t numFound = 0;
-    Bits seenQuotes = 0;
-    Bits lineEndsInQuotes = 0;
-    Bits lastRowEnds = 0;
-    std::size_t placeOfLastRowEnds = 0;
-    while (state.position < end && state.fault == CsvScanner::Fault::None) {
-        std::size_t length = std::min(bytesOfBits, end - state.position);
-        const std::uint8_t* piece = bytes + state.position;
-        std::uint8_t filledUp[bytesOfBits];  // no mark is a NUL
-        if (length < bytesOfBits) {
-            std::memset(filledUp, 0, sizeof(filledUp));
-            std::memcpy(filledUp, piece, length);
-            piece = filledUp;
+/// Writes the position of each set bit, and some more numbers behind them: to write eight and see how many were wanted is
+/// faster than to ask each time.
+/// @param place of the lowest bit. @param positions room for 64. Tells how many bits are set.
+std::size_t WritePositions(Bits bits, std::size_t place, std::uint32_t* positions) {
+    const auto count = static_cast<std::size_t>(std::popcount(bits));
+    for (std::size_t i = 0; i < count; i += 8) {
+        for (std::size_t k = i; k < i + 8; ++k) {
+            positions[k] = static_cast<std::uint32_t>(place) + static_cast<std::uint32_t>(std::countr_zero(bits));
+            bits &= bits - 1;
         }
+    }
+    return count;
+}
+
+/// One call of FindMarks or of FindRowEnds.
+template <bool findsMarks>
+class Scan {
+public:
+    /// @param positions where FindMarks writes.
+    Scan(const CsvScanner::State& before, char delimiterCharacter, std::uint32_t* positions)
+        : state(before), delimiter(static_cast<std::uint8_t>(delimiterCharacter)), found(positions) {}
+
+    /// Goes on up to the end, or a fault. Tells how many marks were found.
+    HWY_INLINE std::size_t Run(const std::uint8_t* bytes, std::size_t end) {
+        while (end - state.position >= bytesOfBits && state.fault == CsvScanner::Fault::None)
+            LookAt(bytes + state.position, bytesOfBits);
+        if (state.position < end && state.fault == CsvScanner::Fault::None) {
+            std::uint8_t filledUp[bytesOfBits] = {};  // no mark is a NUL
+            std::memcpy(filledUp, bytes + state.position, end - state.position);
+            LookAt(filledUp, end - state.position);
+        }
+        if (lastRowEnds != 0) {
+            state.rowEnd = placeOfLastRowEnds + bytesOfBits - static_cast<std::size_t>(std::countl_zero(lastRowEnds));
+        }
+        state.hasQuotes = state.hasQuotes || seenQuotes != 0;
+        state.hasLineEndsInQuotes = state.hasLineEndsInQuotes || lineEndsInQuotes != 0;
+        return numFound;
+    }
+    const CsvScanner::State& GetState() const { return state; }
+
+private:
+    /// @param piece 64 bytes, of which so many count.
+    HWY_INLINE void LookAt(const std::uint8_t* piece, std::size_t length) {
         const Marks marks = FindMarksOf(piece, delimiter);
-        Bits inQuotes = state.inQuotes;
+        const std::size_t last = length - 1;
+        Bits inQuotes = 0;
         Bits separators = marks.delimiters | marks.carriageReturns | marks.lineFeeds;
         Bits lineEnds =
             marks.carriageReturns | (marks.lineFeeds & ~((marks.carriageReturns << 1) | state.afterCarriageReturn));
@@ -119,34 +144,20 @@ std::size_t Scan(CsvScanner::State& scanned, const std::uint8_t* bytes, std::siz
         if ((marks.quotes | state.inQuotes | state.afterClosingQuote) != 0) {
             // With the quote that opens, without the one that closes. Between two that stand for one a cell is closed
             // and opened again.
-            inQuotes ^= SetBetween(marks.quotes);
+            inQuotes = SetBetween(marks.quotes) ^ state.inQuotes;
             separators &= ~inQuotes;
             closingQuotes = marks.quotes & ~inQuotes;
-            const Bits behindClosingQuotes = (closingQuotes << 1) | state.afterClosingQuote;
-            const Bits cellsBegin = (separators << 1) | state.afterSeparator;
-            const Bits strayQuotes = marks.quotes & inQuotes & ~cellsBegin & ~behindClosingQuotes;
-            Bits faults = strayQuotes;
-            if constexpr (findsMarks) {
-                const Bits valid = ~Bits{0} >> (bytesOfBits - length);
-                faults |= behindClosingQuotes & ~inQuotes & ~separators & ~marks.quotes & valid;
+            if (const Bits faults = FindFaults(marks.quotes, inQuotes, separators, closingQuotes, length)) {
+                const Bits inFront = (faults & (~faults + 1)) - 1;
+                length = static_cast<std::size_t>(std::countr_zero(faults));
+                separators &= inFront;
+                lineEnds &= inFront;
             }
-            if (faults != 0) {
-                const Bits first = faults & (~faults + 1);
-                state.fault =
-                    (strayQuotes & first) != 0 ? CsvScanner::Fault::StrayQuote : CsvScanner::Fault::TextBehindQuote;
-                length = static_cast<std::size_t>(std::countr_zero(first));
-                separators &= first - 1;
-                lineEnds &= first - 1;
-            }
-            if constexpr (findsMarks) {
-                seenQuotes |= marks.quotes;
-                lineEndsInQuotes |= lineEnds & inQuotes;
-            }
+            seenQuotes |= marks.quotes;
+            lineEndsInQuotes |= lineEnds & inQuotes;
         }
         if constexpr (findsMarks) {
-            const auto place = static_cast<std::uint32_t>(state.position);
-            for (Bits cellEnds = separators & (marks.delimiters | lineEnds); cellEnds != 0; cellEnds &= cellEnds - 1)
-                found[numFound++] = place + static_cast<std::uint32_t>(std::countr_zero(cellEnds));
+            numFound += WritePositions(separators & (marks.delimiters | lineEnds), state.position, found + numFound);
         } else {
             const Bits rowEnds = separators & (marks.carriageReturns | marks.lineFeeds);
             placeOfLastRowEnds = rowEnds == 0 ? placeOfLastRowEnds : state.position;
@@ -154,30 +165,48 @@ std::size_t Scan(CsvScanner::State& scanned, const std::uint8_t* bytes, std::siz
             state.lineEnds += static_cast<std::uint64_t>(std::popcount(lineEnds));
         }
         state.position += length;
-        if (length == 0) break;  // of these bytes the first is at fault
-        const std::size_t last = length - 1;
         state.inQuotes = ~(((inQuotes >> last) & 1) - 1);
         state.afterSeparator = (separators >> last) & 1;
         state.afterClosingQuote = (closingQuotes >> last) & 1;
         state.afterCarriageReturn = (marks.carriageReturns >> last) & 1;
     }
-    if (lastRowEnds != 0) {
-        state.rowEnd = placeOfLastRowEnds + bytesOfBits - static_cast<std::size_t>(std::countl_zero(lastRowEnds));
+
+    HWY_INLINE Bits FindFaults(Bits quotes, Bits inQuotes, Bits separators, Bits closingQuotes, std::size_t length) {
+        const Bits behindClosingQuotes = (closingQuotes << 1) | state.afterClosingQuote;
+        const Bits cellsBegin = (separators << 1) | state.afterSeparator;
+        const Bits strayQuotes = quotes & inQuotes & ~cellsBegin & ~behindClosingQuotes;
+        Bits faults = strayQuotes;
+        if constexpr (findsMarks) {
+            const Bits counting = ~Bits{0} >> (bytesOfBits - length);
+            faults |= behindClosingQuotes & ~inQuotes & ~separators & ~quotes & counting;
+        }
+        if (faults == 0) return 0;
+        const bool isStray = ((strayQuotes >> std::countr_zero(faults)) & 1) != 0;
+        state.fault = isStray ? CsvScanner::Fault::StrayQuote : CsvScanner::Fault::TextBehindQuote;
+        return faults;
     }
-    state.hasQuotes = state.hasQuotes || seenQuotes != 0;
-    state.hasLineEndsInQuotes = state.hasLineEndsInQuotes || lineEndsInQuotes != 0;
-    scanned = state;
-    return numFound;
+
+    CsvScanner::State state;
+    std::uint8_t delimiter;
+    std::uint32_t* found;
+    std::size_t numFound = 0;
+    Bits seenQuotes = 0;
+    Bits lineEndsInQuotes = 0;
+    Bits lastRowEnds = 0;
+    std::size_t placeOfLastRowEnds = 0;
+};
+
+void ScanForRowEnds(CsvScanner::State& state, std::string_view bytes, char delimiter) {
+    Scan<false> scan(state, delimiter, nullptr);
+    scan.Run(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+    state = scan.GetState();
 }
 
-std::size_t ScanForRowEnds(CsvScanner::State& state, const std::uint8_t* bytes, std::size_t end,
-                           std::uint8_t delimiter) {
-    return Scan<false>(state, bytes, end, delimiter, nullptr);
-}
-
-std::size_t ScanForMarks(CsvScanner::State& state, const std::uint8_t* bytes, std::size_t end, std::uint8_t delimiter,
-                         std::uint32_t* found) {
-    return Scan<true>(state, bytes, end, delimiter, found);
+std::size_t ScanForMarks(CsvScanner::State& state, std::string_view bytes, char delimiter, std::uint32_t* found) {
+    Scan<true> scan(state, delimiter, found);
+    const std::size_t count = scan.Run(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+    state = scan.GetState();
+    return count;
 }
 
 }  // namespace nbscore::HWY_NAMESPACE
@@ -190,14 +219,11 @@ HWY_EXPORT(ScanForRowEnds);
 HWY_EXPORT(ScanForMarks);
 
 void CsvScanner::FindRowEnds(std::string_view bytes) {
-    HWY_DYNAMIC_DISPATCH(ScanForRowEnds)
-    (state, reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size(), static_cast<std::uint8_t>(delimiter));
+    HWY_DYNAMIC_DISPATCH(ScanForRowEnds)(state, bytes, delimiter);
 }
 
 std::size_t CsvScanner::FindMarks(std::string_view bytes, std::uint32_t* marks) {
-    return HWY_DYNAMIC_DISPATCH(ScanForMarks)(state, reinterpret_cast<const std::uint8_t*>(bytes.data()),
-                                              std::min(bytes.size(), state.position + bytesAtOnce),
-                                              static_cast<std::uint8_t>(delimiter), marks);
+    return HWY_DYNAMIC_DISPATCH(ScanForMarks)(state, bytes.substr(0, state.position + bytesAtOnce), delimiter, marks);
 }
 
 std::uint64_t CountLineEnds(std::string_view bytes) {

@@ -39,6 +39,8 @@ public:
 
     /// How many bytes FindMarks looks at, and so how many marks it may find.
     static constexpr std::size_t bytesAtOnce = std::size_t{32} << 10;
+    /// The room that it needs for them: some of it is written over without need, which is faster than to ask.
+    static constexpr std::size_t roomForMarks = bytesAtOnce + 64;
 
     explicit CsvScanner(char cellDelimiter) : delimiter(cellDelimiter) {}
 
@@ -54,7 +56,7 @@ public:
 
     /// Goes on by some bytes, for what ends cells: delimiters, and the first byte of what ends a row, outside quotes.
     /// Tells how many there are, which may be none. Finds no more behind a fault.
-    /// @param bytes as above, fewer than 4 GB. @param marks room for bytesAtOnce positions.
+    /// @param bytes as above, fewer than 4 GB. @param marks room for roomForMarks positions.
     std::size_t FindMarks(std::string_view bytes, std::uint32_t* marks);
 
     /// How many bytes were looked at; at a fault those before the byte at fault.
@@ -64,8 +66,8 @@ public:
     /// How many lines end in what FindRowEnds looked at, within quotes or outside.
     std::uint64_t GetLineEnds() const { return state.lineEnds; }
     Fault GetFault() const { return state.fault; }
-    /// Whether the bytes looked at so far end within a cell in quotes.
-    bool IsInQuotes() const { return state.inQuotes != 0; }
+    /// Whether the bytes looked at so far end within a cell in quotes, without a fault before.
+    bool IsInQuotes() const { return state.fault == Fault::None && state.inQuotes != 0; }
     /// Whether FindMarks has seen some quote, or some line end within quotes.
     bool HasQuotes() const { return state.hasQuotes; }
     bool HasLineEndsInQuotes() const { return state.hasLineEndsInQuotes; }
@@ -75,8 +77,8 @@ private:
     State state;
 };
 
-/// How long the line end is that begins with the CR or LF at a position.
-inline std::size_t LengthOfLineEnd(std::string_view bytes, std::size_t position) {
+/// How long the delimiter or line end is that begins at a position.
+inline std::size_t LengthOfMark(std::string_view bytes, std::size_t position) {
     return bytes[position] == '\r' && position + 1 < bytes.size() && bytes[position + 1] == '\n' ? 2 : 1;
 }
 

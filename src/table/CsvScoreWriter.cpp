@@ -60,7 +60,9 @@ CsvScoreWriter::CsvScoreWriter(const ScoreDictVar& target, const std::vector<std
 CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& names, const std::vector<std::string>& header,
                                const std::string& sourceName, const ScoreWriterOptions& options)
     : CsvScoreWriter(header, options) {
-    labels = LabelSubModels(names);
+    const std::vector<std::string> labels = LabelSubModels(names);
+    for (const std::string& label : labels)
+        AppendCsvCell(labelCells.emplace_back(), label, delimiter);
     hasRowForEachSubModel = options.subModels.longRows;
     if (hasRowForEachSubModel) {
         AddColumn("model", Content::Label);
@@ -161,7 +163,7 @@ void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std:
                 }
                 break;
             case Content::Label:
-                row.Add(labels[shown[number]]);
+                row.AddPlain([this, &shown, number](std::string& cells) { cells += labelCells[shown[number]]; });
                 break;
             case Content::Score:
                 AddNumber(row, scored.subModels[shown[number]].score, numbersNeedQuotes);

@@ -56,7 +56,8 @@ private:
     /// The input's, as far as they are written, and those that are added.
     std::vector<std::string> columnNames;
     std::vector<Column> columns;
-    std::vector<std::string> labels;
+    /// The sub-models' labels, in quotes where they need them.
+    std::vector<std::string> labelCells;
     SubModelRanking ranking;
 };
 

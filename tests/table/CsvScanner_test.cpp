@@ -45,14 +45,14 @@ Scanned ScanByLooking(std::string_view text, char delimiter) {
 Scanned ScanAll(std::string_view text, char delimiter) {
     CsvScanner scanner(delimiter);
     Scanned scanned;
-    Positions room(CsvScanner::bytesAtOnce);
+    Positions room(CsvScanner::roomForMarks);
     while (scanner.GetPosition() < text.size() && scanner.GetFault() == Fault::None) {
         const std::size_t count = scanner.FindMarks(text, room.data());
         scanned.marks.insert(scanned.marks.end(), room.begin(), room.begin() + static_cast<std::ptrdiff_t>(count));
     }
     scanned.fault = scanner.GetFault();
     scanned.position = scanner.GetPosition();
-    scanned.isInQuotes = scanned.fault == Fault::None && scanner.IsInQuotes();
+    scanned.isInQuotes = scanner.IsInQuotes();
     return scanned;
 }
 
