@@ -5,7 +5,7 @@
 #include <limits>
 #include <map>
 
-#include "naivebayes/BinSearch.h"
+#include "naivebayes/NBinningEncoder.h"
 
 namespace nbscore {
 namespace {

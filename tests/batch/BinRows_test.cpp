@@ -7,7 +7,7 @@
 #include <limits>
 #include <vector>
 
-#include "naivebayes/BinSearch.h"
+#include "naivebayes/NBinningEncoder.h"
 
 namespace nbscore {
 namespace {

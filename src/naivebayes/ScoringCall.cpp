@@ -1,23 +1,9 @@
-#include "naivebayes/PredictorValues.h"
+#include "naivebayes/ScoringCall.h"
 
 #include "framework/BaseDictionary.h"
-#include "framework/NumericValue.h"
-#include "naivebayes/Existing.h"
 
 namespace nbscore {
 namespace {
-
-const ScoreValue* FindValue(const ScoreCaseRecord& record, bool indexed, const ScoreCaseRecord* derivedRecord,
-                            const ScoreDictVar& var) {
-    const ScoreValue* value = indexed ? record.GetValueByIndex(var.GetIndex()) : record.GetValueByName(var.GetName());
-    if (value == nullptr && derivedRecord != nullptr) value = derivedRecord->GetValueByName(var.GetName());
-    return value;
-}
-
-/// Only a continuous variable leaves its missing values out: a categorical one has them coded like any other.
-bool IsLeftOut(const ScoreDictVar& var, const ScoreValue* value) {
-    return var.GetMeasureLevel() == ScoreDictVar::Continuous && var.IsMissingValue(value);
-}
 
 void AddCopy(ScoreDictionary& dictionary, const ScoreDictVar& var) {
     const std::string name = var.GetName();  // before there is a copy that could be lost
@@ -49,24 +35,6 @@ const ScoreCaseRecord* ComputeDerivedValues(const ScoreModel& model, bool needed
     return derivedFields->GetValuesForDeriedVars(record, model.GetDictionary());
 }
 
-EncodedCase EncodePredictors(const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord,
-                             std::size_t predictors, const std::vector<const ScoreDictVar*>& vars,
-                             const std::vector<std::unique_ptr<INBVeskEncoder>>& encoders) {
-    EncodedCase encoded;
-    encoded.codes.assign(predictors, NumericValue::GetSysmisValue());
-    const bool indexed = record.IsIndexed();
-    for (std::size_t j = 0; j < predictors; ++j) {
-        const ScoreDictVar& var = Existing(vars[j]);
-        const ScoreValue* value = FindValue(record, indexed, derivedRecord, var);
-        if (value == nullptr || IsLeftOut(var, value)) continue;
-        const int code = Existing(encoders[j].get()).GetCategory(value);
-        if (code < 0) continue;
-        encoded.codes[j] = code;
-        ++encoded.usable;
-    }
-    return encoded;
-}
-
 ScoreDictionary* CopyVarsOfRole(const ScoreModel& model, const ScoreDictVar* target, ScoreModel::VarRole role) {
     auto copies = std::make_unique<BaseDictionary>();
     if (role == ScoreModel::TargetRole) {
@@ -85,6 +53,17 @@ ScoreDictionary* CopyVarsOfRole(const ScoreModel& model, const ScoreDictVar* tar
         found = true;
     }
     return found ? copies.release() : nullptr;
+}
+
+ScoreValue* ChangeablePrediction(const ScoreResult& result) {
+    // A result was given its prediction as a changeable object; it only shows it as a const one.
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): see above
+    return const_cast<ScoreValue*>(result.GetPrediction());
+}
+
+void ReplacePrediction(ScoreResult& result, std::unique_ptr<ScoreValue> prediction) {
+    const std::unique_ptr<ScoreValue> replaced(ChangeablePrediction(result));
+    result.SetPrediction(prediction.release());
 }
 
 }  // namespace nbscore

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -9,11 +8,12 @@
 #include "framework/ScoreDictVar.h"
 #include "framework/ScoreDictionary.h"
 #include "framework/ScoreModel.h"
+#include "framework/ScoreResult.h"
 #include "framework/TransformationDictionary.h"
-#include "naivebayes/INBVeskEncoder.h"
 
 /// @file
-/// How models find their predictors' values in a case; shared by a single classifier and a set of classifiers.
+/// What every kind of model does around its classifiers: notes where records hold its fields, has derived values
+/// computed, and fills the result objects that callers hand back case after case, without losing or leaking one.
 
 namespace nbscore {
 
@@ -32,26 +32,27 @@ void RememberRecordPositions(const ScoreCaseRecord& record, const std::vector<st
 const ScoreCaseRecord* ComputeDerivedValues(const ScoreModel& model, bool needed, const ScoreCaseRecord* record,
                                             bool derivedInRecord);
 
-/// The category codes of one case: one entry per predictor, the system-missing number where it has none.
-struct EncodedCase {
-    std::vector<double> codes;
-    /// How many predictors have a code.
-    int usable = 0;
-};
-
-/// Fetches and encodes every predictor. A value is taken from the record (by position when it is indexed,
-/// else by name), or else from the derived record by name. It is left out when it is absent, when its
-/// variable is continuous and calls it missing, and when its encoder does not know it.
-/// @param derivedRecord may be null.
-/// @param predictors how many there are. Where a variable or encoder is asked for that a list does not
-///     hold, or that is null, the process stops.
-EncodedCase EncodePredictors(const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord,
-                             std::size_t predictors, const std::vector<const ScoreDictVar*>& vars,
-                             const std::vector<std::unique_ptr<INBVeskEncoder>>& encoders);
-
 /// A new dictionary, owned by the caller, with copies of the variables of a role; null when there are none.
 /// The target role gives the target variable, whatever roles the model has noted.
 /// @param target may be null: there is none.
 ScoreDictionary* CopyVarsOfRole(const ScoreModel& model, const ScoreDictVar* target, ScoreModel::VarRole role);
+
+/// Puts a new result for this target in the place of the caller's, which is deleted. Where making it fails, the
+/// caller keeps what it had.
+/// @param result may be null on entry; the caller owns what it points to afterwards.
+template <typename Result>
+Result& ReplaceResult(ScoreResult*& result, const ScoreDictVar* target) {
+    auto fresh = std::make_unique<Result>(target);
+    Result& replacement = *fresh;
+    delete result;
+    result = fresh.release();
+    return replacement;
+}
+
+/// The prediction that a result owns, to be changed in place; null when it has none.
+ScoreValue* ChangeablePrediction(const ScoreResult& result);
+
+/// Gives a result a prediction in the place of the one it has, which is deleted here: SetPrediction forgets it.
+void ReplacePrediction(ScoreResult& result, std::unique_ptr<ScoreValue> prediction);
 
 }  // namespace nbscore
