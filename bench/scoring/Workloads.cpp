@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "batch/ScorableTables.h"
+#include "batch/BatchEngine.h"
 #include "framework/ModelTables.h"
 #include "host/ReusedResult.h"
 #include "host/ScoredCaseReader.h"
@@ -165,8 +165,8 @@ SetWorkload::SetWorkload(std::size_t categories, std::size_t numCases)
 }
 
 void SetWorkload::ScoreInBatch() {
-    SubModelColumns answers;
-    answers.scores = batchScores;
+    AnswerColumns answers;
+    answers.probabilities = batchScores;
     scorer.Score(cases.GetColumns(), cases.Count(), answers);
 }
 

@@ -1,10 +1,10 @@
 #include "host/BatchCases.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include "framework/MCMV.h"
 #include "framework/ModelSelfDescription.h"
-#include "framework/ModelSelfTables.h"
 #include "host/ClassifierBatch.h"
 #include "host/SubModelBatch.h"
 
@@ -21,14 +21,14 @@ std::vector<SubModelScore> DescribeSubModels(const ModelSelfDescription& set) {
 }  // namespace
 
 std::unique_ptr<BatchCases> MakeBatchCases(const ScoreModel& model, bool predictionOnly) {
-    const auto* const tables = dynamic_cast<const ModelSelfTables*>(&model);
     const auto* const description = dynamic_cast<const ModelSelfDescription*>(&model);
-    if (tables == nullptr || description == nullptr) return nullptr;
+    if (description == nullptr) return nullptr;
     try {
-        if (tables->GetTables().isSet) {
-            return std::make_unique<SubModelBatch>(SubModelBatchScorer(model), DescribeSubModels(*description));
+        auto engine = std::make_shared<const BatchEngine>(model);
+        if (engine->IsSet()) {
+            return std::make_unique<SubModelBatch>(std::move(engine), DescribeSubModels(*description));
         }
-        return std::make_unique<ClassifierBatch>(BatchScorer(model), *model.GetTargetVar(), predictionOnly);
+        return std::make_unique<ClassifierBatch>(std::move(engine), *model.GetTargetVar(), predictionOnly);
     } catch (const std::invalid_argument&) {
         return nullptr;
     }

@@ -1,37 +1,32 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "batch/BatchEngine.h"
 #include "host/BatchCases.h"
 
 namespace nbscore {
 
-/// What batches do alike, whichever batch scorer they ask.
-/// @tparam Scorer BatchScorer or SubModelBatchScorer.
-template <typename Scorer>
+/// What batches of single classifiers and of sets do alike.
 class BatchCasesOf : public BatchCases {
 public:
-    /// @param inputs of each reader, the number of the scorer's input that it reads.
-    BatchCasesOf(Scorer batchScorer, const std::vector<std::size_t>& inputs) : scorer(std::move(batchScorer)) {
-        for (const std::size_t input : inputs)
-            fieldsOfReaders.push_back(scorer.GetInputs()[input].name);
-    }
+    explicit BatchCasesOf(std::shared_ptr<const BatchEngine> sharedEngine) : engine(std::move(sharedEngine)) {}
 
-    std::vector<std::string> GetFieldsOfReaders() const override { return fieldsOfReaders; }
-    bool ReadsDerivedFields() const override { return scorer.ReadsDerivedFields(); }
-    RowNumber RowOf(std::size_t reader, std::string_view text) const override { return scorer.RowOf(reader, text); }
-    RowNumber RowOf(std::size_t reader, double number) const override { return scorer.RowOf(reader, number); }
+    std::vector<std::string> GetFieldsOfReaders() const override { return engine->GetFieldsOfReaders(); }
+    bool ReadsDerivedFields() const override { return engine->ReadsDerivedFields(); }
+    RowNumber RowOf(std::size_t reader, std::string_view text) const override { return engine->RowOf(reader, text); }
+    RowNumber RowOf(std::size_t reader, double number) const override { return engine->RowOf(reader, number); }
 
 protected:
-    const Scorer& GetScorer() const { return scorer; }
+    const BatchEngine& GetEngine() const { return *engine; }
 
 private:
-    Scorer scorer;
-    std::vector<std::string> fieldsOfReaders;
+    std::shared_ptr<const BatchEngine> engine;
 };
 
 }  // namespace nbscore

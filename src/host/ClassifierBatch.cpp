@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "framework/MCMV.h"
 #include "framework/NumericValue.h"
@@ -23,10 +24,11 @@ std::shared_ptr<const ScoreValue> MakePrediction(const ScoreDictVar& target, con
 
 }  // namespace
 
-ClassifierBatch::ClassifierBatch(const BatchScorer& classifier, const ScoreDictVar& target, bool onlyPrediction)
-    : BatchCasesOf(classifier, classifier.GetInputsOfPredictors()),
+ClassifierBatch::ClassifierBatch(std::shared_ptr<const BatchEngine> classifier, const ScoreDictVar& target,
+                                 bool onlyPrediction)
+    : BatchCasesOf(std::move(classifier)),
       predictionOnly(onlyPrediction),
-      numCategories(classifier.GetCategories().size()) {
+      numCategories(GetEngine().GetNumbersPerCase()) {
     for (const ScoreValueLabel& label : target.GetValueLabelSet()->GetValueLabels())
         predictions.push_back(MakePrediction(target, *label.GetValue()));
     arranged.assign(predictions.size(), MCMV::gMissingValue);
@@ -40,11 +42,11 @@ void ClassifierBatch::Score(std::span<const std::span<const RowNumber>> rows, st
     predicted.resize(cases);
     confidence.resize(cases);
     probabilities.resize(predictionOnly ? 0 : cases * numCategories);
-    ClassificationColumns answers;
+    AnswerColumns answers;
     answers.predicted = predicted;
     answers.confidence = confidence;
     answers.probabilities = probabilities;
-    GetScorer().ScoreRows(rows, cases, answers);
+    GetEngine().ScoreRows(rows, cases, answers);
 }
 
 std::span<const double> ClassifierBatch::GetProbabilities(std::size_t entry) const {

@@ -4,16 +4,15 @@
 #include <memory>
 #include <vector>
 
-#include "batch/BatchScorer.h"
 #include "host/BatchCasesOf.h"
 
 namespace nbscore {
 
 /// Cases of a single classifier.
-class ClassifierBatch : public BatchCasesOf<BatchScorer> {
+class ClassifierBatch : public BatchCasesOf {
 public:
     /// @param target copied.
-    ClassifierBatch(const BatchScorer& classifier, const ScoreDictVar& target, bool onlyPrediction);
+    ClassifierBatch(std::shared_ptr<const BatchEngine> classifier, const ScoreDictVar& target, bool onlyPrediction);
 
     std::unique_ptr<BatchCases> Copy() const override { return std::make_unique<ClassifierBatch>(*this); }
     std::size_t GetCasesAtOnce() const override;

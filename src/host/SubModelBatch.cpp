@@ -12,8 +12,8 @@ constexpr std::size_t mostCasesAtOnce = 1024;
 
 }  // namespace
 
-SubModelBatch::SubModelBatch(const SubModelBatchScorer& set, std::vector<SubModelScore> descriptors)
-    : BatchCasesOf(set, set.GetInputsOfReaders()), subModels(std::move(descriptors)) {}
+SubModelBatch::SubModelBatch(std::shared_ptr<const BatchEngine> set, std::vector<SubModelScore> descriptors)
+    : BatchCasesOf(std::move(set)), subModels(std::move(descriptors)) {}
 
 std::size_t SubModelBatch::GetCasesAtOnce() const {
     return std::clamp<std::size_t>(scoresAtOnce / std::max<std::size_t>(subModels.size(), 1), 1, mostCasesAtOnce);
@@ -21,9 +21,9 @@ std::size_t SubModelBatch::GetCasesAtOnce() const {
 
 void SubModelBatch::Score(std::span<const std::span<const RowNumber>> rows, std::size_t cases) {
     scores.resize(cases * subModels.size());
-    SubModelColumns answers;
-    answers.scores = scores;
-    GetScorer().ScoreRows(rows, cases, answers);
+    AnswerColumns answers;
+    answers.probabilities = scores;
+    GetEngine().ScoreRows(rows, cases, answers);
 }
 
 std::span<const double> SubModelBatch::GetScores(std::size_t entry) const {

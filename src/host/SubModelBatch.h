@@ -3,17 +3,16 @@
 #include <memory>
 #include <vector>
 
-#include "batch/SubModelBatchScorer.h"
 #include "host/BatchCasesOf.h"
 #include "host/SubModelScores.h"
 
 namespace nbscore {
 
 /// Cases of a set of sub-models.
-class SubModelBatch : public BatchCasesOf<SubModelBatchScorer> {
+class SubModelBatch : public BatchCasesOf {
 public:
     /// @param descriptors for each sub-model its name and its assessment figures.
-    SubModelBatch(const SubModelBatchScorer& set, std::vector<SubModelScore> descriptors);
+    SubModelBatch(std::shared_ptr<const BatchEngine> set, std::vector<SubModelScore> descriptors);
 
     std::unique_ptr<BatchCases> Copy() const override { return std::make_unique<SubModelBatch>(*this); }
     std::size_t GetCasesAtOnce() const override;

@@ -2,12 +2,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
-#include "batch/BatchScorer.h"
+#include "batch/BatchEngine.h"
 #include "batch/InputTable.h"
-#include "batch/SubModelBatchScorer.h"
 #include "cases/RandomDraws.h"
 #include "framework/ModelTables.h"
 #include "framework/ScoreModel.h"
@@ -19,7 +19,7 @@
 namespace nbscore::test {
 
 struct Answers {
-    /// Of a single classifier, and its categories.
+    /// Of a single classifier.
     std::vector<std::int32_t> predicted;
     std::vector<double> confidence;
     /// Probabilities or scores, case by case.
@@ -39,9 +39,7 @@ Answers AnswersOneByOne(ScoreModel& model, const InputTable& table);
 
 /// Scores the cases in calls that take so many of them each, one after the other, the last call the rest. Columns have
 /// shapes drawn at random, the matrix either order, and now and then the rows of all values are told beforehand.
-Answers AnswersInBatches(const BatchScorer& scorer, const InputTable& table, const std::vector<std::size_t>& sizes,
-                         Randomness& random);
-Answers AnswersInBatches(const SubModelBatchScorer& scorer, const InputTable& table,
+Answers AnswersInBatches(const std::shared_ptr<const BatchEngine>& engine, const InputTable& table,
                          const std::vector<std::size_t>& sizes, Randomness& random);
 
 /// Where the bits of two answers first differ, for a message; empty where they are the same. All NaNs count as one:

@@ -1,4 +1,4 @@
-#include "batch/ColumnEncoder.h"
+#include "batch/CaseValues.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -6,7 +6,7 @@
 #include <string_view>
 #include <type_traits>
 
-#include "batch/CodeMapping.h"
+#include "batch/Loops.h"
 
 namespace nbscore {
 namespace {
@@ -75,8 +75,8 @@ void EncodeCodes(const std::vector<RowNumber>& rowsOfCodes, const CodeColumn<Cod
 }
 
 template <typename Row, typename Code>
-void Encode(const ValueRows&, std::size_t reader, const CodeColumn<Code>& column, const Cases<Row>& cases) {
-    const std::vector<RowNumber>& rowsOfCodes = column.dictionary->GetRows(reader);
+void Encode(const ValueRows&, std::size_t list, const CodeColumn<Code>& column, const Cases<Row>& cases) {
+    const std::vector<RowNumber>& rowsOfCodes = column.dictionary->GetLookup().rowsOfReaders[list];
     if constexpr (std::is_same_v<Row, std::uint8_t> && std::is_same_v<Code, std::int8_t>) {
         const bool isSimple = column.validity.bits == nullptr && rowsOfCodes.size() <= longestListOfRows;
         if (isSimple && MapCodes(column.codes.subspan(cases.first, cases.count), rowsOfCodes, cases.rows)) return;
@@ -85,21 +85,21 @@ void Encode(const ValueRows&, std::size_t reader, const CodeColumn<Code>& column
 }
 
 template <typename Row>
-void Encode(const ValueRows& valueRows, std::size_t, const RowColumn& column, const Cases<Row>& cases) {
+void EncodeAny(const ValueRows& valueRows, std::size_t list, const Column& column, const Cases<Row>& cases) {
+    std::visit([&](const auto& known) { Encode(valueRows, list, known, cases); }, column);
+}
+
+template <typename Row>
+void CopyRows(const ValueRows& valueRows, std::span<const RowNumber> list, const Cases<Row>& cases) {
     const std::size_t numRows = valueRows.GetNumRows();
     for (std::size_t i = 0; i < cases.count; ++i) {
-        const RowNumber row = column.rows[cases.first + i];
+        const RowNumber row = list[cases.first + i];
         if (row >= numRows) {
             throw std::out_of_range("case " + std::to_string(cases.first + i) + " has row " + std::to_string(row) +
                                     ", but there are " + std::to_string(numRows));
         }
         cases.rows[i] = static_cast<Row>(row);
     }
-}
-
-template <typename Row>
-void EncodeAny(const ValueRows& valueRows, std::size_t reader, const Column& column, const Cases<Row>& cases) {
-    std::visit([&](const auto& known) { Encode(valueRows, reader, known, cases); }, column);
 }
 
 /// What is wrong with a column, for a message; empty when nothing is.
@@ -109,7 +109,6 @@ public:
     const ScorerIdentity& scorer;
     std::size_t input;
 
-    std::string operator()(const RowColumn&) const { return "holds rows, which ScoreRows takes"; }
     std::string operator()(const AbsentColumn&) const { return {}; }
     std::string operator()(const NumberColumn& column) const { return OfSize(column.values.size()); }
     std::string operator()(const TextViewColumn& column) const { return OfSize(column.values.size()); }
@@ -122,7 +121,8 @@ public:
     template <typename Code>
     std::string operator()(const CodeColumn<Code>& column) const {
         if (column.dictionary == nullptr) return "has codes and no dictionary";
-        if (!column.dictionary->IsFor(scorer, input)) return "has a dictionary of another scorer or input";
+        const InputDictionary::Lookup& lookup = column.dictionary->GetLookup();
+        if (lookup.scorer != scorer || lookup.input != input) return "has a dictionary of another scorer or input";
         return OfSize(column.codes.size());
     }
 
@@ -148,47 +148,31 @@ void RequireReadable(std::span<const Column> columns, std::size_t cases, const S
     }
 }
 
-std::vector<Column> MakeRowColumns(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
-                                   std::size_t numReaders) {
-    if (rows.size() != numReaders) {
-        throw std::invalid_argument("There are " + std::to_string(rows.size()) + " lists of rows for " +
-                                    std::to_string(numReaders) + " readers.");
-    }
-    std::vector<Column> columns;
-    for (const std::span<const RowNumber> list : rows) {
-        if (list.size() != cases) {
-            throw std::invalid_argument("A list has " + std::to_string(list.size()) + " rows for " +
-                                        std::to_string(cases) + " cases.");
-        }
-        columns.emplace_back(RowColumn{list});
-    }
-    return columns;
-}
-
-std::vector<const Column*> ColumnsOfReaders(std::span<const Column> columns, const std::vector<std::size_t>& inputs) {
-    std::vector<const Column*> ofReaders;
-    ofReaders.reserve(inputs.size());
-    for (const std::size_t input : inputs)
-        ofReaders.push_back(&columns[input]);
-    return ofReaders;
-}
-
-std::vector<const Column*> ColumnsOfReaders(std::span<const Column> columns) {
-    std::vector<const Column*> ofReaders;
-    ofReaders.reserve(columns.size());
-    for (const Column& column : columns)
-        ofReaders.push_back(&column);
-    return ofReaders;
-}
-
-void EncodeColumn(const ValueRows& valueRows, std::size_t reader, const Column& column, std::size_t first,
+void EncodeColumn(const ValueRows& valueRows, std::size_t list, const Column& column, std::size_t first,
                   std::size_t count, std::uint8_t* rows) {
-    EncodeAny(valueRows, reader, column, Cases<std::uint8_t>{first, count, rows});
+    EncodeAny(valueRows, list, column, Cases<std::uint8_t>{first, count, rows});
 }
 
-void EncodeColumn(const ValueRows& valueRows, std::size_t reader, const Column& column, std::size_t first,
+void EncodeColumn(const ValueRows& valueRows, std::size_t list, const Column& column, std::size_t first,
                   std::size_t count, RowNumber* rows) {
-    EncodeAny(valueRows, reader, column, Cases<RowNumber>{first, count, rows});
+    EncodeAny(valueRows, list, column, Cases<RowNumber>{first, count, rows});
+}
+
+template <typename Row>
+void CaseValues::Encode(std::size_t reader, std::size_t first, std::size_t count, Row* out) const {
+    const Reader& reading = readers[reader];
+    if (rows.empty()) {
+        EncodeColumn(reading.rows, reading.list, columns[reading.input], first, count, out);
+    } else {
+        CopyRows(reading.rows, rows[reader], Cases<Row>{first, count, out});
+    }
+}
+
+template void CaseValues::Encode(std::size_t, std::size_t, std::size_t, std::uint8_t*) const;
+template void CaseValues::Encode(std::size_t, std::size_t, std::size_t, RowNumber*) const;
+
+std::size_t InputDictionary::GetSize() const {
+    return lookup->size;
 }
 
 }  // namespace nbscore

@@ -1,14 +1,24 @@
-#include "batch/BinRows.h"
+#include "batch/KnownRows.h"
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 #include <map>
+#include <utility>
 
+#include "framework/MCMV.h"
+#include "framework/NumberText.h"
+#include "framework/NumericValue.h"
 #include "naivebayes/NBinningEncoder.h"
 
 namespace nbscore {
 namespace {
+
+std::shared_ptr<const std::string> Join(std::span<const std::string* const> texts) {
+    auto bytes = std::make_shared<std::string>();
+    for (const std::string* text : texts)
+        *bytes += *text;
+    return bytes;
+}
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
@@ -26,6 +36,41 @@ std::vector<double> BoundariesOf(std::span<const std::vector<double>* const> cut
 }
 
 }  // namespace
+
+TextRows::TextRows(std::span<const std::string* const> texts)
+    : bytes(Join(texts)), numTexts(texts.size()), table(MakeTable(texts)) {}
+
+ProbedTable<TextRows::Entry> TextRows::MakeTable(std::span<const std::string* const> texts) {
+    std::vector<Entry> entries;
+    entries.reserve(texts.size());
+    std::string_view rest = *bytes;
+    for (const std::string* text : texts) {
+        entries.push_back({rest.substr(0, text->size()), 0, static_cast<RowNumber>(firstKnownRow + entries.size())});
+        rest.remove_prefix(text->size());
+    }
+    return ProbedTable<Entry>(entries, [](Entry& entry, const HashSeed& seed) {
+        const std::uint64_t hash = seed.Hash(entry.text);
+        entry.tag = static_cast<std::uint32_t>(hash);
+        return hash;
+    });
+}
+
+RowNumber TextRows::RowOf(double number) const {
+    return RowOf(NumericValue(number).GetString());
+}
+
+ProbedTable<NumberRows::Entry> NumberRows::MakeTable(std::span<const double> numbers) {
+    std::vector<Entry> entries;
+    entries.reserve(numbers.size());
+    for (const double number : numbers)
+        entries.push_back({number, static_cast<RowNumber>(firstKnownRow + entries.size())});
+    return ProbedTable<Entry>(entries,
+                              [](const Entry& entry, const HashSeed& seed) { return seed.Hash(entry.number); });
+}
+
+RowNumber NumberRows::RowOf(std::string_view text) const {
+    return RowOf(ReadNumber(text).value_or(MCMV::gMissingValue));
+}
 
 BinRows::BinRows(std::span<const std::vector<double>* const> cutpoints) : boundaries(BoundariesOf(cutpoints)) {
     const std::size_t numCells = 2 * boundaries.size() + 2;

@@ -1,4 +1,4 @@
-#include "batch/ColumnEncoder.h"
+#include "batch/CaseValues.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,7 +6,6 @@
 #include <optional>
 #include <stdexcept>
 
-#include "batch/InputDictionary.h"
 #include "naivebayes/ModelParts.h"
 
 namespace nbscore {
@@ -16,10 +15,16 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::ThrowsMessage;
 
+InputDictionary Dictionary(const ScorerIdentity& scorer, std::size_t input, std::size_t size,
+                           std::vector<std::vector<RowNumber>> rows) {
+    return InputDictionary(
+        std::make_shared<InputDictionary::Lookup>(InputDictionary::Lookup{scorer, input, size, std::move(rows)}));
+}
+
 /// Rows of the colours red (2) and blue (3).
-class ColumnEncoder : public testing::Test {
+class CaseValuesTest : public testing::Test {
 protected:
-    ColumnEncoder() {
+    CaseValuesTest() {
         tables.var = var.get();
         tables.kind = PredictorTables::Texts;
         tables.texts = {&red, &blue};
@@ -45,10 +50,11 @@ protected:
     std::optional<ValueRows> rows;
     const std::vector<BatchInput> inputs = {{"colour", PredictorTables::Texts}};
     const ScorerIdentity scorer;
-    const InputDictionary dictionary{scorer, 0, 3, {{missingRow, 3, 2, unknownRow}, {missingRow, 2, 2, 2}}};
+    const InputDictionary dictionary =
+        Dictionary(scorer, 0, 3, {{missingRow, 3, 2, unknownRow}, {missingRow, 2, 2, 2}});
 };
 
-TEST_F(ColumnEncoder, ReadsNumbersByTheirDigits) {
+TEST_F(CaseValuesTest, ReadsNumbersByTheirDigits) {
     red = "1.5";
     const PredictorTables* const only = &tables;
     rows.emplace(std::span<const PredictorTables* const>(&only, 1));
@@ -56,7 +62,7 @@ TEST_F(ColumnEncoder, ReadsNumbersByTheirDigits) {
     EXPECT_THAT(Encode(NumberColumn{numbers, {}}, 0, 3), ElementsAre(2, unknownRow, 2));
 }
 
-TEST_F(ColumnEncoder, ReadsTextsBetweenOffsets_FromAnyCaseOn) {
+TEST_F(CaseValuesTest, ReadsTextsBetweenOffsets_FromAnyCaseOn) {
     const std::vector<std::int32_t> offsets = {2, 5, 9, 9, 12};
     const std::vector<std::int64_t> wide(offsets.begin(), offsets.end());
     const char* bytes = "..redbluered..";
@@ -64,16 +70,16 @@ TEST_F(ColumnEncoder, ReadsTextsBetweenOffsets_FromAnyCaseOn) {
     EXPECT_THAT(Encode(TextColumn<std::int64_t>{bytes, wide, {}}, 1, 2), ElementsAre(3, unknownRow));
 }
 
-TEST_F(ColumnEncoder, ReadsTextsThatLieAnywhere) {
+TEST_F(CaseValuesTest, ReadsTextsThatLieAnywhere) {
     const std::vector<std::string_view> views = {"blue", "green", "red"};
     EXPECT_THAT(Encode(TextViewColumn{views, {}}, 0, 3), ElementsAre(3, unknownRow, 2));
 }
 
-TEST_F(ColumnEncoder, FindsNothing_InAnAbsentColumn) {
+TEST_F(CaseValuesTest, FindsNothing_InAnAbsentColumn) {
     EXPECT_THAT(Encode(AbsentColumn{}, 7, 2), ElementsAre(missingRow, missingRow));
 }
 
-TEST_F(ColumnEncoder, CountsValidityFromItsOffset) {
+TEST_F(CaseValuesTest, CountsValidityFromItsOffset) {
     const std::vector<std::string_view> views(10, "red");
     const std::vector<std::uint8_t> bits = {0b01000000, 0b10000011};
     const TextViewColumn column{views, {bits.data(), 6}};
@@ -82,7 +88,7 @@ TEST_F(ColumnEncoder, CountsValidityFromItsOffset) {
     EXPECT_THAT(Encode(column, 8, 2), ElementsAre(no, 2));
 }
 
-TEST_F(ColumnEncoder, LooksCodesUp_InTheListOfTheReader) {
+TEST_F(CaseValuesTest, LooksCodesUp_InTheListOfTheReader) {
     const std::vector<std::int8_t> codes = {0, 1, -1, 2};
     const std::vector<std::int16_t> codes16(codes.begin(), codes.end());
     const std::vector<std::int32_t> codes32(codes.begin(), codes.end());
@@ -105,7 +111,7 @@ void ExpectRefused(const std::function<void(const Column&)>& encode, const Input
             HasSubstr("case 2 has the code " + std::to_string(code) + ", but the dictionary has 3 values")));
 }
 
-TEST_F(ColumnEncoder, RefusesCodesThatTheDictionaryDoesNotHave) {
+TEST_F(CaseValuesTest, RefusesCodesThatTheDictionaryDoesNotHave) {
     const auto encode = [this](const Column& column) { Encode(column, 0, 4); };
     for (const int code : {3, -2, 127, -128}) {
         ExpectRefused<std::int8_t>(encode, dictionary, static_cast<std::int8_t>(code));
@@ -120,21 +126,29 @@ TEST_F(ColumnEncoder, RefusesCodesThatTheDictionaryDoesNotHave) {
     ExpectRefused<std::int8_t>(encodeBytes, dictionary, -2);
 }
 
-TEST_F(ColumnEncoder, LooksAtNoCodeThatIsNotValid) {
+TEST_F(CaseValuesTest, LooksAtNoCodeThatIsNotValid) {
     const std::vector<std::int8_t> codes = {0, 100, -100};
     const std::uint8_t bits = 0b001;
     EXPECT_THAT(Encode(CodeColumn<std::int8_t>{codes, &dictionary, {&bits, 0}}, 0, 3),
                 ElementsAre(3, missingRow, missingRow));
 }
 
-TEST_F(ColumnEncoder, TakesRowsAsTheyAre_AndRefusesOnesThatThereAreNot) {
+TEST_F(CaseValuesTest, TakesRowsAsTheyAre_AndRefusesOnesThatDoNotExist) {
     const std::vector<RowNumber> given = {0, 1, 2, 3, 4};
-    EXPECT_THAT(Encode(RowColumn{given}, 0, 4), ElementsAre(0, 1, 2, 3));
-    EXPECT_THAT([&] { Encode(RowColumn{given}, 0, 5); },
+    const std::span<const RowNumber> list(given);
+    const Reader reader{*rows, 0, 0};
+    const CaseValues values{.readers = {&reader, 1}, .columns = {}, .rows = {&list, 1}, .cases = 5};
+    std::vector<RowNumber> words(4);
+    std::vector<std::uint8_t> bytes(3);
+    values.Encode(0, 0, 4, words.data());
+    values.Encode(0, 1, 3, bytes.data());
+    EXPECT_THAT(words, ElementsAre(0, 1, 2, 3));
+    EXPECT_THAT(bytes, ElementsAre(1, 2, 3));
+    EXPECT_THAT([&] { values.Encode(0, 2, 3, words.data()); },
                 ThrowsMessage<std::out_of_range>(HasSubstr("case 4 has row 4, but there are 4")));
 }
 
-TEST_F(ColumnEncoder, RefusesColumnsThatCannotBeRead) {
+TEST_F(CaseValuesTest, RefusesColumnsThatCannotBeRead) {
     const auto problem = [this](const Column& column) {
         try {
             RequireReadable({&column, 1}, 2, scorer, inputs);
@@ -150,8 +164,8 @@ TEST_F(ColumnEncoder, RefusesColumnsThatCannotBeRead) {
     const std::vector<std::int32_t> negative = {-1, 0, 1};
     const std::vector<std::int32_t> fitting = {0, 1, 1};
     const std::vector<std::int64_t> tooFew = {0, 1};
-    const InputDictionary ofAnotherInput(scorer, 1, 0, {});
-    const InputDictionary ofAnotherScorer(ScorerIdentity(), 0, 0, {});
+    const InputDictionary ofAnotherInput = Dictionary(scorer, 1, 0, {});
+    const InputDictionary ofAnotherScorer = Dictionary(ScorerIdentity(), 0, 0, {});
     const std::string named = "The column of the input \"colour\" ";
     EXPECT_EQ(problem(AbsentColumn{}), "");
     EXPECT_EQ(problem(TextColumn<std::int32_t>{"a", fitting, {}}), "");
@@ -167,21 +181,12 @@ TEST_F(ColumnEncoder, RefusesColumnsThatCannotBeRead) {
               named + "has a dictionary of another scorer or input.");
     EXPECT_EQ(problem(CodeColumn<std::int8_t>{codes, &ofAnotherScorer, {}}),
               named + "has a dictionary of another scorer or input.");
-    EXPECT_NE(problem(RowColumn{}), "");
 }
 
-TEST_F(ColumnEncoder, RefusesAnotherNumberOfColumns) {
+TEST_F(CaseValuesTest, RefusesAnotherNumberOfColumns) {
     const std::vector<Column> two(2);
     EXPECT_THROW(RequireReadable(two, 0, scorer, inputs), std::invalid_argument);
     EXPECT_THROW(RequireReadable({}, 0, scorer, inputs), std::invalid_argument);
-}
-
-TEST_F(ColumnEncoder, RefusesListsOfRowsThatDoNotFit) {
-    const std::vector<RowNumber> three(3);
-    const std::vector<std::span<const RowNumber>> lists = {three, three};
-    EXPECT_EQ(MakeRowColumns(lists, 3, 2).size(), 2u);
-    EXPECT_THROW(MakeRowColumns(lists, 3, 1), std::invalid_argument);
-    EXPECT_THROW(MakeRowColumns(lists, 2, 2), std::invalid_argument);
 }
 
 }  // namespace
