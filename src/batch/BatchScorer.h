@@ -5,7 +5,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "batch/AnswerColumns.h"
@@ -45,8 +44,6 @@ public:
     /// Throws std::invalid_argument, with a sentence for people, for any other, and for one that cannot score every
     /// case (ModelSelfCheck).
     explicit BatchScorer(const ScoreModel& model);
-    /// For whoever scores with the engine as well.
-    explicit BatchScorer(std::shared_ptr<const BatchEngine> sharedEngine) : engine(std::move(sharedEngine)) {}
 
     /// Whether there are sub-models, each of which scores a case by itself.
     bool IsSet() const;

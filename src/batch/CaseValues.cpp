@@ -31,17 +31,17 @@ void EncodeValues(const ValueRows& valueRows, const Validity& validity, const Ca
 }
 
 template <typename Row>
-void Encode(const ValueRows&, std::size_t, const AbsentColumn&, const Cases<Row>& cases) {
+void EncodeColumn(const ValueRows&, std::size_t, const AbsentColumn&, const Cases<Row>& cases) {
     std::fill_n(cases.rows, cases.count, static_cast<Row>(missingRow));
 }
 
 template <typename Row>
-void Encode(const ValueRows& valueRows, std::size_t, const NumberColumn& column, const Cases<Row>& cases) {
+void EncodeColumn(const ValueRows& valueRows, std::size_t, const NumberColumn& column, const Cases<Row>& cases) {
     EncodeValues(valueRows, column.validity, cases, [&](std::size_t entry) { return column.values[entry]; });
 }
 
 template <typename Row, typename Offset>
-void Encode(const ValueRows& valueRows, std::size_t, const TextColumn<Offset>& column, const Cases<Row>& cases) {
+void EncodeColumn(const ValueRows& valueRows, std::size_t, const TextColumn<Offset>& column, const Cases<Row>& cases) {
     EncodeValues(valueRows, column.validity, cases, [&](std::size_t entry) {
         const auto begin = static_cast<std::size_t>(column.offsets[entry]);
         return std::string_view(column.bytes + begin, static_cast<std::size_t>(column.offsets[entry + 1]) - begin);
@@ -49,7 +49,7 @@ void Encode(const ValueRows& valueRows, std::size_t, const TextColumn<Offset>& c
 }
 
 template <typename Row>
-void Encode(const ValueRows& valueRows, std::size_t, const TextViewColumn& column, const Cases<Row>& cases) {
+void EncodeColumn(const ValueRows& valueRows, std::size_t, const TextViewColumn& column, const Cases<Row>& cases) {
     EncodeValues(valueRows, column.validity, cases, [&](std::size_t entry) { return column.values[entry]; });
 }
 
@@ -75,18 +75,13 @@ void EncodeCodes(const std::vector<RowNumber>& rowsOfCodes, const CodeColumn<Cod
 }
 
 template <typename Row, typename Code>
-void Encode(const ValueRows&, std::size_t list, const CodeColumn<Code>& column, const Cases<Row>& cases) {
+void EncodeColumn(const ValueRows&, std::size_t list, const CodeColumn<Code>& column, const Cases<Row>& cases) {
     const std::vector<RowNumber>& rowsOfCodes = column.dictionary->GetLookup().rowsOfReaders[list];
     if constexpr (std::is_same_v<Row, std::uint8_t> && std::is_same_v<Code, std::int8_t>) {
         const bool isSimple = column.validity.bits == nullptr && rowsOfCodes.size() <= longestListOfRows;
         if (isSimple && MapCodes(column.codes.subspan(cases.first, cases.count), rowsOfCodes, cases.rows)) return;
     }
     EncodeCodes(rowsOfCodes, column, cases);
-}
-
-template <typename Row>
-void EncodeAny(const ValueRows& valueRows, std::size_t list, const Column& column, const Cases<Row>& cases) {
-    std::visit([&](const auto& known) { Encode(valueRows, list, known, cases); }, column);
 }
 
 template <typename Row>
@@ -148,23 +143,15 @@ void RequireReadable(std::span<const Column> columns, std::size_t cases, const S
     }
 }
 
-void EncodeColumn(const ValueRows& valueRows, std::size_t list, const Column& column, std::size_t first,
-                  std::size_t count, std::uint8_t* rows) {
-    EncodeAny(valueRows, list, column, Cases<std::uint8_t>{first, count, rows});
-}
-
-void EncodeColumn(const ValueRows& valueRows, std::size_t list, const Column& column, std::size_t first,
-                  std::size_t count, RowNumber* rows) {
-    EncodeAny(valueRows, list, column, Cases<RowNumber>{first, count, rows});
-}
-
 template <typename Row>
 void CaseValues::Encode(std::size_t reader, std::size_t first, std::size_t count, Row* out) const {
     const Reader& reading = readers[reader];
+    const Cases<Row> range{first, count, out};
     if (rows.empty()) {
-        EncodeColumn(reading.rows, reading.list, columns[reading.input], first, count, out);
+        std::visit([&](const auto& column) { EncodeColumn(reading.rows, reading.list, column, range); },
+                   columns[reading.input]);
     } else {
-        CopyRows(reading.rows, rows[reader], Cases<Row>{first, count, out});
+        CopyRows(reading.rows, rows[reader], range);
     }
 }
 

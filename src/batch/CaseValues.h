@@ -69,11 +69,4 @@ struct CaseValues {
 void RequireReadable(std::span<const Column> columns, std::size_t cases, const ScorerIdentity& scorer,
                      const std::vector<BatchInput>& inputs);
 
-/// The rows of `count` cases from `first` on, of a readable column: what CaseValues::Encode does with columns.
-/// @param list which of the dictionary's lists of rows is meant.
-void EncodeColumn(const ValueRows& valueRows, std::size_t list, const Column& column, std::size_t first,
-                  std::size_t count, std::uint8_t* rows);
-void EncodeColumn(const ValueRows& valueRows, std::size_t list, const Column& column, std::size_t first,
-                  std::size_t count, RowNumber* rows);
-
 }  // namespace nbscore

@@ -49,10 +49,6 @@ void Append(const BruteForceScore& score, Answers& expected) {
     expected.matrix.insert(expected.matrix.end(), score.probabilities.begin(), score.probabilities.end());
 }
 
-std::shared_ptr<const BatchEngine> EngineOf(const ScoreModel& model) {
-    return std::make_shared<const BatchEngine>(model);
-}
-
 /// Counting is compared elsewhere.
 void ExpectSameScores(Answers expected, const Answers& actual) {
     expected.missing = actual.missing;
@@ -73,7 +69,7 @@ TEST_P(BatchesAgainstBruteForce, Agree_ForRandomDocuments) {
                 table.columns[j].push_back(ValueOf(document.inputs[j], made.cells[j]));
             Append(ScoreByBruteForce(document.model, made.codes), expected);
         }
-        ExpectSameScores(expected, AnswersInBatches(EngineOf(*Parse(document.text)), table, {16, 5}, random));
+        ExpectSameScores(expected, AnswersInBatches(BatchEngine(*Parse(document.text)), table, {16, 5}, random));
     }
 }
 
@@ -111,8 +107,8 @@ TEST_P(BatchesAgainstBruteForce, Agree_ForRandomSetsWithDerivedInputs) {
             const std::vector<double> scores = ScoreSetByBruteForce(plain, cases.back().codes);
             expected.matrix.insert(expected.matrix.end(), scores.begin(), scores.end());
         }
-        const auto engine = EngineOf(*Parse(set.text));
-        ExpectSameScores(expected, AnswersInBatches(engine, TableOfInputs(*engine, set, cases), {16, 5}, random));
+        const BatchEngine engine(*Parse(set.text));
+        ExpectSameScores(expected, AnswersInBatches(engine, TableOfInputs(engine, set, cases), {16, 5}, random));
     }
 }
 
@@ -129,8 +125,8 @@ TEST_P(BatchesAgainstBruteForce, Agree_WhenTargetValuesAreEqual) {
         table.columns[0].push_back(code < 0 ? CaseValue() : CaseValue(std::to_string(code)));
         Append(ScoreByBruteForce(plain, {code}), expected);
     }
-    const auto engine = EngineOf(*model);
-    EXPECT_EQ(engine->GetCategories(), (std::vector<std::string>{"a", "b", "a", "b"}));
+    const BatchEngine engine(*model);
+    EXPECT_EQ(engine.GetCategories(), (std::vector<std::string>{"a", "b", "a", "b"}));
     ExpectSameScores(expected, AnswersInBatches(engine, table, {16, 5}, random));
 }
 

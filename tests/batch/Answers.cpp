@@ -116,19 +116,19 @@ void ScoreRowsOf(const BatchEngine& engine, const InputTable& table, const Call&
     engine.ScoreRows(lists, call.cases, columns);
 }
 
-void ScoreColumnsOf(const BatchScorer& scorer, const InputTable& table, const Call& call, const AnswerColumns& columns,
+void ScoreColumnsOf(const BatchEngine& engine, const InputTable& table, const Call& call, const AnswerColumns& columns,
                     Randomness& random) {
     std::deque<OwnedColumn> owned;
     std::vector<Column> borrowed;
     for (std::size_t input = 0; input < table.columns.size(); ++input) {
         const DictionaryMaker dictionaries{
-            [&](std::span<const std::string_view> texts) { return scorer.MakeDictionary(input, texts); },
-            [&](std::span<const double> numbers) { return scorer.MakeDictionary(input, numbers); }};
+            [&](std::span<const std::string_view> texts) { return engine.MakeDictionary(input, texts); },
+            [&](std::span<const double> numbers) { return engine.MakeDictionary(input, numbers); }};
         const std::span<const CaseValue> values(table.columns[input]);
         owned.emplace_back(values.subspan(call.first, call.cases), dictionaries, random);
         borrowed.push_back(owned.back().Get());
     }
-    scorer.Score(borrowed, call.cases, columns);
+    engine.Score(borrowed, call.cases, columns);
 }
 
 std::vector<Call> CallsOf(std::size_t cases, const std::vector<std::size_t>& sizes) {
@@ -198,20 +198,19 @@ Answers AnswersOneByOne(ScoreModel& model, const InputTable& table) {
     return answers;
 }
 
-Answers AnswersInBatches(const std::shared_ptr<const BatchEngine>& engine, const InputTable& table,
-                         const std::vector<std::size_t>& sizes, Randomness& random) {
-    const BatchScorer scorer(engine);
+Answers AnswersInBatches(const BatchEngine& engine, const InputTable& table, const std::vector<std::size_t>& sizes,
+                         Randomness& random) {
     Answers answers;
-    if (!scorer.IsSet()) {
+    if (!engine.IsSet()) {
         answers.predicted.resize(table.cases, -7);
         answers.confidence.resize(table.cases, -7.0);
     }
-    answers.missing.resize(scorer.GetInputsOfPredictors().size());
-    answers.unknown.resize(scorer.GetInputsOfPredictors().size());
+    answers.missing.resize(engine.GetInputsOfPredictors().size());
+    answers.unknown.resize(engine.GetInputsOfPredictors().size());
     for (const Call& call : CallsOf(table.cases, sizes)) {
-        std::vector<double> matrix(call.cases * engine->GetNumbersPerCase(), -7.0);
+        std::vector<double> matrix(call.cases * engine.GetNumbersPerCase(), -7.0);
         AnswerColumns columns;
-        if (!scorer.IsSet()) {
+        if (!engine.IsSet()) {
             columns.predicted = PartOf(answers.predicted, call);
             columns.confidence = PartOf(answers.confidence, call);
         }
@@ -220,9 +219,9 @@ Answers AnswersInBatches(const std::shared_ptr<const BatchEngine>& engine, const
         columns.missing = answers.missing;
         columns.unknown = answers.unknown;
         if (OneIn(4, random)) {
-            ScoreRowsOf(*engine, table, call, columns);
+            ScoreRowsOf(engine, table, call, columns);
         } else {
-            ScoreColumnsOf(scorer, table, call, columns, random);
+            ScoreColumnsOf(engine, table, call, columns, random);
         }
         AppendMatrix(matrix, columns.probabilityOrder, call, answers);
     }

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -39,8 +38,8 @@ Answers AnswersOneByOne(ScoreModel& model, const InputTable& table);
 
 /// Scores the cases in calls that take so many of them each, one after the other, the last call the rest. Columns have
 /// shapes drawn at random, the matrix either order, and now and then the rows of all values are told beforehand.
-Answers AnswersInBatches(const std::shared_ptr<const BatchEngine>& engine, const InputTable& table,
-                         const std::vector<std::size_t>& sizes, Randomness& random);
+Answers AnswersInBatches(const BatchEngine& engine, const InputTable& table, const std::vector<std::size_t>& sizes,
+                         Randomness& random);
 
 /// Where the bits of two answers first differ, for a message; empty where they are the same. All NaNs count as one:
 /// which of them arithmetic gives is the processor's affair.

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -23,8 +22,8 @@ void ExpectInputs(const BatchEngine& engine, const InputTable& table) {
 
 void ExpectAnswersOf(const ScoreModel& model, const InputTable& table, const Answers& expected, Randomness& random) {
     static const std::vector<std::size_t> odd = {1, 2, 15, 16, 17, 3, 100, 31, 8, 1, 64, 5};
-    const auto engine = std::make_shared<const BatchEngine>(model);
-    ExpectInputs(*engine, table);
+    const BatchEngine engine(model);
+    ExpectInputs(engine, table);
     if (testing::Test::HasFatalFailure()) return;
     EXPECT_EQ(FirstDifference(expected, AnswersInBatches(engine, table, {}, random)), "");
     EXPECT_EQ(FirstDifference(expected, AnswersInBatches(engine, table, odd, random)), "");

@@ -32,13 +32,20 @@ protected:
         rows.emplace(std::span<const PredictorTables* const>(&only, 1));
     }
 
+    template <typename Row>
+    void EncodeInto(Row* out, const Column& column, std::size_t first, std::size_t count, std::size_t list = 0) const {
+        const Reader reader{*rows, 0, list};
+        const CaseValues values{.readers = {&reader, 1}, .columns = {&column, 1}, .rows = {}, .cases = first + count};
+        values.Encode(0, first, count, out);
+    }
+
     /// The rows of the cases from `first` on; the same in bytes and in words.
     std::vector<RowNumber> Encode(const Column& column, std::size_t first, std::size_t count,
-                                  std::size_t reader = 0) const {
+                                  std::size_t list = 0) const {
         std::vector<RowNumber> words(count, 99);
         std::vector<std::uint8_t> bytes(count, 99);
-        EncodeColumn(*rows, reader, column, first, count, words.data());
-        EncodeColumn(*rows, reader, column, first, count, bytes.data());
+        EncodeInto(words.data(), column, first, count, list);
+        EncodeInto(bytes.data(), column, first, count, list);
         EXPECT_EQ(std::vector<RowNumber>(bytes.begin(), bytes.end()), words);
         return words;
     }
@@ -121,7 +128,7 @@ TEST_F(CaseValuesTest, RefusesCodesThatTheDictionaryDoesNotHave) {
     ExpectRefused<std::int32_t>(encode, dictionary, std::numeric_limits<std::int32_t>::max());
     ExpectRefused<std::int32_t>(encode, dictionary, std::numeric_limits<std::int32_t>::min());
     std::vector<std::uint8_t> bytes(4);
-    const auto encodeBytes = [&](const Column& column) { EncodeColumn(*rows, 0, column, 0, 4, bytes.data()); };
+    const auto encodeBytes = [&](const Column& column) { EncodeInto(bytes.data(), column, 0, 4); };
     ExpectRefused<std::int8_t>(encodeBytes, dictionary, 3);
     ExpectRefused<std::int8_t>(encodeBytes, dictionary, -2);
 }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <optional>
 #include <sstream>
 
 #include "batch/Answers.h"
@@ -18,7 +19,7 @@ namespace {
 /// Reads the document, makes a scorer, draws cases, and scores them when the plug-in has left the process.
 void ExpectScoredWithoutPlugin(const std::string& document, Randomness& random) {
     ASSERT_FALSE(LoadedPlugin::IsInProcess());
-    std::shared_ptr<const BatchEngine> engine;
+    std::optional<BatchEngine> engine;
     InputTable table;
     Answers expected;
     {
@@ -27,10 +28,10 @@ void ExpectScoredWithoutPlugin(const std::string& document, Randomness& random) 
         const std::unique_ptr<ScoreModel> model(plugin.MakeTranslator()->ParseFromTree(source, "UTF-8"));
         table = DrawTable(dynamic_cast<const ModelSelfTables&>(*model).GetTables(), 50, random);
         expected = AnswersOneByOne(*model, table);
-        engine = std::make_shared<const BatchEngine>(*model);
+        engine.emplace(*model);
     }
     ASSERT_FALSE(LoadedPlugin::IsInProcess());
-    EXPECT_EQ(FirstDifference(expected, AnswersInBatches(engine, table, {17}, random)), "");
+    EXPECT_EQ(FirstDifference(expected, AnswersInBatches(*engine, table, {17}, random)), "");
 }
 
 TEST(ScorerIndependence, HoldsForASingleClassifier_WhosePluginIsGone) {

@@ -3,13 +3,11 @@
 #include <cmath>
 #include <limits>
 
-#include "CountedEncoder.h"
 #include "ModelParts.h"
 #include "ScoredCase.h"
 
 namespace {
 
-using nbscore::test::CountedEncoder;
 using nbscore::test::MakeModel;
 using nbscore::test::NamedRecord;
 using nbscore::test::NumberVariable;
