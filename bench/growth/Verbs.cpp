@@ -7,7 +7,6 @@
 #include <stdexcept>
 
 #include "batch/BatchScorer.h"
-#include "batch/SubModelBatchScorer.h"
 #include "document/SourceDocument.h"
 #include "framework/BaseCaseRecord.h"
 #include "host/CheckReport.h"
@@ -36,9 +35,8 @@ void Demand(bool condition, const char* what) {
     if (!condition) throw std::runtime_error(what);
 }
 
-template <typename Scorer>
 void MakeScorer(const ScoreModel& model) {
-    const Scorer scorer(model);
+    const BatchScorer scorer(model);
     const std::string_view text = "red";
     for (std::size_t input = 0; input < scorer.GetInputs().size(); ++input)
         Demand(scorer.MakeDictionary(input, std::span(&text, 1)).GetSize() == 1, "a dictionary is empty");
@@ -55,13 +53,7 @@ public:
         Take("adapt", [&] { source->Adapt(); });
         Take("load", [&] { model.emplace(LoadedModel::Read(plugin, *source)); });
         Take("judge", [&] { model->RequireScorable(); });
-        Take("batch", [&] {
-            if (model->Get().GetModelType() == ScoreModel::SelfLearningModel) {
-                MakeScorer<SubModelBatchScorer>(model->Get());
-            } else {
-                MakeScorer<BatchScorer>(model->Get());
-            }
-        });
+        Take("batch", [&] { MakeScorer(model->Get()); });
         const BaseCaseRecord record = MakeRecord(model->Get());
         ReusedResult result;
         Take("first score", [&] { result.Score(model->Get(), record); });

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "batch/ClassificationColumns.h"
+#include "batch/AnswerColumns.h"
 
 namespace nbscore::bench {
 
@@ -16,8 +16,8 @@ struct Answers {
     Answers(std::size_t cases, std::size_t categories)
         : predicted(cases), confidence(cases), probabilities(cases * categories) {}
 
-    ClassificationColumns GetColumns() {
-        ClassificationColumns columns;
+    AnswerColumns GetColumns() {
+        AnswerColumns columns;
         columns.predicted = predicted;
         columns.confidence = confidence;
         columns.probabilities = probabilities;

@@ -8,8 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/Column.h"
-#include "batch/InputDictionary.h"
+#include "batch/BatchScorer.h"
 #include "common/DocumentShape.h"
 
 namespace nbscore::bench {
@@ -19,9 +18,8 @@ namespace nbscore::bench {
 template <typename Code>
 class CodedCases {
 public:
-    /// @param scorer of either kind; the columns are for it and for its copies.
-    template <typename Scorer>
-    CodedCases(const Scorer& scorer, const DocumentShape& shape, std::size_t cases) : numCases(cases) {
+    /// @param scorer the columns are for it and for its copies.
+    CodedCases(const BatchScorer& scorer, const DocumentShape& shape, std::size_t cases) : numCases(cases) {
         std::vector<std::string> texts;
         for (std::size_t category = 0; category < shape.categories; ++category)
             texts.push_back(ValueOf(shape.kind, category));

@@ -37,7 +37,7 @@ struct TightSetTables {
     std::vector<AlignedNumbers> factors;
 };
 
-/// Where the answers go, as in ClassificationColumns; probabilities case by case.
+/// Where the answers go, as in AnswerColumns; probabilities case by case.
 struct TightAnswers {
     std::int32_t* predicted = nullptr;
     double* confidence = nullptr;

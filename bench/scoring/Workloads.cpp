@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "batch/ScorableTables.h"
+#include "batch/BatchEngine.h"
 #include "framework/ModelTables.h"
 #include "scoring/ShapedModel.h"
 #include "table/ModelResults.h"
@@ -164,8 +164,8 @@ SetWorkload::SetWorkload(std::size_t categories, std::size_t numCases)
 }
 
 void SetWorkload::ScoreInBatch() {
-    SubModelColumns answers;
-    answers.scores = batchScores;
+    AnswerColumns answers;
+    answers.probabilities = batchScores;
     scorer.Score(cases.GetColumns(), cases.Count(), answers);
 }
 

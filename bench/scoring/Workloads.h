@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "batch/BatchScorer.h"
-#include "batch/SubModelBatchScorer.h"
 #include "common/DocumentShape.h"
 #include "host/LoadedModel.h"
 #include "scoring/Answers.h"
@@ -55,7 +54,7 @@ private:
 
     DocumentShape shape;
     LoadedModel model;
-    SubModelBatchScorer scorer;
+    BatchScorer scorer;
     CodedCases<std::int8_t> cases;
     TightSetTables tables;
     std::vector<double> batchScores;

@@ -177,7 +177,7 @@ ColumnRun ScoreColumns(const std::string& modelFile, const std::string& tableFil
         std::vector<Column> columns;
         for (std::size_t i = 0; i < coded.size(); ++i)
             columns.push_back(CodeColumn<std::int16_t>{coded[i].codes, &dictionaries[i], {}});
-        ClassificationColumns answers;
+        AnswerColumns answers;
         answers.probabilities = run.probabilities;
         scorer.Score(columns, cases, answers);
         run.seconds.push_back(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());

@@ -38,7 +38,7 @@ void Predict(const nbscore::BatchScorer& scorer) {
                                                   nbscore::TextViewColumn{ages, {&valid, 0}}};
     std::vector<std::int32_t> predicted(codes.size());
     std::vector<double> confidence(codes.size());
-    nbscore::ClassificationColumns answers;  // what is left empty is not written
+    nbscore::AnswerColumns answers;  // what is left empty is not written
     answers.predicted = predicted;
     answers.confidence = confidence;
     scorer.Score(columns, codes.size(), answers);

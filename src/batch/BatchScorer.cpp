@@ -1,22 +1,14 @@
 #include "batch/BatchScorer.h"
 
-#include <stdexcept>
-
-#include "batch/ClassifierEngine.h"
-#include "batch/ScorableTables.h"
+#include "batch/BatchEngine.h"
 
 namespace nbscore {
-namespace {
 
-ModelTables GetTablesOfOne(const ScoreModel& model) {
-    ModelTables tables = GetScorableTables(model);
-    if (tables.isSet) throw std::invalid_argument("The model is a set of sub-models and no single classifier.");
-    return tables;
+BatchScorer::BatchScorer(const ScoreModel& model) : engine(std::make_shared<BatchEngine>(model)) {}
+
+bool BatchScorer::IsSet() const {
+    return engine->IsSet();
 }
-
-}  // namespace
-
-BatchScorer::BatchScorer(const ScoreModel& model) : engine(std::make_shared<ClassifierEngine>(GetTablesOfOne(model))) {}
 
 const std::vector<BatchInput>& BatchScorer::GetInputs() const {
     return engine->GetInputs();
@@ -28,6 +20,10 @@ const std::vector<std::size_t>& BatchScorer::GetInputsOfPredictors() const {
 
 const std::vector<std::string>& BatchScorer::GetCategories() const {
     return engine->GetCategories();
+}
+
+const std::vector<std::string>& BatchScorer::GetSubModels() const {
+    return engine->GetSubModels();
 }
 
 bool BatchScorer::ReadsDerivedFields() const {
@@ -42,22 +38,8 @@ InputDictionary BatchScorer::MakeDictionary(std::size_t input, std::span<const d
     return engine->MakeDictionary(input, values);
 }
 
-void BatchScorer::Score(std::span<const Column> columns, std::size_t cases,
-                        const ClassificationColumns& answers) const {
+void BatchScorer::Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const {
     engine->Score(columns, cases, answers);
-}
-
-RowNumber BatchScorer::RowOf(std::size_t reader, std::string_view text) const {
-    return engine->RowOf(reader, text);
-}
-
-RowNumber BatchScorer::RowOf(std::size_t reader, double number) const {
-    return engine->RowOf(reader, number);
-}
-
-void BatchScorer::ScoreRows(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
-                            const ClassificationColumns& answers) const {
-    engine->ScoreRows(rows, cases, answers);
 }
 
 }  // namespace nbscore

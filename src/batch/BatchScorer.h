@@ -7,18 +7,26 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/BatchInput.h"
-#include "batch/ClassificationColumns.h"
+#include "batch/AnswerColumns.h"
 #include "batch/Column.h"
-#include "batch/InputDictionary.h"
-#include "batch/RowNumber.h"
+#include "framework/ModelTables.h"
 #include "framework/ScoreModel.h"
 
 namespace nbscore {
 
-class ClassifierEngine;
+class BatchEngine;
 
-/// A single classifier, made ready for scoring many cases at once.
+/// One column that a scorer reads.
+struct BatchInput {
+    /// The field's name.
+    std::string name;
+    /// What the model tells its categories apart by. Any kind of column may be given for any input, and is taken as the
+    /// model itself takes it: a number among texts by its digits, a text among numbers by the number that it holds. A
+    /// text is in no bin.
+    PredictorTables::Kind kind = PredictorTables::Texts;
+};
+
+/// A single classifier or a set of sub-models, made ready for scoring many cases at once.
 ///
 /// It gives the same answers as the model's GetScore, to the last bit, whatever the number of cases in a call, the kind
 /// of the columns or the thread: products are taken from the left in the order of the predictors, sums in the order of
@@ -32,17 +40,22 @@ class ClassifierEngine;
 /// first (TransformationDictionary).
 class BatchScorer {
 public:
-    /// @param model configured, of a kind that lays its tables open (ModelSelfTables), and holding a single classifier.
+    /// @param model configured, of a kind that lays its tables open (ModelSelfTables).
     /// Throws std::invalid_argument, with a sentence for people, for any other, and for one that cannot score every
     /// case (ModelSelfCheck).
     explicit BatchScorer(const ScoreModel& model);
 
+    /// Whether there are sub-models, each of which scores a case by itself.
+    bool IsSet() const;
     /// The fields that are read, each once, in the order in which predictors first name them.
     const std::vector<BatchInput>& GetInputs() const;
-    /// For each predictor the position of its input.
+    /// For each predictor the position of its input; of a set those of the first sub-model in front.
     const std::vector<std::size_t>& GetInputsOfPredictors() const;
-    /// The target's categories as text, in the order of the probabilities.
+    /// The target's categories as text, in the order of a single classifier's probabilities. None of a set.
     const std::vector<std::string>& GetCategories() const;
+    /// The names of a set's sub-models, in the order of the scores; they may be empty or equal. None of a single
+    /// classifier.
+    const std::vector<std::string>& GetSubModels() const;
 
     /// Whether the model seeks values that a case lacks among those of derived fields, which then must be computed and
     /// given here.
@@ -58,19 +71,10 @@ public:
     /// @param answers written for all cases. When something is thrown, what stands there is of no use.
     /// Throws std::invalid_argument for a number of columns, or the size of a column or of an answer, that does not
     /// fit, and std::out_of_range for a code that its dictionary does not have.
-    void Score(std::span<const Column> columns, std::size_t cases, const ClassificationColumns& answers) const;
-
-    /// The rows that values stand for, for whoever meets the same ones again and again and wants to keep what was told
-    /// of them. A reader is a predictor; GetInputsOfPredictors tells its input.
-    RowNumber RowOf(std::size_t reader, std::string_view text) const;
-    RowNumber RowOf(std::size_t reader, double number) const;
-    /// As Score, of values that were told apart before.
-    /// @param rows one list for each reader; throws std::out_of_range for a row that there is not.
-    void ScoreRows(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
-                   const ClassificationColumns& answers) const;
+    void Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const;
 
 private:
-    std::shared_ptr<const ClassifierEngine> engine;
+    std::shared_ptr<const BatchEngine> engine;
 };
 
 }  // namespace nbscore

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "batch/CodeMapping.h"
+#include "batch/Loops.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace nbscore::HWY_NAMESPACE {

@@ -1,12 +1,12 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <variant>
-
-#include "batch/RowNumber.h"
-#include "batch/Validity.h"
 
 /// @file
 /// The values of one input, one for each case, in the shapes that tables hold them in. Nothing is copied: what a column
@@ -14,11 +14,34 @@
 
 namespace nbscore {
 
-class InputDictionary;
+/// Which entries of a column hold a value, as Arrow marks them: entry i does where bit (offset + i) is set, counted
+/// from the lowest bit of the first byte. Without bits all do. The bits are borrowed.
+struct Validity {
+    const std::uint8_t* bits = nullptr;
+    std::size_t offset = 0;
 
-/// Rows of the tables, told beforehand by RowOf of the scorer that the column is given to. For ScoreRows only.
-struct RowColumn {
-    std::span<const RowNumber> rows;
+    bool HasValue(std::size_t entry) const {
+        if (bits == nullptr) return true;
+        const std::size_t position = offset + entry;
+        return ((bits[position / 8] >> (position % 8)) & 1U) != 0;
+    }
+};
+
+/// The values that the codes of a column stand for, looked up once for all cases. Made by a scorer for one of its
+/// inputs, and of use to that scorer and its copies only. Immutable; any number of threads may use it.
+class InputDictionary {
+public:
+    /// What the scorer found.
+    struct Lookup;
+
+    explicit InputDictionary(std::shared_ptr<const Lookup> found) : lookup(std::move(found)) {}
+
+    /// How many codes there are, from 0.
+    std::size_t GetSize() const;
+    const Lookup& GetLookup() const { return *lookup; }
+
+private:
+    std::shared_ptr<const Lookup> lookup;
 };
 
 /// No value in any case.
@@ -57,6 +80,6 @@ struct CodeColumn {
 
 using Column =
     std::variant<AbsentColumn, NumberColumn, TextColumn<std::int32_t>, TextColumn<std::int64_t>, TextViewColumn,
-                 CodeColumn<std::int8_t>, CodeColumn<std::int16_t>, CodeColumn<std::int32_t>, RowColumn>;
+                 CodeColumn<std::int8_t>, CodeColumn<std::int16_t>, CodeColumn<std::int32_t>>;
 
 }  // namespace nbscore

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <span>
 
@@ -15,10 +16,19 @@ public:
     /// How many rows a table may have to be looked up within registers.
     static constexpr std::size_t maxPlaneRows = 16;
 
-    FactorTable(std::size_t rows, std::size_t categories);
+    FactorTable(std::size_t rows, std::size_t categories)
+        : numRows(rows),
+          numCategories(categories),
+          byRow(rows * GetStride(categories), 1.0),
+          byCategory(rows > maxPlaneRows ? AlignedNumbers() : AlignedNumbers(maxPlaneRows * categories, 1.0)) {}
 
     /// @param factors one for each category, or more, which are not looked at.
-    void SetRow(RowNumber row, std::span<const double> factors);
+    void SetRow(RowNumber row, std::span<const double> factors) {
+        std::ranges::copy(factors.first(numCategories), byRow.Get() + row * GetStride(numCategories));
+        if (byCategory.GetSize() == 0) return;
+        for (std::size_t k = 0; k < numCategories; ++k)
+            byCategory.Get()[k * maxPlaneRows + row] = factors[k];
+    }
 
     std::size_t GetNumRows() const { return numRows; }
     /// Row by row, each GetStride(categories) long, filled up with ones.
@@ -27,7 +37,11 @@ public:
     const double* GetPlanes() const { return byCategory.Get(); }
 
     /// How far rows lie apart, so that each can be loaded as whole vectors.
-    static std::size_t GetStride(std::size_t categories);
+    static std::size_t GetStride(std::size_t categories) {
+        if (categories <= 2) return 2;
+        if (categories <= 4) return 4;
+        return (categories + 7) / 8 * 8;
+    }
 
 private:
     std::size_t numRows;

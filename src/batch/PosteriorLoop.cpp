@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "batch/PosteriorLoop.h"
+#include "batch/Loops.h"
 #include "batch/RowNumber.h"
 #include "naivebayes/PredictedCategory.h"
 

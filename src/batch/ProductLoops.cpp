@@ -4,7 +4,7 @@
 #include <hwy/highway.h>
 
 #include "batch/FactorTable.h"
-#include "batch/ProductLoops.h"
+#include "batch/Loops.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace nbscore::HWY_NAMESPACE {

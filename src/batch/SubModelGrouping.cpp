@@ -1,4 +1,4 @@
-#include "batch/SubModelGrouping.h"
+#include "batch/SubModelGroup.h"
 
 #include <algorithm>
 #include <map>

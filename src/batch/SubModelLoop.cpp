@@ -3,7 +3,7 @@
 #include <hwy/foreach_target.h>                      // must stand before highway.h
 #include <hwy/highway.h>
 
-#include "batch/SubModelLoop.h"
+#include "batch/Loops.h"
 
 HWY_BEFORE_NAMESPACE();
 namespace nbscore::HWY_NAMESPACE {

@@ -2,28 +2,15 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <numeric>
+#include <iomanip>
 #include <ostream>
 
+#include "framework/MCMV.h"
+#include "naivebayes/Dump.h"
 #include "naivebayes/PrintVector.h"
+#include "naivebayes/Smoothing.h"
 
 namespace {
-
-std::vector<double> ColumnTotals(const NBayesInputBase::Matrix& counts, std::size_t columns) {
-    std::vector<double> totals(columns, 0.0);
-    for (const std::vector<double>& row : counts) {
-        for (std::size_t j = 0; j < columns; ++j)
-            totals[j] += row[j];
-    }
-    return totals;
-}
-
-int CountNonEmptyRows(const NBayesInputBase::Matrix& counts) {
-    const auto isNonEmpty = [](const std::vector<double>& row) {
-        return std::accumulate(row.begin(), row.end(), 0.0) > 0.0;
-    };
-    return static_cast<int>(std::count_if(counts.begin(), counts.end(), isNonEmpty));
-}
 
 void Resize(NBayesInputBase::Matrix& matrix, int rows, int columns) {
     matrix.resize(static_cast<std::size_t>(std::max(rows, 0)));
@@ -62,15 +49,7 @@ int NBayesInputBase::SetCounts(double threshold, const Matrix& newCounts) {
 }
 
 int NBayesInputBase::ComputeProbabilities(double threshold) {
-    const std::vector<double> totals = ColumnTotals(counts, counts.empty() ? 0 : counts[0].size());
-    numNonEmptyCategories = CountNonEmptyRows(counts);
-    for (std::size_t m = 0; m < counts.size(); ++m) {
-        for (std::size_t j = 0; j < totals.size(); ++j) {
-            probabilities[m][j] = numNonEmptyCategories < 1
-                                      ? threshold
-                                      : (threshold + counts[m][j]) / (numNonEmptyCategories * threshold + totals[j]);
-        }
-    }
+    numNonEmptyCategories = nbscore::SmoothConditionals(counts, threshold, probabilities);
     return numNonEmptyCategories;
 }
 
@@ -84,4 +63,25 @@ void NBayesInputBase::Display(std::ostream& out) const {
         PrintVector(out, probabilities[i], "Probability_{mk}^j");
     }
     out << "End of NBayesInputBase display." << std::endl;
+}
+
+void PrintVector(std::ostream& out, const std::vector<double>& vector, const std::string& label) {
+    constexpr std::size_t elementsPerLine = 8;
+    if (vector.empty()) {
+        out << label << ": <empty>"
+            << "\n";
+        return;
+    }
+    out << label << " (" << vector.size() << " element" << (vector.size() > 1 ? "s): \n" : "): \n");
+    const std::streamsize precision = out.precision(5);
+    for (std::size_t i = 0; i < vector.size(); ++i) {
+        if (i > 0 && i % elementsPerLine == 0) out << "\n";
+        if (MCMV::IsMissing(vector[i])) {
+            out << "<missing> ";
+        } else {
+            out << std::setw(8) << nbscore::DumpNumber(vector[i]) << " ";
+        }
+    }
+    out.precision(precision);
+    out << "\n";
 }

@@ -2,13 +2,57 @@
 
 #include <cstddef>
 #include <memory>
-#include <utility>
+#include <ostream>
+#include <span>
 
-#include "naivebayes/ClassifierDescriber.h"
-#include "naivebayes/ClassifierTabulator.h"
-#include "naivebayes/DeclaredCategories.h"
-#include "naivebayes/PredictorValues.h"
-#include "naivebayes/Probabilities.h"
+#include "framework/CountedNoun.h"
+#include "framework/NumericValue.h"
+#include "framework/StringValue.h"
+#include "naivebayes/BorrowedText.h"
+#include "naivebayes/Dump.h"
+#include "naivebayes/Existing.h"
+#include "naivebayes/NaiveBayesClsResult.h"
+#include "naivebayes/PredictedCategory.h"
+#include "naivebayes/ScoringCall.h"
+
+namespace {
+
+/// The caller's result when it is a classification result of this kind; otherwise a new one in its place.
+ScoreClsResult& ResultToFill(ScoreResult*& result, const ScoreDictVar* target) {
+    if (result != nullptr && result->GetScoreResultType() == ScoreResult::NaiveBayesClsResult) {
+        if (auto* reusable = dynamic_cast<ScoreClsResult*>(result)) return *reusable;
+    }
+    return nbscore::ReplaceResult<NaiveBayesClsResult>(result, target);
+}
+
+/// Changes the prediction object that a result has already; false when it is none of the class that the
+/// target's storage asks for.
+bool UpdatePrediction(ScoreValue* prediction, bool numeric, const ScoreValue& category) {
+    if (numeric) {
+        auto* number = dynamic_cast<NumericValue*>(prediction);
+        if (number == nullptr) return false;
+        number->SetDoubleValue(category.GetDouble());
+        return true;
+    }
+    auto* text = dynamic_cast<StringValue*>(prediction);
+    if (text == nullptr) return false;
+    text->SetString(nbscore::BorrowedText(category).Get());
+    return true;
+}
+
+std::unique_ptr<ScoreValue> MakePrediction(bool numeric, const ScoreValue& category) {
+    if (numeric) return std::make_unique<NumericValue>(category.GetDouble());
+    return std::make_unique<StringValue>(category.GetString());
+}
+
+void SetPredictedValue(ScoreResult& result, const ScoreDictVar& target, const ScoreValue& category) {
+    const bool numeric = target.GetStorageType() == ScoreDictVar::NumericStorage;
+    ScoreValue* prediction = nbscore::ChangeablePrediction(result);
+    if (prediction != nullptr && UpdatePrediction(prediction, numeric, category)) return;
+    nbscore::ReplacePrediction(result, MakePrediction(numeric, category));
+}
+
+}  // namespace
 
 NaiveBayesModel::NaiveBayesModel() = default;
 
@@ -27,44 +71,40 @@ ScoreModel::ModelType NaiveBayesModel::GetModelType() {
 }
 
 ScoreDictionary* NaiveBayesModel::GetVarsOfRole(VarRole role) const {
-    return nbscore::CopyVarsOfRole(*this, targetVar, role);
+    return nbscore::CopyVarsOfRole(*this, target.GetVar(), role);
 }
 
-void NaiveBayesModel::SetTargetVar(const ScoreDictVar* target) {
-    targetVar = target;
-    nbscore::TakeDeclaredCategories(target, targetValues);
+void NaiveBayesModel::SetTargetVar(const ScoreDictVar* targetVar) {
+    target.Set(targetVar);
 }
 
 void NaiveBayesModel::AddPredictorVar(const std::string& name, const ScoreDictVar* var) {
-    predictorVarNames.push_back(name);
-    predictorVars.push_back(var);
+    classifier.AddPredictor(name, var);
 }
 
 void NaiveBayesModel::AddEncoder(INBVeskEncoder* encoder) {
-    encoders.push_back(std::unique_ptr<INBVeskEncoder>(encoder));
+    classifier.AddEncoder(std::unique_ptr<INBVeskEncoder>(encoder));
 }
 
 void NaiveBayesModel::SetPredCounts(int /*predictorIndex*/, const NBayesInputBase::Matrix& counts) {
-    auto table = std::make_unique<NBayesInputBase>();
-    table->SetCounts(threshold, counts);
-    predCounts.push_back(std::move(table));
+    classifier.AddTable(counts);
 }
 
 void NaiveBayesModel::SetTargetCounts(const std::vector<double>& counts) {
-    targetCounts = counts;
-    ComputeTargetProbabilities();
+    classifier.SetTargetCounts(counts);
+    classifier.SetPriors();
 }
 
 void NaiveBayesModel::SetPredictorVarNames(const std::vector<std::string>& names) {
-    predictorVarNames = names;
+    classifier.SetPredictorNames(names);
 }
 
 std::vector<std::string> NaiveBayesModel::GetPredictorVarNames() const {
-    return predictorVarNames;
+    return classifier.GetPredictorNames();
 }
 
 void NaiveBayesModel::SetThreshold(double newThreshold) {
-    threshold = newThreshold;
+    classifier.SetThreshold(newThreshold);
 }
 
 void NaiveBayesModel::SetNeedDerivedPredictor(bool need) {
@@ -75,42 +115,94 @@ bool NaiveBayesModel::NeedDerivedPredictor() const {
     return needDerivedPredictor;
 }
 
-nbscore::ModelDescription NaiveBayesModel::Describe() const {
-    return {.target = targetVar == nullptr ? std::string() : targetVar->GetName(),
-            .targetCategories = nbscore::DescribeCategories(targetValues),
-            .classifiers = {nbscore::DescribeClassifier(GetParts(), threshold)}};
-}
-
-nbscore::ModelTables NaiveBayesModel::GetTables() const {
-    return {.readsDerivedFields = needDerivedPredictor,
-            .target = targetVar,
-            .targetCategories = {targetValues.begin(), targetValues.end()},
-            .classifiers = {nbscore::TabulateClassifier(GetParts(), targetProbabilities)}};
-}
-
-nbscore::ClassifierParts NaiveBayesModel::GetParts() const {
-    return {.target = targetVar,
-            .targetCategories = targetValues,
-            .targetCounts = targetCounts,
-            .predictorNames = predictorVarNames,
-            .predictorVars = predictorVars,
-            .encoders = encoders,
-            .tables = predCounts};
-}
-
-int NaiveBayesModel::ComputeTargetProbabilities() {
-    targetProbabilities = nbscore::SmoothedPriors(targetCounts, threshold);
-    return static_cast<int>(targetProbabilities.size());
-}
-
-double NaiveBayesModel::ComputePXYPY(const std::vector<double>& codes, int targetIndex) const {
-    const double prior = targetProbabilities[static_cast<std::size_t>(targetIndex)];
-    return nbscore::JointProbability(prior, predCounts, codes, targetIndex);
+MCScore::MCStatus NaiveBayesModel::GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool derivedInRecord) {
+    const ScoreCaseRecord& caseRecord = nbscore::Existing(record);
+    if (!dictVarIndexReady.IsDone() && caseRecord.IsIndexed()) SetUpDictVarIndex(record, derivedInRecord);
+    ScoreClsResult& filled = ResultToFill(result, target.GetVar());
+    const ScoreCaseRecord* derivedRecord =
+        nbscore::ComputeDerivedValues(*this, needDerivedPredictor, record, derivedInRecord);
+    FillResult(filled, ComputeProbabilities(caseRecord, derivedRecord));
+    return MCScore::MCStatus();
 }
 
 void NaiveBayesModel::SetUpDictVarIndex(const ScoreCaseRecord* record, bool derivedInRecord) {
     dictVarIndexReady.Do([&] {
-        nbscore::RememberRecordPositions(*record, predictorVarNames, GetDictionary(), GetTransformationDictionary(),
-                                         derivedInRecord);
+        nbscore::RememberRecordPositions(*record, classifier.GetPredictorNames(), GetDictionary(),
+                                         GetTransformationDictionary(), derivedInRecord);
     });
+}
+
+// A case without any usable predictor keeps the priors as they stand.
+std::vector<double> NaiveBayesModel::ComputeProbabilities(const ScoreCaseRecord& record,
+                                                          const ScoreCaseRecord* derivedRecord) const {
+    const nbscore::EncodedCase encoded = classifier.Encode(record, derivedRecord);
+    std::vector<double> probabilities = classifier.GetPriors();
+    if (encoded.usable > 0) {
+        classifier.ComputePosteriors(encoded, std::span(probabilities).first(target.GetCategories().size()));
+    }
+    return probabilities;
+}
+
+void NaiveBayesModel::FillResult(ScoreClsResult& result, const std::vector<double>& probabilities) const {
+    const std::size_t best = nbscore::PredictedCategory(probabilities, classifier.GetTargetCounts());
+    const std::vector<ScoreValue*>& categories = target.GetCategories();
+    if (!predictionOnly) {
+        result.SetConfidence(probabilities[best]);
+        for (std::size_t k = 0; k < probabilities.size(); ++k)
+            result.AddValuePercent(categories[k], probabilities[k]);
+    }
+    const ScoreValue& predicted = nbscore::Existing(categories[best]);
+    SetPredictedValue(result, nbscore::Existing(target.GetVar()), predicted);
+}
+
+void NaiveBayesModel::Display(std::ostream& out) const {
+    out << "\nBegin Display of NaiveBayesModel." << std::endl;
+    out << "Input variable names: ";
+    nbscore::DumpList(out, classifier.GetPredictorNames());
+    out << std::endl;
+    out << "Threshold value = " << nbscore::DumpNumber(classifier.GetThreshold()) << " Only prediction? "
+        << nbscore::DumpFlag(predictionOnly) << "." << std::endl;
+    classifier.DisplayEncoders(out);
+    target.Display(out);
+    classifier.DisplayTargetCounts(out);
+    out << std::endl;
+    out << "Target probabilities: ";
+    nbscore::DumpList(out, classifier.GetPriors());
+    out << std::endl;
+    out << "Dict var index set up? " << nbscore::DumpFlag(dictVarIndexReady.IsDone()) << std::endl;
+    classifier.DisplayPredictors(out);
+    out << "End of NaiveBayesModel display." << std::endl;
+}
+
+std::string NaiveBayesModel::FindScoringObstacle() const {
+    std::string obstacle = FindTargetObstacle();
+    if (!obstacle.empty()) return obstacle;
+    return classifier.FindObstacle(target);
+}
+
+std::string NaiveBayesModel::FindTargetObstacle() const {
+    if (target.GetVar() == nullptr) return "The model has no target variable.";
+    const std::string named = "The target variable \"" + target.DescribeName() + "\"";
+    const std::size_t numCategories = target.GetCategories().size();
+    const std::size_t numCounts = classifier.GetTargetCounts().size();
+    if (numCategories == 0) return named + " declares no values.";
+    if (numCounts == 0) return named + " has no counts.";
+    if (numCounts > numCategories) {
+        return named + " declares " + nbscore::CountedNoun(numCategories, "value") + ", but the model has " +
+               nbscore::CountedNoun(numCounts, "target count") + ".";
+    }
+    return std::string();
+}
+
+nbscore::ModelDescription NaiveBayesModel::Describe() const {
+    return {.target = target.DescribeName(),
+            .targetCategories = target.DescribeCategories(),
+            .classifiers = {classifier.Describe()}};
+}
+
+nbscore::ModelTables NaiveBayesModel::GetTables() const {
+    return {.readsDerivedFields = needDerivedPredictor,
+            .target = target.GetVar(),
+            .targetCategories = {target.GetCategories().begin(), target.GetCategories().end()},
+            .classifiers = {classifier.GetTables(classifier.GetPriors())}};
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <atomic>
-#include <memory>
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -10,14 +10,12 @@
 #include "framework/ModelSelfCheck.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/ModelSelfTables.h"
+#include "framework/ScoreClsResult.h"
+#include "naivebayes/Classifier.h"
 #include "naivebayes/DoneOnce.h"
 #include "naivebayes/INBVeskEncoder.h"
 #include "naivebayes/NBayesInputBase.h"
-
-namespace nbscore {
-struct ClassifierParts;
-struct EncodedCase;
-}  // namespace nbscore
+#include "naivebayes/Target.h"
 
 /// One Naive Bayes classifier over categorical and binned predictors.
 ///
@@ -26,13 +24,8 @@ struct EncodedCase;
 /// that the four lists stay aligned. Nothing checks this. What does not fit together stops the process at the
 /// first index that is out of range, in release builds too; FindScoringObstacle tells beforehand.
 ///
-/// Scoring a case x (see GetScore): with t the threshold, n_k the target counts and K their number,
-///     prior(k)     = (t + n_k) / (K * t + 1 / t)
-///     joint(k)     = prior(k) * product over the usable predictors j of P_j(x_j | k)
-///     posterior(k) = joint(k) / sum of all joints
-/// The prior's denominator is K * t + 1 / t, on purpose: the priors need not sum to one because a common
-/// factor cancels in the posterior. A case without any usable predictor is scored with the priors as they
-/// stand.
+/// Classifier tells how a case is scored. A case without any usable predictor is scored with the priors as they stand,
+/// which need not sum to one.
 ///
 /// Threads: configuration on one thread, then any number of scoring calls at once. The first one whose record has
 /// positions notes them, once, and others with such records wait for it.
@@ -61,7 +54,7 @@ public:
     /// Stores the target and, where it declares values, takes them as the target categories, in order; a
     /// target that declares none leaves the categories as they were. Both are borrowed. With null there is no
     /// target and no category.
-    void SetTargetVar(const ScoreDictVar* target);
+    void SetTargetVar(const ScoreDictVar* targetVar);
     /// Appends a predictor. The variable is borrowed and may be null.
     void AddPredictorVar(const std::string& name, const ScoreDictVar* var);
     /// Appends the next predictor's encoder; the model takes ownership.
@@ -79,24 +72,15 @@ public:
     bool NeedDerivedPredictor() const;
 
 private:
-    int ComputeTargetProbabilities();
-    double ComputePXYPY(const std::vector<double>& codes, int targetIndex) const;
     void SetUpDictVarIndex(const ScoreCaseRecord* record, bool derivedInRecord);
-    std::vector<double> ComputePosteriors(const nbscore::EncodedCase& encoded) const;
+    std::vector<double> ComputeProbabilities(const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord) const;
+    void FillResult(ScoreClsResult& result, const std::vector<double>& probabilities) const;
     std::string FindTargetObstacle() const;
-    nbscore::ClassifierParts GetParts() const;
 
-    std::vector<std::string> predictorVarNames;
-    double threshold = 0.0;
+    nbscore::Target target;
+    nbscore::Classifier classifier;
     std::atomic<bool> predictionOnly = false;
-    std::vector<std::unique_ptr<INBVeskEncoder>> encoders;
-    const ScoreDictVar* targetVar = nullptr;
-    std::vector<ScoreValue*> targetValues;
-    std::vector<double> targetCounts;
-    std::vector<double> targetProbabilities;
+    bool needDerivedPredictor = false;
     /// Whether positions in records are noted.
     nbscore::DoneOnce dictVarIndexReady;
-    std::vector<const ScoreDictVar*> predictorVars;
-    std::vector<std::unique_ptr<NBayesInputBase>> predCounts;
-    bool needDerivedPredictor = false;
 };

@@ -1,15 +1,46 @@
 #include "selflearning/SelfLearningModel.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <ostream>
 #include <utility>
 
+#include "framework/CountedNoun.h"
 #include "framework/NumericValue.h"
-#include "naivebayes/ClassifierDescriber.h"
-#include "naivebayes/ClassifierTabulator.h"
-#include "naivebayes/DeclaredCategories.h"
+#include "naivebayes/Dump.h"
 #include "naivebayes/Existing.h"
-#include "naivebayes/PredictorValues.h"
+#include "naivebayes/ScoringCall.h"
+#include "selflearning/SelfLearningResult.h"
+
+using nbscore::CountedNoun;
+using nbscore::Existing;
+
+namespace {
+
+using Descriptors = std::vector<SelfLearningResult::ModelDescriptor>;
+using DescriptorsValue = VectorValue<SelfLearningResult::ModelDescriptor>;
+
+/// The target's second category is always the one that is scored.
+constexpr std::size_t scoredCategory = 1;
+
+/// The caller's result when its type is that of a single classifier's result; otherwise a new one in its place.
+/// The test is against that type and not against this model's own, deliberately: a SelfLearningResult that is handed
+/// back is replaced by a new object on every call, which is part of the interface.
+ScoreResult& ResultToFill(ScoreResult*& result, const ScoreDictVar* target) {
+    if (result != nullptr && result->GetScoreResultType() == ScoreResult::NaiveBayesClsResult) return *result;
+    return nbscore::ReplaceResult<SelfLearningResult>(result, target);
+}
+
+void SetDescriptors(ScoreResult& result, Descriptors descriptors) {
+    if (auto* list = dynamic_cast<DescriptorsValue*>(nbscore::ChangeablePrediction(result))) {
+        list->GetVectorValue() = std::move(descriptors);
+        return;
+    }
+    nbscore::ReplacePrediction(result, std::make_unique<DescriptorsValue>(std::move(descriptors)));
+}
+
+}  // namespace
 
 SelfLearningModel::SelfLearningModel() = default;
 
@@ -29,62 +60,81 @@ ScoreModel::ModelType SelfLearningModel::GetModelType() {
 }
 
 ScoreDictionary* SelfLearningModel::GetVarsOfRole(VarRole role) const {
-    return nbscore::CopyVarsOfRole(*this, targetVar, role);
+    return nbscore::CopyVarsOfRole(*this, target.GetVar(), role);
 }
 
 void SelfLearningModel::SetNumOfModels(int count) {
     numOfModels = count;
     const auto size = static_cast<std::size_t>(count);
-    predCountsByModel.resize(size);
-    encodersByModel.resize(size);
-    predictorNamesByModel.resize(size);
-    predictorVarsByModel.resize(size);
-    modelNames.assign(size, std::string());
-    assessmentMeanValues.assign(size, NumericValue::GetSysmisValue());
-    assessmentStdDevValues.assign(size, NumericValue::GetSysmisValue());
+    for (std::size_t m = size; m < subModels.size(); ++m)
+        subModels[m].classifier.RemovePredictors();
+    subModels.resize(std::max({size, numThresholds, numTargetCounts}));
+    for (SubModel& subModel : subModels) {
+        subModel.name.clear();
+        subModel.assessmentMean = subModel.assessmentStdDev = NumericValue::GetSysmisValue();
+    }
+}
+
+std::vector<std::string> SelfLearningModel::GetModelNames() const {
+    std::vector<std::string> names;
+    for (int model = 0; model < numOfModels; ++model)
+        names.push_back(GetSubModel(model).name);
+    return names;
 }
 
 void SelfLearningModel::SetModelName(int model, const std::string& name) {
-    if (HasModel(model)) modelNames[static_cast<std::size_t>(model)] = name;
+    if (HasModel(model)) subModels[static_cast<std::size_t>(model)].name = name;
 }
 
 void SelfLearningModel::SetAssessmentMeanValues(int model, double value) {
-    if (HasModel(model)) assessmentMeanValues[static_cast<std::size_t>(model)] = value;
+    if (HasModel(model)) subModels[static_cast<std::size_t>(model)].assessmentMean = value;
 }
 
 void SelfLearningModel::SetAssessmentStdDevValues(int model, double value) {
-    if (HasModel(model)) assessmentStdDevValues[static_cast<std::size_t>(model)] = value;
+    if (HasModel(model)) subModels[static_cast<std::size_t>(model)].assessmentStdDev = value;
 }
 
 void SelfLearningModel::AddPredictorVar(int model, const std::string& name, const ScoreDictVar* var) {
-    predictorNamesByModel[static_cast<std::size_t>(model)].push_back(name);
-    predictorVarsByModel[static_cast<std::size_t>(model)].push_back(var);
+    SubModel* const subModel = HasModel(model) ? &subModels[static_cast<std::size_t>(model)] : nullptr;
+    Existing(subModel).classifier.AddPredictor(name, var);
 }
 
 void SelfLearningModel::AddEncoder(int model, int /*predictorIndex*/, INBVeskEncoder* encoder) {
     if (!HasModel(model)) return;
-    encodersByModel[static_cast<std::size_t>(model)].push_back(std::unique_ptr<INBVeskEncoder>(encoder));
+    subModels[static_cast<std::size_t>(model)].classifier.AddEncoder(std::unique_ptr<INBVeskEncoder>(encoder));
 }
 
 void SelfLearningModel::SetPredCounts(int model, int /*predictorIndex*/, const NBayesInputBase::Matrix& counts) {
-    if (!HasModel(model)) return;
-    const auto index = static_cast<std::size_t>(model);
-    auto table = std::make_unique<NBayesInputBase>();
-    table->SetCounts(thresholds[index], counts);
-    predCountsByModel[index].push_back(std::move(table));
+    if (HasModel(model)) GetWithThreshold(static_cast<std::size_t>(model)).AddTable(counts);
 }
 
 void SelfLearningModel::SetTargetCounts(const std::vector<double>& counts) {
-    targetCountsByModel.push_back(counts);
+    GetNext(numTargetCounts).SetTargetCounts(counts);
 }
 
 void SelfLearningModel::SetThreshold(double threshold) {
-    thresholds.push_back(threshold);
+    GetNext(numThresholds).SetThreshold(threshold);
 }
 
-void SelfLearningModel::SetTargetVar(const ScoreDictVar* target) {
-    targetVar = target;
-    nbscore::TakeDeclaredCategories(target, targetCategories);
+nbscore::Classifier& SelfLearningModel::GetNext(std::size_t& numGiven) {
+    if (numGiven == subModels.size()) subModels.emplace_back();
+    return subModels[numGiven++].classifier;
+}
+
+const SelfLearningModel::SubModel& SelfLearningModel::GetSubModel(int model) const {
+    return Existing(HasModel(model) ? &subModels[static_cast<std::size_t>(model)] : nullptr);
+}
+
+const nbscore::Classifier& SelfLearningModel::GetWithThreshold(std::size_t model) const {
+    return Existing(model < numThresholds ? &subModels[model].classifier : nullptr);
+}
+
+nbscore::Classifier& SelfLearningModel::GetWithThreshold(std::size_t model) {
+    return Existing(model < numThresholds ? &subModels[model].classifier : nullptr);
+}
+
+void SelfLearningModel::SetTargetVar(const ScoreDictVar* targetVar) {
+    target.Set(targetVar);
 }
 
 bool SelfLearningModel::SetAllModelNames(const std::string& varName) {
@@ -93,51 +143,12 @@ bool SelfLearningModel::SetAllModelNames(const std::string& varName) {
     const ScoreValueLabelSet* declared = var == nullptr ? nullptr : var->GetValueLabelSet();
     if (declared == nullptr) return false;
     for (const ScoreValueLabel& label : declared->GetValueLabels())
-        allModelNames.push_back(nbscore::Existing(label.GetValue()).GetString());
+        allModelNames.push_back(Existing(label.GetValue()).GetString());
     return true;
 }
 
 std::vector<std::string> SelfLearningModel::GetAllModelNames() const {
     return allModelNames;
-}
-
-nbscore::ModelDescription SelfLearningModel::Describe() const {
-    nbscore::ModelDescription description;
-    if (targetVar != nullptr) description.target = targetVar->GetName();
-    description.targetCategories = nbscore::DescribeCategories(targetCategories);
-    for (std::size_t m = 0; m < modelNames.size(); ++m) {
-        // A set may lack what its sub-models need: it is described all the same.
-        if (m >= thresholds.size() || m >= targetCountsByModel.size()) break;
-        nbscore::ClassifierDescription subModel = nbscore::DescribeClassifier(GetParts(m), thresholds[m]);
-        subModel.name = modelNames[m];
-        subModel.assessmentMean = assessmentMeanValues[m];
-        subModel.assessmentStdDev = assessmentStdDevValues[m];
-        description.classifiers.push_back(std::move(subModel));
-    }
-    return description;
-}
-
-nbscore::ModelTables SelfLearningModel::GetTables() const {
-    nbscore::ModelTables tables;
-    tables.readsDerivedFields = needDerivedPredictor;
-    tables.isSet = true;
-    tables.target = targetVar;
-    tables.targetCategories.assign(targetCategories.begin(), targetCategories.end());
-    for (std::size_t m = 0; m < modelNames.size(); ++m) {
-        tables.classifiers.push_back(nbscore::TabulateClassifier(GetParts(m), GetTargetProbabilities(m)));
-        tables.classifiers.back().name = modelNames[m];
-    }
-    return tables;
-}
-
-nbscore::ClassifierParts SelfLearningModel::GetParts(std::size_t model) const {
-    return {.target = targetVar,
-            .targetCategories = targetCategories,
-            .targetCounts = targetCountsByModel[model],
-            .predictorNames = predictorNamesByModel[model],
-            .predictorVars = predictorVarsByModel[model],
-            .encoders = encodersByModel[model],
-            .tables = predCountsByModel[model]};
 }
 
 void SelfLearningModel::SetPredictorVarNames(const std::vector<std::string>& names) {
@@ -154,4 +165,157 @@ void SelfLearningModel::SetNeedDerivedPredictor(bool need) {
 
 bool SelfLearningModel::NeedDerivedPredictor() const {
     return needDerivedPredictor;
+}
+
+MCScore::MCStatus SelfLearningModel::GetScore(const ScoreCaseRecord* record, ScoreResult*& result,
+                                              bool derivedInRecord) {
+    PrepareScoring(record, derivedInRecord);
+    ScoreResult& filled = ResultToFill(result, target.GetVar());
+    const ScoreCaseRecord* derivedRecord =
+        nbscore::ComputeDerivedValues(*this, needDerivedPredictor, record, derivedInRecord);
+
+    Descriptors descriptors;
+    descriptors.reserve(static_cast<std::size_t>(numOfModels));
+    for (int model = 0; model < numOfModels; ++model) {
+        const SubModel& subModel = GetSubModel(model);
+        descriptors.push_back({subModel.name, GetScoreFromModel(record, derivedRecord, model), subModel.assessmentMean,
+                               subModel.assessmentStdDev});
+    }
+    SetDescriptors(filled, std::move(descriptors));
+    return MCScore::MCStatus();
+}
+
+double SelfLearningModel::ScoreSubModel(const ScoreCaseRecord* record, int subModel, bool derivedInRecord) {
+    PrepareScoring(record, derivedInRecord);
+    const ScoreCaseRecord* derivedRecord =
+        nbscore::ComputeDerivedValues(*this, needDerivedPredictor, record, derivedInRecord);
+    return GetScoreFromModel(record, derivedRecord, subModel);
+}
+
+double SelfLearningModel::GetScoreFromModel(const ScoreCaseRecord* record, const ScoreCaseRecord* derivedRecord,
+                                            int model) const {
+    const nbscore::Classifier& classifier = GetSubModel(model).classifier;
+    const std::vector<double>& priors = classifier.GetPriors();
+    const double prior = priors[scoredCategory];
+    if (priors[0] == 0.0 || prior == 0.0) return prior;
+
+    const nbscore::EncodedCase encoded = classifier.Encode(Existing(record), derivedRecord);
+    if (encoded.usable < 1) return prior;
+
+    std::vector<double> posteriors(target.GetCategories().size());
+    classifier.ComputePosteriors(encoded, posteriors);
+    return posteriors[scoredCategory];
+}
+
+void SelfLearningModel::PrepareScoring(const ScoreCaseRecord* record, bool derivedInRecord) {
+    if (!dictVarIndexSetUp.IsDone() && Existing(record).IsIndexed()) SetUpDictVarIndex(record, derivedInRecord);
+    ComputeTargetProbabilities();
+}
+
+void SelfLearningModel::SetUpDictVarIndex(const ScoreCaseRecord* record, bool derivedInRecord) {
+    dictVarIndexSetUp.Do([&] {
+        nbscore::RememberRecordPositions(*record, predictorVarNames, GetDictionary(), GetTransformationDictionary(),
+                                         derivedInRecord);
+    });
+}
+
+void SelfLearningModel::ComputeTargetProbabilities() {
+    targetProbabilitiesComputed.Do([this] {
+        for (std::size_t m = 0; m < numTargetCounts; ++m)
+            GetWithThreshold(m).SetPriors();
+        numTargetProbabilities = numTargetCounts;
+    });
+}
+
+std::vector<double> SelfLearningModel::GetTargetProbabilities(std::size_t model) const {
+    const nbscore::Classifier& classifier = GetWithThreshold(model);
+    return targetProbabilitiesComputed.IsDone() ? classifier.GetPriors() : classifier.ComputePriors();
+}
+
+// Every index that scoring takes is answered for here: a change of the one is a change of the other.
+//
+// A set without sub-models scores every case with an empty list, whatever else it lacks. The priors of all target
+// counts are computed first, even of those that no sub-model uses.
+std::string SelfLearningModel::FindScoringObstacle() const {
+    const auto numModels = static_cast<std::size_t>(numOfModels);
+    if (numTargetCounts > numThresholds) {
+        return "The target was counted " + CountedNoun(numTargetCounts, "time") + " for " +
+               CountedNoun(numModels, "sub-model") + ": each needs its target counts once.";
+    }
+    if (targetProbabilitiesComputed.IsDone() && numTargetProbabilities < numModels) {
+        return "The model has " + CountedNoun(numModels, "sub-model") + ", but was scored when it had " +
+               std::to_string(numTargetProbabilities) + ".";
+    }
+    if (numModels == 0) return std::string();
+    if (target.GetVar() == nullptr) return "The model has no target variable.";
+    if (target.GetCategories().size() < 2) {
+        return "The target variable \"" + target.DescribeName() + "\" declares " +
+               CountedNoun(target.GetCategories().size(), "value") + ", but sub-models need two.";
+    }
+    for (std::size_t m = 0; m < numModels; ++m) {
+        const std::string obstacle = FindSubModelObstacle(m);
+        if (!obstacle.empty()) {
+            return "Sub-model " + std::to_string(m) + " (\"" + subModels[m].name + "\"): " + obstacle;
+        }
+    }
+    return std::string();
+}
+
+std::string SelfLearningModel::FindSubModelObstacle(std::size_t model) const {
+    const nbscore::Classifier& classifier = subModels[model].classifier;
+    if (classifier.GetTargetCounts().size() < 2) {
+        return "The target variable \"" + target.DescribeName() + "\" has no counts of two categories.";
+    }
+    return classifier.FindObstacle(target);
+}
+
+nbscore::ModelDescription SelfLearningModel::Describe() const {
+    nbscore::ModelDescription description;
+    description.target = target.DescribeName();
+    description.targetCategories = target.DescribeCategories();
+    // A set may lack what its sub-models need: it is described all the same.
+    const std::size_t numComplete = std::min({static_cast<std::size_t>(numOfModels), numThresholds, numTargetCounts});
+    for (std::size_t m = 0; m < numComplete; ++m) {
+        nbscore::ClassifierDescription subModel = subModels[m].classifier.Describe();
+        subModel.name = subModels[m].name;
+        subModel.assessmentMean = subModels[m].assessmentMean;
+        subModel.assessmentStdDev = subModels[m].assessmentStdDev;
+        description.classifiers.push_back(std::move(subModel));
+    }
+    return description;
+}
+
+nbscore::ModelTables SelfLearningModel::GetTables() const {
+    nbscore::ModelTables tables;
+    tables.readsDerivedFields = needDerivedPredictor;
+    tables.isSet = true;
+    tables.target = target.GetVar();
+    tables.targetCategories.assign(target.GetCategories().begin(), target.GetCategories().end());
+    for (std::size_t m = 0; m < static_cast<std::size_t>(numOfModels); ++m) {
+        tables.classifiers.push_back(subModels[m].classifier.GetTables(GetTargetProbabilities(m)));
+        tables.classifiers.back().name = subModels[m].name;
+    }
+    return tables;
+}
+
+// The flag's text stands at the end of the line of names, and its label, in each sub-model's part, is followed by no
+// value: deliberate, the dump's form is fixed.
+void SelfLearningModel::Display(std::ostream& out) const {
+    out << "\nBegin Display of SelfLearningModel." << std::endl;
+    out << "Input variable names: ";
+    nbscore::DumpList(out, predictorVarNames);
+    out << nbscore::DumpFlag(predictionOnly) << "." << std::endl;
+    target.Display(out);
+    out << "Dict var index set up? " << nbscore::DumpFlag(dictVarIndexSetUp.IsDone()) << std::endl;
+    for (std::size_t m = 0; m < static_cast<std::size_t>(numOfModels); ++m)
+        DisplaySubModel(out, m);
+    out << "End of SelfLearningModel display." << std::endl;
+}
+
+void SelfLearningModel::DisplaySubModel(std::ostream& out, std::size_t model) const {
+    const nbscore::Classifier& classifier = GetWithThreshold(model);
+    out << std::endl << "Threshold value = " << nbscore::DumpNumber(classifier.GetThreshold()) << " Only prediction? ";
+    classifier.DisplayEncoders(out);
+    classifier.DisplayTargetCounts(out);
+    classifier.DisplayPredictors(out);
 }

@@ -2,7 +2,6 @@
 
 #include <atomic>
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -12,13 +11,11 @@
 #include "framework/ModelSelfDescription.h"
 #include "framework/ModelSelfTables.h"
 #include "framework/SubModelScoring.h"
+#include "naivebayes/Classifier.h"
 #include "naivebayes/DoneOnce.h"
 #include "naivebayes/INBVeskEncoder.h"
 #include "naivebayes/NBayesInputBase.h"
-
-namespace nbscore {
-struct ClassifierParts;
-}
+#include "naivebayes/Target.h"
 
 /// A set of Naive Bayes classifiers, its sub-models, that share one target of two categories. Each has a name,
 /// predictors, counts, a threshold and assessment figures of its own. Scoring a case gives every sub-model's
@@ -30,7 +27,7 @@ struct ClassifierParts;
 /// sub-model AddPredictorVar, AddEncoder and SetPredCounts. Setters that take a sub-model's index ignore one that is
 /// out of range, except AddPredictorVar, which stops the process.
 ///
-/// The arithmetic is that of NaiveBayesModel, with each sub-model's own threshold.
+/// Classifier tells how a sub-model scores a case; each has its own threshold.
 ///
 /// Threads: configuration on one thread, then any number of scoring calls at once. The first one computes the priors,
 /// and the first one whose record has positions notes them; each is done once, and others that need it wait for it.
@@ -69,7 +66,7 @@ public:
     int GetNumOfModels() const { return numOfModels; }
     void SetModelName(int model, const std::string& name);
     /// One for each sub-model, in order; empty where none was set.
-    const std::vector<std::string>& GetModelNames() const { return modelNames; }
+    std::vector<std::string> GetModelNames() const;
     void SetAssessmentMeanValues(int model, double value);
     void SetAssessmentStdDevValues(int model, double value);
 
@@ -88,7 +85,7 @@ public:
     /// Stores the target and, where it declares values, takes them as the target categories, in order; a target that
     /// declares none leaves the categories as they were. Both are borrowed. With null there is no target and no
     /// category.
-    void SetTargetVar(const ScoreDictVar* target);
+    void SetTargetVar(const ScoreDictVar* targetVar);
 
     /// Appends the declared values of a variable of the dictionary to the list of all model names; false, changing
     /// nothing, without a dictionary, such a variable or declared values.
@@ -101,37 +98,48 @@ public:
     bool NeedDerivedPredictor() const;
 
 private:
-    void DisplaySubModel(std::ostream& out, std::size_t model) const;
-    std::string FindSubModelObstacle(std::size_t model) const;
-    nbscore::ClassifierParts GetParts(std::size_t model) const;
+    struct SubModel {
+        std::string name;
+        double assessmentMean = 0.0;
+        double assessmentStdDev = 0.0;
+        nbscore::Classifier classifier;
+    };
+
     bool HasModel(int model) const { return model >= 0 && model < numOfModels; }
+    /// Where there is none of this number, the process stops.
+    const SubModel& GetSubModel(int model) const;
+    /// A sub-model's classifier, which may be one that there is no room for yet, once its threshold is set; before that
+    /// the process stops.
+    const nbscore::Classifier& GetWithThreshold(std::size_t model) const;
+    nbscore::Classifier& GetWithThreshold(std::size_t model);
+    /// The classifier of the next sub-model that has got as many thresholds or target counts.
+    nbscore::Classifier& GetNext(std::size_t& numGiven);
+
     /// What is left to do before the first case: computing the priors, and noting positions where the record has any.
     void PrepareScoring(const ScoreCaseRecord* record, bool derivedInRecord);
-    void ComputeTargetProbabilities();
-    std::vector<double> GetTargetProbabilities(std::size_t model) const;
-    double ComputePXYPY(int model, const std::vector<double>& codes, int targetIndex) const;
     void SetUpDictVarIndex(const ScoreCaseRecord* record, bool derivedInRecord);
-    MCScore::MCStatus GetScoreFromModel(const ScoreCaseRecord* record, const ScoreCaseRecord* derivedRecord,
-                                        double& score, int model) const;
+    void ComputeTargetProbabilities();
+    /// What they are once the first case has been scored, and what they will be before that.
+    std::vector<double> GetTargetProbabilities(std::size_t model) const;
+    double GetScoreFromModel(const ScoreCaseRecord* record, const ScoreCaseRecord* derivedRecord, int model) const;
 
-    std::vector<std::string> modelNames;
+    std::string FindSubModelObstacle(std::size_t model) const;
+    void DisplaySubModel(std::ostream& out, std::size_t model) const;
+
+    nbscore::Target target;
+    /// Behind those that there are, those that have a threshold or target counts and no room yet: either may come
+    /// before SetNumOfModels, and stays when there are to be fewer.
+    std::vector<SubModel> subModels;
+    int numOfModels = 0;
+    std::size_t numThresholds = 0;
+    std::size_t numTargetCounts = 0;
+    /// How many sub-models had target counts when the priors were computed.
+    std::size_t numTargetProbabilities = 0;
+    nbscore::DoneOnce targetProbabilitiesComputed;
     std::vector<std::string> allModelNames;
-    std::vector<double> assessmentMeanValues;
-    std::vector<double> assessmentStdDevValues;
-    std::vector<std::vector<std::string>> predictorNamesByModel;
-    std::vector<std::vector<const ScoreDictVar*>> predictorVarsByModel;
     std::vector<std::string> predictorVarNames;
-    std::vector<double> thresholds;
-    std::atomic<bool> predictionOnly = false;
-    std::vector<std::vector<std::unique_ptr<INBVeskEncoder>>> encodersByModel;
-    const ScoreDictVar* targetVar = nullptr;
-    std::vector<ScoreValue*> targetCategories;
-    std::vector<std::vector<double>> targetCountsByModel;
-    std::vector<std::vector<double>> targetProbabilitiesByModel;
     /// Whether positions in records are noted.
     nbscore::DoneOnce dictVarIndexSetUp;
-    std::vector<std::vector<std::unique_ptr<NBayesInputBase>>> predCountsByModel;
+    std::atomic<bool> predictionOnly = false;
     bool needDerivedPredictor = false;
-    nbscore::DoneOnce targetProbabilitiesComputed;
-    int numOfModels = 0;
 };

@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
-#include <utility>
 
+#include "batch/BatchEngine.h"
 #include "framework/MCMV.h"
 #include "framework/ModelSelfDescription.h"
-#include "framework/ModelSelfTables.h"
 #include "framework/NumericValue.h"
 #include "framework/StringValue.h"
 
@@ -27,99 +26,81 @@ std::unique_ptr<const ScoreValue> MakePrediction(const ScoreDictVar& target, con
     return std::make_unique<StringValue>(category.GetString());
 }
 
-template <typename Scorer>
-std::vector<std::string> GetFieldsOf(const Scorer& scorer, const std::vector<std::size_t>& inputsOfReaders) {
-    std::vector<std::string> fields;
-    for (const std::size_t input : inputsOfReaders)
-        fields.push_back(scorer.GetInputs()[input].name);
-    return fields;
+std::vector<SubModelScore> DescribeSubModels(const ModelSelfDescription& set) {
+    std::vector<SubModelScore> subModels;
+    for (const ClassifierDescription& subModel : set.Describe().classifiers)
+        subModels.push_back({subModel.name, MCMV::gMissingValue, subModel.assessmentMean, subModel.assessmentStdDev});
+    return subModels;
 }
 
 }  // namespace
 
-BatchCases::BatchCases(std::shared_ptr<const Parts> sharedParts, std::vector<SubModelScore> subModelDescriptors,
-                       bool onlyPrediction)
-    : parts(std::move(sharedParts)),
+BatchCases::Parts::Parts(const ScoreModel& model)
+    : engine(std::make_shared<const BatchEngine>(model)), fieldsOfReaders(engine->GetFieldsOfReaders()) {
+    if (engine->IsSet()) return;
+    const ScoreDictVar& target = *model.GetTargetVar();
+    for (const ScoreValueLabel& label : target.GetValueLabelSet()->GetValueLabels())
+        predictions.push_back(MakePrediction(target, *label.GetValue()));
+}
+
+BatchCases::BatchCases(const ScoreModel& model, bool onlyPrediction)
+    : parts(std::make_shared<const Parts>(model)),
+      isSet(parts->engine->IsSet()),
       predictionOnly(onlyPrediction),
-      arranged(parts->predictions.size(), MCMV::gMissingValue),
-      subModels(std::move(subModelDescriptors)) {}
+      numbersOfCase(parts->engine->GetNumbersPerCase()),
+      arranged(parts->predictions.size(), MCMV::gMissingValue) {
+    if (isSet) subModels = DescribeSubModels(dynamic_cast<const ModelSelfDescription&>(model));
+}
 
 std::optional<BatchCases> BatchCases::Find(const ScoreModel& scorable, bool onlyPrediction) {
-    const auto* const tables = dynamic_cast<const ModelSelfTables*>(&scorable);
-    if (tables == nullptr || dynamic_cast<const ModelSelfDescription*>(&scorable) == nullptr) return std::nullopt;
+    if (dynamic_cast<const ModelSelfDescription*>(&scorable) == nullptr) return std::nullopt;
     try {
-        if (tables->GetTables().isSet) return OfSet(scorable, onlyPrediction);
-        return OfClassifier(scorable, onlyPrediction);
+        return BatchCases(scorable, onlyPrediction);
     } catch (const std::invalid_argument&) {
         return std::nullopt;
     }
 }
 
-BatchCases BatchCases::OfClassifier(const ScoreModel& model, bool onlyPrediction) {
-    const BatchScorer scorer(model);
-    auto made = std::make_shared<Parts>(
-        Parts{scorer, GetFieldsOf(scorer, scorer.GetInputsOfPredictors()), {}, scorer.GetCategories().size()});
-    const ScoreDictVar& target = *model.GetTargetVar();
-    for (const ScoreValueLabel& label : target.GetValueLabelSet()->GetValueLabels())
-        made->predictions.push_back(MakePrediction(target, *label.GetValue()));
-    return {std::move(made), {}, onlyPrediction};
-}
-
-BatchCases BatchCases::OfSet(const ScoreModel& model, bool onlyPrediction) {
-    const SubModelBatchScorer scorer(model);
-    std::vector<SubModelScore> subModels;
-    for (const ClassifierDescription& subModel :
-         dynamic_cast<const ModelSelfDescription&>(model).Describe().classifiers)
-        subModels.push_back({subModel.name, MCMV::gMissingValue, subModel.assessmentMean, subModel.assessmentStdDev});
-    auto made =
-        std::make_shared<Parts>(Parts{scorer, GetFieldsOf(scorer, scorer.GetInputsOfReaders()), {}, subModels.size()});
-    return {std::move(made), std::move(subModels), onlyPrediction};
-}
-
 bool BatchCases::ReadsDerivedFields() const {
-    return std::visit([](const auto& scorer) { return scorer.ReadsDerivedFields(); }, parts->scorer);
+    return parts->engine->ReadsDerivedFields();
 }
 
 RowNumber BatchCases::RowOf(std::size_t reader, std::string_view text) const {
-    return std::visit([reader, text](const auto& scorer) { return scorer.RowOf(reader, text); }, parts->scorer);
+    return parts->engine->RowOf(reader, text);
 }
 
 RowNumber BatchCases::RowOf(std::size_t reader, double number) const {
-    return std::visit([reader, number](const auto& scorer) { return scorer.RowOf(reader, number); }, parts->scorer);
+    return parts->engine->RowOf(reader, number);
 }
 
 std::size_t BatchCases::GetCasesAtOnce() const {
-    const std::size_t fitting = numbersAtOnce / std::max<std::size_t>(parts->numbersOfCase, 1);
-    return std::clamp<std::size_t>(fitting, IsSet() ? 1 : fewestCasesAtOnce, mostCasesAtOnce);
+    const std::size_t fitting = numbersAtOnce / std::max<std::size_t>(numbersOfCase, 1);
+    return std::clamp<std::size_t>(fitting, isSet ? 1 : fewestCasesAtOnce, mostCasesAtOnce);
 }
 
 void BatchCases::Score(std::span<const std::span<const RowNumber>> rows, std::size_t cases) {
-    numbers.resize(IsSet() || !predictionOnly ? cases * parts->numbersOfCase : 0);
-    if (IsSet()) {
-        SubModelColumns answers;
-        answers.scores = numbers;
-        std::get<SubModelBatchScorer>(parts->scorer).ScoreRows(rows, cases, answers);
-        return;
+    AnswerColumns answers;
+    if (!isSet) {
+        predicted.resize(cases);
+        confidence.resize(cases);
+        answers.predicted = predicted;
+        answers.confidence = confidence;
     }
-    predicted.resize(cases);
-    confidence.resize(cases);
-    ClassificationColumns answers;
-    answers.predicted = predicted;
-    answers.confidence = confidence;
+    numbers.resize(isSet || !predictionOnly ? cases * numbersOfCase : 0);
     answers.probabilities = numbers;
-    std::get<BatchScorer>(parts->scorer).ScoreRows(rows, cases, answers);
+    parts->engine->ScoreRows(rows, cases, answers);
 }
 
 /// None of a single classifier where only the prediction is wanted.
 std::span<const double> BatchCases::GetNumbers(std::size_t entry) const {
     if (numbers.empty()) return {};
-    return std::span(numbers).subspan(entry * parts->numbersOfCase, parts->numbersOfCase);
+    return std::span(numbers).subspan(entry * numbersOfCase, numbersOfCase);
 }
 
 ScoredCase BatchCases::GetCase(std::size_t entry) {
     const std::span<const double> ofCase = GetNumbers(entry);
     ScoredCase scored;
-    if (IsSet()) {
+    if (isSet) {
         for (std::size_t m = 0; m < subModels.size(); ++m)
             subModels[m].score = ofCase[m];
         scored.subModels = subModels;

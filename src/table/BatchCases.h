@@ -7,16 +7,15 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <variant>
 #include <vector>
 
-#include "batch/BatchScorer.h"
 #include "batch/RowNumber.h"
-#include "batch/SubModelBatchScorer.h"
 #include "framework/ScoreModel.h"
 #include "table/ModelResults.h"
 
 namespace nbscore {
+
+class BatchEngine;
 
 /// Scores many cases of a table at once, with a single classifier or a set of sub-models. Copies share what they score
 /// with; each thread scores with one of its own.
@@ -44,30 +43,27 @@ public:
     bool HasNonFiniteNumber(std::size_t entry) const;
 
 private:
-    using Scorer = std::variant<BatchScorer, SubModelBatchScorer>;
-
     /// What copies share.
     struct Parts {
-        Scorer scorer;
+        explicit Parts(const ScoreModel& model);
+
+        std::shared_ptr<const BatchEngine> engine;
         std::vector<std::string> fieldsOfReaders;
         /// Of a single classifier, what is predicted for each category.
         std::vector<std::unique_ptr<const ScoreValue>> predictions;
-        /// How many probabilities or scores a case has.
-        std::size_t numbersOfCase;
     };
 
-    BatchCases(std::shared_ptr<const Parts> sharedParts, std::vector<SubModelScore> subModelDescriptors,
-               bool onlyPrediction);
-    static BatchCases OfClassifier(const ScoreModel& model, bool onlyPrediction);
-    static BatchCases OfSet(const ScoreModel& model, bool onlyPrediction);
-    bool IsSet() const { return std::holds_alternative<SubModelBatchScorer>(parts->scorer); }
+    BatchCases(const ScoreModel& model, bool onlyPrediction);
     std::span<const double> GetNumbers(std::size_t entry) const;
 
     std::shared_ptr<const Parts> parts;
+    bool isSet;
     bool predictionOnly;
+    /// How many probabilities a case has: one for each category, or one for each sub-model.
+    std::size_t numbersOfCase;
     std::vector<std::int32_t> predicted;
     std::vector<double> confidence;
-    /// Probabilities or scores, case by case.
+    /// Probabilities, case by case.
     std::vector<double> numbers;
     /// Of one case, one for each category that the target declares.
     std::vector<double> arranged;

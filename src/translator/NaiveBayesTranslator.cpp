@@ -17,8 +17,8 @@
 #include "translator/DocumentParts.h"
 #include "translator/DocumentReading.h"
 #include "translator/ElementNames.h"
+#include "translator/ElementWalk.h"
 #include "translator/ModelElementReader.h"
-#include "translator/ModelMaker.h"
 
 using namespace nbscore;
 using xercesc::DOMDocument;
@@ -32,6 +32,23 @@ const DOMElement& RootOf(const DOMDocument* document) {
         throw VeskException(VeskException::UnexpectedElement, "A document with a root element is required.");
     }
     return *root;
+}
+
+constexpr XmlName selfLearningAlgorithm{"SelfLearning"};
+
+/// Which kind of model a document asks for. The first model element's algorithm decides; the dictionary's mark of a
+/// self-learning target counts only in a document that has no model element at all. Throws VeskException 1 where there
+/// is neither.
+/// @param firstModelElement null when the document has none.
+bool AsksForSelfLearning(const DOMElement* firstModelElement, bool dictionaryMarksTarget, const DOMElement& root) {
+    if (firstModelElement != nullptr) {
+        return SameText(BaseTranslator::GetAttribute(firstModelElement, attribute::algorithmName),
+                        selfLearningAlgorithm);
+    }
+    if (!dictionaryMarksTarget) {
+        throw RefusalAt(&root, VeskException::UnexpectedElement, "<NaiveBayesModel> is required!");
+    }
+    return true;
 }
 
 /// The version of the application that wrote the document.
@@ -116,17 +133,17 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(DOMDocument* document, const std
     }
 
     const DOMElement* firstModel = parts.models.empty() ? nullptr : parts.models.front();
-    const std::unique_ptr<ModelUnderConstruction> construction = MakeModel(firstModel, dictionaryMarksTarget, root);
-    model = &construction->GetModel();
+    ModelUnderConstruction construction(AsksForSelfLearning(firstModel, dictionaryMarksTarget, root));
+    model = &construction.GetModel();
     try {
-        GiveTo(construction->GetModel(), std::move(head));
-        DocumentReading reading = ShareForReading(*this, *document, faults, *construction);
+        GiveTo(construction.GetModel(), std::move(head));
+        DocumentReading reading = ShareForReading(*this, *document, faults, construction);
         ReadModels(parts.models, dictionaryMarksTarget ? &markedTarget : nullptr, reading);
     } catch (...) {
-        LeaveUnfinishedModel(construction->Release().release());
+        LeaveUnfinishedModel(construction.Release().release());
         throw;
     }
-    return construction->Release().release();
+    return construction.Release().release();
 }
 
 NBinningEncoder* NaiveBayesTranslator::ParseDiscretize(const NaiveBayesTranslator& translator,

@@ -69,20 +69,19 @@ TEST_P(BatchesAgainstBruteForce, Agree_ForRandomDocuments) {
                 table.columns[j].push_back(ValueOf(document.inputs[j], made.cells[j]));
             Append(ScoreByBruteForce(document.model, made.codes), expected);
         }
-        ExpectSameScores(expected, AnswersInBatches(BatchScorer(*Parse(document.text)), table, {16, 5}, random));
+        ExpectSameScores(expected, AnswersInBatches(BatchEngine(*Parse(document.text)), table, {16, 5}, random));
     }
 }
 
 /// The columns of a set's inputs, derived ones among them, made of the columns that they rename.
-InputTable TableOfInputs(const SubModelBatchScorer& scorer, const RandomSet& set,
-                         const std::vector<RandomSetCase>& cases) {
+InputTable TableOfInputs(const BatchEngine& engine, const RandomSet& set, const std::vector<RandomSetCase>& cases) {
     std::map<std::string, std::size_t> columns;
     for (std::size_t i = 0; i < set.columns.size(); ++i)
         columns[set.columns[i].name] = i;
     for (std::size_t i = 0; i < set.derivedNames.size(); ++i)
         columns[set.derivedNames[i]] = set.derivedColumns[i];
     std::vector<std::string> names;
-    for (const BatchInput& input : scorer.GetInputs())
+    for (const BatchInput& input : engine.GetInputs())
         names.push_back(input.name);
     InputTable table = EmptyTable(names);
     for (std::size_t input = 0; input < names.size(); ++input) {
@@ -108,8 +107,8 @@ TEST_P(BatchesAgainstBruteForce, Agree_ForRandomSetsWithDerivedInputs) {
             const std::vector<double> scores = ScoreSetByBruteForce(plain, cases.back().codes);
             expected.matrix.insert(expected.matrix.end(), scores.begin(), scores.end());
         }
-        const SubModelBatchScorer scorer(*Parse(set.text));
-        ExpectSameScores(expected, AnswersInBatches(scorer, TableOfInputs(scorer, set, cases), {16, 5}, random));
+        const BatchEngine engine(*Parse(set.text));
+        ExpectSameScores(expected, AnswersInBatches(engine, TableOfInputs(engine, set, cases), {16, 5}, random));
     }
 }
 
@@ -126,9 +125,9 @@ TEST_P(BatchesAgainstBruteForce, Agree_WhenTargetValuesAreEqual) {
         table.columns[0].push_back(code < 0 ? CaseValue() : CaseValue(std::to_string(code)));
         Append(ScoreByBruteForce(plain, {code}), expected);
     }
-    const BatchScorer scorer(*model);
-    EXPECT_EQ(scorer.GetCategories(), (std::vector<std::string>{"a", "b", "a", "b"}));
-    ExpectSameScores(expected, AnswersInBatches(scorer, table, {16, 5}, random));
+    const BatchEngine engine(*model);
+    EXPECT_EQ(engine.GetCategories(), (std::vector<std::string>{"a", "b", "a", "b"}));
+    ExpectSameScores(expected, AnswersInBatches(engine, table, {16, 5}, random));
 }
 
 INSTANTIATE_TEST_SUITE_P(InstructionSets, BatchesAgainstBruteForce, testing::ValuesIn(InstructionSets()),

@@ -96,55 +96,39 @@ void AppendMatrix(const std::vector<double>& matrix, MatrixOrder order, const Ca
     }
 }
 
-const std::vector<std::size_t>& InputsOfReaders(const BatchScorer& scorer) {
-    return scorer.GetInputsOfPredictors();
-}
-
-const std::vector<std::size_t>& InputsOfReaders(const SubModelBatchScorer& scorer) {
-    return scorer.GetInputsOfReaders();
-}
-
-template <typename Scorer>
-RowNumber RowOf(const Scorer& scorer, std::size_t reader, const CaseValue& value) {
-    if (const auto* number = std::get_if<double>(&value)) return scorer.RowOf(reader, *number);
-    if (const auto* text = std::get_if<std::string>(&value)) return scorer.RowOf(reader, std::string_view(*text));
+RowNumber RowOf(const BatchEngine& engine, std::size_t reader, const CaseValue& value) {
+    if (const auto* number = std::get_if<double>(&value)) return engine.RowOf(reader, *number);
+    if (const auto* text = std::get_if<std::string>(&value)) return engine.RowOf(reader, std::string_view(*text));
     return missingRow;
 }
 
-template <typename Scorer, typename AnswerColumns>
-void ScoreRowsOf(const Scorer& scorer, const InputTable& table, const Call& call, const AnswerColumns& columns) {
-    std::deque<std::vector<RowNumber>> rows;
-    for (std::size_t reader = 0; reader < InputsOfReaders(scorer).size(); ++reader) {
-        const std::vector<CaseValue>& values = table.columns[InputsOfReaders(scorer)[reader]];
+void ScoreRowsOf(const BatchEngine& engine, const InputTable& table, const Call& call, const AnswerColumns& columns) {
+    std::vector<std::vector<RowNumber>> rows;
+    for (const std::string& field : engine.GetFieldsOfReaders()) {
+        const auto input = std::ranges::find(table.names, field) - table.names.begin();
+        const std::vector<CaseValue>& values = table.columns.at(static_cast<std::size_t>(input));
+        const std::size_t reader = rows.size();
         std::vector<RowNumber>& ofReader = rows.emplace_back();
         for (std::size_t i = 0; i < call.cases; ++i)
-            ofReader.push_back(RowOf(scorer, reader, values[call.first + i]));
+            ofReader.push_back(RowOf(engine, reader, values[call.first + i]));
     }
     const std::vector<std::span<const RowNumber>> lists(rows.begin(), rows.end());
-    scorer.ScoreRows(lists, call.cases, columns);
+    engine.ScoreRows(lists, call.cases, columns);
 }
 
-template <typename Scorer, typename AnswerColumns>
-void ScoreColumnsOf(const Scorer& scorer, const InputTable& table, const Call& call, const AnswerColumns& columns,
+void ScoreColumnsOf(const BatchEngine& engine, const InputTable& table, const Call& call, const AnswerColumns& columns,
                     Randomness& random) {
     std::deque<OwnedColumn> owned;
     std::vector<Column> borrowed;
     for (std::size_t input = 0; input < table.columns.size(); ++input) {
         const DictionaryMaker dictionaries{
-            [&](std::span<const std::string_view> texts) { return scorer.MakeDictionary(input, texts); },
-            [&](std::span<const double> numbers) { return scorer.MakeDictionary(input, numbers); }};
+            [&](std::span<const std::string_view> texts) { return engine.MakeDictionary(input, texts); },
+            [&](std::span<const double> numbers) { return engine.MakeDictionary(input, numbers); }};
         const std::span<const CaseValue> values(table.columns[input]);
         owned.emplace_back(values.subspan(call.first, call.cases), dictionaries, random);
         borrowed.push_back(owned.back().Get());
     }
-    scorer.Score(borrowed, call.cases, columns);
-}
-
-template <typename Scorer, typename AnswerColumns>
-void ScoreAnyhow(const Scorer& scorer, const InputTable& table, const Call& call, const AnswerColumns& columns,
-                 Randomness& random) {
-    if (OneIn(4, random)) return ScoreRowsOf(scorer, table, call, columns);
-    ScoreColumnsOf(scorer, table, call, columns, random);
+    engine.Score(borrowed, call.cases, columns);
 }
 
 std::vector<Call> CallsOf(std::size_t cases, const std::vector<std::size_t>& sizes) {
@@ -214,42 +198,32 @@ Answers AnswersOneByOne(ScoreModel& model, const InputTable& table) {
     return answers;
 }
 
-Answers AnswersInBatches(const BatchScorer& scorer, const InputTable& table, const std::vector<std::size_t>& sizes,
+Answers AnswersInBatches(const BatchEngine& engine, const InputTable& table, const std::vector<std::size_t>& sizes,
                          Randomness& random) {
     Answers answers;
-    answers.predicted.resize(table.cases, -7);
-    answers.confidence.resize(table.cases, -7.0);
-    answers.missing.resize(scorer.GetInputsOfPredictors().size());
-    answers.unknown.resize(scorer.GetInputsOfPredictors().size());
+    if (!engine.IsSet()) {
+        answers.predicted.resize(table.cases, -7);
+        answers.confidence.resize(table.cases, -7.0);
+    }
+    answers.missing.resize(engine.GetInputsOfPredictors().size());
+    answers.unknown.resize(engine.GetInputsOfPredictors().size());
     for (const Call& call : CallsOf(table.cases, sizes)) {
-        std::vector<double> matrix(call.cases * scorer.GetCategories().size(), -7.0);
-        ClassificationColumns columns;
-        columns.predicted = PartOf(answers.predicted, call);
-        columns.confidence = PartOf(answers.confidence, call);
+        std::vector<double> matrix(call.cases * engine.GetNumbersPerCase(), -7.0);
+        AnswerColumns columns;
+        if (!engine.IsSet()) {
+            columns.predicted = PartOf(answers.predicted, call);
+            columns.confidence = PartOf(answers.confidence, call);
+        }
         columns.probabilities = matrix;
         columns.probabilityOrder = RandomOrder(random);
         columns.missing = answers.missing;
         columns.unknown = answers.unknown;
-        ScoreAnyhow(scorer, table, call, columns, random);
+        if (OneIn(4, random)) {
+            ScoreRowsOf(engine, table, call, columns);
+        } else {
+            ScoreColumnsOf(engine, table, call, columns, random);
+        }
         AppendMatrix(matrix, columns.probabilityOrder, call, answers);
-    }
-    return answers;
-}
-
-Answers AnswersInBatches(const SubModelBatchScorer& scorer, const InputTable& table,
-                         const std::vector<std::size_t>& sizes, Randomness& random) {
-    Answers answers;
-    answers.missing.resize(scorer.GetNumPredictors());
-    answers.unknown.resize(scorer.GetNumPredictors());
-    for (const Call& call : CallsOf(table.cases, sizes)) {
-        std::vector<double> matrix(call.cases * scorer.GetSubModels().size(), -7.0);
-        SubModelColumns columns;
-        columns.scores = matrix;
-        columns.scoreOrder = RandomOrder(random);
-        columns.missing = answers.missing;
-        columns.unknown = answers.unknown;
-        ScoreAnyhow(scorer, table, call, columns, random);
-        AppendMatrix(matrix, columns.scoreOrder, call, answers);
     }
     return answers;
 }

@@ -5,9 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "batch/BatchScorer.h"
+#include "batch/BatchEngine.h"
 #include "batch/InputTable.h"
-#include "batch/SubModelBatchScorer.h"
 #include "cases/RandomDraws.h"
 #include "framework/ModelTables.h"
 #include "framework/ScoreModel.h"
@@ -19,7 +18,7 @@
 namespace nbscore::test {
 
 struct Answers {
-    /// Of a single classifier, and its categories.
+    /// Of a single classifier.
     std::vector<std::int32_t> predicted;
     std::vector<double> confidence;
     /// Probabilities or scores, case by case.
@@ -39,10 +38,8 @@ Answers AnswersOneByOne(ScoreModel& model, const InputTable& table);
 
 /// Scores the cases in calls that take so many of them each, one after the other, the last call the rest. Columns have
 /// shapes drawn at random, the matrix either order, and now and then the rows of all values are told beforehand.
-Answers AnswersInBatches(const BatchScorer& scorer, const InputTable& table, const std::vector<std::size_t>& sizes,
+Answers AnswersInBatches(const BatchEngine& engine, const InputTable& table, const std::vector<std::size_t>& sizes,
                          Randomness& random);
-Answers AnswersInBatches(const SubModelBatchScorer& scorer, const InputTable& table,
-                         const std::vector<std::size_t>& sizes, Randomness& random);
 
 /// Where the bits of two answers first differ, for a message; empty where they are the same. All NaNs count as one:
 /// which of them arithmetic gives is the processor's affair.

@@ -2,51 +2,38 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <string>
 #include <vector>
 
 #include "batch/Answers.h"
-#include "batch/BatchScorer.h"
 #include "batch/DrawnTable.h"
-#include "batch/SubModelBatchScorer.h"
 #include "framework/ModelSelfTables.h"
 #include "support/InThreads.h"
 
 namespace nbscore::test {
 namespace {
 
-template <typename Scorer>
-void ExpectInputs(const Scorer& scorer, const InputTable& table) {
-    ASSERT_EQ(scorer.GetInputs().size(), table.names.size());
+void ExpectInputs(const BatchEngine& engine, const InputTable& table) {
+    ASSERT_EQ(engine.GetInputs().size(), table.names.size());
     for (std::size_t input = 0; input < table.names.size(); ++input) {
-        EXPECT_EQ(scorer.GetInputs()[input].name, table.names[input]);
+        EXPECT_EQ(engine.GetInputs()[input].name, table.names[input]);
     }
-}
-
-template <typename Scorer>
-void ExpectAnswers(const Scorer& scorer, const InputTable& table, const Answers& expected, Randomness& random) {
-    static const std::vector<std::size_t> odd = {1, 2, 15, 16, 17, 3, 100, 31, 8, 1, 64, 5};
-    ExpectInputs(scorer, table);
-    if (testing::Test::HasFatalFailure()) return;
-    EXPECT_EQ(FirstDifference(expected, AnswersInBatches(scorer, table, {}, random)), "");
-    EXPECT_EQ(FirstDifference(expected, AnswersInBatches(scorer, table, odd, random)), "");
-    if (!OneIn(3, random)) return;
-    const Randomness::result_type seed = random();
-    const std::vector<int> differing = InThreads([&](int) {
-        const Scorer copy = scorer;
-        Randomness own(seed);
-        return FirstDifference(expected, AnswersInBatches(copy, table, odd, own)).empty() ? 0 : 1;
-    });
-    EXPECT_EQ(differing, std::vector<int>(4, 0));
 }
 
 void ExpectAnswersOf(const ScoreModel& model, const InputTable& table, const Answers& expected, Randomness& random) {
-    if (dynamic_cast<const ModelSelfTables&>(model).GetTables().isSet) {
-        ExpectAnswers(SubModelBatchScorer(model), table, expected, random);
-    } else {
-        ExpectAnswers(BatchScorer(model), table, expected, random);
-    }
+    static const std::vector<std::size_t> odd = {1, 2, 15, 16, 17, 3, 100, 31, 8, 1, 64, 5};
+    const BatchEngine engine(model);
+    ExpectInputs(engine, table);
+    if (testing::Test::HasFatalFailure()) return;
+    EXPECT_EQ(FirstDifference(expected, AnswersInBatches(engine, table, {}, random)), "");
+    EXPECT_EQ(FirstDifference(expected, AnswersInBatches(engine, table, odd, random)), "");
+    if (!OneIn(3, random)) return;
+    const Randomness::result_type seed = random();
+    const std::vector<int> differing = InThreads([&](int) {
+        Randomness own(seed);
+        return FirstDifference(expected, AnswersInBatches(engine, table, odd, own)).empty() ? 0 : 1;
+    });
+    EXPECT_EQ(differing, std::vector<int>(4, 0));
 }
 
 }  // namespace

@@ -24,8 +24,17 @@ std::unique_ptr<NaiveBayesModel> Weather() {
                            {{"outlook", {"sunny", "rain"}, {{3, 1}, {2, 2}}}, {"wind", {"weak"}, {{5, 3}}}});
 }
 
+/// Offers of which one reads nothing and has a prior of zero.
+std::unique_ptr<SelfLearningModel> Offers() {
+    const test::PredictorPart age{"age", {"young", "old"}, {{1, 3}, {4, 2}}};
+    const test::PredictorPart town{"town", {"coast"}, {{2, 2}}};
+    return test::MakeSet(
+        test::TextVariable("answer", {"no", "yes"}),
+        {{"card", 0.5, {5, 3}, {age, town}}, {"loan", -2.0, {2, 6}, {}}, {"phone", 0.5, {4, 4}, {town}}});
+}
+
 /// The columns of two sunny cases without wind.
-class BatchScorerTest : public testing::Test {
+class ScorerOfOne : public testing::Test {
 protected:
     const BatchScorer scorer{*Weather()};
     const std::vector<std::string_view> outlooks = {"sunny", "sunny"};
@@ -35,17 +44,19 @@ protected:
     std::vector<double> probabilities = {-7, -7, -7, -7};
 };
 
-TEST_F(BatchScorerTest, TellsItsInputsAndCategories) {
+TEST_F(ScorerOfOne, TellsItsInputsAndCategories) {
+    EXPECT_FALSE(scorer.IsSet());
     ASSERT_EQ(scorer.GetInputs().size(), 2u);
     EXPECT_EQ(scorer.GetInputs()[0].name, "outlook");
     EXPECT_EQ(scorer.GetInputs()[1].name, "wind");
     EXPECT_EQ(scorer.GetInputs()[1].kind, PredictorTables::Texts);
     EXPECT_THAT(scorer.GetInputsOfPredictors(), ElementsAre(0u, 1u));
     EXPECT_THAT(scorer.GetCategories(), ElementsAre("yes", "no"));
+    EXPECT_THAT(scorer.GetSubModels(), ElementsAre());
 }
 
-TEST_F(BatchScorerTest, ScoresByHand) {
-    ClassificationColumns answers;
+TEST_F(ScorerOfOne, ScoresByHand) {
+    AnswerColumns answers;
     answers.predicted = predicted;
     answers.confidence = confidence;
     answers.probabilities = probabilities;
@@ -57,21 +68,21 @@ TEST_F(BatchScorerTest, ScoresByHand) {
     EXPECT_THAT(confidence, ElementsAre(yes / (yes + no), yes / (yes + no)));
 }
 
-TEST_F(BatchScorerTest, WritesOnlyWhatIsAskedFor) {
+TEST_F(ScorerOfOne, WritesOnlyWhatIsAskedFor) {
     scorer.Score(columns, 2, {});
-    ClassificationColumns answers;
+    AnswerColumns answers;
     answers.confidence = confidence;
     scorer.Score(columns, 2, answers);
     EXPECT_THAT(predicted, ElementsAre(-7, -7));
     EXPECT_GT(confidence[1], 0.0);
 }
 
-TEST_F(BatchScorerTest, AddsToItsCounters) {
+TEST_F(ScorerOfOne, AddsToItsCounters) {
     std::vector<std::uint64_t> missing = {10, 20};
     std::vector<std::uint64_t> unknown = {30, 40};
     const std::vector<std::string_view> snow = {"snow", "rain"};
     const std::vector<Column> withSnow = {TextViewColumn{snow, {}}, AbsentColumn{}};
-    ClassificationColumns answers;
+    AnswerColumns answers;
     answers.missing = missing;
     answers.unknown = unknown;
     scorer.Score(withSnow, 2, answers);
@@ -79,69 +90,144 @@ TEST_F(BatchScorerTest, AddsToItsCounters) {
     EXPECT_THAT(unknown, ElementsAre(31, 40));
 }
 
-TEST_F(BatchScorerTest, ScoresNoCases) {
-    const std::vector<Column> none = {AbsentColumn{}, AbsentColumn{}};
-    EXPECT_NO_THROW(scorer.Score(none, 0, {}));
+/// The columns of two cases of which one says something to one of the offers.
+class ScorerOfASet : public testing::Test {
+protected:
+    const BatchScorer scorer{*Offers()};
+    const std::vector<std::string_view> ages = {"young", "unheard of"};
+    const std::vector<Column> columns = {TextViewColumn{ages, {}}, AbsentColumn{}};
+    std::vector<double> scores = std::vector<double>(6, -7.0);
+};
+
+TEST_F(ScorerOfASet, TellsItsInputsAndSubModels) {
+    EXPECT_TRUE(scorer.IsSet());
+    ASSERT_EQ(scorer.GetInputs().size(), 2u);
+    EXPECT_EQ(scorer.GetInputs()[0].name, "age");
+    EXPECT_EQ(scorer.GetInputs()[1].name, "town");
+    EXPECT_THAT(scorer.GetSubModels(), ElementsAre("card", "loan", "phone"));
+    EXPECT_THAT(scorer.GetInputsOfPredictors(), ElementsAre(0u, 1u, 1u));
+    EXPECT_THAT(scorer.GetCategories(), ElementsAre());
 }
 
-TEST_F(BatchScorerTest, RefusesAnswersAndColumnsThatDoNotFit) {
-    const std::vector<Column> one = {AbsentColumn{}};
-    EXPECT_THROW(scorer.Score(one, 2, {}), std::invalid_argument);
+TEST_F(ScorerOfASet, ScoresByHand_InBothOrders) {
+    const double no = ((0.5 + 5) / (2 * 0.5 + 1 / 0.5)) * ((0.5 + 1) / (2 * 0.5 + 5));
+    const double yes = ((0.5 + 3) / (2 * 0.5 + 1 / 0.5)) * ((0.5 + 3) / (2 * 0.5 + 5));
+    const double young = yes / (no + yes);
+    const double cardPrior = (0.5 + 3) / (2 * 0.5 + 1 / 0.5);
+    const double phonePrior = (0.5 + 4) / (2 * 0.5 + 1 / 0.5);
+    const double loanPrior = (-2.0 + 6) / (2 * -2.0 + 1 / -2.0);
+    AnswerColumns answers;
+    answers.probabilities = scores;
+    scorer.Score(columns, 2, answers);
+    EXPECT_THAT(scores, ElementsAre(young, loanPrior, phonePrior, cardPrior, loanPrior, phonePrior));
+    answers.probabilityOrder = MatrixOrder::ColumnByColumn;
+    scorer.Score(columns, 2, answers);
+    EXPECT_THAT(scores, ElementsAre(young, cardPrior, loanPrior, loanPrior, phonePrior, phonePrior));
+}
+
+TEST_F(ScorerOfASet, CountsForEachPredictorOfEachSubModel) {
+    std::vector<std::uint64_t> missing = {1, 1, 1};
+    std::vector<std::uint64_t> unknown = {1, 1, 1};
+    AnswerColumns answers;
+    answers.missing = missing;
+    answers.unknown = unknown;
+    scorer.Score(columns, 2, answers);
+    EXPECT_THAT(missing, ElementsAre(1, 3, 3));
+    EXPECT_THAT(unknown, ElementsAre(2, 1, 1));
+}
+
+TEST_F(ScorerOfASet, RefusesToPredict) {
+    std::vector<std::int32_t> predicted(2);
+    std::vector<double> confidence(2);
+    AnswerColumns answers;
+    answers.predicted = predicted;
+    EXPECT_THAT([&] { scorer.Score(columns, 2, answers); },
+                ThrowsMessage<std::invalid_argument>(HasSubstr("no prediction")));
+    answers = {};
+    answers.confidence = confidence;
+    EXPECT_THROW(scorer.Score(columns, 2, answers), std::invalid_argument);
+}
+
+TEST(BatchScorer, HasNoScores_WithoutSubModels) {
+    const auto set = test::MakeSet(test::TextVariable("answer", {"no", "yes"}), {});
+    const BatchScorer scorer(*set);
+    EXPECT_TRUE(scorer.GetSubModels().empty());
+    std::vector<double> one(1);
+    AnswerColumns answers;
+    EXPECT_NO_THROW(scorer.Score({}, 5, answers));
+    answers.probabilities = one;
+    EXPECT_THROW(scorer.Score({}, 5, answers), std::invalid_argument);
+}
+
+/// A scorer of either kind, which reads texts in its first column and in another one.
+class ScorerOfAnyKind : public testing::TestWithParam<bool> {
+protected:
+    static std::unique_ptr<ScoreModel> MakeModel() {
+        if (GetParam()) return Offers();
+        return Weather();
+    }
+    /// Two cases, with the first column's values as codes.
+    static std::vector<Column> Coded(const InputDictionary& dictionary) {
+        static const std::vector<std::int16_t> codes = {0, 1};
+        return {CodeColumn<std::int16_t>{codes, &dictionary, {}}, AbsentColumn{}};
+    }
+
+    const std::unique_ptr<ScoreModel> model = MakeModel();
+    const BatchScorer scorer{*model};
+    const std::vector<Column> absent = std::vector<Column>(2);
+    const std::vector<std::string_view> words = {"young", "rain"};
+};
+
+TEST_P(ScorerOfAnyKind, ScoresNoCases) {
+    EXPECT_NO_THROW(scorer.Score(absent, 0, {}));
+}
+
+TEST_P(ScorerOfAnyKind, RefusesAnswersAndColumnsThatDoNotFit) {
+    const std::vector<std::string_view> two = {"sunny", "sunny"};
+    const std::vector<Column> columns = {TextViewColumn{two, {}}, AbsentColumn{}};
+    EXPECT_THROW(scorer.Score({}, 2, {}), std::invalid_argument);
+    EXPECT_THROW(scorer.Score(std::vector<Column>(1), 2, {}), std::invalid_argument);
     EXPECT_THROW(scorer.Score(columns, 3, {}), std::invalid_argument);
-    ClassificationColumns answers;
-    answers.probabilities = confidence;
+    std::vector<double> five(5);
+    AnswerColumns answers;
+    answers.probabilities = five;
     EXPECT_THROW(scorer.Score(columns, 2, answers), std::invalid_argument);
-    std::vector<std::uint64_t> one64(1);
+    std::vector<std::uint64_t> one(1);
     answers = {};
-    answers.missing = one64;
+    answers.missing = one;
     EXPECT_THROW(scorer.Score(columns, 2, answers), std::invalid_argument);
     answers = {};
-    answers.unknown = one64;
+    answers.unknown = one;
     EXPECT_THROW(scorer.Score(columns, 2, answers), std::invalid_argument);
 }
 
-TEST_F(BatchScorerTest, TakesDictionariesOfItsCopies_AndOfNoOther) {
-    const std::vector<std::string_view> words = {"rain", "snow"};
-    const std::vector<std::int16_t> codes = {0, 1};
+TEST_P(ScorerOfAnyKind, TakesDictionariesOfItsCopies_AndOfNoOther) {
     const InputDictionary own = BatchScorer(scorer).MakeDictionary(0, words);
-    const InputDictionary foreign = BatchScorer(*Weather()).MakeDictionary(0, words);
+    const InputDictionary foreign = BatchScorer(*model).MakeDictionary(0, words);
+    const InputDictionary ofAnotherInput = scorer.MakeDictionary(1, words);
     EXPECT_EQ(own.GetSize(), 2u);
-    const auto score = [&](const InputDictionary& dictionary) {
-        const std::vector<Column> coded = {CodeColumn<std::int16_t>{codes, &dictionary, {}}, AbsentColumn{}};
-        scorer.Score(coded, 2, {});
-    };
-    EXPECT_NO_THROW(score(own));
-    EXPECT_THROW(score(foreign), std::invalid_argument);
-    EXPECT_THROW(scorer.MakeDictionary(2, words), std::out_of_range);
+    EXPECT_NO_THROW(scorer.Score(Coded(own), 2, {}));
+    EXPECT_THROW(scorer.Score(Coded(foreign), 2, {}), std::invalid_argument);
+    EXPECT_THROW(scorer.Score(Coded(ofAnotherInput), 2, {}), std::invalid_argument);
 }
 
-TEST(BatchScorer, RefusesDictionariesOfAScorerThatIsGone_WhereverItsSuccessorsStand) {
-    const auto model = Weather();
-    const std::vector<std::string_view> words = {"rain", "snow"};
-    const std::vector<std::int16_t> codes = {0, 1};
+TEST_P(ScorerOfAnyKind, RefusesDictionariesOfAScorerThatIsGone_WhereverItsSuccessorsStand) {
     std::optional<BatchScorer> gone(*model);
     const InputDictionary dictionary = gone->MakeDictionary(0, words);
+    EXPECT_NO_THROW(gone->Score(Coded(dictionary), 2, {}));
     gone.reset();
-    const std::vector<Column> coded = {CodeColumn<std::int16_t>{codes, &dictionary, {}}, AbsentColumn{}};
     // Each has the memory that the one before gave back.
     for (int number = 0; number < 100; ++number)
-        EXPECT_THROW(BatchScorer(*model).Score(coded, 2, {}), std::invalid_argument);
+        EXPECT_THROW(BatchScorer(*model).Score(Coded(dictionary), 2, {}), std::invalid_argument);
 }
 
-TEST_F(BatchScorerTest, RefusesReadersAndRowsThatThereAreNot) {
-    EXPECT_EQ(scorer.RowOf(0, "rain"), 3u);
-    EXPECT_THROW(scorer.RowOf(2, "rain"), std::out_of_range);
-    const std::vector<RowNumber> known = {3};
-    const std::vector<RowNumber> unknown = {4};
-    EXPECT_THROW(scorer.ScoreRows(std::vector<std::span<const RowNumber>>{unknown, known}, 1, {}), std::out_of_range);
-    EXPECT_THROW(scorer.ScoreRows(std::vector<std::span<const RowNumber>>{known}, 1, {}), std::invalid_argument);
+TEST_P(ScorerOfAnyKind, RefusesInputsThatDoNotExist) {
+    EXPECT_NO_THROW(scorer.MakeDictionary(1, words));
+    EXPECT_THROW(scorer.MakeDictionary(2, words), std::out_of_range);
+    EXPECT_THROW(scorer.MakeDictionary(2, std::vector<double>{1.0}), std::out_of_range);
 }
 
-TEST(BatchScorer, RefusesASet) {
-    const auto set = test::MakeSet(test::TextVariable("answer", {"no", "yes"}), {});
-    EXPECT_THAT([&] { BatchScorer scorer(*set); },
-                ThrowsMessage<std::invalid_argument>(HasSubstr("set of sub-models")));
-}
+INSTANTIATE_TEST_SUITE_P(BothKinds, ScorerOfAnyKind, testing::Bool());
 
 TEST(BatchScorer, RefusesAModelThatCannotScoreEveryCase) {
     const NaiveBayesModel empty;
@@ -168,7 +254,7 @@ TEST(BatchScorer, AnswersAsTheModelDoes_WhenAVariableDoesNotCallTheSystemMissing
     model.SetPredCounts(0, {{3, 1}, {0, 2}});
     const std::vector<double> ages = {NumericValue::GetSysmisValue()};
     std::vector<double> probabilities(2);
-    ClassificationColumns answers;
+    AnswerColumns answers;
     answers.probabilities = probabilities;
     BatchScorer(model).Score(std::vector<Column>{NumberColumn{ages, {}}}, 1, answers);
     test::NamedRecord record;

@@ -1,4 +1,4 @@
-#include "batch/BinRows.h"
+#include "batch/KnownRows.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -7,7 +7,7 @@
 #include <limits>
 #include <vector>
 
-#include "naivebayes/BinSearch.h"
+#include "naivebayes/NBinningEncoder.h"
 
 namespace nbscore {
 namespace {

@@ -1,4 +1,4 @@
-#include "batch/CodeMapping.h"
+#include "batch/Loops.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "batch/DeclaredMissing.h"
+#include "batch/ValueRows.h"
 
 #include <gtest/gtest.h>
 

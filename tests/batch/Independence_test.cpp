@@ -17,10 +17,9 @@ namespace nbscore::test {
 namespace {
 
 /// Reads the document, makes a scorer, draws cases, and scores them when the plug-in has left the process.
-template <typename Scorer>
 void ExpectScoredWithoutPlugin(const std::string& document, Randomness& random) {
     ASSERT_FALSE(LoadedPlugin::IsInProcess());
-    std::optional<Scorer> scorer;
+    std::optional<BatchEngine> engine;
     InputTable table;
     Answers expected;
     {
@@ -29,22 +28,22 @@ void ExpectScoredWithoutPlugin(const std::string& document, Randomness& random) 
         const std::unique_ptr<ScoreModel> model(plugin.MakeTranslator()->ParseFromTree(source, "UTF-8"));
         table = DrawTable(dynamic_cast<const ModelSelfTables&>(*model).GetTables(), 50, random);
         expected = AnswersOneByOne(*model, table);
-        scorer.emplace(*model);
+        engine.emplace(*model);
     }
     ASSERT_FALSE(LoadedPlugin::IsInProcess());
-    EXPECT_EQ(FirstDifference(expected, AnswersInBatches(*scorer, table, {17}, random)), "");
+    EXPECT_EQ(FirstDifference(expected, AnswersInBatches(*engine, table, {17}, random)), "");
 }
 
 TEST(ScorerIndependence, HoldsForASingleClassifier_WhosePluginIsGone) {
     Randomness random(1);
     for (int number = 0; number < 20 && !HasFailure(); ++number)
-        ExpectScoredWithoutPlugin<BatchScorer>(MakeRandomDocument(random).text, random);
+        ExpectScoredWithoutPlugin(MakeRandomDocument(random).text, random);
 }
 
 TEST(ScorerIndependence, HoldsForASet_WhosePluginIsGone) {
     Randomness random(2);
     for (int number = 0; number < 20 && !HasFailure(); ++number)
-        ExpectScoredWithoutPlugin<SubModelBatchScorer>(MakeRandomSet(random).text, random);
+        ExpectScoredWithoutPlugin(MakeRandomSet(random).text, random);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "batch/NumberRows.h"
+#include "batch/KnownRows.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

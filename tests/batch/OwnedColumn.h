@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "batch/Column.h"
-#include "batch/InputDictionary.h"
 #include "batch/InputTable.h"
 #include "cases/RandomDraws.h"
 

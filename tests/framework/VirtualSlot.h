@@ -1,8 +1,11 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <array>
 #include <cstddef>
 #include <cstring>
+#include <vector>
 
 /// Where in a virtual table an operation stands can be read off a pointer to it under the Itanium C++ ABI on
 /// x86-64: the first word of a pointer to a virtual operation is 1 plus the offset in the table.
@@ -23,4 +26,13 @@ std::ptrdiff_t VirtualSlot(Operation operation) {
     std::memcpy(words.data(), &operation, sizeof words);
     const bool isVirtual = (words[0] & 1) != 0;
     return isVirtual ? (words[0] - 1) / static_cast<std::ptrdiff_t>(sizeof(void*)) : -1;
+}
+
+/// Expects operations to stand one behind the other, from the one behind the destructor on.
+template <class... Operations>
+void ExpectInOrder(Operations... operations) {
+    if (!virtualSlotsAreKnown) GTEST_SKIP() << "pointers to operations do not tell their slot on this platform";
+    const std::vector<std::ptrdiff_t> slots{VirtualSlot(operations)...};
+    for (std::size_t i = 0; i < slots.size(); ++i)
+        EXPECT_EQ(slots[i], firstSlotAfterDestructor + static_cast<std::ptrdiff_t>(i)) << "operation " << i;
 }

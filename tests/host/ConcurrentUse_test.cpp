@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "batch/BatchScorer.h"
-#include "batch/SubModelBatchScorer.h"
 #include "document/SourceDocument.h"
 #include "framework/NumberText.h"
 #include "host/LoadedModel.h"
@@ -100,9 +99,7 @@ std::string Look(LoadedModel& model, const Example&) {
     model.Get().Display(out);
     // Whether positions are noted yet depends on the other threads.
     const bool isWhole = out.str().find("Dict var index set up? ") != std::string::npos;
-    const bool isSet = model.Get().GetModelType() == ScoreModel::SelfLearningModel;
-    const std::size_t inputs =
-        isSet ? SubModelBatchScorer(model.Get()).GetInputs().size() : BatchScorer(model.Get()).GetInputs().size();
+    const std::size_t inputs = BatchScorer(model.Get()).GetInputs().size();
     return std::to_string(inputs) + (isWhole ? " inputs" : " inputs, cut off");
 }
 

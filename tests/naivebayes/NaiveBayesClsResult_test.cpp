@@ -8,10 +8,12 @@
 
 #include "CountedValue.h"
 #include "ModelParts.h"
+#include "support/InThreads.h"
 
 namespace {
 
 using nbscore::test::CountedValue;
+using nbscore::test::InThreads;
 using nbscore::test::TextVariable;
 
 TEST(NaiveBayesClsResult, HoldsNothing_WhenNew) {
@@ -184,6 +186,24 @@ TEST(NaiveBayesClsResult, FindsEveryCategory_WhenCopiedOrMovedWithALongList) {
     }
     EXPECT_EQ(copy.GetAllValuePercent().size(), 200u);
     EXPECT_EQ(copy.GetAllValuePercent()[150].second, -150);
+}
+
+TEST(NaiveBayesClsResult, MayBeReadByManyThreads) {
+    std::vector<std::unique_ptr<ScoreValue>> values;
+    NaiveBayesClsResult result(nullptr);
+    for (int i = 0; i < 100; ++i) {
+        values.push_back(std::make_unique<NumericValue>(i));
+        result.AddValuePercent(values.back().get(), i);
+    }
+    const std::vector<int> found = InThreads([&result](int) {
+        int count = 0;
+        for (int i = 0; i < 100; ++i) {
+            const NumericValue value(i);
+            if (result.GetPercent(&value) == i) ++count;
+        }
+        return count;
+    });
+    EXPECT_EQ(found, std::vector<int>(found.size(), 100));
 }
 
 }  // namespace

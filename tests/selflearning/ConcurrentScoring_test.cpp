@@ -1,25 +1,22 @@
-#include <gtest/gtest.h>
-
 #include <functional>
 
 #include "framework/transform/DerivedDocument.h"
 #include "naivebayes/ForeignVariable.h"
-#include "selflearning/SetParts.h"
+#include "selflearning/EitherModel.h"
 #include "support/InThreads.h"
 
 namespace {
 
-using nbscore::test::Descriptors;
-using nbscore::test::DisplayText;
+using nbscore::test::EitherModel;
 using nbscore::test::ForeignVariable;
 using nbscore::test::InThreads;
-using nbscore::test::MakeSet;
 using nbscore::test::NamedRecord;
-using nbscore::test::Scores;
+using nbscore::test::NameOfKind;
 using nbscore::test::TextRecord;
-using nbscore::test::TextVariable;
 
 const std::vector<std::string> categories{"1", "2", "3"};
+const NBayesInputBase::Matrix countsOfX{{1, 2}, {3, 1}, {1, 1}};
+const NBayesInputBase::Matrix countsOfS{{0, 2}, {4, 1}, {1, 1}};
 
 BaseCaseRecord NumberedCase(int number) {
     BaseCaseRecord record({"x", "s"});
@@ -34,151 +31,152 @@ NamedRecord WithoutPositions(const BaseCaseRecord& record) {
     return TextRecord({{"x", record.GetValueByName("x")->GetString()}, {"s", record.GetValueByName("s")->GetString()}});
 }
 
-using SetPointer = std::unique_ptr<SelfLearningModel>;
-
-SetPointer PlainSet() {
-    return MakeSet(TextVariable("t", {"yes", "no"}),
-                   {{"a", 0.01, {5, 4}, {{"x", categories, {{1, 2}, {3, 1}, {1, 1}}}}},
-                    {"b", 0.5, {5, 4}, {{"s", categories, {{0, 2}, {4, 1}, {1, 1}}}}}});
-}
-
-/// A set with a sub-model for each of two variables, whose counts are the same.
-/// @param variableOf the variable of a name.
-template <typename VariableOf>
-SetPointer SetOf(const std::vector<std::string>& names, const VariableOf& variableOf) {
-    static const auto target = TextVariable("t", {"yes", "no"});
-    auto set = std::make_unique<SelfLearningModel>();
-    set->SetNumOfModels(static_cast<int>(names.size()));
-    set->SetTargetVar(target.get());
-    int model = 0;
-    for (const std::string& name : names) {
-        set->SetThreshold(0.01);
-        set->SetTargetCounts({5, 4});
-        set->AddPredictorVar(model, name, variableOf(name));
-        set->AddEncoder(model, 0, new NBCatStringEncoder(categories));
-        set->SetPredCounts(model, 0, {{0, 2}, {4, 1}, {1, 1}});
-        ++model;
-    }
-    set->SetPredictorVarNames({"x", "s"});
-    return set;
+EitherModel PlainModel(bool isSet) {
+    EitherModel model(isSet, 0.5, {5, 4});
+    model.AddTextPredictor({"x", categories, countsOfX});
+    model.AddTextPredictor({"s", categories, countsOfS});
+    return model;
 }
 
 /// Variables are of a class that the framework does not know.
-SetPointer SetOfForeignVariables() {
-    auto dictionary = std::make_unique<BaseDictionary>();
-    auto set = SetOf({"x", "s"}, [&dictionary](const std::string& name) {
-        dictionary->AddVar(name, new ForeignVariable(name));
-        return dictionary->GetVar(name);
-    });
-    set->SetScoreDictionary(dictionary.release());
-    return set;
+EitherModel ModelOfForeignVariables(bool isSet) {
+    EitherModel model(isSet, 0.5, {5, 4});
+    model.AddPredictor(std::make_unique<ForeignVariable>("x"), new NBCatStringEncoder(categories), countsOfX);
+    model.AddPredictor(std::make_unique<ForeignVariable>("s"), new NBCatStringEncoder(categories), countsOfS);
+    return model;
 }
 
 /// Its inputs are computed from the case's fields.
-SetPointer SetOfDerivedFields() {
+EitherModel ModelOfDerivedFields(bool isSet) {
     DerivedDocument document(
         caseFields,
         "<DerivedField name='size' optype='categorical' dataType='string'><FieldRef field='x'/></DerivedField>"
         "<DerivedField name='copy' optype='categorical' dataType='string'><FieldRef field='s'/></DerivedField>");
-    auto set = SetOf({"size", "copy"}, [&document](const std::string& name) { return document.derived->GetVar(name); });
-    set->SetNeedDerivedPredictor(true);
-    set->SetScoreDictionary(document.data.release());
-    set->SetTransformationScoreDictionary(document.derived.release());
-    return set;
+    EitherModel model(isSet, 0.5, {5, 4});
+    model.AddPredictor(*document.derived->GetVar("size"), new NBCatStringEncoder(categories), countsOfX);
+    model.AddPredictor(*document.derived->GetVar("copy"), new NBCatStringEncoder(categories), countsOfS);
+    model.SetNeedDerivedPredictor(true);
+    std::vector<ScoreDictVar*> fields;
+    document.data->GetAllVars(fields);
+    for (const ScoreDictVar* field : fields)
+        model.AddField(std::unique_ptr<ScoreDictVar>(field->Clone()));
+    model.Get().SetTransformationScoreDictionary(document.derived.release());
+    return model;
 }
 
 constexpr int numCases = 9;
 
-std::vector<std::vector<double>> ExpectedOf(SelfLearningModel& set) {
-    std::vector<std::vector<double>> expected;
+using Expected = std::vector<std::vector<double>>;
+
+Expected ExpectedOf(const EitherModel& model) {
+    Expected expected;
+    std::unique_ptr<ScoreResult> result;
     for (int number = 0; number < numCases; ++number)
-        expected.push_back(Scores(set, NumberedCase(number)));
+        expected.push_back(model.ScoreAll(NumberedCase(number), result));
     EXPECT_NE(expected[0], expected[1]);
     EXPECT_NE(expected[0], expected[3]);
     return expected;
 }
 
-/// What a thread does with a set that nobody has scored with; answers how much it finds wrong.
-using ThreadTask = std::function<int(SelfLearningModel&, const std::vector<std::vector<double>>&, int)>;
+const std::vector<double>& Wanted(const Expected& expected, int number) {
+    return expected.at(static_cast<std::size_t>(number % numCases));
+}
 
-int ScoreByPosition(SelfLearningModel& set, const std::vector<std::vector<double>>& expected, int) {
+/// What a thread does with a model that nobody has scored with; answers how much it finds wrong.
+using ThreadTask = std::function<int(const EitherModel&, const Expected&, int)>;
+
+int ScoreByPosition(const EitherModel& model, const Expected& expected, int) {
+    std::unique_ptr<ScoreResult> result;
     int different = 0;
     for (int number = 0; number < 3 * numCases; ++number) {
-        if (Scores(set, NumberedCase(number)) != expected.at(static_cast<std::size_t>(number % numCases))) ++different;
+        if (model.ScoreAll(NumberedCase(number), result) != Wanted(expected, number)) ++different;
     }
     return different;
 }
 
 /// Threads of odd numbers begin with a record that has no positions.
-int ScoreBothWays(SelfLearningModel& set, const std::vector<std::vector<double>>& expected, int thread) {
+int ScoreBothWays(const EitherModel& model, const Expected& expected, int thread) {
+    std::unique_ptr<ScoreResult> result;
     int different = 0;
     for (int number = 0; number < 3 * numCases; ++number) {
         const BaseCaseRecord record = NumberedCase(number);
         const bool byPosition = (number + thread) % 2 == 0;
-        const auto scores = byPosition ? Scores(set, record) : Scores(set, WithoutPositions(record));
-        if (scores != expected.at(static_cast<std::size_t>(number % numCases))) ++different;
+        const auto scored =
+            byPosition ? model.ScoreAll(record, result) : model.ScoreAll(WithoutPositions(record), result);
+        if (scored != Wanted(expected, number)) ++different;
     }
     return different;
 }
 
 /// Threads of odd numbers ask for one sub-model's scores, the others for all.
-int ScoreOneOrAll(SelfLearningModel& set, const std::vector<std::vector<double>>& expected, int thread) {
-    if (thread % 2 == 0) return ScoreByPosition(set, expected, thread);
+int ScoreOneOrAll(const EitherModel& model, const Expected& expected, int thread) {
+    if (thread % 2 == 0) return ScoreByPosition(model, expected, thread);
     int different = 0;
     for (int number = 0; number < 3 * numCases; ++number) {
         const BaseCaseRecord record = NumberedCase(number);
-        const double score = set.ScoreSubModel(&record, 1, false);
-        if (score != expected.at(static_cast<std::size_t>(number % numCases)).at(1)) ++different;
+        if (model.GetSet().ScoreSubModel(&record, 1, false) != Wanted(expected, number).at(1)) ++different;
     }
     return different;
 }
 
-/// Threads of odd numbers look at the set from all sides.
-int ScoreAndLook(SelfLearningModel& set, const std::vector<std::vector<double>>& expected, int thread) {
-    if (thread % 2 == 0) return ScoreByPosition(set, expected, thread);
-    const bool hasFlag = DisplayText(set).find("Dict var index set up? ") != std::string::npos;
-    const std::unique_ptr<ScoreDictionary> predictors(set.GetVarsOfRole(ScoreModel::PredictorRole));
-    const double prior = set.GetTables().classifiers.back().priors.front();
-    const bool isRight = hasFlag && predictors != nullptr && set.FindScoringObstacle().empty() &&
-                         set.Describe().classifiers.size() == 2 && prior == (0.5 + 5) / (2 * 0.5 + 1 / 0.5);
+/// Threads of odd numbers look at the model from all sides.
+int ScoreAndLook(const EitherModel& model, const Expected& expected, int thread) {
+    if (thread % 2 == 0) return ScoreByPosition(model, expected, thread);
+    const bool hasFlag = model.Display().find("Dict var index set up? ") != std::string::npos;
+    const std::unique_ptr<ScoreDictionary> predictors(model.Get().GetVarsOfRole(ScoreModel::PredictorRole));
+    const nbscore::ModelTables tables = model.As<ModelSelfTables>().GetTables();
+    const bool isRight = hasFlag && predictors != nullptr && model.As<ModelSelfCheck>().FindScoringObstacle().empty() &&
+                         model.As<ModelSelfDescription>().Describe().classifiers.size() == (model.IsSet() ? 2 : 1) &&
+                         tables.classifiers.back().predictors.size() == 2 &&
+                         tables.classifiers.back().priors.front() == (0.5 + 5) / (2 * 0.5 + 1 / 0.5);
     return isRight ? 0 : 1;
 }
 
-/// Every round has a set of its own: there is but one first call of each.
-void ExpectTheSameInThreads(const std::function<SetPointer()>& make, const ThreadTask& task) {
-    const std::vector<std::vector<double>> expected = ExpectedOf(*make());
-    for (int round = 0; round < 30; ++round) {
-        const SetPointer set = make();
-        set->SetVarRole("x", ScoreModel::PredictorRole);
-        const std::vector<int> wrong = InThreads([&](int thread) { return task(*set, expected, thread); });
-        EXPECT_EQ(wrong, std::vector<int>(wrong.size(), 0)) << "round " << round;
+class ConcurrentScoring : public ::testing::TestWithParam<bool> {
+protected:
+    /// Every round has a model of its own: there is but one first call of each.
+    static void ExpectTheSameInThreads(const std::function<EitherModel(bool)>& make, const ThreadTask& task) {
+        const Expected expected = ExpectedOf(make(GetParam()));
+        for (int round = 0; round < 30; ++round) {
+            const EitherModel model = make(GetParam());
+            model.Get().SetVarRole("x", ScoreModel::PredictorRole);
+            const std::vector<int> wrong = InThreads([&](int thread) { return task(model, expected, thread); });
+            EXPECT_EQ(wrong, std::vector<int>(wrong.size(), 0)) << "round " << round;
+        }
     }
+};
+
+TEST_P(ConcurrentScoring, GivesEveryThreadTheSameAnswers_FromTheFirstCaseOn) {
+    ExpectTheSameInThreads(PlainModel, ScoreByPosition);
 }
 
-TEST(SelfLearningConcurrency, GivesEveryThreadTheSameAnswers_FromTheFirstCaseOn) {
-    ExpectTheSameInThreads(PlainSet, ScoreByPosition);
+TEST_P(ConcurrentScoring, GivesEveryThreadTheSameAnswers_WhenSomeRecordsHaveNoPositions) {
+    ExpectTheSameInThreads(PlainModel, ScoreBothWays);
 }
 
-TEST(SelfLearningConcurrency, GivesEveryThreadTheSameAnswers_WhenSomeAskForOneSubModel) {
-    ExpectTheSameInThreads(PlainSet, ScoreOneOrAll);
+TEST_P(ConcurrentScoring, GivesEveryThreadTheSameAnswers_WhenFieldsAreDerived) {
+    ExpectTheSameInThreads(ModelOfDerivedFields, ScoreByPosition);
+    ExpectTheSameInThreads(ModelOfDerivedFields, ScoreBothWays);
 }
 
-TEST(SelfLearningConcurrency, GivesEveryThreadTheSameAnswers_WhenSomeRecordsHaveNoPositions) {
-    ExpectTheSameInThreads(PlainSet, ScoreBothWays);
+TEST_P(ConcurrentScoring, GivesEveryThreadTheSameAnswers_WhenVariablesAreOfAnotherClass) {
+    ExpectTheSameInThreads(ModelOfForeignVariables, ScoreByPosition);
+    ExpectTheSameInThreads(ModelOfForeignVariables, ScoreBothWays);
 }
 
-TEST(SelfLearningConcurrency, GivesEveryThreadTheSameAnswers_WhenFieldsAreDerived) {
-    ExpectTheSameInThreads(SetOfDerivedFields, ScoreByPosition);
-    ExpectTheSameInThreads(SetOfDerivedFields, ScoreBothWays);
+TEST_P(ConcurrentScoring, LetsTheModelBeLookedAtMeanwhile) {
+    ExpectTheSameInThreads(PlainModel, ScoreAndLook);
+    ExpectTheSameInThreads(ModelOfDerivedFields, ScoreAndLook);
 }
 
-TEST(SelfLearningConcurrency, GivesEveryThreadTheSameAnswers_WhenVariablesAreOfAnotherClass) {
-    ExpectTheSameInThreads(SetOfForeignVariables, ScoreByPosition);
-    ExpectTheSameInThreads(SetOfForeignVariables, ScoreBothWays);
+INSTANTIATE_TEST_SUITE_P(BothKinds, ConcurrentScoring, ::testing::Bool(), NameOfKind);
+
+using ConcurrentScoringOfASet = ConcurrentScoring;
+
+TEST_P(ConcurrentScoringOfASet, GivesEveryThreadTheSameAnswers_WhenSomeAskForOneSubModel) {
+    ExpectTheSameInThreads(PlainModel, ScoreOneOrAll);
 }
 
-TEST(SelfLearningConcurrency, LetsTheSetBeLookedAtMeanwhile) {
-    ExpectTheSameInThreads(PlainSet, ScoreAndLook);
-}
+INSTANTIATE_TEST_SUITE_P(Sets, ConcurrentScoringOfASet, ::testing::Values(true), NameOfKind);
 
 }  // namespace

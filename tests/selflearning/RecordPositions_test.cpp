@@ -1,106 +1,129 @@
-#include <gtest/gtest.h>
-
 #include <map>
 #include <new>
 
-#include "selflearning/SetParts.h"
+#include "selflearning/EitherModel.h"
 
 namespace {
 
 using nbscore::test::DisplayText;
+using nbscore::test::EitherModel;
 using nbscore::test::FailingRecord;
-using nbscore::test::MakeSet;
+using nbscore::test::NameOfKind;
+using nbscore::test::Score;
 using nbscore::test::Scores;
 using nbscore::test::TextRecord;
 using nbscore::test::TextVariable;
 
-/// Two sub-models of one predictor each.
-std::unique_ptr<SelfLearningModel> Weather() {
-    return MakeSet(TextVariable("play", {"yes", "no"}),
-                   {{"a", 0.5, {3, 1}, {{"outlook", {"sunny", "rain"}, {{1, 1}, {2, 0}}}}},
-                    {"b", 0.5, {3, 1}, {{"windy", {"true", "false"}, {{1, 4}, {2, 0}}}}}});
+EitherModel Weather(bool isSet) {
+    EitherModel model(isSet, 0.5, {3, 1});
+    model.AddTextPredictor({"outlook", {"sunny", "rain"}, {{1, 1}, {2, 0}}});
+    model.AddTextPredictor({"windy", {"true", "false"}, {{1, 4}, {2, 0}}});
+    return model;
 }
 
-std::map<std::string, int> Positions(const SelfLearningModel& set) {
+BaseCaseRecord RainyAndWindy() {
+    BaseCaseRecord record({"id", "windy", "outlook"});
+    record.SetText(0, "7");
+    record.SetText(1, "true");
+    record.SetText(2, "rain");
+    return record;
+}
+
+std::map<std::string, int> Positions(const ScoreModel& model) {
     std::vector<ScoreDictVar*> vars;
-    set.GetDictionary()->GetAllVars(vars);
+    model.GetDictionary()->GetAllVars(vars);
     std::map<std::string, int> positions;
     for (const ScoreDictVar* var : vars)
         positions[var->GetName()] = var->GetIndex();
     return positions;
 }
 
-bool AreNoted(const SelfLearningModel& set) {
-    return DisplayText(set).find("Dict var index set up? True\n") != std::string::npos;
+bool SaysNoted(const std::string& display) {
+    return display.find("Dict var index set up? True\n") != std::string::npos;
 }
 
 using Expected = std::map<std::string, int>;
 
-TEST(SelfLearningPositions, AreNotedForEveryNamedField_WhenTheFirstRecordIsIndexed) {
-    const auto set = Weather();
-    // A field that no sub-model uses, one that no dictionary knows, and one that is not in the record.
-    set->SetPredictorVarNames({"outlook", "play", "unheard of", "windy"});
-    EXPECT_FALSE(AreNoted(*set));
-    Scores(*set, BaseCaseRecord({"id", "play", "outlook", "unheard of"}));
-    EXPECT_TRUE(AreNoted(*set));
-    EXPECT_EQ(Positions(*set), (Expected{{"outlook", 2}, {"windy", -1}, {"play", 1}}));
+class RecordPositions : public ::testing::TestWithParam<bool> {
+protected:
+    /// What a model that has met no other case says of texts given by name.
+    double ScoreByName(const std::map<std::string, std::string>& texts) const {
+        return Weather(GetParam()).Score(TextRecord(texts));
+    }
+
+    const EitherModel model = Weather(GetParam());
+};
+
+TEST_P(RecordPositions, MakeNoDifferenceToTheScores) {
+    EXPECT_FALSE(SaysNoted(model.Display()));
+    EXPECT_EQ(model.Score(RainyAndWindy()), ScoreByName({{"outlook", "rain"}, {"windy", "true"}}));
+    EXPECT_TRUE(SaysNoted(model.Display()));
+    EXPECT_NE(model.Score(RainyAndWindy()), ScoreByName({}));
+    EXPECT_EQ(Positions(model.Get()), (Expected{{"outlook", 2}, {"windy", 1}, {"play", -1}}));
 }
 
-TEST(SelfLearningPositions, AreNotNotedForFieldsThatAreNotNamed) {
-    const auto set = Weather();
-    set->SetPredictorVarNames({"windy"});
-    BaseCaseRecord record({"outlook", "windy"});
-    record.SetText(0, "sunny");
-    record.SetText(1, "true");
-    const std::vector<double> scores = Scores(*set, record);
-    EXPECT_EQ(Positions(*set), (Expected{{"outlook", -1}, {"windy", 1}, {"play", -1}}));
-    EXPECT_EQ(scores, Scores(*Weather(), TextRecord({{"windy", "true"}})));
+TEST_P(RecordPositions, AreNotNoted_WhileRecordsAreNotIndexed) {
+    model.Score(TextRecord({{"outlook", "sunny"}}));
+    EXPECT_FALSE(SaysNoted(model.Display()));
+    EXPECT_EQ(model.Score(RainyAndWindy()), ScoreByName({{"outlook", "rain"}, {"windy", "true"}}));
+    EXPECT_TRUE(SaysNoted(model.Display()));
 }
 
-TEST(SelfLearningPositions, AreNotNoted_WhileRecordsAreNotIndexed) {
-    const auto set = Weather();
-    Scores(*set, TextRecord({{"outlook", "sunny"}}));
-    EXPECT_FALSE(AreNoted(*set));
-    Scores(*set, BaseCaseRecord({"windy"}));
-    EXPECT_TRUE(AreNoted(*set));
-    EXPECT_EQ(Positions(*set), (Expected{{"outlook", -1}, {"windy", 0}, {"play", -1}}));
+TEST_P(RecordPositions, AreNotedByTheNextCase_WhenNotingThemFails) {
+    EXPECT_THROW(model.Score(FailingRecord({"windy", "outlook"})), std::bad_alloc);
+    EXPECT_FALSE(SaysNoted(model.Display()));
+    EXPECT_EQ(model.Score(RainyAndWindy()), ScoreByName({{"outlook", "rain"}, {"windy", "true"}}));
+    EXPECT_TRUE(SaysNoted(model.Display()));
 }
 
-TEST(SelfLearningPositions, AreNotedByTheNextCase_WhenNotingThemFails) {
-    const auto set = Weather();
-    EXPECT_THROW(Scores(*set, FailingRecord({"windy", "outlook"})), std::bad_alloc);
-    EXPECT_FALSE(AreNoted(*set));
-    BaseCaseRecord record({"id", "windy", "outlook"});
-    record.SetText(1, "true");
-    record.SetText(2, "rain");
-    EXPECT_EQ(Scores(*set, record), Scores(*Weather(), TextRecord({{"outlook", "rain"}, {"windy", "true"}})));
-    EXPECT_TRUE(AreNoted(*set));
-}
-
-TEST(SelfLearningPositions, StayThoseOfTheFirstIndexedRecord) {
-    const auto set = Weather();
-    Scores(*set, BaseCaseRecord({"windy", "outlook"}));
+TEST_P(RecordPositions, StayThoseOfTheFirstIndexedRecord) {
+    model.Score(BaseCaseRecord({"windy", "outlook"}));
     BaseCaseRecord swapped({"outlook", "windy"});
     swapped.SetText(0, "sunny");
     swapped.SetText(1, "true");
     // Each is looked up where the other one stands, and no value is known there.
-    EXPECT_EQ(Scores(*set, swapped), Scores(*Weather(), TextRecord({})));
-    EXPECT_EQ(Positions(*set), (Expected{{"outlook", 1}, {"windy", 0}, {"play", -1}}));
+    EXPECT_EQ(model.Score(swapped), ScoreByName({}));
+    EXPECT_EQ(Positions(model.Get()), (Expected{{"outlook", 1}, {"windy", 0}, {"play", -1}}));
 }
 
-TEST(SelfLearningPositions, MakeNoDifferenceToTheScores) {
-    const auto set = Weather();
-    BaseCaseRecord record({"windy", "id", "outlook"});
-    record.SetText(0, "true");
-    record.SetText(2, "rain");
-    EXPECT_EQ(Scores(*set, record), Scores(*Weather(), TextRecord({{"outlook", "rain"}, {"windy", "true"}})));
+TEST_P(RecordPositions, AreNone_WhereTheRecordDoesNotKnowAPredictor) {
+    BaseCaseRecord record({"outlook"});
+    record.SetText(0, "rain");
+    EXPECT_EQ(model.Score(record), ScoreByName({{"outlook", "rain"}}));
+    EXPECT_EQ(Positions(model.Get()), (Expected{{"outlook", 0}, {"windy", -1}, {"play", -1}}));
 }
 
-TEST(SelfLearningPositions, AreSetUp_WhenThereIsNoDictionary) {
+INSTANTIATE_TEST_SUITE_P(BothKinds, RecordPositions, ::testing::Bool(), NameOfKind);
+
+using RecordPositionsOfASet = RecordPositions;
+
+TEST_P(RecordPositionsOfASet, AreNotedForEveryNamedField) {
+    // A field that no sub-model uses, one that no dictionary knows, and one that is not in the record.
+    model.GetSet().SetPredictorVarNames({"outlook", "play", "unheard of", "windy"});
+    model.Score(BaseCaseRecord({"id", "play", "outlook", "unheard of"}));
+    EXPECT_EQ(Positions(model.Get()), (Expected{{"outlook", 2}, {"windy", -1}, {"play", 1}}));
+}
+
+TEST_P(RecordPositionsOfASet, AreNotNotedForFieldsThatAreNotNamed) {
+    model.GetSet().SetPredictorVarNames({"windy"});
+    EXPECT_EQ(model.Score(RainyAndWindy()), ScoreByName({{"windy", "true"}}));
+    EXPECT_EQ(Positions(model.Get()), (Expected{{"outlook", -1}, {"windy", 1}, {"play", -1}}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Sets, RecordPositionsOfASet, ::testing::Values(true), NameOfKind);
+
+TEST(RecordPositionsWithoutDictionary, AreSetUp) {
+    const auto target = TextVariable("play", {"yes"});
+    NaiveBayesModel single;
+    single.SetThreshold(1);
+    single.SetTargetVar(target.get());
+    single.SetTargetCounts({1});
+    EXPECT_EQ(Score(single, BaseCaseRecord({"a"})).prediction, "yes");
+    EXPECT_TRUE(SaysNoted(DisplayText(single)));
     SelfLearningModel set;
     set.SetPredictorVarNames({"x"});
     EXPECT_TRUE(Scores(set, BaseCaseRecord({"x"})).empty());
-    EXPECT_TRUE(AreNoted(set));
+    EXPECT_TRUE(SaysNoted(DisplayText(set)));
 }
 
 }  // namespace

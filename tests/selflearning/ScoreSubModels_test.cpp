@@ -2,21 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
 
 #include "naivebayes/CountedEncoder.h"
-#include "naivebayes/NBCatNumericEncoder.h"
 #include "selflearning/SetParts.h"
 
 namespace {
 
-using nbscore::test::ContinuousVariable;
 using nbscore::test::CountedEncoder;
 using nbscore::test::Describe;
 using nbscore::test::Descriptor;
 using nbscore::test::MakeSet;
 using nbscore::test::NamedRecord;
-using nbscore::test::NumberVariable;
 using nbscore::test::Scores;
 using nbscore::test::TextRecord;
 using nbscore::test::TextVariable;
@@ -167,47 +163,11 @@ TEST(SelfLearningScoringDeathTest, StopsTheProcess_WhenThereIsNoSuchSubModel) {
     EXPECT_DEATH(set->ScoreSubModel(&record, -1, false), "");
 }
 
-TEST(SelfLearningScoring, UsesCodeZero_AndLeavesOutMinusOne) {
-    int deletions = 0;
-    const auto variable = TextVariable("x", {});
-    for (const int code : {0, -1}) {
-        const auto set = MakeSet(Play(), {{"a", t, {3, 1}, {}}});
-        set->AddPredictorVar(0, "x", variable.get());
-        set->AddEncoder(0, 0, new CountedEncoder(deletions, code));
-        set->SetPredCounts(0, 0, {{1, 5}, {5, 1}});
-        const double yes = smallYes * ((t + 1) / (2 * t + 6));
-        const double no = smallNo * ((t + 5) / (2 * t + 6));
-        EXPECT_EQ(Scores(*set, TextRecord({{"x", "any"}})), std::vector<double>{code == 0 ? no / (yes + no) : smallNo});
-    }
-}
-
-TEST(SelfLearningScoring, AnswersNaN_WhenTheSumIsZero) {
-    // The count takes the pseudo-count away again: probability 0 for both categories.
-    const auto set = MakeSet(Play(), {{"a", 0.5, {3, 1}, {{"x", {"p", "q"}, {{-0.5, -0.5}, {3, 3}}}}}});
-    EXPECT_TRUE(std::isnan(Scores(*set, TextRecord({{"x", "p"}}))[0]));
-    EXPECT_FALSE(std::isnan(Scores(*set, TextRecord({{"x", "q"}}))[0]));
-}
-
 TEST(SelfLearningScoring, SumsOverEveryDeclaredValue_WhenThereAreMoreThanTwo) {
     const auto set =
         MakeSet(TextVariable("play", {"yes", "no", "perhaps"}), {{"a", 1, {1, 2, 3}, {{"x", {"p"}, {{1, 2, 3}}}}}});
     const double yes = 2.0 / 4 * (2.0 / 2), no = 3.0 / 4 * (3.0 / 3), perhaps = 4.0 / 4 * (4.0 / 4);
     EXPECT_EQ(Scores(*set, TextRecord({{"x", "p"}})), std::vector<double>{no / (yes + no + perhaps)});
-}
-
-TEST(SelfLearningScoring, LeavesAMissingValueOut_OnlyWhenTheVariableIsContinuous) {
-    const auto continuous = ContinuousVariable("x");
-    const auto categorical = NumberVariable("x", {9, 1});
-    NamedRecord record;
-    record.Set("x", std::make_unique<NumericValue>(9));
-    for (BaseDictVar* variable : {continuous.get(), categorical.get()}) {
-        variable->AddMissingValue(std::make_unique<NumericValue>(9));
-        const auto set = MakeSet(Play(), {{"a", t, {3, 1}, {}}});
-        set->AddPredictorVar(0, "x", variable);
-        set->AddEncoder(0, 0, new NBCatNumericEncoder(std::vector<double>{9, 1}));
-        set->SetPredCounts(0, 0, {{1, 5}, {5, 1}});
-        EXPECT_EQ(Scores(*set, record)[0] == smallNo, variable == continuous.get());
-    }
 }
 
 TEST(SelfLearningScoring, KeepsTheFirstCasesPriors_WhenCountsComeLater) {
@@ -230,12 +190,6 @@ TEST(SelfLearningScoring, GivesAnEmptyList_WhenThereIsNoSubModel) {
     SelfLearningModel set;
     EXPECT_TRUE(Describe(set, NamedRecord()).empty());
     EXPECT_TRUE(Describe(set, BaseCaseRecord({"x"})).empty());
-}
-
-TEST(SelfLearningScoringDeathTest, StopsTheProcess_WhenThereIsNoRecord) {
-    const auto set = Weather();
-    ScoreResult* result = nullptr;
-    EXPECT_DEATH(set->GetScore(nullptr, result, false), "does not exist");
 }
 
 }  // namespace

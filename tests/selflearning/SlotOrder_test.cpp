@@ -4,22 +4,20 @@
 #include <gtest/gtest.h>
 
 #include "framework/VirtualSlot.h"
+#include "naivebayes/NaiveBayesModel.h"
 #include "selflearning/SelfLearningModel.h"
 #include "selflearning/SelfLearningResult.h"
 
 namespace {
 
-/// The slots of operations that were declared one behind the other, from the destructor on.
-template <typename... Operations>
-void ExpectInOrder(Operations... operations) {
-    if (!virtualSlotsAreKnown) GTEST_SKIP();
-    const std::vector<std::ptrdiff_t> slots{VirtualSlot(operations)...};
-    for (std::size_t i = 0; i < slots.size(); ++i)
-        EXPECT_EQ(slots[i], firstSlotAfterDestructor + static_cast<std::ptrdiff_t>(i)) << "operation " << i;
-}
+template <typename Model>
+class ModelSlotOrder : public ::testing::Test {};
 
-TEST(SelfLearningSlotOrder, OfTheSetIsThatOfEveryModel) {
-    using M = SelfLearningModel;
+using BothKinds = ::testing::Types<NaiveBayesModel, SelfLearningModel>;
+TYPED_TEST_SUITE(ModelSlotOrder, BothKinds);
+
+TYPED_TEST(ModelSlotOrder, IsThatOfEveryModel) {
+    using M = TypeParam;
     using Role = ScoreModel::VarRole;
     ExpectInOrder(&M::SetScoreDictionary, &M::SetTransformationScoreDictionary,
                   static_cast<bool (M::*)(const std::string&, Role)>(&M::SetVarRole),

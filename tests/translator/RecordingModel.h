@@ -6,21 +6,16 @@
 #include <vector>
 
 #include "framework/NumberText.h"
-#include "naivebayes/NaiveBayesModel.h"
 #include "translator/ModelUnderConstruction.h"
 
 namespace nbscore::test {
 
-/// A model under construction that writes down what the readers call, in order, and can pass for a self-learning
-/// one: what the readers do differently for that kind shows without the model itself.
+/// A model under construction that writes down what the readers call, in order, and passes nothing of it on: what they
+/// do differently for a self-learning model shows without its parts.
 class RecordingModel : public ModelUnderConstruction {
 public:
-    explicit RecordingModel(bool actAsSelfLearning = false) : selfLearning(actAsSelfLearning) {}
+    explicit RecordingModel(bool selfLearning = false) : ModelUnderConstruction(selfLearning) {}
 
-    ScoreModel& GetModel() override { return *model; }
-    std::unique_ptr<ScoreModel> Release() override { return std::move(model); }
-    bool IsSelfLearning() const override { return selfLearning; }
-    int TakeModelElements(int inDocument) override { return inDocument; }
     void BeginSubModel(int modelIndex) override { Note("model " + std::to_string(modelIndex)); }
     void SetThreshold(double) override { Note("threshold"); }
     void SetTargetVar(const ScoreDictVar* target) override { Note("target " + target->GetName()); }
@@ -55,9 +50,6 @@ public:
 
 private:
     void Note(const std::string& call) { calls.push_back(call); }
-
-    bool selfLearning;
-    std::unique_ptr<ScoreModel> model = std::make_unique<NaiveBayesModel>();
 };
 
 }  // namespace nbscore::test

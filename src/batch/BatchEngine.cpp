@@ -1,0 +1,159 @@
+#include "batch/BatchEngine.h"
+
+#include <stdexcept>
+#include <utility>
+
+#include "framework/ModelSelfCheck.h"
+#include "framework/ModelSelfTables.h"
+
+namespace nbscore {
+
+ModelTables GetScorableTables(const ScoreModel& model) {
+    const auto* const open = dynamic_cast<const ModelSelfTables*>(&model);
+    if (open == nullptr) throw std::invalid_argument("The model does not lay its tables open.");
+    if (const auto* const check = dynamic_cast<const ModelSelfCheck*>(&model)) {
+        const std::string obstacle = check->FindScoringObstacle();
+        if (!obstacle.empty()) throw std::invalid_argument(obstacle);
+    }
+    ModelTables tables = open->GetTables();
+    for (const ClassifierTables& classifier : tables.classifiers) {
+        for (const PredictorTables& predictor : classifier.predictors) {
+            if (predictor.kind != PredictorTables::Foreign) continue;
+            throw std::invalid_argument("The predictor \"" + predictor.var->GetName() +
+                                        "\" has an encoder of an unknown class.");
+        }
+    }
+    return tables;
+}
+
+void RequireAnswerSize(const std::string& what, std::size_t size, std::size_t rows, std::size_t columns) {
+    if (size == 0) return;
+    // The product may be beyond what a size can hold.
+    if (columns != 0 && size % columns == 0 && size / columns == rows) return;
+    throw std::invalid_argument("There is room for " + std::to_string(size) + " " + what + ", but " +
+                                std::to_string(rows) + " times " + std::to_string(columns) + " are to be written.");
+}
+
+BatchEngine::BatchEngine(const ModelTables& model) : readsDerivedFields(model.readsDerivedFields) {
+    for (const ClassifierTables& classifier : model.classifiers)
+        AddInputs(classifier);
+    readersOfInputs.resize(inputs.size());
+    if (model.isSet) {
+        AddSubModels(model);
+        return;
+    }
+    const ClassifierTables& classifier = model.classifiers.front();
+    for (const PredictorTables& predictor : classifier.predictors) {
+        const PredictorTables* const only = &predictor;
+        AddReader({&only, 1});
+    }
+    // Of a model that no case says anything to, there may be fewer priors than categories.
+    for (std::size_t k = 0; k < classifier.priors.size(); ++k)
+        categories.push_back(model.targetCategories[k]->GetString());
+    single.emplace(classifier, readers);
+}
+
+void BatchEngine::AddInputs(const ClassifierTables& classifier) {
+    for (const PredictorTables& predictor : classifier.predictors) {
+        const auto [entry, isNew] = positionsOfInputs.try_emplace(predictor.var->GetName(), inputs.size());
+        if (isNew) inputs.push_back({entry->first, predictor.kind});
+        inputsOfPredictors.push_back(entry->second);
+    }
+}
+
+void BatchEngine::AddSubModels(const ModelTables& set) {
+    std::vector<std::size_t> firstPredictors;
+    std::size_t numPredictors = 0;
+    for (const ClassifierTables& subModel : set.classifiers) {
+        subModels.push_back(subModel.name);
+        firstPredictors.push_back(numPredictors);
+        numPredictors += subModel.predictors.size();
+    }
+    for (const std::vector<std::size_t>& positions : GroupSubModels(set)) {
+        const std::size_t firstReader = readers.size();
+        const std::size_t numReaders = set.classifiers[positions.front()].predictors.size();
+        for (std::size_t j = 0; j < numReaders; ++j) {
+            std::vector<const PredictorTables*> predictors;
+            for (const std::size_t position : positions)
+                predictors.push_back(&set.classifiers[position].predictors[j]);
+            AddReader(predictors);
+        }
+        std::vector<SubModelGroup::Member> members;
+        for (const std::size_t position : positions)
+            members.push_back({position, firstPredictors[position]});
+        groups.emplace_back(set, std::move(members), firstReader, std::span(readers).subspan(firstReader));
+    }
+}
+
+void BatchEngine::AddReader(std::span<const PredictorTables* const> predictors) {
+    const std::size_t input = positionsOfInputs.at(predictors.front()->var->GetName());
+    readersOfInputs[input].push_back(readers.size());
+    readers.push_back({ValueRows(predictors), input, readersOfInputs[input].size() - 1});
+}
+
+template <typename Value>
+InputDictionary BatchEngine::LookUp(std::size_t input, std::span<const Value> values) const {
+    if (input >= inputs.size()) throw std::out_of_range("There is no input " + std::to_string(input) + ".");
+    InputDictionary::Lookup lookup{identity, input, values.size(), {}};
+    for (const std::size_t reader : readersOfInputs[input]) {
+        std::vector<RowNumber>& rows = lookup.rowsOfReaders.emplace_back(1, missingRow);
+        for (const Value& value : values)
+            rows.push_back(RowOf(reader, value));
+    }
+    return InputDictionary(std::make_shared<InputDictionary::Lookup>(std::move(lookup)));
+}
+
+InputDictionary BatchEngine::MakeDictionary(std::size_t input, std::span<const std::string_view> values) const {
+    return LookUp(input, values);
+}
+
+InputDictionary BatchEngine::MakeDictionary(std::size_t input, std::span<const double> values) const {
+    return LookUp(input, values);
+}
+
+std::vector<std::string> BatchEngine::GetFieldsOfReaders() const {
+    std::vector<std::string> fields;
+    for (const Reader& reader : readers)
+        fields.push_back(inputs[reader.input].name);
+    return fields;
+}
+
+void BatchEngine::RequireRoom(std::size_t cases, const AnswerColumns& answers) const {
+    if (IsSet() && !(answers.predicted.empty() && answers.confidence.empty())) {
+        throw std::invalid_argument("A set of sub-models has no prediction and no confidence.");
+    }
+    RequireAnswerSize("predictions", answers.predicted.size(), cases);
+    RequireAnswerSize("confidences", answers.confidence.size(), cases);
+    RequireAnswerSize(IsSet() ? "scores" : "probabilities", answers.probabilities.size(), cases, GetNumbersPerCase());
+    RequireAnswerSize("counters of missing values", answers.missing.size(), inputsOfPredictors.size());
+    RequireAnswerSize("counters of unknown values", answers.unknown.size(), inputsOfPredictors.size());
+}
+
+void BatchEngine::Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const {
+    RequireReadable(columns, cases, identity, inputs);
+    ScoreValues({.readers = readers, .columns = columns, .rows = {}, .cases = cases}, answers);
+}
+
+void BatchEngine::ScoreRows(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
+                            const AnswerColumns& answers) const {
+    if (rows.size() != readers.size()) {
+        throw std::invalid_argument("There are " + std::to_string(rows.size()) + " lists of rows for " +
+                                    std::to_string(readers.size()) + " readers.");
+    }
+    for (const std::span<const RowNumber> list : rows) {
+        if (list.size() == cases) continue;
+        throw std::invalid_argument("A list has " + std::to_string(list.size()) + " rows for " + std::to_string(cases) +
+                                    " cases.");
+    }
+    ScoreValues({.readers = readers, .columns = {}, .rows = rows, .cases = cases}, answers);
+}
+
+void BatchEngine::ScoreValues(const CaseValues& values, const AnswerColumns& answers) const {
+    RequireRoom(values.cases, answers);
+    if (values.cases == 0) return;
+    if (single) single->Score(values, answers);
+    for (const SubModelGroup& group : groups)
+        group.Score(values, subModels.size(), answers);
+}
+
+}  // namespace nbscore

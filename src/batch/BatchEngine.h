@@ -1,0 +1,94 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "batch/AnswerColumns.h"
+#include "batch/BatchScorer.h"
+#include "batch/CaseValues.h"
+#include "batch/Column.h"
+#include "batch/RowNumber.h"
+#include "batch/SingleClassifier.h"
+#include "batch/SubModelGroup.h"
+#include "framework/ModelTables.h"
+#include "framework/SeededHash.h"
+
+namespace nbscore {
+
+/// The tables of a model that is fit for being scored from them. Throws std::invalid_argument, with a sentence for
+/// people, when the model does not lay them open, cannot score every case, or has an encoder that nobody else knows.
+ModelTables GetScorableTables(const ScoreModel& model);
+
+/// Throws std::invalid_argument when an answer that is asked for has not rows times columns entries.
+/// @param what names the entries in the message.
+void RequireAnswerSize(const std::string& what, std::size_t size, std::size_t rows, std::size_t columns = 1);
+
+/// What copies of a BatchScorer share (see there for the rules), and what the scoring of tables uses directly, which
+/// meets the same values again and again and keeps their rows.
+///
+/// A single classifier is scored with its cases or its categories side by side (SingleClassifier), sub-models that read
+/// alike side by side themselves (SubModelGroup).
+class BatchEngine {
+public:
+    explicit BatchEngine(const ScoreModel& model) : BatchEngine(GetScorableTables(model)) {}
+    BatchEngine(const BatchEngine&) = delete;
+    BatchEngine& operator=(const BatchEngine&) = delete;
+
+    bool IsSet() const { return !single.has_value(); }
+    bool ReadsDerivedFields() const { return readsDerivedFields; }
+    const std::vector<BatchInput>& GetInputs() const { return inputs; }
+    const std::vector<std::size_t>& GetInputsOfPredictors() const { return inputsOfPredictors; }
+    const std::vector<std::string>& GetCategories() const { return categories; }
+    const std::vector<std::string>& GetSubModels() const { return subModels; }
+    /// How many probabilities a case has: one for each category, or one for each sub-model.
+    std::size_t GetNumbersPerCase() const { return IsSet() ? subModels.size() : categories.size(); }
+
+    InputDictionary MakeDictionary(std::size_t input, std::span<const std::string_view> values) const;
+    InputDictionary MakeDictionary(std::size_t input, std::span<const double> values) const;
+    void Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const;
+
+    /// The name of the field that each reader reads.
+    std::vector<std::string> GetFieldsOfReaders() const;
+    /// The row that a value stands for.
+    template <typename Value>
+    RowNumber RowOf(std::size_t reader, Value value) const {
+        return readers.at(reader).rows.RowOf(value);
+    }
+    /// As Score, of values whose rows are known.
+    /// @param rows one list for each reader. Throws std::invalid_argument when there are more or fewer lists, or one has
+    /// another length than there are cases, and std::out_of_range for a row that does not exist.
+    void ScoreRows(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
+                   const AnswerColumns& answers) const;
+
+private:
+    explicit BatchEngine(const ModelTables& model);
+
+    void AddInputs(const ClassifierTables& classifier);
+    void AddSubModels(const ModelTables& set);
+    /// @param predictors of the same variable and kind.
+    void AddReader(std::span<const PredictorTables* const> predictors);
+    template <typename Value>
+    InputDictionary LookUp(std::size_t input, std::span<const Value> values) const;
+    void RequireRoom(std::size_t cases, const AnswerColumns& answers) const;
+    void ScoreValues(const CaseValues& values, const AnswerColumns& answers) const;
+
+    /// Of the dictionaries that are made here.
+    ScorerIdentity identity;
+    bool readsDerivedFields;
+    std::vector<BatchInput> inputs;
+    SeededMap<std::string, std::size_t> positionsOfInputs;
+    std::vector<std::size_t> inputsOfPredictors;
+    std::vector<std::string> categories;
+    std::vector<std::string> subModels;
+    std::vector<Reader> readers;
+    /// The readers of each input, in their order.
+    std::vector<std::vector<std::size_t>> readersOfInputs;
+    std::optional<SingleClassifier> single;
+    std::vector<SubModelGroup> groups;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,165 @@
+#include "batch/CaseValues.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+#include "batch/Loops.h"
+
+namespace nbscore {
+namespace {
+
+template <typename Row>
+struct Cases {
+    std::size_t first;
+    std::size_t count;
+    Row* rows;
+};
+
+/// @param valueAt the value of a case that has one.
+template <typename Row, typename ValueAt>
+void EncodeValues(const ValueRows& valueRows, const Validity& validity, const Cases<Row>& cases,
+                  const ValueAt& valueAt) {
+    valueRows.Visit([&](const auto& rowOf) {
+        for (std::size_t i = 0; i < cases.count; ++i) {
+            const std::size_t entry = cases.first + i;
+            cases.rows[i] = static_cast<Row>(validity.HasValue(entry) ? rowOf(valueAt(entry)) : missingRow);
+        }
+    });
+}
+
+template <typename Row>
+void EncodeColumn(const ValueRows&, std::size_t, const AbsentColumn&, const Cases<Row>& cases) {
+    std::fill_n(cases.rows, cases.count, static_cast<Row>(missingRow));
+}
+
+template <typename Row>
+void EncodeColumn(const ValueRows& valueRows, std::size_t, const NumberColumn& column, const Cases<Row>& cases) {
+    EncodeValues(valueRows, column.validity, cases, [&](std::size_t entry) { return column.values[entry]; });
+}
+
+template <typename Row, typename Offset>
+void EncodeColumn(const ValueRows& valueRows, std::size_t, const TextColumn<Offset>& column, const Cases<Row>& cases) {
+    EncodeValues(valueRows, column.validity, cases, [&](std::size_t entry) {
+        const auto begin = static_cast<std::size_t>(column.offsets[entry]);
+        return std::string_view(column.bytes + begin, static_cast<std::size_t>(column.offsets[entry + 1]) - begin);
+    });
+}
+
+template <typename Row>
+void EncodeColumn(const ValueRows& valueRows, std::size_t, const TextViewColumn& column, const Cases<Row>& cases) {
+    EncodeValues(valueRows, column.validity, cases, [&](std::size_t entry) { return column.values[entry]; });
+}
+
+template <typename Code>
+[[noreturn]] void RefuseCode(std::size_t entry, Code code, std::size_t size) {
+    throw std::out_of_range("case " + std::to_string(entry) + " has the code " + std::to_string(code) +
+                            ", but the dictionary has " + std::to_string(size) + " values");
+}
+
+template <typename Row, typename Code>
+void EncodeCodes(const std::vector<RowNumber>& rowsOfCodes, const CodeColumn<Code>& column, const Cases<Row>& cases) {
+    for (std::size_t i = 0; i < cases.count; ++i) {
+        const std::size_t entry = cases.first + i;
+        const Code code = column.codes[entry];
+        if (!column.validity.HasValue(entry)) {
+            cases.rows[i] = static_cast<Row>(missingRow);
+            continue;
+        }
+        const auto place = static_cast<std::size_t>(static_cast<std::int64_t>(code) + 1);
+        if (place >= rowsOfCodes.size()) RefuseCode(entry, code, rowsOfCodes.size() - 1);
+        cases.rows[i] = static_cast<Row>(rowsOfCodes[place]);
+    }
+}
+
+template <typename Row, typename Code>
+void EncodeColumn(const ValueRows&, std::size_t list, const CodeColumn<Code>& column, const Cases<Row>& cases) {
+    const std::vector<RowNumber>& rowsOfCodes = column.dictionary->GetLookup().rowsOfReaders[list];
+    if constexpr (std::is_same_v<Row, std::uint8_t> && std::is_same_v<Code, std::int8_t>) {
+        const bool isSimple = column.validity.bits == nullptr && rowsOfCodes.size() <= longestListOfRows;
+        if (isSimple && MapCodes(column.codes.subspan(cases.first, cases.count), rowsOfCodes, cases.rows)) return;
+    }
+    EncodeCodes(rowsOfCodes, column, cases);
+}
+
+template <typename Row>
+void CopyRows(const ValueRows& valueRows, std::span<const RowNumber> list, const Cases<Row>& cases) {
+    const std::size_t numRows = valueRows.GetNumRows();
+    for (std::size_t i = 0; i < cases.count; ++i) {
+        const RowNumber row = list[cases.first + i];
+        if (row >= numRows) {
+            throw std::out_of_range("case " + std::to_string(cases.first + i) + " has row " + std::to_string(row) +
+                                    ", but there are " + std::to_string(numRows));
+        }
+        cases.rows[i] = static_cast<Row>(row);
+    }
+}
+
+/// What is wrong with a column, for a message; empty when nothing is.
+class Problem {
+public:
+    std::size_t cases;
+    const ScorerIdentity& scorer;
+    std::size_t input;
+
+    std::string operator()(const AbsentColumn&) const { return {}; }
+    std::string operator()(const NumberColumn& column) const { return OfSize(column.values.size()); }
+    std::string operator()(const TextViewColumn& column) const { return OfSize(column.values.size()); }
+    template <typename Offset>
+    std::string operator()(const TextColumn<Offset>& column) const {
+        if (column.offsets.empty()) return "has no offsets";
+        if (column.offsets.front() < 0 || !std::ranges::is_sorted(column.offsets)) return "has offsets that fall";
+        return OfSize(column.offsets.size() - 1);
+    }
+    template <typename Code>
+    std::string operator()(const CodeColumn<Code>& column) const {
+        if (column.dictionary == nullptr) return "has codes and no dictionary";
+        const InputDictionary::Lookup& lookup = column.dictionary->GetLookup();
+        if (lookup.scorer != scorer || lookup.input != input) return "has a dictionary of another scorer or input";
+        return OfSize(column.codes.size());
+    }
+
+private:
+    std::string OfSize(std::size_t size) const {
+        if (size == cases) return {};
+        return "has " + std::to_string(size) + " values for " + std::to_string(cases) + " cases";
+    }
+};
+
+}  // namespace
+
+void RequireReadable(std::span<const Column> columns, std::size_t cases, const ScorerIdentity& scorer,
+                     const std::vector<BatchInput>& inputs) {
+    if (columns.size() != inputs.size()) {
+        throw std::invalid_argument("There are " + std::to_string(columns.size()) + " columns for " +
+                                    std::to_string(inputs.size()) + " inputs.");
+    }
+    for (std::size_t input = 0; input < inputs.size(); ++input) {
+        const std::string problem = std::visit(Problem{cases, scorer, input}, columns[input]);
+        if (problem.empty()) continue;
+        throw std::invalid_argument("The column of the input \"" + inputs[input].name + "\" " + problem + ".");
+    }
+}
+
+template <typename Row>
+void CaseValues::Encode(std::size_t reader, std::size_t first, std::size_t count, Row* out) const {
+    const Reader& reading = readers[reader];
+    const Cases<Row> range{first, count, out};
+    if (rows.empty()) {
+        std::visit([&](const auto& column) { EncodeColumn(reading.rows, reading.list, column, range); },
+                   columns[reading.input]);
+    } else {
+        CopyRows(reading.rows, rows[reader], range);
+    }
+}
+
+template void CaseValues::Encode(std::size_t, std::size_t, std::size_t, std::uint8_t*) const;
+template void CaseValues::Encode(std::size_t, std::size_t, std::size_t, RowNumber*) const;
+
+std::size_t InputDictionary::GetSize() const {
+    return lookup->size;
+}
+
+}  // namespace nbscore

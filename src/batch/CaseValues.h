@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "batch/BatchScorer.h"
+#include "batch/Column.h"
+#include "batch/RowNumber.h"
+#include "batch/ValueRows.h"
+
+/// @file
+/// The values that a call scores, and the rows of factors that they stand for.
+
+namespace nbscore {
+
+/// Tells a scorer from all others, also from those that are made after it is gone: while anybody keeps a copy, no other
+/// scorer gets the same.
+class ScorerIdentity {
+public:
+    ScorerIdentity() : token(std::make_shared<const char>()) {}
+
+    bool operator==(const ScorerIdentity&) const = default;
+
+private:
+    std::shared_ptr<const char> token;
+};
+
+struct InputDictionary::Lookup {
+    ScorerIdentity scorer;
+    std::size_t input;
+    /// How many codes there are.
+    std::size_t size;
+    /// For each reader of the input the row of each code, that of -1 in front.
+    std::vector<std::vector<RowNumber>> rowsOfReaders;
+};
+
+/// What turns the values of an input into rows: for one predictor of a single classifier, or for the predictors of
+/// several sub-models that read the input alike.
+struct Reader {
+    ValueRows rows;
+    std::size_t input;
+    /// Which of the lists in the input's dictionaries is the reader's.
+    std::size_t list;
+};
+
+/// The values of a call's cases. All is borrowed, and fits together.
+struct CaseValues {
+    std::span<const Reader> readers;
+    /// One for each input.
+    std::span<const Column> columns;
+    /// Instead of columns, where they are known already: the rows, one list for each reader.
+    std::span<const std::span<const RowNumber>> rows;
+    std::size_t cases;
+
+    /// The rows of `count` cases from `first` on.
+    /// @param out room for them. With bytes, no row may be above 255.
+    /// Throws std::out_of_range, telling the case, for a code that its dictionary does not have, and for a row that
+    /// does not exist.
+    template <typename Row>
+    void Encode(std::size_t reader, std::size_t first, std::size_t count, Row* out) const;
+};
+
+/// Throws std::invalid_argument when there is not one column for each input, and, naming the input, when one cannot be
+/// read for so many cases: it has another number of values, offsets that fall, or a dictionary of another scorer or
+/// input.
+void RequireReadable(std::span<const Column> columns, std::size_t cases, const ScorerIdentity& scorer,
+                     const std::vector<BatchInput>& inputs);
+
+}  // namespace nbscore

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "batch/ProbedTable.h"
+#include "batch/RowNumber.h"
+
+/// @file
+/// Which row each value that a predictor knows stands for: a text, a number, or a number in a bin.
+
+namespace nbscore {
+
+/// Categories that are texts, equal byte by byte: the one at position p has the row firstKnownRow + p.
+class TextRows {
+public:
+    /// @param texts copied. No two are equal.
+    explicit TextRows(std::span<const std::string* const> texts);
+
+    RowNumber RowOf(std::string_view text) const {
+        const std::uint64_t hash = table.GetSeed().Hash(text);
+        const auto tag = static_cast<std::uint32_t>(hash);
+        return table.Find(hash, [&](const Entry& entry) { return entry.tag == tag && entry.text == text; });
+    }
+    /// A number is looked up by its digits, as a case's number is.
+    RowNumber RowOf(double number) const;
+
+    std::size_t GetNumRows() const { return firstKnownRow + numTexts; }
+
+private:
+    struct Entry {
+        std::string_view text;
+        std::uint32_t tag = 0;
+        RowNumber row = unknownRow;
+    };
+
+    ProbedTable<Entry> MakeTable(std::span<const std::string* const> texts);
+
+    std::shared_ptr<const std::string> bytes;  // shared by copies, whose entries point into it
+    std::size_t numTexts;
+    ProbedTable<Entry> table;
+};
+
+/// Categories that are numbers, equal exactly: the one at position p has the row firstKnownRow + p. A NaN is none.
+class NumberRows {
+public:
+    /// @param numbers no two are equal, and none is a NaN.
+    explicit NumberRows(std::span<const double> numbers) : numNumbers(numbers.size()), table(MakeTable(numbers)) {}
+
+    RowNumber RowOf(double number) const {
+        if (std::isnan(number)) return unknownRow;
+        return table.Find(table.GetSeed().Hash(number),
+                          [number](const Entry& entry) { return entry.number == number; });
+    }
+    /// A text is looked up by the number that it holds, as a case's text is.
+    RowNumber RowOf(std::string_view text) const;
+
+    std::size_t GetNumRows() const { return firstKnownRow + numNumbers; }
+
+private:
+    struct Entry {
+        double number = 0.0;
+        RowNumber row = unknownRow;
+    };
+
+    static ProbedTable<Entry> MakeTable(std::span<const double> numbers);
+
+    std::size_t numNumbers;
+    ProbedTable<Entry> table;
+};
+
+/// Bins of numbers, of one predictor or of several at once that have cutpoints of their own.
+///
+/// The number line falls into cells: the cutpoints of all, each by itself, the open intervals between them, and the
+/// NaN. What a search finds depends on nothing but comparisons with cutpoints, so all numbers of a cell fall into the
+/// same bin, whatever the cutpoints' order. Cells whose bins are the same for every predictor share a row.
+class BinRows {
+public:
+    /// @param cutpoints one list for each predictor, as FindBin takes it.
+    explicit BinRows(std::span<const std::vector<double>* const> cutpoints);
+
+    RowNumber RowOf(double number) const { return rowOfCell[CellOf(number)]; }
+    /// A text is in no bin, whatever it holds.
+    static RowNumber RowOf(std::string_view /*text*/) { return unknownRow; }
+
+    std::size_t GetNumRows() const { return numRows; }
+    /// The bin of a predictor that a row from firstKnownRow on stands for.
+    int GetBin(std::size_t predictor, RowNumber row) const { return binsOfRow[row - firstKnownRow][predictor]; }
+
+private:
+    /// Long lists are searched by halves, short ones counted through without a branch.
+    static constexpr std::size_t fewBoundaries = 24;
+
+    std::size_t CellOf(double number) const {
+        if (boundaries.size() > fewBoundaries) return CellBySearch(number);
+        // Below each boundary, upon it, above it: 0, 1 or 2 cells are passed. A NaN passes none.
+        std::size_t cell = number == number ? 0 : rowOfCell.size() - 1;
+        for (const double boundary : boundaries)
+            cell += static_cast<std::size_t>(number >= boundary) + static_cast<std::size_t>(number > boundary);
+        return cell;
+    }
+    std::size_t CellBySearch(double number) const;
+    double SampleOf(std::size_t cell) const;
+
+    std::vector<double> boundaries;
+    std::vector<RowNumber> rowOfCell;
+    std::vector<std::vector<int>> binsOfRow;
+    std::size_t numRows = firstKnownRow;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,102 @@
+#pragma once
+
+#include <cstddef>
+#include <iosfwd>
+#include <memory>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "framework/ModelDescription.h"
+#include "framework/ModelTables.h"
+#include "framework/ScoreCaseRecord.h"
+#include "framework/ScoreDictVar.h"
+#include "naivebayes/INBVeskEncoder.h"
+#include "naivebayes/NBayesInputBase.h"
+#include "naivebayes/Target.h"
+
+namespace nbscore {
+
+/// What a case says to a classifier: for each predictor its category's code, or noCode.
+struct EncodedCase {
+    static constexpr int noCode = -1;
+
+    std::vector<int> codes;
+    /// How many predictors have a code.
+    int usable = 0;
+};
+
+/// One Naive Bayes classifier: the whole of a single model, or one of a set's sub-models. The target belongs to the
+/// model, because sub-models share theirs.
+///
+/// Scoring a case x: with the priors and the factors P_j(x_j | k) that follow from the counts (Smoothing.h),
+///     joint(k)     = prior(k) * product over the usable predictors j of P_j(x_j | k), from the left
+///     posterior(k) = joint(k) / sum of all joints, from 0 in the order of the categories
+///
+/// What a predictor consists of (a name and a variable, an encoder, a count table) comes by separate calls and is kept
+/// in the order of the calls; nothing checks that the lists fit together. Where they do not, the process stops at the
+/// first index that is out of range, in release builds too; FindObstacle tells beforehand.
+///
+/// Configured on one thread; afterwards any number of threads may call what is const.
+class Classifier {
+public:
+    Classifier() = default;
+    Classifier(Classifier&&) = default;
+    Classifier& operator=(Classifier&&) = default;
+
+    void SetThreshold(double newThreshold) { threshold = newThreshold; }
+    double GetThreshold() const { return threshold; }
+    void SetTargetCounts(const std::vector<double>& counts) { targetCounts = counts; }
+    const std::vector<double>& GetTargetCounts() const { return targetCounts; }
+    /// Keeps what ComputePriors gives with the counts and the threshold as they are now.
+    void SetPriors() { priors = ComputePriors(); }
+    std::vector<double> ComputePriors() const;
+    const std::vector<double>& GetPriors() const { return priors; }
+
+    /// @param var borrowed, may be null.
+    void AddPredictor(const std::string& name, const ScoreDictVar* var);
+    void AddEncoder(std::unique_ptr<INBVeskEncoder> encoder);
+    /// Appends a count table, whose factors are computed with the threshold as it is now.
+    void AddTable(const NBayesInputBase::Matrix& counts);
+    void RemovePredictors();
+    /// Replaces the names alone, and with them the number of predictors that are looked for in a case.
+    void SetPredictorNames(const std::vector<std::string>& names) { predictorNames = names; }
+    const std::vector<std::string>& GetPredictorNames() const { return predictorNames; }
+
+    /// Fetches and encodes every predictor. A value is taken from the record (by position when it is indexed, else by
+    /// name), or else from the derived record by name. It is left out when it is absent, when its variable is continuous
+    /// and calls it missing, and when its encoder does not know it.
+    /// @param derivedRecord may be null.
+    EncodedCase Encode(const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord) const;
+    /// The posterior probabilities of so many target categories. A zero sum is not guarded: the quotients are what
+    /// division by zero gives.
+    void ComputePosteriors(const EncodedCase& encoded, std::span<double> posteriors) const;
+
+    /// Why some case cannot be scored, as a sentence that names the predictor at fault; empty when all can.
+    /// @param target has a variable, and the classifier counts it.
+    std::string FindObstacle(const Target& target) const;
+    /// What it was made of. What lists lack is left out; the name and the assessment figures are the model's to add.
+    ClassifierDescription Describe() const;
+    /// Lays open what it scores with, which must fit together. The name is the model's to add.
+    ClassifierTables GetTables(std::vector<double> priorsOfTables) const;
+
+    void DisplayEncoders(std::ostream& out) const;
+    void DisplayTargetCounts(std::ostream& out) const;
+    void DisplayPredictors(std::ostream& out) const;
+
+private:
+    std::string FindPredictorObstacle(std::size_t predictor) const;
+    std::string FindProductObstacle(const Target& target, std::size_t predictor, int highestCode) const;
+    std::string FindTableObstacle(const Target& target, std::size_t predictor, int highestCode) const;
+    std::string DescribeMissingTargetCounts(const Target& target) const;
+
+    double threshold = 0.0;
+    std::vector<double> targetCounts;
+    std::vector<double> priors;
+    std::vector<std::string> predictorNames;
+    std::vector<const ScoreDictVar*> predictorVars;
+    std::vector<std::unique_ptr<INBVeskEncoder>> encoders;
+    std::vector<std::unique_ptr<NBayesInputBase>> tables;
+};
+
+}  // namespace nbscore

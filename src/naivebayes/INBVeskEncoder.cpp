@@ -1,3 +1,0 @@
-#include "naivebayes/INBVeskEncoder.h"
-
-INBVeskEncoder::~INBVeskEncoder() = default;

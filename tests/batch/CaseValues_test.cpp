@@ -1,0 +1,200 @@
+#include "batch/CaseValues.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <stdexcept>
+
+#include "naivebayes/ModelParts.h"
+
+namespace nbscore {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::ThrowsMessage;
+
+InputDictionary Dictionary(const ScorerIdentity& scorer, std::size_t input, std::size_t size,
+                           std::vector<std::vector<RowNumber>> rows) {
+    return InputDictionary(
+        std::make_shared<InputDictionary::Lookup>(InputDictionary::Lookup{scorer, input, size, std::move(rows)}));
+}
+
+/// Rows of the colours red (2) and blue (3).
+class CaseValuesTest : public testing::Test {
+protected:
+    CaseValuesTest() {
+        tables.var = var.get();
+        tables.kind = PredictorTables::Texts;
+        tables.texts = {&red, &blue};
+        const PredictorTables* const only = &tables;
+        rows.emplace(std::span<const PredictorTables* const>(&only, 1));
+    }
+
+    template <typename Row>
+    void EncodeInto(Row* out, const Column& column, std::size_t first, std::size_t count, std::size_t list = 0) const {
+        const Reader reader{*rows, 0, list};
+        const CaseValues values{.readers = {&reader, 1}, .columns = {&column, 1}, .rows = {}, .cases = first + count};
+        values.Encode(0, first, count, out);
+    }
+
+    /// The rows of the cases from `first` on; the same in bytes and in words.
+    std::vector<RowNumber> Encode(const Column& column, std::size_t first, std::size_t count,
+                                  std::size_t list = 0) const {
+        std::vector<RowNumber> words(count, 99);
+        std::vector<std::uint8_t> bytes(count, 99);
+        EncodeInto(words.data(), column, first, count, list);
+        EncodeInto(bytes.data(), column, first, count, list);
+        EXPECT_EQ(std::vector<RowNumber>(bytes.begin(), bytes.end()), words);
+        return words;
+    }
+
+    std::string red = "red";
+    std::string blue = "blue";
+    std::unique_ptr<BaseDictVar> var = test::TextVariable("colour", {});
+    PredictorTables tables;
+    std::optional<ValueRows> rows;
+    const std::vector<BatchInput> inputs = {{"colour", PredictorTables::Texts}};
+    const ScorerIdentity scorer;
+    const InputDictionary dictionary =
+        Dictionary(scorer, 0, 3, {{missingRow, 3, 2, unknownRow}, {missingRow, 2, 2, 2}});
+};
+
+TEST_F(CaseValuesTest, ReadsNumbersByTheirDigits) {
+    red = "1.5";
+    const PredictorTables* const only = &tables;
+    rows.emplace(std::span<const PredictorTables* const>(&only, 1));
+    const std::vector<double> numbers = {1.5, 2.0, 1.5};
+    EXPECT_THAT(Encode(NumberColumn{numbers, {}}, 0, 3), ElementsAre(2, unknownRow, 2));
+}
+
+TEST_F(CaseValuesTest, ReadsTextsBetweenOffsets_FromAnyCaseOn) {
+    const std::vector<std::int32_t> offsets = {2, 5, 9, 9, 12};
+    const std::vector<std::int64_t> wide(offsets.begin(), offsets.end());
+    const char* bytes = "..redbluered..";
+    EXPECT_THAT(Encode(TextColumn<std::int32_t>{bytes, offsets, {}}, 0, 4), ElementsAre(2, 3, unknownRow, 2));
+    EXPECT_THAT(Encode(TextColumn<std::int64_t>{bytes, wide, {}}, 1, 2), ElementsAre(3, unknownRow));
+}
+
+TEST_F(CaseValuesTest, ReadsTextsThatLieAnywhere) {
+    const std::vector<std::string_view> views = {"blue", "green", "red"};
+    EXPECT_THAT(Encode(TextViewColumn{views, {}}, 0, 3), ElementsAre(3, unknownRow, 2));
+}
+
+TEST_F(CaseValuesTest, FindsNothing_InAnAbsentColumn) {
+    EXPECT_THAT(Encode(AbsentColumn{}, 7, 2), ElementsAre(missingRow, missingRow));
+}
+
+TEST_F(CaseValuesTest, CountsValidityFromItsOffset) {
+    const std::vector<std::string_view> views(10, "red");
+    const std::vector<std::uint8_t> bits = {0b01000000, 0b10000011};
+    const TextViewColumn column{views, {bits.data(), 6}};
+    const RowNumber no = missingRow;
+    EXPECT_THAT(Encode(column, 0, 10), ElementsAre(2, no, 2, 2, no, no, no, no, no, 2));
+    EXPECT_THAT(Encode(column, 8, 2), ElementsAre(no, 2));
+}
+
+TEST_F(CaseValuesTest, LooksCodesUp_InTheListOfTheReader) {
+    const std::vector<std::int8_t> codes = {0, 1, -1, 2};
+    const std::vector<std::int16_t> codes16(codes.begin(), codes.end());
+    const std::vector<std::int32_t> codes32(codes.begin(), codes.end());
+    for (const Column& column : {Column(CodeColumn<std::int8_t>{codes, &dictionary, {}}),
+                                 Column(CodeColumn<std::int16_t>{codes16, &dictionary, {}}),
+                                 Column(CodeColumn<std::int32_t>{codes32, &dictionary, {}})}) {
+        EXPECT_THAT(Encode(column, 0, 4), ElementsAre(3, 2, missingRow, unknownRow));
+        EXPECT_THAT(Encode(column, 1, 3, 1), ElementsAre(2, missingRow, 2));
+    }
+}
+
+template <typename Code>
+void ExpectRefused(const std::function<void(const Column&)>& encode, const InputDictionary& dictionary, Code code) {
+    const std::vector<Code> codes = {0, 0, code, 0};
+    EXPECT_THAT(
+        [&] {
+            encode(CodeColumn<Code>{codes, &dictionary, {}});
+        },
+        ThrowsMessage<std::out_of_range>(
+            HasSubstr("case 2 has the code " + std::to_string(code) + ", but the dictionary has 3 values")));
+}
+
+TEST_F(CaseValuesTest, RefusesCodesThatTheDictionaryDoesNotHave) {
+    const auto encode = [this](const Column& column) { Encode(column, 0, 4); };
+    for (const int code : {3, -2, 127, -128}) {
+        ExpectRefused<std::int8_t>(encode, dictionary, static_cast<std::int8_t>(code));
+        ExpectRefused<std::int16_t>(encode, dictionary, static_cast<std::int16_t>(code));
+        ExpectRefused<std::int32_t>(encode, dictionary, code);
+    }
+    ExpectRefused<std::int32_t>(encode, dictionary, std::numeric_limits<std::int32_t>::max());
+    ExpectRefused<std::int32_t>(encode, dictionary, std::numeric_limits<std::int32_t>::min());
+    std::vector<std::uint8_t> bytes(4);
+    const auto encodeBytes = [&](const Column& column) { EncodeInto(bytes.data(), column, 0, 4); };
+    ExpectRefused<std::int8_t>(encodeBytes, dictionary, 3);
+    ExpectRefused<std::int8_t>(encodeBytes, dictionary, -2);
+}
+
+TEST_F(CaseValuesTest, LooksAtNoCodeThatIsNotValid) {
+    const std::vector<std::int8_t> codes = {0, 100, -100};
+    const std::uint8_t bits = 0b001;
+    EXPECT_THAT(Encode(CodeColumn<std::int8_t>{codes, &dictionary, {&bits, 0}}, 0, 3),
+                ElementsAre(3, missingRow, missingRow));
+}
+
+TEST_F(CaseValuesTest, TakesRowsAsTheyAre_AndRefusesOnesThatDoNotExist) {
+    const std::vector<RowNumber> given = {0, 1, 2, 3, 4};
+    const std::span<const RowNumber> list(given);
+    const Reader reader{*rows, 0, 0};
+    const CaseValues values{.readers = {&reader, 1}, .columns = {}, .rows = {&list, 1}, .cases = 5};
+    std::vector<RowNumber> words(4);
+    std::vector<std::uint8_t> bytes(3);
+    values.Encode(0, 0, 4, words.data());
+    values.Encode(0, 1, 3, bytes.data());
+    EXPECT_THAT(words, ElementsAre(0, 1, 2, 3));
+    EXPECT_THAT(bytes, ElementsAre(1, 2, 3));
+    EXPECT_THAT([&] { values.Encode(0, 2, 3, words.data()); },
+                ThrowsMessage<std::out_of_range>(HasSubstr("case 4 has row 4, but there are 4")));
+}
+
+TEST_F(CaseValuesTest, RefusesColumnsThatCannotBeRead) {
+    const auto problem = [this](const Column& column) {
+        try {
+            RequireReadable({&column, 1}, 2, scorer, inputs);
+        } catch (const std::invalid_argument& error) {
+            return std::string(error.what());
+        }
+        return std::string();
+    };
+    const std::vector<double> three(3);
+    const std::vector<std::string_view> one(1);
+    const std::vector<std::int8_t> codes(2);
+    const std::vector<std::int32_t> falling = {0, 2, 1};
+    const std::vector<std::int32_t> negative = {-1, 0, 1};
+    const std::vector<std::int32_t> fitting = {0, 1, 1};
+    const std::vector<std::int64_t> tooFew = {0, 1};
+    const InputDictionary ofAnotherInput = Dictionary(scorer, 1, 0, {});
+    const InputDictionary ofAnotherScorer = Dictionary(ScorerIdentity(), 0, 0, {});
+    const std::string named = "The column of the input \"colour\" ";
+    EXPECT_EQ(problem(AbsentColumn{}), "");
+    EXPECT_EQ(problem(TextColumn<std::int32_t>{"a", fitting, {}}), "");
+    EXPECT_EQ(problem(CodeColumn<std::int8_t>{codes, &dictionary, {}}), "");
+    EXPECT_EQ(problem(NumberColumn{three, {}}), named + "has 3 values for 2 cases.");
+    EXPECT_EQ(problem(TextViewColumn{one, {}}), named + "has 1 values for 2 cases.");
+    EXPECT_EQ(problem(TextColumn<std::int64_t>{"a", tooFew, {}}), named + "has 1 values for 2 cases.");
+    EXPECT_EQ(problem(TextColumn<std::int32_t>{"ab", {}, {}}), named + "has no offsets.");
+    EXPECT_EQ(problem(TextColumn<std::int32_t>{"ab", falling, {}}), named + "has offsets that fall.");
+    EXPECT_EQ(problem(TextColumn<std::int32_t>{"ab", negative, {}}), named + "has offsets that fall.");
+    EXPECT_EQ(problem(CodeColumn<std::int8_t>{codes, nullptr, {}}), named + "has codes and no dictionary.");
+    EXPECT_EQ(problem(CodeColumn<std::int8_t>{codes, &ofAnotherInput, {}}),
+              named + "has a dictionary of another scorer or input.");
+    EXPECT_EQ(problem(CodeColumn<std::int8_t>{codes, &ofAnotherScorer, {}}),
+              named + "has a dictionary of another scorer or input.");
+}
+
+TEST_F(CaseValuesTest, RefusesAnotherNumberOfColumns) {
+    const std::vector<Column> two(2);
+    EXPECT_THROW(RequireReadable(two, 0, scorer, inputs), std::invalid_argument);
+    EXPECT_THROW(RequireReadable({}, 0, scorer, inputs), std::invalid_argument);
+}
+
+}  // namespace
+}  // namespace nbscore
