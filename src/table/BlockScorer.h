@@ -48,8 +48,9 @@ public:
 /// Scores rows one by one by the model itself: for models that nothing is known of but the contract.
 class ContractBlockScorer : public BlockScorer {
 public:
-    /// @param scoringModel borrowed. @param copiesInput whether a row's cells are written as they are read. @param
-    ///     workLimits asked whether the work is cancelled.
+    /// @param scoringModel borrowed.
+    /// @param copiesInput whether a row's cells are written as they are read.
+    /// @param workLimits of these, only whether the work is cancelled is asked.
     ContractBlockScorer(ScoreModel& scoringModel, CaseBinder caseBinder, ScoredCaseReader resultReader,
                         std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits);
 

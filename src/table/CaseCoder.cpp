@@ -17,11 +17,10 @@ CaseCoder::CaseCoder(const ScoreModel& readModel, const BatchCases& batchScorer,
     : model(readModel),
       scorer(batchScorer),
       binder(readModel, header, sourceName, options),
-      readsDerivedFields(batchScorer.ReadsDerivedFields() && readModel.GetTransformationDictionary() != nullptr),
-      fieldsOfReaders(batchScorer.GetFieldsOfReaders()) {
+      readsDerivedFields(batchScorer.ReadsDerivedFields() && readModel.GetTransformationDictionary() != nullptr) {
     SeededMap<std::string_view, std::vector<std::size_t>> readersOfFields;
-    for (std::size_t reader = 0; reader < fieldsOfReaders.size(); ++reader)
-        readersOfFields[fieldsOfReaders[reader]].push_back(reader);
+    for (std::size_t reader = 0; reader < scorer.GetFieldsOfReaders().size(); ++reader)
+        readersOfFields[scorer.GetFieldsOfReaders()[reader]].push_back(reader);
     const bool areFew = binder.GetColumns().size() <= mostRememberedColumns;
     for (const CaseBinder::BoundColumn& bound : binder.GetColumns()) {
         CodedColumn& column = columns.emplace_back(CodedColumn{bound, {}, std::nullopt});
@@ -76,8 +75,9 @@ void CaseCoder::EncodeCell(const CodedColumn& column, std::string_view cell, std
 void CaseCoder::EncodeWithDerivedFields(const ScoreCaseRecord& record, std::span<RowNumber> rows) const {
     const ScoreCaseRecord* const derived = ComputeDerivedFields(record);
     for (std::size_t reader = 0; reader < rows.size(); ++reader) {
-        const ScoreValue* value = record.GetValueByName(fieldsOfReaders[reader]);
-        if (value == nullptr && derived != nullptr) value = derived->GetValueByName(fieldsOfReaders[reader]);
+        const std::string& field = scorer.GetFieldsOfReaders()[reader];
+        const ScoreValue* value = record.GetValueByName(field);
+        if (value == nullptr && derived != nullptr) value = derived->GetValueByName(field);
         rows[reader] = value == nullptr ? missingRow : RowOf(reader, *value);
     }
 }

@@ -96,7 +96,6 @@ private:
     const BatchCases& scorer;
     CaseBinder binder;
     bool readsDerivedFields;
-    std::vector<std::string> fieldsOfReaders;
     std::vector<CodedColumn> columns;
 };
 

@@ -6,7 +6,6 @@
 
 #include "framework/Limits.h"
 #include "framework/VeskException.h"
-#include "table/HostError.h"
 
 namespace nbscore {
 
