@@ -15,7 +15,7 @@ packages_for() {
             ;;
         windows-run) echo wine wine64 ;;
         lint) echo clang clang-format clang-tidy libclang-rt-14-dev gcovr git ;;
-        bench) echo libbenchmark-dev python3 ;;
+        bench) echo libbenchmark-dev python3 valgrind ;;
         peers) echo python3-sklearn python3-pandas ;;
         *) echo "install-packages.sh: unknown group $1" >&2; exit 2 ;;
     esac
