@@ -35,7 +35,8 @@ if [ "$(id -u)" -ne 0 ]; then
     command -v sudo >/dev/null || { echo "These packages are missing and need root to install:$missing" >&2; exit 1; }
     as_root=sudo
 fi
-echo "Installing:$missing"
+echo "These packages are missing, so these commands are run:$(printf '\n  %s' "${as_root:+$as_root }apt-get update" \
+    "${as_root:+$as_root }apt-get install --no-install-recommends$missing")"
 $as_root apt-get update -qq
 # shellcheck disable=SC2086 # a list of words on purpose
 $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing
