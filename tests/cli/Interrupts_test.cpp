@@ -1,4 +1,4 @@
-#include "cli/Interrupts.h"
+#include "cli/system/Interrupts.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
