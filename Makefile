@@ -1,31 +1,31 @@
-# The front door. `make run` and `make test` work on a fresh Debian 12 machine: what is missing is installed first.
+# `make run` and `make test` work on a fresh Debian 12 machine: they install missing packages first.
 
 JOBS ?= $(shell nproc)
 NBSCORE := build/release/bin/nbscore
 
 .PHONY: help
 help:
-	@echo 'make run        install what is missing, build, and score the bundled example'
-	@echo 'make build      build the command: $(NBSCORE)'
-	@echo 'make test       install what is missing, build and run every test'
-	@echo 'make windows    cross-build for 64-bit Windows and pack build/nbscore-*-windows-x64.zip'
-	@echo 'make test-windows   the tests of that build, under Wine (three minutes once everything is built)'
-	@echo 'make test-windows-core  of these the ones of the built plug-in and command alone'
-	@echo 'make sanitize   the tests under the address, leak and undefined-behaviour sanitizers'
-	@echo 'make tsan       the tests under the thread sanitizer'
-	@echo 'make fuzz       look for faults by random inputs, FUZZ_SECONDS=600 for each kind of input'
-	@echo 'make fuzz-regressions   the inputs that were faults once, and some new ones (two minutes)'
-	@echo 'make coverage   the tests with line coverage of src/; fails below 95 %'
-	@echo 'make bench      what scoring takes, beside tight loops and plain ones (two minutes on an idle machine)'
-	@echo 'make bench-peers        what it takes beside scikit-learn and pandas, which are installed for it'
-	@echo 'make bench-page         write docs/benchmarks.md from what the two measured last'
-	@echo 'make bench-load what loading documents costs beside the bare parse (ten minutes)'
-	@echo 'make bench-growth       how time grows with documents and tables; fails where it grows too fast'
-	@echo 'make lint       formatting and the rules of the source tree'
-	@echo 'make tidy       static analysis of src/, every finding an error (ten minutes)'
-	@echo 'make format     format every source file'
-	@echo 'make install    install the built command and libraries (PREFIX=/usr/local)'
-	@echo 'make clean      remove everything built'
+	@echo 'make run                install missing packages, build, and score the bundled example'
+	@echo 'make build              build the command: $(NBSCORE)'
+	@echo 'make test               install missing packages, build and run every test'
+	@echo 'make windows            cross-build for 64-bit Windows and pack build/nbscore-*-windows-x64.zip'
+	@echo 'make test-windows       test that build under Wine (three minutes once everything is built)'
+	@echo 'make test-windows-core  test only its built plug-in and command'
+	@echo 'make sanitize           run the tests under the address, leak and undefined-behaviour sanitizers'
+	@echo 'make tsan               run the tests under the thread sanitizer'
+	@echo 'make fuzz               fuzz each kind of input for FUZZ_SECONDS=600'
+	@echo 'make fuzz-regressions   fuzz with all earlier findings and some new inputs (two minutes)'
+	@echo 'make coverage           measure line coverage of src/ by the tests; fails below 95 %'
+	@echo 'make bench              measure scoring against tight and plain loops (two minutes on an idle machine)'
+	@echo 'make bench-peers        measure it against scikit-learn and pandas, which are installed for it'
+	@echo 'make bench-page         write docs/benchmarks.md from the last measurements'
+	@echo 'make bench-load         measure loading documents against parsing alone (ten minutes)'
+	@echo 'make bench-growth       measure how time grows with documents and tables; fails if it grows too fast'
+	@echo 'make lint               check formatting and the rules of the source tree'
+	@echo 'make tidy               analyse src/ statically, every finding an error (ten minutes)'
+	@echo 'make format             format every source file'
+	@echo 'make install            install the built command and libraries (PREFIX=/usr/local)'
+	@echo 'make clean              remove everything built'
 
 .PHONY: packages-build packages-test packages-bench packages-lint
 packages-build:
@@ -67,7 +67,7 @@ windows: windows-configured
 test-windows: windows-configured
 	cmake --build --preset windows -j $(JOBS)
 	JOBS=$(JOBS) scripts/test-windows.sh
-# The tests that load the built plug-in and run the built command, all case files among them.
+# The tests that load the built plug-in or run the built command, with all case files.
 WINDOWS_CORE := plugin_test cases_test command_test
 test-windows-core: windows-configured
 	cmake --build --preset windows -j $(JOBS) --target nbscore_runtime write_random_answers $(WINDOWS_CORE)

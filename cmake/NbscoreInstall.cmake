@@ -1,4 +1,4 @@
-# What `cmake --install` leaves, and the package that find_package(nbscore) finds.
+# What `cmake --install` installs, and the package that find_package(nbscore) finds.
 
 include(CMakePackageConfigHelpers)
 

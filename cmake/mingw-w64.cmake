@@ -1,4 +1,4 @@
-# Cross-building for 64-bit Windows with Debian's g++. The compiler with POSIX threads, because std::thread needs them.
+# Cross-building for 64-bit Windows with Debian's g++, the one with POSIX threads, because std::thread needs them.
 
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
@@ -17,7 +17,7 @@ set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32 ${NBSCORE_WINDOWS_PREFIX})
 set(CMAKE_PREFIX_PATH ${NBSCORE_WINDOWS_PREFIX})
 set(ENV{PKG_CONFIG_LIBDIR} ${NBSCORE_WINDOWS_PREFIX}/lib/pkgconfig)
 
-# Programs that run are this machine's own; libraries, headers and packages never are.
+# Use this machine's programs, but never its libraries, headers and packages.
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "Require.h"
-#include "cli/ExitStatus.h"
 #include "cli/TestConsole.h"
+#include "cli/system/ExitStatus.h"
 #include "framework/ControlCharacters.h"
 #include "support/TemporaryFolder.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "cli/Delimiter.h"
+#include "cli/verbs/Options.h"
 
 namespace nbscore::fuzz {
 namespace {

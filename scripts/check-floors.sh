@@ -1,6 +1,6 @@
 #!/bin/sh
-# A folder of src/ may include only itself and the folders above it in the list; XML headers only where XML is read;
-# keys from outside are hashed under a seed.
+# Checks the rules of src/: a folder may include only itself and the folders before it in the list, XML headers are
+# included only where XML is read, and keys from outside are hashed under a seed.
 set -eu
 cd "$(dirname "$0")/.."
 
@@ -26,7 +26,7 @@ if grep -rnE '^#include <xercesc/' src | grep -vE '^src/(framework|translator|do
 fi
 if grep -rnE 'std::unordered_|std::hash' src | grep -v '^src/framework/SeededHash.h:' |
     grep -vE 'std::unordered_(map|set)<(const )?[A-Za-z:]+\*[,>]'; then
-    echo "^ only pointers are hashed without a seed: use SeededMap or SeededSet (framework/SeededHash.h)" >&2
+    echo "^ only pointers may be hashed without a seed: use SeededMap or SeededSet (framework/SeededHash.h)" >&2
     failed=1
 fi
 exit $failed

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Installs the Debian packages that are missing, and only those, for each group named as an argument.
+# Installs the missing Debian packages of each group named as an argument, and only those.
 set -eu
 
 packages_for() {
@@ -9,13 +9,13 @@ packages_for() {
             echo libre2-dev libutf8proc-dev libboost-math-dev libhwy-dev
             ;;
         test) echo libgtest-dev libgmock-dev librapidcheck-dev python3 groff-base node-csv-spectrum ;;
-        # dpkg-dev and the two behind it: the sources that scripts/windows-prefix.sh builds. The last one packs.
+        # dpkg-dev, unicode-data and python3-six are for scripts/windows-prefix.sh, zip for scripts/pack-windows.sh.
         windows)
             echo g++-mingw-w64-x86-64-posix dpkg-dev unicode-data python3-six zip
             ;;
         windows-run) echo wine wine64 ;;
         lint) echo clang clang-format clang-tidy libclang-rt-14-dev gcovr git ;;
-        bench) echo libbenchmark-dev python3 ;;
+        bench) echo libbenchmark-dev python3 valgrind ;;
         peers) echo python3-sklearn python3-pandas ;;
         *) echo "install-packages.sh: unknown group $1" >&2; exit 2 ;;
     esac
@@ -35,7 +35,8 @@ if [ "$(id -u)" -ne 0 ]; then
     command -v sudo >/dev/null || { echo "These packages are missing and need root to install:$missing" >&2; exit 1; }
     as_root=sudo
 fi
-echo "Installing:$missing"
+echo "Packages are missing. Running:$(printf '\n  %s' "${as_root:+$as_root }apt-get update" \
+    "${as_root:+$as_root }apt-get install --no-install-recommends$missing")"
 $as_root apt-get update -qq
 # shellcheck disable=SC2086 # a list of words on purpose
 $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing

@@ -1,11 +1,11 @@
 #!/bin/sh
-# What a look at the sources alone can tell: formatting, the rules of the source tree, headers that compile alone.
+# Checks the sources: formatting, the rules of the source tree, and that each header compiles alone.
 # `lint.sh tidy` runs the static analysis instead, with every finding an error.
 set -eu
 cd "$(dirname "$0")/.."
 jobs=$(nproc)
 
-# sources SUFFIX FOLDER...: the files of these folders; an empty list would pass every check, so it is a fault.
+# sources SUFFIX FOLDER...: the files of these folders. No files is an error, because every check would pass.
 sources() {
     suffix=$1
     shift
@@ -23,15 +23,15 @@ fi
 
 for suffix in h cpp; do
     sources $suffix src tests bench fuzz | xargs clang-format --dry-run -Werror
-    # The formatter leaves comments on lines of their own as they are. Texts between backticks may be longer.
+    # The formatter does not wrap comments on lines of their own. Lines with texts between backticks may be longer.
     sources $suffix src tests bench fuzz | xargs awk '
         /^ *\/\/\/? [^`]*$/ && length > 120 { print FILENAME ":" FNR ": a comment of over 120 columns"; found = 1 }
         END { exit found }'
 done
 scripts/check-floors.sh
-# A fuzzer leaves what it learns in the first folder that it is given, each under a hash.
+# A fuzzer writes new inputs, named by a hash, to the first folder that it is given.
 if find fuzz | grep -E '/[0-9a-f]{32,}'; then
-    echo "lint: ^ inputs that are kept say in their names what they show" >&2
+    echo "lint: ^ name kept inputs after what they show" >&2
     exit 1
 fi
 # shellcheck disable=SC2016 # the inner shell expands it

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Packs the Windows build with everything that it needs to run and to be built against:
+# Packs the Windows build, with everything needed to run it and to build against it, into
 # build/nbscore-<version>-windows-x64.zip.
 set -eu
 cd "$(dirname "$0")/.."

@@ -1,4 +1,4 @@
-# Shows a small table of comma-separated values (without quotes) in aligned columns, long fractions cut to 4 digits.
+# Shows a small CSV table (without quotes) in aligned columns, with long fractions rounded to 4 digits.
 BEGIN { FS = "," }
 {
     columns = NF > columns ? NF : columns

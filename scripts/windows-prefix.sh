@@ -1,13 +1,13 @@
 #!/bin/sh
-# Cross-builds for Windows what nbscore leans on, from Debian's own sources, into one folder: build/windows-prefix, or
-# the one that NBSCORE_WINDOWS_PREFIX names, such as a folder that a cache keeps. A folder that was made of the same
-# versions by the same script is left as it is.
+# Cross-builds the libraries that nbscore needs for Windows, from Debian's own sources, into one folder:
+# build/windows-prefix, or the one that NBSCORE_WINDOWS_PREFIX names, such as a cached folder. A folder that the same
+# script has built from the same versions is left as it is.
 set -eu
 cd "$(dirname "$0")/.."
 prefix=${NBSCORE_WINDOWS_PREFIX:-$PWD/build/windows-prefix}
 jobs=${JOBS:-$(nproc)}
 
-# Source packages, each at the version of the Debian package that the Linux build uses.
+# Source packages, in the versions of the Debian packages that the Linux build uses.
 version_of() { dpkg-query -W -f '${source:Version}' "$1"; }
 xerces=xerces-c=$(version_of libxerces-c-dev)
 re2=re2=$(version_of libre2-dev)
@@ -29,7 +29,7 @@ trap 'rm -rf "$work"' EXIT
 rm -rf "$prefix"
 mkdir -p "$prefix/include" "$prefix/share/cmake" "$prefix/lib/pkgconfig" "$work/lists/partial" "$work/apt" "$work/source"
 
-# The machine's own package sources, asked for sources instead of binaries, without touching its configuration.
+# The package sources of this machine, but for sources instead of binaries; its configuration stays as it is.
 for list in /etc/apt/sources.list.d/*.sources; do
     [ -e "$list" ] && sed 's/^Types:.*/Types: deb-src/' "$list" >"$work/apt/$(basename "$list")"
 done
@@ -40,14 +40,14 @@ from_debian() {
     apt-get -q -o Dir::Etc::sourcelist=/dev/null -o Dir::Etc::sourceparts="$work/apt" \
         -o Dir::State::lists="$work/lists" -o Dir::Cache="$work/cache" -o APT::Sandbox::User= "$@"
 }
-echo "Fetching the sources of what the Windows build leans on"
+echo "Fetching the sources of the libraries for the Windows build"
 mkdir -p "$work/cache/archives/partial"
 from_debian update >"$work/log" 2>&1 || { cat "$work/log" >&2; exit 1; }
 for package in "$xerces" "$re2" "$utf8proc" "$highway"; do
     (cd "$work/source" && from_debian source "$package") >"$work/log" 2>&1 || { cat "$work/log" >&2; exit 1; }
 done
 
-# build NAME SOURCE OPTION...: configures a library and builds TARGETS (all of it where that is empty).
+# build NAME SOURCE OPTION...: configures a library, builds $targets (all if empty) and installs it.
 build() {
     name=$1
     source=$2
@@ -68,14 +68,14 @@ targets=xerces-c installed=/src build xerces-c "$work"/source/xerces-c-*/ \
 # The others end up inside the framework and the host library.
 targets= installed= build highway "$work"/source/highway-*/ \
     -DBUILD_SHARED_LIBS=OFF -DHWY_ENABLE_CONTRIB=OFF -DHWY_ENABLE_EXAMPLES=OFF -DHWY_ENABLE_TESTS=OFF -DBUILD_TESTING=OFF
-# The tables that Debian's sources leave out are made from its own Unicode data, as they are for its own library.
+# Debian's sources leave out some tables. They are made from its own Unicode data, as for its own library.
 make -C "$work"/source/re2-*/ REBUILD_TABLES=1 \
     re2/perl_groups.cc re2/unicode_groups.cc re2/unicode_casefold.cc >"$work/log" 2>&1 || { cat "$work/log" >&2; exit 1; }
 targets= installed= build re2 "$work"/source/re2-*/ -DBUILD_SHARED_LIBS=OFF -DRE2_BUILD_TESTING=OFF
 targets= installed= build utf8proc "$work"/source/utf8proc-*/ -DBUILD_SHARED_LIBS=OFF
 targets= installed= build googletest /usr/src/googletest -DBUILD_SHARED_LIBS=OFF
 
-# RE2's own build writes no file for pkg-config, which is where the Linux build finds the library, and the other file
+# The Linux build finds these two libraries by pkg-config. RE2's own build writes no file for it, and utf8proc's file
 # does not say that a static library needs a definition.
 cat >"$prefix/lib/pkgconfig/re2.pc" <<PC
 Name: re2
@@ -92,7 +92,7 @@ Cflags: -I$prefix/include -DUTF8PROC_STATIC
 Libs: -L$prefix/lib -lutf8proc
 PC
 
-# Libraries of headers alone are the machine's own, these folders and no others.
+# Header-only libraries are taken from this machine, these folders and no others.
 for headers in boost CLI nlohmann rapidcheck rapidcheck.h; do
     ln -s "/usr/include/$headers" "$prefix/include/$headers"
 done

@@ -445,7 +445,7 @@ void AddTheRest(std::vector<GrowingDocument>& all) {
             return "<TreeModel functionName=\"classification\"><MiningSchema/><Node><True/></Node></TreeModel>\n";
         });
     }));
-    all.push_back(Grow("columns of a table", million, [](std::size_t n, Document& document) {
+    all.push_back(Grow("columns of a table", million / 2, [](std::size_t n, Document& document) {
         document.columns = Each(n, [](const std::string& i) { return ",c" + i; });
         document.cells = std::string(n, ',');
     }));

@@ -14,6 +14,8 @@ struct VerbTime {
 
 /// Does with a document all that can be done with one, and scores the table with it. Throws what the first of them
 /// throws that fails.
-std::vector<VerbTime> TimeVerbs(const std::filesystem::path& document, const std::filesystem::path& table);
+/// @param only the verb to do, after what it cannot do without; empty for all.
+std::vector<VerbTime> TimeVerbs(const std::filesystem::path& document, const std::filesystem::path& table,
+                                const std::string& only = {});
 
 }  // namespace nbscore::bench

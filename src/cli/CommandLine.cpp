@@ -2,14 +2,10 @@
 
 #include <algorithm>
 
-#include "cli/CheckCommand.h"
-#include "cli/DisplayCommand.h"
-#include "cli/ExitStatus.h"
-#include "cli/HelpFormatter.h"
-#include "cli/Interrupts.h"
-#include "cli/OptionText.h"
-#include "cli/ScoreCommand.h"
-#include "cli/VerifyCommand.h"
+#include "cli/help/HelpFormatter.h"
+#include "cli/help/HelpText.h"
+#include "cli/system/ExitStatus.h"
+#include "cli/system/Interrupts.h"
 #include "framework/Limits.h"
 #include "table/HostError.h"
 
@@ -51,10 +47,10 @@ CommandLine::CommandLine() : app(description, "nbscore") {
     app.require_subcommand(1);
     app.allow_windows_style_options(false);
     app.set_help_flag();
-    AddCommand(std::make_unique<ScoreCommand>(app));
-    AddCommand(std::make_unique<DisplayCommand>(app));
-    AddCommand(std::make_unique<CheckCommand>(app));
-    AddCommand(std::make_unique<VerifyCommand>(app));
+    AddCommand(MakeScoreCommand(app));
+    AddCommand(MakeDisplayCommand(app));
+    AddCommand(MakeCheckCommand(app));
+    AddCommand(MakeVerifyCommand(app));
     app.set_help_flag("-h,--help", "Show this help. After a command: the help of that command.");
     app.set_version_flag("--version", "nbscore " + GetVersion(), "Show the version.");
 }

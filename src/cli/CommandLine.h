@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "cli/Command.h"
-#include "cli/Console.h"
-#include "cli/ErrorReport.h"
+#include "cli/system/Console.h"
+#include "cli/system/ErrorReport.h"
+#include "cli/verbs/Command.h"
 
 namespace nbscore {
 

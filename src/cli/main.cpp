@@ -4,13 +4,12 @@
 #include <vector>
 
 #include "cli/CommandLine.h"
-#include "cli/Descriptor.h"
-#include "cli/ErrorReport.h"
-#include "cli/InterruptibleWriting.h"
-#include "cli/Interrupts.h"
-#include "cli/ProgramArguments.h"
-#include "cli/TerminalText.h"
-#include "cli/Utf8Console.h"
+#include "cli/system/Descriptor.h"
+#include "cli/system/ErrorReport.h"
+#include "cli/system/InterruptibleOutput.h"
+#include "cli/system/Interrupts.h"
+#include "cli/system/ProgramStart.h"
+#include "cli/system/TerminalText.h"
 #include "host/StandardOutput.h"
 
 namespace nbscore {

@@ -1,4 +1,4 @@
-#include "cli/CaseInput.h"
+#include "cli/verbs/CaseInput.h"
 
 #include <gtest/gtest.h>
 

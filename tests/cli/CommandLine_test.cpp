@@ -6,8 +6,8 @@
 #include <csignal>
 
 #include "cli/FruitDocument.h"
-#include "cli/Interrupts.h"
 #include "cli/TestConsole.h"
+#include "cli/system/Interrupts.h"
 #include "support/TemporaryFolder.h"
 #include "table/HostError.h"
 

@@ -1,4 +1,4 @@
-#include "cli/Delimiter.h"
+#include "cli/verbs/Options.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "cli/ErrorReport.h"
+#include "cli/system/ErrorReport.h"
 
 #include <gtest/gtest.h>
 

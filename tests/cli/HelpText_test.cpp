@@ -1,4 +1,4 @@
-#include "cli/HelpText.h"
+#include "cli/help/HelpText.h"
 
 #include <gtest/gtest.h>
 

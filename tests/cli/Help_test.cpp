@@ -3,10 +3,9 @@
 
 #include <sstream>
 
-#include "cli/ExitStatus.h"
-#include "cli/HelpText.h"
-#include "cli/OptionText.h"
 #include "cli/TestConsole.h"
+#include "cli/help/HelpText.h"
+#include "cli/system/ExitStatus.h"
 
 namespace nbscore {
 

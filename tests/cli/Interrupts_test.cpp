@@ -1,4 +1,4 @@
-#include "cli/Interrupts.h"
+#include "cli/system/Interrupts.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <optional>
 
+#include "host/OutputFile.h"
 #include "support/TemporaryFolder.h"
 #include "table/HostError.h"
 
@@ -173,6 +174,27 @@ TEST(InterruptsDeathTest, EndTheProcessAndRemoveTheFile_WhenNobodyHears) {
             testing::ExitedWithCode(isTime ? 5 : 143), isTime ? "^error: the run takes more time " : "^interrupted\n$");
         EXPECT_EQ(folder.CountEntries(), 0U);
     }
+}
+
+/// The temporary file stands beside the file that the link leads to, not beside the link.
+TEST(InterruptsDeathTest, RemoveTheFile_WhenTheOutputsNameIsALinkIntoAnotherFolder) {
+    const test::TemporaryFolder folder;
+    const std::filesystem::path target = folder.GetPath() / "target";
+    const std::filesystem::path link = folder.GetPath() / "out.csv";
+    std::filesystem::create_directory(target);
+    std::filesystem::create_symlink("target/out.csv", link);
+    EXPECT_EXIT(
+        {
+            const Interrupts interrupts(endProcess);
+            const UnfinishedOutput unfinished;
+            const OutputFile file(link, {[] {}, {}});
+            if (std::filesystem::is_empty(target)) _exit(98);
+            UnfinishedOutput::SetTemporaryFile(file.GetTemporaryPath());
+            std::raise(SIGTERM);
+            GoOnWithoutListening();
+        },
+        testing::ExitedWithCode(143), "^interrupted\n$");
+    EXPECT_TRUE(std::filesystem::is_empty(target));
 }
 
 /// The file has its own name by then.

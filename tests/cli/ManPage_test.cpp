@@ -1,11 +1,11 @@
-#include "cli/ManPage.h"
+#include "cli/help/ManPage.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "cli/CommandLine.h"
-#include "cli/ExitStatus.h"
-#include "cli/OptionText.h"
+#include "cli/help/HelpText.h"
+#include "cli/system/ExitStatus.h"
 
 namespace nbscore {
 

@@ -1,4 +1,4 @@
-#include "cli/Progress.h"
+#include "cli/system/Progress.h"
 
 #include <gtest/gtest.h>
 

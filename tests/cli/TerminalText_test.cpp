@@ -1,4 +1,4 @@
-#include "cli/TerminalText.h"
+#include "cli/system/TerminalText.h"
 
 #include <gtest/gtest.h>
 

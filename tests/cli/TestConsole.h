@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "cli/CommandLine.h"
-#include "cli/Console.h"
+#include "cli/system/Console.h"
 #include "table/OutputSink.h"
 
 namespace nbscore::test {

@@ -55,8 +55,8 @@ TEST_P(DocumentedCommands, PrintWhatThePageShows) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Pages, DocumentedCommands, testing::Values("README.md"),
-                         [](const auto& page) { return page.param.substr(0, page.param.find('.')); });
+INSTANTIATE_TEST_SUITE_P(Pages, DocumentedCommands, testing::Values("README.md", "docs/command.md"),
+                         [](const auto& page) { return std::filesystem::path(page.param).stem().string(); });
 
 }  // namespace
 }  // namespace nbscore::test

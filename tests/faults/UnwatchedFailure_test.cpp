@@ -100,6 +100,9 @@ TEST_F(UnwatchedFailure, LeavesTheEarlierFileAlone_WhenTheNewOneGetsTooLong) {
 }
 
 TEST_F(UnwatchedFailure, IsTold_WhenTooFewFilesMayBeOpen) {
+#ifdef NBSCORE_SANITIZED
+    GTEST_SKIP() << "sanitizers open a pipe to see whether an object may be read";
+#endif
     const std::vector<std::string> files = {"cases.csv", "model.pmml"};
     std::string told;
     for (int mostFiles = 4; mostFiles < 12; ++mostFiles) {

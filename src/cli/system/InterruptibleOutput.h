@@ -1,0 +1,45 @@
+#pragma once
+
+#include <array>
+#include <ostream>
+#include <streambuf>
+
+#include "host/OutputBuffer.h"
+#include "table/OutputSink.h"
+
+namespace nbscore {
+
+/// How a request to stop is heard by whichever thread is writing: a signal comes to one thread only, and another may be
+/// the one that waits for a full pipe.
+OutputWaiting InterruptibleWriting();
+
+/// A stream that hands everything on to an output sink, in pieces. Errors of the sink, and the request to
+/// stop, leave the operation that writes as the exceptions that they are.
+class SinkStream : public std::ostream {
+public:
+    /// @param sink borrowed.
+    explicit SinkStream(OutputSink& sink) : std::ostream(nullptr), buffer(sink) {
+        rdbuf(&buffer);
+        exceptions(badbit);
+    }
+
+private:
+    class Buffer : public std::streambuf {
+    public:
+        explicit Buffer(OutputSink& destination) : sink(destination) {
+            setp(piece.data(), piece.data() + piece.size());
+        }
+
+    protected:
+        int_type overflow(int_type character) override;
+        int sync() override;
+
+    private:
+        OutputSink& sink;
+        std::array<char, 16384> piece{};
+    };
+
+    Buffer buffer;
+};
+
+}  // namespace nbscore

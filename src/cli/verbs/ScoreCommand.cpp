@@ -1,0 +1,249 @@
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+#include <utility>
+
+#include "cli/system/Interrupts.h"
+#include "cli/system/Progress.h"
+#include "cli/system/TerminalText.h"
+#include "cli/verbs/CaseInput.h"
+#include "cli/verbs/Command.h"
+#include "cli/verbs/ModelArgument.h"
+#include "cli/verbs/Options.h"
+#include "cli/verbs/OutputArgument.h"
+#include "framework/NumberText.h"
+#include "table/SubModels.h"
+#include "table/TableScorer.h"
+
+namespace nbscore {
+
+namespace {
+
+constexpr const char* description = R"(Score every row of a table with a model.
+
+MODEL is a PMML document with a Naive Bayes model. CASES is a table of comma-separated values in UTF-8: the first line names the columns, each further row is one case. Without CASES, or with "-", the table is read from standard input. Columns are matched to the model's fields by name, in any order; columns that the model does not know are passed on. An empty cell is a missing value. Texts are taken as they stand, blanks included; around a number blanks may stand.
+
+The result has one row for each case, in the same order: all columns of the input, then predicted_TARGET, confidence (the probability of the prediction) and probability_CATEGORY for each category of the target. With --format jsonl it has one JSON object for each case instead.
+
+A self-learning document holds sub-models, such as one for each offer. Then the result has score_NAME for each of them: the probability of the target's second category. Where names are equal or empty, the sub-model's number, counted from 0, joins the name or stands for it. See --long and --best for other shapes; as JSON the scores are the list "models".
+
+Rows are written as they are read, in bounded memory, so a table may have any size; with --output it may also be replaced by its own result. When the run is long and standard error is a terminal that does not show the results too, a line there tells how far it has come.)";
+
+constexpr const char* footer = R"(Examples:
+
+  Score a table and see the result:
+    nbscore score model.pmml cases.csv
+
+  Keep the result in a file, without the input's own columns:
+    nbscore score model.pmml cases.csv --only-scores -o scores.csv
+
+  Semicolons between cells, texts in numeric columns taken as missing:
+    nbscore score model.pmml cases.csv --delimiter ";" --bad-values missing
+
+  The three best offers for each customer, from a document of sub-models:
+    nbscore score offers.pmml customers.csv --best 3
+
+  In a pipeline, as one JSON object a case:
+    zcat cases.csv.gz | nbscore score model.pmml --format jsonl --quiet)";
+
+constexpr int mostThreads = 1024;
+
+bool ShowsProgress(const Console& console, const OpenedOutput& opened, bool quiet) {
+    return !quiet && console.messagesTerminal != nullptr && !opened.isTerminal;
+}
+
+void WarnOfBrokenArithmetic(Console& console, const std::string& source, std::uint64_t line) {
+    console.messages << "warning: " << MakePrintable(source) << ':' << line
+                     << ": a probability came out as no number or infinite here, and perhaps in later cases: the "
+                        "model's threshold or counts are too extreme for its arithmetic\n";
+}
+
+/// nbscore score MODEL [CASES]: scores every row of a table with a model.
+///
+/// The rows come as a stream from a file or from standard input, and go in the same order to standard output
+/// or to a file that appears when it is whole. The document is read and found fit to score before the first
+/// row is.
+class ScoreCommand : public Command {
+public:
+    explicit ScoreCommand(CLI::App& parent);
+
+    ExitStatus Run(Console& console) override;
+    std::string GetDocumentName() const override { return model.GetDocumentName(); }
+
+private:
+    void DeclareTableOptions();
+    void DeclareResultOptions();
+    void DeclareSubModelOptions();
+    void RequireSensibleOptions() const;
+    void RequireOptionsOfASingleClassifier() const;
+    void CheckAgainstModel(ScoreModel& scorable, Console& console) const;
+    ScoringSummary Score(LoadedModel& loaded, CaseInput& input, const OpenedOutput& opened, Console& console) const;
+
+    ModelArgument model;
+    std::string cases = "-";
+    OutputArgument output;
+    TableScorerOptions options;
+    bool quiet = false;
+};
+
+ScoreCommand::ScoreCommand(CLI::App& parent) : Command(parent, "score", description) {
+    app.footer(footer);
+    options.threads = std::max(1U, std::thread::hardware_concurrency());
+    model.DeclareDocument(app);
+    app.add_option("CASES", cases, "The table of cases; \"-\" or nothing for standard input.")
+        ->type_name("")
+        ->check(RefuseEmptyName);
+    output.Declare(app);
+    DeclareResultOptions();
+    DeclareSubModelOptions();
+    DeclareTableOptions();
+    model.DeclareReading(app);
+    const auto takeThreads = [this](const std::string& text) {
+        const int count = ReadInt(text).value_or(0);
+        if (count < 1 || count > mostThreads) {
+            throw CLI::ValidationError("--threads",
+                                       "'" + text + "' is no whole number from 1 to " + std::to_string(mostThreads));
+        }
+        options.threads = static_cast<std::size_t>(count);
+    };
+    app.add_option_function<std::string>("--threads", takeThreads,
+                                         "Score on N threads; as many as there are processors if not given. The result "
+                                         "is the same for any number.")
+        ->type_name("N");
+    app.add_flag("--quiet", quiet, "Show no progress and no remarks. Errors and warnings are still shown.");
+}
+
+void ScoreCommand::DeclareResultOptions() {
+    AddChoice(app, "--format", options.output.format, {{"csv", ScoreFormat::Csv}, {"jsonl", ScoreFormat::JsonLines}},
+              "Write a table (csv, the default) or one JSON object for each case, each on a line (jsonl), which "
+              "never holds the input's columns.");
+    app.add_flag("--only-scores", options.output.onlyScores, "Leave the input's own columns out of the result.");
+    app.add_flag("--prediction-only", options.output.predictionOnly,
+                 "Give the prediction alone: no confidence, no probabilities. Of sub-models: no assessment figures.");
+    app.add_option("--prefix", options.output.prefix,
+                   "Begin the name of each column that scoring adds with TEXT. Needed when the input has a column of "
+                   "the same name. Not for jsonl.")
+        ->type_name("TEXT");
+}
+
+void ScoreCommand::DeclareSubModelOptions() {
+    SubModelOptions& subModels = options.output.subModels;
+    app.add_flag(
+        "--long", subModels.longRows,
+        "For sub-models: write a row for each case and sub-model, with the columns model, score, "
+        "assessment_mean and assessment_std_dev, instead of a column for each sub-model. A model is called as in "
+        "the names of those columns. Not for jsonl.");
+    const auto takeBest = [&subModels](const std::string& text) {
+        const int best = ReadInt(text).value_or(0);
+        if (best < 1) throw CLI::ValidationError("--best", "'" + text + "' is no whole number above 0");
+        subModels.best = static_cast<std::size_t>(best);
+    };
+    app.add_option_function<std::string>(
+           "--best", takeBest,
+           "For sub-models: keep each case's N highest scores, best first; equal ones in the model's order. A case "
+           "that says "
+           "nothing to a sub-model has its raw prior as score, which is ranked as it stands. Without "
+           "--long the columns are then best_1_model, best_1_score, best_2_model and so on.")
+        ->type_name("N");
+}
+
+void ScoreCommand::DeclareTableOptions() {
+    const auto takeDelimiter = [this](const std::string& text) {
+        const std::optional<char> delimiter = ReadDelimiter(text);
+        if (!delimiter) {
+            throw CLI::ValidationError("--delimiter", "'" + text +
+                                                          "' is not one ASCII character, or is a quote or a line "
+                                                          "break; for a tabulator say tab");
+        }
+        options.delimiter = options.output.delimiter = *delimiter;
+    };
+    app.add_option_function<std::string>("--delimiter", takeDelimiter,
+                                         "What stands between cells, in the input and in the result: one ASCII "
+                                         "character, or tab. A comma if not given.")
+        ->type_name("CHAR");
+    AddChoice(app, "--bad-values", options.cases.badValues,
+              {{"stop", BadValues::Stop}, {"missing", BadValues::Missing}},
+              "Where a numeric field holds a text that is no number: stop with an error (the default), or take the "
+              "value as missing.");
+    app.add_flag("--allow-missing-fields", options.cases.allowMissingFields,
+                 "Take a field that the model needs, as an input or to compute a derived one, and that the table lacks "
+                 "as missing in every case, instead of as an error.");
+    app.add_flag("--allow-empty", options.allowEmpty,
+                 "Accept a table with a header and no case; the result then has no case either.");
+}
+
+void ScoreCommand::RequireSensibleOptions() const {
+    if (options.output.format == ScoreFormat::JsonLines && !options.output.prefix.empty()) {
+        throw CLI::ValidationError("--prefix", "it names columns, and --format jsonl has none");
+    }
+    if (options.output.format == ScoreFormat::JsonLines && options.output.subModels.longRows) {
+        throw CLI::ValidationError("--long", "it shapes the rows of a table, and --format jsonl has none");
+    }
+}
+
+void ScoreCommand::RequireOptionsOfASingleClassifier() const {
+    const SubModelOptions& subModels = options.output.subModels;
+    if (!subModels.longRows && !subModels.best) return;
+    throw CLI::ValidationError(
+        subModels.longRows ? "--long" : "--best",
+        "it is for sets of sub-models, and '" + model.GetDocumentName() + "' holds a single classifier");
+}
+
+/// What can be said of the options only when the model is known.
+void ScoreCommand::CheckAgainstModel(ScoreModel& scorable, Console& console) const {
+    const std::optional<std::vector<std::string>> subModels = FindSubModelNames(scorable);
+    if (!subModels) {
+        RequireOptionsOfASingleClassifier();
+    } else if (subModels->empty() && !quiet) {
+        console.messages << "note: " << MakePrintable(model.GetDocumentName())
+                         << ": the model has no sub-models: there are no scores\n";
+    }
+}
+
+ExitStatus ScoreCommand::Run(Console& console) {
+    RequireSensibleOptions();
+    const TimeLimit timeLimit(model.GetReading().GetMaxTime());
+    LoadedModel loaded = model.Read(console, quiet);
+    loaded.RequireScorable();
+    CheckAgainstModel(loaded.Get(), console);
+
+    std::optional<CaseInput> input(std::in_place, cases);
+    const std::string inputName = input->GetName();
+    if (input->IsTyped() && !quiet) {
+        console.messages << "Type or paste a table: a line with the names of the columns, then a line for each case. "
+                            "End with Ctrl-D (Ctrl-Z on Windows).\n"
+                         << std::flush;
+    }
+    const OpenedOutput opened = output.Open(console, model.GetDocumentName());
+    const ScoringSummary summary = Score(loaded, *input, opened, console);
+    Interrupts::ThrowIfRequested();
+    // The table may be what is replaced, and Windows replaces no file that is open.
+    input.reset();
+    opened.Commit();
+    if (summary.firstNonFiniteLine != 0) WarnOfBrokenArithmetic(console, inputName, summary.firstNonFiniteLine);
+    return ExitStatus::Fine;
+}
+
+ScoringSummary ScoreCommand::Score(LoadedModel& loaded, CaseInput& input, const OpenedOutput& opened,
+                                   Console& console) const {
+    std::optional<Progress> progress;
+    if (ShowsProgress(console, opened, quiet))
+        progress.emplace(*console.messagesTerminal, input.GetSize(), console.now);
+    const auto onProgress = [&progress](const ScoringProgress& state) {
+        Interrupts::ThrowIfRequested();
+        if (progress) progress->Update(state);
+    };
+    TableScorerOptions scoring = options;
+    scoring.limits = model.GetReading().GetLimits();
+    return ScoreTable(loaded.Get(), input.GetStream(), input.GetName(), opened.sink, scoring, onProgress);
+}
+
+}  // namespace
+
+std::unique_ptr<Command> MakeScoreCommand(CLI::App& parent) {
+    return std::make_unique<ScoreCommand>(parent);
+}
+
+}  // namespace nbscore
