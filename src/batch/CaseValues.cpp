@@ -11,6 +11,7 @@
 namespace nbscore {
 namespace {
 
+/// The loops copy it, so that the compiler need not think that storing a byte changes it.
 template <typename Row>
 struct Cases {
     std::size_t first;
@@ -23,9 +24,10 @@ template <typename Row, typename ValueAt>
 void EncodeValues(const ValueRows& valueRows, const Validity& validity, const Cases<Row>& cases,
                   const ValueAt& valueAt) {
     valueRows.Visit([&](const auto& rowOf) {
-        for (std::size_t i = 0; i < cases.count; ++i) {
-            const std::size_t entry = cases.first + i;
-            cases.rows[i] = static_cast<Row>(validity.HasValue(entry) ? rowOf(valueAt(entry)) : missingRow);
+        const auto [first, count, rows] = cases;
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::size_t entry = first + i;
+            rows[i] = static_cast<Row>(validity.HasValue(entry) ? rowOf(valueAt(entry)) : missingRow);
         }
     });
 }
@@ -61,16 +63,19 @@ template <typename Code>
 
 template <typename Row, typename Code>
 void EncodeCodes(const std::vector<RowNumber>& rowsOfCodes, const CodeColumn<Code>& column, const Cases<Row>& cases) {
-    for (std::size_t i = 0; i < cases.count; ++i) {
-        const std::size_t entry = cases.first + i;
-        const Code code = column.codes[entry];
-        if (!column.validity.HasValue(entry)) {
-            cases.rows[i] = static_cast<Row>(missingRow);
+    const auto [first, count, rows] = cases;
+    const std::span<const RowNumber> known = rowsOfCodes;
+    const auto [codes, dictionary, validity] = column;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t entry = first + i;
+        const Code code = codes[entry];
+        if (!validity.HasValue(entry)) {
+            rows[i] = static_cast<Row>(missingRow);
             continue;
         }
         const auto place = static_cast<std::size_t>(static_cast<std::int64_t>(code) + 1);
-        if (place >= rowsOfCodes.size()) RefuseCode(entry, code, rowsOfCodes.size() - 1);
-        cases.rows[i] = static_cast<Row>(rowsOfCodes[place]);
+        if (place >= known.size()) RefuseCode(entry, code, known.size() - 1);
+        rows[i] = static_cast<Row>(known[place]);
     }
 }
 

@@ -58,6 +58,8 @@ SingleClassifier::SingleClassifier(const ClassifierTables& tables, std::span<con
     std::ranges::copy(tables.priors, priors.Get());
     for (std::size_t j = 0; j < readers.size(); ++j) {
         factors.push_back(MakeFactors(tables.predictors[j], readers[j].rows, categories));
+        tablesByRow.push_back(factors.back().GetRows());
+        tablesByCategory.push_back(factors.back().GetPlanes());
         hasByteRows = hasByteRows && factors.back().GetNumRows() <= rowsOfAByte;
     }
 }
@@ -75,16 +77,14 @@ public:
           pitch(GetPitch(values.cases, classifier.categories)),
           // What stands behind a block's last case is read too: rows of the block before, or of missing values.
           rows(classifier.factors.size() * pitch),
+          rowsOfPredictors(classifier.factors.size()),
           probabilities(pitch * classifier.categories, 0.0),
           scratch(multiple * FactorTable::GetStride(classifier.categories), 0.0),
           usable(pitch),
           predicted(pitch),
           confidence(pitch) {
-        for (std::size_t j = 0; j < classifier.factors.size(); ++j) {
-            rowsOfPredictors.push_back(rows.data() + j * pitch);
-            tablesByRow.push_back(classifier.factors[j].GetRows());
-            tablesByCategory.push_back(classifier.factors[j].GetPlanes());
-        }
+        for (std::size_t j = 0; j < rowsOfPredictors.size(); ++j)
+            rowsOfPredictors[j] = rows.data() + j * pitch;
     }
 
     void Score() {
@@ -120,8 +120,8 @@ private:
         MultiplyFactors({.priors = classifier.priors.Get(),
                          .categories = classifier.categories,
                          .predictors = rowsOfPredictors.size(),
-                         .tablesByRow = tablesByRow.data(),
-                         .tablesByCategory = tablesByCategory.data(),
+                         .tablesByRow = classifier.tablesByRow.data(),
+                         .tablesByCategory = classifier.tablesByCategory.data(),
                          .cases = block.cases,
                          .joints = probabilities.Get(),
                          .pitch = pitch,
@@ -161,8 +161,6 @@ private:
     std::size_t pitch;
     std::vector<Row> rows;
     std::vector<const Row*> rowsOfPredictors;
-    std::vector<const double*> tablesByRow;
-    std::vector<const double*> tablesByCategory;
     AlignedNumbers probabilities;
     AlignedNumbers scratch;
     std::vector<std::uint8_t> usable;

@@ -18,6 +18,8 @@ class SingleClassifier {
 public:
     /// @param readers one for each predictor.
     SingleClassifier(const ClassifierTables& tables, std::span<const Reader> readers);
+    SingleClassifier(const SingleClassifier&) = delete;
+    SingleClassifier& operator=(const SingleClassifier&) = delete;
 
     void Score(const CaseValues& values, const AnswerColumns& answers) const;
 
@@ -28,8 +30,10 @@ private:
     std::size_t categories;
     AlignedNumbers priors;
     std::vector<double> targetCounts;
-    /// Of each predictor.
+    /// Of each predictor; and what the loops see of it.
     std::vector<FactorTable> factors;
+    std::vector<const double*> tablesByRow;
+    std::vector<const double*> tablesByCategory;
     /// Whether the number of every row fits into a byte.
     bool hasByteRows = true;
 };

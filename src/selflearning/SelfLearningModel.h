@@ -106,13 +106,13 @@ private:
     };
 
     bool HasModel(int model) const { return model >= 0 && model < numOfModels; }
-    /// Where there is none of this number, the process stops.
+    /// The process stops where the set has none of this number.
     const SubModel& GetSubModel(int model) const;
-    /// A sub-model's classifier, which may be one that there is no room for yet, once its threshold is set; before that
-    /// the process stops.
+    /// The classifier at a position, which may be beyond numOfModels. The process stops where it has no threshold yet.
     const nbscore::Classifier& GetWithThreshold(std::size_t model) const;
     nbscore::Classifier& GetWithThreshold(std::size_t model);
-    /// The classifier of the next sub-model that has got as many thresholds or target counts.
+    /// The first classifier that was not given its threshold, or its target counts, yet.
+    /// @param numGiven how many were; counts this one.
     nbscore::Classifier& GetNext(std::size_t& numGiven);
 
     /// What is left to do before the first case: computing the priors, and noting positions where the record has any.
@@ -127,8 +127,8 @@ private:
     void DisplaySubModel(std::ostream& out, std::size_t model) const;
 
     nbscore::Target target;
-    /// Behind those that there are, those that have a threshold or target counts and no room yet: either may come
-    /// before SetNumOfModels, and stays when there are to be fewer.
+    /// The numOfModels sub-models, and behind them any that have only a threshold or target counts: these may be given
+    /// before SetNumOfModels is called, and stay when it is called with a lower number.
     std::vector<SubModel> subModels;
     int numOfModels = 0;
     std::size_t numThresholds = 0;

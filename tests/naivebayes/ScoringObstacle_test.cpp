@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "CountedEncoder.h"
 #include "ModelParts.h"
 #include "ScoredCase.h"
 #include "naivebayes/NBCatNumericEncoder.h"
@@ -119,60 +118,10 @@ TEST(ScoringObstacleDeathTest, IsNone_WhenARepeatedValueHasACountOfItsOwn) {
     ExpectNone(*MakeModel(0.1, TextVariable("play", {"yes", "yes"}), {1, 2}, {outlook}));
 }
 
-TEST(ScoringObstacleDeathTest, IsATableWithFewerRowsThanCodes) {
-    ExpectObstacle(*MakeModel(0.1, Play(), {1, 2}, {{"outlook", {"sunny", "rain"}, {{1, 1}}}}),
-                   "The count table of predictor \"outlook\" has 1 row, but its encoder gives codes up to 1.");
-}
-
-TEST(ScoringObstacleDeathTest, IsATableNarrowerThanTheTarget) {
-    ExpectObstacle(*MakeModel(0.1, Play(), {1, 2}, {{"outlook", {"sunny", "rain"}, {{1}, {2}}}}),
-                   "The count table of predictor \"outlook\" counts for 1 target value only, but the target variable "
-                   "\"play\" declares 2.");
-    ExpectObstacle(*MakeModel(0.1, TextVariable("play", {"yes"}), {1}, {{"outlook", {"rain"}, {{}}}}),
-                   "The input \"outlook\" has no counts.");
-}
-
-TEST(ScoringObstacleDeathTest, IsNone_WhenATableIsLargerThanNeeded) {
-    ExpectNone(*MakeModel(0.1, Play(), {1, 2}, {{"outlook", {"rain"}, {{1, 1, 5}, {2, 3, 4}}}}));
-}
-
-TEST(ScoringObstacleDeathTest, IsNone_WhenATableFitsNothingButItsPredictorHasNoCategories) {
-    ExpectNone(*MakeModel(0.1, Play(), {1, 2}, {outlook, {"unused", {}, {{}}}}));
-}
-
-TEST(ScoringObstacleDeathTest, IsAPredictorWithoutVariable) {
-    const auto model = MakeModel(0.1, Play(), {1, 2}, {outlook});
-    model->AddPredictorVar("windy", nullptr);
-    ExpectObstacle(*model, "The predictor \"windy\" has no variable.");
+TEST(ScoringObstacleDeathTest, IsANameTooMany) {
     const auto renamed = MakeModel(0.1, Play(), {1, 2}, {outlook});
     renamed->SetPredictorVarNames({"outlook", "windy"});
     ExpectObstacle(*renamed, "The predictor \"windy\" has no variable.");
-}
-
-TEST(ScoringObstacleDeathTest, IsAPredictorWithoutEncoder) {
-    const auto windy = TextVariable("windy", {"true"});
-    const NamedRecord record = TextRecord({{"windy", "true"}});
-    const auto missing = MakeModel(0.1, Play(), {1, 2}, {outlook});
-    missing->AddPredictorVar("windy", windy.get());
-    ExpectObstacle(*missing, "The predictor \"windy\" has no encoder.", record);
-    const auto null = MakeModel(0.1, Play(), {1, 2}, {outlook});
-    null->AddPredictorVar("windy", windy.get());
-    null->AddEncoder(nullptr);
-    ExpectObstacle(*null, "The predictor \"windy\" has no encoder.", record);
-}
-
-TEST(ScoringObstacleDeathTest, IsATableTooMany) {
-    const auto model = MakeModel(0.1, Play(), {1, 2}, {outlook});
-    model->SetPredCounts(0, {{1, 1}});
-    ExpectObstacle(*model, "The model has 2 count tables for 1 predictor.");
-}
-
-TEST(ScoringObstacleDeathTest, IsNone_WhenAPredictorHasNoTable) {
-    const auto windy = TextVariable("windy", {"true"});
-    const auto model = MakeModel(0.1, Play(), {1, 2}, {outlook});
-    model->AddPredictorVar("windy", windy.get());
-    model->AddEncoder(new NBCatStringEncoder(std::vector<std::string>{"true"}));
-    ExpectNone(*model, TextRecord({{"outlook", "rain"}, {"windy", "true"}}));
 }
 
 TEST(ScoringObstacleDeathTest, IsNone_WhenThereAreMoreVariablesAndEncodersThanNames) {
@@ -184,35 +133,10 @@ TEST(ScoringObstacleDeathTest, IsNone_WhenThereAreMoreVariablesAndEncodersThanNa
     ExpectNone(*model, TextRecord({{"windy", "true"}}));
 }
 
-std::unique_ptr<NaiveBayesModel> Binned(const ScoreDictVar& predictor, const std::vector<double>& cutpoints,
-                                        const NBayesInputBase::Matrix& counts) {
-    auto model = MakeModel(0.1, Play(), {1, 2}, {});
-    model->AddPredictorVar(predictor.GetName(), &predictor);
-    model->AddEncoder(new NBinningEncoder(cutpoints));
-    model->SetPredCounts(0, counts);
-    return model;
-}
-
 NamedRecord WithNumber(const std::string& name, double number) {
     NamedRecord record;
     record.Set(name, std::make_unique<NumericValue>(number));
     return record;
-}
-
-TEST(ScoringObstacleDeathTest, IsABinWithoutRow) {
-    const auto age = ContinuousVariable("age");
-    ExpectObstacle(*Binned(*age, {10, 20}, {{1, 1}, {1, 1}}),
-                   "The count table of predictor \"age\" has 2 rows, but its encoder gives codes up to 2.",
-                   WithNumber("age", 21));
-    ExpectNone(*Binned(*age, {10, 20}, {{1, 1}, {1, 1}, {1, 1}}), WithNumber("age", 21));
-}
-
-TEST(ScoringObstacleDeathTest, IsASingleBinWithASingleRow) {
-    const auto age = ContinuousVariable("age");
-    ExpectObstacle(*Binned(*age, {}, {{1, 1}}),
-                   "The count table of predictor \"age\" has 1 row, but its encoder gives codes up to 1.",
-                   WithNumber("age", 0));
-    ExpectNone(*Binned(*age, {}, {{1, 1}, {1, 1}}), WithNumber("age", 0));
 }
 
 TEST(ScoringObstacle, IsTold_WhetherOrNotOnlyThePredictionIsWanted) {

@@ -55,21 +55,26 @@ public:
     }
     /// @param var borrowed.
     void AddPredictor(const ScoreDictVar& var, INBVeskEncoder* encoder, const NBayesInputBase::Matrix& counts) {
-        if (single != nullptr) {
-            single->AddPredictorVar(var.GetName(), &var);
-            single->AddEncoder(encoder);
-            single->SetPredCounts(0, counts);
-            return;
-        }
-        set->AddPredictorVar(1, var.GetName(), &var);
-        set->AddEncoder(1, 0, encoder);
-        set->SetPredCounts(1, 0, counts);
-        std::vector<std::string> names = set->GetPredictorVarNames();
-        names.push_back(var.GetName());
-        set->SetPredictorVarNames(names);
+        AddVar(var.GetName(), &var);
+        AddEncoder(encoder);
+        AddCounts(counts);
     }
     void AddTextPredictor(const PredictorPart& part) {
         AddPredictor(TextVariable(part.name, part.categories), new NBCatStringEncoder(part.categories), part.counts);
+    }
+    /// Single parts of a predictor. @param var borrowed.
+    void AddVar(const std::string& name, const ScoreDictVar* var) {
+        if (single != nullptr) return single->AddPredictorVar(name, var);
+        set->AddPredictorVar(1, name, var);
+        std::vector<std::string> names = set->GetPredictorVarNames();
+        names.push_back(name);
+        set->SetPredictorVarNames(names);
+    }
+    void AddEncoder(INBVeskEncoder* encoder) {
+        single != nullptr ? single->AddEncoder(encoder) : set->AddEncoder(1, 0, encoder);
+    }
+    void AddCounts(const NBayesInputBase::Matrix& counts) {
+        single != nullptr ? single->SetPredCounts(0, counts) : set->SetPredCounts(1, 0, counts);
     }
     void SetNeedDerivedPredictor(bool need) {
         single != nullptr ? single->SetNeedDerivedPredictor(need) : set->SetNeedDerivedPredictor(need);

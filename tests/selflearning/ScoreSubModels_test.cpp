@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-
 #include "naivebayes/CountedEncoder.h"
 #include "selflearning/SetParts.h"
 

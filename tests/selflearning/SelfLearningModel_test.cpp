@@ -205,6 +205,30 @@ TEST(SelfLearningModel, KeepsThresholdsAndTargetCounts_WhenCountedAgain) {
     EXPECT_EQ(Figures(*set, &Descriptor::score), (std::vector<double>{2.0 / 3, 9 / 4.5}));
 }
 
+TEST(SelfLearningModel, DropsPredictors_WhenCountedDown) {
+    const auto set = MakeSet(TextVariable("play", {"yes", "no"}),
+                             {{"a", 1, {3, 1}, {}}, {"b", 2, {5, 7}, {{"x", {"p"}, {{1, 5}}}}}});
+    set->SetNumOfModels(1);
+    set->SetNumOfModels(2);
+    EXPECT_TRUE(set->Describe().classifiers.at(1).inputs.empty());
+    EXPECT_EQ(set->Describe().classifiers.at(1).threshold, 2);
+}
+
+TEST(SelfLearningModel, TakesThresholdsAndTargetCounts_BeforeItHasAnySubModel) {
+    const auto target = TextVariable("play", {"yes", "no"});
+    SelfLearningModel set;
+    for (const double threshold : {1.0, 2.0}) {
+        set.SetThreshold(threshold);
+        set.SetTargetCounts({5, 7});
+    }
+    set.SetTargetVar(target.get());
+    EXPECT_TRUE(set.GetModelNames().empty());
+    EXPECT_TRUE(set.Describe().classifiers.empty());
+    set.SetNumOfModels(2);
+    EXPECT_EQ(Figures(set, &Descriptor::score), (std::vector<double>{8.0 / 3, 9 / 4.5}));
+    EXPECT_EQ(Figures(set, &Descriptor::assessmentMean), std::vector<double>(2, missing));
+}
+
 TEST(SelfLearningModel, DropsSurplusSubModels_WhenCountedDown) {
     int deletions = 0;
     {

@@ -3,12 +3,10 @@
 
 #include <algorithm>
 
-#include "naivebayes/NBinningEncoder.h"
 #include "selflearning/SetParts.h"
 
 namespace {
 
-using nbscore::test::ContinuousVariable;
 using nbscore::test::Describe;
 using nbscore::test::MakeSet;
 using nbscore::test::NamedRecord;
@@ -121,58 +119,10 @@ TEST(SetObstacleDeathTest, IsATargetWithFewerCountsThanValues) {
     ExpectNone(*MakeSet(target(), {{"a", 0.1, {1, 2, 3}, {wide}}, {"b", 0.1, {1, 2}, {}}}));
 }
 
-TEST(SetObstacleDeathTest, IsATableWithFewerRowsThanCodes) {
-    ExpectObstacle(*With({1, 2}, {{"outlook", {"sunny", "rain"}, {{1, 1}}}}),
-                   "Sub-model 1 (\"b\"): The count table of predictor \"outlook\" has 1 row, but its encoder gives "
-                   "codes up to 1.");
-}
-
-TEST(SetObstacleDeathTest, IsATableNarrowerThanTheTarget) {
-    ExpectObstacle(*With({1, 2}, {{"outlook", {"sunny", "rain"}, {{1}, {2}}}}),
-                   "Sub-model 1 (\"b\"): The count table of predictor \"outlook\" counts for 1 target value only, but "
-                   "the target variable \"play\" declares 2.");
-}
-
 TEST(SetObstacleDeathTest, IsAnInputWithoutCounts) {
     ExpectObstacle(*With({1, 2}, {{"outlook", {"rain"}, {{}}}}),
                    "Sub-model 1 (\"b\"): The input \"outlook\" has no counts.");
     ExpectNone(*With({1, 2}, {{"unused", {}, {{}}}}));
-}
-
-TEST(SetObstacleDeathTest, IsAPredictorWithoutVariable) {
-    const auto set = With({1, 2}, {outlook});
-    set->AddPredictorVar(1, "windy", nullptr);
-    ExpectObstacle(*set, "Sub-model 1 (\"b\"): The predictor \"windy\" has no variable.");
-}
-
-TEST(SetObstacleDeathTest, IsAPredictorWithoutEncoder) {
-    const auto windy = TextVariable("windy", {"true"});
-    const std::string sentence = "Sub-model 1 (\"b\"): The predictor \"windy\" has no encoder.";
-    const auto set = With({1, 2}, {outlook});
-    set->AddPredictorVar(1, "windy", windy.get());
-    ExpectObstacle(*set, sentence);
-    set->AddEncoder(1, 0, nullptr);
-    ExpectObstacle(*set, sentence);
-}
-
-TEST(SetObstacleDeathTest, IsATableTooMany) {
-    const auto set = With({1, 2}, {outlook});
-    set->SetPredCounts(1, 0, {{1, 1}});
-    ExpectObstacle(*set, "Sub-model 1 (\"b\"): The model has 2 count tables for 1 predictor.");
-}
-
-TEST(SetObstacleDeathTest, IsABinWithoutRow) {
-    const auto age = ContinuousVariable("age");
-    const auto set = With({1, 2}, {});
-    set->AddPredictorVar(1, "age", age.get());
-    set->AddEncoder(1, 0, new NBinningEncoder(std::vector<double>{10, 20}));
-    set->SetPredCounts(1, 0, {{1, 1}, {1, 1}});
-    NamedRecord record;
-    record.Set("age", std::make_unique<NumericValue>(21));
-    ExpectObstacle(*set,
-                   "Sub-model 1 (\"b\"): The count table of predictor \"age\" has 2 rows, but its encoder gives codes "
-                   "up to 2.",
-                   record);
 }
 
 /// Usually what fits, now and then one more or less.
