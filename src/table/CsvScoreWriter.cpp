@@ -163,7 +163,7 @@ void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std:
                 }
                 break;
             case Content::Label:
-                row.AddPlain([this, &shown, number](std::string& cells) { cells += labelCells[shown[number]]; });
+                row.AddPlain([&label = labelCells[shown[number]]](std::string& cells) { cells += label; });
                 break;
             case Content::Score:
                 AddNumber(row, scored.subModels[shown[number]].score, numbersNeedQuotes);
