@@ -1,33 +1,23 @@
 #include "translator/ModelMaker.h"
 
-#include <xercesc/dom/DOMElement.hpp>
-
-#include "framework/BaseTranslator.h"
-#include "framework/xml/Refusal.h"
-#include "translator/ElementNames.h"
-#include "translator/ElementWalk.h"
+#include "framework/document/Refusal.h"
 #include "translator/NaiveBayesUnderConstruction.h"
 #include "translator/SelfLearningUnderConstruction.h"
-
-using xercesc::DOMElement;
 
 namespace nbscore {
 
 namespace {
 
-constexpr XmlName selfLearningAlgorithm{"SelfLearning"};
-
-bool AsksForSelfLearning(const DOMElement* firstModelElement, bool dictionaryMarksTarget) {
-    if (firstModelElement == nullptr) return dictionaryMarksTarget;
-    return SameText(BaseTranslator::GetAttribute(firstModelElement, attribute::algorithmName), selfLearningAlgorithm);
+bool AsksForSelfLearning(Element firstModelElement, bool dictionaryMarksTarget) {
+    if (!firstModelElement) return dictionaryMarksTarget;
+    return firstModelElement.GetAttribute(Name::algorithmName) == "SelfLearning";
 }
 
 }  // namespace
 
-std::unique_ptr<ModelUnderConstruction> MakeModel(const DOMElement* firstModelElement, bool dictionaryMarksTarget,
-                                                  const DOMElement& root) {
-    if (firstModelElement == nullptr && !dictionaryMarksTarget) {
-        throw RefusalAt(&root, VeskException::UnexpectedElement, "<NaiveBayesModel> is required!");
+std::unique_ptr<ModelUnderConstruction> MakeModel(Element firstModelElement, bool dictionaryMarksTarget, Element root) {
+    if (!firstModelElement && !dictionaryMarksTarget) {
+        throw RefusalAt(root, VeskException::UnexpectedElement, "<NaiveBayesModel> is required!");
     }
     if (AsksForSelfLearning(firstModelElement, dictionaryMarksTarget)) {
         return std::make_unique<SelfLearningUnderConstruction>();

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "translator/ModelUnderConstruction.h"
 
 namespace nbscore {
@@ -11,9 +11,8 @@ namespace nbscore {
 ///
 /// The first model element's algorithm decides; the dictionary's mark of a self-learning target counts only
 /// in a document that has no model element at all.
-/// @param firstModelElement null when the document has none.
+/// @param firstModelElement none when the document has none.
 /// @param root where the fault stands then.
-std::unique_ptr<ModelUnderConstruction> MakeModel(const xercesc::DOMElement* firstModelElement,
-                                                  bool dictionaryMarksTarget, const xercesc::DOMElement& root);
+std::unique_ptr<ModelUnderConstruction> MakeModel(Element firstModelElement, bool dictionaryMarksTarget, Element root);
 
 }  // namespace nbscore

@@ -1,7 +1,5 @@
 #include "framework/transform/ApplyReader.h"
 
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -9,43 +7,33 @@
 #include <utility>
 #include <vector>
 
-#include "framework/BaseTranslator.h"
+#include "framework/document/Refusal.h"
+#include "framework/document/Utf8.h"
 #include "framework/transform/ApplyExpression.h"
 #include "framework/transform/BuiltInFunctions.h"
 #include "framework/transform/ElementReading.h"
 #include "framework/transform/ExpressionReader.h"
 #include "framework/transform/UserFunctionCall.h"
-#include "framework/xml/Refusal.h"
-#include "framework/xml/Utf8.h"
-#include "framework/xml/XmlName.h"
 
 namespace nbscore {
 namespace {
 
-using xercesc::DOMElement;
-
-constexpr XmlName functionName = "function";
-
-std::optional<ExpressionValue> StandIn(const DOMElement* element, const XMLCh* name, ValueKind resultKind,
-                                       const Transcoder& transcoder) {
+std::optional<ExpressionValue> StandIn(Element element, Name name, ValueKind resultKind, const Transcoder& transcoder) {
     ExpressionValue value = AttributeOfKind(element, name, resultKind, transcoder);
     return IsMissing(value) ? std::nullopt : std::optional(std::move(value));
 }
 
-ApplyOptions::UndefinedResult ReadTreatment(const DOMElement* element) {
-    constexpr XmlName treatmentName = "invalidValueTreatment";
+ApplyOptions::UndefinedResult ReadTreatment(Element element) {
     static constexpr std::string_view words[] = {"returnInvalid", "asMissing", "asIs"};
-    return WordAttribute(element, treatmentName, words) == 2 ? ApplyOptions::UndefinedResult::StaysAsItIs
-                                                             : ApplyOptions::UndefinedResult::IsMissing;
+    return WordAttribute(element, Name::invalidValueTreatment, words) == 2 ? ApplyOptions::UndefinedResult::StaysAsItIs
+                                                                           : ApplyOptions::UndefinedResult::IsMissing;
 }
 
 /// @param resultKind of the function that is called.
-ApplyOptions ReadOptions(const DOMElement* element, ValueKind resultKind, const Transcoder& transcoder) {
-    constexpr XmlName mapMissingToName = "mapMissingTo";
-    constexpr XmlName defaultValueName = "defaultValue";
+ApplyOptions ReadOptions(Element element, ValueKind resultKind, const Transcoder& transcoder) {
     ApplyOptions options;
-    options.mapMissingTo = StandIn(element, mapMissingToName, resultKind, transcoder);
-    options.defaultValue = StandIn(element, defaultValueName, resultKind, transcoder);
+    options.mapMissingTo = StandIn(element, Name::mapMissingTo, resultKind, transcoder);
+    options.defaultValue = StandIn(element, Name::defaultValue, resultKind, transcoder);
     options.undefined = ReadTreatment(element);
     return options;
 }
@@ -61,19 +49,19 @@ std::string Demand(std::size_t fewest, std::size_t most) {
     return std::to_string(fewest) + (most == fewest + 1 ? " or " : " to ") + Counted(most);
 }
 
-void DemandArguments(const DOMElement* element, std::size_t count, std::size_t fewest, std::size_t most) {
+void DemandArguments(Element element, std::size_t count, std::size_t fewest, std::size_t most) {
     if (count >= fewest && count <= most) return;
     throw RefusalAt(element, VeskException::InconsistentDocument,
-                    "The function \"" + ExcerptOf(BaseTranslator::GetAttribute(element, functionName)) + "\" takes " +
+                    "The function \"" + ExcerptOf(element.GetAttributeOr(Name::function, {})) + "\" takes " +
                         Demand(fewest, most) + ", not " + std::to_string(count) + ".");
 }
 
 /// @param alwaysEvaluated how many of them every call evaluates.
-std::vector<std::unique_ptr<const Expression>> ReadArguments(const std::vector<const DOMElement*>& children,
+std::vector<std::unique_ptr<const Expression>> ReadArguments(const std::vector<Element>& children,
                                                              std::size_t alwaysEvaluated, FieldScope& scope) {
     std::vector<std::unique_ptr<const Expression>> arguments;
     arguments.reserve(children.size());
-    for (const DOMElement* child : children) {
+    for (const Element child : children) {
         std::optional<FieldScope::Branch> branch;
         if (arguments.size() >= alwaysEvaluated) branch.emplace(scope);
         arguments.push_back(ReadExpression(child, scope));
@@ -89,9 +77,9 @@ std::unique_ptr<const Expression> MakeCall(CallParts parts) {
 
 }  // namespace
 
-std::unique_ptr<const Expression> ReadApply(const DOMElement* element, FieldScope& scope) {
-    const XMLCh* xmlName = BaseTranslator::GetAttributeForced(element, functionName);
-    const std::string name = TextAt(element, xmlName, scope.GetTranscoder());
+std::unique_ptr<const Expression> ReadApply(Element element, FieldScope& scope) {
+    const std::string_view quotedName = RequiredAttribute(element, Name::function);
+    const std::string name = TextAt(element, quotedName, scope.GetTranscoder());
     const auto children = ChildrenOf(element);
     if (const BuiltInFunction* function = FindBuiltInFunction(name)) {
         ApplyOptions options = ReadOptions(element, function->resultKind, scope.GetTranscoder());
@@ -106,7 +94,7 @@ std::unique_ptr<const Expression> ReadApply(const DOMElement* element, FieldScop
         return std::make_unique<UserFunctionCall>(*function, std::move(arguments), std::move(options));
     }
     throw RefusalAt(element, VeskException::UnsupportedExpression,
-                    "The function \"" + ExcerptOf(xmlName) + "\" is not known.");
+                    "The function \"" + ExcerptOf(quotedName) + "\" is not known.");
 }
 
 }  // namespace nbscore

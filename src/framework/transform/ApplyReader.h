@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/Expression.h"
 #include "framework/transform/FieldScope.h"
 
@@ -13,6 +13,6 @@ namespace nbscore {
 /// where the kind is not known they are read like a Constant without `dataType`. Throws, with the place of the element
 /// at fault, VeskException 5 for an attribute that holds none of its words, 11 for a function that nobody knows (none
 /// is ever looked up elsewhere), 12 for a wrong number of arguments.
-std::unique_ptr<const Expression> ReadApply(const xercesc::DOMElement* element, FieldScope& scope);
+std::unique_ptr<const Expression> ReadApply(Element element, FieldScope& scope);
 
 }  // namespace nbscore

@@ -1,29 +1,21 @@
 #include "framework/transform/DiscretizeReader.h"
 
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <algorithm>
 #include <utility>
 #include <vector>
 
-#include "framework/BaseTranslator.h"
-#include "framework/dictionary/IntervalReader.h"
+#include "framework/dictionary/FieldDeclarationReader.h"
+#include "framework/document/Refusal.h"
+#include "framework/document/Utf8.h"
 #include "framework/transform/DiscretizeExpression.h"
 #include "framework/transform/ElementReading.h"
-#include "framework/xml/Refusal.h"
-#include "framework/xml/Utf8.h"
-#include "framework/xml/XmlName.h"
 
 namespace nbscore {
 namespace {
 
-using xercesc::DOMElement;
-
-constexpr XmlName binValueName = "binValue";
-
 struct ReadBin {
     DiscretizeExpression::Bin bin;
-    const DOMElement* element;
+    Element element;
 };
 
 bool IsEmpty(const ValueInterval& interval) {
@@ -46,38 +38,36 @@ bool Overlap(const ReadBin& left, const ReadBin& right) {
     return first.IsClosedOnTheRight() && second.IsClosedOnTheLeft();
 }
 
-ValueInterval ReadOnlyInterval(const DOMElement* bin) {
+ValueInterval ReadOnlyInterval(Element bin) {
     const auto children = ChildrenOf(bin);
     if (children.empty()) {
         throw RefusalAt(bin, VeskException::UnexpectedElement, "<DiscretizeBin> has no <Interval>.");
     }
-    for (const DOMElement* child : children) {
-        const bool isFirstInterval =
-            child == children.front() && BaseTranslator::IsEqual(child->getNodeName(), "Interval");
-        if (!isFirstInterval) throw UnexpectedChild(child, TagOf(bin));
+    for (const Element child : children) {
+        const bool isFirstInterval = child == children.front() && child.Is(Name::Interval);
+        if (!isFirstInterval) throw UnexpectedChild(child, bin.GetTag());
     }
     const ValueInterval interval = Placed(children.front(), [&children] { return ReadInterval(children.front()); });
     if (!IsEmpty(interval)) return interval;
     throw RefusalAt(children.front(), VeskException::InvalidContent, "No number lies in this interval.");
 }
 
-std::vector<ReadBin> ReadBins(const DOMElement* element, ValueKind kind, const Transcoder& transcoder) {
+std::vector<ReadBin> ReadBins(Element element, ValueKind kind, const Transcoder& transcoder) {
     std::vector<ReadBin> bins;
-    for (const DOMElement* child : ChildrenOf(element)) {
-        if (!BaseTranslator::IsEqual(child->getNodeName(), "DiscretizeBin"))
-            throw UnexpectedChild(child, TagOf(element));
-        const XMLCh* value = BaseTranslator::GetAttributeForced(child, binValueName);
+    for (const Element child : ChildrenOf(element)) {
+        if (!child.Is(Name::DiscretizeBin)) throw UnexpectedChild(child, element.GetTag());
+        const auto value = RequiredAttribute(child, Name::binValue);
         bins.push_back({{ReadOnlyInterval(child), WrittenValue(child, value, kind, transcoder)}, child});
     }
     if (!bins.empty()) return bins;
-    throw RefusalAt(element, VeskException::UnexpectedElement, TagOf(element) + " has no <DiscretizeBin>.");
+    throw RefusalAt(element, VeskException::UnexpectedElement, element.GetTag() + " has no <DiscretizeBin>.");
 }
 
 void RefuseOverlaps(const std::vector<ReadBin>& sortedBins) {
     const auto found = std::ranges::adjacent_find(sortedBins, Overlap);
     if (found == sortedBins.end()) return;
     const auto valueOf = [](const ReadBin& bin) {
-        return "\"" + ExcerptOf(BaseTranslator::GetAttribute(bin.element, binValueName)) + "\"";
+        return "\"" + ExcerptOf(bin.element.GetAttributeOr(Name::binValue, {})) + "\"";
     };
     throw RefusalAt(found[1].element, VeskException::InvalidContent,
                     "The bins " + valueOf(found[0]) + " and " + valueOf(found[1]) + " overlap.");
@@ -85,9 +75,7 @@ void RefuseOverlaps(const std::vector<ReadBin>& sortedBins) {
 
 }  // namespace
 
-std::unique_ptr<const Expression> ReadDiscretize(const DOMElement* element, FieldScope& scope) {
-    constexpr XmlName mapMissingToName = "mapMissingTo";
-    constexpr XmlName defaultValueName = "defaultValue";
+std::unique_ptr<const Expression> ReadDiscretize(Element element, FieldScope& scope) {
     const Transcoder& transcoder = scope.GetTranscoder();
     const FieldReference field = ReadFieldReference(element, scope);
     const ValueKind kind = DataTypeOf(element);
@@ -99,8 +87,8 @@ std::unique_ptr<const Expression> ReadDiscretize(const DOMElement* element, Fiel
     for (ReadBin& bin : bins)
         sortedBins.push_back(std::move(bin.bin));
     return std::make_unique<DiscretizeExpression>(
-        FieldInput{field, WrittenAttribute(element, mapMissingToName, kind, transcoder)}, std::move(sortedBins),
-        WrittenAttribute(element, defaultValueName, kind, transcoder));
+        FieldInput{field, WrittenAttribute(element, Name::mapMissingTo, kind, transcoder)}, std::move(sortedBins),
+        WrittenAttribute(element, Name::defaultValue, kind, transcoder));
 }
 
 }  // namespace nbscore

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/Expression.h"
 #include "framework/transform/FieldScope.h"
 
@@ -10,6 +10,6 @@ namespace nbscore {
 
 /// Compiles an expression element. Throws VeskException 11 for a kind of expression that is not supported, 12 for
 /// expressions that nest too deep, and what the readers of the kinds throw.
-std::unique_ptr<const Expression> ReadExpression(const xercesc::DOMElement* element, FieldScope& scope);
+std::unique_ptr<const Expression> ReadExpression(Element element, FieldScope& scope);
 
 }  // namespace nbscore

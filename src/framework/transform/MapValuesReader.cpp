@@ -1,61 +1,48 @@
 #include "framework/transform/MapValuesReader.h"
 
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <algorithm>
 #include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "framework/BaseTranslator.h"
 #include "framework/SeededHash.h"
+#include "framework/document/Refusal.h"
+#include "framework/document/Utf8.h"
 #include "framework/transform/ElementReading.h"
 #include "framework/transform/FieldInput.h"
 #include "framework/transform/InlineTable.h"
 #include "framework/transform/MapValuesExpression.h"
-#include "framework/xml/Refusal.h"
-#include "framework/xml/Utf8.h"
-#include "framework/xml/XmlName.h"
 
 namespace nbscore {
 namespace {
 
-using xercesc::DOMElement;
-
-constexpr XmlName outputColumnName = "outputColumn";
-constexpr XmlName columnName = "column";
-
 class Reader {
 public:
-    Reader(const DOMElement* mapValues, FieldScope& fieldScope)
+    Reader(Element mapValues, FieldScope& fieldScope)
         : element(mapValues), scope(fieldScope), kind(DataTypeOf(mapValues)) {}
 
     std::unique_ptr<const Expression> Read() {
-        constexpr XmlName mapMissingToName = "mapMissingTo";
-        constexpr XmlName defaultValueName = "defaultValue";
-        const XMLCh* outputColumn = BaseTranslator::GetAttributeForced(element, outputColumnName);
+        const auto outputColumn = RequiredAttribute(element, Name::outputColumn);
         const auto children = ChildrenOf(element);
         ReadPairs(children);
-        const DOMElement* table = TableAmong(children, element);
+        Element table = TableAmong(children, element);
         RefuseOthers(children, table);
-        columns.push_back(Utf8Of(outputColumn));
+        columns.emplace_back(outputColumn);
         ReadRows(table);
         const Transcoder& transcoder = scope.GetTranscoder();
         return std::make_unique<MapValuesExpression>(
             std::move(keys), std::move(results),
-            MapValuesExpression::Outcomes{WrittenAttribute(element, mapMissingToName, kind, transcoder),
-                                          WrittenAttribute(element, defaultValueName, kind, transcoder)});
+            MapValuesExpression::Outcomes{WrittenAttribute(element, Name::mapMissingTo, kind, transcoder),
+                                          WrittenAttribute(element, Name::defaultValue, kind, transcoder)});
     }
 
 private:
-    static bool IsPair(const DOMElement* child) {
-        return BaseTranslator::IsEqual(child->getNodeName(), "FieldColumnPair");
-    }
+    static bool IsPair(Element child) { return child.Is(Name::FieldColumnPair); }
 
-    void ReadPairs(const std::vector<const DOMElement*>& children) {
+    void ReadPairs(const std::vector<Element>& children) {
         SeededSet<std::string> names;
-        for (const DOMElement* child : children) {
+        for (const Element child : children) {
             if (!IsPair(child)) continue;
             ReadPair(child);
             if (!names.insert(columns.back()).second) {
@@ -67,23 +54,23 @@ private:
         throw RefusalAt(element, VeskException::UnexpectedElement, "<MapValues> has no <FieldColumnPair>.");
     }
 
-    void ReadPair(const DOMElement* pair) {
+    void ReadPair(Element pair) {
         keys.push_back({ReadFieldReference(pair, scope)});
-        columns.push_back(Utf8Of(BaseTranslator::GetAttributeForced(pair, columnName)));
+        columns.emplace_back(RequiredAttribute(pair, Name::column));
         pairs.push_back(pair);
     }
 
-    void RefuseOthers(const std::vector<const DOMElement*>& children, const DOMElement* table) const {
-        const auto other = std::ranges::find_if(
-            children, [table](const DOMElement* child) { return child != table && !IsPair(child); });
-        if (other != children.end()) throw UnexpectedChild(*other, TagOf(element));
+    void RefuseOthers(const std::vector<Element>& children, Element table) const {
+        const auto other =
+            std::ranges::find_if(children, [table](Element child) { return child != table && !IsPair(child); });
+        if (other != children.end()) throw UnexpectedChild(*other, element.GetTag());
     }
 
-    void ReadRows(const DOMElement* table) {
+    void ReadRows(Element table) {
         bool hasOutput = false;
         ForEachRow(table, columns, [&](const InlineRow& row) {
-            const DOMElement* output = row.cells.back();
-            hasOutput = hasOutput || output != nullptr;
+            Element output = row.cells.back();
+            hasOutput = hasOutput || output;
             if (results.try_emplace(KeyOf(row), ResultOf(output)).second) return;
             throw RefusalAt(row.element, VeskException::InconsistentDocument,
                             "An earlier row has the same keys as this one.");
@@ -91,17 +78,17 @@ private:
         if (hasOutput || results.empty()) return;
         throw RefusalAt(element, VeskException::InvalidContent,
                         "No row has a cell for the output column \"" +
-                            ExcerptOf(BaseTranslator::GetAttribute(element, outputColumnName)) + "\".");
+                            ExcerptOf(element.GetAttributeOr(Name::outputColumn, {})) + "\".");
     }
 
     std::string KeyOf(const InlineRow& row) {
         TableKey key;
         for (std::size_t i = 0; i < keys.size(); ++i) {
-            if (row.cells[i] == nullptr) {
+            if (!row.cells[i]) {
                 throw RefusalAt(row.element, VeskException::InvalidContent,
                                 "The row has no cell for the column " + QuotedColumn(pairs[i]) + ".");
             }
-            const std::string cell = TextAt(row.cells[i], TextIn(row.cells[i]).c_str(), scope.GetTranscoder());
+            const std::string cell = TextAt(row.cells[i], row.cells[i].GetTextInside(), scope.GetTranscoder());
             keys[i].NoteCell(cell);
             key.Add(cell, keys[i]);
         }
@@ -109,18 +96,18 @@ private:
     }
 
     /// A row without an output cell says that the result is missing.
-    ExpressionValue ResultOf(const DOMElement* output) const {
-        return output ? WrittenValue(output, TextIn(output).c_str(), kind, scope.GetTranscoder()) : ExpressionValue();
+    ExpressionValue ResultOf(Element output) const {
+        return output ? WrittenValue(output, output.GetTextInside(), kind, scope.GetTranscoder()) : ExpressionValue();
     }
 
-    static std::string QuotedColumn(const DOMElement* pair) {
-        return "\"" + ExcerptOf(BaseTranslator::GetAttribute(pair, columnName)) + "\"";
+    static std::string QuotedColumn(Element pair) {
+        return "\"" + ExcerptOf(pair.GetAttributeOr(Name::column, {})) + "\"";
     }
 
-    const DOMElement* element;
+    Element element;
     FieldScope& scope;
     ValueKind kind;
-    std::vector<const DOMElement*> pairs;
+    std::vector<Element> pairs;
     std::vector<KeyColumn> keys;
     /// Of the keys; behind them, in the end, the output column.
     std::vector<std::string> columns;
@@ -129,7 +116,7 @@ private:
 
 }  // namespace
 
-std::unique_ptr<const Expression> ReadMapValues(const DOMElement* element, FieldScope& scope) {
+std::unique_ptr<const Expression> ReadMapValues(Element element, FieldScope& scope) {
     return Reader(element, scope).Read();
 }
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/Expression.h"
 #include "framework/transform/FieldScope.h"
 
@@ -13,6 +13,6 @@ namespace nbscore {
 ///
 /// Throws VeskException 1 without a FieldColumnPair or table, 5 for a column that rows lack, 9 for a value that is no
 /// number, 11 for a TableLocator, 12 for two rows with the same keys and for one column in two pairs.
-std::unique_ptr<const Expression> ReadMapValues(const xercesc::DOMElement* element, FieldScope& scope);
+std::unique_ptr<const Expression> ReadMapValues(Element element, FieldScope& scope);
 
 }  // namespace nbscore

@@ -1,7 +1,5 @@
 #include "framework/transform/NormContinuousExpression.h"
 
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
@@ -9,41 +7,36 @@
 #include <string_view>
 #include <utility>
 
-#include "framework/BaseTranslator.h"
 #include "framework/NumberText.h"
+#include "framework/document/Refusal.h"
 #include "framework/transform/ElementReading.h"
-#include "framework/xml/Refusal.h"
-#include "framework/xml/XmlName.h"
 
 namespace nbscore {
 namespace {
 
 using Outliers = NormContinuousExpression::Outliers;
 
-Outliers ReadOutliers(const xercesc::DOMElement* element) {
-    constexpr XmlName outliersName = "outliers";
+Outliers ReadOutliers(Element element) {
     static constexpr std::string_view words[] = {"asIs", "asMissingValues", "asExtremeValues"};
     static constexpr Outliers meanings[] = {Outliers::AsIs, Outliers::AsMissingValues, Outliers::AsExtremeValues};
-    return meanings[WordAttribute(element, outliersName, words)];
+    return meanings[WordAttribute(element, Name::outliers, words)];
 }
 
-void AddPoint(NormContinuousExpression::Line& line, const xercesc::DOMElement* point) {
-    constexpr XmlName origName = "orig";
-    constexpr XmlName normName = "norm";
-    const double origin = RequiredDouble(point, origName);
+void AddPoint(NormContinuousExpression::Line& line, Element point) {
+    const double origin = RequiredDouble(point, Name::orig);
     if (!line.origins.empty() && origin <= line.origins.back()) {
         throw RefusalAt(point, VeskException::InvalidContent,
                         "The orig " + FormatNumber(origin) + " is not above the one before it, " +
                             FormatNumber(line.origins.back()) + ".");
     }
     line.origins.push_back(origin);
-    line.norms.push_back(RequiredDouble(point, normName));
+    line.norms.push_back(RequiredDouble(point, Name::norm));
 }
 
-NormContinuousExpression::Line ReadLine(const xercesc::DOMElement* element) {
+NormContinuousExpression::Line ReadLine(Element element) {
     NormContinuousExpression::Line line{{}, {}, ReadOutliers(element)};
-    for (const xercesc::DOMElement* child : ChildrenOf(element)) {
-        if (!BaseTranslator::IsEqual(child->getNodeName(), "LinearNorm")) throw UnexpectedChild(child, TagOf(element));
+    for (const Element child : ChildrenOf(element)) {
+        if (!child.Is(Name::LinearNorm)) throw UnexpectedChild(child, element.GetTag());
         AddPoint(line, child);
     }
     if (line.origins.size() >= 2) return line;
@@ -75,7 +68,7 @@ ExpressionValue NormContinuousExpression::ValueFor(const FieldValues& fields) co
     return result ? ExpressionValue(*result) : CopyOf(input.resultWhenMissing);
 }
 
-std::unique_ptr<const Expression> ReadNormContinuous(const xercesc::DOMElement* element, FieldScope& scope) {
+std::unique_ptr<const Expression> ReadNormContinuous(Element element, FieldScope& scope) {
     const FieldReference field = ReadFieldReference(element, scope);
     FieldInput input = ReadFieldInput(element, field, ValueKind::Number, scope.GetTranscoder());
     return std::make_unique<NormContinuousExpression>(std::move(input), ReadLine(element));

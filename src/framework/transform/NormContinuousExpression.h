@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/Expression.h"
 #include "framework/transform/FieldInput.h"
 
@@ -38,6 +38,6 @@ private:
 /// Reads a NormContinuous element. `mapMissingTo` is a number where it reads as one, else a text as it stands. Throws
 /// VeskException 5 for fewer than two LinearNorm elements, for ones whose `orig` does not increase, and for an unknown
 /// word in `outliers`; 9 for an `orig` or `norm` that is no number.
-std::unique_ptr<const Expression> ReadNormContinuous(const xercesc::DOMElement* element, FieldScope& scope);
+std::unique_ptr<const Expression> ReadNormContinuous(Element element, FieldScope& scope);
 
 }  // namespace nbscore

@@ -1,27 +1,20 @@
 #include "framework/transform/NormDiscreteExpression.h"
 
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <utility>
 
-#include "framework/BaseTranslator.h"
+#include "framework/document/Refusal.h"
+#include "framework/document/Utf8.h"
 #include "framework/transform/ElementReading.h"
 #include "framework/transform/ValueReading.h"
-#include "framework/xml/Refusal.h"
-#include "framework/xml/Utf8.h"
-#include "framework/xml/XmlName.h"
 
 namespace nbscore {
 namespace {
 
-constexpr XmlName valueName = "value";
-
-void RefuseOtherMethods(const xercesc::DOMElement* element) {
-    constexpr XmlName methodName = "method";
-    const XMLCh* method = BaseTranslator::GetAttribute(element, methodName);
-    if (!method || BaseTranslator::IsEqual(method, "indicator")) return;
+void RefuseOtherMethods(Element element) {
+    const auto method = element.GetAttribute(Name::method);
+    if (!method || method == "indicator") return;
     throw RefusalAt(element, VeskException::UnsupportedExpression,
-                    "The method \"" + ExcerptOf(method) + "\" of <NormDiscrete> is not supported.");
+                    "The method \"" + ExcerptOf(*method) + "\" of <NormDiscrete> is not supported.");
 }
 
 }  // namespace
@@ -35,14 +28,14 @@ ExpressionValue NormDiscreteExpression::ValueFor(const FieldValues& fields) cons
     return AreEqual(value, soughtValue) ? 1.0 : 0.0;
 }
 
-std::unique_ptr<const Expression> ReadNormDiscrete(const xercesc::DOMElement* element, FieldScope& scope) {
+std::unique_ptr<const Expression> ReadNormDiscrete(Element element, FieldScope& scope) {
     const FieldReference field = ReadFieldReference(element, scope);
     FieldInput input = ReadFieldInput(element, field, ValueKind::Number, scope.GetTranscoder());
-    BaseTranslator::GetAttributeForced(element, valueName);
+    RequiredAttribute(element, Name::value);
     RefuseOtherMethods(element);
     const auto children = ChildrenOf(element);
-    if (!children.empty()) throw UnexpectedChild(children.front(), TagOf(element));
-    ExpressionValue sought = AttributeOfKind(element, valueName, field.kind, scope.GetTranscoder());
+    if (!children.empty()) throw UnexpectedChild(children.front(), element.GetTag());
+    ExpressionValue sought = AttributeOfKind(element, Name::value, field.kind, scope.GetTranscoder());
     return std::make_unique<NormDiscreteExpression>(std::move(input), std::move(sought));
 }
 

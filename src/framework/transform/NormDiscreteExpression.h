@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/Expression.h"
 #include "framework/transform/FieldInput.h"
 
@@ -23,6 +23,6 @@ private:
 /// Reads a NormDiscrete element. `value` has the kind of the field where it reads as one, `mapMissingTo` is a number
 /// where it reads as one, and either is else a text as it stands. Throws VeskException 11 for any other `method` than
 /// "indicator".
-std::unique_ptr<const Expression> ReadNormDiscrete(const xercesc::DOMElement* element, FieldScope& scope);
+std::unique_ptr<const Expression> ReadNormDiscrete(Element element, FieldScope& scope);
 
 }  // namespace nbscore

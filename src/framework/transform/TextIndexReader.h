@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/Expression.h"
 #include "framework/transform/FieldScope.h"
 
@@ -12,6 +12,6 @@ namespace nbscore {
 /// attributes that hold none of their words, for regular expressions that cannot be used and for rows that lack a cell
 /// or look for nothing, 11 for a TableLocator and for what only works word by word under `tokenize="false"`, 12 for
 /// more regular expressions in a table than can be kept ready.
-std::unique_ptr<const Expression> ReadTextIndex(const xercesc::DOMElement* element, FieldScope& scope);
+std::unique_ptr<const Expression> ReadTextIndex(Element element, FieldScope& scope);
 
 }  // namespace nbscore

@@ -1,21 +1,19 @@
 #include "framework/transform/UserFunctionsReader.h"
 
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <cstddef>
 #include <span>
 #include <string>
 #include <utility>
 
+#include "framework/document/Refusal.h"
 #include "framework/transform/BuiltInFunctions.h"
 #include "framework/transform/DefineFunctionReader.h"
 #include "framework/transform/DependencyOrder.h"
-#include "framework/xml/Refusal.h"
 
 namespace nbscore {
 namespace {
 
-VeskException Contradiction(const xercesc::DOMElement* element, const std::string& what) {
+VeskException Contradiction(Element element, const std::string& what) {
     return RefusalAt(element, VeskException::InconsistentDocument, FunctionForMessage(element) + what);
 }
 
@@ -24,7 +22,7 @@ VeskException Contradiction(const xercesc::DOMElement* element, const std::strin
 UserFunctionsReader::UserFunctionsReader(UserFunctions& functionsToFill, const Transcoder& textTranscoder)
     : functions(functionsToFill), transcoder(textTranscoder) {}
 
-void UserFunctionsReader::Declare(const xercesc::DOMElement* element) {
+void UserFunctionsReader::Declare(Element element) {
     auto function = ReadFunctionDeclaration(element, transcoder);
     if (FindBuiltInFunction(function->name)) throw Contradiction(element, " has the name of a built-in function.");
     if (!functions.positionsByName.try_emplace(function->name, elements.size()).second) {

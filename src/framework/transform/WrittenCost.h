@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 
 namespace nbscore {
 
@@ -32,7 +32,7 @@ inline constexpr std::size_t mostLevels = 1000;
 /// that is one too many.
 class DeeperLevel {
 public:
-    DeeperLevel(WrittenCost& costOfAll, const xercesc::DOMElement* element);
+    DeeperLevel(WrittenCost& costOfAll, Element element);
     ~DeeperLevel() { --cost.level; }
     DeeperLevel(const DeeperLevel&) = delete;
     DeeperLevel& operator=(const DeeperLevel&) = delete;
