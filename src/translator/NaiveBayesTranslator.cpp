@@ -1,8 +1,5 @@
 #include "translator/NaiveBayesTranslator.h"
 
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <memory>
 #include <utility>
 #include <vector>
@@ -108,7 +105,7 @@ NaiveBayesTranslator::~NaiveBayesTranslator() = default;
 ScoreModel* NaiveBayesTranslator::ParseFromTree(xercesc::DOMDocument* document, const std::string& encoding) {
     LeaveUnfinishedModel(nullptr);
     CreateTranscoder(encoding);
-    if (document == nullptr || document->getDocumentElement() == nullptr) throw NoRoot();
+    if (document == nullptr) throw NoRoot();
     return ParseFromTree(*ReadDom(*document, GetLimits()), encoding);
 }
 

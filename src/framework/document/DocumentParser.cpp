@@ -1,7 +1,6 @@
 #include "framework/document/DocumentParser.h"
 
 #include <xercesc/framework/XMLAttr.hpp>
-#include <xercesc/framework/XMLElementDecl.hpp>
 #include <xercesc/framework/XMLErrorCodes.hpp>
 #include <xercesc/internal/XMLScanner.hpp>
 #include <xercesc/parsers/SAXParser.hpp>
@@ -14,15 +13,14 @@
 #include <algorithm>
 #include <array>
 #include <istream>
-#include <limits>
 #include <new>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "framework/Blanks.h"
 #include "framework/VeskException.h"
 #include "framework/document/DocumentLimits.h"
+#include "framework/document/DocumentNames.h"
 #include "framework/document/StreamInputSource.h"
 #include "framework/document/TreeBuilder.h"
 #include "framework/document/Utf8.h"
@@ -31,7 +29,6 @@
 namespace nbscore {
 namespace {
 
-constexpr std::string_view pmmlNamespace = "http://www.dmg.org/PMML-";
 constexpr const char* unreadable = "The document cannot be read: the stream failed.";
 
 struct Position {
@@ -80,155 +77,6 @@ bool IsWide(const XMLCh* encoding) {
 bool AreBlanks(const XMLCh* text, XMLSize_t length) {
     return std::all_of(text, text + length, [](XMLCh unit) { return IsBlank(unit); });
 }
-
-/// Knows how full each place is in the table in which the XML library looks the names of elements up.
-///
-/// The library compares a name with all that share its place, for every element anew. Names fall on places by a hash
-/// that everybody can compute: real ones spread over the table, which grows with them; names that were made to meet in
-/// one place make reading them take time that grows with the square of their number.
-class ElementNameTable {
-public:
-    /// How many names may share a place. Of real ones hardly ten do.
-    static constexpr std::uint32_t mostInOnePlace = 100;
-
-    /// Adds a name that the table does not have. False when it, or the growing of the table that it makes necessary,
-    /// puts too many into one place.
-    bool Add(const XMLCh* name) {
-        // The library's table grows when three quarters of it would be exceeded.
-        if (hashes.size() >= namesByPlace.size() * 3 / 4) Grow();
-        // The library's hash before it is fitted to a table.
-        hashes.push_back(xercesc::XMLString::hash(name, std::numeric_limits<XMLSize_t>::max()));
-        Count(hashes.back());
-        return !isOverfull;
-    }
-
-private:
-    void Grow() {
-        namesByPlace.assign(namesByPlace.size() * 2 + 1, 0);
-        for (const std::size_t hash : hashes)
-            Count(hash);
-    }
-    void Count(std::size_t hash) {
-        if (++namesByPlace[hash % namesByPlace.size()] > mostInOnePlace) isOverfull = true;
-    }
-
-    std::vector<std::size_t> hashes;
-    /// The library's table begins with 29 places.
-    std::vector<std::uint32_t> namesByPlace = std::vector<std::uint32_t>(29);
-    bool isOverfull = false;
-};
-
-/// The names that a document uses, as many and as long as they may be.
-class DocumentNames {
-public:
-    explicit DocumentNames(TreeBuilder& treeBuilder) : builder(treeBuilder) {}
-
-    Name Find(const XMLCh* spelling) {
-        utf8.clear();
-        const std::size_t size = xercesc::XMLString::stringLen(spelling);
-        AppendUtf8(utf8, spelling, size);
-        // Before it is kept.
-        if (size > DocumentLimits::longestName) throw TooLong();
-        const Name name = builder.FindOrAddName(utf8);
-        const auto number = static_cast<std::size_t>(name);
-        if (number >= isUsed.size()) isUsed.resize(2 * number + 1);
-        if (!isUsed[number]) Count(size);
-        isUsed[number] = true;
-        return name;
-    }
-
-    /// Of an element; nearly all are found by the number that the library gives their name.
-    Name FindOfElement(const xercesc::XMLElementDecl& declaration) {
-        const XMLSize_t number = declaration.getId();
-        if (number >= namesByNumber.size()) namesByNumber.resize(2 * number + 1, Name::none);
-        Name& known = namesByNumber[number];
-        if (known != Name::none) return known;
-        known = Find(declaration.getFullName());
-        if (table.Add(declaration.getFullName())) return known;
-        throw Refusal("The names of elements collide: more than " + std::to_string(ElementNameTable::mostInOnePlace) +
-                      " of them fall on one place of the XML parser's table.");
-    }
-
-private:
-    static VeskException Refusal(const std::string& message) { return {VeskException::MalformedDocument, message}; }
-
-    VeskException TooLong() const {
-        return Refusal("The name \"" + ExcerptOf(utf8) + "\" is longer than " +
-                       std::to_string(DocumentLimits::longestName) + " characters.");
-    }
-
-    void Count(std::size_t size) {
-        length += size;
-        if (++count > DocumentLimits::mostNames) {
-            throw Refusal("The document uses more than " + std::to_string(DocumentLimits::mostNames) +
-                          " different names for elements and attributes.");
-        }
-        if (length > DocumentLimits::longestNames) {
-            throw Refusal("The document's different names for elements and attributes have more than " +
-                          std::to_string(DocumentLimits::longestNames) + " characters together.");
-        }
-    }
-
-    TreeBuilder& builder;
-    std::string utf8;
-    std::vector<bool> isUsed;
-    std::vector<Name> namesByNumber;
-    ElementNameTable table;
-    std::uint64_t count = 0;
-    std::uint64_t length = 0;
-};
-
-/// Takes the root element's prefix off the names of elements where the prefix stands for PMML.
-class PmmlPrefix {
-public:
-    explicit PmmlPrefix(TreeBuilder& treeBuilder) : builder(treeBuilder) {}
-
-    using Attributes = xercesc::RefVectorOf<xercesc::XMLAttr>;
-
-    /// The name of an element that begins.
-    Name NameOf(Name name, int depth, const Attributes& attributes, XMLSize_t count) {
-        if (depth == 1) FindPrefix(name, attributes, count);
-        if (prefix.empty() || foreignDepth != 0) return name;
-        if (const XMLCh* const boundTo = FindBinding(attributes, count); boundTo != nullptr && !IsPmml(boundTo)) {
-            foreignDepth = depth;
-            return name;
-        }
-        const std::string_view spelling = builder.GetSpelling(name);
-        if (!spelling.starts_with(prefix)) return name;
-        return builder.FindOrAddName(spelling.substr(prefix.size()));
-    }
-    void EndElement(int depth) {
-        if (foreignDepth == depth) foreignDepth = 0;
-    }
-
-private:
-    void FindPrefix(Name root, const Attributes& attributes, XMLSize_t count) {
-        const std::string_view spelling = builder.GetSpelling(root);
-        if (WithoutPrefix(spelling).size() == spelling.size()) return;
-        prefix = spelling.substr(0, spelling.size() - WithoutPrefix(spelling).size());
-        declaration = Utf16Of("xmlns:" + prefix.substr(0, prefix.size() - 1));
-        const XMLCh* const boundTo = FindBinding(attributes, count);
-        if (boundTo == nullptr || !IsPmml(boundTo)) prefix.clear();
-    }
-
-    /// What the element binds the prefix to, for itself and all that is in it; null where it says nothing of it.
-    const XMLCh* FindBinding(const Attributes& attributes, XMLSize_t count) const {
-        for (XMLSize_t i = 0; i < count; ++i) {
-            const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
-            if (xercesc::XMLString::equals(attribute.getQName(), declaration.c_str())) return attribute.getValue();
-        }
-        return nullptr;
-    }
-
-    static bool IsPmml(const XMLCh* boundTo) { return Utf8Of(boundTo).starts_with(pmmlNamespace); }
-
-    TreeBuilder& builder;
-    /// With its colon; empty where the root has none that stands for PMML.
-    std::string prefix;
-    std::basic_string<XMLCh> declaration;
-    /// Of the element for which, and for all that is in it, the prefix stands for something else; 0 outside.
-    int foreignDepth = 0;
-};
 
 /// Gives the refusal of malformed XML in a step its place.
 template <typename Step>

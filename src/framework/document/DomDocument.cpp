@@ -217,6 +217,10 @@ ParsedDocument ReadDom(const DOMNode& element, const Limits& limits) {
     return DomReader(limits).Read(&element);
 }
 
+ParsedDocument ReadDom(const DOMElement& element, const Limits& limits) {
+    return DomReader(limits).Read(&element);
+}
+
 DocumentPlace PlaceOf(const DOMNode* node) {
     if (node == nullptr) return {};
     if (node->getNodeType() == DOMNode::DOCUMENT_NODE) {

@@ -33,6 +33,7 @@ SCOREFRAMEWORK_API DomDocument WriteDom(const DocumentTree& tree);
 SCOREFRAMEWORK_API ParsedDocument ReadDom(const xercesc::DOMDocument& document, const Limits& limits);
 /// The tree of an element and all that is in it. Paths in it begin at the document's root.
 SCOREFRAMEWORK_API ParsedDocument ReadDom(const xercesc::DOMNode& element, const Limits& limits);
+SCOREFRAMEWORK_API ParsedDocument ReadDom(const xercesc::DOMElement& element, const Limits& limits);
 
 /// Where a node of a DOM stands: the path of its element (of a document its root), and the line and column where the
 /// DOM was written from a tree. Takes time proportional to the document: for refusals only.

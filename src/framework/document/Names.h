@@ -10,7 +10,8 @@
 // Every name that is looked for in documents, in the order of the alphabet. Attributes follow elements.
 #define NBSCORE_KNOWN_NAMES(KNOWN)                                                                                     \
     KNOWN(Application)                                                                                                 \
-    KNOWN(Apply) KNOWN(BayesInput) KNOWN(BayesInputs) KNOWN(BayesOutput) KNOWN(Constant) KNOWN(DataDictionary) KNOWN(  \
+    KNOWN(Apply)                                                                                                       \
+    KNOWN(BayesInput) KNOWN(BayesInputs) KNOWN(BayesOutput) KNOWN(Constant) KNOWN(DataDictionary) KNOWN(               \
         DataField) KNOWN(DefineFunction) KNOWN(DerivedField) KNOWN(Discretize) KNOWN(DiscretizeBin) KNOWN(Extension)   \
         KNOWN(FieldColumnPair) KNOWN(FieldRef) KNOWN(InlineTable) KNOWN(Interval) KNOWN(LinearNorm) KNOWN(             \
             LocalTransformations) KNOWN(MapValues) KNOWN(MiningField) KNOWN(MiningModel) KNOWN(MiningSchema)           \

@@ -4,15 +4,9 @@
 #include <iterator>
 
 #include "framework/document/Refusal.h"
-#include "framework/transform/ApplyReader.h"
 #include "framework/transform/ConstantExpression.h"
-#include "framework/transform/DiscretizeReader.h"
 #include "framework/transform/ElementReading.h"
 #include "framework/transform/FieldRefExpression.h"
-#include "framework/transform/MapValuesReader.h"
-#include "framework/transform/NormContinuousExpression.h"
-#include "framework/transform/NormDiscreteExpression.h"
-#include "framework/transform/TextIndexReader.h"
 
 namespace nbscore {
 namespace {

@@ -5,7 +5,7 @@
 #include "framework/VeskException.h"
 #include "framework/document/Refusal.h"
 #include "framework/document/Utf8.h"
-#include "framework/transform/FieldKind.h"
+#include "framework/transform/DeclaredValidity.h"
 
 namespace nbscore {
 

@@ -10,8 +10,8 @@
 #include "framework/Transcoder.h"
 #include "framework/document/DocumentTree.h"
 #include "framework/transform/DerivedFields.h"
+#include "framework/transform/EvaluationCost.h"
 #include "framework/transform/FieldReference.h"
-#include "framework/transform/WrittenCost.h"
 #include "framework/transform/functions/PatternStore.h"
 
 namespace nbscore {

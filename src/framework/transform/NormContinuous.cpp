@@ -1,18 +1,48 @@
-#include "framework/transform/NormContinuousExpression.h"
+#include "framework/transform/ExpressionReader.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "framework/NumberText.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/document/Refusal.h"
 #include "framework/transform/ElementReading.h"
+#include "framework/transform/Expression.h"
+#include "framework/transform/FieldInput.h"
 
 namespace nbscore {
 namespace {
+
+/// `NormContinuous`: a number by a line of straight segments.
+class NormContinuousExpression : public Expression {
+public:
+    /// What becomes of a number outside the line: it goes on straight, it counts as missing, or it ends flat.
+    enum class Outliers { AsIs, AsMissingValues, AsExtremeValues };
+
+    struct Line {
+        /// The points, from left to right, at least two; no two have the same origin.
+        std::vector<double> origins;
+        std::vector<double> norms;
+        Outliers outliers;
+
+        /// Nothing for an outlier that counts as missing, and where the formula gives no number.
+        std::optional<double> At(double number) const;
+    };
+
+    NormContinuousExpression(FieldInput readField, Line lineOfSegments);
+
+private:
+    ExpressionValue ValueFor(const FieldValues& fields) const override;
+
+    FieldInput input;
+    Line line;
+};
 
 using Outliers = NormContinuousExpression::Outliers;
 
@@ -43,8 +73,6 @@ NormContinuousExpression::Line ReadLine(Element element) {
     throw RefusalAt(element, VeskException::InvalidContent, "<NormContinuous> needs two <LinearNorm> at least.");
 }
 
-}  // namespace
-
 std::optional<double> NormContinuousExpression::Line::At(double number) const {
     if (number < origins.front() || number > origins.back()) {
         if (outliers == Outliers::AsMissingValues) return std::nullopt;
@@ -67,6 +95,8 @@ ExpressionValue NormContinuousExpression::ValueFor(const FieldValues& fields) co
     const auto result = number ? line.At(*number) : std::nullopt;
     return result ? ExpressionValue(*result) : CopyOf(input.resultWhenMissing);
 }
+
+}  // namespace
 
 std::unique_ptr<const Expression> ReadNormContinuous(Element element, FieldScope& scope) {
     const FieldReference field = ReadFieldReference(element, scope);

@@ -1,22 +1,87 @@
-#include "framework/transform/ApplyReader.h"
+#include "framework/transform/ExpressionReader.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "framework/document/DocumentTree.h"
 #include "framework/document/Refusal.h"
 #include "framework/document/Utf8.h"
 #include "framework/transform/ApplyExpression.h"
+#include "framework/transform/ApplyOptions.h"
 #include "framework/transform/BuiltInFunctions.h"
 #include "framework/transform/ElementReading.h"
-#include "framework/transform/ExpressionReader.h"
-#include "framework/transform/UserFunctionCall.h"
+#include "framework/transform/Expression.h"
+#include "framework/transform/FieldRefExpression.h"
+#include "framework/transform/FieldScope.h"
+#include "framework/transform/UserFunction.h"
 
 namespace nbscore {
 namespace {
+
+/// `Apply` of a function that the document defines. Its arguments are evaluated first, each once; what a missing one
+/// means is the body's own affair.
+class UserFunctionCall : public Expression {
+public:
+    /// @param calledFunction must outlive the call; its body may be read later.
+    UserFunctionCall(const UserFunction& calledFunction, std::vector<std::unique_ptr<const Expression>> callArguments,
+                     ApplyOptions callOptions);
+
+private:
+    ExpressionValue ValueFor(const FieldValues& fields) const override;
+
+    const UserFunction& function;
+    std::vector<std::unique_ptr<const Expression>> arguments;
+    ApplyOptions options;
+};
+
+using ArgumentExpressions = std::vector<std::unique_ptr<const Expression>>;
+
+/// All that the body of a function sees: its parameters.
+class ParameterValues : public FieldValues {
+public:
+    ParameterValues(std::vector<ExpressionValue> argumentValues, const ArgumentExpressions& argumentExpressions,
+                    const FieldValues& fieldsOfCaller)
+        : values(std::move(argumentValues)), arguments(argumentExpressions), callersFields(fieldsOfCaller) {}
+
+    /// A parameter that stands for nothing but a field is valid when the field is.
+    bool IsValid(const FieldReference& parameter) const override {
+        if (!IsValidByItself(values[parameter.position])) return false;
+        const auto* field = dynamic_cast<const FieldRefExpression*>(arguments[parameter.position].get());
+        return field == nullptr || field->IsValid(values[parameter.position], callersFields);
+    }
+
+    WorkBudget& Budget() const override { return callersFields.Budget(); }
+
+private:
+    ExpressionValue ValueOf(const FieldReference& parameter) const override {
+        return CopyOf(values[parameter.position]);
+    }
+
+    std::vector<ExpressionValue> values;
+    const ArgumentExpressions& arguments;
+    const FieldValues& callersFields;
+};
+
+UserFunctionCall::UserFunctionCall(const UserFunction& calledFunction, ArgumentExpressions callArguments,
+                                   ApplyOptions callOptions)
+    : function(calledFunction), arguments(std::move(callArguments)), options(std::move(callOptions)) {}
+
+ExpressionValue UserFunctionCall::ValueFor(const FieldValues& fields) const {
+    fields.Budget().NoteCall();
+    std::vector<ExpressionValue> values;
+    values.reserve(arguments.size());
+    for (std::size_t i = 0; i < arguments.size(); ++i)
+        values.push_back(CastTo(function.parameters[i].kind, arguments[i]->Evaluate(fields)));
+    if (options.mapMissingTo && std::ranges::any_of(values, IsMissing)) return options.ResultForMissingArgument();
+    const ParameterValues parameters(std::move(values), arguments, fields);
+    return options.ResultFor(CastTo(function.kind, function.body->Evaluate(parameters)));
+}
 
 std::optional<ExpressionValue> StandIn(Element element, Name name, ValueKind resultKind, const Transcoder& transcoder) {
     ExpressionValue value = AttributeOfKind(element, name, resultKind, transcoder);

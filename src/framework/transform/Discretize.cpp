@@ -1,17 +1,55 @@
-#include "framework/transform/DiscretizeReader.h"
+#include "framework/transform/ExpressionReader.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 #include <vector>
 
+#include "framework/ValueInterval.h"
 #include "framework/dictionary/FieldDeclarationReader.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/document/Refusal.h"
 #include "framework/document/Utf8.h"
-#include "framework/transform/DiscretizeExpression.h"
 #include "framework/transform/ElementReading.h"
+#include "framework/transform/Expression.h"
+#include "framework/transform/FieldInput.h"
+#include "framework/transform/FieldScope.h"
 
 namespace nbscore {
 namespace {
+
+/// `Discretize` of a derived field: the value of the bin that a number falls into.
+class DiscretizeExpression : public Expression {
+public:
+    struct Bin {
+        ValueInterval interval;
+        ExpressionValue value;
+    };
+
+    /// @param sortedBins from left to right; no two hold the same number.
+    /// @param valueOutsideBins missing when the document gives none.
+    DiscretizeExpression(FieldInput readField, std::vector<Bin> sortedBins, ExpressionValue valueOutsideBins);
+
+private:
+    ExpressionValue ValueFor(const FieldValues& fields) const override;
+
+    FieldInput input;
+    std::vector<Bin> bins;
+    ExpressionValue resultOutsideBins;
+};
+
+DiscretizeExpression::DiscretizeExpression(FieldInput readField, std::vector<Bin> sortedBins,
+                                           ExpressionValue valueOutsideBins)
+    : input(std::move(readField)), bins(std::move(sortedBins)), resultOutsideBins(std::move(valueOutsideBins)) {}
+
+ExpressionValue DiscretizeExpression::ValueFor(const FieldValues& fields) const {
+    const auto number = input.NumberIn(fields);
+    if (!number) return CopyOf(input.resultWhenMissing);
+    const auto candidate =
+        std::ranges::partition_point(bins, [&number](const Bin& bin) { return !bin.interval.EndsAtOrBehind(*number); });
+    const bool isInBin = candidate != bins.end() && candidate->interval.Contains(*number);
+    return CopyOf(isInBin ? candidate->value : resultOutsideBins);
+}
 
 struct ReadBin {
     DiscretizeExpression::Bin bin;

@@ -1,21 +1,63 @@
-#include "framework/transform/MapValuesReader.h"
+#include "framework/transform/ExpressionReader.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "framework/SeededHash.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/document/Refusal.h"
 #include "framework/document/Utf8.h"
 #include "framework/transform/ElementReading.h"
+#include "framework/transform/Expression.h"
 #include "framework/transform/FieldInput.h"
+#include "framework/transform/FieldScope.h"
 #include "framework/transform/InlineTable.h"
-#include "framework/transform/MapValuesExpression.h"
+#include "framework/transform/TableKey.h"
 
 namespace nbscore {
 namespace {
+
+/// `MapValues`: the row of a table in which certain columns hold what certain fields hold.
+class MapValuesExpression : public Expression {
+public:
+    using Rows = SeededMap<std::string, ExpressionValue>;
+
+    struct Outcomes {
+        /// When any of the fields is missing.
+        ExpressionValue whenMissing;
+        /// When no row fits.
+        ExpressionValue otherwise;
+    };
+
+    /// @param resultsByKey keys made of parts in the order of the columns.
+    MapValuesExpression(std::vector<KeyColumn> keyColumns, Rows resultsByKey, Outcomes outcomesWithoutRow);
+
+private:
+    ExpressionValue ValueFor(const FieldValues& fields) const override;
+
+    std::vector<KeyColumn> keys;
+    Rows rows;
+    Outcomes outcomes;
+};
+
+MapValuesExpression::MapValuesExpression(std::vector<KeyColumn> keyColumns, Rows resultsByKey,
+                                         Outcomes outcomesWithoutRow)
+    : keys(std::move(keyColumns)), rows(std::move(resultsByKey)), outcomes(std::move(outcomesWithoutRow)) {}
+
+ExpressionValue MapValuesExpression::ValueFor(const FieldValues& fields) const {
+    TableKey key;
+    for (const KeyColumn& column : keys) {
+        const ExpressionValue part = fields.Get(column.field);
+        if (IsMissing(part)) return CopyOf(outcomes.whenMissing);
+        key.Add(part, column);
+    }
+    const auto found = rows.find(key.GetText());
+    return CopyOf(found == rows.end() ? outcomes.otherwise : found->second);
+}
 
 class Reader {
 public:
