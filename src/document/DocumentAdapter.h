@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "document/Adaptation.h"
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 
 namespace nbscore {
 
@@ -20,9 +20,10 @@ namespace nbscore {
 /// - a model of a self-learning document without `modelName` gets an empty one.
 ///
 /// Answers every change, in document order, and the blanks that stay because derived fields could tell. Nothing is
-/// guessed: where a change would change what the document means, VeskException 12 says why, with the place, and some of
-/// the other changes may have been made. Places of later refusals stay those of the original. A document that is
-/// adapted again, or refused again, stays the same.
-std::vector<Adaptation> AdaptDocument(xercesc::DOMDocument& document);
+/// guessed: where a change would change what the document means, VeskException 12 says why, with the place, and the
+/// changes by the rules before that one have been made. Places of later refusals stay those of the original. A document
+/// that is adapted again, or refused again, stays the same.
+/// @param document replaced by another tree where something changes.
+std::vector<Adaptation> AdaptDocument(ParsedDocument& document);
 
 }  // namespace nbscore

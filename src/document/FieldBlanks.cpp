@@ -1,118 +1,146 @@
 #include "document/FieldBlanks.h"
 
-#include <xercesc/dom/DOMDocument.hpp>
-
-#include "document/FieldMentions.h"
-#include "document/OuterBlanks.h"
-#include "document/TestedTexts.h"
 #include "framework/dictionary/FieldDeclarationReader.h"
-#include "framework/xml/Utf8.h"
-#include "translator/ElementNames.h"
+#include "framework/document/Utf8.h"
 
 namespace nbscore {
-
-using xercesc::DOMElement;
-
 namespace {
 
-constexpr XmlName declaredValue{"Value"};
+using Texts = std::set<std::string, std::less<>>;
 
 /// Such values say what texts of cases look like, and stay as they are.
-bool IsStandInValue(const DOMElement* value) {
-    constexpr XmlName property{"property"};
-    const XMLCh* const text = BaseTranslator::GetAttribute(value, property);
-    return text != nullptr && !BaseTranslator::IsEqual(text, "valid");
+bool IsStandInValue(Element value) {
+    return value.GetAttributeOr(Name::property, "valid") != "valid";
+}
+
+void AddWithBlanks(std::string_view text, Texts& texts) {
+    if (WithoutOuterBlanks(text) != text) texts.emplace(text);
+}
+
+void AddTestCases(Element testCases, Texts& texts) {
+    constexpr std::string_view probability = "probability_";
+    for (const Element list : testCases.GetChildren(Name::VerificationFields)) {
+        for (const Element field : list.GetChildren(Name::VerificationField)) {
+            const std::string_view name = field.GetAttributeOr(Name::field, {});
+            if (name.starts_with(probability)) AddWithBlanks(name.substr(probability.size()), texts);
+        }
+    }
+    for (const Element table : testCases.GetChildren(Name::InlineTable)) {
+        for (const Element oneCase : table.GetChildren(Name::row)) {
+            for (const Element cell : oneCase.GetChildren())
+                AddWithBlanks(cell.GetWholeText(), texts);
+        }
+    }
+}
+
+void AddOutput(Element model, Texts& texts) {
+    for (const Element list : model.GetChildren(Name::Output)) {
+        for (const Element field : list.GetChildren(Name::OutputField))
+            AddWithBlanks(field.GetAttributeOr(Name::value, {}), texts);
+    }
+}
+
+/// The texts with blanks around them that the test cases of models name as values: in cells, in the values of output
+/// fields, and behind `probability_` in the names of expected results.
+Texts FindTestedTextsWithBlanks(const ModelsRead& models) {
+    Texts texts;
+    for (const Element model : models.elements) {
+        const ElementRange testCases = model.GetChildren(Name::ModelVerification);
+        for (const Element each : testCases)
+            AddTestCases(each, texts);
+        if (!testCases.IsEmpty()) AddOutput(model, texts);
+    }
+    return texts;
 }
 
 }  // namespace
 
-std::vector<DOMElement*> FindValidValues(const DOMElement& field) {
-    std::vector<DOMElement*> values = ChildrenNamed(field, declaredValue);
+std::vector<Element> FindValidValues(Element field) {
+    std::vector<Element> values = field.GetChildren(Name::Value).List();
     std::erase_if(values, IsStandInValue);
     return values;
 }
 
-FieldBlanks::FieldBlanks(xercesc::DOMDocument& document, const ModelsRead& models)
-    : testedTexts(FindTestedTextsWithBlanks(models)) {
-    const DOMElement& root = *document.getDocumentElement();
-    for (const DOMElement* dictionary : ChildrenNamed(root, element::dataDictionary)) {
-        for (const DOMElement* field : ChildrenNamed(*dictionary, element::dataField))
-            Declare(*field, false);
+FieldBlanks::FieldBlanks(Element root, const ModelsRead& models) : testedTexts(FindTestedTextsWithBlanks(models)) {
+    for (const Element dictionary : root.GetChildren(Name::DataDictionary)) {
+        for (const Element field : dictionary.GetChildren(Name::DataField))
+            Declare(field, false);
     }
-    for (const DOMElement* dictionary : ChildrenNamed(root, element::transformationDictionary)) {
-        for (DOMElement* field : ChildrenNamed(*dictionary, element::derivedField)) {
-            Declare(*field, true);
-            const XMLCh* const reader = BaseTranslator::GetAttribute(field, attribute::name);
-            for (const FieldMention& mention : FindFieldMentions(*field)) {
-                const XMLCh* const name = BaseTranslator::GetAttribute(mention.element, mention.attributeName);
-                if (reader != nullptr) fields[WithoutOuterBlanks(name)].reader = reader;
-            }
+    for (const Element field : FindDerivedFields(root)) {
+        Declare(field, true);
+        const auto reader = field.GetAttribute(Name::name);
+        for (const FieldMention& mention : FindFieldMentions(field)) {
+            const std::string_view name = *mention.element.GetAttribute(mention.attribute);
+            if (reader) fields[WithoutOuterBlanks(name)].reader = *reader;
         }
     }
-    for (const DOMElement* model : models.elements)
-        LearnValues(*model);
+    for (const Element model : models.elements)
+        LearnValues(model);
 }
 
-void FieldBlanks::Declare(const DOMElement& element, bool isDerived) {
-    const XMLCh* const name = BaseTranslator::GetAttribute(&element, attribute::name);
-    if (name == nullptr) return;
-    Field& field = fields[WithoutOuterBlanks(name)];
-    field.writtenNames.insert(name);
+void FieldBlanks::Declare(Element element, bool isDerived) {
+    const auto name = element.GetAttribute(Name::name);
+    if (!name) return;
+    Field& field = fields[WithoutOuterBlanks(*name)];
+    field.writtenNames.insert(*name);
     field.isDerived = field.isDerived || isDerived;
-    field.isText = field.isText || ReadStorageType(&element) == ScoreDictVar::StringStorage;
+    field.isText = field.isText || ReadStorageType(element) == ScoreDictVar::StringStorage;
     DeclareValues(element, field);
 }
 
-void FieldBlanks::DeclareValues(const DOMElement& element, Field& field) {
-    for (const DOMElement* value : ChildrenNamed(element, declaredValue)) {
-        const XMLCh* const text = BaseTranslator::GetAttribute(value, attribute::value);
-        if (text == nullptr) continue;
+void FieldBlanks::DeclareValues(Element element, Field& field) {
+    for (const Element value : element.GetChildren(Name::Value)) {
+        const auto text = value.GetAttribute(Name::value);
+        if (!text) continue;
         if (IsStandInValue(value)) {
-            field.standIns.insert(text);
+            field.standIns.insert(*text);
         } else {
             field.declaresValues = true;
-            field.isTested = field.isTested || testedTexts.contains(text);
+            field.isTested = field.isTested || testedTexts.contains(*text);
         }
     }
 }
 
-void FieldBlanks::LearnValues(const DOMElement& model) {
-    for (const DOMElement* inputs : ChildrenNamed(model, element::bayesInputs)) {
-        for (const DOMElement* input : ChildrenNamed(*inputs, element::bayesInput)) {
-            const XMLCh* const name = BaseTranslator::GetAttribute(input, attribute::fieldName);
-            const auto field = name == nullptr ? fields.end() : fields.find(WithoutOuterBlanks(name));
-            if (field == fields.end() || field->second.declaresValues) continue;
-            for (const DOMElement* pair : ChildrenNamed(*input, element::pairCounts)) {
-                const XMLCh* const text = BaseTranslator::GetAttribute(pair, attribute::value);
-                if (text != nullptr && testedTexts.contains(text)) field->second.isTested = true;
-            }
+void FieldBlanks::LearnValues(Element model) {
+    for (const Element input : FindInputs(model)) {
+        const auto name = input.GetAttribute(Name::fieldName);
+        const auto field = name ? fields.find(WithoutOuterBlanks(*name)) : fields.end();
+        if (field == fields.end() || field->second.declaresValues) continue;
+        for (const Element pair : input.GetChildren(Name::PairCounts)) {
+            const auto text = pair.GetAttribute(Name::value);
+            if (text && testedTexts.contains(*text)) field->second.isTested = true;
         }
     }
 }
 
-bool FieldBlanks::KnowField(const XmlText& name) const {
+const FieldBlanks::Field* FieldBlanks::Find(std::string_view name) const {
     const auto found = fields.find(name);
-    return found != fields.end() && !found->second.writtenNames.empty();
+    return found == fields.end() ? nullptr : &found->second;
 }
 
-bool FieldBlanks::TellFieldsApart(const XmlText& name) const {
-    const auto found = fields.find(name);
-    return found != fields.end() && found->second.isDerived && found->second.writtenNames.size() > 1;
+bool FieldBlanks::KnowField(std::string_view name) const {
+    const Field* const field = Find(name);
+    return field != nullptr && !field->writtenNames.empty();
 }
 
-std::string FieldBlanks::WhyThoseOfValuesStay(const XmlText& name) const {
-    const auto found = fields.find(name);
-    if (found == fields.end() || !found->second.isText) return {};
-    if (found->second.isDerived) return "its expression may give texts with blanks";
-    if (found->second.isTested) return "test cases of the document name one with them";
-    if (found->second.reader.empty()) return {};
-    return "the derived field \"" + ExcerptOf(found->second.reader.c_str()) +
+bool FieldBlanks::TellFieldsApart(std::string_view name) const {
+    const Field* const field = Find(name);
+    return field != nullptr && field->isDerived && field->writtenNames.size() > 1;
+}
+
+std::string FieldBlanks::WhyThoseOfValuesStay(std::string_view name) const {
+    const Field* const field = Find(name);
+    if (field == nullptr || !field->isText) return {};
+    if (field->isDerived) return "its expression may give texts with blanks";
+    if (field->isTested) return "test cases of the document name one with them";
+    if (field->reader.empty()) return {};
+    return "the derived field \"" + ExcerptOf(field->reader) +
            "\" reads it, and may tell texts with blanks from others";
 }
 
-bool FieldBlanks::IsStandIn(const XmlText& name, const XmlText& text) const {
-    const auto found = fields.find(name);
-    return found != fields.end() && found->second.standIns.contains(text);
+bool FieldBlanks::IsStandIn(std::string_view name, std::string_view text) const {
+    const Field* const field = Find(name);
+    return field != nullptr && field->standIns.contains(text);
 }
 
 }  // namespace nbscore

@@ -1,21 +1,13 @@
-#include "document/IgnoredBinning.h"
+#include "document/IgnoredLog.h"
 
 #include <limits>
 #include <optional>
 
-#include "document/ElementSteps.h"
 #include "framework/NumberText.h"
-#include "framework/xml/Utf8.h"
-#include "translator/ElementNames.h"
-
-using xercesc::DOMElement;
+#include "framework/document/Utf8.h"
 
 namespace nbscore {
 namespace {
-
-constexpr XmlName closureAttribute{"closure"};
-constexpr XmlName fieldAttribute{"field"};
-constexpr XmlName mapMissingToAttribute{"mapMissingTo"};
 
 constexpr IgnoredKind closure{"is not used: the number on the margin itself belongs to the bin.",
                               "If numbers stand right on the margin, write it a little lower."};
@@ -28,88 +20,82 @@ constexpr IgnoredKind missingBin{"is not used: a missing value leaves the input 
 constexpr IgnoredKind otherField{"is not used: the field that the BayesInput names is put into the bins.",
                                  "Let both name the same field."};
 
-std::optional<double> NumberIn(const DOMElement& element, const XMLCh* name) {
-    const XMLCh* const text = BaseTranslator::GetAttribute(&element, name);
-    return text == nullptr ? std::nullopt : ReadNumber(Utf8Of(text));
+std::optional<double> NumberIn(Element element, Name name) {
+    const auto text = element.GetAttribute(name);
+    return text ? ReadNumber(*text) : std::nullopt;
 }
 
-bool IsOpenOnTheRight(const DOMElement& interval) {
-    const XMLCh* const text = BaseTranslator::GetAttribute(&interval, closureAttribute);
-    return text != nullptr &&
-           (BaseTranslator::IsEqual(text, "openOpen") || BaseTranslator::IsEqual(text, "closedOpen"));
+bool IsOpenOnTheRight(Element interval) {
+    const auto text = interval.GetAttribute(Name::closure);
+    return text == "openOpen" || text == "closedOpen";
 }
 
 /// One input and its bins.
 class InputBinning {
 public:
-    InputBinning(const DOMElement& inputElement, IgnoredLog& ignoredLog)
-        : input(inputElement),
-          log(ignoredLog),
-          ofInput(" of the input " + QuotedAttribute(input, attribute::fieldName)) {}
+    InputBinning(Element inputElement, IgnoredLog& ignoredLog)
+        : input(inputElement), log(ignoredLog), ofInput(" of the input " + QuotedAttribute(input, Name::fieldName)) {}
 
-    void Note(const DOMElement& discretize) {
+    void Note(Element discretize) {
         NoteAttributes(discretize);
-        const std::vector<DOMElement*> bins = ChildElements(discretize);
+        const std::vector<Element> bins = discretize.GetChildren().List();
         for (std::size_t i = 0; i < bins.size(); ++i) {
-            NoteNumber(*bins[i], i);
-            if (const DOMElement* const interval = BaseTranslator::GetFirstChildElt(bins[i])) {
-                NoteMargins(*interval, i == 0, i + 1 == bins.size());
+            NoteNumber(bins[i], i);
+            if (const Element interval = bins[i].GetFirstChild()) {
+                NoteMargins(interval, i == 0, i + 1 == bins.size());
             }
         }
     }
 
 private:
-    void NoteAttributes(const DOMElement& discretize) {
-        if (BaseTranslator::GetAttribute(&discretize, mapMissingToAttribute) != nullptr) {
-            log.Note(missingBin, discretize, Named(discretize, mapMissingToAttribute));
+    void NoteAttributes(Element discretize) {
+        if (discretize.Has(Name::mapMissingTo)) {
+            log.Note(missingBin, discretize, Named(discretize, Name::mapMissingTo));
         }
-        const XMLCh* const field = BaseTranslator::GetAttribute(&discretize, fieldAttribute);
-        if (field != nullptr && !HoldsText(field, BaseTranslator::GetAttribute(&input, attribute::fieldName))) {
-            log.Note(otherField, discretize, Named(discretize, fieldAttribute));
+        const auto field = discretize.GetAttribute(Name::field);
+        if (field && *field != input.GetAttributeOr(Name::fieldName, {})) {
+            log.Note(otherField, discretize, Named(discretize, Name::field));
         }
     }
 
     /// A name that is no number cannot be taken for another bin's.
-    void NoteNumber(const DOMElement& bin, std::size_t position) {
-        const std::optional<double> number = NumberIn(bin, attribute::binValue);
+    void NoteNumber(Element bin, std::size_t position) {
+        const std::optional<double> number = NumberIn(bin, Name::binValue);
         if (!number || *number == static_cast<double>(position)) return;
-        log.Note(binNumber, bin, Named(bin, attribute::binValue));
+        log.Note(binNumber, bin, Named(bin, Name::binValue));
     }
 
-    void NoteMargins(const DOMElement& interval, bool isFirst, bool isLast) {
-        if (isFirst) NoteOuterMargin(interval, attribute::leftMargin, std::numeric_limits<double>::lowest());
+    void NoteMargins(Element interval, bool isFirst, bool isLast) {
+        if (isFirst) NoteOuterMargin(interval, Name::leftMargin, std::numeric_limits<double>::lowest());
         if (isLast) {
-            NoteOuterMargin(interval, attribute::rightMargin, std::numeric_limits<double>::max());
+            NoteOuterMargin(interval, Name::rightMargin, std::numeric_limits<double>::max());
         } else if (IsOpenOnTheRight(interval)) {
-            log.Note(closure, interval, Named(interval, closureAttribute));
+            log.Note(closure, interval, Named(interval, Name::closure));
         }
     }
 
     /// @param outermost the margin that no number is beyond.
-    void NoteOuterMargin(const DOMElement& interval, const XMLCh* name, double outermost) {
+    void NoteOuterMargin(Element interval, Name name, double outermost) {
         const std::optional<double> margin = NumberIn(interval, name);
         if (margin && *margin != outermost) log.Note(outerMargin, interval, Named(interval, name));
     }
 
-    std::string Named(const DOMElement& element, const XMLCh* name) const {
-        return Utf8Of(name) + ' ' + QuotedAttribute(element, name) + ofInput;
+    std::string Named(Element element, Name name) const {
+        return std::string(SpellingOf(name)) + ' ' + QuotedAttribute(element, name) + ofInput;
     }
 
-    const DOMElement& input;
+    Element input;
     IgnoredLog& log;
     const std::string ofInput;
 };
 
 }  // namespace
 
-void NoteIgnoredBinning(const DOMElement& model, IgnoredLog& log) {
-    for (const DOMElement* inputs : ChildrenNamed(model, element::bayesInputs)) {
-        for (const DOMElement* input : ChildrenNamed(*inputs, element::bayesInput)) {
-            const DOMElement* const first = BaseTranslator::GetFirstChildElt(input);
-            if (first == nullptr || !IsNamed(first, element::derivedField)) continue;
-            const DOMElement* const discretize = BaseTranslator::GetFirstChildElt(first);
-            if (discretize != nullptr) InputBinning(*input, log).Note(*discretize);
-        }
+void NoteIgnoredBinning(Element model, IgnoredLog& log) {
+    for (const Element input : FindInputs(model)) {
+        const Element first = input.GetFirstChild();
+        const Element discretize = first.Is(Name::DerivedField) ? first.GetFirstChild() : Element();
+        if (discretize) InputBinning(input, log).Note(discretize);
     }
 }
 

@@ -1,45 +1,35 @@
 #include "document/IgnoredConstructs.h"
 
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMElement.hpp>
-
-#include "document/IgnoredBinning.h"
-#include "document/IgnoredFieldRules.h"
-#include "document/IgnoredInputs.h"
 #include "document/IgnoredLog.h"
-#include "document/IgnoredModelParts.h"
-#include "document/IgnoredModels.h"
-#include "document/ModelsRead.h"
 
 namespace nbscore {
 namespace {
 
-void NoteWarnings(const xercesc::DOMElement& root, const ModelsRead& models, IgnoredLog& log) {
-    for (const xercesc::DOMElement* model : models.elements)
-        NoteIgnoredInputs(*model, log);
-    NoteCountsOfNoNumber(root, models.elements, log);
+void NoteWarnings(Element root, const ModelsRead& models, IgnoredLog& log) {
+    for (const Element model : models.elements)
+        NoteIgnoredInputs(model, log);
+    NoteCountsOfNoNumber(root, models, log);
 }
 
 }  // namespace
 
-std::vector<IgnoredConstruct> FindIgnoredConstructs(xercesc::DOMDocument& document) {
-    if (document.getDocumentElement() == nullptr) return {};
+std::vector<IgnoredConstruct> FindIgnoredConstructs(const DocumentTree& document) {
+    const Element root = document.GetRoot();
     IgnoredLog log;
-    const ModelsRead models = FindModelsRead(document);
-    NoteIgnoredFieldRules(*document.getDocumentElement(), models, log);
-    NoteIgnoredModels(*document.getDocumentElement(), models, log);
-    for (const xercesc::DOMElement* model : models.elements) {
-        NoteIgnoredModelParts(*model, log);
-        NoteIgnoredBinning(*model, log);
+    const ModelsRead models = FindModelsRead(root);
+    NoteIgnoredFieldRules(root, models, log);
+    NoteIgnoredModels(root, models, log);
+    for (const Element model : models.elements) {
+        NoteIgnoredModelParts(model, log);
+        NoteIgnoredBinning(model, log);
     }
-    NoteWarnings(*document.getDocumentElement(), models, log);
+    NoteWarnings(root, models, log);
     return log.Finish();
 }
 
-std::vector<IgnoredConstruct> FindWarnings(xercesc::DOMDocument& document) {
-    if (document.getDocumentElement() == nullptr) return {};
+std::vector<IgnoredConstruct> FindWarnings(const DocumentTree& document) {
     IgnoredLog log;
-    NoteWarnings(*document.getDocumentElement(), FindModelsRead(document), log);
+    NoteWarnings(document.GetRoot(), FindModelsRead(document.GetRoot()), log);
     return log.Finish();
 }
 

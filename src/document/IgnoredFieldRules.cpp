@@ -1,30 +1,14 @@
-#include "document/IgnoredFieldRules.h"
+#include "document/IgnoredLog.h"
 
 #include <map>
+#include <string_view>
 
-#include "document/ElementSteps.h"
-#include "document/FieldUses.h"
 #include "framework/NumberText.h"
 #include "framework/dictionary/FieldDeclarationReader.h"
-#include "framework/dictionary/NumericDataType.h"
-#include "framework/xml/Utf8.h"
-#include "translator/ElementNames.h"
-
-using xercesc::DOMElement;
+#include "framework/document/Utf8.h"
 
 namespace nbscore {
 namespace {
-
-constexpr XmlName dataTypeAttribute{"dataType"};
-constexpr XmlName highValueAttribute{"highValue"};
-constexpr XmlName invalidTreatmentAttribute{"invalidValueTreatment"};
-constexpr XmlName lowValueAttribute{"lowValue"};
-constexpr XmlName missingReplacementAttribute{"missingValueReplacement"};
-constexpr XmlName missingTreatmentAttribute{"missingValueTreatment"};
-constexpr XmlName numberOfFieldsAttribute{"numberOfFields"};
-constexpr XmlName optypeAttribute{"optype"};
-constexpr XmlName outliersAttribute{"outliers"};
-constexpr XmlName propertyAttribute{"property"};
 
 constexpr IgnoredKind fieldCount{"is not the number of its fields: one may be missing, or one too many.",
                                  "Compare the document with its source, and mend the number."};
@@ -53,103 +37,90 @@ constexpr IgnoredKind outlierRule{"is not used: numbers beyond lowValue and high
 constexpr IgnoredKind optypeOfSchema{"is not used: the optype of its DataField counts.",
                                      "Give the DataField the optype that is meant."};
 
-bool Holds(const DOMElement& element, const XMLCh* attributeName, const std::string& text) {
-    const XMLCh* const value = BaseTranslator::GetAttribute(&element, attributeName);
-    return value != nullptr && BaseTranslator::IsEqual(value, text);
-}
-
-bool Has(const DOMElement& element, const XMLCh* attributeName) {
-    return BaseTranslator::GetAttribute(&element, attributeName) != nullptr;
-}
-
 /// `outliers "asExtremeValues" of the field "age"`.
-std::string Subject(const XMLCh* attributeName, const DOMElement& miningField) {
-    return Utf8Of(attributeName) + ' ' + QuotedAttribute(miningField, attributeName) + " of the field " +
-           QuotedAttribute(miningField, attribute::name);
+std::string Subject(Name attribute, Element miningField) {
+    return std::string(SpellingOf(attribute)) + ' ' + QuotedAttribute(miningField, attribute) + " of the field " +
+           QuotedAttribute(miningField, Name::name);
 }
 
 /// What a DataField says about the values that its field may have.
 struct Declaration {
-    const DOMElement* element = nullptr;
+    Element element;
     /// The first Interval, or the first Value that is declared invalid.
-    const DOMElement* bound = nullptr;
+    Element bound;
     bool bindsValues = false;
     bool isContinuous = false;
 };
 
-bool IsContinuous(const DOMElement& dataField) {
-    if (Has(dataField, optypeAttribute)) return Holds(dataField, optypeAttribute, "continuous");
-    const XMLCh* const dataType = BaseTranslator::GetAttribute(&dataField, dataTypeAttribute);
-    return dataType != nullptr && IsNumericDataType(dataType);
+bool IsContinuous(Element dataField) {
+    if (dataField.Has(Name::optype)) return (dataField.GetAttribute(Name::optype) == "continuous");
+    const auto dataType = dataField.GetAttribute(Name::dataType);
+    return dataType && IsNumericDataType(*dataType);
 }
 
-Declaration ReadDeclaration(const DOMElement& dataField) {
-    constexpr XmlName valueElement{"Value"};
-    Declaration declaration{&dataField, nullptr, false, IsContinuous(dataField)};
-    for (const DOMElement* child : ChildElements(dataField)) {
-        const bool isValue = IsNamed(child, valueElement);
-        const bool isBound =
-            IsNamed(child, element::interval) || (isValue && Holds(*child, propertyAttribute, "invalid"));
-        if (isBound && declaration.bound == nullptr) declaration.bound = child;
-        if (isBound || (isValue && !Holds(*child, propertyAttribute, "missing"))) declaration.bindsValues = true;
+Declaration ReadDeclaration(Element dataField) {
+    Declaration declaration{dataField, Element(), false, IsContinuous(dataField)};
+    for (const Element child : dataField.GetChildren()) {
+        const bool isValue = child.Is(Name::Value);
+        const bool isBound = child.Is(Name::Interval) || (isValue && (child.GetAttribute(Name::property) == "invalid"));
+        if (isBound && !declaration.bound) declaration.bound = child;
+        if (isBound || (isValue && !(child.GetAttribute(Name::property) == "missing"))) declaration.bindsValues = true;
     }
     return declaration;
 }
 
-using Declarations = std::map<XmlText, Declaration>;
+using Declarations = std::map<std::string_view, Declaration>;
 
-void NoteFieldCount(const DOMElement& dictionary, std::size_t count, IgnoredLog& log) {
-    const XMLCh* const text = BaseTranslator::GetAttribute(&dictionary, numberOfFieldsAttribute);
-    if (text == nullptr) return;
-    const auto declared = ReadNumber(Utf8Of(text));
+void NoteFieldCount(Element dictionary, std::size_t count, IgnoredLog& log) {
+    const auto text = dictionary.GetAttribute(Name::numberOfFields);
+    if (!text) return;
+    const auto declared = ReadNumber(*text);
     if (declared && *declared == static_cast<double>(count)) return;
     log.Note(fieldCount, dictionary,
-             "numberOfFields " + QuotedAttribute(dictionary, numberOfFieldsAttribute) + " of the DataDictionary");
+             "numberOfFields " + QuotedAttribute(dictionary, Name::numberOfFields) + " of the DataDictionary");
 }
 
 /// They are a fault of every field that is used, and so of none in a document that was read.
-void NoteValuesOfNoNumber(const DOMElement& field, IgnoredLog& log) {
-    constexpr XmlName valueElement{"Value"};
-    if (ReadStorageType(&field) != ScoreDictVar::NumericStorage) return;
-    for (const DOMElement* value : ChildrenNamed(field, valueElement)) {
-        if (Has(*value, propertyAttribute) && !Holds(*value, propertyAttribute, "valid")) continue;
-        const XMLCh* const text = BaseTranslator::GetAttribute(value, attribute::value);
-        if (text == nullptr || ReadNumber(Utf8Of(text))) continue;
-        log.Note(valueOfNoNumber, *value,
-                 "The value " + QuotedAttribute(*value, attribute::value) + " of the field " +
-                     QuotedAttribute(field, attribute::name));
+void NoteValuesOfNoNumber(Element field, IgnoredLog& log) {
+    if (ReadStorageType(field) != ScoreDictVar::NumericStorage) return;
+    for (const Element value : field.GetChildren(Name::Value)) {
+        if (value.Has(Name::property) && !(value.GetAttribute(Name::property) == "valid")) continue;
+        const auto text = value.GetAttribute(Name::value);
+        if (!text || ReadNumber(*text)) continue;
+        log.Note(
+            valueOfNoNumber, value,
+            "The value " + QuotedAttribute(value, Name::value) + " of the field " + QuotedAttribute(field, Name::name));
     }
 }
 
-Declarations ReadDictionary(const DOMElement& root, IgnoredLog& log) {
+Declarations ReadDictionary(Element root, IgnoredLog& log) {
     Declarations declarations;
-    const DOMElement* const dictionary = BaseTranslator::GetChildByTag(&root, element::dataDictionary);
-    if (dictionary == nullptr) return declarations;
-    const std::vector<DOMElement*> fields = ChildrenNamed(*dictionary, element::dataField);
-    NoteFieldCount(*dictionary, fields.size(), log);
-    for (const DOMElement* field : fields) {
-        const XMLCh* const name = BaseTranslator::GetAttribute(field, attribute::name);
-        if (name == nullptr) continue;
-        if (declarations.emplace(name, ReadDeclaration(*field)).second) {
-            NoteValuesOfNoNumber(*field, log);
+    Element dictionary = root.GetChild(Name::DataDictionary);
+    if (!dictionary) return declarations;
+    const std::vector<Element> fields = dictionary.GetChildren(Name::DataField).List();
+    NoteFieldCount(dictionary, fields.size(), log);
+    for (const Element field : fields) {
+        const auto name = field.GetAttribute(Name::name);
+        if (!name) continue;
+        if (declarations.emplace(*name, ReadDeclaration(field)).second) {
+            NoteValuesOfNoNumber(field, log);
             continue;
         }
-        log.Note(secondDeclaration, *field,
-                 "The second declaration of the field " + QuotedAttribute(*field, attribute::name));
+        log.Note(secondDeclaration, field, "The second declaration of the field " + QuotedAttribute(field, Name::name));
     }
     return declarations;
 }
 
-void NoteSecondDictionary(const DOMElement& root, IgnoredLog& log) {
-    const std::vector<DOMElement*> dictionaries = ChildrenNamed(root, element::transformationDictionary);
+void NoteSecondDictionary(Element root, IgnoredLog& log) {
+    const std::vector<Element> dictionaries = root.GetChildren(Name::TransformationDictionary).List();
     for (std::size_t i = 1; i < dictionaries.size(); ++i)
-        log.Note(secondDictionary, *dictionaries[i], "A further <TransformationDictionary>");
+        log.Note(secondDictionary, dictionaries[i], "A further <TransformationDictionary>");
 }
 
 /// The mining fields of one model.
 class SchemaRules {
 public:
-    SchemaRules(Declarations& dictionary, const FieldNames& fieldsOfExpressions, const DOMElement& modelElement,
+    SchemaRules(Declarations& dictionary, const FieldNames& fieldsOfExpressions, Element modelElement,
                 IgnoredLog& ignoredLog)
         : declarations(dictionary),
           expressionFields(fieldsOfExpressions),
@@ -158,19 +129,19 @@ public:
           log(ignoredLog) {}
 
     void Note() {
-        for (const DOMElement* schema : ChildrenNamed(model, element::miningSchema)) {
-            for (const DOMElement* field : ChildrenNamed(*schema, element::miningField))
-                NoteField(*field);
+        for (const Element schema : model.GetChildren(Name::MiningSchema)) {
+            for (const Element field : schema.GetChildren(Name::MiningField))
+                NoteField(field);
         }
     }
 
 private:
-    void NoteField(const DOMElement& field) {
-        const XMLCh* const name = BaseTranslator::GetAttribute(&field, attribute::name);
-        if (name == nullptr) return;
-        const auto declaration = declarations.find(name);
-        const bool isInput = inputFields.contains(name);
-        const bool isRead = expressionFields.contains(name);
+    void NoteField(Element field) {
+        const auto name = field.GetAttribute(Name::name);
+        if (!name) return;
+        const auto declaration = declarations.find(*name);
+        const bool isInput = inputFields.contains(*name);
+        const bool isRead = expressionFields.contains(*name);
         if (declaration == declarations.end() || !(isInput || isRead)) return;
         NoteMissing(field);
         NoteInvalid(field, declaration->second, isInput, isRead);
@@ -178,69 +149,69 @@ private:
         NoteOptype(field, declaration->second);
     }
 
-    void NoteMissing(const DOMElement& field) {
-        if (Holds(field, missingTreatmentAttribute, "returnInvalid")) {
-            log.Note(missingRefused, field, Subject(missingTreatmentAttribute, field));
-        } else if (Has(field, missingReplacementAttribute)) {
-            log.Note(missingReplacement, field, Subject(missingReplacementAttribute, field));
+    void NoteMissing(Element field) {
+        if (field.GetAttribute(Name::missingValueTreatment) == "returnInvalid") {
+            log.Note(missingRefused, field, Subject(Name::missingValueTreatment, field));
+        } else if (field.Has(Name::missingValueReplacement)) {
+            log.Note(missingReplacement, field, Subject(Name::missingValueReplacement, field));
         }
     }
 
     /// A field that binds its values to nothing has no invalid ones. Where nothing else is said, a case with an invalid
     /// one has no answer; a category that is not declared is out of an input's reach, as a missing one is.
-    void NoteInvalid(const DOMElement& field, Declaration& declaration, bool isInput, bool isRead) {
-        if (!declaration.bindsValues || Holds(field, invalidTreatmentAttribute, "asIs")) return;
-        if (Holds(field, invalidTreatmentAttribute, "returnInvalid")) {
-            log.Note(invalidRefused, field, Subject(invalidTreatmentAttribute, field));
-        } else if (Holds(field, invalidTreatmentAttribute, "asMissing")) {
-            if (Has(field, missingReplacementAttribute)) {
-                log.Note(invalidReplacedAsMissing, field, Subject(invalidTreatmentAttribute, field));
+    void NoteInvalid(Element field, Declaration& declaration, bool isInput, bool isRead) {
+        if (!declaration.bindsValues || (field.GetAttribute(Name::invalidValueTreatment) == "asIs")) return;
+        if (field.GetAttribute(Name::invalidValueTreatment) == "returnInvalid") {
+            log.Note(invalidRefused, field, Subject(Name::invalidValueTreatment, field));
+        } else if (field.GetAttribute(Name::invalidValueTreatment) == "asMissing") {
+            if (field.Has(Name::missingValueReplacement)) {
+                log.Note(invalidReplacedAsMissing, field, Subject(Name::invalidValueTreatment, field));
             } else if (declaration.isContinuous || isRead) {
-                log.Note(invalidReplacement, field, Subject(invalidTreatmentAttribute, field));
+                log.Note(invalidReplacement, field, Subject(Name::invalidValueTreatment, field));
             }
-        } else if (Has(field, invalidTreatmentAttribute)) {
-            log.Note(invalidReplacement, field, Subject(invalidTreatmentAttribute, field));
-        } else if (isInput && declaration.bound != nullptr) {
-            log.Note(declaredValidity, *declaration.bound,
-                     '<' + Utf8Of(declaration.bound->getNodeName()) + "> of the field " +
-                         QuotedAttribute(*declaration.element, attribute::name));
-            declaration.bound = nullptr;  // told once, however many models use the field
+        } else if (field.Has(Name::invalidValueTreatment)) {
+            log.Note(invalidReplacement, field, Subject(Name::invalidValueTreatment, field));
+        } else if (isInput && declaration.bound) {
+            log.Note(declaredValidity, declaration.bound,
+                     '<' + std::string(declaration.bound.GetSpelling()) + "> of the field " +
+                         QuotedAttribute(declaration.element, Name::name));
+            declaration.bound = {};  // told once, however many models use the field
         }
     }
 
-    void NoteOutliers(const DOMElement& field, const Declaration& declaration) {
-        const bool hasRule =
-            Holds(field, outliersAttribute, "asMissingValues") || Holds(field, outliersAttribute, "asExtremeValues");
-        const bool hasLimit = Has(field, lowValueAttribute) || Has(field, highValueAttribute);
+    void NoteOutliers(Element field, const Declaration& declaration) {
+        const bool hasRule = (field.GetAttribute(Name::outliers) == "asMissingValues") ||
+                             (field.GetAttribute(Name::outliers) == "asExtremeValues");
+        const bool hasLimit = field.Has(Name::lowValue) || field.Has(Name::highValue);
         if (!hasRule || !hasLimit || !declaration.isContinuous) return;
-        log.Note(outlierRule, field, Subject(outliersAttribute, field));
+        log.Note(outlierRule, field, Subject(Name::outliers, field));
     }
 
-    void NoteOptype(const DOMElement& field, const Declaration& declaration) {
-        const XMLCh* const optype = BaseTranslator::GetAttribute(&field, optypeAttribute);
-        const XMLCh* const declared = BaseTranslator::GetAttribute(declaration.element, optypeAttribute);
-        if (optype == nullptr || declared == nullptr || HoldsText(optype, declared)) return;
-        log.Note(optypeOfSchema, field, Subject(optypeAttribute, field));
+    void NoteOptype(Element field, const Declaration& declaration) {
+        const auto optype = field.GetAttribute(Name::optype);
+        const auto declared = declaration.element.GetAttribute(Name::optype);
+        if (!optype || !declared || optype == declared) return;
+        log.Note(optypeOfSchema, field, Subject(Name::optype, field));
     }
 
     Declarations& declarations;
     const FieldNames& expressionFields;
     const FieldNames inputFields;
-    const DOMElement& model;
+    Element model;
     IgnoredLog& log;
 };
 
 }  // namespace
 
-void NoteIgnoredFieldRules(const DOMElement& root, const ModelsRead& models, IgnoredLog& log) {
+void NoteIgnoredFieldRules(Element root, const ModelsRead& models, IgnoredLog& log) {
     Declarations declarations = ReadDictionary(root, log);
     NoteSecondDictionary(root, log);
     FieldNames inputs;
-    for (const DOMElement* model : models.elements)
-        inputs.merge(FindInputFields(*model));
+    for (const Element model : models.elements)
+        inputs.merge(FindInputFields(model));
     const FieldNames fieldsOfExpressions = FindFieldsOfExpressions(root, inputs);
-    for (const DOMElement* model : models.elements)
-        SchemaRules(declarations, fieldsOfExpressions, *model, log).Note();
+    for (const Element model : models.elements)
+        SchemaRules(declarations, fieldsOfExpressions, model, log).Note();
 }
 
 }  // namespace nbscore

@@ -1,23 +1,18 @@
 #include "document/IgnoredLog.h"
 
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <algorithm>
 #include <tuple>
 
-#include "framework/BaseTranslator.h"
 #include "framework/CountedNoun.h"
-#include "framework/xml/Refusal.h"
-#include "framework/xml/Utf8.h"
-
-using xercesc::DOMElement;
+#include "framework/document/Refusal.h"
+#include "framework/document/Utf8.h"
 
 namespace nbscore {
 
-void IgnoredLog::Note(const IgnoredKind& kind, const DOMElement& element, const std::string& subject) {
+void IgnoredLog::Note(const IgnoredKind& kind, Element element, const std::string& subject) {
     const auto known = std::ranges::find(entries, &kind, &Entry::kind);
     if (known == entries.end()) {
-        entries.push_back({&kind, &element, subject, 1});
+        entries.push_back({&kind, element, subject, 1});
     } else {
         ++known->count;
     }
@@ -28,7 +23,7 @@ std::vector<IgnoredConstruct> IgnoredLog::Finish() const {
     for (const Entry& entry : entries) {
         std::string message = entry.subject + ' ' + entry.kind->effect;
         if (entry.count > 1) message += " So it is in " + CountedNoun(entry.count - 1, "more place") + '.';
-        constructs.push_back({PlaceOf(entry.first), std::move(message), entry.kind->advice, entry.kind->isWarning});
+        constructs.push_back({entry.first.GetPlace(), std::move(message), entry.kind->advice, entry.kind->isWarning});
     }
     std::ranges::stable_sort(constructs, {}, [](const IgnoredConstruct& construct) {
         return std::tuple(construct.place.line, construct.place.column);
@@ -36,8 +31,8 @@ std::vector<IgnoredConstruct> IgnoredLog::Finish() const {
     return constructs;
 }
 
-std::string QuotedAttribute(const DOMElement& element, const XMLCh* name) {
-    return '"' + ExcerptOf(BaseTranslator::GetAttribute(&element, name)) + '"';
+std::string QuotedAttribute(Element element, Name name) {
+    return '"' + ExcerptOf(element.GetAttributeOr(name, {})) + '"';
 }
 
 }  // namespace nbscore

@@ -1,204 +1,180 @@
-#include "document/LocalFields.h"
-
-#include <xercesc/dom/DOMDocument.hpp>
-
 #include <map>
 #include <set>
 #include <string>
 #include <utility>
 
-#include "document/ElementSteps.h"
-#include "document/FieldMentions.h"
-#include "document/OuterBlanks.h"
-#include "framework/xml/Utf8.h"
-#include "translator/ElementNames.h"
+#include "document/AdaptationRules.h"
+#include "document/DocumentParts.h"
+#include "framework/document/Utf8.h"
 
 namespace nbscore {
 namespace {
 
-using xercesc::DOMDocument;
-using xercesc::DOMElement;
-using Elements = std::vector<DOMElement*>;
-using Names = std::set<XmlText>;
+using Elements = std::vector<Element>;
 
 /// Empty without the attribute.
-XmlText NameIn(const DOMElement& element, const XMLCh* attributeName) {
-    const XMLCh* const name = BaseTranslator::GetAttribute(&element, attributeName);
-    return name == nullptr ? XmlText() : WithoutOuterBlanks(name);
+std::string_view NameIn(Element element, Name attribute) {
+    return WithoutOuterBlanks(element.GetAttributeOr(attribute, {}));
 }
 
-Names NamesOf(const Elements& elements) {
-    Names names;
-    for (const DOMElement* element : elements)
-        names.insert(NameIn(*element, attribute::name));
+FieldNames NamesOf(const Elements& elements) {
+    FieldNames names;
+    for (const Element element : elements)
+        names.emplace(NameIn(element, Name::name));
     return names;
 }
 
-std::string Quoted(const XmlText& name) {
-    return "\"" + ExcerptOf(name.c_str()) + "\"";
+std::string Quoted(std::string_view name) {
+    return "\"" + ExcerptOf(name) + "\"";
 }
 
-Elements FindLocalFields(const DOMElement& model) {
-    constexpr XmlName localTransformations{"LocalTransformations"};
+Elements FindLocalFields(Element model) {
     Elements fields;
-    for (const DOMElement* transformations : ChildrenNamed(model, localTransformations)) {
-        for (DOMElement* field : ChildrenNamed(*transformations, element::derivedField))
+    for (const Element transformations : model.GetChildren(Name::LocalTransformations)) {
+        for (const Element field : transformations.GetChildren(Name::DerivedField))
             fields.push_back(field);
     }
     return fields;
 }
 
-Elements FindInputs(const DOMElement& model) {
-    Elements found;
-    for (const DOMElement* inputs : ChildrenNamed(model, element::bayesInputs)) {
-        for (DOMElement* input : ChildrenNamed(*inputs, element::bayesInput))
-            found.push_back(input);
-    }
-    return found;
-}
-
 /// Of a model's local fields those that its inputs are or are computed from, in document order.
-Elements FindNeeded(const DOMElement& model) {
+Elements FindNeeded(Element model) {
     Elements local = FindLocalFields(model);
     if (local.empty()) return local;
-    std::multimap<XmlText, DOMElement*> fieldsByName;
-    for (DOMElement* field : local)
-        fieldsByName.emplace(NameIn(*field, attribute::name), field);
+    std::multimap<std::string_view, Element> fieldsByName;
+    for (const Element field : local)
+        fieldsByName.emplace(NameIn(field, Name::name), field);
 
-    Names needed;
-    std::vector<XmlText> waiting;
-    const auto need = [&](const XmlText& name) {
+    std::set<std::string_view> needed;
+    std::vector<std::string_view> waiting;
+    const auto need = [&](std::string_view name) {
         if (!name.empty() && fieldsByName.contains(name) && needed.insert(name).second) waiting.push_back(name);
     };
-    for (const DOMElement* input : FindInputs(model))
-        need(NameIn(*input, attribute::fieldName));
+    for (const Element input : FindInputs(model))
+        need(NameIn(input, Name::fieldName));
     while (!waiting.empty()) {
         const auto fields = fieldsByName.equal_range(waiting.back());
         waiting.pop_back();
         for (auto field = fields.first; field != fields.second; ++field) {
-            for (const FieldMention& mention : FindFieldMentions(*field->second))
-                need(NameIn(*mention.element, mention.attributeName));
+            for (const FieldMention& mention : FindFieldMentions(field->second))
+                need(NameIn(mention.element, mention.attribute));
         }
     }
-    std::erase_if(local,
-                  [&needed](const DOMElement* field) { return !needed.contains(NameIn(*field, attribute::name)); });
+    std::erase_if(local, [&needed](Element field) { return !needed.contains(NameIn(field, Name::name)); });
     return local;
 }
 
 class Mover {
 public:
-    Mover(DOMDocument& changedDocument, const DOMElement& dictionaryOfData, AdaptationLog& adaptationLog)
-        : document(changedDocument),
-          dataDictionary(dictionaryOfData),
-          log(adaptationLog),
-          transformations(
-              BaseTranslator::GetChildByTag(document.getDocumentElement(), element::transformationDictionary)),
-          dataFields(NamesOf(ChildrenNamed(dataDictionary, element::dataField))) {
-        if (transformations != nullptr) globalFields = ChildrenNamed(*transformations, element::derivedField);
-        globalNames = NamesOf(globalFields);
-    }
+    Mover(Element root, Element dictionaryOfData, DocumentEdits& documentEdits)
+        : dataDictionary(dictionaryOfData),
+          edits(documentEdits),
+          transformations(root.GetChild(Name::TransformationDictionary)),
+          dataFields(NamesOf(dataDictionary.GetChildren(Name::DataField).List())),
+          globalFields(transformations.GetChildren(Name::DerivedField).List()),
+          globalNames(NamesOf(globalFields)) {}
 
     /// Looks at everything before the first change.
     void Move(const ModelsRead& models) {
-        for (const DOMElement* model : models.elements) {
-            for (DOMElement* field : FindNeeded(*model))
+        for (const Element model : models.elements) {
+            for (const Element field : FindNeeded(model))
                 Take(field, model);
         }
         if (taken.empty()) return;
-        for (DOMElement* field : globalFields)
-            RequireSeen(*field, nullptr);
+        for (const Element field : globalFields)
+            RequireSeen(field, Element());
         for (const TakenField& each : taken)
-            RequireSeen(*each.element, each.model);
-        for (const DOMElement* model : models.elements) {
-            for (const DOMElement* input : FindInputs(*model))
-                RequireSeen(*input, attribute::fieldName, model);
+            RequireSeen(each.element, each.model);
+        for (const Element model : models.elements) {
+            for (const Element input : FindInputs(model))
+                RequireSeen(input, Name::fieldName, model);
         }
+        NewElement dictionary{.name = Name::TransformationDictionary, .attributes = {}, .children = {}, .moved = {}};
         for (const TakenField& each : taken)
-            MoveOrLeaveOut(*each.element);
+            MoveOrLeaveOut(each.element, dictionary);
+        if (!transformations) edits.AddBehind(dataDictionary, std::move(dictionary));
     }
 
 private:
     /// A field that inputs of a model need.
     struct TakenField {
-        DOMElement* element;
-        const DOMElement* model;
+        Element element;
+        Element model;
     };
     /// The one that is moved of all of a name, and the models that declare it.
     struct MovedField {
-        const DOMElement* element;
-        std::set<const DOMElement*> models;
+        Element element;
+        std::set<std::uint32_t> models;
     };
 
-    void Take(DOMElement* field, const DOMElement* model) {
-        const XmlText name = NameIn(*field, attribute::name);
+    void Take(Element field, Element model) {
+        const std::string_view name = NameIn(field, Name::name);
         if (dataFields.contains(name)) throw Clash(field, " has the name of a data field");
         if (globalNames.contains(name)) throw Clash(field, " has the name of one in the TransformationDictionary");
         // It would become an earlier one: which models are read goes by their order in the document.
-        if (!DescendantsNamed(*field, element::naiveBayesModel).empty()) {
-            throw log.Refusal(
+        if (!field.GetDescendants(Name::NaiveBayesModel).IsEmpty()) {
+            throw AdaptationRefusal(
                 field, "The derived field " + Quoted(name) + " of a model has a model in it, and cannot be moved.");
         }
         taken.push_back({field, model});
-        const auto [known, isNew] = moved.try_emplace(name, MovedField{field, {model}});
+        const auto [known, isNew] = moved.try_emplace(name, MovedField{field, {model.GetIndex()}});
         if (isNew) return;
-        const bool isOfThisModel = !known->second.models.insert(model).second;
+        const bool isOfThisModel = !known->second.models.insert(model.GetIndex()).second;
         if (isOfThisModel) throw Clash(field, " is declared twice");
-        if (!known->second.element->isEqualNode(field)) throw Clash(field, " is declared otherwise in another model");
+        if (!known->second.element.IsLike(field)) throw Clash(field, " is declared otherwise in another model");
     }
 
-    VeskException Clash(const DOMElement* field, const std::string& what) {
-        return log.Refusal(field, "The derived field " + Quoted(NameIn(*field, attribute::name)) + " of a model" +
-                                      what + ": which of the two is meant is not clear.");
+    static VeskException Clash(Element field, const std::string& what) {
+        return AdaptationRefusal(field, "The derived field " + Quoted(NameIn(field, Name::name)) + " of a model" +
+                                            what + ": which of the two is meant is not clear.");
     }
 
-    void MoveOrLeaveOut(DOMElement& field) {
-        const XmlText name = NameIn(field, attribute::name);
-        if (moved.at(name).element != &field) {
-            log.Note(&field, "the derived field " + Quoted(name) + " is the one that was moved from an earlier model");
-            // It would be a second one of its name. It stays in memory until the document goes.
-            field.getParentNode()->removeChild(&field);
-            return;
+    /// @param dictionary made where the document has none.
+    void MoveOrLeaveOut(Element field, NewElement& dictionary) {
+        const std::string_view name = NameIn(field, Name::name);
+        if (moved.at(name).element != field) {
+            // It would be a second one of its name.
+            return edits.LeaveOut(
+                field, "the derived field " + Quoted(name) + " is the one that was moved from an earlier model");
         }
-        log.Note(&field, "the derived field " + Quoted(name) +
-                             " is moved from LocalTransformations to the TransformationDictionary");
-        if (transformations == nullptr) {
-            transformations = document.createElement(element::transformationDictionary);
-            document.getDocumentElement()->insertBefore(transformations, dataDictionary.getNextSibling());
-        }
-        transformations->appendChild(&field);
+        const std::string change =
+            "the derived field " + Quoted(name) + " is moved from LocalTransformations to the TransformationDictionary";
+        if (transformations) return edits.Move(field, transformations, change);
+        edits.NoteMove(field, change);
+        dictionary.moved.push_back(field);
     }
 
-    /// @param model the model that declares the field; null for one of the whole document.
-    void RequireSeen(DOMElement& field, const DOMElement* model) {
+    /// @param model the model that declares the field; none for one of the whole document.
+    void RequireSeen(Element field, Element model) const {
         for (const FieldMention& mention : FindFieldMentions(field))
-            RequireSeen(*mention.element, mention.attributeName, model);
+            RequireSeen(mention.element, mention.attribute, model);
     }
 
-    void RequireSeen(const DOMElement& element, const XMLCh* attributeName, const DOMElement* model) {
-        const XmlText name = NameIn(element, attributeName);
+    void RequireSeen(Element element, Name attribute, Element model) const {
+        const std::string_view name = NameIn(element, attribute);
         const auto found = moved.find(name);
-        if (found == moved.end() || found->second.models.contains(model)) return;
-        throw log.Refusal(&element, Quoted(name) + " is a derived field of a model, and cannot be seen from here.");
+        if (found == moved.end()) return;
+        if (model && found->second.models.contains(model.GetIndex())) return;
+        throw AdaptationRefusal(element,
+                                Quoted(name) + " is a derived field of a model, and cannot be seen from here.");
     }
 
-    DOMDocument& document;
-    const DOMElement& dataDictionary;
-    AdaptationLog& log;
-    DOMElement* transformations;
-    Names dataFields;
+    Element dataDictionary;
+    DocumentEdits& edits;
+    Element transformations;
+    FieldNames dataFields;
     Elements globalFields;
-    Names globalNames;
-    std::map<XmlText, MovedField> moved;
+    FieldNames globalNames;
+    std::map<std::string_view, MovedField> moved;
     std::vector<TakenField> taken;
 };
 
 }  // namespace
 
-void MoveLocalFields(DOMDocument& document, const ModelsRead& models, AdaptationLog& log) {
-    const DOMElement* const dataDictionary =
-        BaseTranslator::GetChildByTag(document.getDocumentElement(), element::dataDictionary);
+void MoveLocalFields(Element root, DocumentEdits& edits) {
+    const Element dataDictionary = root.GetChild(Name::DataDictionary);
     // Without one the document is refused, whatever else it says.
-    if (dataDictionary != nullptr) Mover(document, *dataDictionary, log).Move(models);
+    if (dataDictionary) Mover(root, dataDictionary, edits).Move(FindModelsRead(root));
 }
 
 }  // namespace nbscore

@@ -1,82 +1,62 @@
-#include "document/MeaninglessElements.h"
-
-#include <xercesc/dom/DOMDocument.hpp>
-
 #include <string>
 
-#include "document/ElementSteps.h"
-#include "document/IgnoredInputs.h"
-#include "document/ModelsRead.h"
+#include "document/AdaptationRules.h"
+#include "document/DocumentParts.h"
 #include "framework/NumberText.h"
-#include "framework/xml/Utf8.h"
-#include "translator/AssessmentNames.h"
-#include "translator/ElementNames.h"
+#include "translator/ExtensionNames.h"
 
 namespace nbscore {
 namespace {
 
-using xercesc::DOMElement;
-
-/// The element stays in memory until the document goes: its place is still asked for.
-void LeaveOut(DOMElement* element, AdaptationLog& log) {
-    log.Note(element, "<" + ExcerptOf(element->getNodeName()) + "> is left out: it means nothing for scoring");
-    element->getParentNode()->removeChild(element);
-}
-
-void CleanDictionary(const DOMElement& dictionary, AdaptationLog& log) {
-    constexpr XmlName taxonomy{"Taxonomy"};
-    for (DOMElement* child : ChildElements(dictionary)) {
-        if (IsNamed(child, element::extension) || IsNamed(child, taxonomy)) LeaveOut(child, log);
-    }
-}
-
-bool StandsIn(const DOMElement& element, const DOMElement& top) {
-    const xercesc::DOMNode* node = &element;
-    while (node != nullptr && node != &top)
-        node = node->getParentNode();
-    return node != nullptr;
+void LeaveOut(Element element, DocumentEdits& edits) {
+    edits.LeaveOut(element, element.GetTag() + " is left out: it means nothing for scoring");
 }
 
 /// Inputs in an Extension are not read, but they do mean something.
-bool HoldsInputs(const DOMElement& extension) {
+bool HoldsInputs(Element extension) {
     return !FindInputsAnywhere(extension).empty();
 }
 
-void LeaveExtensionsOut(DOMElement& top, AdaptationLog& log) {
-    for (DOMElement* extension : DescendantsNamed(top, element::extension)) {
-        // Otherwise it went with the one around it.
-        if (StandsIn(*extension, top) && !HoldsInputs(*extension)) LeaveOut(extension, log);
+void LeaveExtensionsOut(Element top, DocumentEdits& edits) {
+    for (const Element extension : top.GetDescendants(Name::Extension)) {
+        // Otherwise it goes with the one around it.
+        if (!edits.IsLeftOut(extension) && !HoldsInputs(extension)) LeaveOut(extension, edits);
     }
 }
 
-bool IsNumber(const XMLCh* text) {
-    return text != nullptr && ReadNumber(Utf8Of(text)).has_value();
+bool IsFigure(Element extension) {
+    const auto name = extension.GetAttribute(Name::name);
+    return name == assessment::meanPerformance || name == assessment::stdDevPerformance ||
+           name == assessment::trainingSampleSize;
 }
 
-void CleanSubModel(const DOMElement& model, AdaptationLog& log) {
-    for (DOMElement* extension : ChildrenNamed(model, element::extension)) {
-        const bool isFigure = IsAssessmentName(BaseTranslator::GetAttribute(extension, attribute::name));
-        if (isFigure || IsNumber(BaseTranslator::GetAttribute(extension, attribute::value))) continue;
-        if (!HoldsInputs(*extension)) LeaveOut(extension, log);
+void CleanSubModel(Element model, DocumentEdits& edits) {
+    for (const Element extension : model.GetChildren(Name::Extension)) {
+        const auto value = extension.GetAttribute(Name::value);
+        if (IsFigure(extension) || (value && ReadNumber(*value))) continue;
+        if (!HoldsInputs(extension)) LeaveOut(extension, edits);
     }
 }
 
 }  // namespace
 
-void LeaveMeaninglessElementsOut(xercesc::DOMDocument& document, AdaptationLog& log) {
-    const DOMElement& root = *document.getDocumentElement();
-    for (const DOMElement* dictionary : ChildrenNamed(root, element::dataDictionary))
-        CleanDictionary(*dictionary, log);
-    const ModelsRead models = FindModelsRead(document);
-    for (const DOMElement* model : models.elements) {
-        if (!StandsIn(*model, root)) continue;
-        if (models.selfLearning) CleanSubModel(*model, log);
-        for (const DOMElement* inputs : ChildrenNamed(*model, element::bayesInputs)) {
-            for (DOMElement* input : ChildrenNamed(*inputs, element::bayesInput))
-                LeaveExtensionsOut(*input, log);
+void CleanDictionary(Element root, DocumentEdits& edits) {
+    for (const Element dictionary : root.GetChildren(Name::DataDictionary)) {
+        for (const Element child : dictionary.GetChildren()) {
+            if (child.Is(Name::Extension) || child.Is(Name::Taxonomy)) LeaveOut(child, edits);
         }
-        for (DOMElement* output : ChildrenNamed(*model, element::bayesOutput))
-            LeaveExtensionsOut(*output, log);
+    }
+}
+
+void CleanModels(Element root, DocumentEdits& edits) {
+    const ModelsRead models = FindModelsRead(root);
+    for (const Element model : models.elements) {
+        if (edits.IsLeftOut(model)) continue;
+        if (models.selfLearning) CleanSubModel(model, edits);
+        for (const Element input : FindInputs(model))
+            LeaveExtensionsOut(input, edits);
+        for (const Element output : model.GetChildren(Name::BayesOutput))
+            LeaveExtensionsOut(output, edits);
     }
 }
 

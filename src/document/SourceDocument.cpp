@@ -1,22 +1,19 @@
 #include "document/SourceDocument.h"
 
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <memory>
 #include <new>
 #include <utility>
 
 #include "document/DocumentAdapter.h"
-#include "document/ElementSteps.h"
 #include "document/IgnoredConstructs.h"
 #include "document/VerificationReader.h"
+#include "framework/BaseTranslator.h"
 #include "framework/VeskException.h"
-#include "framework/xml/DocumentFile.h"
-#include "framework/xml/MemoryRefusal.h"
-#include "framework/xml/Utf8.h"
-#include "framework/xml/XmlFaults.h"
-#include "translator/ElementNames.h"
+#include "framework/document/DocumentFile.h"
+#include "framework/document/DocumentMemory.h"
+#include "framework/document/DocumentParser.h"
+#include "framework/document/DomDocument.h"
+#include "framework/document/XmlLibrary.h"
 
 namespace nbscore {
 namespace {
@@ -70,13 +67,17 @@ SourceDocument SourceDocument::Read(const std::string& path, const Limits& limit
 }
 
 std::vector<Adaptation> SourceDocument::Adapt() {
-    return Named(name, [this] { return AdaptDocument(*document); });
+    return Named(name, [this] { return AdaptDocument(document); });
 }
 
 std::unique_ptr<ScoreModel> SourceDocument::Translate(ScoreTranslator& translator) const {
-    if (auto* const ours = dynamic_cast<BaseTranslator*>(&translator)) ours->SetLimits(limits);
     return Named(name, [this, &translator] {
-        return std::unique_ptr<ScoreModel>(translator.ParseFromTree(document.get(), "UTF-8"));
+        if (auto* const ours = dynamic_cast<BaseTranslator*>(&translator)) {
+            ours->SetLimits(limits);
+            return std::unique_ptr<ScoreModel>(ours->ParseFromTree(*document, "UTF-8"));
+        }
+        const DomDocument dom = WriteDom(*document);
+        return std::unique_ptr<ScoreModel>(translator.ParseFromTree(dom.get(), "UTF-8"));
     });
 }
 
@@ -97,11 +98,12 @@ std::vector<IgnoredConstruct> SourceDocument::FindWarnings() const {
 
 std::optional<std::string> SourceDocument::ReadApplicationVersion() const {
     return Named(name, [this]() -> std::optional<std::string> {
-        const auto applications = DescendantsNamed(*document, element::application);
-        if (applications.empty()) return std::nullopt;
-        const XMLCh* const version = BaseTranslator::GetAttribute(applications.front(), attribute::version);
-        if (version == nullptr || *version == 0) return std::nullopt;
-        return Utf8Of(version);
+        const Element root = document->GetRoot();
+        const std::vector<Element> applications = root.GetDescendants(Name::Application).List();
+        const Element first = root.Is(Name::Application) || applications.empty() ? root : applications.front();
+        const std::string_view version =
+            first.Is(Name::Application) ? first.GetAttributeOr(Name::version, {}) : std::string_view();
+        return version.empty() ? std::nullopt : std::optional<std::string>(version);
     });
 }
 

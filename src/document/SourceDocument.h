@@ -6,12 +6,12 @@
 #include <vector>
 
 #include "document/Adaptation.h"
-#include "document/IgnoredConstruct.h"
+#include "document/IgnoredConstructs.h"
 #include "document/VerificationSuite.h"
 #include "framework/Limits.h"
 #include "framework/ScoreModel.h"
 #include "framework/ScoreTranslator.h"
-#include "framework/xml/ParsedDocument.h"
+#include "framework/document/DocumentTree.h"
 
 namespace nbscore {
 
@@ -30,8 +30,9 @@ public:
     /// what was left as it is, in document order.
     std::vector<Adaptation> Adapt();
 
-    /// The model that a translator makes of the document; a BaseTranslator is given the limits. Throws VeskException,
-    /// with the file's name, also where the translator throws a pointer to one (which is freed).
+    /// The model that a translator makes of the document: a BaseTranslator of its tree and under the limits, any other
+    /// one of a DOM. Throws VeskException, with the file's name, also where the translator throws a pointer to one
+    /// (which is freed).
     std::unique_ptr<ScoreModel> Translate(ScoreTranslator& translator) const;
 
     /// The test cases that the model elements which the plug-in reads carry, in document order; none where there are

@@ -6,10 +6,10 @@
 #include <xercesc/dom/DOMNodeList.hpp>
 #include <xercesc/util/XMLString.hpp>
 
-#include "framework/NumberText.h"
 #include "framework/VeskException.h"
-#include "framework/xml/Refusal.h"
-#include "framework/xml/Utf8.h"
+#include "framework/document/DomDocument.h"
+#include "framework/document/Refusal.h"
+#include "framework/document/Utf8.h"
 
 namespace {
 
@@ -23,8 +23,10 @@ DOMElement* ThisOrNextElement(DOMNode* node) {
     return static_cast<DOMElement*>(node);
 }
 
-VeskException NotANumber(const XMLCh* xmlText, const std::string& kind) {
-    return {VeskException::InvalidNumber, "\"" + nbscore::ExcerptOf(xmlText) + "\" is no " + kind + "."};
+/// How messages speak of an element, or of the document where that is null.
+std::string TagOf(const DOMNode* node) {
+    if (!node || node->getNodeType() == DOMNode::DOCUMENT_NODE) return "The document";
+    return "<" + nbscore::ExcerptOf(nbscore::Utf8Of(node->getNodeName())) + ">";
 }
 
 }  // namespace
@@ -39,7 +41,7 @@ DOMElement* BaseTranslator::GetChildByTag(const DOMNode* node, const XMLCh* tag)
 DOMElement* BaseTranslator::GetChildByTagForced(const DOMNode* node, const XMLCh* tag) {
     if (DOMElement* child = GetChildByTag(node, tag)) return child;
     throw nbscore::RefusalAt(node, VeskException::UnexpectedElement,
-                             nbscore::NameForMessage(node) + " has no child <" + nbscore::ExcerptOf(tag) + ">.");
+                             TagOf(node) + " has no child <" + nbscore::ExcerptOf(nbscore::Utf8Of(tag)) + ">.");
 }
 
 DOMElement* BaseTranslator::GetFirstChildElt(const DOMNode* node) {
@@ -57,7 +59,9 @@ const XMLCh* BaseTranslator::GetAttribute(const DOMElement* element, const XMLCh
 
 const XMLCh* BaseTranslator::GetAttributeForced(const DOMElement* element, const XMLCh* name) {
     if (const XMLCh* value = GetAttribute(element, name)) return value;
-    return nbscore::Placed(element, [&]() -> const XMLCh* { throw nbscore::AttributeLacking(element, name); });
+    VeskException refusal = nbscore::AttributeLacking(TagOf(element), nbscore::Utf8Of(name));
+    refusal.SetPlace(nbscore::PlaceOf(element));
+    throw VeskException(refusal);
 }
 
 xercesc::DOMNodeList* BaseTranslator::GetElementsByTagName(const xercesc::DOMDocument* document, const XMLCh* tag) {
@@ -69,7 +73,8 @@ xercesc::DOMNodeList* BaseTranslator::GetElementsByTagName(const DOMElement* ele
 }
 
 bool BaseTranslator::IsEqual(const XMLCh* xmlText, const std::string& text) {
-    return nbscore::EqualsUtf8(xmlText, text);
+    const std::string utf8 = nbscore::Utf8Of(xmlText);
+    return utf8 == text && !nbscore::HasHalfPair(utf8);
 }
 
 bool BaseTranslator::IsEqual(const Transcoder& transcoder, const XMLCh* xmlText, const std::string& text) {
@@ -77,11 +82,9 @@ bool BaseTranslator::IsEqual(const Transcoder& transcoder, const XMLCh* xmlText,
 }
 
 int BaseTranslator::VerifyInt(const XMLCh* xmlText) {
-    if (const auto number = nbscore::ReadInt(nbscore::Utf8Of(xmlText))) return *number;
-    throw NotANumber(xmlText, "whole number of 32 bits");
+    return nbscore::IntOf(nbscore::Utf8Of(xmlText));
 }
 
 double BaseTranslator::VerifyDouble(const XMLCh* xmlText) {
-    if (const auto number = nbscore::ReadNumber(nbscore::Utf8Of(xmlText))) return *number;
-    throw NotANumber(xmlText, "number");
+    return nbscore::DoubleOf(nbscore::Utf8Of(xmlText));
 }

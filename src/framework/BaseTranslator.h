@@ -10,18 +10,25 @@
 #include "framework/ScoreTranslator.h"
 #include "framework/Transcoder.h"
 #include "framework/XmlFwd.h"
+#include "framework/document/DocumentLimits.h"
 
-/// What every translator does alike: parsing XML safely, and small steps over the parsed document.
+namespace nbscore {
+class DocumentTree;
+}
+
+/// What every translator does alike: parsing XML safely, and small steps over a DOM.
 ///
 /// The parser takes no document type declaration, no external entity and nothing from the network, and refuses
 /// elements nested deeper than maxElementDepth, and names, tags and texts longer than any real document has
-/// (xml/DocumentLimits.h); each refusal carries its place.
+/// (document/DocumentLimits.h); each refusal carries its place. What it reads is a DocumentTree.
 ///
-/// The static operations take the parser's own UTF-16 texts, so that a name is converted once in the program's
-/// life and not once per element. Each of them walks no further than it must; none of them keeps anything.
+/// A translator that overrides nothing but the overload for DOM documents reads all documents so.
+///
+/// The static operations are for those that read a DOM. They take its UTF-16 texts; each of them walks no further than
+/// it must, and none of them keeps anything.
 class SCOREFRAMEWORK_API BaseTranslator : public ScoreTranslator {
 public:
-    static constexpr int maxElementDepth = 1000;
+    static constexpr int maxElementDepth = nbscore::DocumentLimits::maxElementDepth;
 
     BaseTranslator();
     ~BaseTranslator() override;
@@ -31,10 +38,13 @@ public:
     ScoreModel* ParseFromTree(xercesc::DOMDocument* document, const std::string& encoding) override = 0;
     ScoreModel* ParseFromTree(std::istream& source, const std::string& encoding,
                               const std::string& sourceName) override;
+    /// Reads a document that was read into a tree, which stays the caller's. The overloads that read files and streams
+    /// call this one; unless a translator has its own, it hands a DOM of the tree to the overload for DOM documents.
+    virtual ScoreModel* ParseFromTree(const nbscore::DocumentTree& document, const std::string& encoding);
 
-    /// What the last ParseFromTree of a DOM document left half built when it failed; the caller owns it. Null when
-    /// that one succeeded or failed before it had begun a model, and when it was taken already. The other overloads
-    /// free it themselves.
+    /// What the last ParseFromTree of a DOM document or tree left half built when it failed; the caller owns it. Null
+    /// when that one succeeded or failed before it had begun a model, and when it was taken already. The other
+    /// overloads free it themselves.
     ScoreModel* TakeUnfinishedModel();
 
     /// Takes what a translator says about a document beside reading or refusing it: a text of one line or more, without
@@ -43,8 +53,8 @@ public:
     /// From now on hands such texts over; where nobody takes them, or an empty function does, they go to the standard
     /// error stream.
     void SetNotices(Notices taker);
-    /// Says something about an element, or about the whole document where that is null.
-    void GiveNotice(const std::string& text, const xercesc::DOMElement* element) const;
+    /// Says something about what stands at a place.
+    void GiveNotice(const std::string& text, const nbscore::DocumentPlace& place) const;
 
     /// The first child element of this name, or null.
     static xercesc::DOMElement* GetChildByTag(const xercesc::DOMNode* node, const XMLCh* tag);
@@ -72,8 +82,7 @@ public:
     static double VerifyDouble(const XMLCh* xmlText);
 
     /// What the documents that are read from now on may take, and how to end reading them and, of their models,
-    /// computing derived fields. Of a DOM document the translator asks in the part that a model element makes up; in
-    /// the rest of it those limits are asked that it was parsed under.
+    /// computing derived fields. In a tree that was read before, its own limits are asked too.
     void SetLimits(nbscore::Limits readingLimits);
     const nbscore::Limits& GetLimits() const { return limits; }
 
@@ -83,9 +92,9 @@ public:
     const Transcoder* GetTranscoder() const { return transcoder.get(); }
 
 protected:
-    /// For the ParseFromTree of a DOM document: hands over what it had built when it fails. Whatever was handed over
-    /// before and not taken is freed. Every such ParseFromTree begins by handing over null, so that what an earlier
-    /// document left does not pass for its own.
+    /// For the ParseFromTree of a DOM document or a tree: hands over what it had built when it fails. Whatever was
+    /// handed over before and not taken is freed. Every such ParseFromTree begins by handing over null, so that what an
+    /// earlier document left does not pass for its own.
     void LeaveUnfinishedModel(ScoreModel* model);
 
 private:

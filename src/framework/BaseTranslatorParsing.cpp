@@ -1,18 +1,15 @@
 // The half of BaseTranslator that turns a file or a stream into a document and has it read; the small steps over a
-// parsed document are in BaseTranslator.cpp.
-
-#include <xercesc/dom/DOMElement.hpp>
+// DOM are in BaseTranslator.cpp.
 
 #include <iostream>
 #include <utility>
 
 #include "framework/BaseTranslator.h"
 #include "framework/VeskException.h"
-#include "framework/xml/DocumentFile.h"
-#include "framework/xml/ParsedDocument.h"
-#include "framework/xml/Refusal.h"
-#include "framework/xml/XmlFaults.h"
-#include "framework/xml/XmlPlatform.h"
+#include "framework/document/DocumentFile.h"
+#include "framework/document/DocumentParser.h"
+#include "framework/document/DomDocument.h"
+#include "framework/document/XmlLibrary.h"
 
 BaseTranslator::BaseTranslator() {
     nbscore::EnsureXmlPlatform();
@@ -39,7 +36,7 @@ ScoreModel* BaseTranslator::ParseFromTree(std::istream& source, const std::strin
     try {
         return nbscore::WithoutXmlFaults([&] {
             const nbscore::ParsedDocument document = nbscore::ParseDocument(source, limits);
-            return ParseFromTree(document.get(), encoding);
+            return ParseFromTree(*document, encoding);
         });
     } catch (VeskException& refusal) {
         unfinishedModel.reset();
@@ -57,6 +54,11 @@ ScoreModel* BaseTranslator::ParseFromTree(std::istream& source, const std::strin
     }
 }
 
+ScoreModel* BaseTranslator::ParseFromTree(const nbscore::DocumentTree& document, const std::string& encoding) {
+    const nbscore::DomDocument dom = nbscore::WriteDom(document);
+    return ParseFromTree(dom.get(), encoding);
+}
+
 ScoreModel* BaseTranslator::TakeUnfinishedModel() {
     return unfinishedModel.release();
 }
@@ -65,9 +67,9 @@ void BaseTranslator::SetNotices(Notices taker) {
     notices = std::move(taker);
 }
 
-void BaseTranslator::GiveNotice(const std::string& text, const xercesc::DOMElement* element) const {
+void BaseTranslator::GiveNotice(const std::string& text, const nbscore::DocumentPlace& place) const {
     if (notices) {
-        notices(text, nbscore::PlaceOf(element));
+        notices(text, place);
     } else {
         std::cerr << text << std::endl;
     }

@@ -9,10 +9,9 @@
 #include "framework/BaseDictionary.h"
 #include "framework/VeskException.h"
 #include "framework/dictionary/FieldDeclarationReader.h"
+#include "framework/document/DomDocument.h"
+#include "framework/document/Refusal.h"
 #include "framework/transform/TransformationDictionaryReader.h"
-#include "framework/xml/DocumentWatch.h"
-#include "framework/xml/Refusal.h"
-#include "framework/xml/XmlName.h"
 
 namespace {
 
@@ -23,20 +22,15 @@ const Transcoder& TranscoderOf(BaseTranslator& translator) {
 
 /// @param addField adds to the dictionary what an element declares under a name.
 template <typename AddField>
-ScoreDictionary* ReadDictionary(const xercesc::DOMNode* dataDictionary, const Transcoder& converter,
+ScoreDictionary* ReadDictionary(nbscore::Element dataDictionary, const Transcoder& converter,
                                 const AddField& addField) {
-    constexpr nbscore::XmlName nameAttribute = "name";
     if (!dataDictionary) {
         throw VeskException(VeskException::UnexpectedElement, "The document has no <DataDictionary>.");
     }
     auto dictionary = std::make_unique<BaseDictionary>();
-    const nbscore::DocumentWatch watch(*dataDictionary);
-    const xercesc::DOMElement* child = BaseTranslator::GetFirstChildElt(dataDictionary);
-    for (; child; child = BaseTranslator::GetNextSiblingElt(child)) {
-        watch.Step();
-        if (!BaseTranslator::IsEqual(child->getNodeName(), "DataField")) continue;
-        const std::string name = nbscore::TextAt(child, BaseTranslator::GetAttribute(child, nameAttribute), converter);
-        if (!name.empty()) addField(*dictionary, child, name);
+    for (const nbscore::Element field : dataDictionary.GetChildren(nbscore::Name::DataField)) {
+        const std::string name = nbscore::AttributeText(converter, field, nbscore::Name::name);
+        if (!name.empty()) addField(*dictionary, field, name);
     }
     return dictionary.release();
 }
@@ -57,16 +51,22 @@ ScoreModel* PMMLTranslator::ParseFromTree(xercesc::DOMDocument* document, const 
 }
 
 ScoreDictionary* PMMLTranslator::ParseDictionary(const xercesc::DOMNode* dataDictionary) {
+    if (!dataDictionary) return ParseDictionary(nbscore::Element());
+    const nbscore::ParsedDocument tree = nbscore::ReadDom(*dataDictionary, GetLimits());
+    return tree->GetRoot() ? ParseDictionary(tree->GetRoot()) : new BaseDictionary();
+}
+
+ScoreDictionary* PMMLTranslator::ParseDictionary(nbscore::Element dataDictionary) {
     const Transcoder& converter = TranscoderOf(*this);
-    const auto addField = [&](BaseDictionary& dictionary, const xercesc::DOMElement* field, const std::string& name) {
+    const auto addField = [&](BaseDictionary& dictionary, nbscore::Element field, const std::string& name) {
         dictionary.AddVar(name, nbscore::ReadFieldDeclaration(field, name, converter).release());
     };
     return ReadDictionary(dataDictionary, converter, addField);
 }
 
-ScoreDictionary* PMMLTranslator::ParseDictionary(const xercesc::DOMNode* dataDictionary, nbscore::FieldFaults& faults) {
+ScoreDictionary* PMMLTranslator::ParseDictionary(nbscore::Element dataDictionary, nbscore::FieldFaults& faults) {
     const Transcoder& converter = TranscoderOf(*this);
-    const auto addField = [&](BaseDictionary& dictionary, const xercesc::DOMElement* field, const std::string& name) {
+    const auto addField = [&](BaseDictionary& dictionary, nbscore::Element field, const std::string& name) {
         std::optional<nbscore::FieldFaults::Fault> fault;
         auto variable = nbscore::ReadFieldDeclaration(field, name, converter, fault);
         // Of several declarations the first counts.
@@ -76,6 +76,13 @@ ScoreDictionary* PMMLTranslator::ParseDictionary(const xercesc::DOMNode* dataDic
 }
 
 TransformationDictionary* PMMLTranslator::HandleTransformationDictionary(const xercesc::DOMElement* element,
+                                                                         const ScoreDictionary* dictionary) {
+    if (!element) return HandleTransformationDictionary(nbscore::Element(), dictionary);
+    const nbscore::ParsedDocument tree = nbscore::ReadDom(*element, GetLimits());
+    return HandleTransformationDictionary(tree->GetRoot(), dictionary);
+}
+
+TransformationDictionary* PMMLTranslator::HandleTransformationDictionary(nbscore::Element element,
                                                                          const ScoreDictionary* dictionary) {
     if (!element) {
         throw VeskException(VeskException::UnexpectedElement, "The document has no <TransformationDictionary>.");

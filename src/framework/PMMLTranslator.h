@@ -6,6 +6,7 @@
 #include "framework/Export.h"
 #include "framework/ScoreDictionary.h"
 #include "framework/TransformationDictionary.h"
+#include "framework/document/DocumentTree.h"
 
 namespace nbscore {
 class FieldFaults;
@@ -33,11 +34,16 @@ public:
     /// for numbers without declared values, else categorical. Throws VeskException 1 for null, 10 for a text that
     /// the encoding cannot hold, and 2, 9 or 12 for what a field declares wrongly.
     ScoreDictionary* ParseDictionary(const xercesc::DOMNode* dataDictionary);
+    /// The same in a tree; throws VeskException 1 for none.
+    ScoreDictionary* ParseDictionary(nbscore::Element dataDictionary);
     /// A new dictionary of the TransformationDictionary's derived fields; the caller owns it, and it needs the data
     /// dictionary only during this call. Throws VeskException 1 for null or a misplaced element, 8 for a field that
     /// nobody knows, 11 for an expression that is not supported, 12 for a name used twice or a field that depends
     /// on itself. Texts as above.
     TransformationDictionary* HandleTransformationDictionary(const xercesc::DOMElement* element,
+                                                             const ScoreDictionary* dictionary);
+    /// The same in a tree; throws VeskException 1 for none.
+    TransformationDictionary* HandleTransformationDictionary(nbscore::Element element,
                                                              const ScoreDictionary* dictionary);
 
     const std::string& GetDocumentName() const { return documentName; }
@@ -45,7 +51,7 @@ public:
 protected:
     /// The same, but keeps what a field declares wrongly, so that it can be thrown where the field is used and passed
     /// over where nothing does.
-    ScoreDictionary* ParseDictionary(const xercesc::DOMNode* dataDictionary, nbscore::FieldFaults& faults);
+    ScoreDictionary* ParseDictionary(nbscore::Element dataDictionary, nbscore::FieldFaults& faults);
 
 private:
     std::string documentName;

@@ -11,8 +11,8 @@
 #include <string_view>
 
 #include "framework/VeskException.h"
-#include "framework/xml/Utf8.h"
-#include "framework/xml/XmlPlatform.h"
+#include "framework/document/Utf8.h"
+#include "framework/document/XmlLibrary.h"
 
 namespace {
 
@@ -51,18 +51,32 @@ public:
     }
 
     std::string Convert(const XMLCh* xmlText) const {
+        if (!transcoder) return ConvertUtf8(nbscore::Utf8Of(xmlText));
         std::string narrow;
-        if (transcoder ? AppendTranscoded(narrow, xmlText) : nbscore::AppendUtf8(narrow, xmlText)) return narrow;
-        const std::string name = encoding.empty() ? "UTF-8" : encoding;
-        throw VeskException(
-            VeskException::UnsupportedEncoding,
-            "The encoding \"" + name + "\" cannot hold the text \"" + nbscore::ExcerptOf(xmlText) + "\".");
+        if (AppendTranscoded(narrow, xmlText, xercesc::XMLString::stringLen(xmlText))) return narrow;
+        throw CannotHold(nbscore::Utf8Of(xmlText));
+    }
+
+    std::string ConvertUtf8(std::string_view utf8) const {
+        if (!transcoder) {
+            if (nbscore::HasHalfPair(utf8)) throw CannotHold(utf8);
+            return std::string(utf8);
+        }
+        const std::basic_string<XMLCh> xmlText = nbscore::Utf16Of(utf8);
+        std::string narrow;
+        if (AppendTranscoded(narrow, xmlText.data(), xmlText.size())) return narrow;
+        throw CannotHold(utf8);
     }
 
 private:
+    VeskException CannotHold(std::string_view utf8) const {
+        const std::string name = encoding.empty() ? "UTF-8" : encoding;
+        return {VeskException::UnsupportedEncoding,
+                "The encoding \"" + name + "\" cannot hold the text \"" + nbscore::ExcerptOf(utf8) + "\"."};
+    }
+
     /// False when the encoding lacks one of the text's characters.
-    bool AppendTranscoded(std::string& narrow, const XMLCh* xmlText) const {
-        XMLSize_t left = xercesc::XMLString::stringLen(xmlText);
+    bool AppendTranscoded(std::string& narrow, const XMLCh* xmlText, XMLSize_t left) const {
         // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): what is read of it was written just before
         std::array<XMLByte, transcoderBlockSize> block;
         try {
@@ -95,4 +109,8 @@ Transcoder::~Transcoder() = default;
 
 std::string Transcoder::transcodeTo(const XMLCh* xmlText) const {
     return xmlText ? converter->Convert(xmlText) : std::string();
+}
+
+std::string Transcoder::FromUtf8(std::string_view utf8) const {
+    return converter->ConvertUtf8(utf8);
 }

@@ -2,11 +2,12 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "framework/Export.h"
 #include "framework/XmlFwd.h"
 
-/// Turns the parser's UTF-16 texts into narrow strings of one encoding. Used by one thread at a time.
+/// Turns a document's texts into narrow strings of one encoding. Used by one thread at a time.
 class SCOREFRAMEWORK_API Transcoder {
 public:
     /// Throws VeskException 10 when nobody knows the encoding. An empty name means UTF-8.
@@ -18,6 +19,8 @@ public:
     /// The text in this encoding; of null, an empty text. Throws VeskException 10 when the encoding lacks one of
     /// its characters. (The lower-case first letter is the interface's own.)
     std::string transcodeTo(const XMLCh* xmlText) const;
+    /// The same of a text in UTF-8.
+    std::string FromUtf8(std::string_view utf8) const;
 
 private:
     class Converter;

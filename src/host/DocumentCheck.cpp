@@ -8,7 +8,7 @@
 #include "framework/DerivedFieldSources.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/VeskException.h"
-#include "framework/xml/MemoryRefusal.h"
+#include "framework/document/DocumentMemory.h"
 #include "host/CheckAdvice.h"
 #include "host/LoadedModel.h"
 #include "host/ModelRemarks.h"

@@ -1,7 +1,5 @@
 #include "translator/BayesInputReader.h"
 
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <algorithm>
 #include <cstddef>
 #include <memory>
@@ -9,16 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "framework/BaseTranslator.h"
-#include "framework/xml/Refusal.h"
-#include "translator/AttributeText.h"
+#include "framework/document/Refusal.h"
 #include "translator/DiscretizationReader.h"
-#include "translator/ElementNames.h"
-#include "translator/ElementWalk.h"
 #include "translator/EncoderFactory.h"
 #include "translator/TargetValueCountsReader.h"
-
-using xercesc::DOMElement;
 
 namespace nbscore {
 
@@ -28,10 +20,10 @@ constexpr const char* unknownValue = "Input value not found in DataDictionary.";
 
 class InputReader {
 public:
-    InputReader(const DOMElement& inputElement, DocumentReading& documentReading)
+    InputReader(Element inputElement, DocumentReading& documentReading)
         : input(inputElement),
           reading(documentReading),
-          name(RequiredText(reading.transcoder, input, attribute::fieldName)),
+          name(RequiredText(reading.transcoder, input, Name::fieldName)),
           tableCells(reading.cells) {}
 
     void Read();
@@ -39,16 +31,16 @@ public:
 private:
     const ScoreDictVar& FindVar();
     std::unique_ptr<INBVeskEncoder> MakeEncoder(const ScoreDictVar& var);
-    void ReadPairCounts(const DOMElement& pairCounts);
-    std::size_t FindRow(const DOMElement& pairCounts);
-    void StoreRow(const DOMElement& pairCounts, std::size_t row, std::vector<double> rowCounts);
+    void ReadPairCounts(Element pairCounts);
+    std::size_t FindRow(Element pairCounts);
+    void StoreRow(Element pairCounts, std::size_t row, std::vector<double> rowCounts);
     void FinishCounts(int predictorIndex);
 
-    const DOMElement& input;
+    Element input;
     DocumentReading& reading;
     const std::string name;
     /// The next child of the input to be read.
-    const DOMElement* nextChild = nullptr;
+    Element nextChild;
     INBVeskEncoder* encoder = nullptr;
     /// Whether the input's values are declared, or taught by its counts.
     bool valuesKnown = false;
@@ -61,7 +53,7 @@ private:
 void InputReader::Read() {
     const int predictorIndex = reading.activeFields.IndexOf(name);
     if (predictorIndex == ActiveFields::notFound) {
-        throw RefusalAt(&input, VeskException::UnknownInput, "Input not found in MiningSchema.");
+        throw RefusalAt(input, VeskException::UnknownInput, "Input not found in MiningSchema.");
     }
     const ScoreDictVar& var = FindVar();
     reading.model.AddPredictorVar(name, &var);
@@ -70,9 +62,9 @@ void InputReader::Read() {
     const int numCategories = encoder->GetNumCategories();
     valuesKnown = numCategories > 0;
     if (valuesKnown) counts.resize(static_cast<std::size_t>(numCategories));
-    for (; nextChild != nullptr; nextChild = BaseTranslator::GetNextSiblingElt(nextChild)) {
+    for (; nextChild; nextChild = nextChild.GetNextSibling()) {
         reading.watch.Step();
-        ReadPairCounts(*nextChild);
+        ReadPairCounts(nextChild);
     }
     FinishCounts(predictorIndex);
 }
@@ -86,26 +78,26 @@ const ScoreDictVar& InputReader::FindVar() {
     }
     if (var == nullptr) {
         // The name and the text stand together without a blank.
-        throw RefusalAt(&input, VeskException::UnknownVariable, name + "Variable name not found in dictionary.");
+        throw RefusalAt(input, VeskException::UnknownVariable, name + "Variable name not found in dictionary.");
     }
     return *var;
 }
 
 std::unique_ptr<INBVeskEncoder> InputReader::MakeEncoder(const ScoreDictVar& var) {
-    nextChild = BaseTranslator::GetFirstChildElt(&input);
+    nextChild = input.GetFirstChild();
     const int level = var.GetMeasureLevel();
     if (level == ScoreDictVar::Ordinal || level == ScoreDictVar::Categorical) {
         reading.cells.Take(input, CellsOfEncoder(var));
         return MakeCategoricalEncoder(var, reading.watch);
     }
     std::unique_ptr<INBVeskEncoder> binning =
-        ReadDiscretization(reading.translator, reading.transcoder, nextChild, &input);
-    nextChild = BaseTranslator::GetNextSiblingElt(nextChild);
+        ReadDiscretization(reading.translator, reading.transcoder, nextChild, input);
+    nextChild = nextChild.GetNextSibling();
     return binning;
 }
 
-void InputReader::ReadPairCounts(const DOMElement& pairCounts) {
-    RequireName(&pairCounts, element::pairCounts, &input, VeskException::UnexpectedElement,
+void InputReader::ReadPairCounts(Element pairCounts) {
+    RequireName(pairCounts, Name::PairCounts, input, VeskException::UnexpectedElement,
                 "Only PairCounts elements are allowed here.");
     const std::size_t row = FindRow(pairCounts);
     std::vector<double> rowCounts = ReadTargetValueCounts(reading.transcoder, pairCounts, reading.target.encoder.get(),
@@ -117,7 +109,7 @@ void InputReader::ReadPairCounts(const DOMElement& pairCounts) {
 }
 
 /// Of a repeated value the last row counts; it takes the place of the one before.
-void InputReader::StoreRow(const DOMElement& pairCounts, std::size_t row, std::vector<double> rowCounts) {
+void InputReader::StoreRow(Element pairCounts, std::size_t row, std::vector<double> rowCounts) {
     const std::size_t numRows = std::max(counts.size(), row + 1);
     if (row < counts.size()) numCounts -= counts[row].size();
     numCounts += rowCounts.size();
@@ -126,23 +118,23 @@ void InputReader::StoreRow(const DOMElement& pairCounts, std::size_t row, std::v
     counts[row] = std::move(rowCounts);
 }
 
-std::size_t InputReader::FindRow(const DOMElement& pairCounts) {
+std::size_t InputReader::FindRow(Element pairCounts) {
     int row = INBVeskEncoder::unknownCategory;
     if (encoder->GetEncoderType() == INBVeskEncoder::Binning) {
-        row = IntAt(&pairCounts, BaseTranslator::GetAttributeForced(&pairCounts, attribute::value));
+        row = IntAt(pairCounts, RequiredAttribute(pairCounts, Name::value));
         RequireIndexInRange(pairCounts, row, "Bin number of input '" + name + "'");
     } else {
-        const std::string value = RequiredText(reading.transcoder, pairCounts, attribute::value);
+        const std::string value = RequiredText(reading.transcoder, pairCounts, Name::value);
         row = valuesKnown ? encoder->GetCategory(value) : encoder->AddCategory(value);
     }
-    if (row < 0) throw RefusalAt(&pairCounts, VeskException::UnknownInput, unknownValue);
+    if (row < 0) throw RefusalAt(pairCounts, VeskException::UnknownInput, unknownValue);
     return static_cast<std::size_t>(row);
 }
 
 void InputReader::FinishCounts(int predictorIndex) {
     if (counts.empty()) {
         // A count table without rows would stop the process.
-        throw RefusalAt(&input, VeskException::InconsistentDocument,
+        throw RefusalAt(input, VeskException::InconsistentDocument,
                         "Input '" + name + "' declares no values and has no PairCounts.");
     }
     const auto longest = std::max_element(counts.begin(), counts.end(),
@@ -154,16 +146,15 @@ void InputReader::FinishCounts(int predictorIndex) {
 
 }  // namespace
 
-int ReadBayesInputs(const DOMElement& inputs, DocumentReading& reading) {
+int ReadBayesInputs(Element inputs, DocumentReading& reading) {
     int numInputs = 0;
-    for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&inputs); child != nullptr;
-         child = BaseTranslator::GetNextSiblingElt(child)) {
-        if (HasName(child, element::extension)) continue;
-        RequireName(child, element::bayesInput, &inputs, VeskException::InconsistentDocument,
+    for (const Element child : inputs.GetChildren()) {
+        if (child.Is(Name::Extension)) continue;
+        RequireName(child, Name::BayesInput, inputs, VeskException::InconsistentDocument,
                     "Only BayesInput elements are allowed here.");
         reading.watch.Step();
         ++numInputs;
-        InputReader(*child, reading).Read();
+        InputReader(child, reading).Read();
     }
     return numInputs;
 }

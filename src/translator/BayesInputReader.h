@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "translator/DocumentReading.h"
 
 namespace nbscore {
@@ -12,6 +12,6 @@ namespace nbscore {
 /// does not declare, and what ReadDiscretization and ReadTargetValueCounts throw. A document whose counts
 /// and categories would take too much memory is refused with 12.
 /// @return how many inputs there were.
-int ReadBayesInputs(const xercesc::DOMElement& inputs, DocumentReading& reading);
+int ReadBayesInputs(Element inputs, DocumentReading& reading);
 
 }  // namespace nbscore

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 
 /// @file
 /// How much memory a document may ask for. Few characters of a document can ask for very much: a bin number
@@ -16,7 +16,7 @@ namespace nbscore {
 inline constexpr int highestCountIndex = 1'000'000;
 
 /// Refuses a bin number or target index above the highest, with code 12. `what` begins the sentence.
-void RequireIndexInRange(const xercesc::DOMElement& element, int index, const std::string& what);
+void RequireIndexInRange(Element element, int index, const std::string& what);
 
 /// What the count tables and encoders of one document may hold together, in cells. A cell is what a count takes: eight
 /// bytes, and as many for the probability beside it.
@@ -35,7 +35,7 @@ public:
         : total(maxMemory), left(maxMemory > taken ? (maxMemory - taken) / bytesPerCell : 0) {}
 
     /// Takes cells out of what is left, or refuses the document at this element with code 12.
-    void Take(const xercesc::DOMElement& element, std::size_t cells);
+    void Take(Element element, std::size_t cells);
 
 private:
     std::uint64_t total;
@@ -48,7 +48,7 @@ public:
     explicit TableCells(CountCells& documentCells) : all(documentCells) {}
 
     /// Takes what the table needs by now and has not taken before. A table never gives cells back.
-    void Require(const xercesc::DOMElement& element, std::size_t rows, std::size_t counts);
+    void Require(Element element, std::size_t rows, std::size_t counts);
 
 private:
     CountCells& all;

@@ -1,57 +1,40 @@
 #include "translator/DictionaryExtensionReader.h"
 
-#include <xercesc/dom/DOMElement.hpp>
-
-#include <algorithm>
-#include <vector>
-
-#include "framework/BaseTranslator.h"
-#include "framework/xml/DocumentOrder.h"
-#include "framework/xml/DocumentWatch.h"
-#include "framework/xml/Refusal.h"
-#include "translator/AttributeText.h"
-#include "translator/ElementNames.h"
-#include "translator/ElementWalk.h"
-
-using xercesc::DOMElement;
+#include "framework/document/Refusal.h"
 
 namespace nbscore {
 
 namespace {
 
-constexpr XmlName isSelfLearningTarget{"isSelfLearningTarget"};
-constexpr XmlName trueText{"true"};
-
 /// Exact in upper and lower case: "TRUE" marks nothing.
-bool MarksTarget(const DOMElement* extension) {
-    return SameText(BaseTranslator::GetAttribute(extension, attribute::name), isSelfLearningTarget) &&
-           SameText(BaseTranslator::GetAttribute(extension, attribute::value), trueText);
+bool MarksTarget(Element extension) {
+    return extension.GetAttribute(Name::name) == "isSelfLearningTarget" &&
+           extension.GetAttribute(Name::value) == "true";
 }
 
-bool IsMarkedAsTarget(const DOMElement& dataField) {
-    const std::vector<const DOMElement*> extensions = DescendantsNamed(dataField, element::extension);
-    return std::any_of(extensions.begin(), extensions.end(), MarksTarget);
+bool IsMarkedAsTarget(Element dataField) {
+    for (const Element extension : dataField.GetDescendants(Name::Extension)) {
+        if (MarksTarget(extension)) return true;
+    }
+    return false;
 }
 
 }  // namespace
 
-bool ReadDictionaryExtension(const Transcoder& transcoder, const DOMElement* dataDictionary, std::string& targetName) {
-    if (dataDictionary == nullptr) {
+bool ReadDictionaryExtension(const Transcoder& transcoder, Element dataDictionary, std::string& targetName) {
+    if (!dataDictionary) {
         // The missing bracket and the blank are part of the text.
         throw VeskException(VeskException::UnexpectedElement, "<DataDictionary is required !!");
     }
-    const DocumentWatch watch(*dataDictionary);
-    for (const DOMElement* field = BaseTranslator::GetFirstChildElt(dataDictionary); field != nullptr;
-         field = BaseTranslator::GetNextSiblingElt(field)) {
-        watch.Step();
+    for (const Element field : dataDictionary.GetChildren()) {
         // An Extension right inside the dictionary is refused as well, deliberately.
-        RequireName(field, element::dataField, dataDictionary, VeskException::UnexpectedElement,
+        RequireName(field, Name::DataField, dataDictionary, VeskException::UnexpectedElement,
                     "<DataField> is required here!!");
-        const std::string name = AttributeText(transcoder, *field, attribute::name);
+        const std::string name = AttributeText(transcoder, field, Name::name);
         if (name.empty()) {
             throw RefusalAt(field, VeskException::UnexpectedElement, "<DataField>'s name can't be null string !!");
         }
-        if (IsMarkedAsTarget(*field)) {
+        if (IsMarkedAsTarget(field)) {
             targetName = name;
             return true;
         }

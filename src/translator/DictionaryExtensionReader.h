@@ -3,7 +3,7 @@
 #include <string>
 
 #include "framework/Transcoder.h"
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 
 namespace nbscore {
 
@@ -13,10 +13,9 @@ namespace nbscore {
 ///
 /// Ends at the first such field: what is wrong behind it is not seen. Throws VeskException 1 for a child that
 /// is no DataField and for a field without a name.
-/// @param dataDictionary null is refused, too.
+/// @param dataDictionary none is refused, too.
 /// @param targetName filled with the field's name.
 /// @return true when there is such a field.
-bool ReadDictionaryExtension(const Transcoder& transcoder, const xercesc::DOMElement* dataDictionary,
-                             std::string& targetName);
+bool ReadDictionaryExtension(const Transcoder& transcoder, Element dataDictionary, std::string& targetName);
 
 }  // namespace nbscore

@@ -1,19 +1,12 @@
 #include "translator/DiscretizationReader.h"
 
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <limits>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "framework/BaseTranslator.h"
-#include "framework/xml/Refusal.h"
-#include "framework/xml/Utf8.h"
-#include "translator/AttributeText.h"
-#include "translator/ElementNames.h"
-#include "translator/ElementWalk.h"
-
-using xercesc::DOMElement;
+#include "framework/document/Refusal.h"
+#include "framework/document/Utf8.h"
 
 namespace nbscore {
 
@@ -26,11 +19,11 @@ class BinReader {
 public:
     explicit BinReader(const Transcoder& documentTranscoder) : transcoder(documentTranscoder) {}
 
-    void Read(const DOMElement& bin, const DOMElement& discretize);
+    void Read(Element bin, Element discretize);
     const std::vector<double>& GetCutpoints() const { return cutpoints; }
 
 private:
-    void AppendCutpoint(const DOMElement& interval);
+    void AppendCutpoint(Element interval);
 
     const Transcoder& transcoder;
     std::vector<double> cutpoints;
@@ -39,53 +32,52 @@ private:
     bool isFirst = true;
 };
 
-void BinReader::Read(const DOMElement& bin, const DOMElement& discretize) {
-    RequireName(&bin, element::discretizeBin, &discretize, VeskException::UnexpectedElement,
+void BinReader::Read(Element bin, Element discretize) {
+    RequireName(bin, Name::DiscretizeBin, discretize, VeskException::UnexpectedElement,
                 "Element DiscretizeBin was expected here.");
     // Bins are numbered, so their names serve nothing; but one that the encoding cannot hold is refused.
-    AttributeText(transcoder, bin, attribute::binValue);
-    const DOMElement* interval = BaseTranslator::GetFirstChildElt(&bin);
-    RequireName(interval, element::interval, &bin, VeskException::UnexpectedElement,
-                "Element Interval was expected here.");
-    if (!isFirst) AppendCutpoint(*interval);
+    AttributeText(transcoder, bin, Name::binValue);
+    Element interval = bin.GetFirstChild();
+    RequireName(interval, Name::Interval, bin, VeskException::UnexpectedElement, "Element Interval was expected here.");
+    if (!isFirst) AppendCutpoint(interval);
     isFirst = false;
     // Empty counts as absent here, but not for the left margin.
-    const XMLCh* right = BaseTranslator::GetAttribute(interval, attribute::rightMargin);
-    if (!SameText(right, nullptr)) previousRightMargin = DoubleAt(interval, right);
+    const std::string_view right = interval.GetAttributeOr(Name::rightMargin, {});
+    if (!right.empty()) previousRightMargin = DoubleAt(interval, right);
 }
 
-void BinReader::AppendCutpoint(const DOMElement& interval) {
-    if (const XMLCh* left = BaseTranslator::GetAttribute(&interval, attribute::leftMargin)) {
-        leftMargin = DoubleAt(&interval, left);
+void BinReader::AppendCutpoint(Element interval) {
+    if (const auto left = interval.GetAttribute(Name::leftMargin)) {
+        leftMargin = DoubleAt(interval, *left);
     }
     if (!(leftMargin == previousRightMargin)) {
-        throw RefusalAt(&interval, VeskException::InconsistentDocument, "Error in Interval margins.");
+        throw RefusalAt(interval, VeskException::InconsistentDocument, "Error in Interval margins.");
     }
     cutpoints.push_back(leftMargin);
 }
 
-void RequireDerivedField(const BaseTranslator& translator, const DOMElement* derivedField, const DOMElement* parent) {
-    if (HasName(derivedField, element::derivedField)) return;
+void RequireDerivedField(const BaseTranslator& translator, Element derivedField, Element parent) {
+    if (derivedField.Is(Name::DerivedField)) return;
     // For people at a terminal, so UTF-8 whatever the document's encoding is; and a text that is broken is no reason
     // to refuse the document otherwise.
-    const std::string name = Utf8Of(derivedField != nullptr ? derivedField->getNodeName() : nullptr);
-    const DOMElement* const faulty = derivedField != nullptr ? derivedField : parent;
-    translator.GiveNotice("Element DerivedField not found in ParseDiscretize\nThe element is " + name, faulty);
+    const std::string name = WithoutHalfPairs(derivedField.GetSpelling());
+    const Element faulty = derivedField ? derivedField : parent;
+    translator.GiveNotice("Element DerivedField not found in ParseDiscretize\nThe element is " + name,
+                          faulty.GetPlace());
     throw RefusalAt(faulty, VeskException::DerivedFieldExpected, "Element DerivedField was expected here.");
 }
 
 }  // namespace
 
 std::unique_ptr<NBinningEncoder> ReadDiscretization(const BaseTranslator& translator, const Transcoder& transcoder,
-                                                    const DOMElement* derivedField, const DOMElement* parent) {
+                                                    Element derivedField, Element parent) {
     RequireDerivedField(translator, derivedField, parent);
-    const DOMElement* discretize = BaseTranslator::GetFirstChildElt(derivedField);
-    RequireName(discretize, element::discretize, derivedField, VeskException::UnexpectedElement,
+    Element discretize = derivedField.GetFirstChild();
+    RequireName(discretize, Name::Discretize, derivedField, VeskException::UnexpectedElement,
                 "Element Discretize was expected here.");
     BinReader bins(transcoder);
-    for (const DOMElement* bin = BaseTranslator::GetFirstChildElt(discretize); bin != nullptr;
-         bin = BaseTranslator::GetNextSiblingElt(bin)) {
-        bins.Read(*bin, *discretize);
+    for (const Element bin : discretize.GetChildren()) {
+        bins.Read(bin, discretize);
     }
     if (bins.GetCutpoints().empty()) {
         // The words say the opposite of the cause. Deliberate: the text is part of the interface.

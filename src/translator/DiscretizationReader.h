@@ -4,7 +4,7 @@
 
 #include "framework/BaseTranslator.h"
 #include "framework/Transcoder.h"
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "naivebayes/NBinningEncoder.h"
 
 namespace nbscore {
@@ -17,10 +17,9 @@ namespace nbscore {
 ///
 /// Throws VeskException 6 for another element, after a notice of two lines (BaseTranslator::GiveNotice); 1 for another
 /// element inside it; 12 for margins that do not meet; 5 for fewer than two bins.
-/// @param derivedField may be null.
-/// @param parent where the fault stands then; may be null.
+/// @param derivedField may be none.
+/// @param parent where the fault stands then; may be none.
 std::unique_ptr<NBinningEncoder> ReadDiscretization(const BaseTranslator& translator, const Transcoder& transcoder,
-                                                    const xercesc::DOMElement* derivedField,
-                                                    const xercesc::DOMElement* parent);
+                                                    Element derivedField, Element parent);
 
 }  // namespace nbscore

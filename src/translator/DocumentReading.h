@@ -1,20 +1,51 @@
 #pragma once
 
+#include <memory>
 #include <set>
 #include <string>
 
 #include "framework/BaseTranslator.h"
 #include "framework/Limits.h"
 #include "framework/ScoreDictionary.h"
+#include "framework/SeededHash.h"
 #include "framework/Transcoder.h"
 #include "framework/TransformationDictionary.h"
-#include "framework/dictionary/FieldFaults.h"
-#include "translator/ActiveFields.h"
+#include "framework/dictionary/FieldDeclarationReader.h"
+#include "naivebayes/INBVeskEncoder.h"
 #include "translator/CountLimits.h"
 #include "translator/ModelUnderConstruction.h"
-#include "translator/TargetCategories.h"
 
 namespace nbscore {
+
+/// The active fields of the model element being read. The position of a name is the predictor index of the
+/// inputs that use it; of equal names the first one counts.
+class ActiveFields {
+public:
+    static constexpr int notFound = -1;
+
+    void Append(const std::string& name) { firstPositions.emplace(name, numFields++); }
+    /// The first position of the name, found without a search through all of them; or notFound.
+    int IndexOf(const std::string& name) const {
+        const auto position = firstPositions.find(name);
+        return position == firstPositions.end() ? notFound : position->second;
+    }
+
+private:
+    int numFields = 0;
+    SeededMap<std::string, int> firstPositions;
+};
+
+/// What the first model element's mining schema says of the target.
+struct TargetCategories {
+    /// Empty when no field is predicted.
+    std::string name;
+    /// Numbers the target's categories; null when no field is predicted, and then every target value is
+    /// unknown.
+    std::unique_ptr<INBVeskEncoder> encoder;
+    /// True once the dictionary was seen to declare the target's values. When false, the counts of the inputs
+    /// teach the encoder its categories.
+    bool known = false;
+};
 
 /// What the readers of a document's parts share while it is read. It is gone when the document has been read.
 struct DocumentReading {

@@ -1,39 +1,27 @@
 #include "translator/MiningSchemaReader.h"
 
-#include <xercesc/dom/DOMElement.hpp>
+#include <string_view>
 
-#include <vector>
-
-#include "framework/BaseTranslator.h"
-#include "framework/xml/DocumentOrder.h"
-#include "framework/xml/Refusal.h"
-#include "translator/AttributeText.h"
-#include "translator/ElementNames.h"
-#include "translator/ElementWalk.h"
+#include "framework/document/Refusal.h"
 #include "translator/EncoderFactory.h"
-#include "translator/VendorExtension.h"
-
-using xercesc::DOMElement;
+#include "translator/ExtensionNames.h"
 
 namespace nbscore {
 
 namespace {
-
-constexpr XmlName activeUsage{"active"};
-constexpr XmlName predictedUsage{"predicted"};
 
 class SchemaReader {
 public:
     SchemaReader(int modelIndexInDocument, DocumentReading& documentReading)
         : isFirstModel(modelIndexInDocument == 0), reading(documentReading) {}
 
-    std::string Read(const DOMElement& schema);
+    std::string Read(Element schema);
 
 private:
-    void ReadMiningField(const DOMElement& field);
+    void ReadMiningField(Element field);
     void ReadActiveField(const ScoreDictVar& var, const std::string& name);
-    void ReadPredictedField(const DOMElement& field, const ScoreDictVar& var, const std::string& name);
-    void ReadDerivedFields(const DOMElement& extension);
+    void ReadPredictedField(Element field, const ScoreDictVar& var, const std::string& name);
+    void ReadDerivedFields(Element extension);
 
     const bool isFirstModel;
     DocumentReading& reading;
@@ -41,30 +29,29 @@ private:
     bool targetFound = false;
 };
 
-std::string SchemaReader::Read(const DOMElement& schema) {
-    for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&schema); child != nullptr;
-         child = BaseTranslator::GetNextSiblingElt(child)) {
+std::string SchemaReader::Read(Element schema) {
+    for (const Element child : schema.GetChildren()) {
         reading.watch.Step();
-        if (!HasName(child, element::extension)) {
-            ReadMiningField(*child);  // whatever its name
+        if (!child.Is(Name::Extension)) {
+            ReadMiningField(child);  // whatever its name
         } else if (reading.derivedFields != nullptr) {
-            ReadDerivedFields(*child);
+            ReadDerivedFields(child);
         }
     }
     return targetName;
 }
 
-void SchemaReader::ReadMiningField(const DOMElement& field) {
-    const std::string name = RequiredText(reading.transcoder, field, attribute::name);
-    const XMLCh* usage = BaseTranslator::GetAttribute(&field, attribute::usageType);
+void SchemaReader::ReadMiningField(Element field) {
+    const std::string name = RequiredText(reading.transcoder, field, Name::name);
+    const std::string_view usage = field.GetAttributeOr(Name::usageType, {});
     const ScoreDictVar* var = reading.dictionary.GetVar(name);
-    if (var == nullptr) throw RefusalAt(&field, VeskException::InvalidContent, name + " is not defined!");
+    if (var == nullptr) throw RefusalAt(field, VeskException::InvalidContent, name + " is not defined!");
     if (isFirstModel && reading.model.GetModel().GetVarRole(name) != ScoreModel::NoRole) {
-        throw RefusalAt(&field, VeskException::UnexpectedElement, name + " is redefined!");
+        throw RefusalAt(field, VeskException::UnexpectedElement, name + " is redefined!");
     }
-    if (SameText(usage, nullptr) || SameText(usage, activeUsage)) {
+    if (usage.empty() || usage == "active") {
         ReadActiveField(*var, name);
-    } else if (SameText(usage, predictedUsage)) {
+    } else if (usage == "predicted") {
         ReadPredictedField(field, *var, name);
     }
 }
@@ -76,14 +63,14 @@ void SchemaReader::ReadActiveField(const ScoreDictVar& var, const std::string& n
     reading.activeFields.Append(name);
 }
 
-void SchemaReader::ReadPredictedField(const DOMElement& field, const ScoreDictVar& var, const std::string& name) {
+void SchemaReader::ReadPredictedField(Element field, const ScoreDictVar& var, const std::string& name) {
     reading.faults.RequireSound(name);
     targetName = name;
     if (!isFirstModel) return;
     if (targetFound) {
         // By pointer on purpose: see the header.
         // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference,cert-err09-cpp,cert-err61-cpp): the same
-        throw new VeskException(RefusalAt(&field, VeskException::InconsistentDocument, "Only one target is allowed."));
+        throw new VeskException(RefusalAt(field, VeskException::InconsistentDocument, "Only one target is allowed."));
     }
     reading.model.GetModel().SetVarRole(&var, ScoreModel::TargetRole);
     reading.model.SetTargetVar(&var);
@@ -92,17 +79,17 @@ void SchemaReader::ReadPredictedField(const DOMElement& field, const ScoreDictVa
     reading.target.encoder = MakeCategoricalEncoder(var, reading.watch);
 }
 
-void SchemaReader::ReadDerivedFields(const DOMElement& extension) {
-    if (!SameText(BaseTranslator::GetAttribute(&extension, attribute::extender), vendor_extension::extender) ||
-        !SameText(BaseTranslator::GetAttribute(&extension, attribute::name), vendor_extension::derivedFields)) {
+void SchemaReader::ReadDerivedFields(Element extension) {
+    if (extension.GetAttribute(Name::extender) != vendor_extension::extender ||
+        extension.GetAttribute(Name::name) != vendor_extension::derivedFields) {
         return;
     }
-    const std::vector<const DOMElement*> fields = DescendantsNamed(extension, element::miningField);
-    if (fields.empty()) {
-        throw RefusalAt(&extension, VeskException::InvalidContent, "<MiningField> is required!");
+    const ElementRange fields = extension.GetDescendants(Name::MiningField);
+    if (fields.IsEmpty()) {
+        throw RefusalAt(extension, VeskException::InvalidContent, "<MiningField> is required!");
     }
-    for (const DOMElement* field : fields) {
-        const std::string name = RequiredText(reading.transcoder, *field, attribute::name);
+    for (const Element field : fields) {
+        const std::string name = RequiredText(reading.transcoder, field, Name::name);
         if (reading.derivedFields->GetVar(name) == nullptr) {
             throw RefusalAt(field, VeskException::InvalidContent, name + " is not defined!");
         }
@@ -112,7 +99,7 @@ void SchemaReader::ReadDerivedFields(const DOMElement& extension) {
 
 }  // namespace
 
-std::string ReadMiningSchema(const DOMElement& schema, int modelIndex, DocumentReading& reading) {
+std::string ReadMiningSchema(Element schema, int modelIndex, DocumentReading& reading) {
     return SchemaReader(modelIndex, reading).Read(schema);
 }
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "translator/DocumentReading.h"
 
 namespace nbscore {
@@ -17,6 +17,6 @@ namespace nbscore {
 /// second predicted field is thrown as a *pointer* to a new VeskException 12, unlike everything else. This is
 /// deliberate and part of the interface; whoever catches it deletes it.
 /// @return the predicted field's name, empty when there is none.
-std::string ReadMiningSchema(const xercesc::DOMElement& schema, int modelIndex, DocumentReading& reading);
+std::string ReadMiningSchema(Element schema, int modelIndex, DocumentReading& reading);
 
 }  // namespace nbscore

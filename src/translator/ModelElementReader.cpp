@@ -1,28 +1,22 @@
 #include "translator/ModelElementReader.h"
 
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <string>
+#include <vector>
 
-#include "framework/BaseTranslator.h"
-#include "framework/xml/Refusal.h"
+#include "framework/document/Refusal.h"
 #include "translator/BayesInputReader.h"
-#include "translator/BayesOutputReader.h"
-#include "translator/ElementNames.h"
-#include "translator/ElementWalk.h"
+#include "translator/ExtensionNames.h"
 #include "translator/MiningSchemaReader.h"
-#include "translator/SubModelReader.h"
-
-using xercesc::DOMElement;
+#include "translator/TargetValueCountsReader.h"
 
 namespace nbscore {
 
 namespace {
 
-void ReadThreshold(const DOMElement& modelElement, ModelUnderConstruction& model) {
-    const double threshold = RequiredDouble(&modelElement, attribute::threshold);
+void ReadThreshold(Element modelElement, ModelUnderConstruction& model) {
+    const double threshold = RequiredDouble(modelElement, Name::threshold);
     if (threshold == 0.0) {
-        throw RefusalAt(&modelElement, VeskException::InvalidContent, "Threshold can't be zero!");
+        throw RefusalAt(modelElement, VeskException::InvalidContent, "Threshold can't be zero!");
     }
     model.SetThreshold(threshold);
 }
@@ -35,22 +29,53 @@ void NoteTarget(const std::string& targetName, DocumentReading& reading) {
 }
 
 /// All sub-models of a self-learning document share one target of two categories.
-void RequireSharedTarget(const DOMElement& schema, int modelIndex, const std::string& targetName,
+void RequireSharedTarget(Element schema, int modelIndex, const std::string& targetName,
                          const TargetCategories& target) {
     if (modelIndex == 0 && (target.encoder == nullptr || target.encoder->GetNumCategories() != 2)) {
-        throw RefusalAt(&schema, VeskException::InvalidContent,
+        throw RefusalAt(schema, VeskException::InvalidContent,
                         "Only two-category target variable for all the models is supported for SelfLearning Model!");
     }
     if (modelIndex > 0 && targetName != target.name) {
-        throw RefusalAt(&schema, VeskException::InvalidContent,
+        throw RefusalAt(schema, VeskException::InvalidContent,
                         "Only one target variable is supported for SelfLearning Model!");
     }
 }
 
-void ReadSchema(const DOMElement& schema, int modelIndex, DocumentReading& reading) {
+void ReadSchema(Element schema, int modelIndex, DocumentReading& reading) {
     const std::string targetName = ReadMiningSchema(schema, modelIndex, reading);
     if (modelIndex == 0) NoteTarget(targetName, reading);
     if (reading.model.IsSelfLearning()) RequireSharedTarget(schema, modelIndex, targetName, reading.target);
+}
+
+/// The counts of the target's categories.
+void ReadOutput(Element output, DocumentReading& reading) {
+    const std::string fieldName = RequiredText(reading.transcoder, output, Name::fieldName);
+    if (fieldName != reading.target.name) {
+        throw RefusalAt(output, VeskException::UnknownVariable,
+                        fieldName + " does not match the target variable name.");
+    }
+    const bool selfLearning = reading.model.IsSelfLearning();
+    const std::vector<double> counts = ReadTargetValueCounts(
+        reading.transcoder, output, reading.target.encoder.get(),
+        {.selfLearning = selfLearning, .addUnknownValues = false, .outputMode = true}, reading.watch);
+    if (selfLearning && counts.size() != 2) {
+        throw RefusalAt(output, VeskException::InvalidContent, "Target variable has to have two categories.");
+    }
+    reading.cells.Take(output, counts.size() + CountCells::cellsPerRow);
+    reading.model.SetTargetCounts(counts);
+}
+
+/// Reads an Extension of a sub-model. `meanPerformance` is the assessment's mean. `stdDevPerformance` is its standard
+/// deviation, and `trainingSampleSize` is stored there too, deliberately: of the two the later one counts, which is
+/// part of the interface. Any other name is passed over, but its value must be a number all the same.
+void ReadAssessment(Element extension, ModelUnderConstruction& model) {
+    const double value = RequiredDouble(extension, Name::value);
+    const auto name = extension.GetAttribute(Name::name);
+    if (name == assessment::meanPerformance) {
+        model.SetAssessmentMean(value);
+    } else if (name == assessment::stdDevPerformance || name == assessment::trainingSampleSize) {
+        model.SetAssessmentStdDev(value);
+    }
 }
 
 /// Which of the parts that a model needs were met.
@@ -59,35 +84,36 @@ struct PartsSeen {
     bool output = false;
 };
 
-void ReadChild(const DOMElement& child, int modelIndex, DocumentReading& reading, PartsSeen& seen) {
-    if (HasName(&child, element::miningSchema)) {
+void ReadChild(Element child, int modelIndex, DocumentReading& reading, PartsSeen& seen) {
+    if (child.Is(Name::MiningSchema)) {
         ReadSchema(child, modelIndex, reading);
-    } else if (HasName(&child, element::bayesInputs)) {
+    } else if (child.Is(Name::BayesInputs)) {
         seen.inputs += ReadBayesInputs(child, reading);
-    } else if (HasName(&child, element::bayesOutput)) {
+    } else if (child.Is(Name::BayesOutput)) {
         seen.output = true;
-        ReadBayesOutput(child, reading);
-    } else if (HasName(&child, element::extension) && reading.model.IsSelfLearning()) {
-        ReadAssessment(child, reading);
+        ReadOutput(child, reading);
+    } else if (child.Is(Name::Extension) && reading.model.IsSelfLearning()) {
+        ReadAssessment(child, reading.model);
     }
 }
 
 }  // namespace
 
-void ReadModelElement(const DOMElement& modelElement, int modelIndex, DocumentReading& reading) {
+void ReadModelElement(Element modelElement, int modelIndex, DocumentReading& reading) {
     reading.model.BeginSubModel(modelIndex);
     ReadThreshold(modelElement, reading.model);
-    if (reading.model.IsSelfLearning()) ReadSubModelName(modelElement, reading);
+    if (reading.model.IsSelfLearning()) {
+        reading.model.SetModelName(RequiredText(reading.transcoder, modelElement, Name::modelName));
+    }
     PartsSeen seen;
-    for (const DOMElement* child = BaseTranslator::GetFirstChildElt(&modelElement); child != nullptr;
-         child = BaseTranslator::GetNextSiblingElt(child)) {
+    for (const Element child : modelElement.GetChildren()) {
         reading.watch.Step();
-        ReadChild(*child, modelIndex, reading, seen);
+        ReadChild(child, modelIndex, reading, seen);
     }
     const bool inputsSuffice = seen.inputs > 0 || reading.model.IsSelfLearning();
     if (!seen.output || !inputsSuffice) {
         // The element named twice is part of the text.
-        throw RefusalAt(&modelElement, VeskException::UnexpectedElement,
+        throw RefusalAt(modelElement, VeskException::UnexpectedElement,
                         "At least one <BayesInputs>, one <BayesOutput> and one <BayesOutput> element is required.");
     }
     reading.activeFields = {};

@@ -1,60 +1,61 @@
 #include "translator/NaiveBayesTranslator.h"
 
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <memory>
 #include <utility>
 #include <vector>
 
 #include "framework/FieldsOfDerivedFields.h"
 #include "framework/VersionInfo.h"
-#include "framework/xml/DocumentWatch.h"
-#include "framework/xml/Refusal.h"
-#include "translator/AttributeText.h"
+#include "framework/document/DomDocument.h"
+#include "framework/document/Refusal.h"
 #include "translator/DictionaryExtensionReader.h"
 #include "translator/DiscretizationReader.h"
-#include "translator/DocumentParts.h"
 #include "translator/DocumentReading.h"
-#include "translator/ElementNames.h"
-#include "translator/ElementWalk.h"
 #include "translator/ModelElementReader.h"
 
 using namespace nbscore;
-using xercesc::DOMDocument;
-using xercesc::DOMElement;
 
 namespace {
 
-const DOMElement& RootOf(const DOMDocument* document) {
-    const DOMElement* root = document != nullptr ? document->getDocumentElement() : nullptr;
-    if (root == nullptr) {
-        throw VeskException(VeskException::UnexpectedElement, "A document with a root element is required.");
-    }
-    return *root;
+VeskException NoRoot() {
+    return {VeskException::UnexpectedElement, "A document with a root element is required."};
 }
 
-constexpr XmlName selfLearningAlgorithm{"SelfLearning"};
+/// What is looked for anywhere in a document.
+struct DocumentParts {
+    /// The first Application element; none when there is none.
+    Element application;
+    /// Every NaiveBayesModel element, in document order.
+    std::vector<Element> models;
+};
+
+DocumentParts FindParts(Element root) {
+    DocumentParts parts;
+    const auto look = [&parts](Element element) {
+        if (element.Is(Name::NaiveBayesModel)) parts.models.push_back(element);
+        if (element.Is(Name::Application) && !parts.application) parts.application = element;
+    };
+    look(root);
+    for (const Element element : root.GetDescendants())
+        look(element);
+    return parts;
+}
 
 /// Which kind of model a document asks for. The first model element's algorithm decides; the dictionary's mark of a
 /// self-learning target counts only in a document that has no model element at all. Throws VeskException 1 where there
 /// is neither.
-/// @param firstModelElement null when the document has none.
-bool AsksForSelfLearning(const DOMElement* firstModelElement, bool dictionaryMarksTarget, const DOMElement& root) {
-    if (firstModelElement != nullptr) {
-        return SameText(BaseTranslator::GetAttribute(firstModelElement, attribute::algorithmName),
-                        selfLearningAlgorithm);
-    }
+/// @param firstModelElement none when the document has none.
+bool AsksForSelfLearning(Element firstModelElement, bool dictionaryMarksTarget, Element root) {
+    if (firstModelElement) return firstModelElement.GetAttribute(Name::algorithmName) == "SelfLearning";
     if (!dictionaryMarksTarget) {
-        throw RefusalAt(&root, VeskException::UnexpectedElement, "<NaiveBayesModel> is required!");
+        throw RefusalAt(root, VeskException::UnexpectedElement, "<NaiveBayesModel> is required!");
     }
     return true;
 }
 
 /// The version of the application that wrote the document.
-std::string ReadVersion(const DOMElement* application, const Transcoder& transcoder) {
-    const std::string version =
-        application != nullptr ? AttributeText(transcoder, *application, attribute::version) : std::string();
+std::string ReadVersion(Element application, const Transcoder& transcoder) {
+    const std::string version = AttributeText(transcoder, application, Name::version);
     return version.empty() ? "2.1" : version;
 }
 
@@ -81,7 +82,7 @@ void RequireSoundSources(const DocumentReading& reading) {
 }
 
 /// What the readers of the model elements share. Both dictionaries are the model's by now.
-DocumentReading ShareForReading(const NaiveBayesTranslator& translator, const DOMDocument& document,
+DocumentReading ShareForReading(const NaiveBayesTranslator& translator, const DocumentTree& document,
                                 const FieldFaults& faults, ModelUnderConstruction& construction) {
     const ScoreModel& model = construction.GetModel();
     return {.translator = translator,
@@ -92,18 +93,17 @@ DocumentReading ShareForReading(const NaiveBayesTranslator& translator, const DO
             .faults = faults,
             .target = {},
             .activeFields = {},
-            .cells = CountCells(translator.GetLimits().GetMemory(), MemoryOf(document)),
+            .cells = CountCells(translator.GetLimits().GetMemory(), document.GetMemory()),
             .derivedInputs = {},
             .watch = LimitWatch(translator.GetLimits())};
 }
 
 /// @param markedTarget null when the dictionary marks no self-learning target.
-void ReadModels(const std::vector<const DOMElement*>& modelElements, const std::string* markedTarget,
-                DocumentReading& reading) {
+void ReadModels(const std::vector<Element>& modelElements, const std::string* markedTarget, DocumentReading& reading) {
     ModelUnderConstruction& construction = reading.model;
     const int numElements = construction.TakeModelElements(static_cast<int>(modelElements.size()));
     for (int i = 0; i < numElements; ++i)
-        ReadModelElement(*modelElements[static_cast<std::size_t>(i)], i, reading);
+        ReadModelElement(modelElements[static_cast<std::size_t>(i)], i, reading);
     RequireSoundSources(reading);
     construction.Finish(reading.target.name, markedTarget);
 }
@@ -113,31 +113,39 @@ void ReadModels(const std::vector<const DOMElement*>& modelElements, const std::
 NaiveBayesTranslator::NaiveBayesTranslator(const std::string& nameOfDocument) : PMMLTranslator(nameOfDocument) {}
 NaiveBayesTranslator::~NaiveBayesTranslator() = default;
 
-ScoreModel* NaiveBayesTranslator::ParseFromTree(DOMDocument* document, const std::string& encoding) {
+ScoreModel* NaiveBayesTranslator::ParseFromTree(xercesc::DOMDocument* document, const std::string& encoding) {
+    LeaveUnfinishedModel(nullptr);
+    CreateTranscoder(encoding);
+    if (document == nullptr) throw NoRoot();
+    return ParseFromTree(*ReadDom(*document, GetLimits()), encoding);
+}
+
+ScoreModel* NaiveBayesTranslator::ParseFromTree(const DocumentTree& document, const std::string& encoding) {
     LeaveUnfinishedModel(nullptr);
     CreateTranscoder(encoding);
     const Transcoder& narrowing = *GetTranscoder();
-    const DOMElement& root = RootOf(document);
-    const DocumentParts parts = FindDocumentParts(*document);
+    const Element root = document.GetRoot();
+    if (!root) throw NoRoot();
+    const DocumentParts parts = FindParts(root);
     DocumentHead head;
     head.version = std::make_unique<VersionInfo>(ReadVersion(parts.application, narrowing));
 
-    const DOMElement* dataDictionary = GetChildByTagForced(&root, element::dataDictionary);
+    const Element dataDictionary = RequiredChild(root, Name::DataDictionary);
     FieldFaults faults;
     head.dictionary.reset(ParseDictionary(dataDictionary, faults));
     std::string markedTarget;
     const bool dictionaryMarksTarget = ReadDictionaryExtension(narrowing, dataDictionary, markedTarget);
-    if (const DOMElement* derivedFields = GetChildByTag(&root, element::transformationDictionary)) {
+    if (const Element derivedFields = root.GetChild(Name::TransformationDictionary)) {
         head.derivedFields.reset(HandleTransformationDictionary(derivedFields, head.dictionary.get()));
         head.derivedFields->SetUpDerivedCaseRecord();
     }
 
-    const DOMElement* firstModel = parts.models.empty() ? nullptr : parts.models.front();
+    const Element firstModel = parts.models.empty() ? Element() : parts.models.front();
     ModelUnderConstruction construction(AsksForSelfLearning(firstModel, dictionaryMarksTarget, root));
     model = &construction.GetModel();
     try {
         GiveTo(construction.GetModel(), std::move(head));
-        DocumentReading reading = ShareForReading(*this, *document, faults, construction);
+        DocumentReading reading = ShareForReading(*this, document, faults, construction);
         ReadModels(parts.models, dictionaryMarksTarget ? &markedTarget : nullptr, reading);
     } catch (...) {
         LeaveUnfinishedModel(construction.Release().release());
@@ -147,9 +155,12 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(DOMDocument* document, const std
 }
 
 NBinningEncoder* NaiveBayesTranslator::ParseDiscretize(const NaiveBayesTranslator& translator,
-                                                       const DOMElement* derivedField) {
-    if (const Transcoder* transcoder = translator.GetTranscoder()) {
-        return ReadDiscretization(translator, *transcoder, derivedField, nullptr).release();
-    }
-    return ReadDiscretization(translator, Transcoder("UTF-8"), derivedField, nullptr).release();
+                                                       const xercesc::DOMElement* derivedField) {
+    const auto read = [&](const Transcoder& transcoder) {
+        if (derivedField == nullptr) return ReadDiscretization(translator, transcoder, {}, {}).release();
+        const ParsedDocument tree = ReadDom(*derivedField, translator.GetLimits());
+        return ReadDiscretization(translator, transcoder, tree->GetRoot(), {}).release();
+    };
+    const Transcoder* const transcoder = translator.GetTranscoder();
+    return transcoder != nullptr ? read(*transcoder) : read(Transcoder("UTF-8"));
 }

@@ -21,6 +21,8 @@ public:
     using PMMLTranslator::ParseFromTree;
     /// Never null. Throws VeskException; see ScoreTranslator for the one that is thrown as a pointer.
     ScoreModel* ParseFromTree(xercesc::DOMDocument* document, const std::string& encoding) override;
+    /// The same of a document that was read into a tree.
+    ScoreModel* ParseFromTree(const nbscore::DocumentTree& document, const std::string& encoding) override;
 
     /// A new encoder of the bins that the DerivedField of a continuous input lists; the caller owns it.
     /// Throws VeskException 6 for any other element and for none.

@@ -4,7 +4,7 @@
 
 #include "framework/Limits.h"
 #include "framework/Transcoder.h"
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "naivebayes/INBVeskEncoder.h"
 
 namespace nbscore {
@@ -28,8 +28,7 @@ struct TargetValueCountsOptions {
 /// cannot hold, 12 for a target index that is too high, and 5 where a self-learning output has not one or two entries;
 /// and CancelledError.
 /// @param targetEncoder null when no field is predicted: then no value is a category.
-std::vector<double> ReadTargetValueCounts(const Transcoder& transcoder, const xercesc::DOMElement& parent,
-                                          INBVeskEncoder* targetEncoder, const TargetValueCountsOptions& options,
-                                          LimitWatch& watch);
+std::vector<double> ReadTargetValueCounts(const Transcoder& transcoder, Element parent, INBVeskEncoder* targetEncoder,
+                                          const TargetValueCountsOptions& options, LimitWatch& watch);
 
 }  // namespace nbscore

@@ -1,15 +1,14 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <xercesc/dom/DOMDocument.hpp>
 
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "document/DocumentAdapter.h"
 #include "framework/VeskException.h"
-#include "framework/xml/ParsedDocument.h"
+#include "framework/document/DomDocument.h"
+#include "support/TreeOf.h"
 #include "support/XmlText.h"
 
 namespace nbscore::test {
@@ -22,21 +21,20 @@ struct Adapted {
 };
 
 inline Adapted Adapt(const std::string& text) {
-    std::istringstream stream(text);
-    const ParsedDocument document = ParseDocument(stream);
+    ParsedDocument document = TreeOf(text);
     Adapted adapted;
-    for (const Adaptation& adaptation : AdaptDocument(*document))
+    for (const Adaptation& adaptation : AdaptDocument(document))
         adapted.changes.push_back(std::to_string(adaptation.place.line) + ": " + (adaptation.isMade ? "" : "not: ") +
                                   adaptation.change);
-    adapted.text = XmlTextOf(*document);
-    for (const Adaptation& adaptation : AdaptDocument(*document))
+    adapted.text = XmlTextOf(*WriteDom(*document));
+    for (const Adaptation& adaptation : AdaptDocument(document))
         EXPECT_FALSE(adaptation.isMade) << "when adapted again: " << adaptation.change;
-    EXPECT_EQ(XmlTextOf(*document), adapted.text) << "when adapted again";
+    EXPECT_EQ(XmlTextOf(*WriteDom(*document)), adapted.text) << "when adapted again";
     return adapted;
 }
 
 /// "LINE: MESSAGE" of the refusal.
-inline std::string GetRefusal(xercesc::DOMDocument& document) {
+inline std::string GetRefusal(ParsedDocument& document) {
     try {
         AdaptDocument(document);
     } catch (const VeskException& refusal) {
@@ -47,10 +45,9 @@ inline std::string GetRefusal(xercesc::DOMDocument& document) {
 }
 
 inline std::string GetRefusal(const std::string& text) {
-    std::istringstream stream(text);
-    const ParsedDocument document = ParseDocument(stream);
-    std::string refusal = GetRefusal(*document);
-    EXPECT_EQ(GetRefusal(*document), refusal) << "when adapted again";
+    ParsedDocument document = TreeOf(text);
+    std::string refusal = GetRefusal(document);
+    EXPECT_EQ(GetRefusal(document), refusal) << "when adapted again";
     return refusal;
 }
 

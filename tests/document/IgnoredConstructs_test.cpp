@@ -6,7 +6,7 @@
 #include <sstream>
 
 #include "cli/FruitDocument.h"
-#include "framework/xml/ParsedDocument.h"
+#include "support/TreeOf.h"
 
 namespace nbscore::test {
 namespace {
@@ -15,9 +15,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 std::vector<IgnoredConstruct> FindIn(const std::string& text) {
-    std::istringstream stream(text);
-    const ParsedDocument document = ParseDocument(stream);
-    return FindIgnoredConstructs(*document);
+    return FindIgnoredConstructs(*TreeOf(text));
 }
 
 /// "LINE: MESSAGE" of each.

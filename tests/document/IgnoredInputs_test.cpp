@@ -1,13 +1,10 @@
-#include "document/IgnoredInputs.h"
+#include "document/IgnoredConstructs.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 #include "cli/FruitDocument.h"
-#include "document/IgnoredConstructs.h"
-#include "framework/xml/ParsedDocument.h"
+#include "support/TreeOf.h"
 
 namespace nbscore::test {
 namespace {
@@ -17,8 +14,7 @@ using testing::IsEmpty;
 
 /// "LINE: MESSAGE" of each warning.
 std::vector<std::string> Warnings(const std::string& text) {
-    std::istringstream stream(text);
-    const ParsedDocument document = ParseDocument(stream);
+    const ParsedDocument document = TreeOf(text);
     std::vector<std::string> lines;
     for (const IgnoredConstruct& warning : FindWarnings(*document)) {
         EXPECT_TRUE(warning.isWarning);

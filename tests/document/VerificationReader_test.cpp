@@ -2,12 +2,11 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <xercesc/dom/DOMDocument.hpp>
 
 #include <sstream>
 
 #include "framework/VeskException.h"
-#include "framework/xml/ParsedDocument.h"
+#include "support/TreeOf.h"
 
 namespace nbscore::test {
 namespace {
@@ -16,9 +15,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 std::vector<VerificationSuite> Read(const std::string& text) {
-    std::istringstream stream(text);
-    const ParsedDocument document = ParseDocument(stream);
-    return ReadVerificationSuites(*document);
+    return ReadVerificationSuites(*TreeOf(text));
 }
 
 /// A model element with test cases, which begin on line 2.

@@ -141,7 +141,7 @@ TEST(Plugin, HandsOverAnUnfinishedModelAcrossTheEdge) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     ParseOutcome outcome;
-    VisitDocument(Document("", "<Fault/>"), [&](xercesc::DOMDocument& document, const Transcoder&) {
+    VisitDom(Document("", "<Fault/>"), [&](xercesc::DOMDocument& document) {
         outcome = OutcomeOf([&] { return translator->ParseFromTree(&document, "UTF-8"); });
     });
     ASSERT_TRUE(outcome.refusal);

@@ -16,6 +16,7 @@
 #include "framework/ScoreModel.h"
 #include "framework/ScoreTranslator.h"
 #include "framework/VeskException.h"
+#include "framework/document/DomDocument.h"
 
 /// @file
 /// Reading documents in tests: what came of it, and whether a refusal is the expected one at the expected place.
@@ -87,17 +88,17 @@ inline ::testing::AssertionResult IsRefusedAs(const ParseOutcome& outcome, const
                                          << expected.path;
 }
 
-/// Hands a document, parsed as translators have it parsed, to a step: for readers that are tested by themselves.
+/// Hands a document, read as translators have it read, to a step: for readers that are tested by themselves.
 class DocumentVisitor : public PMMLTranslator {
 public:
-    using Step = std::function<void(xercesc::DOMDocument&, const Transcoder&)>;
+    using Step = std::function<void(const DocumentTree&, const Transcoder&)>;
 
     explicit DocumentVisitor(Step visit) : PMMLTranslator("test document"), step(std::move(visit)) {}
 
     using PMMLTranslator::ParseFromTree;
-    ScoreModel* ParseFromTree(xercesc::DOMDocument* document, const std::string& encoding) override {
+    ScoreModel* ParseFromTree(const DocumentTree& document, const std::string& encoding) override {
         CreateTranscoder(encoding);
-        step(*document, *GetTranscoder());
+        step(document, *GetTranscoder());
         return nullptr;
     }
 
@@ -109,6 +110,14 @@ private:
 inline ParseOutcome VisitDocument(const std::string& text, DocumentVisitor::Step step) {
     DocumentVisitor visitor(std::move(step));
     return ParseWith(visitor, text);
+}
+
+/// The same of a document as a DOM.
+inline ParseOutcome VisitDom(const std::string& text, const std::function<void(xercesc::DOMDocument&)>& step) {
+    return VisitDocument(text, [&step](const DocumentTree& document, const Transcoder&) {
+        const DomDocument dom = WriteDom(document);
+        step(*dom);
+    });
 }
 
 }  // namespace nbscore::test

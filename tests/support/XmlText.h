@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "framework/xml/Utf8.h"
+#include "framework/document/Utf8.h"
 
 namespace nbscore::test {
 

@@ -1,4 +1,4 @@
-#include "translator/ActiveFields.h"
+#include "translator/DocumentReading.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <xercesc/dom/DOMDocument.hpp>
-
 #include <functional>
 #include <limits>
 
@@ -26,13 +24,13 @@ std::string TooMany(std::size_t limit) {
 }
 
 /// What a step comes to that takes cells at a document's only element.
-ParseOutcome Taking(const std::function<void(const xercesc::DOMElement&)>& step) {
-    return VisitDocument(
-        "<Table/>", [&](xercesc::DOMDocument& document, const Transcoder&) { step(*document.getDocumentElement()); });
+ParseOutcome Taking(const std::function<void(Element)>& step) {
+    return VisitDocument("<Table/>",
+                         [&](const DocumentTree& document, const Transcoder&) { step(document.GetRoot()); });
 }
 
 ParseOutcome Take(std::size_t limit, const std::vector<std::size_t>& amounts) {
-    return Taking([&](const xercesc::DOMElement& element) {
+    return Taking([&](Element element) {
         CountCells cells = CellsOf(limit);
         for (const std::size_t amount : amounts)
             cells.Take(element, amount);
@@ -53,7 +51,7 @@ TEST(CountCells, AreRefused_WhenFewerAreLeft) {
 
 TEST(CountCells, AreWhatTheElementsOfTheDocumentLeave) {
     const auto take = [](std::uint64_t taken, std::size_t amount) {
-        return Taking([=](const xercesc::DOMElement& element) {
+        return Taking([=](Element element) {
             CountCells(100 * CountCells::bytesPerCell, taken * CountCells::bytesPerCell).Take(element, amount);
         });
     };
@@ -64,7 +62,7 @@ TEST(CountCells, AreWhatTheElementsOfTheDocumentLeave) {
 
 TEST(TableCells, AreTakenOnce_WhenATableIsMeasuredAgain) {
     const auto grow = [](std::size_t limit) {
-        return Taking([=](const xercesc::DOMElement& element) {
+        return Taking([=](Element element) {
             CountCells cells = CellsOf(limit);
             TableCells table(cells);
             table.Require(element, 1, 5);

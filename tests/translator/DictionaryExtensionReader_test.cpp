@@ -1,12 +1,7 @@
 #include "translator/DictionaryExtensionReader.h"
 
 #include <gtest/gtest.h>
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMElement.hpp>
-#include <xercesc/dom/DOMNodeList.hpp>
 
-#include "framework/BaseTranslator.h"
-#include "translator/ElementNames.h"
 #include "translator/TestDocument.h"
 
 namespace nbscore::test {
@@ -19,10 +14,9 @@ struct Mark {
 
 /// Runs the reader alone over the DataDictionary of a document.
 ParseOutcome ReadAlone(const TestDocument& document, const std::string& encoding, Mark& mark) {
-    DocumentVisitor visitor([&](xercesc::DOMDocument& dom, const Transcoder& transcoder) {
-        const auto* list = BaseTranslator::GetElementsByTagName(&dom, element::dataDictionary);
-        const auto* dictionary = static_cast<const xercesc::DOMElement*>(list->item(0));
-        mark.found = ReadDictionaryExtension(transcoder, dictionary, mark.targetName);
+    DocumentVisitor visitor([&](const DocumentTree& tree, const Transcoder& transcoder) {
+        mark.found =
+            ReadDictionaryExtension(transcoder, tree.GetRoot().GetChild(Name::DataDictionary), mark.targetName);
     });
     return ParseWith(visitor, document.Text(), encoding);
 }
@@ -85,7 +79,7 @@ TEST(DictionaryExtensionReader, Refuses_WhenThereIsNoDictionaryElement) {
     std::string name;
     const Transcoder transcoder("UTF-8");
     const ParseOutcome outcome = OutcomeOf([&]() -> ScoreModel* {
-        ReadDictionaryExtension(transcoder, nullptr, name);
+        ReadDictionaryExtension(transcoder, {}, name);
         return nullptr;
     });
     ASSERT_TRUE(outcome.refusal);

@@ -6,7 +6,7 @@
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
 
-#include "framework/xml/XmlName.h"
+#include "support/XmlName.h"
 #include "translator/TestDocument.h"
 
 namespace nbscore::test {
@@ -22,8 +22,8 @@ struct Discretization {
 /// Reads the bins of a document that is nothing but a DerivedField.
 Discretization Read(const std::string& text, const BaseTranslator& translator = NaiveBayesTranslator("")) {
     Discretization read;
-    read.outcome = VisitDocument(text, [&](xercesc::DOMDocument& document, const Transcoder& transcoder) {
-        read.encoder = ReadDiscretization(translator, transcoder, document.getDocumentElement(), nullptr);
+    read.outcome = VisitDocument(text, [&](const DocumentTree& document, const Transcoder& transcoder) {
+        read.encoder = ReadDiscretization(translator, transcoder, document.GetRoot(), {});
     });
     return read;
 }
@@ -185,10 +185,9 @@ TEST(DiscretizationReader, GivesAnEncoderToTheCaller_ThroughTheTranslator) {
     NaiveBayesTranslator translator("");
     translator.CreateTranscoder("UTF-8");
     std::unique_ptr<NBinningEncoder> encoder;
-    VisitDocument(Field(Bin("rightMargin='1'") + Bin("leftMargin='1'")),
-                  [&](xercesc::DOMDocument& document, const Transcoder&) {
-                      encoder.reset(NaiveBayesTranslator::ParseDiscretize(translator, document.getDocumentElement()));
-                  });
+    VisitDom(Field(Bin("rightMargin='1'") + Bin("leftMargin='1'")), [&](xercesc::DOMDocument& document) {
+        encoder.reset(NaiveBayesTranslator::ParseDiscretize(translator, document.getDocumentElement()));
+    });
     ASSERT_TRUE(encoder);
     EXPECT_EQ(DumpOf(*encoder), Cutpoints({1}));
 }
@@ -196,21 +195,20 @@ TEST(DiscretizationReader, GivesAnEncoderToTheCaller_ThroughTheTranslator) {
 TEST(DiscretizationReader, TakesTextsAsUtf8_WhenTheTranslatorHasNoTranscoderYet) {
     const NaiveBayesTranslator translator("");
     std::unique_ptr<NBinningEncoder> encoder;
-    VisitDocument(Field(Bin("rightMargin='1'") + Bin("leftMargin='1'")),
-                  [&](xercesc::DOMDocument& document, const Transcoder&) {
-                      encoder.reset(NaiveBayesTranslator::ParseDiscretize(translator, document.getDocumentElement()));
-                  });
+    VisitDom(Field(Bin("rightMargin='1'") + Bin("leftMargin='1'")), [&](xercesc::DOMDocument& document) {
+        encoder.reset(NaiveBayesTranslator::ParseDiscretize(translator, document.getDocumentElement()));
+    });
     ASSERT_TRUE(encoder);
     EXPECT_EQ(DumpOf(*encoder), Cutpoints({1}));
 }
 
 TEST(DiscretizationReader, RefusesAnotherElement_WhenItsNameIsBroken) {
     const XMLCh half[] = {'a', 0xD83D, 0};
-    const ParseOutcome outcome = VisitDocument("<a/>", [&](xercesc::DOMDocument& document, const Transcoder& utf8) {
+    const ParseOutcome outcome = VisitDom("<a/>", [&](xercesc::DOMDocument& document) {
         document.setXmlVersion(XmlName("1.1"));
         const auto* broken = document.createElement(half);
         testing::internal::CaptureStderr();
-        ReadDiscretization(NaiveBayesTranslator(""), utf8, broken, nullptr);
+        NaiveBayesTranslator::ParseDiscretize(NaiveBayesTranslator(""), broken);
     });
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "Element DerivedField not found in ParseDiscretize\nThe element is a\xEF\xBF\xBD\n");

@@ -171,7 +171,7 @@ class DomReading {
 public:
     ParseOutcome Parse(const std::string& text) {
         ParseOutcome outcome;
-        VisitDocument(text, [&](xercesc::DOMDocument& document, const Transcoder&) {
+        VisitDom(text, [&](xercesc::DOMDocument& document) {
             outcome = OutcomeOf([&] { return translator.ParseFromTree(&document, "UTF-8"); });
         });
         return outcome;

@@ -1,17 +1,13 @@
 #pragma once
 
-#include <xercesc/dom/DOMDocument.hpp>
-#include <xercesc/dom/DOMElement.hpp>
-#include <xercesc/dom/DOMNodeList.hpp>
-
 #include <functional>
 #include <memory>
 #include <string>
 #include <utility>
 
 #include "framework/PMMLTranslator.h"
+#include "framework/document/Refusal.h"
 #include "translator/DocumentReading.h"
-#include "translator/ElementNames.h"
 #include "translator/ModelElementReader.h"
 #include "translator/RecordingModel.h"
 #include "translator/TestDocument.h"
@@ -28,19 +24,18 @@ public:
         : PMMLTranslator(""), model(recordingModel), preparation(std::move(beforeReading)) {}
 
     using PMMLTranslator::ParseFromTree;
-    ScoreModel* ParseFromTree(xercesc::DOMDocument* document, const std::string& encoding) override {
+    ScoreModel* ParseFromTree(const DocumentTree& document, const std::string& encoding) override {
         CreateTranscoder(encoding);
-        const xercesc::DOMElement* root = document->getDocumentElement();
+        const Element root = document.GetRoot();
         FieldFaults faults;
-        dictionary.reset(ParseDictionary(GetChildByTagForced(root, element::dataDictionary), faults));
+        dictionary.reset(ParseDictionary(RequiredChild(root, Name::DataDictionary), faults));
         const CountCells cells(GetLimits().GetMemory(), 0);
         DocumentReading reading{*this, *GetTranscoder(),       *dictionary, nullptr, model, faults, {}, {}, cells,
                                 {},    LimitWatch(GetLimits())};
         preparation(reading);
-        const xercesc::DOMNodeList* models = GetElementsByTagName(document, element::naiveBayesModel);
-        for (XMLSize_t i = 0; i < models->getLength(); ++i) {
-            ReadModelElement(static_cast<const xercesc::DOMElement&>(*models->item(i)), static_cast<int>(i), reading);
-        }
+        int index = 0;
+        for (const Element element : root.GetDescendants(Name::NaiveBayesModel))
+            ReadModelElement(element, index++, reading);
         model.Finish(reading.target.name, nullptr);
         return nullptr;
     }

@@ -233,7 +233,7 @@ TEST(SelfLearningDocument, HandsOverTheUnfinishedModel_WhenALaterSubModelIsRefus
     SubModelText faulty;
     faulty.inputs += "<BayesInputs><Fault/></BayesInputs>";
     NaiveBayesTranslator translator("");
-    VisitDocument(SelfLearningText({Named("sound"), faulty}), [&](xercesc::DOMDocument& parsed, const Transcoder&) {
+    VisitDom(SelfLearningText({Named("sound"), faulty}), [&](xercesc::DOMDocument& parsed) {
         EXPECT_TRUE(OutcomeOf([&] { return translator.ParseFromTree(&parsed, "UTF-8"); }).refusal);
     });
     const std::unique_ptr<ScoreModel> unfinished(translator.TakeUnfinishedModel());

@@ -1,7 +1,5 @@
 // What the reader of model elements calls for each sub-model of a self-learning document, and in which order.
 
-#include "translator/SubModelReader.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

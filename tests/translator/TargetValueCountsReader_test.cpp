@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <xercesc/dom/DOMDocument.hpp>
-
 #include "naivebayes/NBCatNumericEncoder.h"
 #include "naivebayes/NBCatStringEncoder.h"
 #include "naivebayes/NBinningEncoder.h"
@@ -24,10 +22,10 @@ struct ReadCounts {
 /// Reads the counts of an element with this content.
 ReadCounts Read(const std::string& content, INBVeskEncoder* encoder, const TargetValueCountsOptions& options = {}) {
     ReadCounts read;
-    read.outcome = VisitDocument("<PairCounts>\n" + content + "\n</PairCounts>", [&](xercesc::DOMDocument& document,
+    read.outcome = VisitDocument("<PairCounts>\n" + content + "\n</PairCounts>", [&](const DocumentTree& document,
                                                                                      const Transcoder& transcoder) {
         LimitWatch watch;
-        read.counts = ReadTargetValueCounts(transcoder, *document.getDocumentElement(), encoder, options, watch);
+        read.counts = ReadTargetValueCounts(transcoder, document.GetRoot(), encoder, options, watch);
     });
     return read;
 }

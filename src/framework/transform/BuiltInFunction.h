@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "framework/Export.h"
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/ApplyOptions.h"
 #include "framework/transform/Expression.h"
 #include "framework/transform/ValueKind.h"
@@ -37,7 +37,7 @@ struct CallParts {
     std::vector<std::unique_ptr<const Expression>> arguments;
     ApplyOptions options;
     /// Where the refusal of an argument stands, for each.
-    std::vector<const xercesc::DOMElement*> elements;
+    std::vector<Element> elements;
     /// For constant arguments that are regular expressions.
     PatternStore& patterns;
 };

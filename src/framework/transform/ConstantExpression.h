@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/Expression.h"
 #include "framework/transform/FieldScope.h"
 
@@ -26,6 +26,6 @@ private:
 /// any other text that is no number is refused with VeskException 9. Under `boolean` an empty text is missing, and
 /// any but true, false, 1 and 0 is refused with VeskException 5. Dates and times stay texts. `missing="true"` makes it
 /// missing.
-std::unique_ptr<const Expression> ReadConstant(const xercesc::DOMElement* element, FieldScope& scope);
+std::unique_ptr<const Expression> ReadConstant(Element element, FieldScope& scope);
 
 }  // namespace nbscore

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <xercesc/util/XercesDefs.hpp>
-
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -11,7 +9,7 @@
 
 #include "framework/Transcoder.h"
 #include "framework/VeskException.h"
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/ExpressionValue.h"
 #include "framework/transform/ValueKind.h"
 
@@ -21,41 +19,31 @@
 namespace nbscore {
 
 /// The child elements in order, without Extension elements.
-std::vector<const xercesc::DOMElement*> ChildrenOf(const xercesc::DOMElement* element);
+std::vector<Element> ChildrenOf(Element element);
 
 /// The refusal (VeskException 1) of a child that does not belong where it stands.
 /// @param parent as the message has it: "<Discretize>".
-VeskException UnexpectedChild(const xercesc::DOMElement* child, const std::string& parent);
-
-/// The element's name as messages have it: "<Discretize>".
-std::string TagOf(const xercesc::DOMElement* element);
-
-/// All text that stands directly in the element: it may come in several pieces, plain ones and CDATA sections.
-std::basic_string<XMLCh> TextIn(const xercesc::DOMElement* element);
+VeskException UnexpectedChild(Element child, const std::string& parent);
 
 /// The element's `dataType`: numbers for integer, float and double, truth values for boolean, texts for every other;
 /// any kind without one.
-ValueKind DataTypeOf(const xercesc::DOMElement* element);
+ValueKind DataTypeOf(Element element);
 
 /// A value that a document writes in an attribute or a cell: a number where numbers are wanted, else a text as it
 /// stands. Throws VeskException 9 where a number is wanted and it is none.
-ExpressionValue WrittenValue(const xercesc::DOMElement* element, const XMLCh* text, ValueKind wanted,
-                             const Transcoder& transcoder);
+ExpressionValue WrittenValue(Element element, std::string_view text, ValueKind wanted, const Transcoder& transcoder);
 /// The same for an attribute; missing when the element has none of this name.
-ExpressionValue WrittenAttribute(const xercesc::DOMElement* element, const XMLCh* name, ValueKind wanted,
-                                 const Transcoder& transcoder);
+ExpressionValue WrittenAttribute(Element element, Name name, ValueKind wanted, const Transcoder& transcoder);
 
 /// An attribute that stands in for, or is compared with, values of this kind: one of them where its whole text reads as
 /// one, else the text as it stands (ReadAs). Missing when there is none.
-ExpressionValue AttributeOfKind(const xercesc::DOMElement* element, const XMLCh* name, ValueKind kind,
-                                const Transcoder& transcoder);
+ExpressionValue AttributeOfKind(Element element, Name name, ValueKind kind, const Transcoder& transcoder);
 
 /// true, false, 1 or 0; nothing when the element has no such attribute. Throws VeskException 5 for any other word.
-std::optional<bool> FlagAttribute(const xercesc::DOMElement* element, const XMLCh* name);
+std::optional<bool> FlagAttribute(Element element, Name name);
 
 /// The position among the words; 0 when the element has no such attribute. Throws VeskException 5, with all the
 /// words, for any other.
-std::size_t WordAttribute(const xercesc::DOMElement* element, const XMLCh* name,
-                          std::span<const std::string_view> words);
+std::size_t WordAttribute(Element element, Name name, std::span<const std::string_view> words);
 
 }  // namespace nbscore

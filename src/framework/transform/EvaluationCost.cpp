@@ -1,8 +1,21 @@
 #include "framework/transform/EvaluationCost.h"
 
 #include <algorithm>
+#include <string>
+
+#include "framework/document/Refusal.h"
 
 namespace nbscore {
+
+DeeperLevel::DeeperLevel(WrittenCost& costOfAll, Element element) : cost(costOfAll) {
+    if (cost.level == mostLevels) {
+        throw RefusalAt(element, VeskException::InconsistentDocument,
+                        "Expressions nest deeper than " + std::to_string(mostLevels) + " levels.");
+    }
+    ++cost.level;
+    ++cost.evaluations;
+    cost.deepestLevel = std::max(cost.deepestLevel, cost.level);
+}
 
 EvaluationCost CostWithCalls(const WrittenCost& written, std::span<const EvaluationCost> functions) {
     EvaluationCost cost{std::min(written.evaluations, mostEvaluations + 1), written.deepestLevel};

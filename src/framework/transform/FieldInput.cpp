@@ -2,10 +2,9 @@
 
 #include <cmath>
 
-#include "framework/BaseTranslator.h"
+#include "framework/document/Refusal.h"
 #include "framework/transform/ElementReading.h"
 #include "framework/transform/ValueReading.h"
-#include "framework/xml/XmlName.h"
 
 namespace nbscore {
 
@@ -14,15 +13,13 @@ std::optional<double> FieldInput::NumberIn(const FieldValues& fields) const {
     return number && !std::isnan(*number) ? number : std::nullopt;
 }
 
-FieldReference ReadFieldReference(const xercesc::DOMElement* element, FieldScope& scope) {
-    constexpr XmlName fieldName = "field";
-    return scope.Resolve(element, BaseTranslator::GetAttributeForced(element, fieldName));
+FieldReference ReadFieldReference(Element element, FieldScope& scope) {
+    return scope.Resolve(element, RequiredAttribute(element, Name::field));
 }
 
-FieldInput ReadFieldInput(const xercesc::DOMElement* element, const FieldReference& field, ValueKind resultKind,
+FieldInput ReadFieldInput(Element element, const FieldReference& field, ValueKind resultKind,
                           const Transcoder& transcoder) {
-    constexpr XmlName mapMissingToName = "mapMissingTo";
-    return {field, AttributeOfKind(element, mapMissingToName, resultKind, transcoder)};
+    return {field, AttributeOfKind(element, Name::mapMissingTo, resultKind, transcoder)};
 }
 
 }  // namespace nbscore

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/FieldScope.h"
 #include "framework/transform/FieldValues.h"
 
@@ -19,12 +19,12 @@ struct FieldInput {
 };
 
 /// The field that the attribute `field` names.
-FieldReference ReadFieldReference(const xercesc::DOMElement* element, FieldScope& scope);
+FieldReference ReadFieldReference(Element element, FieldScope& scope);
 
 /// Reads the attribute `mapMissingTo` beside the field.
 /// @param resultKind what the expression gives: `mapMissingTo` is one of these where it reads as one, else a text as it
 ///     stands.
-FieldInput ReadFieldInput(const xercesc::DOMElement* element, const FieldReference& field, ValueKind resultKind,
+FieldInput ReadFieldInput(Element element, const FieldReference& field, ValueKind resultKind,
                           const Transcoder& transcoder);
 
 }  // namespace nbscore

@@ -17,7 +17,7 @@ bool FieldRefExpression::IsValid(const ExpressionValue& /*value*/, const FieldVa
     return IsValidByItself(input.resultWhenMissing) && IsMissing(fields.Get(input.field));
 }
 
-std::unique_ptr<const Expression> ReadFieldRef(const xercesc::DOMElement* element, FieldScope& scope) {
+std::unique_ptr<const Expression> ReadFieldRef(Element element, FieldScope& scope) {
     const FieldReference field = ReadFieldReference(element, scope);
     return std::make_unique<FieldRefExpression>(ReadFieldInput(element, field, field.kind, scope.GetTranscoder()));
 }

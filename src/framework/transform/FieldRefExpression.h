@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/Expression.h"
 #include "framework/transform/FieldInput.h"
 
@@ -24,6 +24,6 @@ private:
 
 /// Reads a FieldRef element. `mapMissingTo` has the kind of the field that it stands in for where it reads as one, else
 /// it is a text as it stands.
-std::unique_ptr<const Expression> ReadFieldRef(const xercesc::DOMElement* element, FieldScope& scope);
+std::unique_ptr<const Expression> ReadFieldRef(Element element, FieldScope& scope);
 
 }  // namespace nbscore

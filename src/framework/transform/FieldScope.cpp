@@ -1,13 +1,11 @@
 #include "framework/transform/FieldScope.h"
 
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <memory>
 
 #include "framework/VeskException.h"
-#include "framework/transform/FieldKind.h"
-#include "framework/xml/Refusal.h"
-#include "framework/xml/Utf8.h"
+#include "framework/document/Refusal.h"
+#include "framework/document/Utf8.h"
+#include "framework/transform/DeclaredValidity.h"
 
 namespace nbscore {
 
@@ -59,22 +57,21 @@ void FieldScope::EnterFunction(const UserFunction& enteredFunction) {
     cost = {};
 }
 
-FieldReference FieldScope::Resolve(const xercesc::DOMElement* element, const XMLCh* xmlName) {
-    const std::string name = TextAt(element, xmlName, transcoder);
-    if (function) return ResolveParameter(element, xmlName, name);
+FieldReference FieldScope::Resolve(Element element, std::string_view quotedName) {
+    const std::string name = TextAt(element, quotedName, transcoder);
+    if (function) return ResolveParameter(element, quotedName, name);
     const auto found = derived.positionsByName.find(name);
     if (found != derived.positionsByName.end()) return ResolveDerived(found->second);
     const ScoreDictVar* variable = dictionary ? dictionary->GetVar(name) : nullptr;
     if (variable) return ResolveInput(name, *variable);
-    throw RefusalAt(element, VeskException::UnknownVariable, "\"" + ExcerptOf(xmlName) + "\" is no field.");
+    throw RefusalAt(element, VeskException::UnknownVariable, "\"" + ExcerptOf(quotedName) + "\" is no field.");
 }
 
-FieldReference FieldScope::ResolveParameter(const xercesc::DOMElement* element, const XMLCh* xmlName,
-                                            const std::string& name) {
+FieldReference FieldScope::ResolveParameter(Element element, std::string_view quotedName, const std::string& name) {
     const auto found = parameterPositions.find(name);
     if (found == parameterPositions.end()) {
         throw RefusalAt(element, VeskException::UnknownVariable,
-                        "\"" + ExcerptOf(xmlName) + "\" is no parameter of the function.");
+                        "\"" + ExcerptOf(quotedName) + "\" is no parameter of the function.");
     }
     return {FieldReference::Parameter, found->second, function->parameters[found->second].kind};
 }

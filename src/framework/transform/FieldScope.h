@@ -2,15 +2,16 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "framework/ScoreDictionary.h"
 #include "framework/SeededHash.h"
 #include "framework/Transcoder.h"
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/DerivedFields.h"
+#include "framework/transform/EvaluationCost.h"
 #include "framework/transform/FieldReference.h"
-#include "framework/transform/WrittenCost.h"
 #include "framework/transform/functions/PatternStore.h"
 
 namespace nbscore {
@@ -31,7 +32,7 @@ public:
     void EnterFunction(const UserFunction& function);
 
     /// The field of this name. Throws VeskException 8, with the place of the element, when nobody knows it.
-    FieldReference Resolve(const xercesc::DOMElement* element, const XMLCh* name);
+    FieldReference Resolve(Element element, std::string_view name);
 
     /// The document's own function of this name, of which a call is noted; null when there is none.
     const UserFunction* FindFunctionToCall(const std::string& name);
@@ -71,7 +72,7 @@ private:
         std::size_t reader = 0;
     };
 
-    FieldReference ResolveParameter(const xercesc::DOMElement* element, const XMLCh* xmlName, const std::string& name);
+    FieldReference ResolveParameter(Element element, std::string_view quotedName, const std::string& name);
     FieldReference ResolveDerived(std::size_t position);
     FieldReference ResolveInput(const std::string& name, const ScoreDictVar& variable);
 

@@ -1,20 +1,18 @@
 #pragma once
 
-#include <xercesc/util/XercesDefs.hpp>
-
 #include <functional>
 #include <string>
 #include <vector>
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 
 namespace nbscore {
 
 /// Part of one row of an InlineTable element: the cells of the columns that somebody asks for.
 struct InlineRow {
-    const xercesc::DOMElement* element;
-    /// By asked column; null where the row has no such cell.
-    std::vector<const xercesc::DOMElement*> cells;
+    Element element;
+    /// By asked column; none where the row has no such cell.
+    std::vector<Element> cells;
 };
 
 /// Hands the rows of an InlineTable on, in order, one after the other: all at once they could take room for far more
@@ -23,12 +21,11 @@ struct InlineRow {
 ///
 /// Throws VeskException 1 for a child that is no row and for an element inside a cell that was asked for, 12 for a row
 /// with two cells of one asked column.
-void ForEachRow(const xercesc::DOMElement* table, const std::vector<std::string>& columns,
+void ForEachRow(Element table, const std::vector<std::string>& columns,
                 const std::function<void(const InlineRow& row)>& onRow);
 
 /// The one table of an element: its InlineTable. Throws VeskException 11 for a TableLocator, 1 for no table.
 /// @param children the element's, without Extension elements.
-const xercesc::DOMElement* TableAmong(const std::vector<const xercesc::DOMElement*>& children,
-                                      const xercesc::DOMElement* element);
+Element TableAmong(const std::vector<Element>& children, Element element);
 
 }  // namespace nbscore

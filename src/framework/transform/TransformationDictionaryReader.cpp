@@ -1,7 +1,5 @@
 #include "framework/transform/TransformationDictionaryReader.h"
 
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -9,8 +7,9 @@
 #include <utility>
 #include <vector>
 
-#include "framework/BaseTranslator.h"
 #include "framework/dictionary/FieldDeclarationReader.h"
+#include "framework/document/Refusal.h"
+#include "framework/document/Utf8.h"
 #include "framework/transform/DependencyOrder.h"
 #include "framework/transform/DerivedFieldDictionary.h"
 #include "framework/transform/DerivedFields.h"
@@ -19,30 +18,19 @@
 #include "framework/transform/ExpressionReader.h"
 #include "framework/transform/FieldScope.h"
 #include "framework/transform/UserFunctionsReader.h"
-#include "framework/xml/Refusal.h"
-#include "framework/xml/Utf8.h"
-#include "framework/xml/XmlName.h"
 
 namespace nbscore {
 namespace {
 
-using xercesc::DOMElement;
-
-constexpr XmlName nameName = "name";
-
-bool IsNamed(const DOMElement* element, const std::string& name) {
-    return BaseTranslator::IsEqual(element->getNodeName(), name);
-}
-
-std::string FieldForMessage(const DOMElement* field) {
-    return "The derived field \"" + ExcerptOf(BaseTranslator::GetAttributeForced(field, nameName)) + "\"";
+std::string FieldForMessage(Element field) {
+    return "The derived field \"" + ExcerptOf(RequiredAttribute(field, Name::name)) + "\"";
 }
 
 /// The one child that is neither an Extension nor part of the field's declaration.
-const DOMElement* ExpressionOf(const DOMElement* field) {
-    const DOMElement* expression = nullptr;
-    for (const DOMElement* child : ChildrenOf(field)) {
-        if (IsNamed(child, "Value") || IsNamed(child, "Interval")) continue;
+Element ExpressionOf(Element field) {
+    Element expression;
+    for (const Element child : ChildrenOf(field)) {
+        if (child.Is(Name::Value) || child.Is(Name::Interval)) continue;
         if (expression) throw UnexpectedChild(child, "<DerivedField> behind its expression");
         expression = child;
     }
@@ -59,8 +47,8 @@ public:
         derived->limits = limits;
     }
 
-    std::unique_ptr<const DerivedFields> Read(const DOMElement* transformations) {
-        for (const DOMElement* child : ChildrenOf(transformations))
+    std::unique_ptr<const DerivedFields> Read(Element transformations) {
+        for (const Element child : ChildrenOf(transformations))
             Declare(child);
         FieldScope scope(*derived, dictionary, transcoder);
         functionCosts = functions.ReadBodies(scope);
@@ -70,14 +58,14 @@ public:
     }
 
 private:
-    void Declare(const DOMElement* child) {
-        if (IsNamed(child, "DerivedField")) return DeclareField(child);
-        if (IsNamed(child, "DefineFunction")) return functions.Declare(child);
+    void Declare(Element child) {
+        if (child.Is(Name::DerivedField)) return DeclareField(child);
+        if (child.Is(Name::DefineFunction)) return functions.Declare(child);
         throw UnexpectedChild(child, "<TransformationDictionary>");
     }
 
-    void DeclareField(const DOMElement* field) {
-        const std::string name = TextAt(field, BaseTranslator::GetAttributeForced(field, nameName), transcoder);
+    void DeclareField(Element field) {
+        const std::string name = TextAt(field, RequiredAttribute(field, Name::name), transcoder);
         if (dictionary && dictionary->GetVar(name)) {
             throw RefusalAt(field, VeskException::InconsistentDocument,
                             FieldForMessage(field) + " has the name of a data field.");
@@ -103,7 +91,7 @@ private:
         }
     }
 
-    void RefuseTooMuchWork(const DOMElement* field, const EvaluationCost& cost, bool callsFunctions) {
+    void RefuseTooMuchWork(Element field, const EvaluationCost& cost, bool callsFunctions) {
         if (callsFunctions) evaluationsOfCalls += cost.evaluations;
         std::string what;
         if (cost.levels > mostLevels) {
@@ -125,7 +113,7 @@ private:
             return std::span<const std::size_t>(derived->fields[field].dependencies);
         });
         if (!order.needsItself) return;
-        const DOMElement* field = elements[*order.needsItself];
+        Element field = elements[*order.needsItself];
         throw RefusalAt(field, VeskException::InconsistentDocument, FieldForMessage(field) + " depends on itself.");
     }
 
@@ -135,14 +123,14 @@ private:
     UserFunctionsReader functions;
     std::vector<EvaluationCost> functionCosts;
     /// The element of each derived field, by position.
-    std::vector<const DOMElement*> elements;
+    std::vector<Element> elements;
     /// Of all derived fields that call functions.
     std::uint64_t evaluationsOfCalls = 0;
 };
 
 }  // namespace
 
-std::unique_ptr<TransformationDictionary> ReadTransformationDictionary(const DOMElement* element,
+std::unique_ptr<TransformationDictionary> ReadTransformationDictionary(Element element,
                                                                        const ScoreDictionary* dictionary,
                                                                        const Transcoder& transcoder,
                                                                        const Limits& limits) {

@@ -6,7 +6,7 @@
 #include "framework/ScoreDictionary.h"
 #include "framework/Transcoder.h"
 #include "framework/TransformationDictionary.h"
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 
 namespace nbscore {
 
@@ -19,7 +19,7 @@ namespace nbscore {
 /// field that depends on itself, and for one whose functions take too much work; and what the readers of the kinds of
 /// expressions throw; and CancelledError.
 /// @param limits for computing them later; reading them asks those of the document.
-std::unique_ptr<TransformationDictionary> ReadTransformationDictionary(const xercesc::DOMElement* element,
+std::unique_ptr<TransformationDictionary> ReadTransformationDictionary(Element element,
                                                                        const ScoreDictionary* dictionary,
                                                                        const Transcoder& transcoder,
                                                                        const Limits& limits = {});

@@ -1,21 +1,72 @@
 #include "framework/transform/UserFunctionsReader.h"
 
-#include <xercesc/dom/DOMElement.hpp>
-
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <string>
 #include <utility>
 
+#include "framework/SeededHash.h"
+#include "framework/Transcoder.h"
+#include "framework/document/DocumentTree.h"
+#include "framework/document/Refusal.h"
+#include "framework/document/Utf8.h"
 #include "framework/transform/BuiltInFunctions.h"
-#include "framework/transform/DefineFunctionReader.h"
 #include "framework/transform/DependencyOrder.h"
-#include "framework/xml/Refusal.h"
+#include "framework/transform/ElementReading.h"
+#include "framework/transform/ExpressionReader.h"
+#include "framework/transform/FieldScope.h"
+#include "framework/transform/UserFunction.h"
 
 namespace nbscore {
 namespace {
 
-VeskException Contradiction(const xercesc::DOMElement* element, const std::string& what) {
+bool IsParameter(Element element) {
+    return element.Is(Name::ParameterField);
+}
+
+std::string NameOf(Element element, const Transcoder& transcoder) {
+    return TextAt(element, RequiredAttribute(element, Name::name), transcoder);
+}
+
+/// How messages speak of it.
+std::string FunctionForMessage(Element element) {
+    return "The function \"" + ExcerptOf(RequiredAttribute(element, Name::name)) + "\"";
+}
+
+/// The function that a DefineFunction element declares, without its body. Throws VeskException 1 for a function without
+/// parameters, 2 for a name that is absent, 12 for two parameters of one name.
+std::unique_ptr<UserFunction> ReadFunctionDeclaration(Element element, const Transcoder& transcoder) {
+    auto function = std::make_unique<UserFunction>();
+    function->name = NameOf(element, transcoder);
+    function->kind = DataTypeOf(element);
+    SeededSet<std::string> names;
+    for (const Element child : ChildrenOf(element)) {
+        if (!IsParameter(child)) continue;
+        function->parameters.push_back({NameOf(child, transcoder), DataTypeOf(child)});
+        if (names.insert(function->parameters.back().name).second) continue;
+        throw RefusalAt(child, VeskException::InconsistentDocument,
+                        FunctionForMessage(element) + " has two parameters \"" +
+                            ExcerptOf(child.GetAttributeOr(Name::name, {})) + "\".");
+    }
+    if (!function->parameters.empty()) return function;
+    throw RefusalAt(element, VeskException::UnexpectedElement,
+                    FunctionForMessage(element) + " has no <ParameterField>.");
+}
+
+/// Its body, once all functions are declared. Throws VeskException 1 for no body or two, and what expressions throw.
+std::unique_ptr<const Expression> ReadFunctionBody(Element element, FieldScope& scope) {
+    Element body;
+    for (const Element child : ChildrenOf(element)) {
+        if (IsParameter(child)) continue;
+        if (body) throw UnexpectedChild(child, "<DefineFunction> behind its expression");
+        body = child;
+    }
+    if (body) return ReadExpression(body, scope);
+    throw RefusalAt(element, VeskException::UnexpectedElement, FunctionForMessage(element) + " has no expression.");
+}
+
+VeskException Contradiction(Element element, const std::string& what) {
     return RefusalAt(element, VeskException::InconsistentDocument, FunctionForMessage(element) + what);
 }
 
@@ -24,7 +75,7 @@ VeskException Contradiction(const xercesc::DOMElement* element, const std::strin
 UserFunctionsReader::UserFunctionsReader(UserFunctions& functionsToFill, const Transcoder& textTranscoder)
     : functions(functionsToFill), transcoder(textTranscoder) {}
 
-void UserFunctionsReader::Declare(const xercesc::DOMElement* element) {
+void UserFunctionsReader::Declare(Element element) {
     auto function = ReadFunctionDeclaration(element, transcoder);
     if (FindBuiltInFunction(function->name)) throw Contradiction(element, " has the name of a built-in function.");
     if (!functions.positionsByName.try_emplace(function->name, elements.size()).second) {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/EvaluationCost.h"
 #include "framework/transform/FieldScope.h"
 #include "framework/transform/UserFunction.h"
@@ -17,7 +17,7 @@ public:
 
     /// Throws VeskException 12 for a name that a built-in function or an earlier one has, and what
     /// ReadFunctionDeclaration throws.
-    void Declare(const xercesc::DOMElement* element);
+    void Declare(Element element);
 
     /// What a call of each takes, by position. Throws VeskException 12 for a function that calls itself, directly or
     /// through others, and what ReadFunctionBody throws.
@@ -27,7 +27,7 @@ private:
     UserFunctions& functions;
     const Transcoder& transcoder;
     /// By position.
-    std::vector<const xercesc::DOMElement*> elements;
+    std::vector<Element> elements;
 };
 
 }  // namespace nbscore

@@ -9,8 +9,8 @@
 #include "framework/BaseCaseRecord.h"
 #include "framework/BaseTranslator.h"
 #include "framework/TransformationDictionary.h"
-#include "framework/xml/DocumentProbe.h"
-#include "framework/xml/XmlName.h"
+#include "framework/document/DocumentProbe.h"
+#include "support/XmlName.h"
 
 /// The data fields of a document and its derived fields; both outlive the document.
 struct DerivedDocument {

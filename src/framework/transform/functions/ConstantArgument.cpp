@@ -1,13 +1,12 @@
 #include "framework/transform/functions/ConstantArgument.h"
 
-#include <xercesc/dom/DOMElement.hpp>
 
 #include "framework/ControlCharacters.h"
 #include "framework/transform/ConstantExpression.h"
 #include "framework/transform/ValueReading.h"
 #include "framework/transform/functions/CodePoints.h"
-#include "framework/xml/Refusal.h"
-#include "framework/xml/Utf8.h"
+#include "framework/document/Refusal.h"
+#include "framework/document/Utf8.h"
 
 namespace nbscore {
 namespace {

@@ -1,8 +1,7 @@
 #include "framework/transform/functions/PatternStore.h"
 
-#include <xercesc/dom/DOMElement.hpp>
 
-#include "framework/xml/Refusal.h"
+#include "framework/document/Refusal.h"
 
 namespace nbscore {
 namespace {
@@ -16,7 +15,7 @@ constexpr std::size_t memoryOfSmall = std::size_t{1} << 18;
 /// Whatever is compiled to no more instructions is as fast with little memory.
 constexpr std::size_t sizeOfSmall = 300;
 
-VeskException TooMuch(const xercesc::DOMElement* element, const std::string& limit) {
+VeskException TooMuch(Element element, const std::string& limit) {
     return RefusalAt(element, VeskException::InconsistentDocument,
                      "The regular expressions of the document are together " + limit + ".");
 }
@@ -24,7 +23,7 @@ VeskException TooMuch(const xercesc::DOMElement* element, const std::string& lim
 }  // namespace
 
 std::shared_ptr<const RegularExpression> PatternStore::Compile(const std::string& pattern,
-                                                               const xercesc::DOMElement* element) {
+                                                               Element element) {
     std::shared_ptr<const RegularExpression>& stored = compiled[pattern];
     if (stored) return stored;
     length += pattern.size();

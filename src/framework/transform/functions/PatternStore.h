@@ -5,7 +5,7 @@
 #include <string>
 
 #include "framework/SeededHash.h"
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/functions/RegularExpression.h"
 
 namespace nbscore {
@@ -17,7 +17,7 @@ public:
     /// The compiled pattern, which may be unusable.
     /// @param element where the pattern stands. Throws VeskException 12 there when the document's patterns become too
     ///     much: longer than a hundred kilobytes in all, or such that they could take more than 256 megabytes.
-    std::shared_ptr<const RegularExpression> Compile(const std::string& pattern, const xercesc::DOMElement* element);
+    std::shared_ptr<const RegularExpression> Compile(const std::string& pattern, Element element);
 
 private:
     SeededMap<std::string, std::shared_ptr<const RegularExpression>> compiled;

@@ -1,53 +1,40 @@
 #include "framework/transform/text/TextNormalizationReader.h"
 
 #include <re2/re2.h>
-#include <xercesc/dom/DOMElement.hpp>
 
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "framework/BaseTranslator.h"
+#include "framework/document/Refusal.h"
+#include "framework/document/Utf8.h"
 #include "framework/transform/ElementReading.h"
 #include "framework/transform/InlineTable.h"
 #include "framework/transform/text/TermSearch.h"
 #include "framework/transform/text/TextRulesReader.h"
-#include "framework/xml/Refusal.h"
-#include "framework/xml/Utf8.h"
-#include "framework/xml/XmlName.h"
 
 namespace nbscore {
 namespace {
 
-using xercesc::DOMElement;
-
 enum Column { In, Out, IsRegularExpression };
-
-std::string ColumnName(const DOMElement* element, const XMLCh* attribute, const char* standard) {
-    const XMLCh* name = BaseTranslator::GetAttribute(element, attribute);
-    return name ? Utf8Of(name) : standard;
-}
 
 class Reader {
 public:
-    Reader(const DOMElement* normalization, const TextRules& inherited, FieldScope& documentScope)
+    Reader(Element normalization, const TextRules& inherited, FieldScope& documentScope)
         : element(normalization), rules(ReadTextRules(normalization, inherited, documentScope)), scope(documentScope) {}
 
     TextNormalization Read() {
-        constexpr XmlName inFieldName = "inField";
-        constexpr XmlName outFieldName = "outField";
-        constexpr XmlName regexFieldName = "regexField";
-        constexpr XmlName recursiveName = "recursive";
-        columns = {ColumnName(element, inFieldName, "string"), ColumnName(element, outFieldName, "stem"),
-                   ColumnName(element, regexFieldName, "regex")};
+        columns = {std::string(element.GetAttributeOr(Name::inField, "string")),
+                   std::string(element.GetAttributeOr(Name::outField, "stem")),
+                   std::string(element.GetAttributeOr(Name::regexField, "regex"))};
         const auto children = ChildrenOf(element);
-        const DOMElement* table = TableAmong(children, element);
-        for (const DOMElement* child : children)
-            if (child != table) throw UnexpectedChild(child, TagOf(element));
+        Element table = TableAmong(children, element);
+        for (const Element child : children)
+            if (child != table) throw UnexpectedChild(child, element.GetTag());
         std::vector<TextNormalization::Row> rows;
         ForEachRow(table, columns, [&](const InlineRow& row) { rows.push_back(ReadRow(row)); });
-        return {rules, std::move(rows), FlagAttribute(element, recursiveName).value_or(false)};
+        return {rules, std::move(rows), FlagAttribute(element, Name::recursive).value_or(false)};
     }
 
 private:
@@ -87,19 +74,17 @@ private:
     }
 
     static bool ReadIsExpression(const InlineRow& row) {
-        const DOMElement* cell = row.cells[IsRegularExpression];
+        Element cell = row.cells[IsRegularExpression];
         if (!cell) return false;
-        const auto text = TextIn(cell);
-        const std::string word = Utf8Of(text.c_str());
+        const std::string word = cell.GetTextInside();
         if (word == "true" || word == "1") return true;
         if (word.empty() || word == "false" || word == "0") return false;
         throw RefusalAt(cell, VeskException::InvalidContent,
-                        "\"" + ExcerptOf(text.c_str()) + "\" is no truth value: true, false, 1 or 0.");
+                        "\"" + ExcerptOf(word) + "\" is no truth value: true, false, 1 or 0.");
     }
 
     std::string CellText(const InlineRow& row, Column column) const {
-        if (const DOMElement* cell = row.cells[column])
-            return TextAt(cell, TextIn(cell).c_str(), scope.GetTranscoder());
+        if (Element cell = row.cells[column]) return TextAt(cell, cell.GetTextInside(), scope.GetTranscoder());
         throw RefusalAt(row.element, VeskException::InvalidContent,
                         "The row has no cell for the column \"" + columns[column] + "\".");
     }
@@ -110,11 +95,11 @@ private:
 
     static VeskException Unusable(const InlineRow& row, const std::string& reason) {
         return RefusalAt(row.cells[In], VeskException::InvalidContent,
-                         "The regular expression \"" + ExcerptOf(TextIn(row.cells[In]).c_str()) +
+                         "The regular expression \"" + ExcerptOf(row.cells[In].GetTextInside()) +
                              "\" cannot be used: " + reason + ".");
     }
 
-    const DOMElement* element;
+    Element element;
     TextRules rules;
     FieldScope& scope;
     std::vector<std::string> columns;
@@ -122,7 +107,7 @@ private:
 
 }  // namespace
 
-TextNormalization ReadTextNormalization(const DOMElement* element, const TextRules& inherited, FieldScope& scope) {
+TextNormalization ReadTextNormalization(Element element, const TextRules& inherited, FieldScope& scope) {
     return Reader(element, inherited, scope).Read();
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/FieldScope.h"
 #include "framework/transform/text/TextNormalization.h"
 
@@ -8,7 +8,6 @@ namespace nbscore {
 
 /// Reads a TextIndexNormalization element.
 /// @param inherited how its TextIndex looks for terms: it does the same where it says nothing.
-TextNormalization ReadTextNormalization(const xercesc::DOMElement* element, const TextRules& inherited,
-                                        FieldScope& scope);
+TextNormalization ReadTextNormalization(Element element, const TextRules& inherited, FieldScope& scope);
 
 }  // namespace nbscore

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/XmlFwd.h"
+#include "framework/document/DocumentTree.h"
 #include "framework/transform/FieldScope.h"
 #include "framework/transform/text/TextRules.h"
 
@@ -9,6 +9,6 @@ namespace nbscore {
 /// The attributes by which TextIndex and TextIndexNormalization say how terms are looked for; those that are absent
 /// stay as the defaults have them. Throws VeskException 5 for a regular expression that cannot be used and a distance
 /// below zero, 9 for a distance that is no whole number, 11 for a distance without words.
-TextRules ReadTextRules(const xercesc::DOMElement* element, const TextRules& defaults, FieldScope& scope);
+TextRules ReadTextRules(Element element, const TextRules& defaults, FieldScope& scope);
 
 }  // namespace nbscore
