@@ -59,8 +59,8 @@ public:
         return readers.at(reader).rows.RowOf(value);
     }
     /// As Score, of values whose rows are known.
-    /// @param rows one list for each reader. Throws std::invalid_argument when there are more or fewer lists, or one has
-    /// another length than there are cases, and std::out_of_range for a row that does not exist.
+    /// @param rows one list for each reader. Throws std::invalid_argument when there are more or fewer lists, or when
+    /// one has another length than there are cases, and std::out_of_range for a row that does not exist.
     void ScoreRows(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
                    const AnswerColumns& answers) const;
 

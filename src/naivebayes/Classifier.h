@@ -64,8 +64,8 @@ public:
     const std::vector<std::string>& GetPredictorNames() const { return predictorNames; }
 
     /// Fetches and encodes every predictor. A value is taken from the record (by position when it is indexed, else by
-    /// name), or else from the derived record by name. It is left out when it is absent, when its variable is continuous
-    /// and calls it missing, and when its encoder does not know it.
+    /// name), or else from the derived record by name. It is left out when it is absent, when its variable is
+    /// continuous and calls it missing, and when its encoder does not know it.
     /// @param derivedRecord may be null.
     EncodedCase Encode(const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord) const;
     /// The posterior probabilities of so many target categories. A zero sum is not guarded: the quotients are what
