@@ -135,7 +135,7 @@ TEST_F(StreamedElements, AreRefusedWhereMemoryEnds_WhenTheyAreTooMany) {
             if (!isDefault) arguments.insert(arguments.end(), {"--max-memory", "1G"});
             StartedCommand command(LimitedCall(arguments));
             command.WriteInput(Replace(fruitDocument, "</PMML>", ""));
-            for (int i = 0; i < 50; ++i)
+            for (int i = 0; i < 150; ++i)
                 command.WriteInput(elements);
             command.WriteInput("</PMML>");
             command.CloseInput();
