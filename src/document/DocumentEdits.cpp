@@ -1,5 +1,6 @@
 #include "document/DocumentEdits.h"
 
+#include <iterator>
 #include <utility>
 
 #include "framework/document/Refusal.h"
@@ -23,14 +24,18 @@ void DocumentEdits::SetAttribute(Element element, Name name, std::string value, 
 void DocumentEdits::LeaveOut(Element element, const std::string& change) {
     Note(element, change);
     edits[element.GetIndex()].isTakenOut = true;
+    if (IsLeftOut(element)) return;
+    const auto inside = leftOut.upper_bound(element.GetIndex());
+    auto behindIt = inside;
+    while (behindIt != leftOut.end() && element.Holds(behindIt->second))
+        ++behindIt;
+    leftOut.erase(inside, behindIt);
+    leftOut.emplace(element.GetIndex(), element);
 }
 
 bool DocumentEdits::IsLeftOut(Element element) const {
-    for (; element; element = element.GetParent()) {
-        const auto edit = edits.find(element.GetIndex());
-        if (edit != edits.end() && edit->second.isTakenOut) return true;
-    }
-    return false;
+    const auto behindIt = leftOut.upper_bound(element.GetIndex());
+    return behindIt != leftOut.begin() && std::prev(behindIt)->second.Holds(element);
 }
 
 void DocumentEdits::Move(Element element, Element parent, const std::string& change) {

@@ -78,6 +78,8 @@ private:
     std::vector<Adaptation>& sentences;
     std::map<std::uint32_t, Edit> edits;
     std::map<std::uint32_t, std::vector<NewElement>> behind;
+    /// What is left out, none of it inside another.
+    std::map<std::uint32_t, Element> leftOut;
 };
 
 /// VeskException 12, with the place.

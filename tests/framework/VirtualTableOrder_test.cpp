@@ -95,7 +95,9 @@ TEST_F(VirtualTableOrder, OfTranslatorsIsKept) {
     using Abstract = ParseOperations<ScoreTranslator>;
     ExpectOrder(Abstract::ofFile, Abstract::ofStream, Abstract::ofDocument, Abstract::ofNamedStream);
     using Base = ParseOperations<BaseTranslator>;
-    ExpectOrder(Base::ofFile, Base::ofStream, Base::ofDocument, Base::ofNamedStream);
+    constexpr ScoreModel* (BaseTranslator::*ofTree)(const nbscore::DocumentTree&, Name) =
+        &BaseTranslator::ParseFromTree;
+    ExpectOrder(Base::ofFile, Base::ofStream, Base::ofDocument, Base::ofNamedStream, ofTree);
 }
 
 template <class Value>

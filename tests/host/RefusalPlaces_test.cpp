@@ -99,7 +99,7 @@ constexpr const char* remarkedDocument = "fuzz/seeds/documents/everything-said-i
 
 const std::set<std::string> otherTexts = {
     // What adapting did.
-    "> is left out: it means nothing for scoring",
+    " is left out: it means nothing for scoring",
     "\" reads it, and may tell texts with blanks from others",
     "its expression may give texts with blanks",
     "test cases of the document name one with them",

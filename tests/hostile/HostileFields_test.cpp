@@ -29,10 +29,9 @@ std::string Chain(int count, const std::string& expression) {
 
 class HostileFields : public HostileTest {
 protected:
-    /// By default the elements of the longest of these documents would be more than may be.
     CommandResult Score(const std::string& document) const {
         folder.Write("model.pmml", document);
-        return RunLimited({"score", "model.pmml", "cases.csv", "--only-scores", "--max-memory", "400M"});
+        return RunLimited({"score", "model.pmml", "cases.csv", "--only-scores"});
     }
 
     void ExpectAllRefuse(const std::string& document, const std::string& pattern) const {

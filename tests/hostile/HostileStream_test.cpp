@@ -133,15 +133,17 @@ TEST_F(StreamedElements, AreRefusedWhereMemoryEnds_WhenTheyAreTooMany) {
     for (const bool isDefault : {true, false}) {
         for (std::vector<std::string> arguments : WaysToRead("/dev/stdin")) {
             if (!isDefault) arguments.insert(arguments.end(), {"--max-memory", "1G"});
-            StartedCommand command(LimitedCall(arguments));
+            CommandCall call = LimitedCall(arguments);
+            call.memoryLimit = std::uint64_t{1} << 28;
+            StartedCommand command(call);
             command.WriteInput(Replace(fruitDocument, "</PMML>", ""));
-            for (int i = 0; i < 50; ++i)
+            for (int i = 0; i < 100; ++i)
                 command.WriteInput(elements);
             command.WriteInput("</PMML>");
             command.CloseInput();
             ExpectRefused(command.Wait(),
                           std::string("[0-9]{6,}:[0-9]: error 12: ") +
-                              (isDefault ? "The document needs more memory than max-memory allows: 268435456 bytes."
+                              (isDefault ? "The document needs more memory than max-memory allows: 134217728 bytes."
                                          : "The document takes more memory than there is."));
         }
     }

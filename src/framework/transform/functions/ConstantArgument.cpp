@@ -1,12 +1,11 @@
 #include "framework/transform/functions/ConstantArgument.h"
 
-
 #include "framework/ControlCharacters.h"
+#include "framework/document/Refusal.h"
+#include "framework/document/Utf8.h"
 #include "framework/transform/ConstantExpression.h"
 #include "framework/transform/ValueReading.h"
 #include "framework/transform/functions/CodePoints.h"
-#include "framework/document/Refusal.h"
-#include "framework/document/Utf8.h"
 
 namespace nbscore {
 namespace {

@@ -1,6 +1,5 @@
 #include "framework/transform/functions/PatternStore.h"
 
-
 #include "framework/document/Refusal.h"
 
 namespace nbscore {
@@ -22,8 +21,7 @@ VeskException TooMuch(Element element, const std::string& limit) {
 
 }  // namespace
 
-std::shared_ptr<const RegularExpression> PatternStore::Compile(const std::string& pattern,
-                                                               Element element) {
+std::shared_ptr<const RegularExpression> PatternStore::Compile(const std::string& pattern, Element element) {
     std::shared_ptr<const RegularExpression>& stored = compiled[pattern];
     if (stored) return stored;
     length += pattern.size();
