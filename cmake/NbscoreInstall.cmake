@@ -9,10 +9,10 @@ install(TARGETS scoreframework naivebayes nbscore_host nbscore_command EXPORT nb
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 
-# Headers keep the layout of the source tree.
-foreach(folder framework naivebayes selflearning translator batch document table host)
-    install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/${folder} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nbscore
-        FILES_MATCHING PATTERN "*.h")
+include(PublicHeaders)
+foreach(header IN LISTS NBSCORE_PUBLIC_HEADERS NBSCORE_NEEDED_HEADERS)
+    get_filename_component(folder ${header} DIRECTORY)
+    install(FILES ${PROJECT_SOURCE_DIR}/src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nbscore/${folder})
 endforeach()
 
 install(EXPORT nbscoreTargets NAMESPACE nbscore:: DESTINATION ${nbscore_package_dir})
