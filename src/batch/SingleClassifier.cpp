@@ -141,16 +141,16 @@ private:
     }
 
     void AnswerProbabilities(const Block& block) const {
-        const std::size_t categories = classifier.categories;
-        for (std::size_t k = 0; k < categories; ++k) {
+        const std::size_t numCategories = classifier.categories;
+        for (std::size_t k = 0; k < numCategories; ++k) {
             const double* const computed = probabilities.Get() + k * pitch;
             if (answers.probabilityOrder == MatrixOrder::ColumnByColumn) {
                 std::copy_n(computed, block.cases, answers.probabilities.data() + k * values.cases + block.first);
                 continue;
             }
-            double* const answer = answers.probabilities.data() + block.first * categories + k;
+            double* const answer = answers.probabilities.data() + block.first * numCategories + k;
             for (std::size_t i = 0; i < block.cases; ++i)
-                answer[i * categories] = computed[i];
+                answer[i * numCategories] = computed[i];
         }
     }
 

@@ -161,16 +161,16 @@ private:
     }
 
     void AnswerCase(std::size_t entry, const double* computed) const {
-        const std::vector<Member>& members = group.members;
+        const std::vector<Member>& subModels = group.members;
         if (answers.probabilityOrder == MatrixOrder::ColumnByColumn) {
-            for (std::size_t m = 0; m < members.size(); ++m)
-                answers.probabilities[members[m].position * values.cases + entry] = computed[m];
-        } else if (members.size() == numSubModels) {
+            for (std::size_t m = 0; m < subModels.size(); ++m)
+                answers.probabilities[subModels[m].position * values.cases + entry] = computed[m];
+        } else if (subModels.size() == numSubModels) {
             // All of them, in their order.
             std::copy_n(computed, numSubModels, answers.probabilities.data() + entry * numSubModels);
         } else {
-            for (std::size_t m = 0; m < members.size(); ++m)
-                answers.probabilities[entry * numSubModels + members[m].position] = computed[m];
+            for (std::size_t m = 0; m < subModels.size(); ++m)
+                answers.probabilities[entry * numSubModels + subModels[m].position] = computed[m];
         }
     }
 
