@@ -35,7 +35,7 @@ public:
     explicit operator bool() const { return tree != nullptr; }
     bool operator==(const Element&) const = default;
 
-    Name GetName() const;
+    inline Name GetName() const;
     bool Is(Name name) const { return GetName() == name; }
     /// The name as it is spelt.
     std::string_view GetSpelling() const;
@@ -57,7 +57,7 @@ public:
     ElementRange GetChildNodes() const;
 
     /// The attribute's value, in UTF-8; nothing without such an attribute.
-    std::optional<std::string_view> GetAttribute(Name name) const;
+    inline std::optional<std::string_view> GetAttribute(Name name) const;
     bool Has(Name attribute) const { return GetAttribute(attribute).has_value(); }
     std::string_view GetAttributeOr(Name name, std::string_view absent) const {
         return GetAttribute(name).value_or(absent);
@@ -124,12 +124,12 @@ public:
             : tree(walkedTree), index(firstIndex), end(endIndex), kind(rangeKind), wanted(wantedName) {
             FindWanted();
         }
-        void Step();
+        inline void Step();
         void FindWanted() {
             while (index < end && !IsWanted())
                 Step();
         }
-        bool IsWanted() const;
+        inline bool IsWanted() const;
 
         const DocumentTree* tree;
         std::uint32_t index;
