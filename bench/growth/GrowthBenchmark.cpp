@@ -1,7 +1,7 @@
 /// How the time that things take grows with documents and tables that have more and more of something: from one size to
 /// one twice as large it should double. Where it grows by a higher power than 1.2 of the size, over the last doublings
-/// and in the very last one, the instructions are counted too: what no longer fits into the processor's caches takes more
-/// time for the same work. Fails where these grow by such a power.
+/// and in the very last one, the instructions are counted too: what no longer fits into the processor's caches takes
+/// more time for the same work. Fails where these grow by such a power.
 ///
 /// `growth_benchmark [WORD...]` measures those whose names hold one of the words; without words all.
 

@@ -91,8 +91,8 @@ Bits SetBetween(Bits bits) {
     return bits;
 }
 
-/// Writes the position of each set bit, and some more numbers behind them: to write eight and see how many were wanted is
-/// faster than to ask each time.
+/// Writes the position of each set bit, and some more numbers behind them: to write eight and see how many were wanted
+/// is faster than to ask each time.
 /// @param place of the lowest bit. @param positions room for 64. Tells how many bits are set.
 std::size_t WritePositions(Bits bits, std::size_t place, std::uint32_t* positions) {
     const auto count = static_cast<std::size_t>(std::popcount(bits));

@@ -31,7 +31,8 @@ public:
         bool hasLineEndsInQuotes = false;
         /// All bits are set within quotes, none outside.
         std::uint64_t inQuotes = 0;
-        /// 1 or 0: whether the last byte ends a cell, a row or what stands before the first one; closes a cell; is a CR.
+        /// 1 or 0, each of the last byte: whether a cell or the first row begins behind it, whether it closes a cell,
+        /// whether it is a CR.
         std::uint64_t afterSeparator = 1;
         std::uint64_t afterClosingQuote = 0;
         std::uint64_t afterCarriageReturn = 0;

@@ -48,8 +48,8 @@ struct ScoringSummary {
 /// Rows are scored in blocks of what the input has ready, and a block's scores are written out as soon as they and
 /// those before it are there: a slow input is answered row by row. When a row cannot be read or scored, the rows of the
 /// blocks before its own have been written.
-/// @param model must be scorable (LoadedModel::RequireScorable), and stay loaded. Others may score with it meanwhile, tables too, as
-/// long as all ask for the same TableScorerOptions::output.predictionOnly.
+/// @param model must be scorable (LoadedModel::RequireScorable), and stay loaded. Others may score with it meanwhile,
+/// tables too, as long as all ask for the same TableScorerOptions::output.predictionOnly.
 /// @param input the table; @param sourceName what errors call it.
 /// @param onProgress called now and then, by this thread, with what was done so far, and may throw to end the run.
 /// Throws CaseDataError and InputOutputError, of several for the first in the table, whatever the number of threads.
