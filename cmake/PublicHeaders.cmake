@@ -6,7 +6,6 @@ set(NBSCORE_PUBLIC_HEADERS
     framework/BaseDictVar.h
     framework/BaseDictionary.h
     framework/BaseModel.h
-    framework/BaseTranslator.h
     framework/DocumentPlace.h
     framework/Limits.h
     framework/MCMV.h
@@ -15,7 +14,6 @@ set(NBSCORE_PUBLIC_HEADERS
     framework/ModelSelfDescription.h
     framework/ModelSelfTables.h
     framework/NumericValue.h
-    framework/PMMLTranslator.h
     framework/ResultAdvice.h
     framework/ScoreCaseRecord.h
     framework/ScoreClsResult.h
@@ -33,6 +31,8 @@ set(NBSCORE_PUBLIC_HEADERS
     framework/TransformationDictionary.h
     framework/VersionInfo.h
     framework/VeskException.h
+    reading/BaseTranslator.h
+    reading/PMMLTranslator.h
     naivebayes/INBVeskEncoder.h
     naivebayes/NBCatNumericEncoder.h
     naivebayes/NBCatStringEncoder.h
@@ -62,12 +62,12 @@ set(NBSCORE_NEEDED_HEADERS
     framework/ModelDescription.h
     framework/ModelTables.h
     framework/SeededHash.h
-    framework/Transcoder.h
     framework/ValueInterval.h
     framework/XmlFwd.h
-    framework/document/DocumentLimits.h
-    framework/document/DocumentTree.h
-    framework/document/Names.h
+    pmml/Transcoder.h
+    pmml/DocumentLimits.h
+    pmml/DocumentTree.h
+    pmml/Names.h
     naivebayes/Classifier.h
     naivebayes/DoneOnce.h
     naivebayes/Target.h

@@ -15,7 +15,7 @@
 #include "Require.h"
 #include "XmlCharacters.h"
 #include "framework/VeskException.h"
-#include "framework/transform/DerivedDocument.h"
+#include "transform/DerivedDocument.h"
 
 namespace nbscore::fuzz {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "XmlCharacters.h"
 #include "framework/NumberText.h"
-#include "framework/transform/BuiltInFunctions.h"
+#include "transform/BuiltInFunctions.h"
 
 namespace nbscore::fuzz {
 namespace {

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/transform/BuiltInFunction.h"
+#include "transform/BuiltInFunction.h"
 
 namespace nbscore::fuzz {
 

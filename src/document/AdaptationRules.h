@@ -1,7 +1,7 @@
 #pragma once
 
 #include "document/DocumentEdits.h"
-#include "framework/document/DocumentTree.h"
+#include "pmml/DocumentTree.h"
 
 /// @file
 /// The rules by which documents are adapted. Each notes its changes to a document that those before it have changed.

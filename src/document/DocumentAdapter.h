@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "document/Adaptation.h"
-#include "framework/document/DocumentTree.h"
+#include "pmml/DocumentTree.h"
 
 namespace nbscore {
 

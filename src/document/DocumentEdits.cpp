@@ -3,7 +3,7 @@
 #include <iterator>
 #include <utility>
 
-#include "framework/document/Refusal.h"
+#include "pmml/Refusal.h"
 
 namespace nbscore {
 

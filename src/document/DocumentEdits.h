@@ -10,8 +10,8 @@
 
 #include "document/Adaptation.h"
 #include "framework/VeskException.h"
-#include "framework/document/DocumentTree.h"
-#include "framework/document/TreeBuilder.h"
+#include "pmml/DocumentTree.h"
+#include "pmml/TreeBuilder.h"
 
 namespace nbscore {
 

@@ -4,7 +4,7 @@
 #include <map>
 
 #include "framework/Blanks.h"
-#include "framework/document/Refusal.h"
+#include "pmml/Refusal.h"
 #include "translator/ExtensionNames.h"
 
 namespace nbscore {

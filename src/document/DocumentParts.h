@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/document/DocumentTree.h"
+#include "pmml/DocumentTree.h"
 
 /// @file
 /// Which parts of a document the plug-in reads, and which fields they mention.

@@ -1,7 +1,7 @@
 #include "document/FieldBlanks.h"
 
-#include "framework/dictionary/FieldDeclarationReader.h"
-#include "framework/document/Utf8.h"
+#include "pmml/FieldDeclarationReader.h"
+#include "pmml/Utf8.h"
 
 namespace nbscore {
 namespace {

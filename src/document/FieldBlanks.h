@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "document/DocumentParts.h"
-#include "framework/document/DocumentTree.h"
+#include "pmml/DocumentTree.h"
 
 namespace nbscore {
 

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "framework/NumberText.h"
-#include "framework/document/Utf8.h"
+#include "pmml/Utf8.h"
 
 namespace nbscore {
 namespace {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "framework/DocumentPlace.h"
-#include "framework/document/DocumentTree.h"
+#include "pmml/DocumentTree.h"
 
 namespace nbscore {
 

@@ -5,8 +5,8 @@
 
 #include "framework/CountedNoun.h"
 #include "framework/NumberText.h"
-#include "framework/dictionary/FieldDeclarationReader.h"
-#include "framework/document/Utf8.h"
+#include "pmml/FieldDeclarationReader.h"
+#include "pmml/Utf8.h"
 
 namespace nbscore {
 namespace {

@@ -4,8 +4,8 @@
 #include <tuple>
 
 #include "framework/CountedNoun.h"
-#include "framework/document/Refusal.h"
-#include "framework/document/Utf8.h"
+#include "pmml/Refusal.h"
+#include "pmml/Utf8.h"
 
 namespace nbscore {
 

@@ -6,7 +6,7 @@
 
 #include "document/DocumentParts.h"
 #include "document/IgnoredConstructs.h"
-#include "framework/document/DocumentTree.h"
+#include "pmml/DocumentTree.h"
 
 namespace nbscore {
 

@@ -5,7 +5,7 @@
 
 #include "document/AdaptationRules.h"
 #include "document/DocumentParts.h"
-#include "framework/document/Utf8.h"
+#include "pmml/Utf8.h"
 
 namespace nbscore {
 namespace {

@@ -7,13 +7,13 @@
 #include "document/DocumentAdapter.h"
 #include "document/IgnoredConstructs.h"
 #include "document/VerificationReader.h"
-#include "framework/BaseTranslator.h"
 #include "framework/VeskException.h"
-#include "framework/document/DocumentFile.h"
-#include "framework/document/DocumentMemory.h"
-#include "framework/document/DocumentParser.h"
-#include "framework/document/DomDocument.h"
-#include "framework/document/XmlLibrary.h"
+#include "pmml/DocumentFile.h"
+#include "pmml/DocumentMemory.h"
+#include "pmml/DocumentParser.h"
+#include "pmml/DomDocument.h"
+#include "pmml/XmlLibrary.h"
+#include "reading/BaseTranslator.h"
 
 namespace nbscore {
 namespace {

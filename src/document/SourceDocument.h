@@ -11,7 +11,7 @@
 #include "framework/Limits.h"
 #include "framework/ScoreModel.h"
 #include "framework/ScoreTranslator.h"
-#include "framework/document/DocumentTree.h"
+#include "pmml/DocumentTree.h"
 
 namespace nbscore {
 

@@ -8,8 +8,8 @@
 #include "framework/Blanks.h"
 #include "framework/CountedNoun.h"
 #include "framework/SeededHash.h"
-#include "framework/document/Refusal.h"
-#include "framework/document/Utf8.h"
+#include "pmml/Refusal.h"
+#include "pmml/Utf8.h"
 
 namespace nbscore {
 namespace {

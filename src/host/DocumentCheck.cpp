@@ -8,11 +8,11 @@
 #include "framework/DerivedFieldSources.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/VeskException.h"
-#include "framework/document/DocumentMemory.h"
 #include "host/CheckAdvice.h"
 #include "host/LoadedModel.h"
 #include "host/ModelRemarks.h"
 #include "host/PathText.h"
+#include "pmml/DocumentMemory.h"
 #include "table/FieldsOfInputs.h"
 #include "table/HostError.h"
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "framework/transform/BuiltInFunctions.h"
+#include "transform/BuiltInFunctions.h"
 
 namespace nbscore {
 namespace {

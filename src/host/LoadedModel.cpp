@@ -3,12 +3,12 @@
 #include <string>
 #include <vector>
 
-#include "framework/BaseTranslator.h"
 #include "framework/ModelSelfCheck.h"
 #include "framework/NumberText.h"
 #include "framework/SeededHash.h"
 #include "framework/VeskException.h"
 #include "host/PathText.h"
+#include "reading/BaseTranslator.h"
 #include "table/HostError.h"
 #include "table/MessageText.h"
 

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "document/SourceDocument.h"
-#include "framework/BaseTranslator.h"
 #include "framework/ScoreModel.h"
 #include "host/PluginLibrary.h"
+#include "reading/BaseTranslator.h"
 
 namespace nbscore {
 

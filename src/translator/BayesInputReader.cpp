@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "framework/document/Refusal.h"
+#include "pmml/Refusal.h"
 #include "translator/DiscretizationReader.h"
 #include "translator/EncoderFactory.h"
 #include "translator/TargetValueCountsReader.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/document/DocumentTree.h"
+#include "pmml/DocumentTree.h"
 #include "translator/DocumentReading.h"
 
 namespace nbscore {

@@ -1,7 +1,7 @@
 #include "translator/CountLimits.h"
 
-#include "framework/document/DocumentMemory.h"
-#include "framework/document/Refusal.h"
+#include "pmml/DocumentMemory.h"
+#include "pmml/Refusal.h"
 
 namespace nbscore {
 

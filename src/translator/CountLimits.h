@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "framework/document/DocumentTree.h"
+#include "pmml/DocumentTree.h"
 
 /// @file
 /// How much memory a document may ask for. Few characters of a document can ask for very much: a bin number

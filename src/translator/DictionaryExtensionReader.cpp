@@ -1,6 +1,6 @@
 #include "translator/DictionaryExtensionReader.h"
 
-#include "framework/document/Refusal.h"
+#include "pmml/Refusal.h"
 
 namespace nbscore {
 

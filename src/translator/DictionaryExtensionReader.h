@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "framework/Transcoder.h"
-#include "framework/document/DocumentTree.h"
+#include "pmml/DocumentTree.h"
+#include "pmml/Transcoder.h"
 
 namespace nbscore {
 

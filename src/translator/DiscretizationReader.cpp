@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/document/Refusal.h"
-#include "framework/document/Utf8.h"
+#include "pmml/Refusal.h"
+#include "pmml/Utf8.h"
 
 namespace nbscore {
 

@@ -2,10 +2,10 @@
 
 #include <memory>
 
-#include "framework/BaseTranslator.h"
-#include "framework/Transcoder.h"
-#include "framework/document/DocumentTree.h"
 #include "naivebayes/NBinningEncoder.h"
+#include "pmml/DocumentTree.h"
+#include "pmml/Transcoder.h"
+#include "reading/BaseTranslator.h"
 
 namespace nbscore {
 

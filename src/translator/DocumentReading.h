@@ -4,14 +4,14 @@
 #include <set>
 #include <string>
 
-#include "framework/BaseTranslator.h"
 #include "framework/Limits.h"
 #include "framework/ScoreDictionary.h"
 #include "framework/SeededHash.h"
-#include "framework/Transcoder.h"
 #include "framework/TransformationDictionary.h"
-#include "framework/dictionary/FieldDeclarationReader.h"
 #include "naivebayes/INBVeskEncoder.h"
+#include "pmml/FieldDeclarationReader.h"
+#include "pmml/Transcoder.h"
+#include "reading/BaseTranslator.h"
 #include "translator/CountLimits.h"
 #include "translator/ModelUnderConstruction.h"
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "framework/document/Refusal.h"
+#include "pmml/Refusal.h"
 #include "translator/EncoderFactory.h"
 #include "translator/ExtensionNames.h"
 

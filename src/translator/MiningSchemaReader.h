@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "framework/document/DocumentTree.h"
+#include "pmml/DocumentTree.h"
 #include "translator/DocumentReading.h"
 
 namespace nbscore {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/document/Refusal.h"
+#include "pmml/Refusal.h"
 #include "translator/BayesInputReader.h"
 #include "translator/ExtensionNames.h"
 #include "translator/MiningSchemaReader.h"

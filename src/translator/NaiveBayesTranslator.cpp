@@ -4,10 +4,10 @@
 #include <utility>
 #include <vector>
 
-#include "framework/FieldsOfDerivedFields.h"
 #include "framework/VersionInfo.h"
-#include "framework/document/DomDocument.h"
-#include "framework/document/Refusal.h"
+#include "pmml/DomDocument.h"
+#include "pmml/FieldsOfDerivedFields.h"
+#include "pmml/Refusal.h"
 #include "translator/DictionaryExtensionReader.h"
 #include "translator/DiscretizationReader.h"
 #include "translator/DocumentReading.h"

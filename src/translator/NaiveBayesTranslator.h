@@ -3,8 +3,8 @@
 #include <string>
 
 #include "framework/Export.h"
-#include "framework/PMMLTranslator.h"
 #include "naivebayes/NBinningEncoder.h"
+#include "reading/PMMLTranslator.h"
 
 /// Reads a PMML document with NaiveBayesModel elements into a model.
 ///

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "framework/document/Refusal.h"
+#include "pmml/Refusal.h"
 #include "translator/CountLimits.h"
 
 namespace nbscore {

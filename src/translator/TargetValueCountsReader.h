@@ -3,9 +3,9 @@
 #include <vector>
 
 #include "framework/Limits.h"
-#include "framework/Transcoder.h"
-#include "framework/document/DocumentTree.h"
 #include "naivebayes/INBVeskEncoder.h"
+#include "pmml/DocumentTree.h"
+#include "pmml/Transcoder.h"
 
 namespace nbscore {
 

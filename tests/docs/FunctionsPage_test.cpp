@@ -8,8 +8,8 @@
 #include <sstream>
 #include <string>
 
-#include "framework/transform/BuiltInFunctions.h"
 #include "support/WholeFile.h"
+#include "transform/BuiltInFunctions.h"
 
 namespace nbscore::test {
 namespace {

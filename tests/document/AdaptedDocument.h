@@ -7,7 +7,7 @@
 
 #include "document/DocumentAdapter.h"
 #include "framework/VeskException.h"
-#include "framework/document/DomDocument.h"
+#include "pmml/DomDocument.h"
 #include "support/TreeOf.h"
 #include "support/XmlText.h"
 

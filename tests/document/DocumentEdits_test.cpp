@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "framework/document/DomDocument.h"
+#include "pmml/DomDocument.h"
 #include "support/TreeOf.h"
 #include "support/XmlText.h"
 

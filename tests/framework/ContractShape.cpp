@@ -9,7 +9,6 @@
 #include "framework/BaseDictVar.h"
 #include "framework/BaseDictionary.h"
 #include "framework/BaseModel.h"
-#include "framework/BaseTranslator.h"
 #include "framework/ModelSelfCheck.h"
 #include "framework/NumericValue.h"
 #include "framework/ScoreClsResult.h"
@@ -18,6 +17,7 @@
 #include "framework/SubModelScoring.h"
 #include "framework/VersionInfo.h"
 #include "framework/VeskException.h"
+#include "reading/BaseTranslator.h"
 
 namespace {
 

@@ -7,13 +7,13 @@
 #include "framework/BaseDictVar.h"
 #include "framework/BaseDictionary.h"
 #include "framework/BaseModel.h"
-#include "framework/BaseTranslator.h"
 #include "framework/NumericValue.h"
 #include "framework/ScoreClsResult.h"
 #include "framework/ScoreTranslator.h"
 #include "framework/StringValue.h"
 #include "framework/VersionInfo.h"
 #include "framework/VirtualSlot.h"
+#include "reading/BaseTranslator.h"
 
 // Plug-ins compiled apart call the contract's operations by their slot. Moving a declaration breaks them silently:
 // these tests are what notices.

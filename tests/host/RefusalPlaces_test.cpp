@@ -91,7 +91,7 @@ const std::set<std::string> otherFiles = {"framework/BaseDictVarPrint.cpp", "doc
 
 /// Functions are described where they are computed, under headings; the page about them shows those texts.
 bool MayDescribeFunctions(const std::string& file) {
-    return file.starts_with("framework/transform/functions/") || file == "framework/transform/BuiltInFunctions.cpp";
+    return file.starts_with("transform/functions/") || file == "transform/BuiltInFunctions.cpp";
 }
 
 /// A document that says much of what is read in vain.

@@ -7,10 +7,10 @@
 
 #include "LoadedPlugin.h"
 #include "framework/BaseCaseRecord.h"
-#include "framework/BaseTranslator.h"
 #include "framework/ModelSelfCheck.h"
-#include "framework/PMMLTranslator.h"
 #include "framework/ScoreClsResult.h"
+#include "reading/BaseTranslator.h"
+#include "reading/PMMLTranslator.h"
 #include "support/ParseDocument.h"
 
 namespace nbscore::test {

@@ -1,9 +1,9 @@
 #include <functional>
 
-#include "framework/transform/DerivedDocument.h"
 #include "naivebayes/ForeignVariable.h"
 #include "selflearning/EitherModel.h"
 #include "support/InThreads.h"
+#include "transform/DerivedDocument.h"
 
 namespace {
 

@@ -12,11 +12,11 @@
 #include <string>
 #include <utility>
 
-#include "framework/PMMLTranslator.h"
 #include "framework/ScoreModel.h"
 #include "framework/ScoreTranslator.h"
 #include "framework/VeskException.h"
-#include "framework/document/DomDocument.h"
+#include "pmml/DomDocument.h"
+#include "reading/PMMLTranslator.h"
 
 /// @file
 /// Reading documents in tests: what came of it, and whether a refusal is the expected one at the expected place.

@@ -3,7 +3,7 @@
 #include <sstream>
 #include <string>
 
-#include "framework/document/DocumentParser.h"
+#include "pmml/DocumentParser.h"
 
 namespace nbscore::test {
 

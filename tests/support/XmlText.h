@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "framework/document/Utf8.h"
+#include "pmml/Utf8.h"
 
 namespace nbscore::test {
 

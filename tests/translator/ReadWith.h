@@ -5,8 +5,8 @@
 #include <string>
 #include <utility>
 
-#include "framework/PMMLTranslator.h"
-#include "framework/document/Refusal.h"
+#include "pmml/Refusal.h"
+#include "reading/PMMLTranslator.h"
 #include "translator/DocumentReading.h"
 #include "translator/ModelElementReader.h"
 #include "translator/RecordingModel.h"

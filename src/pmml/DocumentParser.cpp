@@ -1,0 +1,348 @@
+#include "pmml/DocumentParser.h"
+
+#include <xercesc/framework/XMLAttr.hpp>
+#include <xercesc/framework/XMLErrorCodes.hpp>
+#include <xercesc/internal/XMLScanner.hpp>
+#include <xercesc/parsers/SAXParser.hpp>
+#include <xercesc/sax/HandlerBase.hpp>
+#include <xercesc/util/SecurityManager.hpp>
+#include <xercesc/util/XMLExceptMsgs.hpp>
+#include <xercesc/util/XMLString.hpp>
+#include <xercesc/util/XMLUni.hpp>
+
+#include <algorithm>
+#include <array>
+#include <istream>
+#include <new>
+#include <string>
+#include <utility>
+
+#include "framework/Blanks.h"
+#include "framework/VeskException.h"
+#include "pmml/DocumentLimits.h"
+#include "pmml/DocumentNames.h"
+#include "pmml/StreamInputSource.h"
+#include "pmml/TreeBuilder.h"
+#include "pmml/Utf8.h"
+#include "pmml/XmlLibrary.h"
+
+namespace nbscore {
+namespace {
+
+constexpr const char* unreadable = "The document cannot be read: the stream failed.";
+
+struct Position {
+    std::uint64_t line = 1;
+    std::uint64_t column = 1;
+};
+
+/// A fault in a document's first bytes is found before the library counts lines.
+VeskException RefusalAtPosition(VeskException refusal, const Position& position) {
+    DocumentPlace place;
+    place.line = std::max<std::uint64_t>(position.line, 1);
+    place.column = std::max<std::uint64_t>(position.column, 1);
+    refusal.SetPlace(place);
+    return refusal;
+}
+
+bool IsOfXmlItself(const XMLCh* domain) {
+    return xercesc::XMLString::equals(domain, xercesc::XMLUni::fgXMLErrDomain);
+}
+
+bool IsEncodingFault(unsigned int code, const XMLCh* domain) {
+    if (IsOfXmlItself(domain)) return code == xercesc::XMLErrs::BadXMLEncoding;
+    return code == xercesc::XMLExcepts::Trans_CantCreateCvtrFor;
+}
+
+std::string ProblemOf(unsigned int code, const XMLCh* domain, const XMLCh* text) {
+    // The library's own words are "invalid document structure".
+    if (IsOfXmlItself(domain) && code == xercesc::XMLErrs::InvalidDocumentStructure) {
+        return "it is empty, does not begin with an element, or is not in the encoding that it declares";
+    }
+    // The library's own words name an entity that has no name.
+    if (xercesc::XMLString::equals(domain, xercesc::XMLUni::fgExceptDomain) &&
+        code == xercesc::XMLExcepts::Reader_CouldNotDecodeFirstLine) {
+        return "its XML declaration cannot be read or does not end";
+    }
+    return WithoutHalfPairs(Utf8Of(text));
+}
+
+/// Whether the characters of an encoding take several bytes each, by its name.
+bool IsWide(const XMLCh* encoding) {
+    static constexpr std::array<std::u16string_view, 4> wide = {u"UTF-16", u"UTF-32", u"UCS-", u"ISO-10646-UCS"};
+    return std::ranges::any_of(
+        wide, [&](std::u16string_view name) { return xercesc::XMLString::startsWithI(encoding, name.data()); });
+}
+
+bool AreBlanks(const XMLCh* text, XMLSize_t length) {
+    return std::all_of(text, text + length, [](XMLCh unit) { return IsBlank(unit); });
+}
+
+/// Gives the refusal of malformed XML in a step its place.
+template <typename Step>
+auto At(const Position& position, const Step& step) {
+    try {
+        return step();
+    } catch (const VeskException& refusal) {
+        if (refusal.GetCode() != VeskException::MalformedDocument) throw;
+        throw RefusalAtPosition(refusal, position);
+    }
+}
+
+/// Builds a tree of what the XML library's scanner reports.
+///
+/// The library tells the position at the *end* of what it reports. The start of a tag is therefore the end of
+/// whatever was reported before it, and every report has to be noted.
+class TreeParser : public xercesc::SAXParser {
+public:
+    TreeParser(XmlMemory& parserMemory, TreeBuilder& treeBuilder, const Limits& documentLimits)
+        : SAXParser(nullptr, &parserMemory),
+          memory(parserMemory),
+          builder(treeBuilder),
+          limits(documentLimits),
+          names(treeBuilder),
+          prefix(treeBuilder) {
+        setValidationScheme(Val_Never);
+        setDoNamespaces(false);
+        setDoSchema(false);
+        setLoadSchema(false);
+        setLoadExternalDTD(false);
+        setSkipDTDValidation(true);
+        setDisableDefaultEntityResolution(true);
+        // There is no entity to expand without a document type declaration: the limit is a second line of defence.
+        securityManager.setEntityExpansionLimit(100);
+        setSecurityManager(&securityManager);
+        // The library reports to this object as soon as it has handlers, which otherwise stay idle.
+        setDocumentHandler(&handlers);
+        setErrorHandler(&handlers);
+        setDTDHandler(&handlers);
+    }
+
+    void Parse(std::istream& stream) {
+        // The library reports a tag when it has it whole, and looks at each pair of its attributes before that. It
+        // takes six or seven pieces of memory for every attribute that the longest tag so far did not have, and a few
+        // dozen for other markup, however long: a tag that goes on for too long is seen by their number.
+        memory.LimitPieces(10 * DocumentLimits::mostAttributes, [this] { RefuseAttributes(); });
+        parse(StreamInputSource(stream, memory, limits, [this](std::uint64_t taken) { NoteBytes(taken); }));
+        memory.LiftLimit();
+    }
+
+    /// How far the document was understood.
+    Position GetPosition() const { return lastEnd; }
+
+    void startElement(const xercesc::XMLElementDecl& declaration, unsigned int /*urlId*/, const XMLCh* /*prefix*/,
+                      const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount, bool isEmpty,
+                      bool isRoot) override {
+        if (++depth > DocumentLimits::maxElementDepth) {
+            Refuse("Elements nest deeper than " + std::to_string(DocumentLimits::maxElementDepth) + " levels.");
+        }
+        if (attributeCount > DocumentLimits::mostAttributes) RefuseAttributes();
+        const Position begin = lastEnd;
+        const Name name = At(begin, [&] { return names.FindOfElement(declaration); });
+        NoteTagEnd();
+        pendingBlanks.clear();
+        isBehindStartTag = true;
+        isBehindText = false;
+        builder.BeginElement(prefix.NameOf(name, depth, attributes, attributeCount), begin.line, begin.column);
+        for (XMLSize_t i = 0; i < attributeCount; ++i)
+            AddAttribute(*attributes.elementAt(i), begin);
+        if (isEmpty) endElement(declaration, 0, isRoot, nullptr);
+    }
+
+    void endElement(const xercesc::XMLElementDecl& /*declaration*/, unsigned int /*urlId*/, bool /*isRoot*/,
+                    const XMLCh* /*prefix*/) override {
+        NoteTagEnd();
+        if (isBehindStartTag) AddPendingBlanks();
+        pendingBlanks.clear();
+        isBehindStartTag = false;
+        isBehindText = false;
+        builder.EndElement();
+        prefix.EndElement(depth--);
+    }
+
+    void docCharacters(const XMLCh* text, XMLSize_t length, bool isCdata) override {
+        NotePosition();
+        NoteText(length);
+        utf8.clear();
+        AppendUtf8(utf8, text, length);
+        if (!isCdata && !isBehindText && AreBlanks(text, length)) {
+            pendingBlanks += utf8;
+            return;
+        }
+        AddPendingBlanks();
+        isBehindText = true;
+        builder.AddText(utf8);
+    }
+
+    void ignorableWhitespace(const XMLCh* /*text*/, XMLSize_t /*length*/, bool /*isCdata*/) override { NotePosition(); }
+    void docComment(const XMLCh* /*comment*/) override { NotePosition(); }
+    void docPI(const XMLCh* /*target*/, const XMLCh* /*data*/) override {
+        NotePosition();
+        AddPendingBlanks();
+    }
+
+    void XMLDecl(const XMLCh* /*version*/, const XMLCh* encoding, const XMLCh* /*standalone*/,
+                 const XMLCh* actualEncoding) override {
+        NotePosition();
+        if (encoding == nullptr || *encoding == 0 || IsWide(encoding) == IsWide(actualEncoding)) return;
+        Refuse("The document declares the encoding " + ExcerptOf(Utf8Of(encoding)) + ", but is in " +
+               ExcerptOf(Utf8Of(actualEncoding)) + ".");
+    }
+
+    /// Called before the first declaration of an internal subset is looked at, and before any external one is sought.
+    void doctypeDecl(const xercesc::DTDElementDecl& /*declaration*/, const XMLCh* /*publicId*/,
+                     const XMLCh* /*systemId*/, bool /*hasInternalSubset*/, bool /*hasExternalSubset*/) override {
+        Refuse("A document type declaration is not accepted.");
+    }
+
+    void error(unsigned int code, const XMLCh* domain, xercesc::XMLErrorReporter::ErrTypes kind, const XMLCh* text,
+               const XMLCh* /*systemId*/, const XMLCh* /*publicId*/, XMLFileLoc line, XMLFileLoc column) override {
+        if (kind == xercesc::XMLErrorReporter::ErrType_Warning) return;
+        const Position position{line, column};
+        if (IsEncodingFault(code, domain)) {
+            throw RefusalAtPosition({VeskException::UnsupportedEncoding, "The document's encoding is not supported: " +
+                                                                             WithoutHalfPairs(Utf8Of(text)) + "."},
+                                    position);
+        }
+        throw RefusalAtPosition({VeskException::MalformedDocument,
+                                 "The document is no well-formed XML: " + ProblemOf(code, domain, text) + "."},
+                                position);
+    }
+
+private:
+    void AddAttribute(const xercesc::XMLAttr& attribute, const Position& tagBegin) {
+        const Name name = At(tagBegin, [&] { return names.Find(attribute.getQName()); });
+        utf8.clear();
+        AppendUtf8(utf8, attribute.getValue(), xercesc::XMLString::stringLen(attribute.getValue()));
+        builder.AddAttribute(name, utf8);
+    }
+
+    void NotePosition() {
+        const xercesc::Locator& locator = *getScanner().getLocator();
+        lastEnd = {locator.getLineNumber(), locator.getColumnNumber()};
+        bytesReported = bytesTaken;
+        memory.RecountPieces();
+    }
+
+    void NoteTagEnd() {
+        NotePosition();
+        lastTagEnd = lastEnd;
+        textLength = 0;
+    }
+
+    /// The library reports a tag, comment or section when it has it whole. What is too long must be seen before that.
+    void NoteBytes(std::uint64_t taken) {
+        bytesTaken = taken;
+        if (bytesTaken - bytesReported <= DocumentLimits::longestMarkup) return;
+        Refuse("A tag, comment or section is longer than " + std::to_string(DocumentLimits::longestMarkup) + " bytes.");
+    }
+
+    /// Long texts are reported in pieces.
+    void NoteText(XMLSize_t length) {
+        textLength += length;
+        if (textLength <= DocumentLimits::longestText) return;
+        throw RefusalAtPosition(
+            {VeskException::MalformedDocument,
+             "A text is longer than " + std::to_string(DocumentLimits::longestText) + " characters."},
+            lastTagEnd);
+    }
+
+    void AddPendingBlanks() {
+        builder.AddText(pendingBlanks);
+        pendingBlanks.clear();
+    }
+
+    [[noreturn]] void RefuseAttributes() const {
+        Refuse("A tag has more than " + std::to_string(DocumentLimits::mostAttributes) + " attributes.");
+    }
+    [[noreturn]] void Refuse(const std::string& message) const {
+        throw RefusalAtPosition({VeskException::MalformedDocument, message}, lastEnd);
+    }
+    XmlMemory& memory;
+    TreeBuilder& builder;
+    const Limits& limits;
+    xercesc::HandlerBase handlers;
+    xercesc::SecurityManager securityManager;
+    DocumentNames names;
+    PmmlPrefix prefix;
+    std::string utf8;
+    Position lastEnd;
+    Position lastTagEnd;
+    /// What the parser has taken from the stream, and what of it when it last reported something.
+    std::uint64_t bytesTaken = 0;
+    std::uint64_t bytesReported = 0;
+    std::uint64_t textLength = 0;
+    int depth = 0;
+    /// Blanks behind a tag: whether they are content, what comes next tells.
+    std::string pendingBlanks;
+    bool isBehindStartTag = false;
+    bool isBehindText = false;
+};
+
+/// A stream whose owner wants exceptions throws them in the middle of the parser; they are switched off meanwhile.
+class QuietStream {
+public:
+    explicit QuietStream(std::istream& input) : stream(input), wanted(input.exceptions()) {
+        stream.exceptions(std::ios::goodbit);
+    }
+    ~QuietStream() {
+        try {
+            stream.exceptions(wanted);
+        } catch (const std::ios_base::failure&) {
+            // Setting the mask throws at once when the stream is in such a state. The mask is set all the same.
+        }
+    }
+    QuietStream(const QuietStream&) = delete;
+    QuietStream& operator=(const QuietStream&) = delete;
+
+private:
+    std::istream& stream;
+    std::ios::iostate wanted;
+};
+
+/// Parses and lets go of all that was built when memory ends, so that there is some for saying so.
+ParsedDocument ParseWithinMemory(std::istream& stream, const Limits& limits) {
+    Position reached;
+    const auto parse = [&] {
+        const auto documentMemory = std::make_shared<DocumentMemory>(limits);
+        XmlMemory memory(documentMemory);
+        TreeBuilder builder(limits, documentMemory);
+        TreeParser parser(memory, builder, limits);
+        try {
+            parser.Parse(stream);
+            return builder.Finish();
+        } catch (...) {
+            reached = parser.GetPosition();
+            throw;
+        }
+    };
+    try {
+        return parse();
+    } catch (const VeskException& refusal) {
+        if (refusal.HasPlace()) throw;
+        throw RefusalAtPosition(refusal, reached);  // of a limit
+    } catch (const xercesc::OutOfMemoryException&) {
+        throw RefusalAtPosition(RefusalForMemory(), reached);
+    } catch (const std::bad_alloc&) {
+        throw RefusalAtPosition(RefusalForMemory(), reached);
+    }
+}
+
+}  // namespace
+
+ParsedDocument ParseDocument(std::istream& stream, const Limits& limits) {
+    EnsureXmlPlatform();
+    const QuietStream quiet(stream);
+    if (stream.fail() && !stream.eof()) throw VeskException(VeskException::UnreadableSource, unreadable);
+    try {
+        ParsedDocument document = WithoutXmlFaults([&] { return ParseWithinMemory(stream, limits); });
+        if (stream.bad()) throw VeskException(VeskException::UnreadableSource, unreadable);
+        return document;
+    } catch (const VeskException&) {
+        // A stream that broke off is at fault itself, whatever the parser made of the part before.
+        if (stream.bad()) throw VeskException(VeskException::UnreadableSource, unreadable);
+        throw;
+    }
+}
+
+}  // namespace nbscore

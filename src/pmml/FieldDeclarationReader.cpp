@@ -1,0 +1,173 @@
+#include "pmml/FieldDeclarationReader.h"
+
+#include <utility>
+
+#include "framework/NumberText.h"
+#include "framework/NumericValue.h"
+#include "framework/StringValue.h"
+#include "pmml/Refusal.h"
+#include "pmml/Utf8.h"
+
+namespace nbscore {
+namespace {
+
+enum class ValueProperty { Valid, Invalid, Missing };
+
+/// What a Value element says of its value; valid when it says nothing.
+ValueProperty ReadValueProperty(Element value) {
+    const std::string_view property = value.GetAttributeOr(Name::property, "valid");
+    if (property == "valid") return ValueProperty::Valid;
+    if (property == "invalid") return ValueProperty::Invalid;
+    if (property == "missing") return ValueProperty::Missing;
+    throw VeskException(VeskException::InconsistentDocument,
+                        "\"" + ExcerptOf(property) + "\" is no property of a value: valid, invalid or missing.");
+}
+
+std::unique_ptr<ScoreValue> ValidValue(std::string_view text, const Transcoder& transcoder, bool isNumeric) {
+    if (isNumeric) return std::make_unique<NumericValue>(DoubleOf(text));
+    return std::make_unique<StringValue>(transcoder.FromUtf8(text));
+}
+
+std::unique_ptr<ScoreValue> NumberOrText(const std::string& text, bool isNumeric) {
+    if (isNumeric) {
+        if (const auto number = ReadNumber(text)) return std::make_unique<NumericValue>(*number);
+    }
+    return std::make_unique<StringValue>(text);
+}
+
+/// Reads one declaration. What it throws has no place; the fault stands at the element that is being read.
+class DeclarationReader {
+public:
+    DeclarationReader(Element fieldElement, const Transcoder& documentTranscoder)
+        : field(fieldElement), transcoder(documentTranscoder), current(fieldElement) {}
+
+    std::unique_ptr<BaseDictVar> Read(const std::string& name) {
+        const ScoreDictVar::StorageType storage = ReadStorageType(field);
+        auto variable = std::make_unique<BaseDictVar>(name, storage, ReadMeasureLevel(storage));
+        current = field;
+        variable->SetHoldsTruthValues(field.GetAttribute(Name::dataType) == "boolean");
+        variable->SetDisplayName(transcoder.FromUtf8(field.GetAttributeOr(Name::displayName, {})));
+        for (const Element child : field.GetChildren()) {
+            current = child;
+            if (child.Is(Name::Value)) {
+                ReadValue(child, *variable);
+            } else if (child.Is(Name::Interval)) {
+                variable->AddInterval(ReadInterval(child));
+            }
+        }
+        return variable;
+    }
+    Element GetCurrent() const { return current; }
+
+private:
+    ScoreDictVar::MeasureLevel ReadMeasureLevel(ScoreDictVar::StorageType storage) {
+        const auto optype = field.GetAttribute(Name::optype);
+        if (!optype) {
+            const bool isContinuous = storage == ScoreDictVar::NumericStorage && !HasValidValue();
+            return isContinuous ? ScoreDictVar::Continuous : ScoreDictVar::Categorical;
+        }
+        if (optype == "continuous") return ScoreDictVar::Continuous;
+        if (optype == "ordinal") return ScoreDictVar::Ordinal;
+        if (optype == "categorical") return ScoreDictVar::Categorical;
+        throw VeskException(VeskException::InconsistentDocument,
+                            "\"" + ExcerptOf(*optype) + "\" is no optype: continuous, ordinal or categorical.");
+    }
+
+    bool HasValidValue() {
+        for (const Element value : field.GetChildren(Name::Value)) {
+            current = value;
+            if (ReadValueProperty(value) == ValueProperty::Valid) return true;
+        }
+        return false;
+    }
+
+    void ReadValue(Element value, BaseDictVar& variable) const {
+        const auto text = value.GetAttribute(Name::value);
+        if (!text) throw AttributeLacking(value.GetTag(), SpellingOf(Name::value));
+        const bool isNumeric = variable.GetStorageType() == ScoreDictVar::NumericStorage;
+        switch (ReadValueProperty(value)) {
+            case ValueProperty::Valid:
+                variable.AddValidValue(ValidValue(*text, transcoder, isNumeric),
+                                       transcoder.FromUtf8(value.GetAttributeOr(Name::displayValue, {})));
+                break;
+            case ValueProperty::Missing:
+                variable.AddMissingValue(NumberOrText(transcoder.FromUtf8(*text), isNumeric));
+                break;
+            case ValueProperty::Invalid:
+                variable.AddInvalidValue(NumberOrText(transcoder.FromUtf8(*text), isNumeric));
+                break;
+        }
+    }
+
+    Element field;
+    const Transcoder& transcoder;
+    Element current;
+};
+
+ValueInterval::Closure ReadClosure(Element interval) {
+    const auto closure = interval.GetAttribute(Name::closure);
+    if (!closure) throw AttributeLacking(interval.GetTag(), SpellingOf(Name::closure));
+    if (closure == "openOpen") return ValueInterval::OpenOpen;
+    if (closure == "openClosed") return ValueInterval::OpenClosed;
+    if (closure == "closedOpen") return ValueInterval::ClosedOpen;
+    if (closure == "closedClosed") return ValueInterval::ClosedClosed;
+    throw VeskException(
+        VeskException::InconsistentDocument,
+        "\"" + ExcerptOf(*closure) + "\" is no closure: openOpen, openClosed, closedOpen or closedClosed.");
+}
+
+}  // namespace
+
+void FieldFaults::Add(const std::string& field, const Fault& fault) {
+    faults.emplace(field, fault);
+}
+
+void FieldFaults::RequireSound(const std::string& field) const {
+    const auto found = faults.find(field);
+    if (found == faults.end()) return;
+    VeskException refusal = found->second.refusal;
+    refusal.SetPlace(found->second.element.GetPlace());
+    throw VeskException(refusal);
+}
+
+std::unique_ptr<BaseDictVar> ReadFieldDeclaration(Element field, const std::string& name,
+                                                  const Transcoder& transcoder) {
+    DeclarationReader reader(field, transcoder);
+    try {
+        return reader.Read(name);
+    } catch (VeskException& fault) {
+        fault.SetPlace(reader.GetCurrent().GetPlace());
+        throw;
+    }
+}
+
+std::unique_ptr<BaseDictVar> ReadFieldDeclaration(Element field, const std::string& name, const Transcoder& transcoder,
+                                                  std::optional<FieldFaults::Fault>& fault) {
+    DeclarationReader reader(field, transcoder);
+    try {
+        return reader.Read(name);
+    } catch (const VeskException& refusal) {
+        fault = {reader.GetCurrent(), refusal};
+        return std::make_unique<BaseDictVar>(name, ReadStorageType(field), ScoreDictVar::Categorical);
+    }
+}
+
+ScoreDictVar::StorageType ReadStorageType(Element field) {
+    const auto dataType = field.GetAttribute(Name::dataType);
+    const bool isNumeric = dataType ? IsNumericDataType(*dataType) : field.GetAttribute(Name::optype) == "continuous";
+    return isNumeric ? ScoreDictVar::NumericStorage : ScoreDictVar::StringStorage;
+}
+
+bool IsNumericDataType(std::string_view dataType) {
+    return dataType == "integer" || dataType == "float" || dataType == "double";
+}
+
+ValueInterval ReadInterval(Element interval) {
+    ValueInterval range;
+    range.closure = ReadClosure(interval);
+    if (const auto left = interval.GetAttribute(Name::leftMargin)) range.leftMargin = DoubleOf(*left);
+    if (const auto right = interval.GetAttribute(Name::rightMargin)) range.rightMargin = DoubleOf(*right);
+    return range;
+}
+
+}  // namespace nbscore

@@ -1,0 +1,91 @@
+#include "reading/PMMLTranslator.h"
+
+#include <xercesc/dom/DOMDocument.hpp>
+#include <xercesc/dom/DOMElement.hpp>
+
+#include <memory>
+#include <optional>
+
+#include "framework/BaseDictionary.h"
+#include "framework/VeskException.h"
+#include "pmml/DomDocument.h"
+#include "pmml/FieldDeclarationReader.h"
+#include "pmml/Refusal.h"
+#include "transform/TransformationDictionaryReader.h"
+
+namespace {
+
+const Transcoder& TranscoderOf(BaseTranslator& translator) {
+    if (!translator.GetTranscoder()) translator.CreateTranscoder("UTF-8");
+    return *translator.GetTranscoder();
+}
+
+/// @param addField adds to the dictionary what an element declares under a name.
+template <typename AddField>
+ScoreDictionary* ReadDictionary(nbscore::Element dataDictionary, const Transcoder& converter,
+                                const AddField& addField) {
+    if (!dataDictionary) {
+        throw VeskException(VeskException::UnexpectedElement, "The document has no <DataDictionary>.");
+    }
+    auto dictionary = std::make_unique<BaseDictionary>();
+    for (const nbscore::Element field : dataDictionary.GetChildren(nbscore::Name::DataField)) {
+        const std::string name = nbscore::AttributeText(converter, field, nbscore::Name::name);
+        if (!name.empty()) addField(*dictionary, field, name);
+    }
+    return dictionary.release();
+}
+
+}  // namespace
+
+PMMLTranslator::PMMLTranslator(const std::string& nameOfDocument) : documentName(nameOfDocument) {}
+
+PMMLTranslator::~PMMLTranslator() = default;
+
+ScoreModel* PMMLTranslator::ParseFromTree(std::istream& source, const std::string& encoding) {
+    return ParseFromTree(source, encoding, documentName);
+}
+
+ScoreModel* PMMLTranslator::ParseFromTree(xercesc::DOMDocument* document, const std::string&) {
+    throw nbscore::RefusalAt(document, VeskException::UnexpectedElement,
+                             "The document holds no model of a kind that is known here.");
+}
+
+ScoreDictionary* PMMLTranslator::ParseDictionary(const xercesc::DOMNode* dataDictionary) {
+    if (!dataDictionary) return ParseDictionary(nbscore::Element());
+    const nbscore::ParsedDocument tree = nbscore::ReadDom(*dataDictionary, GetLimits());
+    return tree->GetRoot() ? ParseDictionary(tree->GetRoot()) : new BaseDictionary();
+}
+
+ScoreDictionary* PMMLTranslator::ParseDictionary(nbscore::Element dataDictionary) {
+    const Transcoder& converter = TranscoderOf(*this);
+    const auto addField = [&](BaseDictionary& dictionary, nbscore::Element field, const std::string& name) {
+        dictionary.AddVar(name, nbscore::ReadFieldDeclaration(field, name, converter).release());
+    };
+    return ReadDictionary(dataDictionary, converter, addField);
+}
+
+ScoreDictionary* PMMLTranslator::ParseDictionary(nbscore::Element dataDictionary, nbscore::FieldFaults& faults) {
+    const Transcoder& converter = TranscoderOf(*this);
+    const auto addField = [&](BaseDictionary& dictionary, nbscore::Element field, const std::string& name) {
+        std::optional<nbscore::FieldFaults::Fault> fault;
+        auto variable = nbscore::ReadFieldDeclaration(field, name, converter, fault);
+        // Of several declarations the first counts.
+        if (dictionary.AddVar(name, variable.release()) && fault) faults.Add(name, *fault);
+    };
+    return ReadDictionary(dataDictionary, converter, addField);
+}
+
+TransformationDictionary* PMMLTranslator::HandleTransformationDictionary(const xercesc::DOMElement* element,
+                                                                         const ScoreDictionary* dictionary) {
+    if (!element) return HandleTransformationDictionary(nbscore::Element(), dictionary);
+    const nbscore::ParsedDocument tree = nbscore::ReadDom(*element, GetLimits());
+    return HandleTransformationDictionary(tree->GetRoot(), dictionary);
+}
+
+TransformationDictionary* PMMLTranslator::HandleTransformationDictionary(nbscore::Element element,
+                                                                         const ScoreDictionary* dictionary) {
+    if (!element) {
+        throw VeskException(VeskException::UnexpectedElement, "The document has no <TransformationDictionary>.");
+    }
+    return nbscore::ReadTransformationDictionary(element, dictionary, TranscoderOf(*this), GetLimits()).release();
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <span>
+
+#include "transform/BuiltInFunction.h"
+
+namespace nbscore {
+
+/// One number for any number of numbers: min, max, sum, avg, median, product.
+std::span<const BuiltInFunction> AggregateFunctions();
+
+}  // namespace nbscore

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <span>
+
+#include "transform/BuiltInFunction.h"
+
+namespace nbscore {
+
+/// The six ways to compare two values.
+std::span<const BuiltInFunction> ComparisonFunctions();
+
+}  // namespace nbscore

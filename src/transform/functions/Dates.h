@@ -1,0 +1,12 @@
+#pragma once
+
+#include <span>
+
+#include "transform/BuiltInFunction.h"
+
+namespace nbscore {
+
+/// Dates and times as distances.
+std::span<const BuiltInFunction> DateFunctions();
+
+}  // namespace nbscore

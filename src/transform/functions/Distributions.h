@@ -1,0 +1,12 @@
+#pragma once
+
+#include <span>
+
+#include "transform/BuiltInFunction.h"
+
+namespace nbscore {
+
+/// The normal distribution and the error function.
+std::span<const BuiltInFunction> DistributionFunctions();
+
+}  // namespace nbscore

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <span>
+
+#include "transform/BuiltInFunction.h"
+
+namespace nbscore {
+
+/// Logarithms, powers, roots, roundings and the like.
+std::span<const BuiltInFunction> GeneralMathFunctions();
+
+}  // namespace nbscore

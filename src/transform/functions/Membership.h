@@ -1,0 +1,12 @@
+#pragma once
+
+#include <span>
+
+#include "transform/BuiltInFunction.h"
+
+namespace nbscore {
+
+/// Whether a value is among others.
+std::span<const BuiltInFunction> MembershipFunctions();
+
+}  // namespace nbscore

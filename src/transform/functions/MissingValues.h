@@ -1,0 +1,12 @@
+#pragma once
+
+#include <span>
+
+#include "transform/BuiltInFunction.h"
+
+namespace nbscore {
+
+/// Whether there is a value, and a valid one.
+std::span<const BuiltInFunction> MissingValueFunctions();
+
+}  // namespace nbscore

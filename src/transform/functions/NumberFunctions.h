@@ -1,0 +1,53 @@
+#pragma once
+
+#include <string_view>
+
+#include "transform/BuiltInFunction.h"
+#include "transform/ValueReading.h"
+
+namespace nbscore {
+
+/// The calls of functions from numbers to a number. An argument that is no number leaves nothing to compute: missing.
+
+template <double (&operation)(double)>
+ExpressionValue OfOneNumber(Arguments arguments) {
+    const auto x = NumberOf(arguments[0]);
+    return x ? ExpressionValue(operation(*x)) : ExpressionValue();
+}
+
+template <double (&operation)(double, double)>
+ExpressionValue OfTwoNumbers(Arguments arguments) {
+    const auto x = NumberOf(arguments[0]);
+    const auto y = NumberOf(arguments[1]);
+    return x && y ? ExpressionValue(operation(*x, *y)) : ExpressionValue();
+}
+
+template <double (&operation)(double, double, double)>
+ExpressionValue OfThreeNumbers(Arguments arguments) {
+    const auto x = NumberOf(arguments[0]);
+    const auto y = NumberOf(arguments[1]);
+    const auto z = NumberOf(arguments[2]);
+    return x && y && z ? ExpressionValue(operation(*x, *y, *z)) : ExpressionValue();
+}
+
+/// Rows of such functions, for which a missing number gives missing.
+
+template <double (&operation)(double)>
+constexpr BuiltInFunction OneNumberRow(std::string_view name, std::string_view description) {
+    return {name, "x", 1, 1, MissingRule::GivesMissing, ValueKind::Number, description, OfOneNumber<operation>};
+}
+
+template <double (&operation)(double, double)>
+constexpr BuiltInFunction TwoNumbersRow(std::string_view name, std::string_view parameters,
+                                        std::string_view description) {
+    return {name, parameters, 2, 2, MissingRule::GivesMissing, ValueKind::Number, description, OfTwoNumbers<operation>};
+}
+
+template <double (&operation)(double, double, double)>
+constexpr BuiltInFunction ThreeNumbersRow(std::string_view name, std::string_view parameters,
+                                          std::string_view description) {
+    return {
+        name, parameters, 3, 3, MissingRule::GivesMissing, ValueKind::Number, description, OfThreeNumbers<operation>};
+}
+
+}  // namespace nbscore

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <span>
+
+#include "transform/BuiltInFunction.h"
+
+namespace nbscore {
+
+/// Texts searched for a pattern.
+std::span<const BuiltInFunction> RegularExpressionFunctions();
+
+}  // namespace nbscore
