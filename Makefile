@@ -11,11 +11,12 @@ help:
 	@echo 'make windows            cross-build for 64-bit Windows and pack build/nbscore-*-windows-x64.zip'
 	@echo 'make test-windows       test that build under Wine (three minutes once everything is built)'
 	@echo 'make test-windows-core  test only its built plug-in and command'
-	@echo 'make sanitize           run the tests under the address, leak and undefined-behaviour sanitizers'
+	@echo 'make sanitize           run the tests under the address, leak and undefined-behaviour sanitizers, and count the'
+	@echo '                        lines of src/ that they run; fails below 95 %'
 	@echo 'make tsan               run the tests under the thread sanitizer'
 	@echo 'make fuzz               fuzz each kind of input for FUZZ_SECONDS=600'
 	@echo 'make fuzz-regressions   fuzz with all earlier findings and some new inputs (two minutes)'
-	@echo 'make coverage           measure line coverage of src/ by the tests; fails below 95 %'
+	@echo 'make coverage           show by file what make sanitize counted'
 	@echo 'make bench              measure scoring against tight and plain loops (two minutes on an idle machine)'
 	@echo 'make bench-peers        measure it against scikit-learn and pandas, which are installed for it'
 	@echo 'make bench-page         write docs/benchmarks.md from the last measurements'
@@ -74,17 +75,21 @@ test-windows-core: windows-configured
 	JOBS=$(JOBS) scripts/test-windows.sh $(WINDOWS_CORE)
 
 .PHONY: sanitize tsan
-sanitize tsan: packages-lint
-	cmake --preset $(PRESET_$@)
-	cmake --build --preset $(PRESET_$@) -j $(JOBS)
-	ctest --preset $(PRESET_$@) -j $(JOBS)
-PRESET_sanitize := asan
-PRESET_tsan := tsan
+sanitize: packages-lint
+	cmake --preset asan
+	cmake --build --preset asan -j $(JOBS)
+	rm -rf build/asan/coverage
+	ctest --preset asan -j $(JOBS)
+	scripts/coverage.sh
+tsan: packages-lint
+	cmake --preset tsan
+	cmake --build --preset tsan -j $(JOBS)
+	ctest --preset tsan -j $(JOBS)
 
 FUZZ_SECONDS ?= 600
 .PHONY: fuzz fuzz-regressions fuzz-build
 fuzz-build: packages-lint
-	cmake --preset fuzz
+	cmake --preset asan
 	cmake --build --preset fuzz -j $(JOBS)
 fuzz: fuzz-build
 	fuzz/run.sh $(FUZZ_SECONDS)
@@ -108,13 +113,8 @@ bench-growth: bench-build
 	build/bench/bin/growth_benchmark
 
 .PHONY: coverage
-coverage: packages-lint
-	cmake --preset coverage
-	cmake --build --preset coverage -j $(JOBS)
-	find build/coverage -name '*.gcda' -delete
-	ctest --preset coverage -j $(JOBS)
-	gcovr --root . --filter src/ --exclude-throw-branches --object-directory build/coverage \
-	    --print-summary --sort-percentage --fail-under-line 95
+coverage:
+	scripts/coverage.sh files
 
 .PHONY: lint tidy
 lint: packages-lint

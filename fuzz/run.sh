@@ -10,6 +10,7 @@ cd "$(dirname "$0")/.."
 
 all_fuzzers=(documents tables expressions commands)
 # Whole paths, because a fuzzer may work in a folder of its own.
+programs=$PWD/build/asan/bin
 work=$PWD/build/fuzz
 regressions=$PWD/fuzz/regressions
 fresh_runs=20000
@@ -53,7 +54,7 @@ run() {
     shift
     mkdir -p "$work/faults/$fuzzer"
     ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1 UBSAN_OPTIONS=print_stacktrace=1 \
-        "$work/bin/fuzz_$fuzzer" -timeout=25 -rss_limit_mb=2560 -max_len="${longest[$fuzzer]}" -len_control=0 \
+        LLVM_PROFILE_FILE=/dev/null "$programs/fuzz_$fuzzer" -timeout=25 -rss_limit_mb=2560 -max_len="${longest[$fuzzer]}" -len_control=0 \
         -artifact_prefix="$work/faults/$fuzzer/" -print_final_stats=1 -entropic="${entropic[$fuzzer]:-1}" \
         ${dictionary[$fuzzer]:+-dict="fuzz/dictionaries/${dictionary[$fuzzer]}.txt"} "$@"
 }
