@@ -6,6 +6,7 @@
 #include "adapt/AdaptationRules.h"
 #include "adapt/FieldBlanks.h"
 #include "document/DocumentParts.h"
+#include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
 
 namespace nbscore {
@@ -14,8 +15,7 @@ namespace {
 using Elements = std::vector<Element>;
 
 VeskException Clash(Element element, std::string_view text, std::string_view other) {
-    return AdaptationRefusal(element, "Without the blanks around it, \"" + ExcerptOf(text) +
-                                          "\" would be the same as \"" + ExcerptOf(other) + "\".");
+    return RefusalAt(element, Refusal::BlanksTellApart, {ExcerptOf(text), ExcerptOf(other)});
 }
 
 class BlankRemover {

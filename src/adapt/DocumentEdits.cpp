@@ -3,8 +3,6 @@
 #include <iterator>
 #include <utility>
 
-#include "pmml/Refusal.h"
-
 namespace nbscore {
 
 std::optional<std::string_view> DocumentEdits::GetAttribute(Element element, Name name) const {
@@ -106,10 +104,6 @@ void DocumentEdits::Add(const NewElement& element, Element around, TreeBuilder& 
     for (const NewElement& child : element.children)
         Add(child, around, builder);
     builder.EndElement();
-}
-
-VeskException AdaptationRefusal(Element element, const std::string& message) {
-    return RefusalAt(element, VeskException::InconsistentDocument, message);
 }
 
 }  // namespace nbscore

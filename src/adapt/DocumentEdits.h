@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "adapt/Adaptation.h"
-#include "framework/VeskException.h"
 #include "pmml/DocumentTree.h"
 #include "pmml/TreeBuilder.h"
 
@@ -81,8 +80,5 @@ private:
     /// What is left out, none of it inside another.
     std::map<std::uint32_t, Element> leftOut;
 };
-
-/// VeskException 12, with the place.
-VeskException AdaptationRefusal(Element element, const std::string& message);
 
 }  // namespace nbscore

@@ -5,6 +5,7 @@
 
 #include "adapt/AdaptationRules.h"
 #include "document/DocumentParts.h"
+#include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
 
 namespace nbscore {
@@ -109,24 +110,21 @@ private:
 
     void Take(Element field, Element model) {
         const std::string_view name = NameIn(field, Name::name);
-        if (dataFields.contains(name)) throw Clash(field, " has the name of a data field");
-        if (globalNames.contains(name)) throw Clash(field, " has the name of one in the TransformationDictionary");
+        if (dataFields.contains(name)) throw RefusalOf(field, Refusal::LocalFieldNamedAsDataField);
+        if (globalNames.contains(name)) throw RefusalOf(field, Refusal::LocalFieldNamedAsDerivedField);
         // It would become an earlier one: which models are read goes by their order in the document.
-        if (!field.GetDescendants(Name::NaiveBayesModel).IsEmpty()) {
-            throw AdaptationRefusal(
-                field, "The derived field " + Quoted(name) + " of a model has a model in it, and cannot be moved.");
-        }
+        if (!field.GetDescendants(Name::NaiveBayesModel).IsEmpty())
+            throw RefusalOf(field, Refusal::LocalFieldHoldsModel);
         taken.push_back({field, model});
         const auto [known, isNew] = moved.try_emplace(name, MovedField{field, {model.GetIndex()}});
         if (isNew) return;
         const bool isOfThisModel = !known->second.models.insert(model.GetIndex()).second;
-        if (isOfThisModel) throw Clash(field, " is declared twice");
-        if (!known->second.element.IsLike(field)) throw Clash(field, " is declared otherwise in another model");
+        if (isOfThisModel) throw RefusalOf(field, Refusal::LocalFieldTwice);
+        if (!known->second.element.IsLike(field)) throw RefusalOf(field, Refusal::LocalFieldDiffers);
     }
 
-    static VeskException Clash(Element field, const std::string& what) {
-        return AdaptationRefusal(field, "The derived field " + Quoted(NameIn(field, Name::name)) + " of a model" +
-                                            what + ": which of the two is meant is not clear.");
+    static VeskException RefusalOf(Element field, Refusal id) {
+        return RefusalAt(field, id, {ExcerptOf(NameIn(field, Name::name))});
     }
 
     /// @param dictionary made where the document has none.
@@ -155,8 +153,7 @@ private:
         const auto found = moved.find(name);
         if (found == moved.end()) return;
         if (model && found->second.models.contains(model.GetIndex())) return;
-        throw AdaptationRefusal(element,
-                                Quoted(name) + " is a derived field of a model, and cannot be seen from here.");
+        throw RefusalAt(element, Refusal::LocalFieldOutOfSight, {ExcerptOf(name)});
     }
 
     Element dataDictionary;

@@ -3,6 +3,7 @@
 
 #include "adapt/AdaptationRules.h"
 #include "document/DocumentParts.h"
+#include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
 #include "translator/ExtensionNames.h"
 
@@ -47,9 +48,7 @@ private:
         if (output.Has(Name::fieldName)) return;
         const FieldNames targets = FindTargets();
         if (targets.size() != 1) {
-            throw AdaptationRefusal(
-                output, targets.empty() ? "The output names no field, and its model's schema has no target."
-                                        : "The output names no field, and its model's schema has several targets.");
+            throw RefusalAt(output, targets.empty() ? Refusal::OutputWithoutTarget : Refusal::OutputWithSeveralTargets);
         }
         const std::string& name = *targets.begin();
         edits.SetAttribute(output, Name::fieldName, name,

@@ -13,7 +13,7 @@
 #include "host/SourceDocument.h"
 #include "output/HostError.h"
 #include "output/PathText.h"
-#include "pmml/DocumentMemory.h"
+#include "pmml/Refusal.h"
 #include "table/FieldsOfInputs.h"
 
 namespace nbscore {
@@ -175,7 +175,7 @@ void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limit
 DocumentCheck CheckForMemory(const std::filesystem::path& document) {
     DocumentCheck check;
     check.document = ToUtf8(document);
-    VeskException refusal = RefusalForMemory();
+    VeskException refusal = MakeRefusal(Refusal::OutOfMemory);
     refusal.SetSource(check.document);
     check.problems.push_back(ErrorOf(refusal));
     return check;

@@ -8,9 +8,9 @@
 #include "framework/VeskException.h"
 #include "ignored/IgnoredConstructs.h"
 #include "pmml/DocumentFile.h"
-#include "pmml/DocumentMemory.h"
 #include "pmml/DocumentParser.h"
 #include "pmml/DomDocument.h"
+#include "pmml/Refusal.h"
 #include "pmml/XmlLibrary.h"
 #include "reading/BaseTranslator.h"
 #include "verify/VerificationReader.h"
@@ -24,7 +24,7 @@ auto WithinMemory(const Work& work) {
     try {
         return WithoutXmlFaults(work);
     } catch (const std::bad_alloc&) {
-        throw RefusalForMemory();
+        throw MakeRefusal(Refusal::OutOfMemory);
     }
 }
 

@@ -21,8 +21,7 @@ public:
         for (const Element element : fieldsElement.GetChildren(Name::VerificationField))
             ReadField(element);
         if (!fields.empty()) return;
-        throw RefusalAt(fieldsElement, VeskException::UnexpectedElement,
-                        "At least one <VerificationField> is required.");
+        throw RefusalAt(fieldsElement, Refusal::VerificationFieldsMissing);
     }
 
     const std::vector<VerificationField>& GetFields() const { return fields; }
@@ -34,15 +33,12 @@ private:
         const auto text = element.GetAttribute(name);
         const double tolerance = text ? DoubleAt(element, *text) : absent;
         if (tolerance >= 0.0) return tolerance;
-        throw RefusalAt(element, VeskException::InvalidContent,
-                        "The " + std::string(SpellingOf(name)) + " may not be negative.");
+        throw RefusalAt(element, Refusal::ToleranceNegative, {SpellingOf(name)});
     }
 
     void ReadField(Element element) {
         const std::string_view name = element.GetAttributeOr(Name::field, {});
-        if (name.empty()) {
-            throw RefusalAt(element, VeskException::MissingAttribute, "A <VerificationField> must say its field.");
-        }
+        if (name.empty()) throw RefusalAt(element, Refusal::VerificationFieldNameMissing);
         VerificationField field;
         field.name = name;
         field.precision = ReadTolerance(element, Name::precision, field.precision);
@@ -50,13 +46,11 @@ private:
         field.line = element.GetLine();
         field.column = element.GetColumn();
         if (!names.insert(field.name).second) {
-            throw RefusalAt(element, VeskException::InconsistentDocument,
-                            "The verification field \"" + ExcerptOf(name) + "\" is there twice.");
+            throw RefusalAt(element, Refusal::VerificationFieldTwice, {ExcerptOf(name)});
         }
         const std::string_view column = WithoutPrefix(element.GetAttributeOr(Name::column, name));
         if (!columns.emplace(column, fields.size()).second) {
-            throw RefusalAt(element, VeskException::InconsistentDocument,
-                            "The column \"" + ExcerptOf(column) + "\" is given to two verification fields.");
+            throw RefusalAt(element, Refusal::VerificationColumnTwice, {ExcerptOf(column)});
         }
         fields.push_back(std::move(field));
     }
@@ -83,8 +77,7 @@ public:
             if (!node.IsText()) {
                 ReadCell(node, row);
             } else if (!WithoutBlanks(node.GetText()).empty()) {
-                throw RefusalAt(rowElement, VeskException::InvalidContent,
-                                "A row of test cases holds cells and no text between them.");
+                throw RefusalAt(rowElement, Refusal::TestRowHoldsText);
             }
         }
         return row;
@@ -102,12 +95,9 @@ private:
             return;
         }
         if (std::exchange(lastRowOfField[column->second], rowNumber) == rowNumber) {
-            throw RefusalAt(cell, VeskException::InconsistentDocument,
-                            "The row has two cells of the column \"" + name + "\".");
+            throw RefusalAt(cell, Refusal::TestCellTwice, {name});
         }
-        if (const Element inner = cell.GetFirstChild()) {
-            throw RefusalAt(inner, VeskException::InvalidContent, "A cell of a test case holds text and no elements.");
-        }
+        if (const Element inner = cell.GetFirstChild()) throw RefusalAt(inner, Refusal::TestCellHoldsElements);
         std::string text = cell.GetTextInside();
         if (!WithoutBlanks(text).empty()) row.cells.push_back({column->second, std::move(text)});
     }
@@ -140,8 +130,7 @@ std::vector<OutputDeclaration> ReadOutput(Element modelElement) {
         OutputDeclaration output = ReadOutputField(element);
         if (output.name.empty()) continue;
         if (!names.insert(output.name).second) {
-            throw RefusalAt(element, VeskException::InconsistentDocument,
-                            "The output field \"" + ExcerptOf(output.name) + "\" is declared twice.");
+            throw RefusalAt(element, Refusal::OutputFieldTwice, {ExcerptOf(output.name)});
         }
         outputs.push_back(std::move(output));
     }
@@ -150,14 +139,12 @@ std::vector<OutputDeclaration> ReadOutput(Element modelElement) {
 
 Element RequirePart(Element verification, Name name) {
     if (const Element part = OnlyChild(verification, name)) return part;
-    throw RefusalAt(verification, VeskException::UnexpectedElement,
-                    "<" + std::string(SpellingOf(name)) + "> is required in <ModelVerification>.");
+    throw RefusalAt(verification, Refusal::VerificationPartMissing, {SpellingOf(name)});
 }
 
 Element RequireTable(Element verification) {
     if (const Element locator = verification.GetChild(Name::TableLocator)) {
-        throw RefusalAt(locator, VeskException::UnsupportedExpression,
-                        "<TableLocator> is not supported: test cases stand in an <InlineTable>.");
+        throw RefusalAt(locator, Refusal::VerificationTableNotInline);
     }
     return RequirePart(verification, Name::InlineTable);
 }
@@ -168,9 +155,9 @@ void RequireTrueCount(Element verification, Name attribute, std::size_t count, c
     if (!text) return;
     const int declared = IntAt(verification, *text);
     if (declared >= 0 && static_cast<std::size_t>(declared) == count) return;
-    throw RefusalAt(verification, VeskException::InconsistentDocument,
-                    "The " + std::string(SpellingOf(attribute)) + " is " + std::to_string(declared) + ", and there " +
-                        (count == 1 ? "is " : "are ") + CountedNoun(count, counted) + ".");
+    throw RefusalAt(
+        verification, Refusal::TestCasesMiscounted,
+        {SpellingOf(attribute), std::to_string(declared), count == 1 ? "is" : "are", CountedNoun(count, counted)});
 }
 
 VerificationSuite ReadModelVerification(Element verification, ElementPaths& paths) {
