@@ -46,14 +46,14 @@ set(NBSCORE_PUBLIC_HEADERS
     translator/GiveMyTranslator.h
     translator/NaiveBayesTranslator.h
     batch/BatchScorer.h
-    document/SourceDocument.h
+    host/SourceDocument.h
     table/ModelResults.h
     table/TableScorer.h
-    host/CheckReport.h
-    host/DocumentCheck.h
+    check/CheckReport.h
+    check/DocumentCheck.h
     host/LoadedModel.h
-    host/ModelVerifier.h
-    host/OutputFile.h
+    verify/ModelVerifier.h
+    output/OutputFile.h
     host/PluginLibrary.h)
 
 # What these need to be compiled: no promise is made about it.
@@ -74,19 +74,19 @@ set(NBSCORE_NEEDED_HEADERS
     naivebayes/ValuePercentFinder.h
     batch/AnswerColumns.h
     batch/Column.h
-    document/Adaptation.h
-    document/IgnoredConstructs.h
-    document/VerificationSuite.h
+    adapt/Adaptation.h
+    ignored/IgnoredConstructs.h
+    verify/VerificationSuite.h
     table/CaseBinder.h
     table/CsvReader.h
     table/CsvScanner.h
-    table/OutputSink.h
+    output/OutputSink.h
     table/ScoreWriter.h
     table/SubModels.h
     table/TableBlockReader.h
     table/Utf8Check.h
-    host/NumericTolerance.h
-    host/OutputBuffer.h
-    host/OutputPlace.h
+    verify/NumericTolerance.h
+    output/OutputBuffer.h
+    output/OutputPlace.h
     host/SharedObject.h
-    host/VerifiedCell.h)
+    verify/VerifiedCell.h)

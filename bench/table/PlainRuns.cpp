@@ -14,7 +14,7 @@
 #include "batch/BatchScorer.h"
 #include "framework/NumberText.h"
 #include "host/LoadedModel.h"
-#include "host/OutputFile.h"
+#include "output/OutputFile.h"
 #include "table/BatchCases.h"
 #include "table/CaseBinder.h"
 #include "table/CaseCoder.h"

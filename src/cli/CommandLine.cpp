@@ -7,7 +7,7 @@
 #include "cli/system/ExitStatus.h"
 #include "cli/system/Interrupts.h"
 #include "framework/Limits.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 namespace nbscore {
 

@@ -9,8 +9,8 @@
 #include "cli/system/InterruptibleOutput.h"
 #include "cli/system/Interrupts.h"
 #include "cli/system/ProgramStart.h"
+#include "cli/system/StandardOutput.h"
 #include "cli/system/TerminalText.h"
-#include "host/StandardOutput.h"
 
 namespace nbscore {
 namespace {

@@ -57,9 +57,7 @@ ModelsRead FindModelsRead(Element root) {
 Element OnlyChild(Element parent, Name name) {
     const std::vector<Element> children = parent.GetChildren(name).List();
     if (children.size() < 2) return children.empty() ? Element() : children.front();
-    throw RefusalAt(children[1], VeskException::InconsistentDocument,
-                    "There may be only one <" + std::string(SpellingOf(name)) + "> in a <" +
-                        std::string(parent.GetSpelling()) + ">.");
+    throw RefusalAt(children[1], Refusal::ChildTwice, {SpellingOf(name), parent.GetSpelling()});
 }
 
 std::vector<Element> FindInputs(Element model) {

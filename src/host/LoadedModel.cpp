@@ -7,10 +7,10 @@
 #include "framework/NumberText.h"
 #include "framework/SeededHash.h"
 #include "framework/VeskException.h"
-#include "host/PathText.h"
+#include "output/HostError.h"
+#include "output/MessageText.h"
+#include "output/PathText.h"
 #include "reading/BaseTranslator.h"
-#include "table/HostError.h"
-#include "table/MessageText.h"
 
 namespace nbscore {
 namespace {

@@ -3,9 +3,9 @@
 #include <system_error>
 #include <vector>
 
-#include "host/PathText.h"
 #include "host/ProgramFolders.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
+#include "output/PathText.h"
 
 namespace nbscore {
 namespace {

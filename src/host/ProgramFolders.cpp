@@ -1,6 +1,6 @@
 #include "host/ProgramFolders.h"
 
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 #ifdef _WIN32
 #include <windows.h>

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "host/PathText.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
+#include "output/PathText.h"
 
 #ifdef _WIN32
 #include <windows.h>

@@ -3,9 +3,9 @@
 #include "framework/NumberText.h"
 #include "framework/SeededHash.h"
 #include "framework/StringValue.h"
+#include "output/HostError.h"
+#include "output/MessageText.h"
 #include "table/FieldsOfInputs.h"
-#include "table/HostError.h"
-#include "table/MessageText.h"
 
 namespace nbscore {
 namespace {

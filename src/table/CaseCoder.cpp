@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "framework/SeededHash.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 namespace nbscore {
 namespace {

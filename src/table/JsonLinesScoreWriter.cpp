@@ -1,6 +1,6 @@
 #include "table/JsonLinesScoreWriter.h"
 
-#include "table/JsonText.h"
+#include "output/JsonText.h"
 
 namespace nbscore {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 namespace nbscore {
 

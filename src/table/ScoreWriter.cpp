@@ -1,7 +1,7 @@
 #include "table/ScoreWriter.h"
 
+#include "output/HostError.h"
 #include "table/CsvScoreWriter.h"
-#include "table/HostError.h"
 #include "table/JsonLinesScoreWriter.h"
 #include "table/SubModels.h"
 

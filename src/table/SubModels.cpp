@@ -7,7 +7,7 @@
 #include "framework/CountedNoun.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/SeededHash.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
 #include "table/ModelResults.h"
 
 namespace nbscore {

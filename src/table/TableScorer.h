@@ -8,8 +8,8 @@
 
 #include "framework/Limits.h"
 #include "framework/ScoreModel.h"
+#include "output/OutputSink.h"
 #include "table/CaseBinder.h"
-#include "table/OutputSink.h"
 #include "table/ScoreWriter.h"
 
 namespace nbscore {

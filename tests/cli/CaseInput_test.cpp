@@ -4,8 +4,8 @@
 
 #include <iterator>
 
+#include "output/HostError.h"
 #include "support/TemporaryFolder.h"
-#include "table/HostError.h"
 
 namespace nbscore {
 

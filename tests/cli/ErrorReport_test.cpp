@@ -8,7 +8,7 @@
 #include <sstream>
 
 #include "framework/VeskException.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 namespace nbscore {
 

@@ -5,9 +5,9 @@
 
 #include <set>
 
+#include "check/DocumentCheck.h"
 #include "cli/FruitFields.h"
 #include "host/AdviceTable.h"
-#include "host/DocumentCheck.h"
 #include "host/FunctionSuggestion.h"
 #include "host/RefusedSamples.h"
 #include "support/TemporaryFolder.h"

@@ -8,11 +8,11 @@
 #include <filesystem>
 #include <set>
 
-#include "document/SourceDocument.h"
+#include "check/DocumentCheck.h"
 #include "framework/VeskException.h"
-#include "host/DocumentCheck.h"
 #include "host/ElementOffset.h"
 #include "host/RefusedSamples.h"
+#include "host/SourceDocument.h"
 #include "host/SourceMessages.h"
 #include "support/TemporaryFolder.h"
 #include "support/WholeFile.h"
@@ -82,12 +82,12 @@ TEST_F(RefusalPlaces, AreThoseOfTheElementAtFault_InTestCases) {
     }
 }
 
-/// Files whose texts are no refusals: what is written for people who look at a model, remarks that have tests of their
-/// own, and names of the system's files.
-const std::set<std::string> otherFiles = {"framework/BaseDictVarPrint.cpp", "document/IgnoredBinning.cpp",
-                                          "document/IgnoredFieldRules.cpp", "document/IgnoredInputs.cpp",
-                                          "document/IgnoredLog.cpp",        "document/IgnoredModels.cpp",
-                                          "framework/UsableMemory.cpp"};
+/// Files whose texts are no refusals: what is written for people who look at a model, remarks and
+/// verification, which have tests of their own, and names of the system's files.
+const std::set<std::string> otherFiles = {
+    "framework/BaseDictVarPrint.cpp", "ignored/IgnoredBinning.cpp", "ignored/IgnoredFieldRules.cpp",
+    "ignored/IgnoredInputs.cpp",      "ignored/IgnoredLog.cpp",     "ignored/IgnoredModels.cpp",
+    "framework/UsableMemory.cpp",     "verify/ModelVerifier.cpp",   "verify/VerifiedValue.cpp"};
 
 /// Functions are described where they are computed, under headings; the page about them shows those texts.
 bool MayDescribeFunctions(const std::string& file) {

@@ -2,10 +2,10 @@
 
 #include "framework/ModelSelfCheck.h"
 #include "host/LoadedModel.h"
+#include "output/HostError.h"
 #include "support/FakeModel.h"
 #include "support/FakeSet.h"
 #include "support/Message.h"
-#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {

@@ -54,7 +54,8 @@ bool MayBeOfAMessage(const std::string& text) {
 
 std::vector<SourceMessage> FindSourceMessages(const std::filesystem::path& repository) {
     std::vector<SourceMessage> messages;
-    for (const char* folder : {"src/framework", "src/pmml", "src/transform", "src/reading", "src/translator", "src/document"}) {
+    for (const char* folder : {"src/framework", "src/pmml", "src/transform", "src/reading", "src/translator",
+                               "src/adapt", "src/verify", "src/ignored", "src/document"}) {
         for (const auto& entry : std::filesystem::recursive_directory_iterator(repository / folder)) {
             if (entry.path().extension() != ".cpp" && entry.path().extension() != ".h") continue;
             const std::string source = ReadWholeFile(entry.path());

@@ -7,8 +7,8 @@
 #include <set>
 
 #include "framework/ModelSelfDescription.h"
+#include "output/HostError.h"
 #include "support/FakeSet.h"
-#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {

@@ -6,7 +6,7 @@
 #include "cli/system/ExitStatus.h"
 #include "cli/system/TerminalText.h"
 #include "framework/VeskException.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 namespace nbscore {
 

@@ -4,8 +4,8 @@
 #include <ostream>
 #include <streambuf>
 
-#include "host/OutputBuffer.h"
-#include "table/OutputSink.h"
+#include "output/OutputBuffer.h"
+#include "output/OutputSink.h"
 
 namespace nbscore {
 

@@ -3,13 +3,13 @@
 #include <string>
 #include <vector>
 
+#include "check/CheckReport.h"
+#include "check/DocumentCheck.h"
 #include "cli/system/Interrupts.h"
 #include "cli/system/TerminalText.h"
 #include "cli/verbs/Command.h"
 #include "cli/verbs/ModelArgument.h"
 #include "cli/verbs/Options.h"
-#include "host/CheckReport.h"
-#include "host/DocumentCheck.h"
 
 namespace nbscore {
 

@@ -10,7 +10,7 @@
 #include "framework/ModelSelfDescription.h"
 #include "framework/NumberText.h"
 #include "framework/VeskException.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 namespace nbscore {
 

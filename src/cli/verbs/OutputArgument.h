@@ -7,7 +7,7 @@
 #include "cli/system/Console.h"
 #include "cli/system/Interrupts.h"
 #include "cli/system/TerminalText.h"
-#include "host/OutputFile.h"
+#include "output/OutputFile.h"
 
 namespace nbscore {
 

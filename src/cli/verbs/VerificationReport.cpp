@@ -3,7 +3,7 @@
 #include "cli/system/TerminalText.h"
 #include "framework/CountedNoun.h"
 #include "framework/NumberText.h"
-#include "table/JsonText.h"
+#include "output/JsonText.h"
 
 namespace nbscore {
 

@@ -4,7 +4,7 @@
 #include <ostream>
 #include <string>
 
-#include "host/ModelVerifier.h"
+#include "verify/ModelVerifier.h"
 
 namespace nbscore {
 

@@ -9,7 +9,7 @@
 #include "cli/verbs/Options.h"
 #include "cli/verbs/VerificationReport.h"
 #include "framework/CountedNoun.h"
-#include "host/ModelVerifier.h"
+#include "verify/ModelVerifier.h"
 
 namespace nbscore {
 

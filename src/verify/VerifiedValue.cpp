@@ -1,0 +1,148 @@
+#include "verify/VerifiedValue.h"
+
+#include <memory>
+#include <utility>
+
+#include "framework/NumberText.h"
+#include "framework/VeskException.h"
+#include "output/HostError.h"
+#include "output/MessageText.h"
+#include "table/ModelResults.h"
+
+namespace nbscore {
+namespace {
+
+/// A sub-model's score is the probability of the target's second category.
+constexpr std::size_t scoredCategory = 1;
+
+const ScoreDictVar& RequireTarget(const ScoreModel& model) {
+    const ScoreDictVar* const target = model.GetTargetVar();
+    if (target == nullptr) throw UnscorableModelError("The model has no target variable.");
+    return *target;
+}
+
+/// A category as the target writes it: of a target of numbers, 1.0 is 1.
+std::string SpellCategory(const ScoreDictVar& target, const std::string& value) {
+    if (target.GetStorageType() != ScoreDictVar::NumericStorage) return value;
+    const std::optional<double> number = ReadNumber(value);
+    return number ? FormatNumber(*number) : value;
+}
+
+VeskException Contradiction(const OutputDeclaration& output, const std::string& problem) {
+    return {VeskException::InconsistentDocument,
+            "The output field " + QuoteForMessage(output.name) + " is of the " + problem + "."};
+}
+
+VeskException Unsupported(const OutputDeclaration& output, const std::string& wish) {
+    return {VeskException::UnsupportedExpression,
+            "The output field " + QuoteForMessage(output.name) + " cannot be verified: " + wish + " is not supported."};
+}
+
+std::vector<std::string> NamesOfInputs(const ScoreModel& model) {
+    const std::unique_ptr<ScoreDictionary> predictors(model.GetVarsOfRole(ScoreModel::PredictorRole));
+    std::vector<ScoreDictVar*> vars;
+    if (predictors != nullptr) predictors->GetAllVars(vars);
+    std::vector<std::string> names;
+    names.reserve(vars.size());
+    for (const ScoreDictVar* var : vars) {
+        names.push_back(var->GetName());
+    }
+    return names;
+}
+
+}  // namespace
+
+VerifiedValueFinder::VerifiedValueFinder(const ScoreModel& scoredModel, const VerificationSuite& verified,
+                                         std::optional<std::string> subModel)
+    : model(scoredModel),
+      suite(verified),
+      subModelLabel(std::move(subModel)),
+      target(RequireTarget(scoredModel)),
+      categories(CategoryProbabilities(target).GetNames()) {
+    if (subModelLabel && categories.size() <= scoredCategory) {
+        throw UnscorableModelError("The target variable " + QuoteForMessage(target.GetName()) +
+                                   " has no second value to score.");
+    }
+    for (std::size_t category = 0; category < categories.size(); ++category) {
+        categoryNumbers.emplace(categories[category], category);
+    }
+    for (const OutputDeclaration& output : suite.outputs) {
+        outputs.emplace(output.name, &output);
+        resultNames.push_back(output.name);
+    }
+    NameResults();
+}
+
+void VerifiedValueFinder::NameResults() {
+    const auto add = [this](const std::string& name, const VerifiedValue& value) {
+        if (results.emplace(name, value).second && !outputs.contains(name)) resultNames.push_back(name);
+    };
+    if (subModelLabel) {
+        add("score_" + *subModelLabel, {VerifiedValue::Kind::Score});
+        add("probability_" + categories[scoredCategory], {VerifiedValue::Kind::Score});
+        return;
+    }
+    add(target.GetName(), {VerifiedValue::Kind::Prediction});
+    add("predicted_" + target.GetName(), {VerifiedValue::Kind::Prediction});
+    add("confidence", {VerifiedValue::Kind::Confidence});
+    for (std::size_t category = 0; category < categories.size(); ++category) {
+        add("probability_" + categories[category], {VerifiedValue::Kind::Probability, category});
+    }
+}
+
+VerifiedValue VerifiedValueFinder::Find(std::size_t field) const {
+    try {
+        return FindNamed(suite.fields[field].name);
+    } catch (VeskException& refusal) {
+        refusal.SetPlace(suite.GetPlaceOfField(field));
+        throw;
+    }
+}
+
+VerifiedValue VerifiedValueFinder::FindNamed(const std::string& name) const {
+    const ScoreDictionary* const dictionary = model.GetDictionary();
+    const bool isTarget = name == target.GetName();
+    if (!isTarget && dictionary != nullptr && dictionary->GetVar(name) != nullptr) return {};
+    const auto output = isTarget ? outputs.end() : outputs.find(name);
+    if (output != outputs.end()) return FindOutput(*output->second);
+    if (const auto result = results.find(name); result != results.end()) return result->second;
+    throw VeskException(VeskException::UnknownInput, "The verification field " + QuoteForMessage(name) +
+                                                         " is neither an input nor a result here. " +
+                                                         DescribeKnownNames());
+}
+
+VerifiedValue VerifiedValueFinder::FindOutput(const OutputDeclaration& output) const {
+    if (!output.targetField.empty() && output.targetField != target.GetName()) {
+        throw Contradiction(output,
+                            "target " + QuoteForMessage(output.targetField) + ", which is not the model's target");
+    }
+    if (!output.segment.empty()) throw Unsupported(output, "segmentId");
+    if (output.rank != 1) throw Unsupported(output, "a rank other than 1");
+    if (output.feature == "probability") return FindProbability(output);
+    if (output.feature != "predictedValue") throw Unsupported(output, "the feature " + QuoteForMessage(output.feature));
+    if (subModelLabel) throw Unsupported(output, "the prediction of a sub-model, which only gives a score,");
+    return {VerifiedValue::Kind::Prediction};
+}
+
+VerifiedValue VerifiedValueFinder::FindProbability(const OutputDeclaration& output) const {
+    if (output.value.empty()) {
+        if (!subModelLabel) return {VerifiedValue::Kind::Confidence};
+        throw Unsupported(output, "the prediction of a sub-model, which only gives a score,");
+    }
+    const auto category = categoryNumbers.find(SpellCategory(target, output.value));
+    if (category == categoryNumbers.end()) {
+        throw Contradiction(output, "value " + QuoteForMessage(output.value) +
+                                        ", which the target does not have. It has " + ListForMessage(categories));
+    }
+    if (!subModelLabel) return {VerifiedValue::Kind::Probability, category->second};
+    if (category->second == scoredCategory) return {VerifiedValue::Kind::Score};
+    throw Unsupported(output, "a sub-model's probability of anything but the target's second value");
+}
+
+std::string VerifiedValueFinder::DescribeKnownNames() const {
+    const std::vector<std::string> inputs = NamesOfInputs(model);
+    return (inputs.empty() ? "There are no inputs" : "Inputs are " + ListForMessage(inputs)) + "; results are " +
+           ListForMessage(resultNames) + ".";
+}
+
+}  // namespace nbscore
