@@ -5,7 +5,8 @@
 
 #include "adapt/AdaptationRules.h"
 #include "adapt/FieldBlanks.h"
-#include "document/DocumentParts.h"
+#include "framework/Blanks.h"
+#include "pmml/DocumentParts.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
 

@@ -1,5 +1,6 @@
 #include "adapt/FieldBlanks.h"
 
+#include "framework/Blanks.h"
 #include "pmml/FieldDeclarationReader.h"
 #include "pmml/Utf8.h"
 

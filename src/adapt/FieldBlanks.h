@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "document/DocumentParts.h"
+#include "pmml/DocumentParts.h"
 #include "pmml/DocumentTree.h"
 
 namespace nbscore {

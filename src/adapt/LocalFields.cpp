@@ -4,7 +4,8 @@
 #include <utility>
 
 #include "adapt/AdaptationRules.h"
-#include "document/DocumentParts.h"
+#include "framework/Blanks.h"
+#include "pmml/DocumentParts.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
 

@@ -1,9 +1,8 @@
 #include <string>
 
 #include "adapt/AdaptationRules.h"
-#include "document/DocumentParts.h"
 #include "framework/NumberText.h"
-#include "translator/ExtensionNames.h"
+#include "pmml/DocumentParts.h"
 
 namespace nbscore {
 namespace {

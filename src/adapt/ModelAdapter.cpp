@@ -2,10 +2,9 @@
 #include <utility>
 
 #include "adapt/AdaptationRules.h"
-#include "document/DocumentParts.h"
+#include "pmml/DocumentParts.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
-#include "translator/ExtensionNames.h"
 
 namespace nbscore {
 namespace {

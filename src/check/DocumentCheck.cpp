@@ -8,12 +8,11 @@
 #include "framework/DerivedFieldSources.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/VeskException.h"
-#include "host/CheckAdvice.h"
 #include "host/LoadedModel.h"
 #include "host/SourceDocument.h"
 #include "output/HostError.h"
 #include "output/PathText.h"
-#include "pmml/Refusal.h"
+#include "pmml/RefusalTable.h"
 #include "table/FieldsOfInputs.h"
 
 namespace nbscore {
@@ -64,27 +63,27 @@ void Describe(LoadedModel& loaded, DocumentCheck& check) {
     }
 }
 
-DocumentProblem ErrorOf(int code, const DocumentPlace& place, const std::string& message) {
-    return {.severity = DocumentProblem::Error,
-            .code = code,
-            .place = place,
-            .message = message,
-            .advice = AdviceFor(code, message, place)};
-}
-
 DocumentProblem ErrorOf(const VeskException& refusal) {
-    return ErrorOf(static_cast<int>(refusal.GetCode()), refusal.GetPlace(), refusal.GetMessage());
+    return {.severity = DocumentProblem::Error,
+            .code = static_cast<int>(refusal.GetCode()),
+            .place = refusal.GetPlace(),
+            .message = refusal.GetMessage(),
+            .advice = refusal.GetAdvice()};
 }
 
 DocumentProblem ErrorOf(const UnscorableModelError& error) {
-    return ErrorOf(static_cast<int>(VeskException::InconsistentDocument), {}, error.what());
+    return {.severity = DocumentProblem::Error,
+            .code = static_cast<int>(VeskException::InconsistentDocument),
+            .place = {},
+            .message = error.what(),
+            .advice = std::string(AdviceAgainst(error.GetKind()))};
 }
 
 /// What would be wrong with a document after its adaptation; nothing when it would be sound.
 std::optional<DocumentProblem> FindErrorOfAdapted(const std::shared_ptr<PluginLibrary>& plugin,
                                                   SourceDocument& adapted) {
     try {
-        const auto passOver = [](const std::string&, const DocumentPlace&) {};
+        const auto passOver = [](const std::string&, const DocumentPlace&, std::string_view) {};
         LoadedModel::Read(plugin, adapted, passOver).RequireScorable();
         return std::nullopt;
     } catch (const VeskException& refusal) {
@@ -145,12 +144,12 @@ std::vector<DocumentProblem> WithWarnings(DocumentProblem error, const SourceDoc
 void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limits& limits, DocumentCheck& check) {
     std::optional<SourceDocument> source;
     std::vector<DocumentProblem> notices;
-    const auto takeNotice = [&notices](const std::string& line, const DocumentPlace& place) {
+    const auto takeNotice = [&notices](const std::string& line, const DocumentPlace& place, std::string_view advice) {
         notices.push_back({.severity = DocumentProblem::Remark,
                            .code = 0,
                            .place = place,
                            .message = line,
-                           .advice = AdviceFor(0, line, place)});
+                           .advice = std::string(advice)});
     };
     try {
         source.emplace(SourceDocument::Read(check.document, limits));

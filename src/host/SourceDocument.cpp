@@ -9,6 +9,7 @@
 #include "ignored/IgnoredConstructs.h"
 #include "pmml/DocumentFile.h"
 #include "pmml/DocumentParser.h"
+#include "pmml/DocumentParts.h"
 #include "pmml/DomDocument.h"
 #include "pmml/Refusal.h"
 #include "pmml/XmlLibrary.h"
@@ -98,11 +99,7 @@ std::vector<IgnoredConstruct> SourceDocument::FindWarnings() const {
 
 std::optional<std::string> SourceDocument::ReadApplicationVersion() const {
     return Named(name, [this]() -> std::optional<std::string> {
-        const Element root = document->GetRoot();
-        const std::vector<Element> applications = root.GetDescendants(Name::Application).List();
-        const Element first = root.Is(Name::Application) || applications.empty() ? root : applications.front();
-        const std::string_view version =
-            first.Is(Name::Application) ? first.GetAttributeOr(Name::version, {}) : std::string_view();
+        const std::string_view version = FindApplication(document->GetRoot()).GetAttributeOr(Name::version, {});
         return version.empty() ? std::nullopt : std::optional<std::string>(version);
     });
 }

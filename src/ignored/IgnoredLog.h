@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "document/DocumentParts.h"
 #include "ignored/IgnoredConstructs.h"
+#include "pmml/DocumentParts.h"
 #include "pmml/DocumentTree.h"
 
 namespace nbscore {

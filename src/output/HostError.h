@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "framework/ModelSelfCheck.h"
+
 namespace nbscore {
 
 /// A table of cases that cannot be taken as it stands: names the file, the line and the thing at fault.
@@ -31,7 +33,15 @@ public:
 /// A model that was read but would stop the process when it scores. The message says why, without the file's name.
 class UnscorableModelError : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    explicit UnscorableModelError(const std::string& message)
+        : UnscorableModelError(ScoringObstacle{ScoringObstacle::Other, message}) {}
+    explicit UnscorableModelError(const ScoringObstacle& obstacle)
+        : std::runtime_error(obstacle.message), kind(obstacle.kind) {}
+
+    ScoringObstacle::Kind GetKind() const { return kind; }
+
+private:
+    ScoringObstacle::Kind kind;
 };
 
 /// The run was asked to stop (an interrupt from the keyboard, a request to terminate).

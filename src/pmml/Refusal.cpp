@@ -16,11 +16,6 @@ VeskException NotANumber(std::string_view text, Refusal id, Refusal idWithComma)
 
 }  // namespace
 
-VeskException MakeRefusal(Refusal id, std::initializer_list<std::string_view> arguments) {
-    const RefusalEntry& entry = GetRefusal(id);
-    return {entry.code, FillIn(entry.message, arguments), entry.advice};
-}
-
 VeskException RefusalAt(Element element, Refusal id, std::initializer_list<std::string_view> arguments) {
     VeskException refusal = MakeRefusal(id, arguments);
     refusal.SetPlace(element.GetPlace());
@@ -33,21 +28,12 @@ VeskException RefusalAt(Element element, VeskException::ExceptionCode code, cons
     return refusal;
 }
 
-VeskException AttributeLacking(const std::string& tag, std::string_view attribute) {
-    return MakeRefusal(Refusal::AttributeMissing, {tag, ExcerptOf(attribute)});
-}
-
 void RequireName(Element element, Name name, Element parent, Refusal id) {
     if (!element.Is(name)) throw RefusalAt(element ? element : parent, id);
 }
 
 void RequireName(Element element, Name name, Element parent, VeskException::ExceptionCode code, const char* message) {
     if (!element.Is(name)) throw RefusalAt(element ? element : parent, code, message);
-}
-
-Element RequiredChild(Element parent, Name name) {
-    if (const Element child = parent.GetChild(name)) return child;
-    throw RefusalAt(parent, Refusal::ChildMissing, {parent.GetTag(), SpellingOf(name)});
 }
 
 std::string_view RequiredAttribute(Element element, Name name, Refusal id) {

@@ -15,20 +15,13 @@
 
 namespace nbscore {
 
-/// The exception for a refusal, without a place.
-/// @param arguments what stands in the gaps of its message.
-SCOREFRAMEWORK_API VeskException MakeRefusal(Refusal id, std::initializer_list<std::string_view> arguments = {});
-
-/// The same with the place of the element at fault.
+/// The exception for a refusal (MakeRefusal), with the place of the element at fault.
 SCOREFRAMEWORK_API VeskException RefusalAt(Element element, Refusal id,
                                            std::initializer_list<std::string_view> arguments = {});
 
 /// Without the table, while some messages are not in it.
 SCOREFRAMEWORK_API VeskException RefusalAt(Element element, VeskException::ExceptionCode code,
                                            const std::string& message);
-
-/// The exception for a required attribute that is not there, without a place.
-VeskException AttributeLacking(const std::string& tag, std::string_view attribute);
 
 /// Does something that knows no place, and gives its complaint the element's.
 template <typename Work>
@@ -46,8 +39,6 @@ auto Placed(Element element, const Work& work) {
 SCOREFRAMEWORK_API void RequireName(Element element, Name name, Element parent, Refusal id);
 SCOREFRAMEWORK_API void RequireName(Element element, Name name, Element parent, VeskException::ExceptionCode code,
                                     const char* message);
-/// The first child of this name; throws VeskException 1 when there is none.
-SCOREFRAMEWORK_API Element RequiredChild(Element parent, Name name);
 
 /// A required attribute; throws VeskException 2 with the element's place.
 /// @param id whose message says the element's tag and the attribute's name.

@@ -26,7 +26,6 @@ constexpr std::string_view onlyTargetValueCounts =
     "Give each PairCounts and BayesOutput one TargetValueCounts, with nothing but TargetValueCount in it.";
 constexpr std::string_view discretizeAndBins =
     "Put a Discretize into the DerivedField of the input, and a DiscretizeBin with one Interval for each bin.";
-constexpr std::string_view predictOneField = "Let every sub-model's MiningSchema predict the same field.";
 constexpr std::string_view numberBinsFrom0 = "Number bins from 0 on, as they stand.";
 constexpr std::string_view addTheExpression = "Add the one expression that gives the value, such as FieldRef or Apply.";
 constexpr std::string_view addTheCell = "Add the cell, or correct the name of the column.";
@@ -122,6 +121,7 @@ constexpr RefusalEntry table[] = {
      "Check that the file is a PMML document: its first element is PMML, and a prefix of it must be bound to a PMML "
      "namespace, such as http://www.dmg.org/PMML-4_4."},
     {Refusal::NoDataDictionaryGiven, UnexpectedElement, "The document has no <DataDictionary>.", general},
+    // Bracket and blank are deliberate.
     {Refusal::NoDataDictionaryToMark, UnexpectedElement, "<DataDictionary is required !!", general},
     {Refusal::NoTransformationDictionaryGiven, UnexpectedElement, "The document has no <TransformationDictionary>.",
      general},
@@ -135,6 +135,7 @@ constexpr RefusalEntry table[] = {
      "Add a threshold: a small number above 0 that takes the place of counts of 0, such as 0.001."},
     {Refusal::ThresholdZero, InvalidContent, "Threshold can't be zero!",
      "Write a small threshold instead, such as one over the number of training cases."},
+    // One element is named twice, deliberately.
     {Refusal::InputsOrOutputMissing, UnexpectedElement,
      "At least one <BayesInputs>, one <BayesOutput> and one <BayesOutput> element is required.",
      "Give the model a BayesOutput, and BayesInputs with at least one BayesInput."},
@@ -149,7 +150,7 @@ constexpr RefusalEntry table[] = {
      "Only two-category target variable for all the models is supported for SelfLearning Model!",
      "Let the MiningSchema of the first sub-model predict a field that declares exactly two values."},
     {Refusal::TargetOfSetDiffers, InvalidContent, "Only one target variable is supported for SelfLearning Model!",
-     predictOneField},
+     "Let every sub-model's MiningSchema predict the same field."},
 
     // Its output.
     {Refusal::OutputFieldMissing, MissingAttribute, R"({} has no attribute "{}".)",
@@ -158,6 +159,7 @@ constexpr RefusalEntry table[] = {
      "Let BayesOutput name the field whose usageType in MiningSchema is predicted."},
     {Refusal::OutputNotTwofold, InvalidContent, "Target variable has to have two categories.",
      "Put BayesOutput behind MiningSchema, and let it name and count the target."},
+    // Names the outer element, deliberately.
     {Refusal::OutputCountsNotOneOrTwo, InvalidContent, "One or Two <TargetValueCounts> elements required!!",
      "Give the BayesOutput a TargetValueCount for each of the target's two values, and no more."},
     {Refusal::TargetValueCountsExpected, UnexpectedElement, "Element <TargetValueCounts> was expected here.",
@@ -173,6 +175,7 @@ constexpr RefusalEntry table[] = {
      "List the field in MiningSchema in front of BayesInputs, with the usageType active or none: no other word makes "
      "it an input. A derived field belongs into the first TransformationDictionary: --adapt lists it, and moves those "
      "of the model's own LocalTransformations there, but none of a model around it."},
+    // No blank stands between, deliberately.
     {Refusal::InputWithoutVariable, UnknownVariable, "{}Variable name not found in dictionary.", general},
     {Refusal::PairCountsExpected, UnexpectedElement, "Only PairCounts elements are allowed here.",
      "Leave nothing but PairCounts in the input."},
@@ -195,6 +198,7 @@ constexpr RefusalEntry table[] = {
     {Refusal::IntervalExpected, UnexpectedElement, "Element Interval was expected here.", discretizeAndBins},
     {Refusal::MarginsDiffer, InconsistentDocument, "Error in Interval margins.",
      "Let the leftMargin of each bin be the rightMargin of the bin in front of it, the lowest bin first."},
+    // Says the opposite of the cause, deliberately.
     {Refusal::FewerThanTwoBins, InvalidContent, "NaiveBayesTranslator::ParseDiscretize: cutpoints found",
      "Give the Discretize two bins at least: with fewer there is no margin between bins."},
 
@@ -373,6 +377,27 @@ const RefusalEntry& GetRefusal(Refusal id) {
     return table[static_cast<std::size_t>(id)];
 }
 
+std::string_view AdviceAgainst(ScoringObstacle::Kind obstacle) {
+    switch (obstacle) {
+        case ScoringObstacle::TargetMissing:
+            return "Let MiningSchema predict the field that BayesOutput names.";
+        case ScoringObstacle::SecondTarget:
+            return "Let every MiningSchema predict the same field.";
+        case ScoringObstacle::TargetValuesMissing:
+            return "Declare each category of the target by a Value in its DataField.";
+        case ScoringObstacle::TargetValueTwice:
+            return "Declare each value of the target once.";
+        case ScoringObstacle::CountsMissing:
+            return "Count the categories, or take the element that counts nothing out.";
+        case ScoringObstacle::TargetCountedTwice:
+            return "Give each sub-model one BayesOutput.";
+        case ScoringObstacle::None:
+        case ScoringObstacle::Other:
+            break;
+    }
+    return general;
+}
+
 std::string FillIn(std::string_view message, std::initializer_list<std::string_view> arguments) {
     constexpr std::string_view gap = "{}";
     std::string filled;
@@ -385,6 +410,11 @@ std::string FillIn(std::string_view message, std::initializer_list<std::string_v
     }
     assert(message.find(gap) == std::string_view::npos);
     return filled += message;
+}
+
+VeskException MakeRefusal(Refusal id, std::initializer_list<std::string_view> arguments) {
+    const RefusalEntry& entry = GetRefusal(id);
+    return {entry.code, FillIn(entry.message, arguments), entry.advice};
 }
 
 }  // namespace nbscore

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "framework/Export.h"
+#include "framework/ModelSelfCheck.h"
 #include "framework/VeskException.h"
 
 /// @file
@@ -204,7 +205,14 @@ inline constexpr auto noRefusal = static_cast<VeskException::ExceptionCode>(0);
 SCOREFRAMEWORK_API std::span<const RefusalEntry> GetRefusals();
 SCOREFRAMEWORK_API const RefusalEntry& GetRefusal(Refusal id);
 
+/// What to do about a model that was read and would stop the process when it scores.
+SCOREFRAMEWORK_API std::string_view AdviceAgainst(ScoringObstacle::Kind obstacle);
+
 /// A message with something in each of its gaps.
 SCOREFRAMEWORK_API std::string FillIn(std::string_view message, std::initializer_list<std::string_view> arguments);
+
+/// The exception for a refusal, without a place (Refusal.h has those with one).
+/// @param arguments what stands in the gaps of its message.
+SCOREFRAMEWORK_API VeskException MakeRefusal(Refusal id, std::initializer_list<std::string_view> arguments = {});
 
 }  // namespace nbscore

@@ -79,7 +79,7 @@ void BatchBlockScorer::ScoreNewCases() {
         ++numToScore;
     }
     if (numToScore == 0) return;
-    std::vector<std::span<const RowNumber>> lists;
+    std::vector<std::span<const FactorRow>> lists;
     lists.reserve(numReaders);
     for (std::size_t reader = 0; reader < numReaders; ++reader)
         lists.emplace_back(rowsToScore.data() + reader * casesAtOnce, numToScore);

@@ -42,7 +42,7 @@ private:
     void ScoreNewCases();
     void AppendCase(std::size_t number, BlockScores& scores);
     void AppendScores(std::size_t number, BlockScores& scores);
-    std::span<const RowNumber> GetRowsOf(std::size_t number) const {
+    std::span<const FactorRow> GetRowsOf(std::size_t number) const {
         return std::span(rowsOfCases).subspan(number * numReaders, numReaders);
     }
 
@@ -59,9 +59,9 @@ private:
     std::vector<std::optional<AnswerMemory::Answer>> remembered;
     std::vector<std::string_view> cells;
     /// Case by case, one for each reader.
-    std::vector<RowNumber> rowsOfCases;
+    std::vector<FactorRow> rowsOfCases;
     /// Those of the cases to be scored: reader by reader, each casesAtOnce long.
-    std::vector<RowNumber> rowsToScore;
+    std::vector<FactorRow> rowsToScore;
 };
 
 }  // namespace nbscore

@@ -2,8 +2,8 @@
 
 #include <utility>
 
+#include "framework/DerivedFieldSources.h"
 #include "framework/ModelSelfDescription.h"
-#include "pmml/FieldsOfDerivedFields.h"
 
 namespace nbscore {
 

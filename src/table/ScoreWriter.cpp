@@ -14,7 +14,7 @@ const ScoreDictVar& RequireTarget(ScoreModel& model) {
         throw UnscorableModelError("Results of models of type " + std::to_string(type) + " cannot be written.");
     }
     const ScoreDictVar* const target = model.GetTargetVar();
-    if (target == nullptr) throw UnscorableModelError("The model has no target variable.");
+    if (target == nullptr) throw UnscorableModelError(NoTargetVariable());
     return *target;
 }
 

@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "framework/NumberText.h"
-#include "framework/VeskException.h"
 #include "output/HostError.h"
 #include "output/MessageText.h"
+#include "pmml/RefusalTable.h"
 #include "table/SubModels.h"
 #include "verify/VerificationInputs.h"
 #include "verify/VerifiedScores.h"
@@ -31,9 +31,8 @@ struct BoundRow {
     const VerificationRow& Get() const { return suite.rows[number]; }
 
     /// What is wrong with a row is a fault of the document.
-    VeskException Refusal(const std::string& problem) const {
-        VeskException refusal(VeskException::InvalidNumber,
-                              "Row " + std::to_string(number + 1) + " of the test cases: " + problem + ".");
+    VeskException RefusalFor(const std::string& problem) const {
+        VeskException refusal = MakeRefusal(Refusal::TestRowUnusable, {std::to_string(number + 1), problem});
         refusal.SetPlace(suite.GetPlaceOfRow(number));
         return refusal;
     }
@@ -104,7 +103,7 @@ private:
         try {
             return inputs.TakeRecord();
         } catch (const CaseDataError& error) {
-            throw row.Refusal(error.GetProblem());
+            throw row.RefusalFor(error.GetProblem());
         }
     }
 
@@ -115,8 +114,8 @@ private:
         if (scores->IsNumber(value)) {
             expected.number = ReadNumber(cell.text);
             if (!expected.number) {
-                throw row.Refusal("field " + QuoteForMessage(field.name) + ": " + QuoteForMessage(cell.text) +
-                                  " is no number");
+                throw row.RefusalFor("field " + QuoteForMessage(field.name) + ": " + QuoteForMessage(cell.text) +
+                                     " is no number");
             }
         }
         ++summary.cells;

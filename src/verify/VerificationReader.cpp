@@ -4,10 +4,10 @@
 #include <string_view>
 #include <utility>
 
-#include "document/DocumentParts.h"
 #include "framework/Blanks.h"
 #include "framework/CountedNoun.h"
 #include "framework/SeededHash.h"
+#include "pmml/DocumentParts.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
 

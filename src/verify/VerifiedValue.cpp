@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "framework/NumberText.h"
-#include "framework/VeskException.h"
 #include "output/HostError.h"
 #include "output/MessageText.h"
+#include "pmml/RefusalTable.h"
 #include "table/ModelResults.h"
 
 namespace nbscore {
@@ -17,7 +17,7 @@ constexpr std::size_t scoredCategory = 1;
 
 const ScoreDictVar& RequireTarget(const ScoreModel& model) {
     const ScoreDictVar* const target = model.GetTargetVar();
-    if (target == nullptr) throw UnscorableModelError("The model has no target variable.");
+    if (target == nullptr) throw UnscorableModelError(NoTargetVariable());
     return *target;
 }
 
@@ -28,14 +28,8 @@ std::string SpellCategory(const ScoreDictVar& target, const std::string& value) 
     return number ? FormatNumber(*number) : value;
 }
 
-VeskException Contradiction(const OutputDeclaration& output, const std::string& problem) {
-    return {VeskException::InconsistentDocument,
-            "The output field " + QuoteForMessage(output.name) + " is of the " + problem + "."};
-}
-
 VeskException Unsupported(const OutputDeclaration& output, const std::string& wish) {
-    return {VeskException::UnsupportedExpression,
-            "The output field " + QuoteForMessage(output.name) + " cannot be verified: " + wish + " is not supported."};
+    return MakeRefusal(Refusal::OutputFieldUnsupported, {QuoteForMessage(output.name), wish});
 }
 
 std::vector<std::string> NamesOfInputs(const ScoreModel& model) {
@@ -106,15 +100,17 @@ VerifiedValue VerifiedValueFinder::FindNamed(const std::string& name) const {
     const auto output = isTarget ? outputs.end() : outputs.find(name);
     if (output != outputs.end()) return FindOutput(*output->second);
     if (const auto result = results.find(name); result != results.end()) return result->second;
-    throw VeskException(VeskException::UnknownInput, "The verification field " + QuoteForMessage(name) +
-                                                         " is neither an input nor a result here. " +
-                                                         DescribeKnownNames());
+    const std::vector<std::string> inputs = NamesOfInputs(model);
+    throw MakeRefusal(
+        Refusal::VerificationFieldUnknown,
+        {QuoteForMessage(name), inputs.empty() ? "There are no inputs" : "Inputs are " + ListForMessage(inputs),
+         ListForMessage(resultNames)});
 }
 
 VerifiedValue VerifiedValueFinder::FindOutput(const OutputDeclaration& output) const {
     if (!output.targetField.empty() && output.targetField != target.GetName()) {
-        throw Contradiction(output,
-                            "target " + QuoteForMessage(output.targetField) + ", which is not the model's target");
+        throw MakeRefusal(Refusal::OutputFieldOfOtherTarget,
+                          {QuoteForMessage(output.name), QuoteForMessage(output.targetField)});
     }
     if (!output.segment.empty()) throw Unsupported(output, "segmentId");
     if (output.rank != 1) throw Unsupported(output, "a rank other than 1");
@@ -131,18 +127,12 @@ VerifiedValue VerifiedValueFinder::FindProbability(const OutputDeclaration& outp
     }
     const auto category = categoryNumbers.find(SpellCategory(target, output.value));
     if (category == categoryNumbers.end()) {
-        throw Contradiction(output, "value " + QuoteForMessage(output.value) +
-                                        ", which the target does not have. It has " + ListForMessage(categories));
+        throw MakeRefusal(Refusal::OutputFieldOfOtherValue,
+                          {QuoteForMessage(output.name), QuoteForMessage(output.value), ListForMessage(categories)});
     }
     if (!subModelLabel) return {VerifiedValue::Kind::Probability, category->second};
     if (category->second == scoredCategory) return {VerifiedValue::Kind::Score};
     throw Unsupported(output, "a sub-model's probability of anything but the target's second value");
-}
-
-std::string VerifiedValueFinder::DescribeKnownNames() const {
-    const std::vector<std::string> inputs = NamesOfInputs(model);
-    return (inputs.empty() ? "There are no inputs" : "Inputs are " + ListForMessage(inputs)) + "; results are " +
-           ListForMessage(resultNames) + ".";
 }
 
 }  // namespace nbscore

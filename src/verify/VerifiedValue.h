@@ -50,7 +50,6 @@ private:
     VerifiedValue FindNamed(const std::string& name) const;
     VerifiedValue FindOutput(const OutputDeclaration& output) const;
     VerifiedValue FindProbability(const OutputDeclaration& output) const;
-    std::string DescribeKnownNames() const;
 
     const ScoreModel& model;
     const VerificationSuite& suite;

@@ -76,7 +76,9 @@ public:
     explicit SelfCheckingModel(std::string foundObstacle) : obstacle(std::move(foundObstacle)) {
         AddField(MakeTextField("y", {"a"}), TargetRole);
     }
-    std::string FindScoringObstacle() const override { return obstacle; }
+    ScoringObstacle FindScoringObstacle() const override {
+        return {obstacle.empty() ? ScoringObstacle::None : ScoringObstacle::CountsMissing, obstacle};
+    }
 
 private:
     std::string obstacle;

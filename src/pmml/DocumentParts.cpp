@@ -1,11 +1,9 @@
-#include "document/DocumentParts.h"
+#include "pmml/DocumentParts.h"
 
 #include <algorithm>
 #include <map>
 
-#include "framework/Blanks.h"
 #include "pmml/Refusal.h"
-#include "translator/ExtensionNames.h"
 
 namespace nbscore {
 namespace {
@@ -24,11 +22,6 @@ Name FieldAttributeOf(Element element) {
         default:
             return Name::none;
     }
-}
-
-bool ListsDerivedFields(Element extension) {
-    return extension.GetAttribute(Name::extender) == vendor_extension::extender &&
-           extension.GetAttribute(Name::name) == vendor_extension::derivedFields;
 }
 
 /// The children of all children of one name.
@@ -52,6 +45,13 @@ ModelsRead FindModelsRead(Element root) {
     models.selfLearning = models.elements.front().GetAttribute(Name::algorithmName) == "SelfLearning";
     if (!models.selfLearning) models.elements.resize(1);
     return models;
+}
+
+Element FindApplication(Element root) {
+    if (root.Is(Name::Application)) return root;
+    for (const Element application : root.GetDescendants(Name::Application))
+        return application;
+    return {};
 }
 
 Element OnlyChild(Element parent, Name name) {
@@ -78,6 +78,11 @@ std::vector<Element> FindInputsAnywhere(Element part) {
 
 std::vector<Element> FindDerivedFields(Element root) {
     return FindGrandchildren(root, Name::TransformationDictionary, Name::DerivedField);
+}
+
+bool ListsDerivedFields(Element extension) {
+    return extension.GetAttribute(Name::extender) == vendor_extension::extender &&
+           extension.GetAttribute(Name::name) == vendor_extension::derivedFields;
 }
 
 std::vector<Element> FindSchemaFields(Element schema) {
@@ -134,11 +139,6 @@ FieldNames FindFieldsOfExpressions(Element root, const FieldNames& wanted) {
         }
     }
     return read;
-}
-
-std::string_view WithoutOuterBlanks(std::string_view text) {
-    const std::string_view trimmed = WithoutBlanks(text);
-    return trimmed.empty() ? text : trimmed;
 }
 
 }  // namespace nbscore

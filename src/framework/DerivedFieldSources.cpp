@@ -1,9 +1,7 @@
-#include "pmml/FieldsOfDerivedFields.h"
+#include "framework/DerivedFieldSources.h"
 
 #include <utility>
 #include <vector>
-
-#include "framework/DerivedFieldSources.h"
 
 namespace nbscore {
 namespace {
