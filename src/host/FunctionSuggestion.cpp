@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "transform/BuiltInFunctions.h"
+#include "transform/functions/BuiltInFunctions.h"
 
 namespace nbscore {
 namespace {

@@ -1,4 +1,4 @@
-#include "transform/FunctionTreeImp.h"
+#include "transform/evaluation/FunctionTreeImp.h"
 
 #include <gtest/gtest.h>
 

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "transform/ValueReading.h"
+#include "transform/evaluation/ValueReading.h"
 
 namespace nbscore {
 namespace {

@@ -3,7 +3,7 @@
 #include <compare>
 #include <string_view>
 
-#include "transform/ValueReading.h"
+#include "transform/evaluation/ValueReading.h"
 
 namespace nbscore {
 namespace {

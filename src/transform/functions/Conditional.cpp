@@ -3,7 +3,7 @@
 #include <memory>
 #include <utility>
 
-#include "transform/ConditionalExpression.h"
+#include "transform/functions/ConditionalExpression.h"
 
 namespace nbscore {
 namespace {

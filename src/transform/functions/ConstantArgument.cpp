@@ -3,8 +3,8 @@
 #include "framework/ControlCharacters.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
-#include "transform/ConstantExpression.h"
-#include "transform/ValueReading.h"
+#include "transform/evaluation/ConstantExpression.h"
+#include "transform/evaluation/ValueReading.h"
 #include "transform/functions/CodePoints.h"
 
 namespace nbscore {

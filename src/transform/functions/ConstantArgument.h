@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "framework/VeskException.h"
-#include "transform/BuiltInFunction.h"
+#include "transform/functions/BuiltInFunction.h"
 
 namespace nbscore {
 

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "transform/ValueReading.h"
+#include "transform/evaluation/ValueReading.h"
 #include "transform/functions/DateTimeFields.h"
 
 namespace nbscore {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <optional>
 
-#include "transform/ValueReading.h"
+#include "transform/evaluation/ValueReading.h"
 #include "transform/functions/IsoDateTime.h"
 
 namespace nbscore {

@@ -5,8 +5,8 @@
 #include <string>
 #include <utility>
 
-#include "transform/ApplyExpression.h"
-#include "transform/ValueReading.h"
+#include "transform/evaluation/ValueReading.h"
+#include "transform/functions/ApplyExpression.h"
 #include "transform/functions/ConstantArgument.h"
 #include "transform/functions/DateTimePattern.h"
 #include "transform/functions/NumberPattern.h"

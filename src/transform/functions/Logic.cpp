@@ -1,6 +1,6 @@
 #include "transform/functions/Logic.h"
 
-#include "transform/ValueReading.h"
+#include "transform/evaluation/ValueReading.h"
 
 namespace nbscore {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "transform/ValueReading.h"
+#include "transform/evaluation/ValueReading.h"
 
 namespace nbscore {
 namespace {

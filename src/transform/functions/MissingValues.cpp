@@ -3,7 +3,7 @@
 #include <memory>
 #include <utility>
 
-#include "transform/ValidityExpression.h"
+#include "transform/functions/ValidityExpression.h"
 
 namespace nbscore {
 namespace {

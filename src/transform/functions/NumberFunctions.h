@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "transform/BuiltInFunction.h"
-#include "transform/ValueReading.h"
+#include "transform/evaluation/ValueReading.h"
+#include "transform/functions/BuiltInFunction.h"
 
 namespace nbscore {
 

@@ -6,7 +6,7 @@
 #include <array>
 #include <vector>
 
-#include "transform/ValueReading.h"
+#include "transform/evaluation/ValueReading.h"
 #include "transform/functions/CodePoints.h"
 #include "transform/functions/PatternShape.h"
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "transform/WorkBudget.h"
+#include "transform/evaluation/WorkBudget.h"
 #include "transform/functions/Replacement.h"
 
 namespace re2 {

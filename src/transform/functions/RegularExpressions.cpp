@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
-#include "transform/ApplyExpression.h"
-#include "transform/ValueReading.h"
+#include "transform/evaluation/ValueReading.h"
+#include "transform/functions/ApplyExpression.h"
 #include "transform/functions/ConstantArgument.h"
 #include "transform/functions/RegularExpression.h"
 

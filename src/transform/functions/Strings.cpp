@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "framework/Blanks.h"
-#include "transform/ValueReading.h"
+#include "transform/evaluation/ValueReading.h"
 #include "transform/functions/CodePoints.h"
 
 namespace nbscore {

@@ -2,7 +2,7 @@
 
 #include <span>
 
-#include "transform/BuiltInFunction.h"
+#include "transform/functions/BuiltInFunction.h"
 
 namespace nbscore {
 

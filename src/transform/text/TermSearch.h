@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "framework/SeededHash.h"
-#include "transform/WorkBudget.h"
+#include "transform/evaluation/WorkBudget.h"
 #include "transform/text/TextRules.h"
 
 namespace nbscore {

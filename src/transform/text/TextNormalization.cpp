@@ -3,7 +3,7 @@
 #include <string_view>
 #include <utility>
 
-#include "transform/ValueReading.h"
+#include "transform/evaluation/ValueReading.h"
 #include "transform/text/TermSearch.h"
 
 namespace nbscore {

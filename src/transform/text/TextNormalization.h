@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "transform/WorkBudget.h"
+#include "transform/evaluation/WorkBudget.h"
 #include "transform/functions/RegularExpression.h"
 #include "transform/text/TextRules.h"
 
