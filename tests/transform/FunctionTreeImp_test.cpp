@@ -1,4 +1,4 @@
-#include "transform/evaluation/FunctionTreeImp.h"
+#include "transform/evaluation/Expression.h"
 
 #include <gtest/gtest.h>
 

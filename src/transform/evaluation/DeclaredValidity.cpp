@@ -12,17 +12,7 @@ ValueInterval::Closure ClosureOf(bool isClosedOnTheLeft, bool isClosedOnTheRight
     return isClosedOnTheRight ? ValueInterval::OpenClosed : ValueInterval::OpenOpen;
 }
 
-bool IsEmpty(const ValueInterval& interval) {
-    if (interval.leftMargin == interval.rightMargin) return interval.closure != ValueInterval::ClosedClosed;
-    return !(interval.leftMargin < interval.rightMargin);
-}
-
-bool BeginsBefore(const ValueInterval& left, const ValueInterval& right) {
-    if (left.leftMargin != right.leftMargin) return left.leftMargin < right.leftMargin;
-    return left.IsClosedOnTheLeft() && !right.IsClosedOnTheLeft();
-}
-
-/// Whether there is nothing between them; the first begins no later than the second.
+/// Whether there is no gap between two intervals of which the first begins no later than the second.
 bool Meet(const ValueInterval& first, const ValueInterval& second) {
     if (first.rightMargin != second.leftMargin) return second.leftMargin < first.rightMargin;
     return first.IsClosedOnTheRight() || second.IsClosedOnTheLeft();
@@ -45,9 +35,19 @@ ExpressionValue Declared(const ScoreValue& value, ValueKind kind) {
 
 ValueKind KindOfField(const ScoreDictVar& variable) {
     if (variable.GetStorageType() == ScoreDictVar::NumericStorage) return ValueKind::Number;
-    // Only the framework's own variables know of truth values.
+    // Only the framework's own variables know truth values.
     const auto* declared = dynamic_cast<const BaseDictVar*>(&variable);
     return declared != nullptr && declared->HoldsTruthValues() ? ValueKind::Truth : ValueKind::Text;
+}
+
+bool IsEmpty(const ValueInterval& interval) {
+    if (interval.leftMargin == interval.rightMargin) return interval.closure != ValueInterval::ClosedClosed;
+    return !(interval.leftMargin < interval.rightMargin);
+}
+
+bool BeginsBefore(const ValueInterval& left, const ValueInterval& right) {
+    if (left.leftMargin != right.leftMargin) return left.leftMargin < right.leftMargin;
+    return left.IsClosedOnTheLeft() && !right.IsClosedOnTheLeft();
 }
 
 JoinedIntervals::JoinedIntervals(std::vector<ValueInterval> intervals) {
@@ -74,7 +74,7 @@ DeclaredValidity::DeclaredValidity(const ScoreDictVar& variable)
         for (const ScoreValueLabel& label : variable.GetValueLabelSet()->GetValueLabels())
             validValues.insert(Declared(*label.GetValue(), kind));
     }
-    // Only the framework's own variables know of invalid values and intervals.
+    // Only the framework's own variables know invalid values and intervals.
     const auto* declared = dynamic_cast<const BaseDictVar*>(&variable);
     if (declared == nullptr) return;
     for (const auto& value : declared->GetInvalidValues())

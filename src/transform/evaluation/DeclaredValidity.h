@@ -6,15 +6,20 @@
 #include "framework/SeededHash.h"
 #include "framework/ValueInterval.h"
 #include "transform/evaluation/ExpressionValue.h"
-#include "transform/evaluation/ValueKind.h"
 
 namespace nbscore {
 
-/// What expressions see of a variable's values: numbers, texts, or truth values, which are kept as texts. One of these
-/// is a truth value where it reads as one, else the text as it stands (ReadAs).
+/// What a variable's values are to expressions: numbers, texts, or truth values. These are stored as texts, and one that
+/// does not read as a truth value stays a text (ReadAs).
 ValueKind KindOfField(const ScoreDictVar& variable);
 
-/// Some intervals, joined where they meet, so that whether a number lies in one of them takes no look at all of them.
+/// Whether no number lies in the interval.
+bool IsEmpty(const ValueInterval& interval);
+
+/// Orders intervals from left to right by where they begin.
+bool BeginsBefore(const ValueInterval& left, const ValueInterval& right);
+
+/// Some intervals, joined where they meet and sorted, so that a number is looked up by binary search.
 class JoinedIntervals {
 public:
     JoinedIntervals() = default;
@@ -27,14 +32,14 @@ private:
     std::vector<ValueInterval> joined;
 };
 
-/// Which values a variable's declaration allows: none that it declares invalid; else those it declares valid, when it
-/// declares any, and those inside one of its intervals, when it declares any. A NaN is never allowed, nor is a text
-/// that is no truth value where the variable holds truth values.
+/// Which values a variable's declaration allows: none that it declares invalid; if it declares valid values, only these;
+/// if it declares intervals, only numbers inside one of them. NaN is never allowed, nor is a text that is no truth value
+/// where the variable holds truth values.
 class DeclaredValidity {
 public:
     explicit DeclaredValidity(const ScoreDictVar& variable);
 
-    /// @param value as expressions see it, or missing, which is not allowed.
+    /// @param value as expressions see it. Missing is not allowed.
     bool Allows(const ExpressionValue& value) const;
 
 private:

@@ -6,7 +6,7 @@
 namespace nbscore {
 namespace {
 
-/// Texts that are longer give their memory back when their case is over.
+/// The memory of longer texts is freed when their case is over.
 constexpr std::size_t longestKeptText = 4096;
 
 const ScoreValue& AsScoreValue(const std::variant<NumericValue, StringValue>& value) {
@@ -50,36 +50,36 @@ int DerivedCaseRecord::GetVarIndex(const std::string&) const {
 const ScoreValue* DerivedCaseRecord::GetValueByName(const std::string& name) const {
     const auto found = derived.positionsByName.find(name);
     if (found == derived.positionsByName.end()) return nullptr;
-    // Whatever an earlier question left unfinished when it ended in an exception.
-    way.clear();
+    // An earlier call that ended in an exception may have left something.
+    path.clear();
     levelsInUse = 0;
     ComputeWithDependencies(found->second);
     const Cell& cell = cells[found->second];
     return cell.isPresent ? &AsScoreValue(cell.value) : nullptr;
 }
 
-/// First what a field needs in every case, then the field; with a way of its own instead of recursion, because a chain
-/// of fields may be longer than the stack is deep. There are no cycles: the reader refused them.
+/// First computes what a field needs in every case, then the field. Not by recursion, because a chain of fields may be
+/// too long for the stack. There are no cycles: the reader refused them.
 void DerivedCaseRecord::ComputeWithDependencies(std::size_t wanted) const {
     if (IsComputed(wanted)) return;
-    const std::size_t start = way.size();
-    way.push_back({wanted, 0});
-    while (way.size() > start) {
-        Step& step = way.back();
+    const std::size_t start = path.size();
+    path.push_back({wanted, 0});
+    while (path.size() > start) {
+        Step& step = path.back();
         const DerivedField& field = derived.fields[step.field];
         if (step.nextDependency == CountComputedAhead(field)) {
             const std::size_t ready = step.field;
-            way.pop_back();
+            path.pop_back();
             Compute(ready);
             continue;
         }
         const std::size_t needed = field.dependencies[step.nextDependency++];
-        if (!IsComputed(needed)) way.push_back({needed, 0});
+        if (!IsComputed(needed)) path.push_back({needed, 0});
     }
 }
 
-/// What a field needs in some cases only is computed when its expression asks for it, in the midst of being evaluated.
-/// Fields that nest deeply in this way take stack: for them, all that they could need is computed ahead.
+/// What a field needs only in some cases is computed when its expression asks for it, while it is evaluated. When fields
+/// nest deeply in this way they take stack: from a certain depth on, everything that they could need is computed before.
 std::size_t DerivedCaseRecord::CountComputedAhead(const DerivedField& field) const {
     constexpr std::size_t mostLevelsInUse = 250;
     return levelsInUse + field.levels <= mostLevelsInUse ? field.alwaysNeeded : field.dependencies.size();
@@ -88,13 +88,13 @@ std::size_t DerivedCaseRecord::CountComputedAhead(const DerivedField& field) con
 void DerivedCaseRecord::Compute(std::size_t position) const {
     watch.Step();
     const DerivedField& field = derived.fields[position];
-    // The field that asked for this one in the midst of its own computation goes on with what it had left.
+    // The field that asked for this one while it was computed goes on with what it had left.
     const WorkBudget budgetOfAskingField = budget;
     budget = WorkBudget(WorkBudget::ofCase / static_cast<double>(derived.fields.size()), &watch);
     levelsInUse += field.levels;
     ExpressionValue result = field.function.Evaluate(*this);
     levelsInUse -= field.levels;
-    // Functions that leave missing arguments out would else make numbers of what was left.
+    // Otherwise functions that leave out missing arguments would make a number of the remaining ones.
     if (budget.IsSpent()) result = {};
     budget = budgetOfAskingField;
     Store(std::move(result), position);
@@ -119,7 +119,7 @@ void DerivedCaseRecord::Store(ExpressionValue result, std::size_t position) cons
 ExpressionValue DerivedCaseRecord::ValueOf(const FieldReference& field) const {
     ExpressionValue value =
         field.source == FieldReference::CaseRecord ? GetInput(field.position) : GetDerived(field.position);
-    // Truth values are kept as texts.
+    // Truth values are stored as texts.
     const auto* text = field.kind == ValueKind::Truth ? std::get_if<std::string>(&value) : nullptr;
     if (text != nullptr) return ReadAs(ValueKind::Truth, *text);
     return value;
@@ -137,7 +137,7 @@ ExpressionValue DerivedCaseRecord::GetInput(std::size_t position) const {
     const ScoreValue* value = record ? record->GetValueByName(input.name) : nullptr;
     if (!value || input.variable->IsMissingValue(value)) return {};
     if (input.variable->GetStorageType() != ScoreDictVar::NumericStorage) return value->GetString();
-    // A text in a numeric field is read as a number, and one that is none is missing.
+    // A text in a numeric field is read as a number, and is missing when it is none.
     const NumericValue number(value->GetDouble());
     if (input.variable->IsMissingValue(&number)) return {};
     return number.GetDouble();

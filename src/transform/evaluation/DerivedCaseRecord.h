@@ -9,21 +9,21 @@
 #include "framework/ScoreCaseRecord.h"
 #include "framework/StringValue.h"
 #include "transform/evaluation/DerivedFields.h"
-#include "transform/evaluation/FieldValues.h"
+#include "transform/evaluation/Expression.h"
 
 namespace nbscore {
 
-/// The derived values of one case after another. Each is computed when it is first asked for, and at most once per
-/// case; a field that nobody asks for costs nothing. Used by one thread at a time.
+/// The derived values of one case after another. Each is computed when it is first asked for, and at most once for a
+/// case; an unused field costs nothing. Used by one thread at a time.
 class DerivedCaseRecord : public ScoreCaseRecord, private FieldValues {
 public:
     /// The derived fields must outlive the record.
     explicit DerivedCaseRecord(const DerivedFields& derivedFields);
 
-    /// Turns to the next case; null is a case without any value. Answers to earlier questions end here.
+    /// Goes on to the next case; null is a case without any values. Values returned for the case before become invalid.
     void Begin(const ScoreCaseRecord* caseRecord);
 
-    /// Derived values are asked for by name only: they have no positions.
+    /// Always null: derived values have names, but no positions.
     const ScoreValue* GetValueByIndex(int index) const override;
     const ScoreValue* GetValueByName(const std::string& name) const override;
     bool IsIndexed() const override;
@@ -31,7 +31,7 @@ public:
 
 private:
     struct Cell {
-        /// The value has the field's kind from the beginning and is filled again for every case.
+        /// Of the field's kind from the start; overwritten for every case.
         std::variant<NumericValue, StringValue> value;
         std::uint64_t computedForCase = 0;
         bool isPresent = false;
@@ -56,15 +56,15 @@ private:
     const DerivedFields& derived;
     mutable LimitWatch watch;
     const ScoreCaseRecord* record = nullptr;
-    /// Counts cases, so that a new case forgets the values of the last one without touching them.
+    /// Counts cases: so a new case invalidates the values of the last one without touching them.
     std::uint64_t caseNumber = 1;
-    /// Of the field that is being computed.
+    /// That of the field that is being computed.
     mutable WorkBudget budget{0};
     mutable std::vector<Cell> cells;
-    mutable std::vector<Step> way;
-    /// How deep the expressions nest that are being evaluated.
+    mutable std::vector<Step> path;
+    /// How deep the expressions nest that are now being evaluated.
     mutable std::size_t levelsInUse = 0;
-    /// Positions of fields that hold so long a text for this case that it is not kept for the next.
+    /// Positions of the fields whose text in this case is so long that its memory is freed with the case.
     mutable std::vector<std::size_t> longTexts;
 };
 

@@ -2,10 +2,11 @@
 
 namespace nbscore {
 
-/// A pointer of each thread's own, for a system where g++ frees what is thread_local before it destroys it: Windows.
+/// A pointer that each thread has for itself. For Windows, where g++ frees thread_local objects before it destroys them.
 class ThreadSlot {
 public:
-    /// @param destroyAtEnd gets a thread's pointer when the thread ends, and all that are left when the slot goes.
+    /// @param destroyAtEnd called with a thread's pointer when the thread ends, and with all that are left when the slot
+    ///     is destroyed.
     explicit ThreadSlot(void (*destroyAtEnd)(void*));
     ~ThreadSlot();
     ThreadSlot(const ThreadSlot&) = delete;

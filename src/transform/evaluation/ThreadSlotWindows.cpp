@@ -6,8 +6,8 @@
 
 namespace nbscore {
 
-// The system's own slots of this kind call back with each pointer; what a slot of a fiber is for a program without
-// fibers is a slot of a thread.
+// The system's slots for threads do not call back when a thread ends; its slots for fibers do, and in a program without
+// fibers each thread is one.
 ThreadSlot::ThreadSlot(void (*destroyAtEnd)(void*)) : index(FlsAlloc(destroyAtEnd)) {
     if (index == FLS_OUT_OF_INDEXES) throw std::bad_alloc();
 }

@@ -6,22 +6,21 @@
 
 namespace nbscore {
 
-/// How many more elementary steps the computation of a derived field may take: no text, no table and no pattern holds
-/// up a case for longer, nor makes it need more memory. A step is about as much as comparing two characters. Numbers
-/// are not counted: what they take is in proportion to the document (EvaluationCost.h).
+/// How many more elementary steps the computation of a derived field may take: so no text, table or pattern can make a
+/// case take unbounded time or memory. A step is about as much as comparing two characters. Work on numbers is not
+/// counted: it is in proportion to the document, which has limits of its own.
 ///
-/// Each derived field of a case has a budget of its own, so that no field's value depends on which others were computed
-/// before it. When it is spent, the field is missing.
+/// Each derived field of a case has its own budget, so that its value does not depend on which others were computed
+/// before it. When the budget is spent, the field is missing.
 class WorkBudget {
 public:
-    /// For all derived fields of a case together, who share it equally: seconds, and for the costliest patterns half a
-    /// minute.
+    /// For all derived fields of a case together, in equal parts: seconds, for the costliest patterns half a minute.
     static constexpr double ofCase = 1e9;
-    /// A text that goes from one expression to the next is copied and read a few times: all of a case's together come
-    /// to 125 megabytes at most.
+    /// A text that one expression passes to the next is copied and read a few times. So the texts of a case come to 125
+    /// megabytes at most.
     static constexpr double perByteOfText = 8;
 
-    /// @param limitWatch asked while the budget is spent; borrowed, and null where nobody wants to be asked.
+    /// @param limitWatch asked while the budget is spent; borrowed, and null when there is nothing to ask.
     explicit WorkBudget(double steps, LimitWatch* limitWatch = nullptr)
         : left(steps), leftAtNextQuestion(steps - stepsPerQuestion), watch(limitWatch) {}
 
@@ -38,7 +37,7 @@ public:
 
     bool IsSpent() const { return left < 0; }
 
-    /// To be called for each function that is called, because numbers spend nothing. Throws CancelledError.
+    /// To be called for each call of a function, because numbers spend nothing. Throws CancelledError.
     void NoteCall() {
         if (watch != nullptr) watch->Step();
     }

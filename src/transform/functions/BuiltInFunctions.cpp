@@ -3,20 +3,7 @@
 #include <vector>
 
 #include "framework/SeededHash.h"
-#include "transform/functions/Aggregates.h"
-#include "transform/functions/Arithmetic.h"
-#include "transform/functions/Comparison.h"
-#include "transform/functions/Conditional.h"
-#include "transform/functions/Dates.h"
-#include "transform/functions/Distributions.h"
-#include "transform/functions/Formatting.h"
-#include "transform/functions/GeneralMath.h"
-#include "transform/functions/Logic.h"
-#include "transform/functions/Membership.h"
-#include "transform/functions/MissingValues.h"
-#include "transform/functions/RegularExpressions.h"
-#include "transform/functions/Strings.h"
-#include "transform/functions/Trigonometry.h"
+#include "transform/functions/Families.h"
 
 namespace nbscore {
 namespace {

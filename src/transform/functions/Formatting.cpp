@@ -1,14 +1,12 @@
-#include "transform/functions/Formatting.h"
+#include "transform/functions/Families.h"
 
 #include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 
-#include "transform/evaluation/ValueReading.h"
-#include "transform/functions/ApplyExpression.h"
-#include "transform/functions/ConstantArgument.h"
-#include "transform/functions/DateTimePattern.h"
+#include "transform/functions/FunctionCalls.h"
+#include "transform/functions/IsoDateTime.h"
 #include "transform/functions/NumberPattern.h"
 
 namespace nbscore {
@@ -54,7 +52,7 @@ std::unique_ptr<const Expression> MakeFormatDateTime(CallParts parts) {
     return std::make_unique<ApplyExpression>(std::move(parts));
 }
 
-constexpr BuiltInFunction functions[] = {
+constexpr BuiltInFunction formattingFunctions[] = {
     {"formatNumber", "number, pattern", 2, 2, MissingRule::GivesMissing, ValueKind::Text,
      "The number by a pattern of C's `printf` with exactly one conversion, one of `%d %i %u %o %x %X` (of the number "
      "rounded, a half to the even one), `%f %F %e %E %g %G`, or `%s` for the shortest digits; flags are `-`, `+`, "
@@ -71,7 +69,7 @@ constexpr BuiltInFunction functions[] = {
 }  // namespace
 
 std::span<const BuiltInFunction> FormattingFunctions() {
-    return functions;
+    return formattingFunctions;
 }
 
 }  // namespace nbscore

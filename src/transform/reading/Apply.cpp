@@ -12,20 +12,16 @@
 #include "pmml/DocumentTree.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
-#include "transform/evaluation/Expression.h"
-#include "transform/evaluation/FieldRefExpression.h"
-#include "transform/evaluation/UserFunction.h"
-#include "transform/functions/ApplyExpression.h"
-#include "transform/functions/ApplyOptions.h"
 #include "transform/functions/BuiltInFunctions.h"
+#include "transform/functions/FunctionCalls.h"
 #include "transform/reading/ElementReading.h"
 #include "transform/reading/FieldScope.h"
 
 namespace nbscore {
 namespace {
 
-/// `Apply` of a function that the document defines. Its arguments are evaluated first, each once; what a missing one
-/// means is the body's own affair.
+/// `Apply` of a function that the document defines. Its arguments are evaluated first, each once. What a missing one
+/// means is up to the body.
 class UserFunctionCall : public Expression {
 public:
     /// @param calledFunction must outlive the call; its body may be read later.
@@ -42,14 +38,14 @@ private:
 
 using ArgumentExpressions = std::vector<std::unique_ptr<const Expression>>;
 
-/// All that the body of a function sees: its parameters.
+/// What the body of a function sees: its parameters.
 class ParameterValues : public FieldValues {
 public:
     ParameterValues(std::vector<ExpressionValue> argumentValues, const ArgumentExpressions& argumentExpressions,
                     const FieldValues& fieldsOfCaller)
         : values(std::move(argumentValues)), arguments(argumentExpressions), callersFields(fieldsOfCaller) {}
 
-    /// A parameter that stands for nothing but a field is valid when the field is.
+    /// A parameter whose argument is just a field is valid when the field is.
     bool IsValid(const FieldReference& parameter) const override {
         if (!IsValidByItself(values[parameter.position])) return false;
         const auto* field = dynamic_cast<const FieldRefExpression*>(arguments[parameter.position].get());

@@ -10,15 +10,13 @@
 #include "pmml/FieldDeclarationReader.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
-#include "transform/evaluation/Expression.h"
-#include "transform/evaluation/FieldInput.h"
+#include "transform/evaluation/DeclaredValidity.h"
 #include "transform/reading/ElementReading.h"
-#include "transform/reading/FieldScope.h"
 
 namespace nbscore {
 namespace {
 
-/// `Discretize` of a derived field: the value of the bin that a number falls into.
+/// `Discretize`: the value of the bin that a number falls into.
 class DiscretizeExpression : public Expression {
 public:
     struct Bin {
@@ -56,19 +54,7 @@ struct ReadBin {
     Element element;
 };
 
-bool IsEmpty(const ValueInterval& interval) {
-    if (interval.leftMargin != interval.rightMargin) return interval.leftMargin > interval.rightMargin;
-    return interval.closure != ValueInterval::ClosedClosed;
-}
-
-bool BeginsBefore(const ReadBin& left, const ReadBin& right) {
-    const ValueInterval& first = left.bin.interval;
-    const ValueInterval& second = right.bin.interval;
-    if (first.leftMargin != second.leftMargin) return first.leftMargin < second.leftMargin;
-    return first.IsClosedOnTheLeft() && !second.IsClosedOnTheLeft();
-}
-
-/// Of two that are sorted.
+/// Of two bins, the first of which begins no later.
 bool Overlap(const ReadBin& left, const ReadBin& right) {
     const ValueInterval& first = left.bin.interval;
     const ValueInterval& second = right.bin.interval;
@@ -118,7 +104,7 @@ std::unique_ptr<const Expression> ReadDiscretize(Element element, FieldScope& sc
     const FieldReference field = ReadFieldReference(element, scope);
     const ValueKind kind = DataTypeOf(element);
     std::vector<ReadBin> bins = ReadBins(element, kind, transcoder);
-    std::ranges::stable_sort(bins, BeginsBefore);
+    std::ranges::stable_sort(bins, BeginsBefore, [](const ReadBin& bin) { return bin.bin.interval; });
     RefuseOverlaps(bins);
     std::vector<DiscretizeExpression::Bin> sortedBins;
     sortedBins.reserve(bins.size());

@@ -61,12 +61,27 @@ std::optional<bool> FlagAttribute(Element element, Name name) {
     return WordAttribute(element, name, words) < 2;
 }
 
+bool TruthAt(Element element, std::string_view text) {
+    if (const auto truth = TruthOf(std::string(text))) return *truth;
+    throw RefusalAt(element, VeskException::InvalidContent,
+                    "\"" + ExcerptOf(text) + "\" is no truth value: true, false, 1 or 0.");
+}
+
 std::size_t WordAttribute(Element element, Name name, std::span<const std::string_view> words) {
     const auto word = element.GetAttribute(name);
     if (!word) return 0;
     const auto found = std::ranges::find(words, *word);
     if (found == words.end()) throw NoSuchWord(element, name, *word, words);
     return static_cast<std::size_t>(found - words.begin());
+}
+
+FieldReference ReadFieldReference(Element element, FieldScope& scope) {
+    return scope.Resolve(element, RequiredAttribute(element, Name::field));
+}
+
+FieldInput ReadFieldInput(Element element, const FieldReference& field, ValueKind resultKind,
+                          const Transcoder& transcoder) {
+    return {field, AttributeOfKind(element, Name::mapMissingTo, resultKind, transcoder)};
 }
 
 }  // namespace nbscore

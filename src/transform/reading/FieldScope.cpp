@@ -23,7 +23,7 @@ bool FieldScope::Readings::Has(std::size_t position) const {
 }
 
 void FieldScope::Readings::Note(std::size_t position) {
-    // Not looked for among the positions, so that a field that reads much does not take the square of it.
+    // A search among the positions would take time by the square of what a field reads.
     if (Has(position)) return;
     if (position >= lastReaders.size()) lastReaders.resize(position + 1, 0);
     lastReaders[position] = reader;

@@ -10,31 +10,29 @@
 #include "pmml/DocumentTree.h"
 #include "pmml/Transcoder.h"
 #include "transform/evaluation/DerivedFields.h"
-#include "transform/evaluation/FieldReference.h"
-#include "transform/functions/PatternStore.h"
-#include "transform/reading/EvaluationCost.h"
+#include "transform/functions/RegularExpression.h"
+#include "transform/reading/EvaluationPlan.h"
 
 namespace nbscore {
 
-/// What an expression can see while it is read. In a derived field: the derived fields, all of them declared by then,
-/// and the data fields. In a function: its parameters and nothing else. It notes what is really used, and how much
-/// work that is.
+/// The names that an expression can use while it is read. In a derived field: the derived fields, which are all declared
+/// by then, and the data fields. In a function: only its parameters. It notes what is used, and how much work that is.
 class FieldScope {
 public:
-    /// @param dataDictionary may be null: there are no data fields then.
+    /// @param dataDictionary null when there are no data fields.
     FieldScope(DerivedFields& derivedFields, const ScoreDictionary* dataDictionary, const Transcoder& textTranscoder);
 
     /// The derived field whose expression is read from now on.
     void EnterField(std::size_t derivedField);
-    /// Its expression is read: what it reads becomes its dependencies.
+    /// To be called when its expression is read: stores what it reads as its dependencies.
     void FinishField();
     /// The function whose body is read from now on.
     void EnterFunction(const UserFunction& function);
 
-    /// The field of this name. Throws VeskException 8, with the place of the element, when nobody knows it.
+    /// The field of this name. Throws VeskException 8, with the place of the element, when there is none.
     FieldReference Resolve(Element element, std::string_view name);
 
-    /// The document's own function of this name, of which a call is noted; null when there is none.
+    /// The document's own function of this name, and notes a call of it; null when there is none.
     const UserFunction* FindFunctionToCall(const std::string& name);
 
     /// What was read since the scope was entered.
@@ -43,7 +41,7 @@ public:
     const Transcoder& GetTranscoder() const { return transcoder; }
     PatternStore& GetPatterns() { return patterns; }
 
-    /// As long as one lives, what is read is evaluated in some cases only.
+    /// As long as one exists, what is read is not evaluated in every case.
     class Branch {
     public:
         explicit Branch(FieldScope& enteredScope) : scope(enteredScope) { ++scope.branches; }
@@ -56,7 +54,7 @@ public:
     };
 
 private:
-    /// What the derived field at hand reads.
+    /// What the current derived field reads.
     class Readings {
     public:
         void Begin(std::size_t derivedField);
@@ -84,7 +82,7 @@ private:
     Readings inputs;
     Readings fieldsAlways;
     Readings fieldsInBranches;
-    /// How many branches are open.
+    /// How many Branches exist.
     int branches = 0;
     /// Null while a derived field's expression is read.
     const UserFunction* function = nullptr;

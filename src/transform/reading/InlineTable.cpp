@@ -15,7 +15,7 @@ std::string_view LocalNameOf(Element element) {
     return WithoutPrefix(element.GetSpelling());
 }
 
-/// Columns by name. Several may be asked for under one name: each gets the cell.
+/// Columns by name. Several may be requested by one name: each gets the cell.
 class Columns {
 public:
     explicit Columns(const std::vector<std::string>& names) : count(names.size()) {
@@ -56,10 +56,10 @@ private:
 
 void ForEachRow(Element table, const std::vector<std::string>& columns,
                 const std::function<void(const InlineRow& row)>& onRow) {
-    const Columns askedColumns(columns);
+    const Columns requested(columns);
     for (const Element child : ChildrenOf(table)) {
         if (LocalNameOf(child) != "row") throw UnexpectedChild(child, table.GetTag());
-        onRow(askedColumns.Read(child));
+        onRow(requested.Read(child));
     }
 }
 

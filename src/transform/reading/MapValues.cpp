@@ -7,21 +7,83 @@
 #include <utility>
 #include <vector>
 
+#include "framework/NumberText.h"
 #include "framework/SeededHash.h"
 #include "pmml/DocumentTree.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
-#include "transform/evaluation/Expression.h"
-#include "transform/evaluation/FieldInput.h"
 #include "transform/reading/ElementReading.h"
-#include "transform/reading/FieldScope.h"
 #include "transform/reading/InlineTable.h"
-#include "transform/reading/TableKey.h"
 
 namespace nbscore {
 namespace {
 
-/// `MapValues`: the row of a table in which certain columns hold what certain fields hold.
+/// A column of a table in which the values of a field are looked up.
+///
+/// Numbers are equal however they are written, truth values too, be it as words or as 1 and 0; texts are equal byte by
+/// byte. Where the kind of the field is not known (Any), what reads as a number is one, and a truth value is looked up by
+/// its word when a cell of the column is that word, else as the number 1 or 0.
+struct KeyColumn {
+    FieldReference field;
+    bool hasTrue = false;
+    bool hasFalse = false;
+
+    /// To be called for every cell, before a value is looked up.
+    void NoteCell(const std::string& cell);
+};
+
+/// The key of a table row or of a case: a text made of its parts, so that keys are equal exactly when their parts are.
+class TableKey {
+public:
+    /// @param part a cell of the column, or a value that is looked up in it.
+    void Add(const ExpressionValue& part, const KeyColumn& column);
+    const std::string& GetText() const { return text; }
+
+private:
+    std::string text;
+};
+
+/// Zero and negative zero are one number.
+std::string TextOfNumber(double number) {
+    return number == 0.0 ? "0" : FormatNumber(number);
+}
+
+std::string TextOfTruth(bool truth, const KeyColumn& column) {
+    const bool isWord = truth ? column.hasTrue : column.hasFalse;
+    return isWord ? TextOf(truth) : TextOfNumber(truth ? 1.0 : 0.0);
+}
+
+/// The same text for all values that are equal.
+std::string CanonicalText(const ExpressionValue& part, const KeyColumn& column) {
+    switch (column.field.kind) {
+        case ValueKind::Text:
+            break;
+        case ValueKind::Truth:
+            if (const auto truth = TruthOf(part)) return TextOf(*truth);
+            break;
+        case ValueKind::Number:
+        case ValueKind::Any:
+            if (const auto* truth = std::get_if<bool>(&part)) return TextOfTruth(*truth, column);
+            if (const auto number = NumberOf(part)) return TextOfNumber(*number);
+            break;
+    }
+    return TextOf(part);
+}
+
+void KeyColumn::NoteCell(const std::string& cell) {
+    hasTrue = hasTrue || cell == "true";
+    hasFalse = hasFalse || cell == "false";
+}
+
+void TableKey::Add(const ExpressionValue& part, const KeyColumn& column) {
+    const std::string canonical = CanonicalText(part, column);
+    // With the length, "a" + "bc" differs from "ab" + "c".
+    text += std::to_string(canonical.size());
+    text += ':';
+    text += canonical;
+}
+
+/// `MapValues`: a cell of the table row whose key columns hold the values of certain fields.
 class MapValuesExpression : public Expression {
 public:
     using Rows = SeededMap<std::string, ExpressionValue>;
@@ -29,11 +91,11 @@ public:
     struct Outcomes {
         /// When any of the fields is missing.
         ExpressionValue whenMissing;
-        /// When no row fits.
+        /// When no row matches.
         ExpressionValue otherwise;
     };
 
-    /// @param resultsByKey keys made of parts in the order of the columns.
+    /// @param resultsByKey by keys whose parts are in the order of the columns.
     MapValuesExpression(std::vector<KeyColumn> keyColumns, Rows resultsByKey, Outcomes outcomesWithoutRow);
 
 private:
@@ -137,7 +199,7 @@ private:
         return key.GetText();
     }
 
-    /// A row without an output cell says that the result is missing.
+    /// Missing for a row without an output cell.
     ExpressionValue ResultOf(Element output) const {
         return output ? WrittenValue(output, output.GetTextInside(), kind, scope.GetTranscoder()) : ExpressionValue();
     }
@@ -151,7 +213,7 @@ private:
     ValueKind kind;
     std::vector<Element> pairs;
     std::vector<KeyColumn> keys;
-    /// Of the keys; behind them, in the end, the output column.
+    /// Those of the keys, then the output column.
     std::vector<std::string> columns;
     MapValuesExpression::Rows results;
 };

@@ -1,10 +1,8 @@
 #include "transform/reading/ExpressionReader.h"
 
-#include <algorithm>
-#include <cmath>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -12,117 +10,126 @@
 
 #include "pmml/DocumentTree.h"
 #include "pmml/Refusal.h"
-#include "transform/evaluation/Expression.h"
-#include "transform/evaluation/FieldReference.h"
-#include "transform/evaluation/ValueReading.h"
-#include "transform/functions/CodePoints.h"
+#include "pmml/Utf8.h"
 #include "transform/reading/ElementReading.h"
 #include "transform/reading/FieldScope.h"
-#include "transform/reading/TextNormalizationReader.h"
-#include "transform/reading/TextRulesReader.h"
-#include "transform/text/TermSearch.h"
-#include "transform/text/TextNormalization.h"
-#include "transform/text/TextRules.h"
+#include "transform/reading/InlineTable.h"
+#include "transform/text/TextIndexExpression.h"
 
 namespace nbscore {
 namespace {
 
-/// `TextIndex`: how often a term stands in a text.
-class TextIndexExpression : public Expression {
+std::size_t ReadDistance(Element element, std::string_view text) {
+    const int distance = IntAt(element, text);
+    if (distance >= 0) return static_cast<std::size_t>(distance);
+    throw RefusalAt(element, VeskException::InvalidContent, "maxLevenshteinDistance is below zero.");
+}
+
+std::shared_ptr<const WordSplitter> ReadSplitter(Element element, std::string_view text, FieldScope& scope) {
+    auto separator = scope.GetPatterns().Compile(TextAt(element, text, scope.GetTranscoder()), element);
+    if (separator->IsUsable()) return std::make_shared<const WordSplitter>(std::move(separator));
+    throw RefusalAt(element, VeskException::InvalidContent,
+                    "The regular expression \"" + ExcerptOf(text) + "\" cannot be used: " + separator->Fault() + ".");
+}
+
+/// The attributes by which TextIndex and TextIndexNormalization say how terms are looked for. Where one is absent the
+/// default stands.
+TextRules ReadTextRules(Element element, const TextRules& defaults, FieldScope& scope) {
+    TextRules rules = defaults;
+    rules.isCaseSensitive = FlagAttribute(element, Name::isCaseSensitive).value_or(defaults.isCaseSensitive);
+    rules.isTokenized = FlagAttribute(element, Name::tokenize).value_or(defaults.isTokenized);
+    if (const auto distance = element.GetAttribute(Name::maxLevenshteinDistance)) {
+        rules.maxDistance = ReadDistance(element, *distance);
+    }
+    if (const auto separator = element.GetAttribute(Name::wordSeparatorCharacterRE)) {
+        rules.splitter = ReadSplitter(element, *separator, scope);
+    }
+    if (rules.isTokenized || rules.maxDistance == 0) return rules;
+    throw RefusalAt(element, VeskException::UnsupportedExpression,
+                    "maxLevenshteinDistance is not supported with tokenize=\"false\".");
+}
+
+enum Column { In, Out, IsRegularExpression };
+
+/// Reads a TextIndexNormalization element, whose defaults are the rules of its TextIndex.
+class NormalizationReader {
 public:
-    enum class Weight { TermFrequency, Binary, Logarithmic, AugmentedNormalizedTermFrequency };
+    NormalizationReader(Element normalization, const TextRules& inherited, FieldScope& documentScope)
+        : element(normalization), rules(ReadTextRules(normalization, inherited, documentScope)), scope(documentScope) {}
 
-    struct Parts {
-        FieldReference textField;
-        std::unique_ptr<const Expression> term;
-        TextRules rules;
-        Weight weight;
-        /// Only the hits that come closest to the term count.
-        bool countsBestHitsOnly;
-        /// What happens to the text before, in order.
-        std::vector<TextNormalization> normalizations;
-    };
-
-    explicit TextIndexExpression(Parts readParts);
+    TextNormalization Read() {
+        columns = {std::string(element.GetAttributeOr(Name::inField, "string")),
+                   std::string(element.GetAttributeOr(Name::outField, "stem")),
+                   std::string(element.GetAttributeOr(Name::regexField, "regex"))};
+        const auto children = ChildrenOf(element);
+        Element table = TableAmong(children, element);
+        for (const Element child : children)
+            if (child != table) throw UnexpectedChild(child, element.GetTag());
+        std::vector<TextNormalization::Row> rows;
+        ForEachRow(table, columns, [&](const InlineRow& row) { rows.push_back(ReadRow(row)); });
+        return {rules, std::move(rows), FlagAttribute(element, Name::recursive).value_or(false)};
+    }
 
 private:
-    /// Missing when the text or the term is, and when finding out would take more work than the field has left.
-    ExpressionValue ValueFor(const FieldValues& fields) const override;
+    TextNormalization::Row ReadRow(const InlineRow& row) {
+        const std::string sought = CellText(row, In);
+        std::string replacement = CellText(row, Out);
+        if (ReadIsExpression(row)) return ExpressionRow(row, sought, replacement);
+        // Without words, an expression that matches exactly the text does the same.
+        if (!rules.isTokenized) {
+            return ExpressionRow(row, RegularExpression::Quoted(sought), Replacement::Quoted(replacement));
+        }
+        WorkBudget budget(WorkBudget::ofCase);
+        auto words = Words::In(sought, rules, budget);
+        if (!words || words->words.empty()) throw NothingToLookFor(row);
+        return {nullptr, std::move(words->words), std::move(replacement), Replacement("")};
+    }
 
-    struct Count {
-        std::size_t hits;
-        /// Of the most frequent word; counted only for the weight that needs it.
-        std::size_t highestFrequency;
-    };
+    TextNormalization::Row ExpressionRow(const InlineRow& row, const std::string& pattern,
+                                         const std::string& replacement) {
+        if (pattern.empty()) throw NothingToLookFor(row);
+        auto expression =
+            scope.GetPatterns().Compile(rules.isCaseSensitive ? pattern : "(?i)" + pattern, row.cells[In]);
+        if (!expression->IsUsable()) throw Unusable(row, expression->Fault());
+        Replacement text(replacement);
+        if (!expression->HasGroup(text.GreatestGroup())) {
+            throw Unusable(row, "it has no group " + std::to_string(text.GreatestGroup()));
+        }
+        return {std::move(expression), {}, {}, std::move(text)};
+    }
 
-    std::optional<Count> CountIn(std::string text, const std::string& term, WorkBudget& budget) const;
-    std::optional<Count> CountWords(const std::string& text, const std::string& term, WorkBudget& budget) const;
-    double Weigh(const Count& count) const;
+    static bool ReadIsExpression(const InlineRow& row) {
+        Element cell = row.cells[IsRegularExpression];
+        if (!cell) return false;
+        const std::string word = cell.GetTextInside();
+        return !word.empty() && TruthAt(cell, word);
+    }
 
-    Parts parts;
+    std::string CellText(const InlineRow& row, Column column) const {
+        if (Element cell = row.cells[column]) return TextAt(cell, cell.GetTextInside(), scope.GetTranscoder());
+        throw RefusalAt(row.element, VeskException::InvalidContent,
+                        "The row has no cell for the column \"" + columns[column] + "\".");
+    }
+
+    static VeskException NothingToLookFor(const InlineRow& row) {
+        return RefusalAt(row.cells[In], VeskException::InvalidContent, "The row has nothing to look for.");
+    }
+
+    static VeskException Unusable(const InlineRow& row, const std::string& reason) {
+        return RefusalAt(row.cells[In], VeskException::InvalidContent,
+                         "The regular expression \"" + ExcerptOf(row.cells[In].GetTextInside()) +
+                             "\" cannot be used: " + reason + ".");
+    }
+
+    Element element;
+    TextRules rules;
+    FieldScope& scope;
+    std::vector<std::string> columns;
 };
-
-std::size_t CountHits(const std::vector<Hit>& hits, bool bestOnly) {
-    if (!bestOnly || hits.empty()) return hits.size();
-    const std::size_t best = std::ranges::min(hits, {}, &Hit::distance).distance;
-    return static_cast<std::size_t>(
-        std::ranges::count_if(hits, [best](const Hit& hit) { return hit.distance == best; }));
-}
-
-TextIndexExpression::TextIndexExpression(Parts readParts) : parts(std::move(readParts)) {}
-
-ExpressionValue TextIndexExpression::ValueFor(const FieldValues& fields) const {
-    const ExpressionValue text = fields.Get(parts.textField);
-    if (IsMissing(text)) return {};
-    const ExpressionValue term = parts.term->Evaluate(fields);
-    if (IsMissing(term)) return {};
-    const auto count = CountIn(TextOf(text), TextOf(term), fields.Budget());
-    return count ? ExpressionValue(Weigh(*count)) : ExpressionValue();
-}
-
-std::optional<TextIndexExpression::Count> TextIndexExpression::CountIn(std::string text, const std::string& term,
-                                                                       WorkBudget& budget) const {
-    if (text.size() > longestText || term.size() > longestText) return std::nullopt;
-    for (const TextNormalization& normalization : parts.normalizations) {
-        auto normalized = normalization.Apply(std::move(text), budget);
-        if (!normalized) return std::nullopt;
-        text = std::move(*normalized);
-    }
-    if (parts.rules.isTokenized) return CountWords(text, term, budget);
-    if (parts.rules.isCaseSensitive) return Count{CountInside(text, term), 0};
-    return Count{CountInside(LowerCaseOf(text), LowerCaseOf(term)), 0};
-}
-
-std::optional<TextIndexExpression::Count> TextIndexExpression::CountWords(const std::string& text,
-                                                                          const std::string& term,
-                                                                          WorkBudget& budget) const {
-    const auto words = SearchedText::In(text, parts.rules, budget);
-    const auto sought = Words::In(term, parts.rules, budget);
-    if (!words || !sought) return std::nullopt;
-    const auto hits = FindTerm(*words, sought->words, parts.rules.maxDistance, budget);
-    if (!hits) return std::nullopt;
-    const bool needsHighest = parts.weight == Weight::AugmentedNormalizedTermFrequency;
-    return Count{CountHits(*hits, parts.countsBestHitsOnly), needsHighest ? HighestFrequency(*words) : 0};
-}
-
-double TextIndexExpression::Weigh(const Count& count) const {
-    const auto hits = static_cast<double>(count.hits);
-    switch (parts.weight) {
-        case Weight::TermFrequency:
-            break;
-        case Weight::Binary:
-            return hits > 0 ? 1 : 0;
-        case Weight::Logarithmic:
-            return std::log10(1 + hits);
-        case Weight::AugmentedNormalizedTermFrequency:
-            return hits > 0 ? 0.5 * (1 + hits / static_cast<double>(count.highestFrequency)) : 0;
-    }
-    return hits;
-}
 
 using Weight = TextIndexExpression::Weight;
 
-/// How many plain expressions one index costs as much as.
+/// How many plain expressions cost as much as one index.
 constexpr std::uint64_t evaluationsPerIndex = 1000;
 
 Weight ReadWeight(Element element) {
@@ -158,7 +165,7 @@ std::unique_ptr<const Expression> ReadTextIndex(Element element, FieldScope& sco
         field, nullptr, ReadRules(element, weight, scope), weight, ReadCountsBestHitsOnly(element), {}};
     for (const Element child : ChildrenOf(element)) {
         if (child.Is(Name::TextIndexNormalization)) {
-            parts.normalizations.push_back(ReadTextNormalization(child, parts.rules, scope));
+            parts.normalizations.push_back(NormalizationReader(child, parts.rules, scope).Read());
         } else if (parts.term) {
             throw UnexpectedChild(child, "<TextIndex> behind its term");
         } else {
