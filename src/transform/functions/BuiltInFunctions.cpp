@@ -1,5 +1,6 @@
 #include "transform/functions/BuiltInFunctions.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "framework/SeededHash.h"
@@ -45,6 +46,14 @@ SeededMap<std::string_view, const BuiltInFunction*> ByName() {
     return byName;
 }
 
+char InLowerCase(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
+
+bool IsSameButForCase(std::string_view one, std::string_view other) {
+    return std::ranges::equal(one, other, {}, InLowerCase, InLowerCase);
+}
+
 }  // namespace
 
 std::span<const BuiltInFunction> GetBuiltInFunctions() {
@@ -56,6 +65,23 @@ const BuiltInFunction* FindBuiltInFunction(std::string_view name) {
     static const auto byName = ByName();
     const auto found = byName.find(name);
     return found == byName.end() ? nullptr : found->second;
+}
+
+std::string SuggestFunction(std::string_view name) {
+    constexpr std::string_view ownPrefix = "x-";
+    const bool isOwn = name.size() > ownPrefix.size() && IsSameButForCase(name.substr(0, ownPrefix.size()), ownPrefix);
+    if (isOwn) name.remove_prefix(ownPrefix.size());
+    for (const BuiltInFunction& function : GetBuiltInFunctions()) {
+        if (!IsSameButForCase(name, function.name)) continue;
+        const std::string right = '"' + std::string(function.name) + '"';
+        return isOwn ? "If the built-in function " + right +
+                           " is meant, write it so; else define the function by a DefineFunction."
+                     : "Write " + right + ": names of functions are told apart by upper and lower case.";
+    }
+    if (!isOwn) return {};
+    return "Define the function by a DefineFunction: names with \"x-\" are functions of the document's producer, which "
+           "are "
+           "known there only.";
 }
 
 }  // namespace nbscore

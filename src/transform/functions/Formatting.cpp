@@ -37,7 +37,7 @@ std::unique_ptr<const Expression> MakeFormatNumber(CallParts parts) {
     if (!text) return std::make_unique<ApplyExpression>(std::move(parts));
     std::string fault;
     auto pattern = NumberPattern::Read(*text, fault);
-    if (!pattern) throw ArgumentRefusal(parts, Pattern, "pattern", *text, fault);
+    if (!pattern) throw ArgumentRefusal(Refusal::PatternUnusable, parts, Pattern, *text, fault);
     return std::make_unique<ApplyExpression>(std::move(parts),
                                              [pattern = std::move(*pattern)](Arguments arguments, WorkBudget&) {
                                                  return FormatByPattern(arguments[Input], pattern);
@@ -47,7 +47,7 @@ std::unique_ptr<const Expression> MakeFormatNumber(CallParts parts) {
 std::unique_ptr<const Expression> MakeFormatDateTime(CallParts parts) {
     if (const auto pattern = ConstantText(*parts.arguments[Pattern])) {
         const std::string fault = FaultOfDateTimePattern(*pattern);
-        if (!fault.empty()) throw ArgumentRefusal(parts, Pattern, "pattern", *pattern, fault);
+        if (!fault.empty()) throw ArgumentRefusal(Refusal::PatternUnusable, parts, Pattern, *pattern, fault);
     }
     return std::make_unique<ApplyExpression>(std::move(parts));
 }

@@ -102,11 +102,9 @@ std::optional<std::string> ConstantText(const Expression& argument) {
     return TextOf(constant->GetValue());
 }
 
-VeskException ArgumentRefusal(const CallParts& parts, std::size_t argument, std::string_view what,
-                              std::string_view text, std::string_view reason) {
-    return RefusalAt(parts.elements[argument], VeskException::InvalidContent,
-                     "The " + std::string(what) + " \"" + Quotable(text) + "\" of the function \"" +
-                         std::string(parts.function.name) + "\" cannot be used: " + Quotable(reason) + ".");
+VeskException ArgumentRefusal(Refusal id, const CallParts& parts, std::size_t argument, std::string_view text,
+                              std::string_view reason) {
+    return RefusalAt(parts.elements[argument], id, {Quotable(text), parts.function.name, Quotable(reason)});
 }
 
 }  // namespace nbscore

@@ -10,6 +10,7 @@
 
 #include "framework/VeskException.h"
 #include "pmml/DocumentTree.h"
+#include "pmml/RefusalTable.h"
 #include "transform/evaluation/Expression.h"
 #include "transform/functions/BuiltInFunctions.h"
 #include "transform/functions/RegularExpression.h"
@@ -51,12 +52,12 @@ struct CallParts {
 /// The text of an argument that is a constant with a value; nothing for any other argument.
 std::optional<std::string> ConstantText(const Expression& argument);
 
-/// The refusal (VeskException 5) of a call with a constant argument that cannot be used.
+/// The refusal of a call with a constant argument that cannot be used.
+/// @param id whose message tells the argument, the function and the reason.
 /// @param argument its position, from 0.
-/// @param what names the kind of argument: "pattern".
 /// @param reason a clause that says what is wrong with it.
-VeskException ArgumentRefusal(const CallParts& parts, std::size_t argument, std::string_view what,
-                              std::string_view text, std::string_view reason);
+VeskException ArgumentRefusal(Refusal id, const CallParts& parts, std::size_t argument, std::string_view text,
+                              std::string_view reason);
 
 /// A call of a function that takes values and gives one: every argument is evaluated, in order.
 class ApplyExpression : public Expression {

@@ -90,11 +90,6 @@ constexpr std::size_t memoryOfSmall = std::size_t{1} << 18;
 /// Patterns of at most so many instructions are as fast with little memory.
 constexpr std::size_t sizeOfSmall = 300;
 
-VeskException TooMuch(Element element, const std::string& limit) {
-    return RefusalAt(element, VeskException::InconsistentDocument,
-                     "The regular expressions of the document are together " + limit + ".");
-}
-
 }  // namespace
 
 Replacement::Replacement(std::string_view text) {
@@ -233,12 +228,12 @@ std::shared_ptr<const RegularExpression> PatternStore::Compile(const std::string
     std::shared_ptr<const RegularExpression>& stored = compiled[pattern];
     if (stored) return stored;
     length += pattern.size();
-    if (length > greatestLength) throw TooMuch(element, "longer than 100,000 bytes");
+    if (length > greatestLength) throw RefusalAt(element, Refusal::PatternsTooLong);
     auto expression = std::make_shared<const RegularExpression>(pattern, memoryOfLarge);
     const bool isSmall = expression->IsUsable() && expression->Size() <= sizeOfSmall;
     if (isSmall) expression = std::make_shared<const RegularExpression>(pattern, memoryOfSmall);
     memory += isSmall ? memoryOfSmall : memoryOfLarge;
-    if (memory > greatestMemory) throw TooMuch(element, "more than 256 megabytes of memory could hold");
+    if (memory > greatestMemory) throw RefusalAt(element, Refusal::PatternsTooLarge);
     stored = std::move(expression);
     return stored;
 }

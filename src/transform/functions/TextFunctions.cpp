@@ -103,7 +103,8 @@ std::shared_ptr<const RegularExpression> PatternAhead(const CallParts& parts) {
     const auto pattern = ConstantText(*parts.arguments[Pattern]);
     if (!pattern) return nullptr;
     auto expression = parts.patterns.Compile(*pattern, parts.elements[Pattern]);
-    if (!expression->IsUsable()) throw ArgumentRefusal(parts, Pattern, "pattern", *pattern, expression->Fault());
+    if (!expression->IsUsable())
+        throw ArgumentRefusal(Refusal::PatternUnusable, parts, Pattern, *pattern, expression->Fault());
     return expression;
 }
 
@@ -125,7 +126,8 @@ std::unique_ptr<const Expression> MakeReplace(CallParts parts) {
     auto pattern = PatternAhead(parts);
     const auto newText = ConstantText(*parts.arguments[NewText]);
     if (pattern && newText && !pattern->HasGroup(Replacement(*newText).GreatestGroup())) {
-        throw ArgumentRefusal(parts, NewText, "replacement", *newText, "the pattern has no group of that number");
+        throw ArgumentRefusal(Refusal::ReplacementUnusable, parts, NewText, *newText,
+                              "the pattern has no group of that number");
     }
     return MakeWithPattern<Replace>(std::move(parts), std::move(pattern));
 }

@@ -112,9 +112,9 @@ std::string Demand(std::size_t fewest, std::size_t most) {
 
 void DemandArguments(Element element, std::size_t count, std::size_t fewest, std::size_t most) {
     if (count >= fewest && count <= most) return;
-    throw RefusalAt(element, VeskException::InconsistentDocument,
-                    "The function \"" + ExcerptOf(element.GetAttributeOr(Name::function, {})) + "\" takes " +
-                        Demand(fewest, most) + ", not " + std::to_string(count) + ".");
+    throw RefusalAt(
+        element, Refusal::ArgumentsMiscounted,
+        {ExcerptOf(RequiredAttribute(element, Name::function)), Demand(fewest, most), std::to_string(count)});
 }
 
 /// @param alwaysEvaluated how many of them every call evaluates.
@@ -128,6 +128,12 @@ std::vector<std::unique_ptr<const Expression>> ReadArguments(const std::vector<E
         arguments.push_back(ReadExpression(child, scope));
     }
     return arguments;
+}
+
+VeskException UnknownFunction(Element element, std::string_view name) {
+    VeskException refusal = RefusalAt(element, Refusal::FunctionUnknown, {ExcerptOf(name)});
+    if (const std::string advice = SuggestFunction(name); !advice.empty()) refusal.SetAdvice(advice);
+    return refusal;
 }
 
 std::unique_ptr<const Expression> MakeCall(CallParts parts) {
@@ -154,8 +160,7 @@ std::unique_ptr<const Expression> ReadApply(Element element, FieldScope& scope) 
         auto arguments = ReadArguments(children, BuiltInFunction::anyNumber, scope);
         return std::make_unique<UserFunctionCall>(*function, std::move(arguments), std::move(options));
     }
-    throw RefusalAt(element, VeskException::UnsupportedExpression,
-                    "The function \"" + ExcerptOf(quotedName) + "\" is not known.");
+    throw UnknownFunction(element, quotedName);
 }
 
 }  // namespace nbscore

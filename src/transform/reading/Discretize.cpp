@@ -64,16 +64,14 @@ bool Overlap(const ReadBin& left, const ReadBin& right) {
 
 ValueInterval ReadOnlyInterval(Element bin) {
     const auto children = ChildrenOf(bin);
-    if (children.empty()) {
-        throw RefusalAt(bin, VeskException::UnexpectedElement, "<DiscretizeBin> has no <Interval>.");
-    }
+    if (children.empty()) throw RefusalAt(bin, Refusal::PartMissing, {bin.GetTag(), SpellingOf(Name::Interval)});
     for (const Element child : children) {
         const bool isFirstInterval = child == children.front() && child.Is(Name::Interval);
         if (!isFirstInterval) throw UnexpectedChild(child, bin.GetTag());
     }
     const ValueInterval interval = Placed(children.front(), [&children] { return ReadInterval(children.front()); });
     if (!IsEmpty(interval)) return interval;
-    throw RefusalAt(children.front(), VeskException::InvalidContent, "No number lies in this interval.");
+    throw RefusalAt(children.front(), Refusal::IntervalEmpty);
 }
 
 std::vector<ReadBin> ReadBins(Element element, ValueKind kind, const Transcoder& transcoder) {
@@ -84,17 +82,14 @@ std::vector<ReadBin> ReadBins(Element element, ValueKind kind, const Transcoder&
         bins.push_back({{ReadOnlyInterval(child), WrittenValue(child, value, kind, transcoder)}, child});
     }
     if (!bins.empty()) return bins;
-    throw RefusalAt(element, VeskException::UnexpectedElement, element.GetTag() + " has no <DiscretizeBin>.");
+    throw RefusalAt(element, Refusal::PartMissing, {element.GetTag(), SpellingOf(Name::DiscretizeBin)});
 }
 
 void RefuseOverlaps(const std::vector<ReadBin>& sortedBins) {
     const auto found = std::ranges::adjacent_find(sortedBins, Overlap);
     if (found == sortedBins.end()) return;
-    const auto valueOf = [](const ReadBin& bin) {
-        return "\"" + ExcerptOf(bin.element.GetAttributeOr(Name::binValue, {})) + "\"";
-    };
-    throw RefusalAt(found[1].element, VeskException::InvalidContent,
-                    "The bins " + valueOf(found[0]) + " and " + valueOf(found[1]) + " overlap.");
+    const auto valueOf = [](const ReadBin& bin) { return ExcerptOf(RequiredAttribute(bin.element, Name::binValue)); };
+    throw RefusalAt(found[1].element, Refusal::BinsOverlap, {valueOf(found[0]), valueOf(found[1])});
 }
 
 }  // namespace

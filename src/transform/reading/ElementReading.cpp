@@ -9,14 +9,14 @@
 namespace nbscore {
 namespace {
 
-VeskException NoSuchWord(Element element, Name name, std::string_view word, std::span<const std::string_view> words) {
-    std::string message =
-        "\"" + ExcerptOf(word) + "\" is no \"" + std::string(SpellingOf(name)) + "\" of " + element.GetTag() + ": ";
+/// "a, b or c".
+std::string Listed(std::span<const std::string_view> words) {
+    std::string list;
     for (std::size_t i = 0; i < words.size(); ++i) {
-        if (i > 0) message += i + 1 < words.size() ? ", " : " or ";
-        message += words[i];
+        if (i > 0) list += i + 1 < words.size() ? ", " : " or ";
+        list += words[i];
     }
-    return RefusalAt(element, VeskException::InvalidContent, message + ".");
+    return list;
 }
 
 }  // namespace
@@ -30,7 +30,7 @@ std::vector<Element> ChildrenOf(Element element) {
 }
 
 VeskException UnexpectedChild(Element child, const std::string& parent) {
-    return RefusalAt(child, VeskException::UnexpectedElement, child.GetTag() + " is not expected in " + parent + ".");
+    return RefusalAt(child, Refusal::ChildUnexpected, {child.GetTag(), parent});
 }
 
 ValueKind DataTypeOf(Element element) {
@@ -63,15 +63,17 @@ std::optional<bool> FlagAttribute(Element element, Name name) {
 
 bool TruthAt(Element element, std::string_view text) {
     if (const auto truth = TruthOf(std::string(text))) return *truth;
-    throw RefusalAt(element, VeskException::InvalidContent,
-                    "\"" + ExcerptOf(text) + "\" is no truth value: true, false, 1 or 0.");
+    throw RefusalAt(element, Refusal::NoTruthValue, {ExcerptOf(text)});
 }
 
 std::size_t WordAttribute(Element element, Name name, std::span<const std::string_view> words) {
     const auto word = element.GetAttribute(name);
     if (!word) return 0;
     const auto found = std::ranges::find(words, *word);
-    if (found == words.end()) throw NoSuchWord(element, name, *word, words);
+    if (found == words.end()) {
+        throw RefusalAt(element, Refusal::NoListedWord,
+                        {ExcerptOf(*word), SpellingOf(name), element.GetTag(), Listed(words)});
+    }
     return static_cast<std::size_t>(found - words.begin());
 }
 

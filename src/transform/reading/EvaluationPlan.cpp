@@ -66,8 +66,7 @@ DependencyOrder OrderByDependencies(std::size_t count, const NeedsOf& needsOf) {
 
 DeeperLevel::DeeperLevel(WrittenCost& costOfAll, Element element) : cost(costOfAll) {
     if (cost.level == mostLevels) {
-        throw RefusalAt(element, VeskException::InconsistentDocument,
-                        "Expressions nest deeper than " + std::to_string(mostLevels) + " levels.");
+        throw RefusalAt(element, Refusal::ExpressionsTooDeep, {std::to_string(mostLevels)});
     }
     ++cost.level;
     ++cost.evaluations;

@@ -71,10 +71,7 @@ constexpr Kind kinds[] = {
 
 std::unique_ptr<const Expression> ReadExpression(Element element, FieldScope& scope) {
     const auto* kind = std::ranges::find(kinds, element.GetName(), &Kind::name);
-    if (kind == std::end(kinds)) {
-        throw RefusalAt(element, VeskException::UnsupportedExpression,
-                        "The expression " + element.GetTag() + " is not supported.");
-    }
+    if (kind == std::end(kinds)) throw RefusalAt(element, Refusal::ExpressionUnsupported, {element.GetTag()});
     const DeeperLevel level(scope.GetCost(), element);
     return kind->read(element, scope);
 }

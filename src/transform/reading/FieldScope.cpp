@@ -64,14 +64,13 @@ FieldReference FieldScope::Resolve(Element element, std::string_view quotedName)
     if (found != derived.positionsByName.end()) return ResolveDerived(found->second);
     const ScoreDictVar* variable = dictionary ? dictionary->GetVar(name) : nullptr;
     if (variable) return ResolveInput(name, *variable);
-    throw RefusalAt(element, VeskException::UnknownVariable, "\"" + ExcerptOf(quotedName) + "\" is no field.");
+    throw RefusalAt(element, Refusal::FieldUnknown, {ExcerptOf(quotedName)});
 }
 
 FieldReference FieldScope::ResolveParameter(Element element, std::string_view quotedName, const std::string& name) {
     const auto found = parameterPositions.find(name);
     if (found == parameterPositions.end()) {
-        throw RefusalAt(element, VeskException::UnknownVariable,
-                        "\"" + ExcerptOf(quotedName) + "\" is no parameter of the function.");
+        throw RefusalAt(element, Refusal::ParameterUnknown, {ExcerptOf(quotedName)});
     }
     return {FieldReference::Parameter, found->second, function->parameters[found->second].kind};
 }

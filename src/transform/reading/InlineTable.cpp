@@ -43,7 +43,7 @@ private:
     }
     static void Put(Element cell, Element& place) {
         if (place) {
-            throw RefusalAt(cell, VeskException::InconsistentDocument, "The row has two cells " + cell.GetTag() + ".");
+            throw RefusalAt(cell, Refusal::CellTwice, {cell.GetTag()});
         }
         place = cell;
     }
@@ -67,10 +67,10 @@ Element TableAmong(const std::vector<Element>& children, Element element) {
     for (const Element child : children) {
         if (child.Is(Name::InlineTable)) return child;
         if (child.Is(Name::TableLocator)) {
-            throw RefusalAt(child, VeskException::UnsupportedExpression, "<TableLocator> is not supported.");
+            throw RefusalAt(child, Refusal::TableNotInline);
         }
     }
-    throw RefusalAt(element, VeskException::UnexpectedElement, element.GetTag() + " has no <InlineTable>.");
+    throw RefusalAt(element, Refusal::PartMissing, {element.GetTag(), SpellingOf(Name::InlineTable)});
 }
 
 }  // namespace nbscore

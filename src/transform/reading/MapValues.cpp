@@ -150,12 +150,11 @@ private:
             if (!IsPair(child)) continue;
             ReadPair(child);
             if (!names.insert(columns.back()).second) {
-                throw RefusalAt(child, VeskException::InconsistentDocument,
-                                "The column " + QuotedColumn(child) + " is paired twice.");
+                throw RefusalAt(child, Refusal::ColumnTwice, {QuotableColumn(child)});
             }
         }
         if (!keys.empty()) return;
-        throw RefusalAt(element, VeskException::UnexpectedElement, "<MapValues> has no <FieldColumnPair>.");
+        throw RefusalAt(element, Refusal::PartMissing, {element.GetTag(), SpellingOf(Name::FieldColumnPair)});
     }
 
     void ReadPair(Element pair) {
@@ -176,21 +175,18 @@ private:
             Element output = row.cells.back();
             hasOutput = hasOutput || output;
             if (results.try_emplace(KeyOf(row), ResultOf(output)).second) return;
-            throw RefusalAt(row.element, VeskException::InconsistentDocument,
-                            "An earlier row has the same keys as this one.");
+            throw RefusalAt(row.element, Refusal::KeysTwice);
         });
         if (hasOutput || results.empty()) return;
-        throw RefusalAt(element, VeskException::InvalidContent,
-                        "No row has a cell for the output column \"" +
-                            ExcerptOf(element.GetAttributeOr(Name::outputColumn, {})) + "\".");
+        throw RefusalAt(element, Refusal::OutputColumnMissing,
+                        {ExcerptOf(RequiredAttribute(element, Name::outputColumn))});
     }
 
     std::string KeyOf(const InlineRow& row) {
         TableKey key;
         for (std::size_t i = 0; i < keys.size(); ++i) {
             if (!row.cells[i]) {
-                throw RefusalAt(row.element, VeskException::InvalidContent,
-                                "The row has no cell for the column " + QuotedColumn(pairs[i]) + ".");
+                throw RefusalAt(row.element, Refusal::CellMissing, {QuotableColumn(pairs[i])});
             }
             const std::string cell = TextAt(row.cells[i], row.cells[i].GetTextInside(), scope.GetTranscoder());
             keys[i].NoteCell(cell);
@@ -204,9 +200,7 @@ private:
         return output ? WrittenValue(output, output.GetTextInside(), kind, scope.GetTranscoder()) : ExpressionValue();
     }
 
-    static std::string QuotedColumn(Element pair) {
-        return "\"" + ExcerptOf(pair.GetAttributeOr(Name::column, {})) + "\"";
-    }
+    static std::string QuotableColumn(Element pair) { return ExcerptOf(RequiredAttribute(pair, Name::column)); }
 
     Element element;
     FieldScope& scope;

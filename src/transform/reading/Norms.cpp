@@ -55,9 +55,7 @@ Outliers ReadOutliers(Element element) {
 void AddPoint(NormContinuousExpression::Line& line, Element point) {
     const double origin = RequiredDouble(point, Name::orig);
     if (!line.origins.empty() && origin <= line.origins.back()) {
-        throw RefusalAt(point, VeskException::InvalidContent,
-                        "The orig " + FormatNumber(origin) + " is not above the one before it, " +
-                            FormatNumber(line.origins.back()) + ".");
+        throw RefusalAt(point, Refusal::OrigsNotAscending, {FormatNumber(origin), FormatNumber(line.origins.back())});
     }
     line.origins.push_back(origin);
     line.norms.push_back(RequiredDouble(point, Name::norm));
@@ -70,7 +68,7 @@ NormContinuousExpression::Line ReadLine(Element element) {
         AddPoint(line, child);
     }
     if (line.origins.size() >= 2) return line;
-    throw RefusalAt(element, VeskException::InvalidContent, "<NormContinuous> needs two <LinearNorm> at least.");
+    throw RefusalAt(element, Refusal::FewerThanTwoPoints);
 }
 
 std::optional<double> NormContinuousExpression::Line::At(double number) const {
@@ -111,8 +109,7 @@ private:
 void RefuseOtherMethods(Element element) {
     const auto method = element.GetAttribute(Name::method);
     if (!method || method == "indicator") return;
-    throw RefusalAt(element, VeskException::UnsupportedExpression,
-                    "The method \"" + ExcerptOf(*method) + "\" of <NormDiscrete> is not supported.");
+    throw RefusalAt(element, Refusal::MethodUnsupported, {ExcerptOf(*method)});
 }
 
 NormDiscreteExpression::NormDiscreteExpression(FieldInput readField, ExpressionValue valueToFind)

@@ -22,14 +22,13 @@ namespace {
 std::size_t ReadDistance(Element element, std::string_view text) {
     const int distance = IntAt(element, text);
     if (distance >= 0) return static_cast<std::size_t>(distance);
-    throw RefusalAt(element, VeskException::InvalidContent, "maxLevenshteinDistance is below zero.");
+    throw RefusalAt(element, Refusal::DistanceNegative);
 }
 
 std::shared_ptr<const WordSplitter> ReadSplitter(Element element, std::string_view text, FieldScope& scope) {
     auto separator = scope.GetPatterns().Compile(TextAt(element, text, scope.GetTranscoder()), element);
     if (separator->IsUsable()) return std::make_shared<const WordSplitter>(std::move(separator));
-    throw RefusalAt(element, VeskException::InvalidContent,
-                    "The regular expression \"" + ExcerptOf(text) + "\" cannot be used: " + separator->Fault() + ".");
+    throw RefusalAt(element, Refusal::RegularExpressionUnusable, {ExcerptOf(text), separator->Fault()});
 }
 
 /// The attributes by which TextIndex and TextIndexNormalization say how terms are looked for. Where one is absent the
@@ -45,8 +44,7 @@ TextRules ReadTextRules(Element element, const TextRules& defaults, FieldScope& 
         rules.splitter = ReadSplitter(element, *separator, scope);
     }
     if (rules.isTokenized || rules.maxDistance == 0) return rules;
-    throw RefusalAt(element, VeskException::UnsupportedExpression,
-                    "maxLevenshteinDistance is not supported with tokenize=\"false\".");
+    throw RefusalAt(element, Refusal::WordsNeeded, {"maxLevenshteinDistance"});
 }
 
 enum Column { In, Out, IsRegularExpression };
@@ -107,18 +105,16 @@ private:
 
     std::string CellText(const InlineRow& row, Column column) const {
         if (Element cell = row.cells[column]) return TextAt(cell, cell.GetTextInside(), scope.GetTranscoder());
-        throw RefusalAt(row.element, VeskException::InvalidContent,
-                        "The row has no cell for the column \"" + columns[column] + "\".");
+        throw RefusalAt(row.element, Refusal::CellMissing, {columns[column]});
     }
 
     static VeskException NothingToLookFor(const InlineRow& row) {
-        return RefusalAt(row.cells[In], VeskException::InvalidContent, "The row has nothing to look for.");
+        return RefusalAt(row.cells[In], Refusal::NothingToLookFor);
     }
 
     static VeskException Unusable(const InlineRow& row, const std::string& reason) {
-        return RefusalAt(row.cells[In], VeskException::InvalidContent,
-                         "The regular expression \"" + ExcerptOf(row.cells[In].GetTextInside()) +
-                             "\" cannot be used: " + reason + ".");
+        return RefusalAt(row.cells[In], Refusal::RegularExpressionUnusable,
+                         {ExcerptOf(row.cells[In].GetTextInside()), reason});
     }
 
     Element element;
@@ -150,8 +146,7 @@ TextRules ReadRules(Element element, Weight weight, FieldScope& scope) {
     defaults.splitter = std::make_shared<const WordSplitter>(scope.GetPatterns().Compile("\\s+", element));
     TextRules rules = ReadTextRules(element, defaults, scope);
     if (!rules.isTokenized && weight == Weight::AugmentedNormalizedTermFrequency) {
-        throw RefusalAt(element, VeskException::UnsupportedExpression,
-                        "augmentedNormalizedTermFrequency is not supported with tokenize=\"false\".");
+        throw RefusalAt(element, Refusal::WordsNeeded, {"augmentedNormalizedTermFrequency"});
     }
     return rules;
 }
@@ -172,7 +167,7 @@ std::unique_ptr<const Expression> ReadTextIndex(Element element, FieldScope& sco
             parts.term = ReadExpression(child, scope);
         }
     }
-    if (!parts.term) throw RefusalAt(element, VeskException::UnexpectedElement, "<TextIndex> has no term.");
+    if (!parts.term) throw RefusalAt(element, Refusal::TermMissing);
     scope.GetCost().evaluations += evaluationsPerIndex;
     return std::make_unique<TextIndexExpression>(std::move(parts));
 }

@@ -31,9 +31,9 @@ std::string NameOf(Element element, const Transcoder& transcoder) {
     return TextAt(element, RequiredAttribute(element, Name::name), transcoder);
 }
 
-/// How messages name a function.
-std::string FunctionForMessage(Element element) {
-    return "The function \"" + ExcerptOf(RequiredAttribute(element, Name::name)) + "\"";
+/// The name of a function or derived field, as messages show it.
+std::string QuotableName(Element element) {
+    return ExcerptOf(RequiredAttribute(element, Name::name));
 }
 
 /// The function that a DefineFunction element declares, without its body. Throws VeskException 1 for a function without
@@ -47,13 +47,10 @@ std::unique_ptr<UserFunction> ReadFunctionDeclaration(Element element, const Tra
         if (!IsParameter(child)) continue;
         function->parameters.push_back({NameOf(child, transcoder), DataTypeOf(child)});
         if (names.insert(function->parameters.back().name).second) continue;
-        throw RefusalAt(child, VeskException::InconsistentDocument,
-                        FunctionForMessage(element) + " has two parameters \"" +
-                            ExcerptOf(child.GetAttributeOr(Name::name, {})) + "\".");
+        throw RefusalAt(child, Refusal::ParameterTwice, {QuotableName(element), QuotableName(child)});
     }
     if (!function->parameters.empty()) return function;
-    throw RefusalAt(element, VeskException::UnexpectedElement,
-                    FunctionForMessage(element) + " has no <ParameterField>.");
+    throw RefusalAt(element, Refusal::FunctionWithoutParameters, {QuotableName(element)});
 }
 
 /// Its body, once all functions are declared. Throws VeskException 1 for no body or two, and what expressions throw.
@@ -65,11 +62,7 @@ std::unique_ptr<const Expression> ReadFunctionBody(Element element, FieldScope& 
         body = child;
     }
     if (body) return ReadExpression(body, scope);
-    throw RefusalAt(element, VeskException::UnexpectedElement, FunctionForMessage(element) + " has no expression.");
-}
-
-VeskException Contradiction(Element element, const std::string& what) {
-    return RefusalAt(element, VeskException::InconsistentDocument, FunctionForMessage(element) + what);
+    throw RefusalAt(element, Refusal::FunctionWithoutExpression, {QuotableName(element)});
 }
 
 /// Reads the DefineFunction elements of a document. First all are declared, then their bodies are read: so they may call
@@ -96,9 +89,11 @@ private:
 
 void UserFunctionsReader::Declare(Element element) {
     auto function = ReadFunctionDeclaration(element, transcoder);
-    if (FindBuiltInFunction(function->name)) throw Contradiction(element, " has the name of a built-in function.");
+    if (FindBuiltInFunction(function->name)) {
+        throw RefusalAt(element, Refusal::FunctionNamedAsBuiltIn, {QuotableName(element)});
+    }
     if (!functions.positionsByName.try_emplace(function->name, elements.size()).second) {
-        throw Contradiction(element, " is defined twice.");
+        throw RefusalAt(element, Refusal::FunctionTwice, {QuotableName(element)});
     }
     functions.functions.push_back(std::move(function));
     elements.push_back(element);
@@ -117,16 +112,14 @@ std::vector<EvaluationCost> UserFunctionsReader::ReadBodies(FieldScope& scope) {
     }
     const auto calls = OrderByDependencies(
         elements.size(), [&called](std::size_t function) { return std::span<const std::size_t>(called[function]); });
-    if (calls.needsItself) throw Contradiction(elements[*calls.needsItself], " calls itself.");
+    if (calls.needsItself) {
+        Element element = elements[*calls.needsItself];
+        throw RefusalAt(element, Refusal::FunctionInCycle, {QuotableName(element)});
+    }
     std::vector<EvaluationCost> costs(elements.size());
     for (const std::size_t function : calls.order)
         costs[function] = CostWithCalls(written[function], costs);
     return costs;
-}
-
-/// How messages name a derived field.
-std::string FieldForMessage(Element field) {
-    return "The derived field \"" + ExcerptOf(RequiredAttribute(field, Name::name)) + "\"";
 }
 
 /// The one child that is neither an Extension nor part of the field's declaration.
@@ -138,7 +131,7 @@ Element ExpressionOf(Element field) {
         expression = child;
     }
     if (expression) return expression;
-    throw RefusalAt(field, VeskException::UnexpectedElement, FieldForMessage(field) + " has no expression.");
+    throw RefusalAt(field, Refusal::DerivedFieldWithoutExpression, {QuotableName(field)});
 }
 
 /// Reads a TransformationDictionary element. First all functions and fields are declared, then all expressions are read:
@@ -170,11 +163,10 @@ private:
     void DeclareField(Element field) {
         const std::string name = TextAt(field, RequiredAttribute(field, Name::name), transcoder);
         if (dictionary && dictionary->GetVar(name)) {
-            throw RefusalAt(field, VeskException::InconsistentDocument,
-                            FieldForMessage(field) + " has the name of a data field.");
+            throw RefusalAt(field, Refusal::DerivedFieldNamedAsDataField, {QuotableName(field)});
         }
         if (!derived->positionsByName.try_emplace(name, elements.size()).second) {
-            throw RefusalAt(field, VeskException::InconsistentDocument, FieldForMessage(field) + " is declared twice.");
+            throw RefusalAt(field, Refusal::DerivedFieldTwice, {QuotableName(field)});
         }
         auto variable = ReadFieldDeclaration(field, name, transcoder);
         FunctionTreeImp function(variable->GetStorageType() == ScoreDictVar::NumericStorage);
@@ -196,19 +188,16 @@ private:
 
     void RefuseTooMuchWork(Element field, const EvaluationCost& cost, bool callsFunctions) {
         if (callsFunctions) evaluationsOfCalls += cost.evaluations;
-        std::string what;
         if (cost.levels > mostLevels) {
-            what = " nests functions more than " + std::to_string(mostLevels) + " levels deep.";
-        } else if (cost.evaluations > mostEvaluations) {
-            what =
-                " takes more than " + std::to_string(mostEvaluations) + " evaluations, those in functions counted in.";
-        } else if (evaluationsOfCalls > mostEvaluationsOfCalls) {
-            what = " and those before it take more than " + std::to_string(mostEvaluationsOfCalls) +
-                   " evaluations in functions.";
-        } else {
-            return;
+            throw RefusalAt(field, Refusal::CallsTooDeep, {QuotableName(field), std::to_string(mostLevels)});
         }
-        throw RefusalAt(field, VeskException::InconsistentDocument, FieldForMessage(field) + what);
+        if (cost.evaluations > mostEvaluations) {
+            throw RefusalAt(field, Refusal::EvaluationsTooMany, {QuotableName(field), std::to_string(mostEvaluations)});
+        }
+        if (evaluationsOfCalls > mostEvaluationsOfCalls) {
+            throw RefusalAt(field, Refusal::EvaluationsTooManyTogether,
+                            {QuotableName(field), std::to_string(mostEvaluationsOfCalls)});
+        }
     }
 
     void RefuseCycles() const {
@@ -217,7 +206,7 @@ private:
         });
         if (!order.needsItself) return;
         Element field = elements[*order.needsItself];
-        throw RefusalAt(field, VeskException::InconsistentDocument, FieldForMessage(field) + " depends on itself.");
+        throw RefusalAt(field, Refusal::DerivedFieldInCycle, {QuotableName(field)});
     }
 
     const ScoreDictionary* dictionary;
