@@ -10,7 +10,7 @@
 #include "pmml/DomDocument.h"
 #include "pmml/FieldDeclarationReader.h"
 #include "pmml/Refusal.h"
-#include "transform/TransformationDictionaryReader.h"
+#include "transform/reading/TransformationDictionaryReader.h"
 
 namespace {
 
