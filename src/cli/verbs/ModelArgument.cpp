@@ -6,14 +6,13 @@
 
 #include "cli/system/Interrupts.h"
 #include "cli/system/TerminalText.h"
-#include "cli/verbs/Options.h"
+#include "cli/verbs/Arguments.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/NumberText.h"
 #include "framework/VeskException.h"
 #include "output/HostError.h"
 
 namespace nbscore {
-
 namespace {
 
 /// A number of bytes above 0, with a suffix perhaps that multiplies it; nothing for any other text.
