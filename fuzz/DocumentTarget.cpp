@@ -12,7 +12,6 @@
 #include "DocumentCases.h"
 #include "MemoryFile.h"
 #include "Require.h"
-#include "check/CheckReport.h"
 #include "check/DocumentCheck.h"
 #include "framework/VeskException.h"
 #include "host/LoadedModel.h"

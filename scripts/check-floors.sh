@@ -16,6 +16,15 @@ for floor in $floors; do
         failed=1
     fi
 done
+rooms=
+for room in evaluation functions text reading; do
+    rooms="$rooms $room"
+    pattern=$(echo "$rooms" | sed 's/^ //; s/ /|/g')
+    if grep -rnE '^#include "transform/' "src/transform/$room" | grep -vE "#include \"transform/($pattern)/"; then
+        echo "^ src/transform/$room may include only, of src/transform:$rooms" >&2
+        failed=1
+    fi
+done
 if grep -rnE '^#include "(naivebayes|translator)/' src/table; then
     echo "^ src/table knows tables: neither documents nor what models are made of" >&2
     failed=1

@@ -7,7 +7,7 @@
 #include <stdexcept>
 
 #include "batch/BatchScorer.h"
-#include "check/CheckReport.h"
+#include "check/DocumentCheck.h"
 #include "framework/BaseCaseRecord.h"
 #include "host/LoadedModel.h"
 #include "host/SourceDocument.h"

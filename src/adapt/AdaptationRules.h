@@ -4,17 +4,11 @@
 #include "pmml/DocumentTree.h"
 
 /// @file
-/// The rules by which documents are adapted. Each notes its changes to a document that those before it have changed.
-/// They throw VeskException 12, with the place, where a change would change what the document means.
+/// The longer ones of the rules by which documents are adapted (DocumentAdapter.cpp has the others, and their order).
+/// Each notes its changes to a document that those before it have changed. They throw VeskException 12, with the place,
+/// where a change would change what the document means.
 
 namespace nbscore {
-
-/// Takes Extension and Taxonomy out of the data dictionary: the standard allows them, the plug-in refuses them, and
-/// scoring has no use for them. Models in what goes are gone too.
-void CleanDictionary(Element root, DocumentEdits& edits);
-/// The same of Extension in a BayesInput or BayesOutput and all that is in them, and, in a self-learning document, of a
-/// model's Extension that is none of its assessment figures and whose value is no number. Those that hold inputs stay.
-void CleanModels(Element root, DocumentEdits& edits);
 
 /// Moves the derived fields in the LocalTransformations of the models read, as far as their inputs need them, to the
 /// TransformationDictionary, which is made behind the DataDictionary where there is none. What no input needs stays and
@@ -35,11 +29,5 @@ void MoveLocalFields(Element root, DocumentEdits& edits);
 ///
 /// Refused where two names or values that differ would become one.
 void TakeBlanksOff(Element root, DocumentEdits& edits);
-
-/// Says in the plug-in's words what a model says of its fields: `usageType="target"` becomes `predicted`, a BayesOutput
-/// without `fieldName` gets the schema's target, and a BayesInput over a derived field that the schema does not list
-/// gets listed. A model of a self-learning document without `modelName` gets an empty one. Refused where an output's
-/// target is not clear.
-void AdaptModels(Element root, DocumentEdits& edits);
 
 }  // namespace nbscore

@@ -1,11 +1,22 @@
 #pragma once
 
+#include <memory>
+#include <string>
 #include <vector>
 
-#include "adapt/Adaptation.h"
-#include "pmml/DocumentTree.h"
+#include "framework/DocumentPlace.h"
 
 namespace nbscore {
+
+class DocumentTree;
+
+/// One change that was made to a document before it was read, or was not made although others like it were.
+struct Adaptation {
+    DocumentPlace place;
+    /// What was done, or what stays and why, as a sentence for people.
+    std::string change;
+    bool isMade = true;
+};
 
 /// Rewrites what newer producers write, and the plug-in does not read, into what it reads and what means the same:
 ///
@@ -24,6 +35,6 @@ namespace nbscore {
 /// changes by the rules before that one have been made. Places of later refusals stay those of the original. A document
 /// that is adapted again, or refused again, stays the same.
 /// @param document replaced by another tree where something changes.
-std::vector<Adaptation> AdaptDocument(ParsedDocument& document);
+std::vector<Adaptation> AdaptDocument(std::unique_ptr<const DocumentTree>& document);
 
 }  // namespace nbscore

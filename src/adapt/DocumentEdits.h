@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "adapt/Adaptation.h"
+#include "adapt/DocumentAdapter.h"
 #include "pmml/DocumentTree.h"
 #include "pmml/TreeBuilder.h"
 

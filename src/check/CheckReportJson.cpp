@@ -1,7 +1,7 @@
 // Checks of documents as JSON for machines.
 
-#include "check/CheckReport.h"
-#include "output/JsonWriter.h"
+#include "check/DocumentCheck.h"
+#include "output/JsonText.h"
 
 namespace nbscore {
 namespace {

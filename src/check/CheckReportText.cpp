@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "check/CheckReport.h"
+#include "check/DocumentCheck.h"
 #include "framework/CountedNoun.h"
 #include "framework/MCMV.h"
 #include "framework/NumberText.h"

@@ -4,64 +4,16 @@
 #include <new>
 #include <utility>
 
-#include "check/ModelRemarks.h"
-#include "framework/DerivedFieldSources.h"
-#include "framework/ModelSelfDescription.h"
+#include "check/CheckedModel.h"
 #include "framework/VeskException.h"
 #include "host/LoadedModel.h"
 #include "host/SourceDocument.h"
 #include "output/HostError.h"
-#include "output/PathText.h"
+#include "output/MessageText.h"
 #include "pmml/RefusalTable.h"
-#include "table/FieldsOfInputs.h"
 
 namespace nbscore {
 namespace {
-
-FieldDescription DescribeField(const ScoreModel& model, const ScoreDictVar& var, bool isDerived) {
-    const ScoreValueLabelSet* const labels = var.GetValueLabelSet();
-    return {.name = var.GetName(),
-            .isNumeric = var.GetStorageType() == ScoreDictVar::NumericStorage,
-            .isContinuous = var.GetMeasureLevel() == ScoreDictVar::Continuous,
-            .isDerived = isDerived,
-            .role = isDerived ? int{ScoreModel::NoRole} : model.GetVarRole(&var),
-            .declaredValues = labels == nullptr ? 0 : labels->GetValueLabels().size(),
-            .derivedFrom = {},
-            .isReadByDerivedInputs = {}};
-}
-
-std::vector<FieldDescription> DescribeFields(const ScoreModel& model) {
-    std::vector<FieldDescription> fields;
-    std::vector<ScoreDictVar*> vars;
-    if (model.GetDictionary() != nullptr) model.GetDictionary()->GetAllVars(vars);
-    const std::optional<FieldsOfInputs> read = FindFieldsOfInputs(model);
-    for (const ScoreDictVar* var : vars) {
-        fields.push_back(DescribeField(model, *var, false));
-        if (read) {
-            fields.back().isReadByDerivedInputs = read->ofDerivedInputs.contains(fields.back().name);
-        } else if (model.GetTransformationDictionary() == nullptr) {
-            fields.back().isReadByDerivedInputs = false;
-        }
-    }
-    vars.clear();
-    const TransformationDictionary* const derived = model.GetTransformationDictionary();
-    if (derived != nullptr) derived->GetDerivedVars(vars);
-    const auto* const sources = dynamic_cast<const DerivedFieldSources*>(derived);
-    for (const ScoreDictVar* var : vars) {
-        fields.push_back(DescribeField(model, *var, true));
-        if (sources != nullptr) fields.back().derivedFrom = sources->GetFieldsRead(fields.back().name);
-    }
-    return fields;
-}
-
-void Describe(LoadedModel& loaded, DocumentCheck& check) {
-    ScoreModel& model = loaded.Get();
-    check.modelType = model.GetModelType();
-    check.fields = DescribeFields(model);
-    if (const auto* const description = dynamic_cast<const ModelSelfDescription*>(&model)) {
-        check.model = description->Describe();
-    }
-}
 
 DocumentProblem ErrorOf(const VeskException& refusal) {
     return {.severity = DocumentProblem::Error,
@@ -156,7 +108,7 @@ void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limit
         if (adapt) check.adaptations = source->Adapt();
         LoadedModel loaded = LoadedModel::Read(plugin, *source, takeNotice);
         check.applicationVersion = source->ReadApplicationVersion();
-        Describe(loaded, check);
+        DescribeModel(loaded.Get(), check);
         loaded.RequireScorable();
         AddRemarks(*source, check);
     } catch (const VeskException& refusal) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "adapt/Adaptation.h"
+#include "adapt/DocumentAdapter.h"
 #include "framework/DocumentPlace.h"
 #include "framework/Limits.h"
 #include "framework/ModelDescription.h"
@@ -81,5 +81,15 @@ struct DocumentCheck {
 /// @param limits of the reading; CancelledError leaves this.
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
                             bool adapt, const Limits& limits = {});
+
+/// A check as text for people: what the document holds, then what is wrong, each with what to do about it.
+std::string WriteCheckAsText(const DocumentCheck& check);
+
+/// Checks as one JSON document for machines: `{"documents": [{"document": …, "sound": …, "kind": …, …}]}`. What is not
+/// known is null; names and keys are fixed.
+std::string WriteChecksAsJson(const std::vector<DocumentCheck>& checks);
+
+/// `single classifier`, `set of sub-models` or `unknown kind of model`.
+std::string NameModelKind(ScoreModel::ModelType type);
 
 }  // namespace nbscore

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "cli/help/HelpFormatter.h"
 #include "cli/help/HelpText.h"
 #include "cli/system/ExitStatus.h"
 #include "cli/system/Interrupts.h"
@@ -10,7 +9,6 @@
 #include "output/HostError.h"
 
 namespace nbscore {
-
 namespace {
 
 constexpr const char* description = R"(Score tables of cases with Naive Bayes models written in PMML.

@@ -10,7 +10,6 @@
 #include "framework/VeskException.h"
 #include "output/HostError.h"
 #include "output/MessageText.h"
-#include "output/PathText.h"
 #include "reading/BaseTranslator.h"
 
 namespace nbscore {

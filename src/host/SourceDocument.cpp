@@ -14,7 +14,7 @@
 #include "pmml/Refusal.h"
 #include "pmml/XmlLibrary.h"
 #include "reading/BaseTranslator.h"
-#include "verify/VerificationReader.h"
+#include "verify/VerificationSuite.h"
 
 namespace nbscore {
 namespace {
@@ -56,6 +56,10 @@ std::vector<IgnoredConstruct> PlacedIn(const std::string& name, std::vector<Igno
 
 SourceDocument::SourceDocument(std::string path, Limits documentLimits, ParsedDocument parsed)
     : name(std::move(path)), limits(std::move(documentLimits)), document(std::move(parsed)) {}
+
+SourceDocument::~SourceDocument() = default;
+SourceDocument::SourceDocument(SourceDocument&&) noexcept = default;
+SourceDocument& SourceDocument::operator=(SourceDocument&&) noexcept = default;
 
 SourceDocument SourceDocument::Read(const std::string& path, const Limits& limits) {
     DocumentFile file(path, limits);

@@ -5,15 +5,16 @@
 #include <string>
 #include <vector>
 
-#include "adapt/Adaptation.h"
+#include "adapt/DocumentAdapter.h"
 #include "framework/Limits.h"
 #include "framework/ScoreModel.h"
 #include "framework/ScoreTranslator.h"
 #include "ignored/IgnoredConstructs.h"
-#include "pmml/DocumentTree.h"
 #include "verify/VerificationSuite.h"
 
 namespace nbscore {
+
+class DocumentTree;
 
 /// A document that was parsed and not yet given to a plug-in: what a host itself reads in it or changes about it. When
 /// memory runs out meanwhile, that is VeskException 12, as it is while a document is parsed.
@@ -25,6 +26,10 @@ public:
     /// @param limits hold for all that is done with the document, which may throw CancelledError, and for the model
     ///     that is made of it.
     static SourceDocument Read(const std::string& path, const Limits& limits = {});
+
+    ~SourceDocument();
+    SourceDocument(SourceDocument&&) noexcept;
+    SourceDocument& operator=(SourceDocument&&) noexcept;
 
     /// Rewrites what newer producers write into what the plug-in reads (AdaptDocument), and tells each change, and
     /// what was left as it is, in document order.
@@ -51,11 +56,11 @@ public:
     const std::string& GetName() const { return name; }
 
 private:
-    SourceDocument(std::string path, Limits documentLimits, ParsedDocument parsed);
+    SourceDocument(std::string path, Limits documentLimits, std::unique_ptr<const DocumentTree> parsed);
 
     std::string name;
     Limits limits;
-    ParsedDocument document;
+    std::unique_ptr<const DocumentTree> document;
 };
 
 }  // namespace nbscore

@@ -4,9 +4,10 @@
 #include <vector>
 
 #include "framework/DocumentPlace.h"
-#include "pmml/DocumentTree.h"
 
 namespace nbscore {
+
+class DocumentTree;
 
 /// Something that a document says, that scoring does not heed, and that could change an answer where it is heeded.
 struct IgnoredConstruct {

@@ -6,21 +6,9 @@
 #include <string_view>
 #include <utility>
 
+#include "output/OutputSink.h"
+
 namespace nbscore {
-
-/// What is done when a signal interrupts a call of the system: it may throw, to give up; when it returns, the call is
-/// made again. Nothing is done when it is empty.
-using OnInterruption = std::function<void()>;
-
-/// What is done before bytes are written, to wait until the file takes some at once; it may throw, to give up. Tells
-/// how many it takes. Where it is empty, writing itself waits, and nobody but a signal to the writing thread ends that.
-using WaitForRoom = std::function<std::size_t(std::FILE*)>;
-
-/// How somebody who wants to stop is heard while writing waits.
-struct OutputWaiting {
-    OnInterruption onInterruption;
-    WaitForRoom waitForRoom;
-};
 
 /// Makes a call that reports failure with errno, again and again while signals interrupt it.
 /// @param call answers true when it was done.

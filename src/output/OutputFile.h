@@ -1,13 +1,9 @@
 #pragma once
 
-#include <cstdint>
-#include <cstdio>
 #include <filesystem>
-#include <string>
+#include <memory>
 #include <string_view>
 
-#include "output/OutputBuffer.h"
-#include "output/OutputPlace.h"
 #include "output/OutputSink.h"
 
 namespace nbscore {
@@ -17,7 +13,7 @@ namespace nbscore {
 ///
 /// A symbolic link is followed: the file it points to is replaced. Only its owner can read a file that is being
 /// written; Commit gives it the owner, group, permissions and attributes of the file that is there then, as far as the
-/// user may (PassOnAttributes). A file that may not be written to is not replaced. A destination that is no regular
+/// user may. A file that may not be written to is not replaced. A destination that is no regular
 /// file (a device, a named pipe) is written to directly.
 ///
 /// Nobody else's file is touched, whoever owns the folder: no permission is changed by name, and no link that somebody
@@ -43,25 +39,9 @@ public:
     void Commit() override;
 
 private:
-    void OpenDirectly();
-    void OpenBeside(bool replaces);
-    void TakePlace();
-    void Close();
-    void RemoveTemporary() noexcept;
-    [[noreturn]] void Fail(const std::string& reason);
-    bool IsDirect() const { return temporaryName.empty(); }
+    class Writing;
 
-    /// What errors call the file.
-    std::filesystem::path name;
-    OutputPlace place;
-    std::filesystem::path temporaryName;  // empty when written to directly, and once it has taken its place
-    std::FILE* file = nullptr;
-    OnInterruption onInterruption;
-    OutputBuffer buffer;
-    /// How much was handed in; the last of it may wait in the buffer.
-    std::uint64_t written = 0;
-    /// Up to where the system was asked to bring the file to the disk.
-    std::uint64_t syncStarted = 0;
+    std::unique_ptr<Writing> writing;
 };
 
 }  // namespace nbscore

@@ -18,9 +18,9 @@
 
 #include <array>
 #include <climits>
-
-#include "output/FileAttributes.h"
 #endif
+
+#include "output/FileSystemCalls.h"
 
 namespace nbscore {
 namespace {

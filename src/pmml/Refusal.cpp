@@ -22,18 +22,8 @@ VeskException RefusalAt(Element element, Refusal id, std::initializer_list<std::
     return refusal;
 }
 
-VeskException RefusalAt(Element element, VeskException::ExceptionCode code, const std::string& message) {
-    VeskException refusal(code, message);
-    refusal.SetPlace(element.GetPlace());
-    return refusal;
-}
-
 void RequireName(Element element, Name name, Element parent, Refusal id) {
     if (!element.Is(name)) throw RefusalAt(element ? element : parent, id);
-}
-
-void RequireName(Element element, Name name, Element parent, VeskException::ExceptionCode code, const char* message) {
-    if (!element.Is(name)) throw RefusalAt(element ? element : parent, code, message);
 }
 
 std::string_view RequiredAttribute(Element element, Name name, Refusal id) {

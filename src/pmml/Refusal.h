@@ -19,10 +19,6 @@ namespace nbscore {
 SCOREFRAMEWORK_API VeskException RefusalAt(Element element, Refusal id,
                                            std::initializer_list<std::string_view> arguments = {});
 
-/// Without the table, while some messages are not in it.
-SCOREFRAMEWORK_API VeskException RefusalAt(Element element, VeskException::ExceptionCode code,
-                                           const std::string& message);
-
 /// Does something that knows no place, and gives its complaint the element's.
 template <typename Work>
 auto Placed(Element element, const Work& work) {
@@ -37,8 +33,6 @@ auto Placed(Element element, const Work& work) {
 /// Refuses the document unless the element is there and has this name. The fault stands at the element, or at
 /// its parent when there is none.
 SCOREFRAMEWORK_API void RequireName(Element element, Name name, Element parent, Refusal id);
-SCOREFRAMEWORK_API void RequireName(Element element, Name name, Element parent, VeskException::ExceptionCode code,
-                                    const char* message);
 
 /// A required attribute; throws VeskException 2 with the element's place.
 /// @param id whose message says the element's tag and the attribute's name.

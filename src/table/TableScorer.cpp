@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "output/HostError.h"
-#include "table/BatchBlockScorer.h"
 #include "table/BlockPipeline.h"
+#include "table/BlockScorer.h"
 #include "table/CsvReader.h"
 
 namespace nbscore {

@@ -1,18 +1,58 @@
 #include "verify/ModelVerifier.h"
 
+#include <string_view>
 #include <utility>
 
 #include "framework/NumberText.h"
+#include "framework/SeededHash.h"
 #include "output/HostError.h"
 #include "output/MessageText.h"
 #include "pmml/RefusalTable.h"
-#include "table/SubModels.h"
-#include "verify/VerificationInputs.h"
-#include "verify/VerifiedScores.h"
+#include "table/CaseBinder.h"
+#include "table/ModelResults.h"
 #include "verify/VerifiedValue.h"
 
 namespace nbscore {
 namespace {
+
+/// Turns the inputs of test cases into case records, by the rules of tables of cases.
+///
+/// All test cases of a document share one table, and so one kind of record: a model remembers where in records its
+/// inputs stand.
+class VerificationInputs {
+public:
+    /// The column of an input, by its number.
+    std::size_t AddColumn(const std::string& name) {
+        const auto [column, isNew] = columns.emplace(name, header.size());
+        if (isNew) header.push_back(name);
+        return column->second;
+    }
+
+    /// To be called when all columns are there, before any cell is set.
+    /// @param model borrowed.
+    void Bind(const ScoreModel& model) {
+        // Fields that the test cases leave out are missing in all of them. Errors are reported by row, not by source.
+        const CaseBinderOptions options{.badValues = BadValues::Stop, .allowMissingFields = true};
+        binder.emplace(model, header, "", options);
+    }
+
+    /// Sets a cell of the next case; those that are not set are missing. The text is borrowed until TakeRecord.
+    void SetCell(std::size_t column, std::string_view text) { cells.push_back({column, text}); }
+
+    /// The next case's record, valid until the one after it. Throws CaseDataError for a number that is none.
+    const ScoreCaseRecord& TakeRecord() {
+        const ScoreCaseRecord& record = binder->BindSparse(cells, 0);
+        cells.clear();
+        return record;
+    }
+
+private:
+    std::vector<std::string> header;
+    SeededMap<std::string, std::size_t> columns;
+    /// Those of the next case that are set: a wide table costs nothing where rows are sparse.
+    std::vector<PlacedCell> cells;
+    std::optional<CaseBinder> binder;
+};
 
 /// What one field of a suite is, and, of an input, where in the table of inputs it stands.
 struct BoundField {

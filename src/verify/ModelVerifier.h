@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "framework/ScoreModel.h"
-#include "verify/NumericTolerance.h"
 #include "verify/VerificationSuite.h"
 #include "verify/VerifiedCell.h"
 

@@ -9,6 +9,8 @@
 
 namespace nbscore {
 
+class DocumentTree;
+
 /// A VerificationField: what a column of the test cases stands for, and how closely numbers in it must agree.
 struct VerificationField {
     static constexpr double defaultPrecision = 1e-6;
@@ -72,5 +74,15 @@ struct VerificationSuite {
     DocumentPlace GetPlaceOfField(std::size_t field) const;
     DocumentPlace GetPlaceOfRow(std::size_t row) const;
 };
+
+/// Reads the ModelVerification of each model element that the plug-in reads, in document order. Takes time proportional
+/// to the document.
+///
+/// Throws VeskException, with the place: 1 for a part that is missing, 2 for a VerificationField without `field`, 5 for
+/// a negative precision or zero threshold, for a cell that holds elements and for text between cells, 9 for what should
+/// be a number and is none, 11 for a TableLocator, which points outside the document, 12 for parts that contradict each
+/// other: two of what may be there once, a field, a column of two fields or of one row, or an output field that is
+/// there twice, a recordCount or fieldCount that is not the true number.
+std::vector<VerificationSuite> ReadVerificationSuites(const DocumentTree& document);
 
 }  // namespace nbscore

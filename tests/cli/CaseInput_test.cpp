@@ -1,4 +1,4 @@
-#include "cli/verbs/CaseInput.h"
+#include "cli/verbs/Arguments.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "cli/system/ErrorReport.h"
+#include "cli/system/ExitStatus.h"
 
 #include <gtest/gtest.h>
 

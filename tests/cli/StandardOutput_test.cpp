@@ -1,4 +1,4 @@
-#include "cli/system/StandardOutput.h"
+#include "cli/system/InterruptibleOutput.h"
 
 #include <gtest/gtest.h>
 

@@ -7,7 +7,6 @@
 #include <new>
 #include <ostream>
 
-#include "check/CheckReport.h"
 #include "check/DocumentCheck.h"
 #include "faults/FailingAllocations.h"
 #include "faults/Work.h"

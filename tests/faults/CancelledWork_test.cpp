@@ -10,7 +10,6 @@
 #include <string>
 #include <utility>
 
-#include "check/CheckReport.h"
 #include "check/DocumentCheck.h"
 #include "faults/FailingAllocations.h"
 #include "host/LoadedModel.h"

@@ -5,7 +5,6 @@
 #include <stdexcept>
 #include <vector>
 
-#include "check/CheckReport.h"
 #include "check/DocumentCheck.h"
 #include "framework/NumberText.h"
 #include "framework/ScoreClsResult.h"

@@ -1,4 +1,4 @@
-#include "output/JsonWriter.h"
+#include "output/JsonText.h"
 
 #include <gtest/gtest.h>
 

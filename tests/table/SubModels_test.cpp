@@ -1,4 +1,4 @@
-#include "table/SubModels.h"
+#include "table/ModelResults.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "verify/NumericTolerance.h"
+#include "verify/VerifiedCell.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,6 @@
 
 #include "framework/MCMV.h"
 #include "verify/VerificationSuite.h"
-#include "verify/VerifiedCell.h"
 
 namespace nbscore::test {
 namespace {

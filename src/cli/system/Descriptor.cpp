@@ -10,7 +10,7 @@
 
 #include "cli/system/Interrupts.h"
 #include "output/HostError.h"
-#include "output/SystemReason.h"
+#include "output/MessageText.h"
 
 #if defined(_WIN32)
 #include <io.h>
@@ -19,7 +19,6 @@
 #endif
 
 namespace nbscore {
-
 namespace {
 
 #if defined(_WIN32)

@@ -22,11 +22,10 @@
 #include <cerrno>
 #include <ctime>
 
-#include "output/SystemReason.h"
+#include "output/MessageText.h"
 #endif
 
 namespace nbscore {
-
 namespace {
 
 using Clock = std::chrono::steady_clock;

@@ -4,8 +4,12 @@
 
 #include "check/DocumentCheck.h"
 #include "framework/ModelDescription.h"
+#include "framework/ScoreModel.h"
 
 namespace nbscore {
+
+/// Tells a check what a model is: its type, its fields and, where it describes itself, what it is made of.
+void DescribeModel(ScoreModel& model, DocumentCheck& check);
 
 /// What is odd about a model that can be scored: inputs and target categories that were never counted, sub-models of
 /// one name, fields that cases must have and no input uses, a set or model without inputs.

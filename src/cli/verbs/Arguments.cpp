@@ -1,12 +1,56 @@
-#include "cli/verbs/OutputArgument.h"
+#include "cli/verbs/Arguments.h"
 
 #include <system_error>
 #include <utility>
 
 #include "cli/system/InterruptibleOutput.h"
-#include "cli/verbs/Options.h"
 
 namespace nbscore {
+
+std::filesystem::path PathFromArgument(const std::string& text) {
+    return std::filesystem::path(std::u8string(text.begin(), text.end()));
+}
+
+std::string RefuseEmptyName(const std::string& text) {
+    return text.empty() ? "the name is empty" : "";
+}
+
+std::optional<char> ReadDelimiter(std::string_view text) {
+    if (text == "tab" || text == "\\t") return '\t';
+    if (text.size() != 1) return std::nullopt;
+    const char character = text.front();
+    const bool ascii = static_cast<unsigned char>(character) < 0x80;
+    const bool reserved = character == '"' || character == '\r' || character == '\n' || character == '\0';
+    if (!ascii || reserved) return std::nullopt;
+    return character;
+}
+
+namespace {
+
+constexpr const char* standardInput = "-";
+
+std::string NameSource(const std::string& argument) {
+    return argument == standardInput ? "standard input" : argument;
+}
+
+Descriptor OpenSource(const std::string& argument) {
+    if (argument == standardInput) return Descriptor::StandardInput();
+    return Descriptor::Open(PathFromArgument(argument), argument);
+}
+
+}  // namespace
+
+CaseInput::CaseInput(const std::string& argument)
+    : CaseInput(OpenSource(argument), NameSource(argument), argument == standardInput && IsTerminal(0)) {}
+
+CaseInput::CaseInput(Descriptor descriptor, std::string sourceName, bool typedIn)
+    : name(std::move(sourceName)),
+      typed(typedIn),
+      size(descriptor.GetRemainingSize()),
+      buffer(std::move(descriptor), name),
+      stream(&buffer) {
+    stream.exceptions(std::ios::badbit);
+}
 
 void OutputArgument::Declare(CLI::App& app) {
     app.add_option(

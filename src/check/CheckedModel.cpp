@@ -1,11 +1,50 @@
-#include "check/ModelRemarks.h"
+#include "check/CheckedModel.h"
 
 #include "framework/CountedNoun.h"
+#include "framework/DerivedFieldSources.h"
+#include "framework/ModelSelfDescription.h"
 #include "framework/SeededHash.h"
 #include "output/MessageText.h"
+#include "table/CaseBinder.h"
 
 namespace nbscore {
 namespace {
+
+FieldDescription DescribeField(const ScoreModel& model, const ScoreDictVar& var, bool isDerived) {
+    const ScoreValueLabelSet* const labels = var.GetValueLabelSet();
+    return {.name = var.GetName(),
+            .isNumeric = var.GetStorageType() == ScoreDictVar::NumericStorage,
+            .isContinuous = var.GetMeasureLevel() == ScoreDictVar::Continuous,
+            .isDerived = isDerived,
+            .role = isDerived ? int{ScoreModel::NoRole} : model.GetVarRole(&var),
+            .declaredValues = labels == nullptr ? 0 : labels->GetValueLabels().size(),
+            .derivedFrom = {},
+            .isReadByDerivedInputs = {}};
+}
+
+std::vector<FieldDescription> DescribeFields(const ScoreModel& model) {
+    std::vector<FieldDescription> fields;
+    std::vector<ScoreDictVar*> vars;
+    if (model.GetDictionary() != nullptr) model.GetDictionary()->GetAllVars(vars);
+    const std::optional<FieldsOfInputs> read = FindFieldsOfInputs(model);
+    for (const ScoreDictVar* var : vars) {
+        fields.push_back(DescribeField(model, *var, false));
+        if (read) {
+            fields.back().isReadByDerivedInputs = read->ofDerivedInputs.contains(fields.back().name);
+        } else if (model.GetTransformationDictionary() == nullptr) {
+            fields.back().isReadByDerivedInputs = false;
+        }
+    }
+    vars.clear();
+    const TransformationDictionary* const derived = model.GetTransformationDictionary();
+    if (derived != nullptr) derived->GetDerivedVars(vars);
+    const auto* const sources = dynamic_cast<const DerivedFieldSources*>(derived);
+    for (const ScoreDictVar* var : vars) {
+        fields.push_back(DescribeField(model, *var, true));
+        if (sources != nullptr) fields.back().derivedFrom = sources->GetFieldsRead(fields.back().name);
+    }
+    return fields;
+}
 
 class RemarkFinder {
 public:
@@ -107,6 +146,14 @@ private:
 };
 
 }  // namespace
+
+void DescribeModel(ScoreModel& model, DocumentCheck& check) {
+    check.modelType = model.GetModelType();
+    check.fields = DescribeFields(model);
+    if (const auto* const description = dynamic_cast<const ModelSelfDescription*>(&model)) {
+        check.model = description->Describe();
+    }
+}
 
 std::vector<DocumentProblem> FindRemarks(const DocumentCheck& check, const ModelDescription& model) {
     return RemarkFinder(check, model).Find();

@@ -1,4 +1,4 @@
-#include "verify/VerificationReader.h"
+#include "verify/VerificationSuite.h"
 
 #include <string>
 #include <string_view>
