@@ -46,15 +46,17 @@ set(NBSCORE_PUBLIC_HEADERS
     translator/GiveMyTranslator.h
     translator/NaiveBayesTranslator.h
     batch/BatchScorer.h
-    document/SourceDocument.h
+    output/HostError.h
+    output/OutputFile.h
+    output/OutputSink.h
     table/ModelResults.h
+    table/TableOptions.h
     table/TableScorer.h
-    host/CheckReport.h
-    host/DocumentCheck.h
+    verify/ModelVerifier.h
     host/LoadedModel.h
-    host/ModelVerifier.h
-    host/OutputFile.h
-    host/PluginLibrary.h)
+    host/PluginLibrary.h
+    host/SourceDocument.h
+    check/DocumentCheck.h)
 
 # What these need to be compiled: no promise is made about it.
 set(NBSCORE_NEEDED_HEADERS
@@ -64,29 +66,17 @@ set(NBSCORE_NEEDED_HEADERS
     framework/SeededHash.h
     framework/ValueInterval.h
     framework/XmlFwd.h
-    pmml/Transcoder.h
     pmml/DocumentLimits.h
     pmml/DocumentTree.h
     pmml/Names.h
+    pmml/Transcoder.h
     naivebayes/Classifier.h
     naivebayes/DoneOnce.h
     naivebayes/Target.h
     naivebayes/ValuePercentFinder.h
     batch/AnswerColumns.h
     batch/Column.h
-    document/Adaptation.h
-    document/IgnoredConstructs.h
-    document/VerificationSuite.h
-    table/CaseBinder.h
-    table/CsvReader.h
-    table/CsvScanner.h
-    table/OutputSink.h
-    table/ScoreWriter.h
-    table/SubModels.h
-    table/TableBlockReader.h
-    table/Utf8Check.h
-    host/NumericTolerance.h
-    host/OutputBuffer.h
-    host/OutputPlace.h
-    host/SharedObject.h
-    host/VerifiedCell.h)
+    adapt/DocumentAdapter.h
+    verify/VerificationSuite.h
+    verify/VerifiedCell.h
+    ignored/IgnoredConstructs.h)

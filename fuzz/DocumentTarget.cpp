@@ -12,15 +12,14 @@
 #include "DocumentCases.h"
 #include "MemoryFile.h"
 #include "Require.h"
+#include "check/DocumentCheck.h"
 #include "framework/VeskException.h"
-#include "host/CheckReport.h"
-#include "host/DocumentCheck.h"
 #include "host/LoadedModel.h"
-#include "host/ModelVerifier.h"
+#include "output/HostError.h"
 #include "reading/BaseTranslator.h"
-#include "table/HostError.h"
 #include "table/ModelResults.h"
 #include "table/ScoreWriter.h"
+#include "verify/ModelVerifier.h"
 
 namespace nbscore::fuzz {
 namespace {

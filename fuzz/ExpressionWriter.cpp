@@ -6,7 +6,7 @@
 
 #include "XmlCharacters.h"
 #include "framework/NumberText.h"
-#include "transform/BuiltInFunctions.h"
+#include "transform/functions/BuiltInFunctions.h"
 
 namespace nbscore::fuzz {
 namespace {

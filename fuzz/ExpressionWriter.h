@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "transform/BuiltInFunction.h"
+#include "transform/functions/BuiltInFunctions.h"
 
 namespace nbscore::fuzz {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "cli/verbs/Options.h"
+#include "cli/verbs/Arguments.h"
 
 namespace nbscore::fuzz {
 namespace {

@@ -15,9 +15,9 @@
 #include "Require.h"
 #include "TableChoices.h"
 #include "host/LoadedModel.h"
+#include "output/HostError.h"
 #include "support/DribblingBuffer.h"
 #include "table/CsvReader.h"
-#include "table/HostError.h"
 #include "table/TableScorer.h"
 
 namespace nbscore::fuzz {

@@ -4,7 +4,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 
-floors="framework pmml transform reading naivebayes selflearning translator batch document table host cli"
+floors="framework pmml transform reading naivebayes selflearning translator batch output table adapt verify ignored host check cli"
 failed=0
 allowed=
 for floor in $floors; do
@@ -16,7 +16,16 @@ for floor in $floors; do
         failed=1
     fi
 done
-if grep -rnE '^#include "(naivebayes|translator|document)/' src/table; then
+rooms=
+for room in evaluation functions text reading; do
+    rooms="$rooms $room"
+    pattern=$(echo "$rooms" | sed 's/^ //; s/ /|/g')
+    if grep -rnE '^#include "transform/' "src/transform/$room" | grep -vE "#include \"transform/($pattern)/"; then
+        echo "^ src/transform/$room may include only, of src/transform:$rooms" >&2
+        failed=1
+    fi
+done
+if grep -rnE '^#include "(naivebayes|translator)/' src/table; then
     echo "^ src/table knows tables: neither documents nor what models are made of" >&2
     failed=1
 fi

@@ -7,13 +7,13 @@
 #include <stdexcept>
 
 #include "batch/BatchScorer.h"
-#include "document/SourceDocument.h"
+#include "check/DocumentCheck.h"
 #include "framework/BaseCaseRecord.h"
-#include "host/CheckReport.h"
 #include "host/LoadedModel.h"
-#include "host/ModelVerifier.h"
+#include "host/SourceDocument.h"
 #include "table/ModelResults.h"
 #include "table/TableScorer.h"
+#include "verify/ModelVerifier.h"
 
 namespace nbscore::bench {
 namespace {

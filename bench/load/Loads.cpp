@@ -9,10 +9,10 @@
 #include <optional>
 #include <stdexcept>
 
-#include "document/SourceDocument.h"
 #include "framework/ModelDescription.h"
 #include "framework/ModelSelfDescription.h"
 #include "host/PluginLibrary.h"
+#include "host/SourceDocument.h"
 
 namespace nbscore::bench {
 namespace {

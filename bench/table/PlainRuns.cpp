@@ -14,7 +14,7 @@
 #include "batch/BatchScorer.h"
 #include "framework/NumberText.h"
 #include "host/LoadedModel.h"
-#include "host/OutputFile.h"
+#include "output/OutputFile.h"
 #include "table/BatchCases.h"
 #include "table/CaseBinder.h"
 #include "table/CaseCoder.h"
@@ -129,16 +129,16 @@ std::vector<double> ComputeProbabilitiesInBatches(const std::string& modelFile, 
     CaseCoder coder(model.Get(), *batch, table.GetHeader(), table.GetName(), {});
     const std::size_t numReaders = batch->GetFieldsOfReaders().size();
     const std::size_t casesAtOnce = batch->GetCasesAtOnce();
-    std::vector<RowNumber> rowsOfCase(numReaders);
-    std::vector<std::vector<RowNumber>> rows(numReaders);
+    std::vector<FactorRow> rowsOfCase(numReaders);
+    std::vector<std::vector<FactorRow>> rows(numReaders);
     std::vector<double> probabilities;
     const auto scoreCases = [&] {
-        const std::vector<std::span<const RowNumber>> lists(rows.begin(), rows.end());
+        const std::vector<std::span<const FactorRow>> lists(rows.begin(), rows.end());
         const std::size_t cases = rows.front().size();
         batch->Score(lists, cases);
         for (std::size_t i = 0; i < cases; ++i)
             Append(probabilities, batch->GetCase(i).probabilities);
-        for (std::vector<RowNumber>& list : rows)
+        for (std::vector<FactorRow>& list : rows)
             list.clear();
     };
     while (table.ReadRow()) {

@@ -12,8 +12,8 @@ ModelTables GetScorableTables(const ScoreModel& model) {
     const auto* const open = dynamic_cast<const ModelSelfTables*>(&model);
     if (open == nullptr) throw std::invalid_argument("The model does not lay its tables open.");
     if (const auto* const check = dynamic_cast<const ModelSelfCheck*>(&model)) {
-        const std::string obstacle = check->FindScoringObstacle();
-        if (!obstacle.empty()) throw std::invalid_argument(obstacle);
+        if (const ScoringObstacle obstacle = check->FindScoringObstacle())
+            throw std::invalid_argument(obstacle.message);
     }
     ModelTables tables = open->GetTables();
     for (const ClassifierTables& classifier : tables.classifiers) {
@@ -96,7 +96,7 @@ InputDictionary BatchEngine::LookUp(std::size_t input, std::span<const Value> va
     if (input >= inputs.size()) throw std::out_of_range("There is no input " + std::to_string(input) + ".");
     InputDictionary::Lookup lookup{identity, input, values.size(), {}};
     for (const std::size_t reader : readersOfInputs[input]) {
-        std::vector<RowNumber>& rows = lookup.rowsOfReaders.emplace_back(1, missingRow);
+        std::vector<FactorRow>& rows = lookup.rowsOfReaders.emplace_back(1, missingRow);
         for (const Value& value : values)
             rows.push_back(RowOf(reader, value));
     }
@@ -134,13 +134,13 @@ void BatchEngine::Score(std::span<const Column> columns, std::size_t cases, cons
     ScoreValues({.readers = readers, .columns = columns, .rows = {}, .cases = cases}, answers);
 }
 
-void BatchEngine::ScoreRows(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
+void BatchEngine::ScoreRows(std::span<const std::span<const FactorRow>> rows, std::size_t cases,
                             const AnswerColumns& answers) const {
     if (rows.size() != readers.size()) {
         throw std::invalid_argument("There are " + std::to_string(rows.size()) + " lists of rows for " +
                                     std::to_string(readers.size()) + " readers.");
     }
-    for (const std::span<const RowNumber> list : rows) {
+    for (const std::span<const FactorRow> list : rows) {
         if (list.size() == cases) continue;
         throw std::invalid_argument("A list has " + std::to_string(list.size()) + " rows for " + std::to_string(cases) +
                                     " cases.");

@@ -11,7 +11,7 @@
 #include "batch/BatchScorer.h"
 #include "batch/CaseValues.h"
 #include "batch/Column.h"
-#include "batch/RowNumber.h"
+#include "batch/FactorRow.h"
 #include "batch/SingleClassifier.h"
 #include "batch/SubModelGroup.h"
 #include "framework/ModelTables.h"
@@ -55,13 +55,13 @@ public:
     std::vector<std::string> GetFieldsOfReaders() const;
     /// The row that a value stands for.
     template <typename Value>
-    RowNumber RowOf(std::size_t reader, Value value) const {
+    FactorRow RowOf(std::size_t reader, Value value) const {
         return readers.at(reader).rows.RowOf(value);
     }
     /// As Score, of values whose rows are known.
     /// @param rows one list for each reader. Throws std::invalid_argument when there are more or fewer lists, or when
     /// one has another length than there are cases, and std::out_of_range for a row that does not exist.
-    void ScoreRows(std::span<const std::span<const RowNumber>> rows, std::size_t cases,
+    void ScoreRows(std::span<const std::span<const FactorRow>> rows, std::size_t cases,
                    const AnswerColumns& answers) const;
 
 private:

@@ -62,9 +62,9 @@ template <typename Code>
 }
 
 template <typename Row, typename Code>
-void EncodeCodes(const std::vector<RowNumber>& rowsOfCodes, const CodeColumn<Code>& column, const Cases<Row>& cases) {
+void EncodeCodes(const std::vector<FactorRow>& rowsOfCodes, const CodeColumn<Code>& column, const Cases<Row>& cases) {
     const auto [first, count, rows] = cases;
-    const std::span<const RowNumber> known = rowsOfCodes;
+    const std::span<const FactorRow> known = rowsOfCodes;
     const auto [codes, dictionary, validity] = column;
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t entry = first + i;
@@ -81,7 +81,7 @@ void EncodeCodes(const std::vector<RowNumber>& rowsOfCodes, const CodeColumn<Cod
 
 template <typename Row, typename Code>
 void EncodeColumn(const ValueRows&, std::size_t list, const CodeColumn<Code>& column, const Cases<Row>& cases) {
-    const std::vector<RowNumber>& rowsOfCodes = column.dictionary->GetLookup().rowsOfReaders[list];
+    const std::vector<FactorRow>& rowsOfCodes = column.dictionary->GetLookup().rowsOfReaders[list];
     if constexpr (std::is_same_v<Row, std::uint8_t> && std::is_same_v<Code, std::int8_t>) {
         const bool isSimple = column.validity.bits == nullptr && rowsOfCodes.size() <= longestListOfRows;
         if (isSimple && MapCodes(column.codes.subspan(cases.first, cases.count), rowsOfCodes, cases.rows)) return;
@@ -90,10 +90,10 @@ void EncodeColumn(const ValueRows&, std::size_t list, const CodeColumn<Code>& co
 }
 
 template <typename Row>
-void CopyRows(const ValueRows& valueRows, std::span<const RowNumber> list, const Cases<Row>& cases) {
+void CopyRows(const ValueRows& valueRows, std::span<const FactorRow> list, const Cases<Row>& cases) {
     const std::size_t numRows = valueRows.GetNumRows();
     for (std::size_t i = 0; i < cases.count; ++i) {
-        const RowNumber row = list[cases.first + i];
+        const FactorRow row = list[cases.first + i];
         if (row >= numRows) {
             throw std::out_of_range("case " + std::to_string(cases.first + i) + " has row " + std::to_string(row) +
                                     ", but there are " + std::to_string(numRows));
@@ -161,7 +161,7 @@ void CaseValues::Encode(std::size_t reader, std::size_t first, std::size_t count
 }
 
 template void CaseValues::Encode(std::size_t, std::size_t, std::size_t, std::uint8_t*) const;
-template void CaseValues::Encode(std::size_t, std::size_t, std::size_t, RowNumber*) const;
+template void CaseValues::Encode(std::size_t, std::size_t, std::size_t, FactorRow*) const;
 
 std::size_t InputDictionary::GetSize() const {
     return lookup->size;

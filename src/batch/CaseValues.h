@@ -8,7 +8,7 @@
 
 #include "batch/BatchScorer.h"
 #include "batch/Column.h"
-#include "batch/RowNumber.h"
+#include "batch/FactorRow.h"
 #include "batch/ValueRows.h"
 
 /// @file
@@ -34,7 +34,7 @@ struct InputDictionary::Lookup {
     /// How many codes there are.
     std::size_t size;
     /// For each reader of the input the row of each code, that of -1 in front.
-    std::vector<std::vector<RowNumber>> rowsOfReaders;
+    std::vector<std::vector<FactorRow>> rowsOfReaders;
 };
 
 /// What turns the values of an input into rows: for one predictor of a single classifier, or for the predictors of
@@ -52,7 +52,7 @@ struct CaseValues {
     /// One for each input.
     std::span<const Column> columns;
     /// Instead of columns, where they are known already: the rows, one list for each reader.
-    std::span<const std::span<const RowNumber>> rows;
+    std::span<const std::span<const FactorRow>> rows;
     std::size_t cases;
 
     /// The rows of `count` cases from `first` on.

@@ -48,9 +48,9 @@ namespace nbscore {
 
 HWY_EXPORT(MapShortCodes);
 
-bool MapCodes(std::span<const std::int8_t> codes, std::span<const RowNumber> rowsOfCodes, std::uint8_t* rows) {
+bool MapCodes(std::span<const std::int8_t> codes, std::span<const FactorRow> rowsOfCodes, std::uint8_t* rows) {
     alignas(16) std::uint8_t table[longestListOfRows] = {};
-    std::ranges::transform(rowsOfCodes, table, [](RowNumber row) { return static_cast<std::uint8_t>(row); });
+    std::ranges::transform(rowsOfCodes, table, [](FactorRow row) { return static_cast<std::uint8_t>(row); });
     return HWY_DYNAMIC_DISPATCH(MapShortCodes)(codes, table, static_cast<std::uint8_t>(rowsOfCodes.size()), rows);
 }
 

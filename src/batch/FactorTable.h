@@ -5,7 +5,7 @@
 #include <span>
 
 #include "batch/AlignedNumbers.h"
-#include "batch/RowNumber.h"
+#include "batch/FactorRow.h"
 
 namespace nbscore {
 
@@ -23,7 +23,7 @@ public:
           byCategory(rows > maxPlaneRows ? AlignedNumbers() : AlignedNumbers(maxPlaneRows * categories, 1.0)) {}
 
     /// @param factors one for each category, or more, which are not looked at.
-    void SetRow(RowNumber row, std::span<const double> factors) {
+    void SetRow(FactorRow row, std::span<const double> factors) {
         std::ranges::copy(factors.first(numCategories), byRow.Get() + row * GetStride(numCategories));
         if (byCategory.GetSize() == 0) return;
         for (std::size_t k = 0; k < numCategories; ++k)

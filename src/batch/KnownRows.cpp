@@ -45,7 +45,7 @@ ProbedTable<TextRows::Entry> TextRows::MakeTable(std::span<const std::string* co
     entries.reserve(texts.size());
     std::string_view rest = *bytes;
     for (const std::string* text : texts) {
-        entries.push_back({rest.substr(0, text->size()), 0, static_cast<RowNumber>(firstKnownRow + entries.size())});
+        entries.push_back({rest.substr(0, text->size()), 0, static_cast<FactorRow>(firstKnownRow + entries.size())});
         rest.remove_prefix(text->size());
     }
     return ProbedTable<Entry>(entries, [](Entry& entry, const HashSeed& seed) {
@@ -55,7 +55,7 @@ ProbedTable<TextRows::Entry> TextRows::MakeTable(std::span<const std::string* co
     });
 }
 
-RowNumber TextRows::RowOf(double number) const {
+FactorRow TextRows::RowOf(double number) const {
     return RowOf(NumericValue(number).GetString());
 }
 
@@ -63,24 +63,24 @@ ProbedTable<NumberRows::Entry> NumberRows::MakeTable(std::span<const double> num
     std::vector<Entry> entries;
     entries.reserve(numbers.size());
     for (const double number : numbers)
-        entries.push_back({number, static_cast<RowNumber>(firstKnownRow + entries.size())});
+        entries.push_back({number, static_cast<FactorRow>(firstKnownRow + entries.size())});
     return ProbedTable<Entry>(entries,
                               [](const Entry& entry, const HashSeed& seed) { return seed.Hash(entry.number); });
 }
 
-RowNumber NumberRows::RowOf(std::string_view text) const {
+FactorRow NumberRows::RowOf(std::string_view text) const {
     return RowOf(ReadNumber(text).value_or(MCMV::gMissingValue));
 }
 
 BinRows::BinRows(std::span<const std::vector<double>* const> cutpoints) : boundaries(BoundariesOf(cutpoints)) {
     const std::size_t numCells = 2 * boundaries.size() + 2;
-    std::map<std::vector<int>, RowNumber> rows;
+    std::map<std::vector<int>, FactorRow> rows;
     rowOfCell.reserve(numCells);
     for (std::size_t cell = 0; cell < numCells; ++cell) {
         std::vector<int> bins;
         for (const std::vector<double>* list : cutpoints)
             bins.push_back(FindBin(*list, SampleOf(cell)));
-        const auto [entry, isNew] = rows.try_emplace(bins, static_cast<RowNumber>(numRows));
+        const auto [entry, isNew] = rows.try_emplace(bins, static_cast<FactorRow>(numRows));
         if (isNew) {
             ++numRows;
             binsOfRow.push_back(std::move(bins));

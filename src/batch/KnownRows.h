@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "batch/FactorRow.h"
 #include "batch/ProbedTable.h"
-#include "batch/RowNumber.h"
 
 /// @file
 /// Which row each value that a predictor knows stands for: a text, a number, or a number in a bin.
@@ -23,13 +23,13 @@ public:
     /// @param texts copied. No two are equal.
     explicit TextRows(std::span<const std::string* const> texts);
 
-    RowNumber RowOf(std::string_view text) const {
+    FactorRow RowOf(std::string_view text) const {
         const std::uint64_t hash = table.GetSeed().Hash(text);
         const auto tag = static_cast<std::uint32_t>(hash);
         return table.Find(hash, [&](const Entry& entry) { return entry.tag == tag && entry.text == text; });
     }
     /// A number is looked up by its digits, as a case's number is.
-    RowNumber RowOf(double number) const;
+    FactorRow RowOf(double number) const;
 
     std::size_t GetNumRows() const { return firstKnownRow + numTexts; }
 
@@ -37,7 +37,7 @@ private:
     struct Entry {
         std::string_view text;
         std::uint32_t tag = 0;
-        RowNumber row = unknownRow;
+        FactorRow row = unknownRow;
     };
 
     ProbedTable<Entry> MakeTable(std::span<const std::string* const> texts);
@@ -53,20 +53,20 @@ public:
     /// @param numbers no two are equal, and none is a NaN.
     explicit NumberRows(std::span<const double> numbers) : numNumbers(numbers.size()), table(MakeTable(numbers)) {}
 
-    RowNumber RowOf(double number) const {
+    FactorRow RowOf(double number) const {
         if (std::isnan(number)) return unknownRow;
         return table.Find(table.GetSeed().Hash(number),
                           [number](const Entry& entry) { return entry.number == number; });
     }
     /// A text is looked up by the number that it holds, as a case's text is.
-    RowNumber RowOf(std::string_view text) const;
+    FactorRow RowOf(std::string_view text) const;
 
     std::size_t GetNumRows() const { return firstKnownRow + numNumbers; }
 
 private:
     struct Entry {
         double number = 0.0;
-        RowNumber row = unknownRow;
+        FactorRow row = unknownRow;
     };
 
     static ProbedTable<Entry> MakeTable(std::span<const double> numbers);
@@ -85,13 +85,13 @@ public:
     /// @param cutpoints one list for each predictor, as FindBin takes it.
     explicit BinRows(std::span<const std::vector<double>* const> cutpoints);
 
-    RowNumber RowOf(double number) const { return rowOfCell[CellOf(number)]; }
+    FactorRow RowOf(double number) const { return rowOfCell[CellOf(number)]; }
     /// A text is in no bin, whatever it holds.
-    static RowNumber RowOf(std::string_view /*text*/) { return unknownRow; }
+    static FactorRow RowOf(std::string_view /*text*/) { return unknownRow; }
 
     std::size_t GetNumRows() const { return numRows; }
     /// The bin of a predictor that a row from firstKnownRow on stands for.
-    int GetBin(std::size_t predictor, RowNumber row) const { return binsOfRow[row - firstKnownRow][predictor]; }
+    int GetBin(std::size_t predictor, FactorRow row) const { return binsOfRow[row - firstKnownRow][predictor]; }
 
 private:
     /// Long lists are searched by halves, short ones counted through without a branch.
@@ -109,7 +109,7 @@ private:
     double SampleOf(std::size_t cell) const;
 
     std::vector<double> boundaries;
-    std::vector<RowNumber> rowOfCell;
+    std::vector<FactorRow> rowOfCell;
     std::vector<std::vector<int>> binsOfRow;
     std::size_t numRows = firstKnownRow;
 };

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-#include "batch/RowNumber.h"
+#include "batch/FactorRow.h"
 
 /// @file
 /// The loops that are compiled once for each set of instructions and chosen by the processor at hand. They differ in
@@ -20,7 +20,7 @@ inline constexpr std::size_t longestListOfRows = 16;
 /// @param rowsOfCodes the row of each code, that of -1 in front; at most longestListOfRows, each below 256.
 /// @param rows room for as many as there are codes.
 /// False when a code is below -1 or has no row; what stands in `rows` is then of no use.
-bool MapCodes(std::span<const std::int8_t> codes, std::span<const RowNumber> rowsOfCodes, std::uint8_t* rows);
+bool MapCodes(std::span<const std::int8_t> codes, std::span<const FactorRow> rowsOfCodes, std::uint8_t* rows);
 
 /// The joint probabilities of a block of cases: for each case and target category the prior times the factors of the
 /// predictors, from the left, in their order. Every loop does the same multiplications; they differ in what lies side
@@ -46,7 +46,7 @@ struct ProductTask {
 
 /// @param rows for each predictor the row of each case.
 void MultiplyFactors(const ProductTask& task, const std::uint8_t* const* rows);
-void MultiplyFactors(const ProductTask& task, const RowNumber* const* rows);
+void MultiplyFactors(const ProductTask& task, const FactorRow* const* rows);
 
 /// A block of cases on its way from joint to posterior probabilities and to a prediction.
 struct PosteriorTask {
@@ -84,7 +84,7 @@ struct SubModelTask {
     const double* const* tables = nullptr;
     std::size_t cases = 0;
     /// For each predictor the row of each case.
-    const RowNumber* const* rows = nullptr;
+    const FactorRow* const* rows = nullptr;
     /// Out, case by case, each `pitch` long; aligned.
     double* scores = nullptr;
 };

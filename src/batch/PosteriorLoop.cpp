@@ -5,8 +5,8 @@
 
 #include <vector>
 
+#include "batch/FactorRow.h"
 #include "batch/Loops.h"
-#include "batch/RowNumber.h"
 #include "naivebayes/PredictedCategory.h"
 
 HWY_BEFORE_NAMESPACE();

@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "batch/RowNumber.h"
+#include "batch/FactorRow.h"
 #include "framework/SeededHash.h"
 
 namespace nbscore {
@@ -16,7 +16,7 @@ namespace nbscore {
 ///
 /// A few entries lie apart where one of the seeds brings that about: then a look-up is a single comparison, and the
 /// processor has no number of steps to guess.
-/// @tparam Entry has a member `RowNumber row`, which is unknownRow in a new one and in nothing that is put in.
+/// @tparam Entry has a member `FactorRow row`, which is unknownRow in a new one and in nothing that is put in.
 template <typename Entry>
 class ProbedTable {
 public:
@@ -39,7 +39,7 @@ public:
     /// The row of the entry that is the same; unknownRow when there is none.
     /// @param hash under GetSeed().
     template <typename IsSame>
-    RowNumber Find(std::uint64_t hash, const IsSame& isSame) const {
+    FactorRow Find(std::uint64_t hash, const IsSame& isSame) const {
         std::size_t slot = PlaceOf(hash);
         if (lieApart) return isSame(slots[slot]) ? slots[slot].row : unknownRow;
         for (;; slot = Next(slot)) {

@@ -165,7 +165,7 @@ void MultiplyByByteRows(const ProductTask& task, const std::uint8_t* const* rows
     MultiplyByRow(task, rows);
 }
 
-void MultiplyByWordRows(const ProductTask& task, const RowNumber* const* rows) {
+void MultiplyByWordRows(const ProductTask& task, const FactorRow* const* rows) {
     MultiplyByRow(task, rows);
 }
 
@@ -195,7 +195,7 @@ void MultiplyFactors(const ProductTask& task, const std::uint8_t* const* rows) {
     HWY_DYNAMIC_DISPATCH(MultiplyByByteRows)(task, rows);
 }
 
-void MultiplyFactors(const ProductTask& task, const RowNumber* const* rows) {
+void MultiplyFactors(const ProductTask& task, const FactorRow* const* rows) {
     HWY_DYNAMIC_DISPATCH(MultiplyByWordRows)(task, rows);
 }
 

@@ -17,7 +17,7 @@ constexpr std::size_t casesPerBlock = 1024;
 FactorTable MakeFactors(const PredictorTables& predictor, const ValueRows& rows, std::size_t categories) {
     FactorTable factors(rows.GetNumRows(), categories);
     if (predictor.probabilities == nullptr) return factors;
-    for (RowNumber row = firstKnownRow; row < rows.GetNumRows(); ++row) {
+    for (FactorRow row = firstKnownRow; row < rows.GetNumRows(); ++row) {
         const auto code = static_cast<std::size_t>(rows.GetCode(0, row));
         factors.SetRow(row, predictor.probabilities->at(code));
     }
@@ -40,7 +40,7 @@ void NoteUsable(const Row* rows, std::size_t count, std::uint8_t* usable) {
 }
 
 template <typename Row>
-std::uint64_t CountRow(std::span<const Row> rows, RowNumber row) {
+std::uint64_t CountRow(std::span<const Row> rows, FactorRow row) {
     return static_cast<std::uint64_t>(std::ranges::count(rows, static_cast<Row>(row)));
 }
 
@@ -65,7 +65,7 @@ SingleClassifier::SingleClassifier(const ClassifierTables& tables, std::span<con
 }
 
 /// One call: the cases in blocks that stay in the processor's cache from the first look at their values to the answers.
-/// @tparam Row std::uint8_t where every row's number fits into one, else RowNumber.
+/// @tparam Row std::uint8_t where every row's number fits into one, else FactorRow.
 template <typename Row>
 class SingleClassifier::Call {
 public:
@@ -172,7 +172,7 @@ void SingleClassifier::Score(const CaseValues& values, const AnswerColumns& answ
     if (hasByteRows) {
         Call<std::uint8_t>(*this, values, answers).Score();
     } else {
-        Call<RowNumber>(*this, values, answers).Score();
+        Call<FactorRow>(*this, values, answers).Score();
     }
 }
 

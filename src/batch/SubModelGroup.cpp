@@ -51,7 +51,7 @@ SubModelGroup::Factors SubModelGroup::MakeFactors(const ModelTables& set, std::s
 
 void SubModelGroup::NoteMember(Factors& ofReader, std::size_t member, const PredictorTables& predictor,
                                const ValueRows& rows) const {
-    for (RowNumber row = firstKnownRow; row < rows.GetNumRows(); ++row) {
+    for (FactorRow row = firstKnownRow; row < rows.GetNumRows(); ++row) {
         const int code = rows.GetCode(member, row);
         ofReader.known[row * members.size() + member] = code >= 0 ? 1 : 0;
         ofReader.knownToAll[row] = ofReader.knownToAll[row] && code >= 0;
@@ -63,7 +63,7 @@ void SubModelGroup::NoteMember(Factors& ofReader, std::size_t member, const Pred
     }
 }
 
-void SubModelGroup::RestorePriors(std::span<const RowNumber> rows, double* scores) const {
+void SubModelGroup::RestorePriors(std::span<const FactorRow> rows, double* scores) const {
     bool usedByAll = false;
     bool usedByAny = false;
     for (std::size_t j = 0; j < rows.size(); ++j) {
@@ -79,7 +79,7 @@ void SubModelGroup::RestorePriors(std::span<const RowNumber> rows, double* score
         scores[m] = scoredPriors[m];
 }
 
-void SubModelGroup::RestoreUnused(std::span<const RowNumber> rows, double* scores) const {
+void SubModelGroup::RestoreUnused(std::span<const FactorRow> rows, double* scores) const {
     std::vector<std::uint8_t> used(members.size());
     for (std::size_t j = 0; j < rows.size(); ++j) {
         const std::uint8_t* const known = factors[j].known.data() + rows[j] * members.size();
@@ -112,7 +112,7 @@ public:
 
     void Score() {
         std::vector<const double*> tables;
-        std::vector<const RowNumber*> rowsOfReaders;
+        std::vector<const FactorRow*> rowsOfReaders;
         for (std::size_t j = 0; j < numReaders; ++j) {
             tables.push_back(group.factors[j].numbers.Get());
             rowsOfReaders.push_back(rows.data() + j * casesPerBlock);
@@ -142,7 +142,7 @@ private:
 
     void Encode(const Block& block) {
         for (std::size_t j = 0; j < numReaders; ++j) {
-            RowNumber* const encoded = rows.data() + j * casesPerBlock;
+            FactorRow* const encoded = rows.data() + j * casesPerBlock;
             values.Encode(group.readersBegin + j, block.first, block.cases, encoded);
             for (std::size_t i = 0; !counts.empty() && i < block.cases; ++i)
                 ++counts[j][encoded[i]];
@@ -150,7 +150,7 @@ private:
     }
 
     void Answer(const Block& block) {
-        std::vector<RowNumber> rowsOfCase(numReaders);
+        std::vector<FactorRow> rowsOfCase(numReaders);
         for (std::size_t i = 0; i < block.cases; ++i) {
             for (std::size_t j = 0; j < numReaders; ++j)
                 rowsOfCase[j] = rows[j * casesPerBlock + i];
@@ -187,7 +187,7 @@ private:
     std::uint64_t CountUnknown(std::size_t reader, std::size_t member) const {
         const std::vector<std::uint8_t>& known = group.factors[reader].known;
         std::uint64_t unknown = counts[reader][unknownRow];
-        for (RowNumber row = firstKnownRow; row < counts[reader].size(); ++row) {
+        for (FactorRow row = firstKnownRow; row < counts[reader].size(); ++row) {
             if (known[row * group.members.size() + member] == 0) unknown += counts[reader][row];
         }
         return unknown;
@@ -200,7 +200,7 @@ private:
     std::size_t numReaders;
     std::size_t casesPerBlock;
     /// Reader by reader, each casesPerBlock long.
-    std::vector<RowNumber> rows;
+    std::vector<FactorRow> rows;
     AlignedNumbers scores;
     /// Where they are asked for: how many cases had which row, for each reader.
     std::vector<std::vector<std::uint64_t>> counts;

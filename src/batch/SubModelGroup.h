@@ -8,7 +8,7 @@
 #include "batch/AlignedNumbers.h"
 #include "batch/AnswerColumns.h"
 #include "batch/CaseValues.h"
-#include "batch/RowNumber.h"
+#include "batch/FactorRow.h"
 #include "framework/ModelTables.h"
 
 namespace nbscore {
@@ -58,8 +58,8 @@ private:
     /// Puts the raw prior of the scored category in place of the scores of those members that a case says nothing to,
     /// and of those that have a prior of zero.
     /// @param rows the case's row for each reader.
-    void RestorePriors(std::span<const RowNumber> rows, double* scores) const;
-    void RestoreUnused(std::span<const RowNumber> rows, double* scores) const;
+    void RestorePriors(std::span<const FactorRow> rows, double* scores) const;
+    void RestoreUnused(std::span<const FactorRow> rows, double* scores) const;
 
     std::vector<Member> members;
     std::size_t readersBegin;

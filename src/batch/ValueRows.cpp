@@ -93,7 +93,7 @@ std::size_t ValueRows::GetNumRows() const {
     return std::visit([](const auto& rows) { return rows.GetNumRows(); }, known);
 }
 
-int ValueRows::GetCode(std::size_t predictor, RowNumber row) const {
+int ValueRows::GetCode(std::size_t predictor, FactorRow row) const {
     if (const auto* bins = std::get_if<BinRows>(&known)) return bins->GetBin(predictor, row);
     return codesOfPredictors[predictor][row - firstKnownRow];
 }

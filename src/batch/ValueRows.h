@@ -7,8 +7,8 @@
 #include <variant>
 #include <vector>
 
+#include "batch/FactorRow.h"
 #include "batch/KnownRows.h"
-#include "batch/RowNumber.h"
 #include "framework/MCMV.h"
 #include "framework/ModelTables.h"
 #include "framework/ScoreDictVar.h"
@@ -47,7 +47,7 @@ public:
 
     /// A Value is a double or a std::string_view: what a case record would hold as a number or as a text.
     template <typename Value>
-    RowNumber RowOf(Value value) const {
+    FactorRow RowOf(Value value) const {
         return std::visit([&](const auto& rows) { return RowIn(rows, value); }, known);
     }
     /// Calls `work` with a function from values to rows that a loop over many values pays once for.
@@ -59,7 +59,7 @@ public:
 
     std::size_t GetNumRows() const;
     /// What the encoder of a predictor gives for the values of a row from firstKnownRow on; -1 for nothing.
-    int GetCode(std::size_t predictor, RowNumber row) const;
+    int GetCode(std::size_t predictor, FactorRow row) const;
 
 private:
     using Known = std::variant<TextRows, NumberRows, BinRows>;
@@ -69,7 +69,7 @@ private:
     static Known MakeKnown(std::span<const PredictorTables* const> predictors, std::vector<std::vector<int>>& codes);
 
     template <typename Rows, typename Value>
-    RowNumber RowIn(const Rows& rows, Value value) const {
+    FactorRow RowIn(const Rows& rows, Value value) const {
         return missing.Contains(value) ? missingRow : rows.RowOf(value);
     }
 

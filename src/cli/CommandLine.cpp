@@ -2,15 +2,13 @@
 
 #include <algorithm>
 
-#include "cli/help/HelpFormatter.h"
 #include "cli/help/HelpText.h"
 #include "cli/system/ExitStatus.h"
 #include "cli/system/Interrupts.h"
 #include "framework/Limits.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 namespace nbscore {
-
 namespace {
 
 constexpr const char* description = R"(Score tables of cases with Naive Bayes models written in PMML.

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "cli/system/Console.h"
-#include "cli/system/ErrorReport.h"
+#include "cli/system/ExitStatus.h"
 #include "cli/verbs/Command.h"
 
 namespace nbscore {

@@ -1,6 +1,13 @@
 #include "framework/BaseDictVar.h"
 
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <ostream>
+#include <string_view>
 #include <utility>
+
+#include "framework/NumberText.h"
 
 namespace {
 
@@ -10,6 +17,66 @@ std::vector<std::unique_ptr<ScoreValue>> CopiesOf(const std::vector<std::unique_
     for (const auto& value : values)
         copies.emplace_back(value->Clone());
     return copies;
+}
+
+/// More values than this are counted and no longer listed, so that the line stays readable.
+constexpr std::size_t mostListed = 20;
+
+/// The text with a blank for every control character: a name may hold line ends, the description is one line.
+std::string OnOneLine(std::string_view text) {
+    std::string line;
+    std::ranges::transform(text, std::back_inserter(line), [](char character) {
+        const auto code = static_cast<unsigned char>(character);
+        return code < 0x20 || code == 0x7f ? ' ' : character;
+    });
+    return line;
+}
+
+std::string Quoted(std::string_view text) {
+    return '"' + OnOneLine(text) + '"';
+}
+
+std::string Describe(const ScoreValue& value) {
+    if (value.IsSystemMissingValue()) return "system-missing";
+    const std::string text = value.GetString();
+    return value.GetType() == ScoreValue::Numeric ? text : Quoted(text);
+}
+
+std::string Describe(const std::unique_ptr<ScoreValue>& value) {
+    return Describe(*value);
+}
+
+std::string Describe(const ScoreValueLabel& label) {
+    const std::string value = Describe(*label.GetValue());
+    return label.GetDisplayValue().empty() ? value : value + " = " + Quoted(label.GetDisplayValue());
+}
+
+std::string Describe(const ValueInterval& interval) {
+    return (interval.IsClosedOnTheLeft() ? "[" : "(") + nbscore::FormatNumber(interval.leftMargin) + ", " +
+           nbscore::FormatNumber(interval.rightMargin) + (interval.IsClosedOnTheRight() ? "]" : ")");
+}
+
+template <class Item>
+std::string DescribeList(std::string_view heading, const std::vector<Item>& items) {
+    if (items.empty()) return {};
+    std::string description = "; " + std::string(heading) + ": ";
+    for (std::size_t position = 0; position < std::min(items.size(), mostListed); ++position) {
+        if (position > 0) description += ", ";
+        description += Describe(items[position]);
+    }
+    if (items.size() > mostListed) description += ", ... (" + std::to_string(items.size()) + " in all)";
+    return description;
+}
+
+std::string_view LevelName(int measureLevel) {
+    switch (measureLevel) {
+        case ScoreDictVar::Continuous:
+            return "continuous";
+        case ScoreDictVar::Ordinal:
+            return "ordinal";
+        default:
+            return "categorical";
+    }
 }
 
 }  // namespace
@@ -83,4 +150,17 @@ void BaseDictVar::AddMissingValue(std::unique_ptr<ScoreValue> value) {
 
 void BaseDictVar::AddInvalidValue(std::unique_ptr<ScoreValue> value) {
     invalidValues.push_back(std::move(value));
+}
+
+void BaseDictVar::Print(std::ostream& out) const {
+    std::string line = OnOneLine(name);
+    if (!displayName.empty()) line += ' ' + Quoted(displayName);
+    line += ": ";
+    line += LevelName(measureLevel);
+    line += storageType == NumericStorage ? ", numeric" : ", text";
+    if (validValues) line += DescribeList("values", validValues->GetValueLabels());
+    line += DescribeList("missing values", missingValues);
+    line += DescribeList("invalid values", invalidValues);
+    line += DescribeList("intervals", intervals);
+    out << line << '\n';
 }

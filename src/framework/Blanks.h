@@ -19,4 +19,10 @@ constexpr std::string_view WithoutBlanks(std::string_view text) {
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
+/// The same of a text that has more than blanks; one of nothing but blanks stays as it is.
+constexpr std::string_view WithoutOuterBlanks(std::string_view text) {
+    const std::string_view trimmed = WithoutBlanks(text);
+    return trimmed.empty() ? text : trimmed;
+}
+
 }  // namespace nbscore

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "framework/ScoreValueLabelSet.h"
+
 ScoreValueLabel::ScoreValueLabel(std::unique_ptr<ScoreValue> declaredValue, std::string shownText)
     : value(std::move(declaredValue)), displayValue(std::move(shownText)) {}
 
@@ -10,4 +12,8 @@ ScoreValueLabel::ScoreValueLabel(const ScoreValueLabel& other)
 
 ScoreValueLabel& ScoreValueLabel::operator=(const ScoreValueLabel& other) {
     return *this = ScoreValueLabel(other);
+}
+
+void ScoreValueLabelSet::AddLabel(ScoreValueLabel label) {
+    labels.push_back(std::move(label));
 }

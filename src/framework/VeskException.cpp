@@ -1,7 +1,10 @@
 #include "framework/VeskException.h"
 
 VeskException::VeskException(ExceptionCode exceptionCode, const std::string& messageText)
-    : code(exceptionCode), message(messageText) {}
+    : VeskException(exceptionCode, messageText, nbscore::adviceForAnyRefusal) {}
+
+VeskException::VeskException(ExceptionCode exceptionCode, const std::string& messageText, std::string_view adviceText)
+    : code(exceptionCode), message(messageText), advice(adviceText) {}
 
 VeskException::~VeskException() = default;
 
@@ -16,6 +19,10 @@ const char* VeskException::what() const noexcept {
 void VeskException::SetPlace(const nbscore::DocumentPlace& faultPlace) {
     place = faultPlace;
     placeKnown = true;
+}
+
+void VeskException::SetAdvice(const std::string& adviceText) {
+    advice = adviceText;
 }
 
 void VeskException::SetSource(const std::string& sourceName) {

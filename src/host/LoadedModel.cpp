@@ -1,16 +1,16 @@
 #include "host/LoadedModel.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "framework/ModelSelfCheck.h"
 #include "framework/NumberText.h"
 #include "framework/SeededHash.h"
 #include "framework/VeskException.h"
-#include "host/PathText.h"
+#include "output/HostError.h"
+#include "output/MessageText.h"
 #include "reading/BaseTranslator.h"
-#include "table/HostError.h"
-#include "table/MessageText.h"
 
 namespace nbscore {
 namespace {
@@ -36,7 +36,7 @@ LoadedModel ReadWith(std::shared_ptr<PluginLibrary> plugin, const std::string& d
 
 BaseTranslator::Notices AsLinesAbout(const std::string& documentName, const BaseTranslator::Notices& notices) {
     if (!notices) return notices;
-    return [&documentName, &notices](const std::string& text, const DocumentPlace& place) {
+    return [&documentName, &notices](const std::string& text, const DocumentPlace& place, std::string_view advice) {
         std::string line;
         for (const char character : text) {
             if (character == '\n') {
@@ -47,7 +47,7 @@ BaseTranslator::Notices AsLinesAbout(const std::string& documentName, const Base
         }
         DocumentPlace placeInDocument = place;
         placeInDocument.source = documentName;
-        notices(line, placeInDocument);
+        notices(line, placeInDocument, advice);
     };
 }
 
@@ -57,24 +57,24 @@ std::string GetIdentity(const ScoreValue& value) {
     return "$" + value.GetString();
 }
 
-std::string FindTargetObstacle(const ScoreDictVar* target) {
-    if (target == nullptr) return "The model has no target variable.";
+ScoringObstacle FindTargetObstacle(const ScoreDictVar* target) {
+    if (target == nullptr) return NoTargetVariable();
     const std::string name = QuoteForMessage(target->GetName());
     const ScoreValueLabelSet* const labels = target->GetValueLabelSet();
     if (labels == nullptr || labels->GetValueLabels().empty()) {
-        return "The target variable " + name + " declares no values.";
+        return {ScoringObstacle::TargetValuesMissing, "The target variable " + name + " declares no values."};
     }
     SeededSet<std::string> seen;
     for (const ScoreValueLabel& label : labels->GetValueLabels()) {
         if (seen.insert(GetIdentity(*label.GetValue())).second) continue;
-        return "The target variable " + name + " declares the value " + QuoteForMessage(label.GetValue()->GetString()) +
-               " twice.";
+        return {ScoringObstacle::TargetValueTwice, "The target variable " + name + " declares the value " +
+                                                       QuoteForMessage(label.GetValue()->GetString()) + " twice."};
     }
     return {};
 }
 
 /// Schemas that name different targets: what was counted for one would be read as counts of the other.
-std::string FindSecondTarget(const ScoreModel& model) {
+ScoringObstacle FindSecondTarget(const ScoreModel& model) {
     if (model.GetDictionary() == nullptr) return {};
     std::vector<ScoreDictVar*> vars;
     model.GetDictionary()->GetAllVars(vars);
@@ -82,8 +82,9 @@ std::string FindSecondTarget(const ScoreModel& model) {
     for (const ScoreDictVar* var : vars) {
         if (model.GetVarRole(var) != ScoreModel::TargetRole) continue;
         if (first != nullptr) {
-            return "The model has more than one target variable: " + QuoteForMessage(first->GetName()) + " and " +
-                   QuoteForMessage(var->GetName()) + ".";
+            return {ScoringObstacle::SecondTarget,
+                    "The model has more than one target variable: " + QuoteForMessage(first->GetName()) + " and " +
+                        QuoteForMessage(var->GetName()) + "."};
         }
         first = var;
     }
@@ -95,14 +96,14 @@ bool MayLackTarget(ScoreModel& model) {
     return model.GetModelType() == ScoreModel::SelfLearningModel;
 }
 
-std::string FindObstacle(ScoreModel& model) {
+ScoringObstacle FindObstacle(ScoreModel& model) {
     const ScoreDictVar* const target = model.GetTargetVar();
-    std::string obstacle;
-    if (target != nullptr || !MayLackTarget(model)) obstacle = FindTargetObstacle(target);
-    if (obstacle.empty()) obstacle = FindSecondTarget(model);
-    if (!obstacle.empty()) return obstacle;
+    if (target != nullptr || !MayLackTarget(model)) {
+        if (ScoringObstacle obstacle = FindTargetObstacle(target)) return obstacle;
+    }
+    if (ScoringObstacle obstacle = FindSecondTarget(model)) return obstacle;
     const auto* const check = dynamic_cast<const ModelSelfCheck*>(&model);
-    return check == nullptr ? std::string() : check->FindScoringObstacle();
+    return check == nullptr ? ScoringObstacle() : check->FindScoringObstacle();
 }
 
 }  // namespace
@@ -126,8 +127,7 @@ LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const Sourc
 }
 
 void LoadedModel::RequireScorable() const {
-    const std::string obstacle = FindObstacle(*model);
-    if (!obstacle.empty()) throw UnscorableModelError(obstacle);
+    if (const ScoringObstacle obstacle = FindObstacle(*model)) throw UnscorableModelError(obstacle);
 }
 
 }  // namespace nbscore

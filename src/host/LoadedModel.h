@@ -4,9 +4,9 @@
 #include <memory>
 #include <utility>
 
-#include "document/SourceDocument.h"
 #include "framework/ScoreModel.h"
 #include "host/PluginLibrary.h"
+#include "host/SourceDocument.h"
 #include "reading/BaseTranslator.h"
 
 namespace nbscore {

@@ -3,9 +3,9 @@
 #include <system_error>
 #include <vector>
 
-#include "host/PathText.h"
-#include "host/ProgramFolders.h"
-#include "table/HostError.h"
+#include "host/SharedObject.h"
+#include "output/HostError.h"
+#include "output/MessageText.h"
 
 namespace nbscore {
 namespace {
@@ -20,11 +20,15 @@ constexpr const char* bundledFileName = "libnaivebayes.so";
 }  // namespace
 
 PluginLibrary::PluginLibrary(const std::filesystem::path& path)
-    : library(path), pathText(ToUtf8(path)), factory(reinterpret_cast<Factory>(library.Find(factoryName))) {
+    : library(std::make_unique<SharedObject>(path)),
+      pathText(ToUtf8(path)),
+      factory(reinterpret_cast<Factory>(library->Find(factoryName))) {
     if (factory == nullptr) {
         throw InputOutputError(pathText + " is no plug-in: it exports no function " + factoryName);
     }
 }
+
+PluginLibrary::~PluginLibrary() = default;
 
 std::shared_ptr<PluginLibrary> PluginLibrary::Load(const std::filesystem::path& path) {
     return std::shared_ptr<PluginLibrary>(new PluginLibrary(path));

@@ -6,9 +6,10 @@
 #include <vector>
 
 #include "framework/ScoreTranslator.h"
-#include "host/SharedObject.h"
 
 namespace nbscore {
+
+class SharedObject;
 
 /// A plug-in, loaded at run time and known only by its exported factory, GiveMyTranslator.
 ///
@@ -25,6 +26,8 @@ public:
     /// The same, looking in the given folders.
     static std::filesystem::path FindBundled(const std::vector<std::filesystem::path>& folders);
 
+    ~PluginLibrary();
+
     /// A new translator. Throws InputOutputError when the plug-in gives none.
     std::unique_ptr<ScoreTranslator> MakeTranslator() const;
 
@@ -33,7 +36,7 @@ private:
 
     explicit PluginLibrary(const std::filesystem::path& path);
 
-    SharedObject library;
+    std::unique_ptr<SharedObject> library;
     std::string pathText;
     Factory factory;
 };

@@ -1,14 +1,14 @@
 #include "host/SharedObject.h"
 
 #include <string>
+#include <system_error>
 
-#include "host/PathText.h"
-#include "table/HostError.h"
+#include "framework/NumberText.h"
+#include "output/HostError.h"
+#include "output/MessageText.h"
 
 #ifdef _WIN32
 #include <windows.h>
-
-#include <system_error>
 #else
 #include <dlfcn.h>
 #endif
@@ -35,6 +35,15 @@ void* FindFunction(void* handle, const char* name) {
 
 void Close(void* handle) {
     FreeLibrary(static_cast<HMODULE>(handle));
+}
+
+std::optional<std::filesystem::path> GetFolderOf(HMODULE module) {
+    constexpr DWORD longestPath = 32768;
+    std::wstring path(longestPath, L'\0');
+    const DWORD length = GetModuleFileNameW(module, path.data(), longestPath);
+    if (length == 0 || length == longestPath) return std::nullopt;
+    path.resize(length);
+    return std::filesystem::path(path).parent_path();
 }
 
 #else
@@ -72,5 +81,41 @@ SharedObject::~SharedObject() {
 void* SharedObject::Find(const char* name) const {
     return FindFunction(handle, name);
 }
+
+#ifdef _WIN32
+
+std::filesystem::path GetExecutableFolder() {
+    if (const auto folder = GetFolderOf(nullptr)) return *folder;
+    throw InputOutputError("cannot find this program's own file");
+}
+
+std::optional<std::filesystem::path> GetFrameworkFolder() {
+    // Any function of the framework tells from which file it was loaded.
+    HMODULE module = nullptr;
+    constexpr DWORD flags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+    if (GetModuleHandleExW(flags, reinterpret_cast<LPCWSTR>(&ReadNumber), &module) == 0) return std::nullopt;
+    return GetFolderOf(module);
+}
+
+#else
+
+std::filesystem::path GetExecutableFolder() {
+    std::error_code error;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (error) throw InputOutputError("cannot find this program's own file: " + error.message());
+    return program.parent_path();
+}
+
+std::optional<std::filesystem::path> GetFrameworkFolder() {
+    // Any function of the framework tells from which file it was loaded.
+    Dl_info module{};
+    if (dladdr(reinterpret_cast<const void*>(&ReadNumber), &module) == 0) return std::nullopt;
+    std::error_code error;
+    const std::filesystem::path file = std::filesystem::canonical(module.dli_fname, error);
+    if (error) return std::nullopt;
+    return file.parent_path();
+}
+
+#endif
 
 }  // namespace nbscore

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "framework/ModelDescription.h"
+#include "framework/ModelSelfCheck.h"
 #include "framework/ModelTables.h"
 #include "framework/ScoreCaseRecord.h"
 #include "framework/ScoreDictVar.h"
@@ -74,7 +75,7 @@ public:
 
     /// Why some case cannot be scored, as a sentence that names the predictor at fault; empty when all can.
     /// @param target has a variable, and the classifier counts it.
-    std::string FindObstacle(const Target& target) const;
+    ScoringObstacle FindObstacle(const Target& target) const;
     /// What it was made of. What lists lack is left out; the name and the assessment figures are the model's to add.
     ClassifierDescription Describe() const;
     /// Lays open what it scores with, which must fit together. The name is the model's to add.
@@ -85,10 +86,10 @@ public:
     void DisplayPredictors(std::ostream& out) const;
 
 private:
-    std::string FindPredictorObstacle(std::size_t predictor) const;
-    std::string FindProductObstacle(const Target& target, std::size_t predictor, int highestCode) const;
-    std::string FindTableObstacle(const Target& target, std::size_t predictor, int highestCode) const;
-    std::string DescribeMissingTargetCounts(const Target& target) const;
+    ScoringObstacle FindPredictorObstacle(std::size_t predictor) const;
+    ScoringObstacle FindProductObstacle(const Target& target, std::size_t predictor, int highestCode) const;
+    ScoringObstacle FindTableObstacle(const Target& target, std::size_t predictor, int highestCode) const;
+    ScoringObstacle FindTargetCountObstacle(const Target& target) const;
 
     double threshold = 0.0;
     std::vector<double> targetCounts;

@@ -19,6 +19,10 @@ std::string Quoted(const std::string& name) {
     return "\"" + name + "\"";
 }
 
+ScoringObstacle Mismatch(const std::string& message) {
+    return {ScoringObstacle::Other, message};
+}
+
 /// The highest bin that numbers are put into. Asking the encoder tells what its number of bins does not:
 /// without cutpoints there is one bin, but numbers are put into bins 0 and 1.
 int HighestBin(const INBVeskEncoder& encoder) {
@@ -45,65 +49,65 @@ const ScoreValue* FindRepeated(const std::vector<ScoreValue*>& values) {
 
 }  // namespace
 
-std::string Classifier::FindObstacle(const Target& target) const {
+ScoringObstacle Classifier::FindObstacle(const Target& target) const {
     const std::size_t numPredictors = predictorNames.size();
     bool anyUsable = false;
     for (std::size_t j = 0; j < numPredictors; ++j) {
-        std::string obstacle = FindPredictorObstacle(j);
-        if (!obstacle.empty()) return obstacle;
+        if (ScoringObstacle obstacle = FindPredictorObstacle(j)) return obstacle;
         const int highestCode = HighestCode(*encoders[j]);
         if (highestCode < 0) continue;
         anyUsable = true;
-        obstacle = FindProductObstacle(target, j, highestCode);
-        if (!obstacle.empty()) return obstacle;
+        if (ScoringObstacle obstacle = FindProductObstacle(target, j, highestCode)) return obstacle;
     }
     // A case without a usable predictor is scored with the priors alone.
-    if (!anyUsable || tables.size() <= numPredictors) return std::string();
-    return "The model has " + CountedNoun(tables.size(), "count table") + " for " +
-           CountedNoun(numPredictors, "predictor") + ".";
+    if (!anyUsable || tables.size() <= numPredictors) return {};
+    return Mismatch("The model has " + CountedNoun(tables.size(), "count table") + " for " +
+                    CountedNoun(numPredictors, "predictor") + ".");
 }
 
-std::string Classifier::FindPredictorObstacle(std::size_t predictor) const {
+ScoringObstacle Classifier::FindPredictorObstacle(std::size_t predictor) const {
     const std::string named = "The predictor " + Quoted(predictorNames[predictor]);
-    if (predictor >= predictorVars.size() || predictorVars[predictor] == nullptr) return named + " has no variable.";
-    if (predictor >= encoders.size() || encoders[predictor] == nullptr) return named + " has no encoder.";
-    return std::string();
+    if (predictor >= predictorVars.size() || predictorVars[predictor] == nullptr)
+        return Mismatch(named + " has no variable.");
+    if (predictor >= encoders.size() || encoders[predictor] == nullptr) return Mismatch(named + " has no encoder.");
+    return {};
 }
 
 /// Of a predictor that some case has a code for.
-std::string Classifier::FindProductObstacle(const Target& target, std::size_t predictor, int highestCode) const {
+ScoringObstacle Classifier::FindProductObstacle(const Target& target, std::size_t predictor, int highestCode) const {
     // Before the table: what the target lacks, the tables often lack because of it.
-    if (targetCounts.size() < target.GetCategories().size()) return DescribeMissingTargetCounts(target);
+    if (targetCounts.size() < target.GetCategories().size()) return FindTargetCountObstacle(target);
     // A predictor without a table is encoded and left out of the product, which stops nothing.
-    if (predictor >= tables.size()) return std::string();
+    if (predictor >= tables.size()) return {};
     return FindTableObstacle(target, predictor, highestCode);
 }
 
-std::string Classifier::FindTableObstacle(const Target& target, std::size_t predictor, int highestCode) const {
+ScoringObstacle Classifier::FindTableObstacle(const Target& target, std::size_t predictor, int highestCode) const {
     const std::string name = Quoted(predictorNames[predictor]);
     const std::size_t numCategories = target.GetCategories().size();
     const std::string table = "The count table of predictor " + name;
     const NBayesInputBase::Matrix& rows = tables[predictor]->GetProbabilities();
     if (rows.size() <= static_cast<std::size_t>(highestCode)) {
-        return table + " has " + CountedNoun(rows.size(), "row") + ", but its encoder gives codes up to " +
-               std::to_string(highestCode) + ".";
+        return Mismatch(table + " has " + CountedNoun(rows.size(), "row") + ", but its encoder gives codes up to " +
+                        std::to_string(highestCode) + ".");
     }
-    if (rows[0].empty()) return "The input " + name + " has no counts.";
+    if (rows[0].empty()) return {ScoringObstacle::CountsMissing, "The input " + name + " has no counts."};
     if (rows[0].size() < numCategories) {
-        return table + " counts for " + CountedNoun(rows[0].size(), "target value") +
-               " only, but the target variable " + Quoted(target.DescribeName()) + " declares " +
-               std::to_string(numCategories) + ".";
+        return Mismatch(table + " counts for " + CountedNoun(rows[0].size(), "target value") +
+                        " only, but the target variable " + Quoted(target.DescribeName()) + " declares " +
+                        std::to_string(numCategories) + ".");
     }
-    return std::string();
+    return {};
 }
 
-std::string Classifier::DescribeMissingTargetCounts(const Target& target) const {
+ScoringObstacle Classifier::FindTargetCountObstacle(const Target& target) const {
     const std::string declares = "The target variable " + Quoted(target.DescribeName()) + " declares ";
     if (const ScoreValue* repeated = FindRepeated(target.GetCategories())) {
-        return declares + "the value " + Quoted(repeated->GetString()) + " more than once.";
+        return {ScoringObstacle::TargetValueTwice,
+                declares + "the value " + Quoted(repeated->GetString()) + " more than once."};
     }
-    return declares + CountedNoun(target.GetCategories().size(), "value") + ", but the model has only " +
-           CountedNoun(targetCounts.size(), "target count") + ".";
+    return Mismatch(declares + CountedNoun(target.GetCategories().size(), "value") + ", but the model has only " +
+                    CountedNoun(targetCounts.size(), "target count") + ".");
 }
 
 }  // namespace nbscore

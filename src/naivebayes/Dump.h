@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "framework/Export.h"
+
 /// @file
 /// How the text dumps of models, encoders and count tables show flags, numbers and lists.
 
@@ -33,3 +35,7 @@ inline void DumpList(std::ostream& out, const std::vector<double>& numbers) {
 }
 
 }  // namespace nbscore
+
+/// Writes a labelled vector, eight elements to a line, five digits each; "<missing>" for the missing value.
+/// The stream's precision is as before afterwards.
+NAIVEBAYES_API void PrintVector(std::ostream& out, const std::vector<double>& vector, const std::string& label);

@@ -7,7 +7,6 @@
 
 #include "framework/MCMV.h"
 #include "naivebayes/Dump.h"
-#include "naivebayes/PrintVector.h"
 #include "naivebayes/Smoothing.h"
 
 namespace {

@@ -174,24 +174,25 @@ void NaiveBayesModel::Display(std::ostream& out) const {
     out << "End of NaiveBayesModel display." << std::endl;
 }
 
-std::string NaiveBayesModel::FindScoringObstacle() const {
-    std::string obstacle = FindTargetObstacle();
-    if (!obstacle.empty()) return obstacle;
+nbscore::ScoringObstacle NaiveBayesModel::FindScoringObstacle() const {
+    if (nbscore::ScoringObstacle obstacle = FindTargetObstacle()) return obstacle;
     return classifier.FindObstacle(target);
 }
 
-std::string NaiveBayesModel::FindTargetObstacle() const {
-    if (target.GetVar() == nullptr) return "The model has no target variable.";
+nbscore::ScoringObstacle NaiveBayesModel::FindTargetObstacle() const {
+    using nbscore::ScoringObstacle;
+    if (target.GetVar() == nullptr) return nbscore::NoTargetVariable();
     const std::string named = "The target variable \"" + target.DescribeName() + "\"";
     const std::size_t numCategories = target.GetCategories().size();
     const std::size_t numCounts = classifier.GetTargetCounts().size();
-    if (numCategories == 0) return named + " declares no values.";
-    if (numCounts == 0) return named + " has no counts.";
+    if (numCategories == 0) return {ScoringObstacle::TargetValuesMissing, named + " declares no values."};
+    if (numCounts == 0) return {ScoringObstacle::CountsMissing, named + " has no counts."};
     if (numCounts > numCategories) {
-        return named + " declares " + nbscore::CountedNoun(numCategories, "value") + ", but the model has " +
-               nbscore::CountedNoun(numCounts, "target count") + ".";
+        return {ScoringObstacle::Other, named + " declares " + nbscore::CountedNoun(numCategories, "value") +
+                                            ", but the model has " + nbscore::CountedNoun(numCounts, "target count") +
+                                            "."};
     }
-    return std::string();
+    return {};
 }
 
 nbscore::ModelDescription NaiveBayesModel::Describe() const {

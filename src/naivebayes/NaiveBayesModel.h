@@ -46,7 +46,7 @@ public:
     void Display(std::ostream& out) const override;
 
     /// Speaks of every model that some case could stop, whether or not only the prediction is wanted.
-    std::string FindScoringObstacle() const override;
+    nbscore::ScoringObstacle FindScoringObstacle() const override;
 
     nbscore::ModelDescription Describe() const override;
     nbscore::ModelTables GetTables() const override;
@@ -75,7 +75,7 @@ private:
     void SetUpDictVarIndex(const ScoreCaseRecord* record, bool derivedInRecord);
     std::vector<double> ComputeProbabilities(const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord) const;
     void FillResult(ScoreClsResult& result, const std::vector<double>& probabilities) const;
-    std::string FindTargetObstacle() const;
+    nbscore::ScoringObstacle FindTargetObstacle() const;
 
     nbscore::Target target;
     nbscore::Classifier classifier;

@@ -5,7 +5,7 @@
 #include <system_error>
 #include <utility>
 
-#include "framework/VeskException.h"
+#include "pmml/RefusalTable.h"
 
 #ifdef _WIN32
 #include <fstream>
@@ -21,8 +21,7 @@ namespace nbscore {
 namespace {
 
 VeskException UnreadableFile(const std::string& path, std::errc fault) {
-    VeskException refusal(VeskException::UnreadableSource,
-                          "The file \"" + path + "\" cannot be read: " + std::make_error_code(fault).message() + ".");
+    VeskException refusal = MakeRefusal(Refusal::FileUnreadable, {path, std::make_error_code(fault).message()});
     refusal.SetSource(path);
     return refusal;
 }

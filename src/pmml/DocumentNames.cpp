@@ -6,14 +6,11 @@
 #include <string_view>
 
 #include "pmml/DocumentLimits.h"
+#include "pmml/RefusalTable.h"
 #include "pmml/Utf8.h"
 
 namespace nbscore {
 namespace {
-
-VeskException Refusal(const std::string& message) {
-    return {VeskException::MalformedDocument, message};
-}
 
 bool IsPmml(const XMLCh* boundTo) {
     constexpr std::string_view pmmlNamespace = "http://www.dmg.org/PMML-";
@@ -46,8 +43,7 @@ Name DocumentNames::Find(const XMLCh* spelling) {
     const std::size_t size = xercesc::XMLString::stringLen(spelling);
     AppendUtf8(utf8, spelling, size);
     if (size > DocumentLimits::longestName) {
-        throw Refusal("The name \"" + ExcerptOf(utf8) + "\" is longer than " +
-                      std::to_string(DocumentLimits::longestName) + " characters.");
+        throw MakeRefusal(Refusal::NameTooLong, {ExcerptOf(utf8), std::to_string(DocumentLimits::longestName)});
     }
     const Name name = builder.FindOrAddName(utf8);
     const auto number = static_cast<std::size_t>(name);
@@ -64,19 +60,16 @@ Name DocumentNames::FindOfElement(const xercesc::XMLElementDecl& declaration) {
     if (known != Name::none) return known;
     known = Find(declaration.getFullName());
     if (table.Add(declaration.getFullName())) return known;
-    throw Refusal("The names of elements collide: more than " + std::to_string(ElementNameTable::mostInOnePlace) +
-                  " of them fall on one place of the XML parser's table.");
+    throw MakeRefusal(Refusal::NamesCollide, {std::to_string(ElementNameTable::mostInOnePlace)});
 }
 
 void DocumentNames::Count(std::size_t size) {
     length += size;
     if (++count > DocumentLimits::mostNames) {
-        throw Refusal("The document uses more than " + std::to_string(DocumentLimits::mostNames) +
-                      " different names for elements and attributes.");
+        throw MakeRefusal(Refusal::TooManyNames, {std::to_string(DocumentLimits::mostNames)});
     }
     if (length > DocumentLimits::longestNames) {
-        throw Refusal("The document's different names for elements and attributes have more than " +
-                      std::to_string(DocumentLimits::longestNames) + " characters together.");
+        throw MakeRefusal(Refusal::NamesTooLong, {std::to_string(DocumentLimits::longestNames)});
     }
 }
 

@@ -12,15 +12,18 @@
 
 #include <algorithm>
 #include <array>
+#include <initializer_list>
 #include <istream>
+#include <iterator>
 #include <new>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "framework/Blanks.h"
-#include "framework/VeskException.h"
 #include "pmml/DocumentLimits.h"
 #include "pmml/DocumentNames.h"
+#include "pmml/RefusalTable.h"
 #include "pmml/StreamInputSource.h"
 #include "pmml/TreeBuilder.h"
 #include "pmml/Utf8.h"
@@ -28,8 +31,6 @@
 
 namespace nbscore {
 namespace {
-
-constexpr const char* unreadable = "The document cannot be read: the stream failed.";
 
 struct Position {
     std::uint64_t line = 1;
@@ -54,17 +55,28 @@ bool IsEncodingFault(unsigned int code, const XMLCh* domain) {
     return code == xercesc::XMLExcepts::Trans_CantCreateCvtrFor;
 }
 
-std::string ProblemOf(unsigned int code, const XMLCh* domain, const XMLCh* text) {
+/// Whether bytes were found that the document's encoding does not have.
+bool IsByteFault(unsigned int code, const XMLCh* domain) {
+    static constexpr xercesc::XMLExcepts::Codes byteFaults[] = {
+        xercesc::XMLExcepts::Trans_BadSrcSeq,        xercesc::XMLExcepts::UTF8_FormatError,
+        xercesc::XMLExcepts::UTF8_Invalid_3BytesSeq, xercesc::XMLExcepts::UTF8_Irregular_3BytesSeq,
+        xercesc::XMLExcepts::UTF8_Invalid_4BytesSeq, xercesc::XMLExcepts::UTF8_Exceeds_BytesLimit};
+    return !IsOfXmlItself(domain) && std::ranges::find(byteFaults, code) != std::end(byteFaults);
+}
+
+/// The refusal for what the library reports in words of its own.
+VeskException RefusalFor(unsigned int code, const XMLCh* domain, const XMLCh* text) {
+    const std::string problem = WithoutHalfPairs(Utf8Of(text));
+    if (IsEncodingFault(code, domain)) return MakeRefusal(Refusal::DocumentEncodingUnknown, {problem});
     // The library's own words are "invalid document structure".
     if (IsOfXmlItself(domain) && code == xercesc::XMLErrs::InvalidDocumentStructure) {
-        return "it is empty, does not begin with an element, or is not in the encoding that it declares";
+        return MakeRefusal(Refusal::DocumentIsEmpty);
     }
     // The library's own words name an entity that has no name.
-    if (xercesc::XMLString::equals(domain, xercesc::XMLUni::fgExceptDomain) &&
-        code == xercesc::XMLExcepts::Reader_CouldNotDecodeFirstLine) {
-        return "its XML declaration cannot be read or does not end";
+    if (!IsOfXmlItself(domain) && code == xercesc::XMLExcepts::Reader_CouldNotDecodeFirstLine) {
+        return MakeRefusal(Refusal::NotWellFormed, {"its XML declaration cannot be read or does not end"});
     }
-    return WithoutHalfPairs(Utf8Of(text));
+    return MakeRefusal(IsByteFault(code, domain) ? Refusal::BytesOfOtherEncoding : Refusal::NotWellFormed, {problem});
 }
 
 /// Whether the characters of an encoding take several bytes each, by its name.
@@ -134,7 +146,7 @@ public:
                       const xercesc::RefVectorOf<xercesc::XMLAttr>& attributes, XMLSize_t attributeCount, bool isEmpty,
                       bool isRoot) override {
         if (++depth > DocumentLimits::maxElementDepth) {
-            Refuse("Elements nest deeper than " + std::to_string(DocumentLimits::maxElementDepth) + " levels.");
+            Refuse(Refusal::NestedTooDeep, {std::to_string(DocumentLimits::maxElementDepth)});
         }
         if (attributeCount > DocumentLimits::mostAttributes) RefuseAttributes();
         const Position begin = lastEnd;
@@ -185,28 +197,19 @@ public:
                  const XMLCh* actualEncoding) override {
         NotePosition();
         if (encoding == nullptr || *encoding == 0 || IsWide(encoding) == IsWide(actualEncoding)) return;
-        Refuse("The document declares the encoding " + ExcerptOf(Utf8Of(encoding)) + ", but is in " +
-               ExcerptOf(Utf8Of(actualEncoding)) + ".");
+        Refuse(Refusal::DeclaredEncodingDiffers, {ExcerptOf(Utf8Of(encoding)), ExcerptOf(Utf8Of(actualEncoding))});
     }
 
     /// Called before the first declaration of an internal subset is looked at, and before any external one is sought.
     void doctypeDecl(const xercesc::DTDElementDecl& /*declaration*/, const XMLCh* /*publicId*/,
                      const XMLCh* /*systemId*/, bool /*hasInternalSubset*/, bool /*hasExternalSubset*/) override {
-        Refuse("A document type declaration is not accepted.");
+        Refuse(Refusal::DoctypeFound);
     }
 
     void error(unsigned int code, const XMLCh* domain, xercesc::XMLErrorReporter::ErrTypes kind, const XMLCh* text,
                const XMLCh* /*systemId*/, const XMLCh* /*publicId*/, XMLFileLoc line, XMLFileLoc column) override {
         if (kind == xercesc::XMLErrorReporter::ErrType_Warning) return;
-        const Position position{line, column};
-        if (IsEncodingFault(code, domain)) {
-            throw RefusalAtPosition({VeskException::UnsupportedEncoding, "The document's encoding is not supported: " +
-                                                                             WithoutHalfPairs(Utf8Of(text)) + "."},
-                                    position);
-        }
-        throw RefusalAtPosition({VeskException::MalformedDocument,
-                                 "The document is no well-formed XML: " + ProblemOf(code, domain, text) + "."},
-                                position);
+        throw RefusalAtPosition(RefusalFor(code, domain, text), {line, column});
     }
 
 private:
@@ -234,17 +237,15 @@ private:
     void NoteBytes(std::uint64_t taken) {
         bytesTaken = taken;
         if (bytesTaken - bytesReported <= DocumentLimits::longestMarkup) return;
-        Refuse("A tag, comment or section is longer than " + std::to_string(DocumentLimits::longestMarkup) + " bytes.");
+        Refuse(Refusal::TagTooLong, {std::to_string(DocumentLimits::longestMarkup)});
     }
 
     /// Long texts are reported in pieces.
     void NoteText(XMLSize_t length) {
         textLength += length;
         if (textLength <= DocumentLimits::longestText) return;
-        throw RefusalAtPosition(
-            {VeskException::MalformedDocument,
-             "A text is longer than " + std::to_string(DocumentLimits::longestText) + " characters."},
-            lastTagEnd);
+        throw RefusalAtPosition(MakeRefusal(Refusal::TextTooLong, {std::to_string(DocumentLimits::longestText)}),
+                                lastTagEnd);
     }
 
     void AddPendingBlanks() {
@@ -253,11 +254,12 @@ private:
     }
 
     [[noreturn]] void RefuseAttributes() const {
-        Refuse("A tag has more than " + std::to_string(DocumentLimits::mostAttributes) + " attributes.");
+        Refuse(Refusal::TooManyAttributes, {std::to_string(DocumentLimits::mostAttributes)});
     }
-    [[noreturn]] void Refuse(const std::string& message) const {
-        throw RefusalAtPosition({VeskException::MalformedDocument, message}, lastEnd);
+    [[noreturn]] void Refuse(Refusal id, std::initializer_list<std::string_view> arguments = {}) const {
+        throw RefusalAtPosition(MakeRefusal(id, arguments), lastEnd);
     }
+
     XmlMemory& memory;
     TreeBuilder& builder;
     const Limits& limits;
@@ -322,9 +324,9 @@ ParsedDocument ParseWithinMemory(std::istream& stream, const Limits& limits) {
         if (refusal.HasPlace()) throw;
         throw RefusalAtPosition(refusal, reached);  // of a limit
     } catch (const xercesc::OutOfMemoryException&) {
-        throw RefusalAtPosition(RefusalForMemory(), reached);
+        throw RefusalAtPosition(MakeRefusal(Refusal::OutOfMemory), reached);
     } catch (const std::bad_alloc&) {
-        throw RefusalAtPosition(RefusalForMemory(), reached);
+        throw RefusalAtPosition(MakeRefusal(Refusal::OutOfMemory), reached);
     }
 }
 
@@ -333,14 +335,14 @@ ParsedDocument ParseWithinMemory(std::istream& stream, const Limits& limits) {
 ParsedDocument ParseDocument(std::istream& stream, const Limits& limits) {
     EnsureXmlPlatform();
     const QuietStream quiet(stream);
-    if (stream.fail() && !stream.eof()) throw VeskException(VeskException::UnreadableSource, unreadable);
+    if (stream.fail() && !stream.eof()) throw MakeRefusal(Refusal::StreamBroken);
     try {
         ParsedDocument document = WithoutXmlFaults([&] { return ParseWithinMemory(stream, limits); });
-        if (stream.bad()) throw VeskException(VeskException::UnreadableSource, unreadable);
+        if (stream.bad()) throw MakeRefusal(Refusal::StreamBroken);
         return document;
     } catch (const VeskException&) {
         // A stream that broke off is at fault itself, whatever the parser made of the part before.
-        if (stream.bad()) throw VeskException(VeskException::UnreadableSource, unreadable);
+        if (stream.bad()) throw MakeRefusal(Refusal::StreamBroken);
         throw;
     }
 }

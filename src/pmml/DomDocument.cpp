@@ -236,8 +236,8 @@ DocumentPlace PlaceOf(const DOMNode* node) {
     return {.source = {}, .line = origin.GetLine(), .column = origin.GetColumn(), .elementPath = PathOf(ancestry)};
 }
 
-VeskException RefusalAt(const DOMNode* node, VeskException::ExceptionCode code, const std::string& message) {
-    VeskException refusal(code, message);
+VeskException RefusalAt(const DOMNode* node, Refusal id, std::initializer_list<std::string_view> arguments) {
+    VeskException refusal = MakeRefusal(id, arguments);
     refusal.SetPlace(PlaceOf(node));
     return refusal;
 }

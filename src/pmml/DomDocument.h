@@ -5,9 +5,9 @@
 
 #include "framework/Export.h"
 #include "framework/Limits.h"
-#include "framework/VeskException.h"
 #include "framework/XmlFwd.h"
 #include "pmml/DocumentTree.h"
+#include "pmml/RefusalTable.h"
 
 /// @file
 /// Documents as the XML library's DOM: for translators that read nothing else, and for hosts that have one.
@@ -40,7 +40,7 @@ SCOREFRAMEWORK_API ParsedDocument ReadDom(const xercesc::DOMElement& element, co
 SCOREFRAMEWORK_API DocumentPlace PlaceOf(const xercesc::DOMNode* node);
 
 /// The exception for a fault at a node, place included.
-SCOREFRAMEWORK_API VeskException RefusalAt(const xercesc::DOMNode* node, VeskException::ExceptionCode code,
-                                           const std::string& message);
+SCOREFRAMEWORK_API VeskException RefusalAt(const xercesc::DOMNode* node, Refusal id,
+                                           std::initializer_list<std::string_view> arguments = {});
 
 }  // namespace nbscore

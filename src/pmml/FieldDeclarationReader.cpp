@@ -19,8 +19,7 @@ ValueProperty ReadValueProperty(Element value) {
     if (property == "valid") return ValueProperty::Valid;
     if (property == "invalid") return ValueProperty::Invalid;
     if (property == "missing") return ValueProperty::Missing;
-    throw VeskException(VeskException::InconsistentDocument,
-                        "\"" + ExcerptOf(property) + "\" is no property of a value: valid, invalid or missing.");
+    throw MakeRefusal(Refusal::NoValueProperty, {ExcerptOf(property)});
 }
 
 std::unique_ptr<ScoreValue> ValidValue(std::string_view text, const Transcoder& transcoder, bool isNumeric) {
@@ -69,8 +68,7 @@ private:
         if (optype == "continuous") return ScoreDictVar::Continuous;
         if (optype == "ordinal") return ScoreDictVar::Ordinal;
         if (optype == "categorical") return ScoreDictVar::Categorical;
-        throw VeskException(VeskException::InconsistentDocument,
-                            "\"" + ExcerptOf(*optype) + "\" is no optype: continuous, ordinal or categorical.");
+        throw MakeRefusal(Refusal::NoOptype, {ExcerptOf(*optype)});
     }
 
     bool HasValidValue() {
@@ -83,7 +81,7 @@ private:
 
     void ReadValue(Element value, BaseDictVar& variable) const {
         const auto text = value.GetAttribute(Name::value);
-        if (!text) throw AttributeLacking(value.GetTag(), SpellingOf(Name::value));
+        if (!text) throw MakeRefusal(Refusal::AttributeMissing, {value.GetTag(), SpellingOf(Name::value)});
         const bool isNumeric = variable.GetStorageType() == ScoreDictVar::NumericStorage;
         switch (ReadValueProperty(value)) {
             case ValueProperty::Valid:
@@ -106,14 +104,12 @@ private:
 
 ValueInterval::Closure ReadClosure(Element interval) {
     const auto closure = interval.GetAttribute(Name::closure);
-    if (!closure) throw AttributeLacking(interval.GetTag(), SpellingOf(Name::closure));
+    if (!closure) throw MakeRefusal(Refusal::AttributeMissing, {interval.GetTag(), SpellingOf(Name::closure)});
     if (closure == "openOpen") return ValueInterval::OpenOpen;
     if (closure == "openClosed") return ValueInterval::OpenClosed;
     if (closure == "closedOpen") return ValueInterval::ClosedOpen;
     if (closure == "closedClosed") return ValueInterval::ClosedClosed;
-    throw VeskException(
-        VeskException::InconsistentDocument,
-        "\"" + ExcerptOf(*closure) + "\" is no closure: openOpen, openClosed, closedOpen or closedClosed.");
+    throw MakeRefusal(Refusal::NoClosure, {ExcerptOf(*closure)});
 }
 
 }  // namespace

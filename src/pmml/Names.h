@@ -17,18 +17,18 @@
     KNOWN(MiningSchema) KNOWN(ModelVerification) KNOWN(NaiveBayesModel) KNOWN(NormContinuous) KNOWN(NormDiscrete) \
     KNOWN(Output) KNOWN(OutputField) KNOWN(PMML) KNOWN(PairCounts) KNOWN(ParameterField) KNOWN(Segment) \
     KNOWN(Segmentation) KNOWN(TableLocator) KNOWN(Target) KNOWN(TargetValue) KNOWN(TargetValueCount) \
-    KNOWN(TargetValueCounts) KNOWN(Targets) KNOWN(Taxonomy) KNOWN(TextIndex) KNOWN(TextIndexNormalization) \
-    KNOWN(TransformationDictionary) KNOWN(Value) KNOWN(VerificationField) KNOWN(VerificationFields) KNOWN(row) \
-    KNOWN(algorithmName) KNOWN(binValue) KNOWN(closure) KNOWN(column) KNOWN(count) KNOWN(countHits) KNOWN(dataType) \
-    KNOWN(defaultValue) KNOWN(displayName) KNOWN(displayValue) KNOWN(extender) KNOWN(feature) KNOWN(field) \
-    KNOWN(fieldCount) KNOWN(fieldName) KNOWN(function) KNOWN(highValue) KNOWN(inField) KNOWN(invalidValueTreatment) \
-    KNOWN(isCaseSensitive) KNOWN(isScorable) KNOWN(leftMargin) KNOWN(localTermWeights) KNOWN(lowValue) \
-    KNOWN(mapMissingTo) KNOWN(maxLevenshteinDistance) KNOWN(method) KNOWN(missing) KNOWN(missingValueReplacement) \
-    KNOWN(missingValueTreatment) KNOWN(modelName) KNOWN(name) KNOWN(norm) KNOWN(numberOfFields) KNOWN(optype) \
-    KNOWN(orig) KNOWN(outField) KNOWN(outliers) KNOWN(outputColumn) KNOWN(precision) KNOWN(priorProbability) \
-    KNOWN(property) KNOWN(rank) KNOWN(recordCount) KNOWN(recursive) KNOWN(regexField) KNOWN(rightMargin) \
-    KNOWN(segmentId) KNOWN(targetField) KNOWN(textField) KNOWN(threshold) KNOWN(tokenize) KNOWN(usageType) \
-    KNOWN(value) KNOWN(version) KNOWN(wordSeparatorCharacterRE) KNOWN(zeroThreshold)
+    KNOWN(TargetValueCounts) KNOWN(TargetValueStats) KNOWN(Targets) KNOWN(Taxonomy) KNOWN(TextIndex) \
+    KNOWN(TextIndexNormalization) KNOWN(TransformationDictionary) KNOWN(Value) KNOWN(VerificationField) \
+    KNOWN(VerificationFields) KNOWN(row) KNOWN(algorithmName) KNOWN(binValue) KNOWN(closure) KNOWN(column) \
+    KNOWN(count) KNOWN(countHits) KNOWN(dataType) KNOWN(defaultValue) KNOWN(displayName) KNOWN(displayValue) \
+    KNOWN(extender) KNOWN(feature) KNOWN(field) KNOWN(fieldCount) KNOWN(fieldName) KNOWN(function) KNOWN(highValue) \
+    KNOWN(inField) KNOWN(invalidValueTreatment) KNOWN(isCaseSensitive) KNOWN(isScorable) KNOWN(leftMargin) \
+    KNOWN(localTermWeights) KNOWN(lowValue) KNOWN(mapMissingTo) KNOWN(maxLevenshteinDistance) KNOWN(method) \
+    KNOWN(missing) KNOWN(missingValueReplacement) KNOWN(missingValueTreatment) KNOWN(modelName) KNOWN(name) \
+    KNOWN(norm) KNOWN(numberOfFields) KNOWN(optype) KNOWN(orig) KNOWN(outField) KNOWN(outliers) KNOWN(outputColumn) \
+    KNOWN(precision) KNOWN(priorProbability) KNOWN(property) KNOWN(rank) KNOWN(recordCount) KNOWN(recursive) \
+    KNOWN(regexField) KNOWN(rightMargin) KNOWN(segmentId) KNOWN(targetField) KNOWN(textField) KNOWN(threshold) \
+    KNOWN(tokenize) KNOWN(usageType) KNOWN(value) KNOWN(version) KNOWN(wordSeparatorCharacterRE) KNOWN(zeroThreshold)
 // clang-format on
 
 namespace nbscore {

@@ -8,57 +8,49 @@
 namespace nbscore {
 namespace {
 
-VeskException NotANumber(std::string_view text, const std::string& kind) {
-    return {VeskException::InvalidNumber, "\"" + ExcerptOf(text) + "\" is no " + kind + "."};
+/// A comma is what most texts that are no number have in them.
+VeskException NotANumber(std::string_view text, Refusal id, Refusal idWithComma) {
+    const std::string excerpt = ExcerptOf(text);
+    return MakeRefusal(excerpt.find(',') == std::string::npos ? id : idWithComma, {excerpt});
 }
 
 }  // namespace
 
-VeskException RefusalAt(Element element, VeskException::ExceptionCode code, const std::string& message) {
-    VeskException refusal(code, message);
+VeskException RefusalAt(Element element, Refusal id, std::initializer_list<std::string_view> arguments) {
+    VeskException refusal = MakeRefusal(id, arguments);
     refusal.SetPlace(element.GetPlace());
     return refusal;
 }
 
-VeskException AttributeLacking(const std::string& tag, std::string_view attribute) {
-    return {VeskException::MissingAttribute, tag + " has no attribute \"" + ExcerptOf(attribute) + "\"."};
+void RequireName(Element element, Name name, Element parent, Refusal id) {
+    if (!element.Is(name)) throw RefusalAt(element ? element : parent, id);
 }
 
-void RequireName(Element element, Name name, Element parent, VeskException::ExceptionCode code, const char* message) {
-    if (!element.Is(name)) throw RefusalAt(element ? element : parent, code, message);
-}
-
-Element RequiredChild(Element parent, Name name) {
-    if (const Element child = parent.GetChild(name)) return child;
-    throw RefusalAt(parent, VeskException::UnexpectedElement,
-                    parent.GetTag() + " has no child <" + std::string(SpellingOf(name)) + ">.");
-}
-
-std::string_view RequiredAttribute(Element element, Name name) {
+std::string_view RequiredAttribute(Element element, Name name, Refusal id) {
     if (const auto value = element.GetAttribute(name)) return *value;
-    return Placed(element, [&]() -> std::string_view { throw AttributeLacking(element.GetTag(), SpellingOf(name)); });
+    throw RefusalAt(element, id, {element.GetTag(), SpellingOf(name)});
 }
 
-double RequiredDouble(Element element, Name name) {
-    return DoubleAt(element, RequiredAttribute(element, name));
+double RequiredDouble(Element element, Name name, Refusal id) {
+    return DoubleAt(element, RequiredAttribute(element, name, id));
 }
 
 double DoubleOf(std::string_view text) {
     if (const auto number = ReadNumber(text)) return *number;
-    throw NotANumber(text, "number");
+    throw NotANumber(text, Refusal::NoNumber, Refusal::NoNumberWithComma);
 }
 
 double DoubleAt(Element element, std::string_view text) {
     return Placed(element, [text] { return DoubleOf(text); });
 }
 
-int IntOf(std::string_view text) {
+int IntOf(std::string_view text, Refusal id) {
     if (const auto number = ReadInt(text)) return *number;
-    throw NotANumber(text, "whole number of 32 bits");
+    throw NotANumber(text, id, Refusal::NoWholeNumberWithComma);
 }
 
-int IntAt(Element element, std::string_view text) {
-    return Placed(element, [text] { return IntOf(text); });
+int IntAt(Element element, std::string_view text, Refusal id) {
+    return Placed(element, [&] { return IntOf(text, id); });
 }
 
 std::string TextAt(Element element, std::string_view text, const Transcoder& transcoder) {
@@ -69,8 +61,8 @@ std::string AttributeText(const Transcoder& transcoder, Element element, Name na
     return TextAt(element, element.GetAttributeOr(name, {}), transcoder);
 }
 
-std::string RequiredText(const Transcoder& transcoder, Element element, Name name) {
-    return TextAt(element, RequiredAttribute(element, name), transcoder);
+std::string RequiredText(const Transcoder& transcoder, Element element, Name name, Refusal id) {
+    return TextAt(element, RequiredAttribute(element, name, id), transcoder);
 }
 
 }  // namespace nbscore

@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "framework/VeskException.h"
+#include "pmml/RefusalTable.h"
 
 namespace nbscore {
 namespace {
@@ -36,9 +36,7 @@ public:
 private:
     void RequireFewBytes() const {
         if (!limits.maxDocumentBytes || position <= *limits.maxDocumentBytes) return;
-        throw VeskException(VeskException::InconsistentDocument,
-                            "The document is longer than max-document-bytes allows: " +
-                                std::to_string(*limits.maxDocumentBytes) + " bytes.");
+        throw MakeRefusal(Refusal::DocumentTooLong, {std::to_string(*limits.maxDocumentBytes)});
     }
 
     std::istream& stream;

@@ -10,7 +10,7 @@
 #include <new>
 #include <string_view>
 
-#include "framework/VeskException.h"
+#include "pmml/RefusalTable.h"
 #include "pmml/Utf8.h"
 #include "pmml/XmlLibrary.h"
 
@@ -44,10 +44,7 @@ public:
     explicit Converter(const std::string& encodingName) : encoding(encodingName) {
         if (IsUtf8Name(encoding)) return;
         transcoder = FindTranscoder(encoding);
-        if (!transcoder) {
-            throw VeskException(VeskException::UnsupportedEncoding,
-                                "The encoding \"" + encoding + "\" is not supported.");
-        }
+        if (!transcoder) throw nbscore::MakeRefusal(nbscore::Refusal::EncodingUnknown, {encoding});
     }
 
     std::string Convert(const XMLCh* xmlText) const {
@@ -71,8 +68,7 @@ public:
 private:
     VeskException CannotHold(std::string_view utf8) const {
         const std::string name = encoding.empty() ? "UTF-8" : encoding;
-        return {VeskException::UnsupportedEncoding,
-                "The encoding \"" + name + "\" cannot hold the text \"" + nbscore::ExcerptOf(utf8) + "\"."};
+        return nbscore::MakeRefusal(nbscore::Refusal::EncodingLacksText, {name, nbscore::ExcerptOf(utf8)});
     }
 
     /// False when the encoding lacks one of the text's characters.

@@ -14,8 +14,7 @@ public:
         try {
             xercesc::XMLPlatformUtils::Initialize();
         } catch (const xercesc::XMLException& fault) {
-            throw VeskException(VeskException::MalformedDocument,
-                                "The XML library cannot start: " + Utf8Of(fault.getMessage()));
+            throw MakeRefusal(Refusal::XmlLibraryCannotStart, {Utf8Of(fault.getMessage())});
         }
     }
     ~XmlPlatform() { xercesc::XMLPlatformUtils::Terminate(); }

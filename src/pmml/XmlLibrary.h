@@ -12,8 +12,8 @@
 #include <memory>
 #include <new>
 
-#include "framework/VeskException.h"
 #include "pmml/DocumentMemory.h"
+#include "pmml/RefusalTable.h"
 #include "pmml/Utf8.h"
 
 /// @file
@@ -30,8 +30,7 @@ void EnsureXmlPlatform();
 template <typename Step>
 auto WithoutXmlFaults(const Step& step) {
     const auto refusal = [](const XMLCh* text) {
-        return VeskException(VeskException::MalformedDocument,
-                             "The document cannot be read: " + WithoutHalfPairs(Utf8Of(text)));
+        return MakeRefusal(Refusal::XmlLibraryFailed, {WithoutHalfPairs(Utf8Of(text))});
     };
     try {
         return step();

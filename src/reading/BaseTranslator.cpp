@@ -40,8 +40,8 @@ DOMElement* BaseTranslator::GetChildByTag(const DOMNode* node, const XMLCh* tag)
 
 DOMElement* BaseTranslator::GetChildByTagForced(const DOMNode* node, const XMLCh* tag) {
     if (DOMElement* child = GetChildByTag(node, tag)) return child;
-    throw nbscore::RefusalAt(node, VeskException::UnexpectedElement,
-                             TagOf(node) + " has no child <" + nbscore::ExcerptOf(nbscore::Utf8Of(tag)) + ">.");
+    throw nbscore::RefusalAt(node, nbscore::Refusal::ChildMissing,
+                             {TagOf(node), nbscore::ExcerptOf(nbscore::Utf8Of(tag))});
 }
 
 DOMElement* BaseTranslator::GetFirstChildElt(const DOMNode* node) {
@@ -59,9 +59,8 @@ const XMLCh* BaseTranslator::GetAttribute(const DOMElement* element, const XMLCh
 
 const XMLCh* BaseTranslator::GetAttributeForced(const DOMElement* element, const XMLCh* name) {
     if (const XMLCh* value = GetAttribute(element, name)) return value;
-    VeskException refusal = nbscore::AttributeLacking(TagOf(element), nbscore::Utf8Of(name));
-    refusal.SetPlace(nbscore::PlaceOf(element));
-    throw VeskException(refusal);
+    throw nbscore::RefusalAt(element, nbscore::Refusal::AttributeMissing,
+                             {TagOf(element), nbscore::ExcerptOf(nbscore::Utf8Of(name))});
 }
 
 xercesc::DOMNodeList* BaseTranslator::GetElementsByTagName(const xercesc::DOMDocument* document, const XMLCh* tag) {

@@ -3,11 +3,13 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "framework/DocumentPlace.h"
 #include "framework/Export.h"
 #include "framework/Limits.h"
 #include "framework/ScoreTranslator.h"
+#include "framework/VeskException.h"
 #include "framework/XmlFwd.h"
 #include "pmml/DocumentLimits.h"
 #include "pmml/Transcoder.h"
@@ -48,13 +50,16 @@ public:
     ScoreModel* TakeUnfinishedModel();
 
     /// Takes what a translator says about a document beside reading or refusing it: a text of one line or more, without
-    /// a line end behind the last, and the place of the element that it is about (which names no source).
-    using Notices = std::function<void(const std::string& text, const nbscore::DocumentPlace& place)>;
+    /// a line end behind the last, the place of the element that it is about (which names no source), and what to do
+    /// about it.
+    using Notices =
+        std::function<void(const std::string& text, const nbscore::DocumentPlace& place, std::string_view advice)>;
     /// From now on hands such texts over; where nobody takes them, or an empty function does, they go to the standard
     /// error stream.
     void SetNotices(Notices taker);
     /// Says something about what stands at a place.
-    void GiveNotice(const std::string& text, const nbscore::DocumentPlace& place) const;
+    void GiveNotice(const std::string& text, const nbscore::DocumentPlace& place,
+                    std::string_view advice = nbscore::adviceForAnyRefusal) const;
 
     /// The first child element of this name, or null.
     static xercesc::DOMElement* GetChildByTag(const xercesc::DOMNode* node, const XMLCh* tag);

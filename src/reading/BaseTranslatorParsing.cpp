@@ -67,9 +67,10 @@ void BaseTranslator::SetNotices(Notices taker) {
     notices = std::move(taker);
 }
 
-void BaseTranslator::GiveNotice(const std::string& text, const nbscore::DocumentPlace& place) const {
+void BaseTranslator::GiveNotice(const std::string& text, const nbscore::DocumentPlace& place,
+                                std::string_view advice) const {
     if (notices) {
-        notices(text, place);
+        notices(text, place, advice);
     } else {
         std::cerr << text << std::endl;
     }

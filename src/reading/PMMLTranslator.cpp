@@ -7,11 +7,10 @@
 #include <optional>
 
 #include "framework/BaseDictionary.h"
-#include "framework/VeskException.h"
 #include "pmml/DomDocument.h"
 #include "pmml/FieldDeclarationReader.h"
 #include "pmml/Refusal.h"
-#include "transform/TransformationDictionaryReader.h"
+#include "transform/reading/TransformationDictionaryReader.h"
 
 namespace {
 
@@ -24,9 +23,7 @@ const Transcoder& TranscoderOf(BaseTranslator& translator) {
 template <typename AddField>
 ScoreDictionary* ReadDictionary(nbscore::Element dataDictionary, const Transcoder& converter,
                                 const AddField& addField) {
-    if (!dataDictionary) {
-        throw VeskException(VeskException::UnexpectedElement, "The document has no <DataDictionary>.");
-    }
+    if (!dataDictionary) throw nbscore::MakeRefusal(nbscore::Refusal::NoDataDictionaryGiven);
     auto dictionary = std::make_unique<BaseDictionary>();
     for (const nbscore::Element field : dataDictionary.GetChildren(nbscore::Name::DataField)) {
         const std::string name = nbscore::AttributeText(converter, field, nbscore::Name::name);
@@ -46,8 +43,7 @@ ScoreModel* PMMLTranslator::ParseFromTree(std::istream& source, const std::strin
 }
 
 ScoreModel* PMMLTranslator::ParseFromTree(xercesc::DOMDocument* document, const std::string&) {
-    throw nbscore::RefusalAt(document, VeskException::UnexpectedElement,
-                             "The document holds no model of a kind that is known here.");
+    throw nbscore::RefusalAt(document, nbscore::Refusal::ModelOfNoKnownKind);
 }
 
 ScoreDictionary* PMMLTranslator::ParseDictionary(const xercesc::DOMNode* dataDictionary) {
@@ -84,8 +80,6 @@ TransformationDictionary* PMMLTranslator::HandleTransformationDictionary(const x
 
 TransformationDictionary* PMMLTranslator::HandleTransformationDictionary(nbscore::Element element,
                                                                          const ScoreDictionary* dictionary) {
-    if (!element) {
-        throw VeskException(VeskException::UnexpectedElement, "The document has no <TransformationDictionary>.");
-    }
+    if (!element) throw nbscore::MakeRefusal(nbscore::Refusal::NoTransformationDictionaryGiven);
     return nbscore::ReadTransformationDictionary(element, dictionary, TranscoderOf(*this), GetLimits()).release();
 }

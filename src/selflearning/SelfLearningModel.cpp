@@ -236,35 +236,40 @@ std::vector<double> SelfLearningModel::GetTargetProbabilities(std::size_t model)
 //
 // A set without sub-models scores every case with an empty list, whatever else it lacks. The priors of all target
 // counts are computed first, even of those that no sub-model uses.
-std::string SelfLearningModel::FindScoringObstacle() const {
+nbscore::ScoringObstacle SelfLearningModel::FindScoringObstacle() const {
+    using nbscore::ScoringObstacle;
     const auto numModels = static_cast<std::size_t>(numOfModels);
     if (numTargetCounts > numThresholds) {
-        return "The target was counted " + CountedNoun(numTargetCounts, "time") + " for " +
-               CountedNoun(numModels, "sub-model") + ": each needs its target counts once.";
+        return {ScoringObstacle::TargetCountedTwice, "The target was counted " + CountedNoun(numTargetCounts, "time") +
+                                                         " for " + CountedNoun(numModels, "sub-model") +
+                                                         ": each needs its target counts once."};
     }
     if (targetProbabilitiesComputed.IsDone() && numTargetProbabilities < numModels) {
-        return "The model has " + CountedNoun(numModels, "sub-model") + ", but was scored when it had " +
-               std::to_string(numTargetProbabilities) + ".";
+        return {ScoringObstacle::Other, "The model has " + CountedNoun(numModels, "sub-model") +
+                                            ", but was scored when it had " + std::to_string(numTargetProbabilities) +
+                                            "."};
     }
-    if (numModels == 0) return std::string();
-    if (target.GetVar() == nullptr) return "The model has no target variable.";
+    if (numModels == 0) return {};
+    if (target.GetVar() == nullptr) return nbscore::NoTargetVariable();
     if (target.GetCategories().size() < 2) {
-        return "The target variable \"" + target.DescribeName() + "\" declares " +
-               CountedNoun(target.GetCategories().size(), "value") + ", but sub-models need two.";
+        return {ScoringObstacle::Other, "The target variable \"" + target.DescribeName() + "\" declares " +
+                                            CountedNoun(target.GetCategories().size(), "value") +
+                                            ", but sub-models need two."};
     }
     for (std::size_t m = 0; m < numModels; ++m) {
-        const std::string obstacle = FindSubModelObstacle(m);
-        if (!obstacle.empty()) {
-            return "Sub-model " + std::to_string(m) + " (\"" + subModels[m].name + "\"): " + obstacle;
+        if (const ScoringObstacle obstacle = FindSubModelObstacle(m)) {
+            return {obstacle.kind,
+                    "Sub-model " + std::to_string(m) + " (\"" + subModels[m].name + "\"): " + obstacle.message};
         }
     }
-    return std::string();
+    return {};
 }
 
-std::string SelfLearningModel::FindSubModelObstacle(std::size_t model) const {
+nbscore::ScoringObstacle SelfLearningModel::FindSubModelObstacle(std::size_t model) const {
     const nbscore::Classifier& classifier = subModels[model].classifier;
     if (classifier.GetTargetCounts().size() < 2) {
-        return "The target variable \"" + target.DescribeName() + "\" has no counts of two categories.";
+        return {nbscore::ScoringObstacle::Other,
+                "The target variable \"" + target.DescribeName() + "\" has no counts of two categories."};
     }
     return classifier.FindObstacle(target);
 }

@@ -52,7 +52,7 @@ public:
     void Display(std::ostream& out) const override;
 
     /// Names the sub-model at fault, counted from 0.
-    std::string FindScoringObstacle() const override;
+    nbscore::ScoringObstacle FindScoringObstacle() const override;
 
     nbscore::ModelDescription Describe() const override;
     nbscore::ModelTables GetTables() const override;
@@ -123,7 +123,7 @@ private:
     std::vector<double> GetTargetProbabilities(std::size_t model) const;
     double GetScoreFromModel(const ScoreCaseRecord* record, const ScoreCaseRecord* derivedRecord, int model) const;
 
-    std::string FindSubModelObstacle(std::size_t model) const;
+    nbscore::ScoringObstacle FindSubModelObstacle(std::size_t model) const;
     void DisplaySubModel(std::ostream& out, std::size_t model) const;
 
     nbscore::Target target;

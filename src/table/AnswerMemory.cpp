@@ -25,7 +25,7 @@ bool AnswerMemory::IsFull() const {
 }
 
 /// The slot where the search for a case begins.
-std::size_t AnswerMemory::PlaceOf(std::span<const RowNumber> rows) const {
+std::size_t AnswerMemory::PlaceOf(std::span<const FactorRow> rows) const {
     const auto* const bytes = reinterpret_cast<const char*>(rows.data());
     return seed.OfBytes(bytes, rows.size_bytes()) & (numSlots - 1);
 }
@@ -41,17 +41,17 @@ void AnswerMemory::MakeRoom() {
 }
 
 /// The slot of a case, or the free one where it belongs; nothing where neither is near.
-std::optional<std::size_t> AnswerMemory::SlotOf(std::size_t place, std::span<const RowNumber> rows) const {
+std::optional<std::size_t> AnswerMemory::SlotOf(std::size_t place, std::span<const FactorRow> rows) const {
     std::size_t slot = place;
     for (std::size_t probe = 0; probe < mostProbes; ++probe, slot = (slot + 1) & (numSlots - 1)) {
         if (slots[slot] == noAnswer) return slot;
-        const std::span<const RowNumber> key(keys.data() + slots[slot] * keyLength, keyLength);
+        const std::span<const FactorRow> key(keys.data() + slots[slot] * keyLength, keyLength);
         if (std::ranges::equal(key, rows)) return slot;
     }
     return std::nullopt;
 }
 
-void AnswerMemory::FetchSlots(std::span<const RowNumber> rows, std::size_t cases) {
+void AnswerMemory::FetchSlots(std::span<const FactorRow> rows, std::size_t cases) {
     places.resize(cases);
     for (std::size_t i = 0; i < cases; ++i) {
         places[i] = PlaceOf(rows.subspan(i * keyLength, keyLength));
@@ -67,7 +67,7 @@ void AnswerMemory::FetchAnswers() const {
     }
 }
 
-void AnswerMemory::Find(std::span<const RowNumber> rows, std::span<std::optional<Answer>> known) {
+void AnswerMemory::Find(std::span<const FactorRow> rows, std::span<std::optional<Answer>> known) {
     FetchSlots(rows, known.size());
     FetchAnswers();
     for (std::size_t i = 0; i < known.size(); ++i) {
@@ -81,7 +81,7 @@ void AnswerMemory::Find(std::span<const RowNumber> rows, std::span<std::optional
     asked += known.size();
 }
 
-void AnswerMemory::Keep(std::span<const RowNumber> rows, std::string_view text, bool hasNonFiniteNumber) {
+void AnswerMemory::Keep(std::span<const FactorRow> rows, std::string_view text, bool hasNonFiniteNumber) {
     if (IsFull()) return;
     const std::optional<std::size_t> slot = SlotOf(PlaceOf(rows), rows);
     if (!slot || slots[*slot] != noAnswer) return;

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/RowNumber.h"
+#include "batch/FactorRow.h"
 #include "framework/SeededHash.h"
 
 namespace nbscore {
@@ -34,21 +34,21 @@ public:
     /// What was kept for each of many cases; nothing where nothing was. Looking for many at a time hides how long
     /// memory takes to answer. Answers are valid until the next MakeRoom.
     /// @param rows those of one case behind those of another.
-    void Find(std::span<const RowNumber> rows, std::span<std::optional<Answer>> known);
+    void Find(std::span<const FactorRow> rows, std::span<std::optional<Answer>> known);
     std::string_view GetText(const Answer& answer) const {
         return std::string_view(texts).substr(answer.begin, answer.length);
     }
     /// Keeps nothing when it is full, or too many others stand where the case belongs.
-    void Keep(std::span<const RowNumber> rows, std::string_view text, bool hasNonFiniteNumber);
+    void Keep(std::span<const FactorRow> rows, std::string_view text, bool hasNonFiniteNumber);
 
 private:
     static constexpr std::uint32_t noAnswer = 0xFFFFFFFF;
 
     bool IsFull() const;
-    std::size_t PlaceOf(std::span<const RowNumber> rows) const;
-    void FetchSlots(std::span<const RowNumber> rows, std::size_t cases);
+    std::size_t PlaceOf(std::span<const FactorRow> rows) const;
+    void FetchSlots(std::span<const FactorRow> rows, std::size_t cases);
     void FetchAnswers() const;
-    std::optional<std::size_t> SlotOf(std::size_t place, std::span<const RowNumber> rows) const;
+    std::optional<std::size_t> SlotOf(std::size_t place, std::span<const FactorRow> rows) const;
 
     HashSeed seed = HashSeed::OfProcess();
     std::size_t keyLength;
@@ -60,7 +60,7 @@ private:
     /// Positions in `answers`, found by hash and then one behind the other.
     std::vector<std::uint32_t> slots;
     std::vector<Answer> answers;
-    std::vector<RowNumber> keys;
+    std::vector<FactorRow> keys;
     std::string texts;
 };
 

@@ -65,11 +65,11 @@ bool BatchCases::ReadsDerivedFields() const {
     return parts->engine->ReadsDerivedFields();
 }
 
-RowNumber BatchCases::RowOf(std::size_t reader, std::string_view text) const {
+FactorRow BatchCases::RowOf(std::size_t reader, std::string_view text) const {
     return parts->engine->RowOf(reader, text);
 }
 
-RowNumber BatchCases::RowOf(std::size_t reader, double number) const {
+FactorRow BatchCases::RowOf(std::size_t reader, double number) const {
     return parts->engine->RowOf(reader, number);
 }
 
@@ -78,7 +78,7 @@ std::size_t BatchCases::GetCasesAtOnce() const {
     return std::clamp<std::size_t>(fitting, isSet ? 1 : fewestCasesAtOnce, mostCasesAtOnce);
 }
 
-void BatchCases::Score(std::span<const std::span<const RowNumber>> rows, std::size_t cases) {
+void BatchCases::Score(std::span<const std::span<const FactorRow>> rows, std::size_t cases) {
     AnswerColumns answers;
     if (!isSet) {
         predicted.resize(cases);

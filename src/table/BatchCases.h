@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/RowNumber.h"
+#include "batch/FactorRow.h"
 #include "framework/ScoreModel.h"
 #include "table/ModelResults.h"
 
@@ -29,14 +29,14 @@ public:
     const std::vector<std::string>& GetFieldsOfReaders() const { return parts->fieldsOfReaders; }
     bool ReadsDerivedFields() const;
     /// The row that a value stands for. May be called on several threads at once.
-    RowNumber RowOf(std::size_t reader, std::string_view text) const;
-    RowNumber RowOf(std::size_t reader, double number) const;
+    FactorRow RowOf(std::size_t reader, std::string_view text) const;
+    FactorRow RowOf(std::size_t reader, double number) const;
     /// How many cases to score at once.
     std::size_t GetCasesAtOnce() const;
 
     /// Scores cases; what is said of them lasts until the next call.
     /// @param rows one list for each reader.
-    void Score(std::span<const std::span<const RowNumber>> rows, std::size_t cases);
+    void Score(std::span<const std::span<const FactorRow>> rows, std::size_t cases);
     /// What was said of a case, until the next call.
     ScoredCase GetCase(std::size_t entry);
     /// Whether one of its numbers is none or infinite.

@@ -1,5 +1,6 @@
 #include "table/BlockScorer.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace nbscore {
@@ -22,6 +23,117 @@ void ContractBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const O
         ++scores.rows;
         if (HasNonFiniteNumber(scored)) scores.NoteNonFinite(rows.GetRowLine());
         if (scores.text.size() >= longText) onLongText(scores);
+    }
+}
+
+namespace {
+
+/// Rows of tables that wait together, in each of two lists.
+constexpr std::size_t mostRowsAtOnce = std::size_t{1} << 18;
+
+/// A row of a set of very many sub-models takes many steps (LimitWatch).
+constexpr std::size_t bytesPerStep = 256;
+
+/// With very many readers, fewer cases than the batch scorer likes best.
+std::size_t GetCasesAtOnce(const BatchCases& batch, std::size_t numReaders) {
+    const std::size_t fitting = mostRowsAtOnce / std::max<std::size_t>(numReaders, 1);
+    return std::max<std::size_t>(std::min(batch.GetCasesAtOnce(), fitting), 1);
+}
+
+}  // namespace
+
+BatchBlockScorer::BatchBlockScorer(const BatchCases& batchScorer, CaseCoder caseCoder,
+                                   std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits)
+    : batch(batchScorer),
+      coder(std::move(caseCoder)),
+      writer(std::move(scoreWriter)),
+      copiesRows(copiesInput),
+      numReaders(batch.GetFieldsOfReaders().size()),
+      casesAtOnce(GetCasesAtOnce(batch, numReaders)),
+      watch(workLimits),
+      memory(numReaders),
+      rowsOfCases(casesAtOnce * numReaders),
+      rowsToScore(casesAtOnce * numReaders) {}
+
+void BatchBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) {
+    while (ReadCases(rows)) {
+        RecallAnswers();
+        ScoreNewCases();
+        for (std::size_t i = 0; i < waitingCases.size(); ++i) {
+            const std::size_t textBefore = scores.text.size();
+            AppendCase(i, scores);
+            watch.Step(1 + (scores.text.size() - textBefore) / bytesPerStep);
+            if (scores.text.size() >= longText) onLongText(scores);
+        }
+    }
+}
+
+bool BatchBlockScorer::ReadCases(CsvRowReader& rows) {
+    waitingCases.clear();
+    cells.clear();
+    while (waitingCases.size() < casesAtOnce && rows.ReadRow()) {
+        coder.Encode(rows.GetCells(), rows.GetRowLine(),
+                     std::span(rowsOfCases).subspan(waitingCases.size() * numReaders, numReaders));
+        const InputRow input = rows.GetInputRow(copiesRows);
+        WaitingCase& waiting =
+            waitingCases.emplace_back(WaitingCase{rows.GetRowLine(), input.asWritten, cells.size(), 0, 0});
+        if (input.asWritten.empty()) {
+            cells.insert(cells.end(), input.cells.begin(), input.cells.end());
+            waiting.numCells = input.cells.size();
+        }
+    }
+    return !waitingCases.empty();
+}
+
+void BatchBlockScorer::RecallAnswers() {
+    memory.MakeRoom();
+    remembered.assign(waitingCases.size(), std::nullopt);
+    if (writer->HasScoresBehindInput() && memory.IsUseful()) memory.Find(rowsOfCases, remembered);
+}
+
+void BatchBlockScorer::ScoreNewCases() {
+    std::size_t numToScore = 0;
+    for (std::size_t i = 0; i < waitingCases.size(); ++i) {
+        if (remembered[i]) continue;
+        waitingCases[i].scored = numToScore;
+        for (std::size_t reader = 0; reader < numReaders; ++reader)
+            rowsToScore[reader * casesAtOnce + numToScore] = GetRowsOf(i)[reader];
+        ++numToScore;
+    }
+    if (numToScore == 0) return;
+    std::vector<std::span<const FactorRow>> lists;
+    lists.reserve(numReaders);
+    for (std::size_t reader = 0; reader < numReaders; ++reader)
+        lists.emplace_back(rowsToScore.data() + reader * casesAtOnce, numToScore);
+    batch.Score(lists, numToScore);
+}
+
+void BatchBlockScorer::AppendCase(std::size_t number, BlockScores& scores) {
+    const WaitingCase& waiting = waitingCases[number];
+    const InputRow input{std::span(cells).subspan(waiting.firstCell, waiting.numCells), waiting.asWritten};
+    ++scores.rows;
+    if (writer->HasScoresBehindInput()) {
+        writer->AppendInput(scores.text, input);
+        AppendScores(number, scores);
+        return;
+    }
+    writer->AppendCase(scores.text, input, batch.GetCase(waiting.scored));
+    if (batch.HasNonFiniteNumber(waiting.scored)) scores.NoteNonFinite(waiting.line);
+}
+
+void BatchBlockScorer::AppendScores(std::size_t number, BlockScores& scores) {
+    const WaitingCase& waiting = waitingCases[number];
+    if (const std::optional<AnswerMemory::Answer>& known = remembered[number]) {
+        scores.text += memory.GetText(*known);
+        if (known->hasNonFiniteNumber) scores.NoteNonFinite(waiting.line);
+        return;
+    }
+    const std::size_t begin = scores.text.size();
+    writer->AppendScores(scores.text, batch.GetCase(waiting.scored));
+    const bool hasNonFiniteNumber = batch.HasNonFiniteNumber(waiting.scored);
+    if (hasNonFiniteNumber) scores.NoteNonFinite(waiting.line);
+    if (memory.IsUseful()) {
+        memory.Keep(GetRowsOf(number), std::string_view(scores.text).substr(begin), hasNonFiniteNumber);
     }
 }
 

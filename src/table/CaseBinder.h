@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,17 +11,22 @@
 #include "framework/BaseCaseRecord.h"
 #include "framework/ScoreModel.h"
 #include "framework/SeededHash.h"
+#include "table/TableOptions.h"
 
 namespace nbscore {
 
-/// What to do with a text that is no number in a numeric field.
-enum class BadValues { Stop, Missing };
-
-struct CaseBinderOptions {
-    BadValues badValues = BadValues::Stop;
-    /// A field that the model needs and the table lacks is absent in every case, instead of an error.
-    bool allowMissingFields = false;
+/// The names of the data fields that a model's inputs read. The target is among them where an input reads it.
+struct FieldsOfInputs {
+    /// Inputs that are data fields themselves.
+    std::set<std::string> asTheyAre;
+    /// What inputs are computed from where they are derived, directly or through other derived fields. What only
+    /// derived fields read which no input uses is not among them.
+    std::set<std::string> ofDerivedInputs;
 };
+
+/// Nothing where they are not known: the model has derived fields that are no DerivedFieldSources, or is no
+/// ModelSelfDescription itself. Takes the time of a ModelSelfDescription.
+std::optional<FieldsOfInputs> FindFieldsOfInputs(const ScoreModel& model);
 
 /// A cell of a row, and the number of its column, from 0.
 struct PlacedCell {

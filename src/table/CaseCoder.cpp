@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "framework/SeededHash.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 namespace nbscore {
 namespace {
@@ -30,7 +30,7 @@ CaseCoder::CaseCoder(const ScoreModel& readModel, const BatchCases& batchScorer,
     }
 }
 
-void CaseCoder::Encode(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<RowNumber> rows) {
+void CaseCoder::Encode(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<FactorRow> rows) {
     if (readsDerivedFields) {
         EncodeWithDerivedFields(binder.Bind(cells, line), rows);
         return;
@@ -40,7 +40,7 @@ void CaseCoder::Encode(const std::vector<std::string_view>& cells, std::uint64_t
 }
 
 void CaseCoder::EncodeColumns(const std::vector<std::string_view>& cells, std::uint64_t line,
-                              std::span<RowNumber> rows) {
+                              std::span<FactorRow> rows) {
     std::ranges::fill(rows, missingRow);
     for (CodedColumn& column : columns) {
         const std::string_view cell = cells[column.bound.column];
@@ -50,8 +50,8 @@ void CaseCoder::EncodeColumns(const std::vector<std::string_view>& cells, std::u
             EncodeCell(column, cell, line, rows);
             continue;
         }
-        RowNumber& row = rows[column.readers.front()];
-        if (const std::optional<RowNumber> known = column.memory->Find(cell)) {
+        FactorRow& row = rows[column.readers.front()];
+        if (const std::optional<FactorRow> known = column.memory->Find(cell)) {
             row = *known;
         } else {
             EncodeCell(column, cell, line, rows);
@@ -61,7 +61,7 @@ void CaseCoder::EncodeColumns(const std::vector<std::string_view>& cells, std::u
 }
 
 void CaseCoder::EncodeCell(const CodedColumn& column, std::string_view cell, std::uint64_t line,
-                           std::span<RowNumber> rows) const {
+                           std::span<FactorRow> rows) const {
     if (!column.bound.numeric) {
         for (const std::size_t reader : column.readers)
             rows[reader] = scorer.RowOf(reader, cell);
@@ -72,7 +72,7 @@ void CaseCoder::EncodeCell(const CodedColumn& column, std::string_view cell, std
 }
 
 /// A value that the case has goes before a derived one of the same name.
-void CaseCoder::EncodeWithDerivedFields(const ScoreCaseRecord& record, std::span<RowNumber> rows) const {
+void CaseCoder::EncodeWithDerivedFields(const ScoreCaseRecord& record, std::span<FactorRow> rows) const {
     const ScoreCaseRecord* const derived = ComputeDerivedFields(record);
     for (std::size_t reader = 0; reader < rows.size(); ++reader) {
         const std::string& field = scorer.GetFieldsOfReaders()[reader];
@@ -90,7 +90,7 @@ const ScoreCaseRecord* CaseCoder::ComputeDerivedFields(const ScoreCaseRecord& re
     }
 }
 
-RowNumber CaseCoder::RowOf(std::size_t reader, const ScoreValue& value) const {
+FactorRow CaseCoder::RowOf(std::size_t reader, const ScoreValue& value) const {
     return value.GetType() == ScoreValue::Numeric ? scorer.RowOf(reader, value.GetDouble())
                                                   : scorer.RowOf(reader, value.GetString());
 }

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/RowNumber.h"
+#include "batch/FactorRow.h"
 #include "framework/ScoreModel.h"
 #include "table/BatchCases.h"
 #include "table/CaseBinder.h"
@@ -30,13 +30,13 @@ public:
 
     /// The row that was kept for the text; nothing when it was none of the latest.
     /// @param text not empty, no longer than longestText, and standing where so many bytes can be read (TableBlock).
-    std::optional<RowNumber> Find(std::string_view text) const {
+    std::optional<FactorRow> Find(std::string_view text) const {
         const std::uint64_t packed = Pack(text);
         const Entry& entry = (*entries)[PlaceOf(packed)];
         if (entry.text != packed || entry.length != text.size()) return std::nullopt;
         return entry.row;
     }
-    void Keep(std::string_view text, RowNumber row) {
+    void Keep(std::string_view text, FactorRow row) {
         const std::uint64_t packed = Pack(text);
         (*entries)[PlaceOf(packed)] = {packed, static_cast<std::uint32_t>(text.size()), row};
     }
@@ -48,7 +48,7 @@ private:
     struct Entry {
         std::uint64_t text = 0;
         std::uint32_t length = 0;
-        RowNumber row = missingRow;
+        FactorRow row = missingRow;
     };
 
     /// Loaded whole and cut to the text, which is several times faster than to load the text alone.
@@ -74,7 +74,7 @@ public:
               const std::string& sourceName, const CaseBinderOptions& options);
 
     /// @param rows room for one for each reader. Throws CaseDataError as CaseBinder::Bind does.
-    void Encode(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<RowNumber> rows);
+    void Encode(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<FactorRow> rows);
 
 private:
     /// A column of the table and the readers that read it.
@@ -85,12 +85,12 @@ private:
         std::optional<CellMemory> memory;
     };
 
-    void EncodeColumns(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<RowNumber> rows);
+    void EncodeColumns(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<FactorRow> rows);
     void EncodeCell(const CodedColumn& column, std::string_view cell, std::uint64_t line,
-                    std::span<RowNumber> rows) const;
-    void EncodeWithDerivedFields(const ScoreCaseRecord& record, std::span<RowNumber> rows) const;
+                    std::span<FactorRow> rows) const;
+    void EncodeWithDerivedFields(const ScoreCaseRecord& record, std::span<FactorRow> rows) const;
     const ScoreCaseRecord* ComputeDerivedFields(const ScoreCaseRecord& record) const;
-    RowNumber RowOf(std::size_t reader, const ScoreValue& value) const;
+    FactorRow RowOf(std::size_t reader, const ScoreValue& value) const;
 
     const ScoreModel& model;
     const BatchCases& scorer;

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 namespace nbscore {
 namespace {

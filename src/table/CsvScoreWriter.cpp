@@ -8,9 +8,9 @@
 #include "framework/MCMV.h"
 #include "framework/NumberText.h"
 #include "framework/SeededHash.h"
+#include "output/HostError.h"
+#include "output/MessageText.h"
 #include "table/CsvText.h"
-#include "table/HostError.h"
-#include "table/MessageText.h"
 
 namespace nbscore {
 namespace {

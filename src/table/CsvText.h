@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -9,7 +10,21 @@ namespace nbscore {
 /// Appends a cell as RFC 4180 writes it: in quotes, with its quotes doubled, when it holds the delimiter, a quote
 /// or a line break; as it stands otherwise. A text that begins with a byte order mark is put in quotes too, so that
 /// in front of a table it reads as text.
-void AppendCsvCell(std::string& text, std::string_view cell, char delimiter);
+inline void AppendCsvCell(std::string& text, std::string_view cell, char delimiter) {
+    const bool holdsMark = std::any_of(cell.begin(), cell.end(), [delimiter](char character) {
+        return character == delimiter || character == '"' || character == '\n' || character == '\r';
+    });
+    if (!holdsMark && !cell.starts_with("\xEF\xBB\xBF")) {
+        text += cell;
+        return;
+    }
+    text += '"';
+    for (const char character : cell) {
+        if (character == '"') text += '"';
+        text += character;
+    }
+    text += '"';
+}
 
 /// Appends one row of comma-separated values to a text, cell by cell. Rows end in LF on every system.
 class CsvRow {

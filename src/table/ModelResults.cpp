@@ -2,10 +2,121 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
-#include "table/HostError.h"
+#include "framework/CountedNoun.h"
+#include "framework/ModelSelfDescription.h"
+#include "framework/SeededHash.h"
+#include "output/HostError.h"
 
 namespace nbscore {
+namespace {
+
+/// A case in which every value is absent.
+class CaseWithoutValues : public ScoreCaseRecord {
+public:
+    const ScoreValue* GetValueByIndex(int) const override { return nullptr; }
+    const ScoreValue* GetValueByName(const std::string&) const override { return nullptr; }
+    bool IsIndexed() const override { return false; }
+    int GetVarIndex(const std::string&) const override { return -1; }
+};
+
+/// Gives labels one by one, and again to whoever stands alone under a name that has become another's label.
+class SubModelLabels {
+public:
+    explicit SubModelLabels(const std::vector<std::string>& subModelNames) : names(subModelNames), labels(names) {
+        SeededMap<std::string, std::size_t> uses;
+        for (const std::string& name : names) {
+            ++uses[name];
+        }
+        for (std::size_t i = 0; i < names.size(); ++i) {
+            if (names[i].empty() || uses[names[i]] > 1) {
+                toNumber.push_back(i);
+            } else {
+                standingAlone.emplace(names[i], i);
+            }
+        }
+    }
+
+    std::vector<std::string> Make() {
+        while (!toNumber.empty()) {
+            const std::size_t i = toNumber.back();
+            toNumber.pop_back();
+            labels[i] = names[i].empty() ? std::to_string(i) : names[i] + "_" + std::to_string(i);
+            const auto clash = standingAlone.find(labels[i]);
+            if (clash == standingAlone.end()) continue;
+            toNumber.push_back(clash->second);
+            standingAlone.erase(clash);
+        }
+        return labels;
+    }
+
+private:
+    const std::vector<std::string>& names;
+    std::vector<std::string> labels;
+    SeededMap<std::string, std::size_t> standingAlone;
+    std::vector<std::size_t> toNumber;
+};
+
+bool IsHigher(double score, double other) {
+    return std::isnan(other) ? !std::isnan(score) : score > other;
+}
+
+}  // namespace
+
+const std::vector<SubModelScore>* FindSubModelScores(const ScoreResult& result) {
+    const auto* const scores = dynamic_cast<const VectorValue<SubModelScore>*>(result.GetPrediction());
+    return scores == nullptr ? nullptr : &scores->GetVectorValue();
+}
+
+const std::vector<SubModelScore>& RequireSubModelScores(const ScoreResult& result) {
+    const std::vector<SubModelScore>* const scores = FindSubModelScores(result);
+    if (scores == nullptr) throw UnscorableModelError("The model's results are no scores of sub-models.");
+    return *scores;
+}
+
+const std::vector<SubModelScore>& RequireSubModelScores(const ScoreResult& result, std::size_t numSubModels) {
+    const std::vector<SubModelScore>& scores = RequireSubModelScores(result);
+    if (scores.size() == numSubModels) return scores;
+    throw UnscorableModelError("The model gave " + CountedNoun(scores.size(), "score") + " for its " +
+                               CountedNoun(numSubModels, "sub-model") + ".");
+}
+
+std::optional<std::vector<std::string>> FindSubModelNames(ScoreModel& model) {
+    if (model.GetModelType() != ScoreModel::SelfLearningModel) return std::nullopt;
+    std::vector<std::string> names;
+    if (const auto* const description = dynamic_cast<const ModelSelfDescription*>(&model)) {
+        for (const ClassifierDescription& subModel : description->Describe().classifiers)
+            names.push_back(subModel.name);
+        return names;
+    }
+    ReusedResult result;
+    for (const SubModelScore& score : RequireSubModelScores(result.Score(model, CaseWithoutValues()))) {
+        names.push_back(score.modelName);
+    }
+    return names;
+}
+
+std::vector<std::string> LabelSubModels(const std::vector<std::string>& names) {
+    return SubModelLabels(names).Make();
+}
+
+const std::vector<std::size_t>& SubModelRanking::Rank(std::span<const SubModelScore> scores) {
+    positions.resize(scores.size());
+    std::iota(positions.begin(), positions.end(), std::size_t{0});
+    if (!limit) return positions;
+
+    const auto comesFirst = [&scores](std::size_t left, std::size_t right) {
+        const double leftScore = scores[left].score;
+        const double rightScore = scores[right].score;
+        return IsHigher(leftScore, rightScore) || (!IsHigher(rightScore, leftScore) && left < right);
+    };
+    const std::size_t kept = std::min(*limit, positions.size());
+    const auto end = positions.begin() + static_cast<std::ptrdiff_t>(kept);
+    std::partial_sort(positions.begin(), end, positions.end(), comesFirst);
+    positions.resize(kept);
+    return positions;
+}
 
 const ScoreResult& ReusedResult::Score(ScoreModel& model, const ScoreCaseRecord& record) {
     try {

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 namespace nbscore {
 namespace {

@@ -7,10 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "table/BatchBlockScorer.h"
+#include "output/HostError.h"
 #include "table/BlockPipeline.h"
+#include "table/BlockScorer.h"
 #include "table/CsvReader.h"
-#include "table/HostError.h"
 
 namespace nbscore {
 namespace {

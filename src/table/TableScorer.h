@@ -1,33 +1,15 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <istream>
 #include <string>
 
-#include "framework/Limits.h"
 #include "framework/ScoreModel.h"
-#include "table/CaseBinder.h"
-#include "table/OutputSink.h"
-#include "table/ScoreWriter.h"
+#include "output/OutputSink.h"
+#include "table/TableOptions.h"
 
 namespace nbscore {
-
-struct TableScorerOptions {
-    char delimiter = ',';
-    /// A table with a header and no case is an error unless this is set.
-    bool allowEmpty = false;
-    /// How many threads score; with one, nothing is done beside the calling thread. At least 1.
-    std::size_t threads = 1;
-    CaseBinderOptions cases;
-    /// Of these, only whether the work is cancelled is asked, on each of the threads.
-    Limits limits;
-    ScoreWriterOptions output;
-
-    /// Whether a row's cells are written as they are read.
-    bool CopiesRows() const { return output.format == ScoreFormat::Csv && delimiter == output.delimiter; }
-};
 
 /// How far a run has come.
 struct ScoringProgress {

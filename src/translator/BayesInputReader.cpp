@@ -1,4 +1,4 @@
-#include "translator/BayesInputReader.h"
+#include "translator/ElementReaders.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -8,15 +8,18 @@
 #include <vector>
 
 #include "pmml/Refusal.h"
-#include "translator/DiscretizationReader.h"
 #include "translator/EncoderFactory.h"
-#include "translator/TargetValueCountsReader.h"
 
 namespace nbscore {
 
 namespace {
 
-constexpr const char* unknownValue = "Input value not found in DataDictionary.";
+/// What to do about an element where PairCounts were expected depends on what it is.
+Refusal RefusalInPlaceOfPairCounts(Element element) {
+    if (element.Is(Name::TargetValueStats)) return Refusal::PairCountsExpectedForStats;
+    if (element.Is(Name::DerivedField)) return Refusal::PairCountsExpectedForBins;
+    return Refusal::PairCountsExpected;
+}
 
 class InputReader {
 public:
@@ -53,7 +56,7 @@ private:
 void InputReader::Read() {
     const int predictorIndex = reading.activeFields.IndexOf(name);
     if (predictorIndex == ActiveFields::notFound) {
-        throw RefusalAt(input, VeskException::UnknownInput, "Input not found in MiningSchema.");
+        throw RefusalAt(input, Refusal::InputUnlisted);
     }
     const ScoreDictVar& var = FindVar();
     reading.model.AddPredictorVar(name, &var);
@@ -78,7 +81,7 @@ const ScoreDictVar& InputReader::FindVar() {
     }
     if (var == nullptr) {
         // The name and the text stand together without a blank.
-        throw RefusalAt(input, VeskException::UnknownVariable, name + "Variable name not found in dictionary.");
+        throw RefusalAt(input, Refusal::InputWithoutVariable, {name});
     }
     return *var;
 }
@@ -97,8 +100,7 @@ std::unique_ptr<INBVeskEncoder> InputReader::MakeEncoder(const ScoreDictVar& var
 }
 
 void InputReader::ReadPairCounts(Element pairCounts) {
-    RequireName(pairCounts, Name::PairCounts, input, VeskException::UnexpectedElement,
-                "Only PairCounts elements are allowed here.");
+    RequireName(pairCounts, Name::PairCounts, input, RefusalInPlaceOfPairCounts(pairCounts));
     const std::size_t row = FindRow(pairCounts);
     std::vector<double> rowCounts = ReadTargetValueCounts(reading.transcoder, pairCounts, reading.target.encoder.get(),
                                                           {.selfLearning = reading.model.IsSelfLearning(),
@@ -121,21 +123,23 @@ void InputReader::StoreRow(Element pairCounts, std::size_t row, std::vector<doub
 std::size_t InputReader::FindRow(Element pairCounts) {
     int row = INBVeskEncoder::unknownCategory;
     if (encoder->GetEncoderType() == INBVeskEncoder::Binning) {
-        row = IntAt(pairCounts, RequiredAttribute(pairCounts, Name::value));
-        RequireIndexInRange(pairCounts, row, "Bin number of input '" + name + "'");
+        row = IntAt(pairCounts, RequiredAttribute(pairCounts, Name::value), Refusal::NoBinNumber);
+        if (row > highestCountIndex) {
+            throw RefusalAt(pairCounts, Refusal::BinNumberTooHigh,
+                            {name, std::to_string(row), std::to_string(highestCountIndex)});
+        }
     } else {
         const std::string value = RequiredText(reading.transcoder, pairCounts, Name::value);
         row = valuesKnown ? encoder->GetCategory(value) : encoder->AddCategory(value);
     }
-    if (row < 0) throw RefusalAt(pairCounts, VeskException::UnknownInput, unknownValue);
+    if (row < 0) throw RefusalAt(pairCounts, Refusal::InputValueUnknown);
     return static_cast<std::size_t>(row);
 }
 
 void InputReader::FinishCounts(int predictorIndex) {
     if (counts.empty()) {
         // A count table without rows would stop the process.
-        throw RefusalAt(input, VeskException::InconsistentDocument,
-                        "Input '" + name + "' declares no values and has no PairCounts.");
+        throw RefusalAt(input, Refusal::InputWithoutValues, {name});
     }
     const auto longest = std::max_element(counts.begin(), counts.end(),
                                           [](const auto& a, const auto& b) { return a.size() < b.size(); });
@@ -150,8 +154,7 @@ int ReadBayesInputs(Element inputs, DocumentReading& reading) {
     int numInputs = 0;
     for (const Element child : inputs.GetChildren()) {
         if (child.Is(Name::Extension)) continue;
-        RequireName(child, Name::BayesInput, inputs, VeskException::InconsistentDocument,
-                    "Only BayesInput elements are allowed here.");
+        RequireName(child, Name::BayesInput, inputs, Refusal::BayesInputExpected);
         reading.watch.Step();
         ++numInputs;
         InputReader(child, reading).Read();

@@ -1,4 +1,4 @@
-#include "translator/DictionaryExtensionReader.h"
+#include "translator/ElementReaders.h"
 
 #include "pmml/Refusal.h"
 
@@ -22,18 +22,12 @@ bool IsMarkedAsTarget(Element dataField) {
 }  // namespace
 
 bool ReadDictionaryExtension(const Transcoder& transcoder, Element dataDictionary, std::string& targetName) {
-    if (!dataDictionary) {
-        // The missing bracket and the blank are part of the text.
-        throw VeskException(VeskException::UnexpectedElement, "<DataDictionary is required !!");
-    }
+    if (!dataDictionary) throw MakeRefusal(Refusal::NoDataDictionaryToMark);
     for (const Element field : dataDictionary.GetChildren()) {
         // An Extension right inside the dictionary is refused as well, deliberately.
-        RequireName(field, Name::DataField, dataDictionary, VeskException::UnexpectedElement,
-                    "<DataField> is required here!!");
+        RequireName(field, Name::DataField, dataDictionary, Refusal::DataFieldExpected);
         const std::string name = AttributeText(transcoder, field, Name::name);
-        if (name.empty()) {
-            throw RefusalAt(field, VeskException::UnexpectedElement, "<DataField>'s name can't be null string !!");
-        }
+        if (name.empty()) throw RefusalAt(field, Refusal::DataFieldNameMissing);
         if (IsMarkedAsTarget(field)) {
             targetName = name;
             return true;

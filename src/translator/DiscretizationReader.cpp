@@ -1,4 +1,4 @@
-#include "translator/DiscretizationReader.h"
+#include "translator/ElementReaders.h"
 
 #include <limits>
 #include <string>
@@ -33,12 +33,11 @@ private:
 };
 
 void BinReader::Read(Element bin, Element discretize) {
-    RequireName(bin, Name::DiscretizeBin, discretize, VeskException::UnexpectedElement,
-                "Element DiscretizeBin was expected here.");
+    RequireName(bin, Name::DiscretizeBin, discretize, Refusal::DiscretizeBinExpected);
     // Bins are numbered, so their names serve nothing; but one that the encoding cannot hold is refused.
     AttributeText(transcoder, bin, Name::binValue);
     Element interval = bin.GetFirstChild();
-    RequireName(interval, Name::Interval, bin, VeskException::UnexpectedElement, "Element Interval was expected here.");
+    RequireName(interval, Name::Interval, bin, Refusal::IntervalExpected);
     if (!isFirst) AppendCutpoint(interval);
     isFirst = false;
     // Empty counts as absent here, but not for the left margin.
@@ -50,9 +49,7 @@ void BinReader::AppendCutpoint(Element interval) {
     if (const auto left = interval.GetAttribute(Name::leftMargin)) {
         leftMargin = DoubleAt(interval, *left);
     }
-    if (!(leftMargin == previousRightMargin)) {
-        throw RefusalAt(interval, VeskException::InconsistentDocument, "Error in Interval margins.");
-    }
+    if (!(leftMargin == previousRightMargin)) throw RefusalAt(interval, Refusal::MarginsDiffer);
     cutpoints.push_back(leftMargin);
 }
 
@@ -62,9 +59,9 @@ void RequireDerivedField(const BaseTranslator& translator, Element derivedField,
     // to refuse the document otherwise.
     const std::string name = WithoutHalfPairs(derivedField.GetSpelling());
     const Element faulty = derivedField ? derivedField : parent;
-    translator.GiveNotice("Element DerivedField not found in ParseDiscretize\nThe element is " + name,
-                          faulty.GetPlace());
-    throw RefusalAt(faulty, VeskException::DerivedFieldExpected, "Element DerivedField was expected here.");
+    const RefusalEntry& notice = GetRefusal(Refusal::BinningExpectedNotice);
+    translator.GiveNotice(FillIn(notice.message, {name}), faulty.GetPlace(), notice.advice);
+    throw RefusalAt(faulty, Refusal::BinningExpected);
 }
 
 }  // namespace
@@ -73,17 +70,12 @@ std::unique_ptr<NBinningEncoder> ReadDiscretization(const BaseTranslator& transl
                                                     Element derivedField, Element parent) {
     RequireDerivedField(translator, derivedField, parent);
     Element discretize = derivedField.GetFirstChild();
-    RequireName(discretize, Name::Discretize, derivedField, VeskException::UnexpectedElement,
-                "Element Discretize was expected here.");
+    RequireName(discretize, Name::Discretize, derivedField, Refusal::DiscretizeExpected);
     BinReader bins(transcoder);
     for (const Element bin : discretize.GetChildren()) {
         bins.Read(bin, discretize);
     }
-    if (bins.GetCutpoints().empty()) {
-        // The words say the opposite of the cause. Deliberate: the text is part of the interface.
-        throw RefusalAt(discretize, VeskException::InvalidContent,
-                        "NaiveBayesTranslator::ParseDiscretize: cutpoints found");
-    }
+    if (bins.GetCutpoints().empty()) throw RefusalAt(discretize, Refusal::FewerThanTwoBins);
     return std::make_unique<NBinningEncoder>(bins.GetCutpoints());
 }
 

@@ -1,10 +1,10 @@
-#include "translator/MiningSchemaReader.h"
+#include "translator/ElementReaders.h"
 
 #include <string_view>
 
+#include "pmml/DocumentParts.h"
 #include "pmml/Refusal.h"
 #include "translator/EncoderFactory.h"
-#include "translator/ExtensionNames.h"
 
 namespace nbscore {
 
@@ -45,9 +45,9 @@ void SchemaReader::ReadMiningField(Element field) {
     const std::string name = RequiredText(reading.transcoder, field, Name::name);
     const std::string_view usage = field.GetAttributeOr(Name::usageType, {});
     const ScoreDictVar* var = reading.dictionary.GetVar(name);
-    if (var == nullptr) throw RefusalAt(field, VeskException::InvalidContent, name + " is not defined!");
+    if (var == nullptr) throw RefusalAt(field, Refusal::FieldUndefined, {name});
     if (isFirstModel && reading.model.GetModel().GetVarRole(name) != ScoreModel::NoRole) {
-        throw RefusalAt(field, VeskException::UnexpectedElement, name + " is redefined!");
+        throw RefusalAt(field, Refusal::FieldRedefined, {name});
     }
     if (usage.empty() || usage == "active") {
         ReadActiveField(*var, name);
@@ -70,7 +70,7 @@ void SchemaReader::ReadPredictedField(Element field, const ScoreDictVar& var, co
     if (targetFound) {
         // By pointer on purpose: see the header.
         // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference,cert-err09-cpp,cert-err61-cpp): the same
-        throw new VeskException(RefusalAt(field, VeskException::InconsistentDocument, "Only one target is allowed."));
+        throw new VeskException(RefusalAt(field, Refusal::SecondTarget));
     }
     reading.model.GetModel().SetVarRole(&var, ScoreModel::TargetRole);
     reading.model.SetTargetVar(&var);
@@ -80,18 +80,13 @@ void SchemaReader::ReadPredictedField(Element field, const ScoreDictVar& var, co
 }
 
 void SchemaReader::ReadDerivedFields(Element extension) {
-    if (extension.GetAttribute(Name::extender) != vendor_extension::extender ||
-        extension.GetAttribute(Name::name) != vendor_extension::derivedFields) {
-        return;
-    }
+    if (!ListsDerivedFields(extension)) return;
     const ElementRange fields = extension.GetDescendants(Name::MiningField);
-    if (fields.IsEmpty()) {
-        throw RefusalAt(extension, VeskException::InvalidContent, "<MiningField> is required!");
-    }
+    if (fields.IsEmpty()) throw RefusalAt(extension, Refusal::DerivedFieldsUnlisted);
     for (const Element field : fields) {
         const std::string name = RequiredText(reading.transcoder, field, Name::name);
         if (reading.derivedFields->GetVar(name) == nullptr) {
-            throw RefusalAt(field, VeskException::InvalidContent, name + " is not defined!");
+            throw RefusalAt(field, Refusal::FieldUndefined, {name});
         }
         reading.activeFields.Append(name);
     }

@@ -1,23 +1,18 @@
-#include "translator/ModelElementReader.h"
+#include "translator/ElementReaders.h"
 
 #include <string>
 #include <vector>
 
+#include "pmml/DocumentParts.h"
 #include "pmml/Refusal.h"
-#include "translator/BayesInputReader.h"
-#include "translator/ExtensionNames.h"
-#include "translator/MiningSchemaReader.h"
-#include "translator/TargetValueCountsReader.h"
 
 namespace nbscore {
 
 namespace {
 
 void ReadThreshold(Element modelElement, ModelUnderConstruction& model) {
-    const double threshold = RequiredDouble(modelElement, Name::threshold);
-    if (threshold == 0.0) {
-        throw RefusalAt(modelElement, VeskException::InvalidContent, "Threshold can't be zero!");
-    }
+    const double threshold = RequiredDouble(modelElement, Name::threshold, Refusal::ThresholdMissing);
+    if (threshold == 0.0) throw RefusalAt(modelElement, Refusal::ThresholdZero);
     model.SetThreshold(threshold);
 }
 
@@ -32,12 +27,10 @@ void NoteTarget(const std::string& targetName, DocumentReading& reading) {
 void RequireSharedTarget(Element schema, int modelIndex, const std::string& targetName,
                          const TargetCategories& target) {
     if (modelIndex == 0 && (target.encoder == nullptr || target.encoder->GetNumCategories() != 2)) {
-        throw RefusalAt(schema, VeskException::InvalidContent,
-                        "Only two-category target variable for all the models is supported for SelfLearning Model!");
+        throw RefusalAt(schema, Refusal::TargetOfSetNotTwofold);
     }
     if (modelIndex > 0 && targetName != target.name) {
-        throw RefusalAt(schema, VeskException::InvalidContent,
-                        "Only one target variable is supported for SelfLearning Model!");
+        throw RefusalAt(schema, Refusal::TargetOfSetDiffers);
     }
 }
 
@@ -49,18 +42,16 @@ void ReadSchema(Element schema, int modelIndex, DocumentReading& reading) {
 
 /// The counts of the target's categories.
 void ReadOutput(Element output, DocumentReading& reading) {
-    const std::string fieldName = RequiredText(reading.transcoder, output, Name::fieldName);
+    const std::string fieldName =
+        RequiredText(reading.transcoder, output, Name::fieldName, Refusal::OutputFieldMissing);
     if (fieldName != reading.target.name) {
-        throw RefusalAt(output, VeskException::UnknownVariable,
-                        fieldName + " does not match the target variable name.");
+        throw RefusalAt(output, Refusal::OutputNotOfTarget, {fieldName});
     }
     const bool selfLearning = reading.model.IsSelfLearning();
     const std::vector<double> counts = ReadTargetValueCounts(
         reading.transcoder, output, reading.target.encoder.get(),
         {.selfLearning = selfLearning, .addUnknownValues = false, .outputMode = true}, reading.watch);
-    if (selfLearning && counts.size() != 2) {
-        throw RefusalAt(output, VeskException::InvalidContent, "Target variable has to have two categories.");
-    }
+    if (selfLearning && counts.size() != 2) throw RefusalAt(output, Refusal::OutputNotTwofold);
     reading.cells.Take(output, counts.size() + CountCells::cellsPerRow);
     reading.model.SetTargetCounts(counts);
 }
@@ -111,11 +102,7 @@ void ReadModelElement(Element modelElement, int modelIndex, DocumentReading& rea
         ReadChild(child, modelIndex, reading, seen);
     }
     const bool inputsSuffice = seen.inputs > 0 || reading.model.IsSelfLearning();
-    if (!seen.output || !inputsSuffice) {
-        // The element named twice is part of the text.
-        throw RefusalAt(modelElement, VeskException::UnexpectedElement,
-                        "At least one <BayesInputs>, one <BayesOutput> and one <BayesOutput> element is required.");
-    }
+    if (!seen.output || !inputsSuffice) throw RefusalAt(modelElement, Refusal::InputsOrOutputMissing);
     reading.activeFields = {};
 }
 

@@ -1,6 +1,5 @@
 #include "translator/ModelUnderConstruction.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace nbscore {
@@ -25,10 +24,8 @@ std::unique_ptr<ScoreModel> ModelUnderConstruction::Release() {
     return std::move(single);
 }
 
-int ModelUnderConstruction::TakeModelElements(int inDocument) {
-    if (set == nullptr) return std::min(inDocument, 1);
-    set->SetNumOfModels(inDocument);
-    return inDocument;
+void ModelUnderConstruction::MakeRoomFor(int subModels) {
+    if (set != nullptr) set->SetNumOfModels(subModels);
 }
 
 void ModelUnderConstruction::BeginSubModel(int modelIndex) {

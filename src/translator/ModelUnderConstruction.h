@@ -31,8 +31,8 @@ public:
     std::unique_ptr<ScoreModel> Release();
     /// True for a set of sub-models that share a target of two categories.
     bool IsSelfLearning() const { return set != nullptr; }
-    /// How many of a document's model elements make this model, which makes room for as many.
-    int TakeModelElements(int inDocument);
+    /// Before the first sub-model of a set; a single model ignores it.
+    void MakeRoomFor(int subModels);
 
     virtual void BeginSubModel(int modelIndex);
     virtual void SetThreshold(double threshold);

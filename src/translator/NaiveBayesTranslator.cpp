@@ -1,56 +1,37 @@
 #include "translator/NaiveBayesTranslator.h"
 
+#include <cstddef>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
+#include "framework/DerivedFieldSources.h"
 #include "framework/VersionInfo.h"
+#include "pmml/DocumentParts.h"
 #include "pmml/DomDocument.h"
-#include "pmml/FieldsOfDerivedFields.h"
 #include "pmml/Refusal.h"
-#include "translator/DictionaryExtensionReader.h"
-#include "translator/DiscretizationReader.h"
 #include "translator/DocumentReading.h"
-#include "translator/ModelElementReader.h"
+#include "translator/ElementReaders.h"
+#include "translator/GiveMyTranslator.h"
 
 using namespace nbscore;
 
 namespace {
 
-VeskException NoRoot() {
-    return {VeskException::UnexpectedElement, "A document with a root element is required."};
-}
-
-/// What is looked for anywhere in a document.
-struct DocumentParts {
-    /// The first Application element; none when there is none.
-    Element application;
-    /// Every NaiveBayesModel element, in document order.
-    std::vector<Element> models;
-};
-
-DocumentParts FindParts(Element root) {
-    DocumentParts parts;
-    const auto look = [&parts](Element element) {
-        if (element.Is(Name::NaiveBayesModel)) parts.models.push_back(element);
-        if (element.Is(Name::Application) && !parts.application) parts.application = element;
-    };
-    look(root);
-    for (const Element element : root.GetDescendants())
-        look(element);
-    return parts;
-}
-
-/// Which kind of model a document asks for. The first model element's algorithm decides; the dictionary's mark of a
-/// self-learning target counts only in a document that has no model element at all. Throws VeskException 1 where there
-/// is neither.
-/// @param firstModelElement none when the document has none.
-bool AsksForSelfLearning(Element firstModelElement, bool dictionaryMarksTarget, Element root) {
-    if (firstModelElement) return firstModelElement.GetAttribute(Name::algorithmName) == "SelfLearning";
-    if (!dictionaryMarksTarget) {
-        throw RefusalAt(root, VeskException::UnexpectedElement, "<NaiveBayesModel> is required!");
-    }
+/// Which kind of model a document asks for. The dictionary's mark of a self-learning target counts only in a document
+/// that has no model element at all. Throws VeskException 1 where there is neither.
+bool AsksForSelfLearning(const ModelsRead& models, bool dictionaryMarksTarget, Element root) {
+    if (!models.elements.empty()) return models.selfLearning;
+    if (!dictionaryMarksTarget) throw RefusalAt(root, Refusal::ModelMissing);
     return true;
+}
+
+Element RequireDataDictionary(Element root) {
+    if (const Element dictionary = root.GetChild(Name::DataDictionary)) return dictionary;
+    throw RefusalAt(root,
+                    root.Is(Name::PMML) ? Refusal::DataDictionaryMissing : Refusal::DataDictionaryMissingInOtherRoot,
+                    {root.GetTag()});
 }
 
 /// The version of the application that wrote the document.
@@ -101,9 +82,9 @@ DocumentReading ShareForReading(const NaiveBayesTranslator& translator, const Do
 /// @param markedTarget null when the dictionary marks no self-learning target.
 void ReadModels(const std::vector<Element>& modelElements, const std::string* markedTarget, DocumentReading& reading) {
     ModelUnderConstruction& construction = reading.model;
-    const int numElements = construction.TakeModelElements(static_cast<int>(modelElements.size()));
-    for (int i = 0; i < numElements; ++i)
-        ReadModelElement(modelElements[static_cast<std::size_t>(i)], i, reading);
+    construction.MakeRoomFor(static_cast<int>(modelElements.size()));
+    for (std::size_t i = 0; i < modelElements.size(); ++i)
+        ReadModelElement(modelElements[i], static_cast<int>(i), reading);
     RequireSoundSources(reading);
     construction.Finish(reading.target.name, markedTarget);
 }
@@ -116,7 +97,7 @@ NaiveBayesTranslator::~NaiveBayesTranslator() = default;
 ScoreModel* NaiveBayesTranslator::ParseFromTree(xercesc::DOMDocument* document, const std::string& encoding) {
     LeaveUnfinishedModel(nullptr);
     CreateTranscoder(encoding);
-    if (document == nullptr) throw NoRoot();
+    if (document == nullptr) throw MakeRefusal(Refusal::RootMissing);
     return ParseFromTree(*ReadDom(*document, GetLimits()), encoding);
 }
 
@@ -125,12 +106,12 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(const DocumentTree& document, co
     CreateTranscoder(encoding);
     const Transcoder& narrowing = *GetTranscoder();
     const Element root = document.GetRoot();
-    if (!root) throw NoRoot();
-    const DocumentParts parts = FindParts(root);
+    if (!root) throw MakeRefusal(Refusal::RootMissing);
+    const ModelsRead models = FindModelsRead(root);
     DocumentHead head;
-    head.version = std::make_unique<VersionInfo>(ReadVersion(parts.application, narrowing));
+    head.version = std::make_unique<VersionInfo>(ReadVersion(FindApplication(root), narrowing));
 
-    const Element dataDictionary = RequiredChild(root, Name::DataDictionary);
+    const Element dataDictionary = RequireDataDictionary(root);
     FieldFaults faults;
     head.dictionary.reset(ParseDictionary(dataDictionary, faults));
     std::string markedTarget;
@@ -140,13 +121,12 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(const DocumentTree& document, co
         head.derivedFields->SetUpDerivedCaseRecord();
     }
 
-    const Element firstModel = parts.models.empty() ? Element() : parts.models.front();
-    ModelUnderConstruction construction(AsksForSelfLearning(firstModel, dictionaryMarksTarget, root));
+    ModelUnderConstruction construction(AsksForSelfLearning(models, dictionaryMarksTarget, root));
     model = &construction.GetModel();
     try {
         GiveTo(construction.GetModel(), std::move(head));
         DocumentReading reading = ShareForReading(*this, document, faults, construction);
-        ReadModels(parts.models, dictionaryMarksTarget ? &markedTarget : nullptr, reading);
+        ReadModels(models.elements, dictionaryMarksTarget ? &markedTarget : nullptr, reading);
     } catch (...) {
         LeaveUnfinishedModel(construction.Release().release());
         throw;
@@ -163,4 +143,8 @@ NBinningEncoder* NaiveBayesTranslator::ParseDiscretize(const NaiveBayesTranslato
     };
     const Transcoder* const transcoder = translator.GetTranscoder();
     return transcoder != nullptr ? read(*transcoder) : read(Transcoder("UTF-8"));
+}
+
+ScoreTranslator* GiveMyTranslator() {
+    return new NaiveBayesTranslator(std::string());
 }

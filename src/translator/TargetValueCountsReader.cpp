@@ -1,9 +1,9 @@
-#include "translator/TargetValueCountsReader.h"
+#include "translator/ElementReaders.h"
 
 #include <cstddef>
 
 #include "pmml/Refusal.h"
-#include "translator/CountLimits.h"
+#include "translator/DocumentReading.h"
 
 namespace nbscore {
 
@@ -21,7 +21,10 @@ int FindTargetIndex(const Transcoder& transcoder, Element entry, INBVeskEncoder*
 
 void StoreCount(Element entry, int targetIndex, std::vector<double>& counts) {
     const double count = RequiredDouble(entry, Name::count);
-    RequireIndexInRange(entry, targetIndex, "Target index");
+    if (targetIndex > highestCountIndex) {
+        throw RefusalAt(entry, Refusal::TargetIndexTooHigh,
+                        {std::to_string(targetIndex), std::to_string(highestCountIndex)});
+    }
     const auto index = static_cast<std::size_t>(targetIndex);
     if (counts.size() <= index) counts.resize(index + 1, 0.0);
     counts[index] = count;
@@ -32,8 +35,7 @@ void StoreCount(Element entry, int targetIndex, std::vector<double>& counts) {
 std::vector<double> ReadTargetValueCounts(const Transcoder& transcoder, Element parent, INBVeskEncoder* targetEncoder,
                                           const TargetValueCountsOptions& options, LimitWatch& watch) {
     const Element valueCounts = parent.GetFirstChild();
-    RequireName(valueCounts, Name::TargetValueCounts, parent, VeskException::UnexpectedElement,
-                "Element <TargetValueCounts> was expected here.");
+    RequireName(valueCounts, Name::TargetValueCounts, parent, Refusal::TargetValueCountsExpected);
     std::vector<double> counts;
     const int numCategories = targetEncoder != nullptr ? targetEncoder->GetNumCategories() : 0;
     if (numCategories > 1) counts.assign(static_cast<std::size_t>(numCategories), 0.0);
@@ -42,15 +44,12 @@ std::vector<double> ReadTargetValueCounts(const Transcoder& transcoder, Element 
     for (const Element entry : valueCounts.GetChildren()) {
         ++numEntries;
         watch.Step();
-        RequireName(entry, Name::TargetValueCount, valueCounts, VeskException::UnexpectedElement,
-                    "Element <TargetValueCount> was expected here.");
+        RequireName(entry, Name::TargetValueCount, valueCounts, Refusal::TargetValueCountExpected);
         const int targetIndex = FindTargetIndex(transcoder, entry, targetEncoder, options.addUnknownValues);
         if (targetIndex >= 0) StoreCount(entry, targetIndex, counts);
     }
     if (options.outputMode && options.selfLearning && (numEntries < 1 || numEntries > 2)) {
-        // The text names the outer element. Deliberate: it is part of the interface.
-        throw RefusalAt(valueCounts, VeskException::InvalidContent,
-                        "One or Two <TargetValueCounts> elements required!!");
+        throw RefusalAt(valueCounts, Refusal::OutputCountsNotOneOrTwo);
     }
     return counts;
 }

@@ -96,23 +96,23 @@ void AppendMatrix(const std::vector<double>& matrix, MatrixOrder order, const Ca
     }
 }
 
-RowNumber RowOf(const BatchEngine& engine, std::size_t reader, const CaseValue& value) {
+FactorRow RowOf(const BatchEngine& engine, std::size_t reader, const CaseValue& value) {
     if (const auto* number = std::get_if<double>(&value)) return engine.RowOf(reader, *number);
     if (const auto* text = std::get_if<std::string>(&value)) return engine.RowOf(reader, std::string_view(*text));
     return missingRow;
 }
 
 void ScoreRowsOf(const BatchEngine& engine, const InputTable& table, const Call& call, const AnswerColumns& columns) {
-    std::vector<std::vector<RowNumber>> rows;
+    std::vector<std::vector<FactorRow>> rows;
     for (const std::string& field : engine.GetFieldsOfReaders()) {
         const auto input = std::ranges::find(table.names, field) - table.names.begin();
         const std::vector<CaseValue>& values = table.columns.at(static_cast<std::size_t>(input));
         const std::size_t reader = rows.size();
-        std::vector<RowNumber>& ofReader = rows.emplace_back();
+        std::vector<FactorRow>& ofReader = rows.emplace_back();
         for (std::size_t i = 0; i < call.cases; ++i)
             ofReader.push_back(RowOf(engine, reader, values[call.first + i]));
     }
-    const std::vector<std::span<const RowNumber>> lists(rows.begin(), rows.end());
+    const std::vector<std::span<const FactorRow>> lists(rows.begin(), rows.end());
     engine.ScoreRows(lists, call.cases, columns);
 }
 

@@ -12,7 +12,7 @@
 namespace nbscore {
 namespace {
 
-using Lists = std::vector<std::span<const RowNumber>>;
+using Lists = std::vector<std::span<const FactorRow>>;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::ThrowsMessage;
@@ -63,8 +63,8 @@ TEST_P(EngineOfTwoReaders, RefusesReadersAndRowsThatDoNotExist) {
     EXPECT_EQ(engine.RowOf(0, std::string_view("rain")), 3u);
     EXPECT_THROW(engine.RowOf(2, std::string_view("rain")), std::out_of_range);
     EXPECT_THROW(engine.RowOf(2, 1.0), std::out_of_range);
-    const std::vector<RowNumber> known = {1, 2};
-    const std::vector<RowNumber> unknown = {2, 4};
+    const std::vector<FactorRow> known = {1, 2};
+    const std::vector<FactorRow> unknown = {2, 4};
     EXPECT_THAT(
         [&] {
             engine.ScoreRows(Lists{known, unknown}, 2, {});
@@ -74,7 +74,7 @@ TEST_P(EngineOfTwoReaders, RefusesReadersAndRowsThatDoNotExist) {
 }
 
 TEST_P(EngineOfTwoReaders, RefusesListsOfRowsThatDoNotFit) {
-    const std::vector<RowNumber> two(2);
+    const std::vector<FactorRow> two(2);
     EXPECT_THROW(engine.ScoreRows(Lists{two}, 2, {}), std::invalid_argument);
     EXPECT_THROW(engine.ScoreRows(Lists{two, two, two}, 2, {}), std::invalid_argument);
     EXPECT_THROW(engine.ScoreRows(Lists{two, two}, 1, {}), std::invalid_argument);

@@ -231,7 +231,8 @@ INSTANTIATE_TEST_SUITE_P(BothKinds, ScorerOfAnyKind, testing::Bool());
 
 TEST(BatchScorer, RefusesAModelThatCannotScoreEveryCase) {
     const NaiveBayesModel empty;
-    EXPECT_THAT([&] { BatchScorer scorer(empty); }, ThrowsMessage<std::invalid_argument>(empty.FindScoringObstacle()));
+    EXPECT_THAT([&] { BatchScorer scorer(empty); },
+                ThrowsMessage<std::invalid_argument>(empty.FindScoringObstacle().message));
 }
 
 /// A variable with a rule of its own: no number is missing, not even the one that others call so.

@@ -26,7 +26,7 @@ BinRows RowsOf(const std::vector<Numbers>& cutpoints) {
 
 /// Whether every predictor's bin of the number's row is the one that a search finds.
 bool LeadsToTheBins(const BinRows& rows, const std::vector<Numbers>& cutpoints, double number) {
-    const RowNumber row = rows.RowOf(number);
+    const FactorRow row = rows.RowOf(number);
     if (row < firstKnownRow || row >= rows.GetNumRows()) return false;
     for (std::size_t predictor = 0; predictor < cutpoints.size(); ++predictor) {
         if (rows.GetBin(predictor, row) != FindBin(cutpoints[predictor], number)) return false;

@@ -16,7 +16,7 @@ using testing::HasSubstr;
 using testing::ThrowsMessage;
 
 InputDictionary Dictionary(const ScorerIdentity& scorer, std::size_t input, std::size_t size,
-                           std::vector<std::vector<RowNumber>> rows) {
+                           std::vector<std::vector<FactorRow>> rows) {
     return InputDictionary(
         std::make_shared<InputDictionary::Lookup>(InputDictionary::Lookup{scorer, input, size, std::move(rows)}));
 }
@@ -40,13 +40,13 @@ protected:
     }
 
     /// The rows of the cases from `first` on; the same in bytes and in words.
-    std::vector<RowNumber> Encode(const Column& column, std::size_t first, std::size_t count,
+    std::vector<FactorRow> Encode(const Column& column, std::size_t first, std::size_t count,
                                   std::size_t list = 0) const {
-        std::vector<RowNumber> words(count, 99);
+        std::vector<FactorRow> words(count, 99);
         std::vector<std::uint8_t> bytes(count, 99);
         EncodeInto(words.data(), column, first, count, list);
         EncodeInto(bytes.data(), column, first, count, list);
-        EXPECT_EQ(std::vector<RowNumber>(bytes.begin(), bytes.end()), words);
+        EXPECT_EQ(std::vector<FactorRow>(bytes.begin(), bytes.end()), words);
         return words;
     }
 
@@ -90,7 +90,7 @@ TEST_F(CaseValuesTest, CountsValidityFromItsOffset) {
     const std::vector<std::string_view> views(10, "red");
     const std::vector<std::uint8_t> bits = {0b01000000, 0b10000011};
     const TextViewColumn column{views, {bits.data(), 6}};
-    const RowNumber no = missingRow;
+    const FactorRow no = missingRow;
     EXPECT_THAT(Encode(column, 0, 10), ElementsAre(2, no, 2, 2, no, no, no, no, no, 2));
     EXPECT_THAT(Encode(column, 8, 2), ElementsAre(no, 2));
 }
@@ -141,11 +141,11 @@ TEST_F(CaseValuesTest, LooksAtNoCodeThatIsNotValid) {
 }
 
 TEST_F(CaseValuesTest, TakesRowsAsTheyAre_AndRefusesOnesThatDoNotExist) {
-    const std::vector<RowNumber> given = {0, 1, 2, 3, 4};
-    const std::span<const RowNumber> list(given);
+    const std::vector<FactorRow> given = {0, 1, 2, 3, 4};
+    const std::span<const FactorRow> list(given);
     const Reader reader{*rows, 0, 0};
     const CaseValues values{.readers = {&reader, 1}, .columns = {}, .rows = {&list, 1}, .cases = 5};
-    std::vector<RowNumber> words(4);
+    std::vector<FactorRow> words(4);
     std::vector<std::uint8_t> bytes(3);
     values.Encode(0, 0, 4, words.data());
     values.Encode(0, 1, 3, bytes.data());

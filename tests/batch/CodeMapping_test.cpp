@@ -14,17 +14,17 @@ namespace {
 class CodeMapping : public test::WithInstructionSet {};
 
 /// As many rows as a list may have, that of code -1 in front.
-std::vector<RowNumber> RowList(std::size_t size) {
-    std::vector<RowNumber> rows;
+std::vector<FactorRow> RowList(std::size_t size) {
+    std::vector<FactorRow> rows;
     for (std::size_t i = 0; i < size; ++i)
-        rows.push_back(static_cast<RowNumber>((i * 37 + 11) % 256));
+        rows.push_back(static_cast<FactorRow>((i * 37 + 11) % 256));
     return rows;
 }
 
 TEST_P(CodeMapping, ReplacesEachCodeByItsRow_WhateverTheirNumber) {
     test::Randomness random(1);
     for (std::size_t size = 1; size <= longestListOfRows; ++size) {
-        const std::vector<RowNumber> list = RowList(size);
+        const std::vector<FactorRow> list = RowList(size);
         for (std::size_t count = 0; count < 200; count += count < 70 ? 1 : 13) {
             std::vector<std::int8_t> codes;
             for (std::size_t i = 0; i < count; ++i)
@@ -39,7 +39,7 @@ TEST_P(CodeMapping, ReplacesEachCodeByItsRow_WhateverTheirNumber) {
 
 TEST_P(CodeMapping, RefusesACodeOutsideTheList_WhereverItStands) {
     for (const std::size_t size : {1U, 2U, 9U, 16U}) {
-        const std::vector<RowNumber> list = RowList(size);
+        const std::vector<FactorRow> list = RowList(size);
         for (const std::size_t count : {1U, 15U, 64U, 131U}) {
             std::vector<std::uint8_t> rows(count);
             for (std::size_t place = 0; place < count; ++place) {

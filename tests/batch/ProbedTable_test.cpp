@@ -14,18 +14,18 @@ namespace {
 
 struct Entry {
     int key = 0;
-    RowNumber row = unknownRow;
+    FactorRow row = unknownRow;
 };
 
 std::vector<Entry> Entries(int number) {
     std::vector<Entry> entries;
     for (int key = 0; key < number; ++key)
-        entries.push_back({key, firstKnownRow + static_cast<RowNumber>(key)});
+        entries.push_back({key, firstKnownRow + static_cast<FactorRow>(key)});
     return entries;
 }
 
 template <typename HashOf>
-RowNumber Find(const ProbedTable<Entry>& table, const HashOf& hashOf, int key) {
+FactorRow Find(const ProbedTable<Entry>& table, const HashOf& hashOf, int key) {
     return table.Find(hashOf(Entry{key, 0}, table.GetSeed()), [key](const Entry& entry) { return entry.key == key; });
 }
 
@@ -34,7 +34,7 @@ TEST(ProbedTable, FindsAllEntries_WhenEveryHashIsTheSame) {
     std::vector<Entry> entries = Entries(300);
     const ProbedTable<Entry> table(entries, same);
     for (int key = 0; key < 300; ++key)
-        EXPECT_EQ(Find(table, same, key), firstKnownRow + static_cast<RowNumber>(key));
+        EXPECT_EQ(Find(table, same, key), firstKnownRow + static_cast<FactorRow>(key));
     EXPECT_EQ(Find(table, same, 300), unknownRow);
 }
 
@@ -43,7 +43,7 @@ TEST(ProbedTable, WrapsAroundItsEnd) {
     std::vector<Entry> entries = Entries(3);
     const ProbedTable<Entry> table(entries, last);
     for (int key = 0; key < 3; ++key)
-        EXPECT_EQ(Find(table, last, key), firstKnownRow + static_cast<RowNumber>(key));
+        EXPECT_EQ(Find(table, last, key), firstKnownRow + static_cast<FactorRow>(key));
     EXPECT_EQ(Find(table, last, 3), unknownRow);
 }
 
@@ -85,7 +85,7 @@ TEST(ProbedTable, HasFewEntriesApart_WhereASeedBringsThatAbout) {
     const ProbedTable<Entry> table(entries, pairedUntilFifthSeed);
     EXPECT_EQ(table.GetSeed(), SeedOfAttempt(5));
     for (int key = 0; key < 48; ++key) {
-        EXPECT_EQ(Find(table, pairedUntilFifthSeed, key), firstKnownRow + static_cast<RowNumber>(key));
+        EXPECT_EQ(Find(table, pairedUntilFifthSeed, key), firstKnownRow + static_cast<FactorRow>(key));
         EXPECT_EQ(CountComparisons(table, pairedUntilFifthSeed, key), 1);
     }
 }

@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "cases/CaseFile.h"
+#include "check/DocumentCheck.h"
 #include "host/CheckAdvice.h"
-#include "host/DocumentCheck.h"
 
 namespace nbscore::test {
 namespace {

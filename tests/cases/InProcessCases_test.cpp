@@ -8,8 +8,8 @@
 #include "cases/CaseFile.h"
 #include "framework/VeskException.h"
 #include "host/LoadedModel.h"
-#include "table/HostError.h"
-#include "table/OutputSink.h"
+#include "output/HostError.h"
+#include "output/OutputSink.h"
 #include "table/TableScorer.h"
 
 namespace nbscore::test {

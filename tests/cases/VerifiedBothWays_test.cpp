@@ -9,10 +9,10 @@
 
 #include "cases/PlainModel.h"
 #include "cases/RandomSet.h"
-#include "document/SourceDocument.h"
 #include "framework/VeskException.h"
 #include "host/LoadedModel.h"
-#include "host/ModelVerifier.h"
+#include "host/SourceDocument.h"
+#include "verify/ModelVerifier.h"
 
 namespace nbscore::test {
 namespace {

@@ -1,11 +1,11 @@
-#include "cli/verbs/CaseInput.h"
+#include "cli/verbs/Arguments.h"
 
 #include <gtest/gtest.h>
 
 #include <iterator>
 
+#include "output/HostError.h"
 #include "support/TemporaryFolder.h"
-#include "table/HostError.h"
 
 namespace nbscore {
 

@@ -8,8 +8,8 @@
 #include "cli/FruitDocument.h"
 #include "cli/TestConsole.h"
 #include "cli/system/Interrupts.h"
+#include "output/HostError.h"
 #include "support/TemporaryFolder.h"
-#include "table/HostError.h"
 
 namespace nbscore {
 

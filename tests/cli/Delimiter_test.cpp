@@ -1,4 +1,4 @@
-#include "cli/verbs/Options.h"
+#include "cli/verbs/Arguments.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "cli/system/ErrorReport.h"
+#include "cli/system/ExitStatus.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <sstream>
 
 #include "framework/VeskException.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 namespace nbscore {
 

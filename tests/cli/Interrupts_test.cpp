@@ -9,9 +9,9 @@
 #include <filesystem>
 #include <optional>
 
-#include "host/OutputFile.h"
+#include "output/HostError.h"
+#include "output/OutputFile.h"
 #include "support/TemporaryFolder.h"
-#include "table/HostError.h"
 
 namespace nbscore {
 

@@ -1,10 +1,9 @@
-#include "cli/help/ManPage.h"
+#include "cli/help/HelpText.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "cli/CommandLine.h"
-#include "cli/help/HelpText.h"
 #include "cli/system/ExitStatus.h"
 
 namespace nbscore {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "cli/TestConsole.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 namespace nbscore {
 

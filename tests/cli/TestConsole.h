@@ -7,7 +7,7 @@
 
 #include "cli/CommandLine.h"
 #include "cli/system/Console.h"
-#include "table/OutputSink.h"
+#include "output/OutputSink.h"
 
 namespace nbscore::test {
 

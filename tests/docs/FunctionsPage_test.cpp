@@ -9,7 +9,7 @@
 #include <string>
 
 #include "support/WholeFile.h"
-#include "transform/BuiltInFunctions.h"
+#include "transform/functions/BuiltInFunctions.h"
 
 namespace nbscore::test {
 namespace {

@@ -7,14 +7,13 @@
 #include <new>
 #include <ostream>
 
+#include "check/DocumentCheck.h"
 #include "faults/FailingAllocations.h"
 #include "faults/Work.h"
 #include "framework/VeskException.h"
-#include "host/CheckReport.h"
-#include "host/DocumentCheck.h"
 #include "host/LoadedModel.h"
 #include "host/PluginLibrary.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 namespace nbscore::test {
 namespace {

@@ -10,14 +10,13 @@
 #include <string>
 #include <utility>
 
-#include "document/SourceDocument.h"
+#include "check/DocumentCheck.h"
 #include "faults/FailingAllocations.h"
-#include "host/CheckReport.h"
-#include "host/DocumentCheck.h"
 #include "host/LoadedModel.h"
-#include "host/ModelVerifier.h"
-#include "table/OutputSink.h"
+#include "host/SourceDocument.h"
+#include "output/OutputSink.h"
 #include "table/TableScorer.h"
+#include "verify/ModelVerifier.h"
 
 namespace nbscore::test {
 namespace {

@@ -13,7 +13,7 @@
 #include <thread>
 
 #include "cli/CommandTest.h"
-#include "host/OutputFile.h"
+#include "output/OutputFile.h"
 
 namespace nbscore::test {
 namespace {

@@ -5,21 +5,20 @@
 #include <stdexcept>
 #include <vector>
 
-#include "document/SourceDocument.h"
+#include "check/DocumentCheck.h"
 #include "framework/NumberText.h"
 #include "framework/ScoreClsResult.h"
-#include "host/CheckReport.h"
-#include "host/DocumentCheck.h"
 #include "host/LoadedModel.h"
-#include "host/ModelVerifier.h"
+#include "host/SourceDocument.h"
+#include "output/OutputSink.h"
 #include "selflearning/SelfLearningResult.h"
 #include "selflearning/VectorValue.h"
 #include "support/WholeFile.h"
 #include "table/CaseBinder.h"
 #include "table/CsvReader.h"
-#include "table/OutputSink.h"
 #include "table/TableScorer.h"
 #include "translator/GiveMyTranslator.h"
+#include "verify/ModelVerifier.h"
 
 namespace nbscore::test {
 namespace {

@@ -17,6 +17,14 @@ TEST(VeskException, GivesCodeAndMessage) {
     EXPECT_FALSE(error.HasPlace());
 }
 
+TEST(VeskException, HasAdviceForAnyRefusal_UnlessItIsGivenAnother) {
+    VeskException error(VeskException::UnknownVariable, "age is not defined!");
+    EXPECT_EQ(error.GetAdvice(), "Mend the document at this place; docs/documents.md says what it may hold.");
+    error.SetAdvice("Define age.");
+    EXPECT_EQ(error.GetAdvice(), "Define age.");
+    EXPECT_EQ(VeskException(VeskException::UnknownVariable, "x", "Define x.").GetAdvice(), "Define x.");
+}
+
 TEST(VeskException, KeepsThePlaceBesideTheMessage) {
     VeskException error(VeskException::UnexpectedElement, "BayesInputs was expected here.");
     error.SetPlace(place);
@@ -50,7 +58,7 @@ TEST(VeskException, HasNoPlace_WhenOnlyTheSourceIsSet) {
 }
 
 TEST(VeskException, IsCopiedWhole) {
-    VeskException error(VeskException::InvalidContent, "first");
+    VeskException error(VeskException::InvalidContent, "first", "advice");
     error.SetPlace(place);
     const VeskException copy = error;
     VeskException assigned(VeskException::UnexpectedElement, "second");
@@ -59,6 +67,7 @@ TEST(VeskException, IsCopiedWhole) {
     for (const VeskException* each : {&copy, static_cast<const VeskException*>(&assigned)}) {
         EXPECT_EQ(each->GetCode(), 5);
         EXPECT_EQ(each->GetMessage(), "first");
+        EXPECT_EQ(each->GetAdvice(), "advice");
         EXPECT_TRUE(each->HasPlace());
         EXPECT_EQ(each->GetPlace().line, 12U);
     }

@@ -1,15 +1,13 @@
-#include "host/CheckAdvice.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <set>
+#include <string>
 
+#include "check/DocumentCheck.h"
 #include "cli/FruitFields.h"
-#include "host/AdviceTable.h"
-#include "host/DocumentCheck.h"
-#include "host/FunctionSuggestion.h"
 #include "host/RefusedSamples.h"
+#include "pmml/RefusalTable.h"
 #include "support/TemporaryFolder.h"
 
 namespace nbscore::test {
@@ -32,27 +30,16 @@ protected:
     std::shared_ptr<PluginLibrary> plugin = PluginLibrary::Load(NAIVEBAYES_PLUGIN);
 };
 
-TEST_F(CheckAdvice, IsTheTables_AndEveryFamilyOfTheTableIsReached) {
-    std::set<const Advice*> reached;
+TEST_F(CheckAdvice, IsThatOfTheRefusalOrObstacle) {
+    std::set<std::string> given;
     for (const RefusedSample& sample : RefusedSamples()) {
         const DocumentCheck check = Check(sample.document, sample.adapt, sample.limits);
         ASSERT_FALSE(check.problems.empty()) << sample.advice;
-        const DocumentProblem& problem = check.problems.front();
-        EXPECT_THAT(problem.advice, StartsWith(sample.advice)) << problem.message;
-        const Advice* const advice = FindAdvice(problem.code, problem.message, problem.place);
-        ASSERT_NE(advice, nullptr) << problem.code << ' ' << problem.message;
-        if (!sample.advice.empty()) {
-            EXPECT_EQ(problem.advice, advice->text) << problem.message;
-        }
-        for (const DocumentProblem& told : check.problems)
-            reached.insert(FindAdvice(told.code, told.message, told.place));
+        EXPECT_THAT(check.problems.front().advice, StartsWith(sample.advice)) << check.problems.front().message;
+        given.insert(check.problems.front().advice);
     }
-    reached.insert(
-        FindAdvice(12, "The document takes more memory than there is.", {}));  // tests/hostile runs out of it
-    const DocumentProblem unreadable = CheckDocument(plugin, "nowhere.pmml", false).problems.front();
-    reached.insert(FindAdvice(unreadable.code, unreadable.message, unreadable.place));
-    for (const Advice& advice : GetAdvices())
-        EXPECT_TRUE(reached.contains(&advice)) << advice.code << ' ' << advice.message << ' ' << advice.element;
+    for (int kind = ScoringObstacle::None + 1; kind <= ScoringObstacle::Other; ++kind)
+        EXPECT_TRUE(given.contains(std::string(AdviceAgainst(static_cast<ScoringObstacle::Kind>(kind))))) << kind;
 }
 
 TEST_F(CheckAdvice, NamesTheRightFunction_WhereOnlyUpperAndLowerCaseDiffer) {
@@ -61,17 +48,14 @@ TEST_F(CheckAdvice, NamesTheRightFunction_WhereOnlyUpperAndLowerCaseDiffer) {
               "Write \"uppercase\": names of functions are told apart by upper and lower case.");
 }
 
-TEST(FunctionSuggestion, LooksBehindThePrefixOfProducers) {
-    EXPECT_THAT(SuggestFunction("The function \"x-Round\" is not known."), HasSubstr("built-in function \"round\""));
-    EXPECT_THAT(SuggestFunction("The function \"x-guess\" is not known."), StartsWith("Define the function"));
-    EXPECT_EQ(SuggestFunction("The function \"guess\" is not known."), "");
-    EXPECT_EQ(SuggestFunction("The function \"x-\" is not known."), "");
-    EXPECT_EQ(SuggestFunction("none"), "");
-}
-
-TEST_F(CheckAdvice, IsTheLastResort_WhereNothingIsKnown) {
-    EXPECT_THAT(AdviceFor(5, "Something else.", {}), StartsWith("Mend the document at this place"));
-    EXPECT_THAT(AdviceFor(99, "", {}), StartsWith("Mend the document at this place"));
+TEST_F(CheckAdvice, LooksBehindThePrefixOfProducers) {
+    const auto adviceFor = [this](const std::string& function) {
+        return Check(Transforming(TextField("d", Apply(function, FieldRef("colour"))))).problems.front().advice;
+    };
+    EXPECT_THAT(adviceFor("x-Round"), HasSubstr("built-in function \"round\""));
+    EXPECT_THAT(adviceFor("x-guess"), StartsWith("Define the function"));
+    EXPECT_THAT(adviceFor("guess"), StartsWith("Correct the name"));
+    EXPECT_THAT(adviceFor("x-"), StartsWith("Correct the name"));
 }
 
 TEST_F(CheckAdvice, IsToAdapt_WhereThatHelps) {

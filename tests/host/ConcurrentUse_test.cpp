@@ -11,18 +11,17 @@
 #include <vector>
 
 #include "batch/BatchScorer.h"
-#include "document/SourceDocument.h"
 #include "framework/NumberText.h"
 #include "host/LoadedModel.h"
-#include "host/ModelVerifier.h"
-#include "host/PathText.h"
+#include "host/SourceDocument.h"
+#include "output/MessageText.h"
+#include "output/OutputSink.h"
 #include "support/InThreads.h"
 #include "table/CaseBinder.h"
 #include "table/CsvReader.h"
 #include "table/ModelResults.h"
-#include "table/OutputSink.h"
-#include "table/SubModels.h"
 #include "table/TableScorer.h"
+#include "verify/ModelVerifier.h"
 
 namespace nbscore::test {
 namespace {

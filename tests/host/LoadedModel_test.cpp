@@ -5,9 +5,9 @@
 #include <sstream>
 
 #include "framework/VeskException.h"
+#include "output/HostError.h"
 #include "support/Message.h"
 #include "support/TemporaryFolder.h"
-#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "output/HostError.h"
 #include "support/Message.h"
 #include "support/TemporaryFolder.h"
-#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {

@@ -5,17 +5,17 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <set>
+#include <string_view>
 
-#include "document/SourceDocument.h"
-#include "framework/VeskException.h"
-#include "host/DocumentCheck.h"
+#include "check/DocumentCheck.h"
 #include "host/ElementOffset.h"
+#include "host/LoadedModel.h"
 #include "host/RefusedSamples.h"
-#include "host/SourceMessages.h"
+#include "host/SourceDocument.h"
+#include "pmml/RefusalTable.h"
 #include "support/TemporaryFolder.h"
-#include "support/WholeFile.h"
+#include "verify/ModelVerifier.h"
 
 namespace nbscore::test {
 namespace {
@@ -47,16 +47,24 @@ void ExpectPlace(const DocumentPlace& place, const std::string& document, const 
 
 class RefusalPlaces : public testing::Test {
 protected:
+    DocumentCheck CheckOf(const RefusedSample& sample) const {
+        return CheckDocument(plugin, folder.Write("document.pmml", sample.document), sample.adapt, sample.limits);
+    }
+
     DocumentProblem ProblemOf(const RefusedSample& sample) const {
-        const DocumentCheck check =
-            CheckDocument(plugin, folder.Write("document.pmml", sample.document), sample.adapt, sample.limits);
+        const DocumentCheck check = CheckOf(sample);
         EXPECT_FALSE(check.problems.empty()) << sample.place << ' ' << sample.document;
         return check.problems.empty() ? DocumentProblem() : check.problems.front();
     }
 
     VeskException RefusalOf(const RefusedTestCases& sample) const {
         try {
-            SourceDocument::Read(folder.Write("document.pmml", sample.document).string()).ReadVerification();
+            const SourceDocument document =
+                SourceDocument::Read(folder.Write("document.pmml", sample.document).string());
+            const std::vector<VerificationSuite> suites = document.ReadVerification();
+            LoadedModel loaded = LoadedModel::Read(plugin, document);
+            VerifyModel(
+                loaded.Get(), suites, [](const CellDifference&) {}, [] {});
         } catch (const VeskException& refusal) {
             return refusal;
         }
@@ -82,98 +90,52 @@ TEST_F(RefusalPlaces, AreThoseOfTheElementAtFault_InTestCases) {
     }
 }
 
-/// Files whose texts are no refusals: what is written for people who look at a model, remarks that have tests of their
-/// own, and names of the system's files.
-const std::set<std::string> otherFiles = {"framework/BaseDictVarPrint.cpp", "document/IgnoredBinning.cpp",
-                                          "document/IgnoredFieldRules.cpp", "document/IgnoredInputs.cpp",
-                                          "document/IgnoredLog.cpp",        "document/IgnoredModels.cpp",
-                                          "framework/UsableMemory.cpp"};
+/// Ids that no parsed document is refused with.
+const std::set<Refusal> otherRefusals = {
+    // Of files and machines that fail.
+    Refusal::FileUnreadable, Refusal::StreamBroken, Refusal::XmlLibraryCannotStart, Refusal::XmlLibraryFailed,
+    Refusal::OutOfMemory,
+    // For a million categories.
+    Refusal::TargetIndexTooHigh,
+    // For callers with trees, encodings and translators of their own.
+    Refusal::EncodingUnknown, Refusal::EncodingLacksText, Refusal::ChildMissing, Refusal::RootMissing,
+    Refusal::ModelOfNoKnownKind, Refusal::NoDataDictionaryGiven, Refusal::NoDataDictionaryToMark,
+    Refusal::NoTransformationDictionaryGiven, Refusal::InputWithoutVariable, Refusal::ExpressionsTooDeep};
 
-/// Functions are described where they are computed, under headings; the page about them shows those texts.
-bool MayDescribeFunctions(const std::string& file) {
-    return file.starts_with("transform/functions/") || file == "transform/BuiltInFunctions.cpp";
+/// Whether a message is of an entry's form, with any text in its gaps.
+bool Fits(std::string_view message, std::string_view form) {
+    for (std::size_t gap = form.find("{}"); gap != std::string_view::npos; gap = form.find("{}")) {
+        const std::size_t found = message.find(form.substr(0, gap));
+        if (found == std::string_view::npos) return false;
+        message.remove_prefix(found + gap);
+        form.remove_prefix(gap + 2);
+    }
+    return message.ends_with(form);
 }
 
-/// A document that says much of what is read in vain.
-constexpr const char* remarkedDocument = "fuzz/seeds/documents/everything-said-in-vain.pmml";
-
-const std::set<std::string> otherTexts = {
-    // What adapting did.
-    " is left out: it means nothing for scoring",
-    "\" reads it, and may tell texts with blanks from others",
-    "its expression may give texts with blanks",
-    "test cases of the document name one with them",
-    "\" are taken off",
-    "\" stay: ",
-    "\" stay: without them another field would have the same name",
-    "the blanks around name \"",
-    "the blanks around the values of \"",
-    "the blanks around the target in field \"",
-    "modelName is empty: the document gives none",
-    " is moved from LocalTransformations to the TransformationDictionary",
-    " is the one that was moved from an earlier model",
-    "the derived field ",
-    "the derived field \"",
-    "\" is listed in the schema as an input",
-    "\", the schema's target",
-    "fieldName is \"",
-    "usageType \"target\" is read as \"predicted\"",
-    // Names, versions, blanks and other characters.
-    "2.1",
-    "http://www.dmg.org/PMML-",
-    "xmlns:",
-    "scoring.nbscore",
-    " tr\n",
-    "T ",
-    // Parts of patterns.
-    "%H:%M",
-    "%H:%M:%S",
-    "\\.[](){}*+?|^$",
-    "%I:%M:%S %p",
-    "%a %b %e %H:%M:%S %Y",
-    "-+ 0",
-    // Documents that are not there, or are more than memory holds: there is no place in them.
-    "The file \"",
-    "\" cannot be read: ",
-    "The document cannot be read: ",
-    "The document cannot be read: the stream failed.",
-    "The document takes more memory than there is.",
-    "The XML library cannot start: ",
-    // For a million categories.
-    "Target index",
-    // For callers with trees, encodings and translators of their own: no parsed document gets there.
-    "A document with a root element is required.",
-    "<DataDictionary is required !!",
-    "The document has no <DataDictionary>.",
-    "The document has no <TransformationDictionary>.",
-    "The document holds no model of a kind that is known here.",
-    "Element DerivedField not found in ParseDiscretize\nThe element is ",
-    "Expressions nest deeper than ",
-    "The encoding \"",
-    "\" is not supported.",
-    "\" cannot hold the text \"",
-    "Variable name not found in dictionary.",
-};
-
-TEST_F(RefusalPlaces, AreKnownForEveryMessage) {
-    std::string messages;
-    for (const RefusedSample& sample : RefusedSamples())
-        messages += ProblemOf(sample).message + "\n";
-    for (const RefusedTestCases& sample : RefusedTestCaseSamples())
-        messages += RefusalOf(sample).GetMessage() + "\n";
-    for (const IgnoredConstruct& remark :
-         SourceDocument::Read((std::filesystem::path(NBSCORE_SOURCES) / remarkedDocument).string()).FindIgnored())
-        messages += remark.message + "\n" + remark.advice + "\n";
-    const std::string functions = ReadWholeFile(std::filesystem::path(NBSCORE_SOURCES) / "docs/functions.md");
-    std::size_t known = 0;
-    for (const SourceMessage& text : FindSourceMessages(NBSCORE_SOURCES)) {
-        const bool isReached = messages.find(text.text) != std::string::npos;
-        if (isReached) ++known;
-        const bool isOfFunction = MayDescribeFunctions(text.file) && functions.find(text.text) != std::string::npos;
-        const bool isOther = otherFiles.contains(text.file) || otherTexts.contains(text.text) || isOfFunction;
-        EXPECT_TRUE(isReached || isOther) << text.file << ": no document is refused with \"" << text.text << '"';
+TEST_F(RefusalPlaces, AreKnownForEveryRefusalOfTheTable) {
+    std::set<Refusal> reached = otherRefusals;
+    const auto note = [&reached](int code, const std::string& message, const std::string& advice) {
+        bool isListed = false;
+        for (const RefusalEntry& entry : GetRefusals()) {
+            if (entry.code != code || entry.advice != advice || !Fits(message, entry.message)) continue;
+            reached.insert(entry.id);
+            isListed = true;
+        }
+        return isListed;
+    };
+    for (const RefusedSample& sample : RefusedSamples()) {
+        for (const DocumentProblem& problem : CheckOf(sample).problems) {
+            const bool isListed = note(problem.code, problem.message, problem.advice);
+            EXPECT_TRUE(isListed || sample.place.empty() || problem.code == 0) << problem.message;
+        }
     }
-    EXPECT_GT(known, 100U);
+    for (const RefusedTestCases& sample : RefusedTestCaseSamples()) {
+        const VeskException refusal = RefusalOf(sample);
+        EXPECT_TRUE(note(refusal.GetCode(), refusal.GetMessage(), refusal.GetAdvice())) << refusal.GetMessage();
+    }
+    for (const RefusalEntry& entry : GetRefusals())
+        EXPECT_TRUE(reached.contains(entry.id)) << "no document is refused with \"" << entry.message << '"';
 }
 
 }  // namespace

@@ -495,7 +495,14 @@ std::string Verifying(const std::string& fields, const std::string& rows, const 
 const std::string verifiedWeight = "<VerificationField field=\"weight\"/>\n";
 const std::string verifiedRow = "<row><weight>1</weight></row>\n";
 
+/// The document with test cases of an output field.
+std::string VerifyingOutput(const std::string& attributes) {
+    return Replace(Verifying("<VerificationField field=\"o\"/>", ""), "<MiningSchema>",
+                   "<Output><OutputField name=\"o\" " + attributes + "/></Output><MiningSchema>");
+}
+
 std::vector<RefusedTestCases> MakeTestCases() {
+    const std::string firstField = model + "/ModelVerification[1]/VerificationFields[1]/VerificationField[1]";
     return {
         {Fruit("</NaiveBayesModel>", "<ModelVerification/></NaiveBayesModel>"), model + "/ModelVerification[1]"},
         {Fruit("</NaiveBayesModel>", "<ModelVerification/><ModelVerification/></NaiveBayesModel>"),
@@ -528,6 +535,12 @@ std::vector<RefusedTestCases> MakeTestCases() {
         {Replace(Verifying(verifiedWeight, verifiedRow), "<MiningSchema>",
                  "<Output><OutputField name=\"a\" rank=\"x\"/></Output><MiningSchema>"),
          model + "/Output[1]/OutputField[1]"},
+        {Verifying("<VerificationField field=\"wait\"/>", ""), firstField},
+        {VerifyingOutput("targetField=\"weight\""), firstField},
+        {VerifyingOutput("feature=\"probability\" value=\"plum\""), firstField},
+        {VerifyingOutput("rank=\"2\""), firstField},
+        {Verifying(verifiedWeight, verifiedRow + "<row><weight>heavy</weight></row>"),
+         model + "/ModelVerification[1]/InlineTable[1]/row[2]"},
     };
 }
 

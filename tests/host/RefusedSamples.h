@@ -6,7 +6,7 @@
 #include "framework/Limits.h"
 
 /// @file
-/// A document for every message with which documents are refused.
+/// A document for every refusal of the table that a document can meet.
 
 namespace nbscore::test {
 
@@ -31,7 +31,7 @@ struct RefusedTestCases {
     std::string place;
 };
 
-/// Documents whose test cases cannot be read.
+/// Documents whose test cases cannot be read, or not be compared with scores.
 const std::vector<RefusedTestCases>& RefusedTestCaseSamples();
 
 }  // namespace nbscore::test

@@ -2,10 +2,10 @@
 
 #include "framework/ModelSelfCheck.h"
 #include "host/LoadedModel.h"
+#include "output/HostError.h"
 #include "support/FakeModel.h"
 #include "support/FakeSet.h"
 #include "support/Message.h"
-#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {
@@ -76,7 +76,9 @@ public:
     explicit SelfCheckingModel(std::string foundObstacle) : obstacle(std::move(foundObstacle)) {
         AddField(MakeTextField("y", {"a"}), TargetRole);
     }
-    std::string FindScoringObstacle() const override { return obstacle; }
+    ScoringObstacle FindScoringObstacle() const override {
+        return {obstacle.empty() ? ScoringObstacle::None : ScoringObstacle::CountsMissing, obstacle};
+    }
 
 private:
     std::string obstacle;

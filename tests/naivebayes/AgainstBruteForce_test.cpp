@@ -128,7 +128,7 @@ TEST(AgainstBruteForce, AgreesToTheLastBit_ForThousandsOfModelsAndCases) {
     for (int round = 0; round < 4000; ++round) {
         const BruteForceModel plain = source.Model();
         const auto model = Rebuild(plain);
-        ASSERT_EQ(model->FindScoringObstacle(), "");
+        ASSERT_EQ(model->FindScoringObstacle().message, "");
         ScoreResult* result = nullptr;
         for (int number = 0; number < 5; ++number) {
             const std::vector<int> codes = source.Codes(plain);

@@ -1,4 +1,4 @@
-#include "naivebayes/PrintVector.h"
+#include "naivebayes/Dump.h"
 
 #include <gtest/gtest.h>
 

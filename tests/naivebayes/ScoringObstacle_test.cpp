@@ -28,7 +28,7 @@ std::unique_ptr<BaseDictVar> Play() {
 
 /// That a model is refused with this sentence, and that scoring this case would indeed have stopped the process.
 void ExpectObstacle(NaiveBayesModel& model, const std::string& sentence, const NamedRecord& record) {
-    EXPECT_EQ(model.FindScoringObstacle(), sentence);
+    EXPECT_EQ(model.FindScoringObstacle().message, sentence);
     EXPECT_DEATH(Score(model, record), "");
 }
 
@@ -38,7 +38,7 @@ void ExpectObstacle(NaiveBayesModel& model, const std::string& sentence) {
 
 /// That a model is accepted and scores this case.
 void ExpectNone(NaiveBayesModel& model, const NamedRecord& record) {
-    EXPECT_EQ(model.FindScoringObstacle(), "");
+    EXPECT_EQ(model.FindScoringObstacle().message, "");
     EXPECT_FALSE(Score(model, record).prediction.empty());
 }
 
@@ -142,7 +142,7 @@ NamedRecord WithNumber(const std::string& name, double number) {
 TEST(ScoringObstacle, IsTold_WhetherOrNotOnlyThePredictionIsWanted) {
     const auto model = MakeModel(0.1, Play(), {9, 2, 3}, {});
     model->SetPredictionOnly(true);
-    EXPECT_NE(model->FindScoringObstacle(), "");
+    EXPECT_NE(model->FindScoringObstacle().message, "");
 }
 
 TEST(ScoringObstacle, IsFoundInReasonableTime_WhenVeryManyValuesAreDeclared) {
@@ -152,7 +152,8 @@ TEST(ScoringObstacle, IsFoundInReasonableTime_WhenVeryManyValuesAreDeclared) {
     values.push_back(19999);
     const auto model = MakeModel(0.1, NumberVariable("y", values), std::vector<double>(20000, 1.0),
                                  {{"x", {"a"}, {std::vector<double>(20001, 1.0)}}});
-    EXPECT_EQ(model->FindScoringObstacle(), "The target variable \"y\" declares the value \"19999\" more than once.");
+    EXPECT_EQ(model->FindScoringObstacle().message,
+              "The target variable \"y\" declares the value \"19999\" more than once.");
 }
 
 /// A model of random small parts, most of which fit.
@@ -227,7 +228,7 @@ NamedRecord RandomRecord() {
 // A model that is accepted and stops the process all the same would end this test.
 RC_GTEST_PROP(ScoringObstacle, IsNoneOnlyForModelsThatScoreEveryCase, ()) {
     const RandomModel random = MakeRandomModel();
-    RC_PRE(random.model->FindScoringObstacle().empty());
+    RC_PRE(random.model->FindScoringObstacle().message.empty());
     RC_TAG(random.predictors.size());
     for (int number = 0; number < 30; ++number) {
         RC_ASSERT(!Score(*random.model, RandomRecord()).prediction.empty());
@@ -252,7 +253,7 @@ TEST(ScoringObstacleDeathTest, IsFoundOnlyInModelsThatSomeCaseStops) {
     int refused = 0;
     for (std::size_t seed = 0; refused < 25 && seed < 2000; ++seed) {
         const auto random = rc::gen::exec(MakeRandomModel)(rc::Random(seed), 100).value();
-        if (random.model->FindScoringObstacle().empty()) continue;
+        if (random.model->FindScoringObstacle().message.empty()) continue;
         ++refused;
         EXPECT_DEATH(
             {
@@ -260,7 +261,7 @@ TEST(ScoringObstacleDeathTest, IsFoundOnlyInModelsThatSomeCaseStops) {
                     Score(*random.model, record);
             },
             "")
-            << random.model->FindScoringObstacle();
+            << random.model->FindScoringObstacle().message;
     }
     EXPECT_EQ(refused, 25);
 }

@@ -134,7 +134,7 @@ TEST(Plugin, ShowsItsObjectsFrameworkFaces) {
     ASSERT_TRUE(outcome.model);
     const auto* selfCheck = dynamic_cast<const ModelSelfCheck*>(outcome.model.get());
     ASSERT_NE(selfCheck, nullptr);
-    EXPECT_EQ(selfCheck->FindScoringObstacle(), "");
+    EXPECT_EQ(selfCheck->FindScoringObstacle().message, "");
 }
 
 TEST(Plugin, HandsOverAnUnfinishedModelAcrossTheEdge) {

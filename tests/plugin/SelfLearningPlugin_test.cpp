@@ -121,7 +121,7 @@ TEST(SelfLearningPlugin, ShowsItsObjectsFrameworkFaces) {
     EXPECT_EQ(outcome.model->GetModelType(), 25);
     const auto* selfCheck = dynamic_cast<const ModelSelfCheck*>(outcome.model.get());
     ASSERT_NE(selfCheck, nullptr);
-    EXPECT_EQ(selfCheck->FindScoringObstacle(), "");
+    EXPECT_EQ(selfCheck->FindScoringObstacle().message, "");
     EXPECT_NE(dynamic_cast<SubModelScoring*>(outcome.model.get()), nullptr);
 }
 

@@ -58,9 +58,15 @@ protected:
     DocumentProbe Building() {
         return DocumentProbe([this](DocumentProbe&, xercesc::DOMDocument&) { return new CountedModel(liveModels); });
     }
+    static VeskException RefusalAt(const xercesc::DOMNode* node, VeskException::ExceptionCode code,
+                                   const std::string& message) {
+        VeskException refusal(code, message);
+        refusal.SetPlace(nbscore::PlaceOf(node));
+        return refusal;
+    }
     static void RefuseAtB(const xercesc::DOMDocument& document) {
-        throw nbscore::RefusalAt(BaseTranslator::GetFirstChildElt(document.getDocumentElement()),
-                                 VeskException::InvalidContent, "wrong");
+        throw RefusalAt(BaseTranslator::GetFirstChildElt(document.getDocumentElement()), VeskException::InvalidContent,
+                        "wrong");
     }
 
     /// One of its own for each run of each test: tests run side by side.
@@ -134,7 +140,7 @@ TEST_F(ParseFromTree, UsesTheTranslatorsDocumentName_WhenAStreamHasNone) {
 TEST_F(ParseFromTree, KeepsThePointer_WhenARefusalIsThrownAsOne) {
     VeskException* thrown = nullptr;
     DocumentProbe translator = Failing([&thrown](xercesc::DOMDocument& document) {
-        thrown = new VeskException(nbscore::RefusalAt(&document, VeskException::InconsistentDocument, "two"));
+        thrown = new VeskException(RefusalAt(&document, VeskException::InconsistentDocument, "two"));
         throw thrown;
     });
     std::istringstream stream("<a/>");

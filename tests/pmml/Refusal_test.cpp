@@ -25,12 +25,14 @@ protected:
     const Element b = tree->GetRoot().GetFirstChild();
 };
 
-TEST_F(Refusal, CarriesCodeMessageAndPlace_WhenMadeForAnElement) {
-    ExpectAtB(nbscore::RefusalAt(b, VeskException::InvalidContent, "text"), VeskException::InvalidContent, "text");
+TEST_F(Refusal, CarriesCodeMessageAdviceAndPlace_WhenMadeForAnElement) {
+    const VeskException refusal = nbscore::RefusalAt(b, nbscore::Refusal::OrigsNotAscending, {"1", "2"});
+    ExpectAtB(refusal, VeskException::InvalidContent, "The orig 1 is not above the one before it, 2.");
+    EXPECT_EQ(refusal.GetAdvice(), "Sort the LinearNorm elements by orig, and give each another orig.");
 }
 
 TEST_F(Refusal, HasNoPath_WhenThereIsNoElement) {
-    const VeskException refusal = nbscore::RefusalAt({}, VeskException::InvalidContent, "text");
+    const VeskException refusal = nbscore::RefusalAt({}, nbscore::Refusal::ThresholdZero);
     EXPECT_EQ(PlaceText(refusal.GetPlace()), "0:0 ");
 }
 
@@ -55,14 +57,27 @@ TEST_F(Refusal, CarriesThePlace_WhenAnEncodingCannotHoldAText) {
               VeskException::UnsupportedEncoding, "The encoding \"US-ASCII\" cannot hold the text \"\xC3\xA4\".");
 }
 
-TEST_F(Refusal, NamesTheChildThatIsNotThere) {
-    ExpectAtB(RefusalOf([&] { nbscore::RequiredChild(b, Name::DataDictionary); }), VeskException::UnexpectedElement,
-              "<b> has no child <DataDictionary>.");
-    ExpectAtB(
-        RefusalOf([&] { nbscore::RequireName(b, Name::PMML, tree->GetRoot(), VeskException::InvalidContent, "b"); }),
-        VeskException::InvalidContent, "b");
-    ExpectAtB(RefusalOf([&] { nbscore::RequireName({}, Name::PMML, b, VeskException::InvalidContent, "no b"); }),
-              VeskException::InvalidContent, "no b");
+TEST_F(Refusal, StandsAtTheElementOrItsParent_WhenAnotherNameIsRequired) {
+    using nbscore::Refusal;
+    const auto require = [](Element element, Element parent) {
+        return RefusalOf([&] { nbscore::RequireName(element, Name::DataField, parent, Refusal::DataFieldExpected); });
+    };
+    ExpectAtB(require(b, tree->GetRoot()), VeskException::UnexpectedElement, "<DataField> is required here!!");
+    ExpectAtB(require({}, b), VeskException::UnexpectedElement, "<DataField> is required here!!");
+}
+
+TEST(RefusalTable, HasForEachRefusalACodeAMessageAndAdvice) {
+    for (const nbscore::RefusalEntry& entry : nbscore::GetRefusals()) {
+        EXPECT_FALSE(entry.message.empty());
+        EXPECT_TRUE(entry.advice.ends_with('.')) << entry.message;
+        const bool isNotice = entry.code == nbscore::noRefusal;
+        EXPECT_TRUE(isNotice || entry.code <= VeskException::InconsistentDocument) << entry.message;
+    }
+}
+
+TEST(RefusalTable, FillsTheGapsOfAMessageInOrder) {
+    EXPECT_EQ(nbscore::FillIn("no gap", {}), "no gap");
+    EXPECT_EQ(nbscore::FillIn("{} and {}.", {"{}", "b"}), "{} and b.");
 }
 
 }  // namespace

@@ -125,7 +125,8 @@ int ScoreAndLook(const EitherModel& model, const Expected& expected, int thread)
     const bool hasFlag = model.Display().find("Dict var index set up? ") != std::string::npos;
     const std::unique_ptr<ScoreDictionary> predictors(model.Get().GetVarsOfRole(ScoreModel::PredictorRole));
     const nbscore::ModelTables tables = model.As<ModelSelfTables>().GetTables();
-    const bool isRight = hasFlag && predictors != nullptr && model.As<ModelSelfCheck>().FindScoringObstacle().empty() &&
+    const bool isRight = hasFlag && predictors != nullptr &&
+                         model.As<ModelSelfCheck>().FindScoringObstacle().message.empty() &&
                          model.As<ModelSelfDescription>().Describe().classifiers.size() == (model.IsSet() ? 2 : 1) &&
                          tables.classifiers.back().predictors.size() == 2 &&
                          tables.classifiers.back().priors.front() == (0.5 + 5) / (2 * 0.5 + 1 / 0.5);

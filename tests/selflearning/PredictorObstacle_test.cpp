@@ -28,12 +28,12 @@ protected:
     /// That the model is refused with this sentence, and that scoring this case would indeed have stopped the process.
     void ExpectObstacle(const std::string& sentence, const NamedRecord& record = Rain()) const {
         const std::string subModel = GetParam() ? "Sub-model 1 (\"\"): " : "";
-        EXPECT_EQ(model.As<ModelSelfCheck>().FindScoringObstacle(), subModel + sentence);
+        EXPECT_EQ(model.As<ModelSelfCheck>().FindScoringObstacle().message, subModel + sentence);
         EXPECT_DEATH(model.Score(record), "");
     }
     /// That the model is accepted and scores this case.
     void ExpectNone(const NamedRecord& record = Rain()) const {
-        EXPECT_EQ(model.As<ModelSelfCheck>().FindScoringObstacle(), "");
+        EXPECT_EQ(model.As<ModelSelfCheck>().FindScoringObstacle().message, "");
         model.Score(record);
     }
     void AddOutlook(const NBayesInputBase::Matrix& counts = {{1, 1}, {2, 1}}) {

@@ -32,13 +32,13 @@ std::unique_ptr<SelfLearningModel> With(const std::vector<double>& targetCounts,
 /// That a set is refused with this sentence, and that scoring this case would indeed have stopped the process.
 void ExpectObstacle(SelfLearningModel& set, const std::string& sentence,
                     const NamedRecord& record = TextRecord({{"outlook", "rain"}, {"windy", "true"}})) {
-    EXPECT_EQ(set.FindScoringObstacle(), sentence);
+    EXPECT_EQ(set.FindScoringObstacle().message, sentence);
     EXPECT_DEATH(Describe(set, record), "");
 }
 
 /// That a set is accepted and scores this case.
 void ExpectNone(SelfLearningModel& set, const NamedRecord& record = TextRecord({{"outlook", "rain"}})) {
-    EXPECT_EQ(set.FindScoringObstacle(), "");
+    EXPECT_EQ(set.FindScoringObstacle().message, "");
     EXPECT_EQ(Describe(set, record).size(), static_cast<std::size_t>(set.GetNumOfModels()));
 }
 
@@ -159,7 +159,7 @@ RC_GTEST_PROP(SetObstacle, IsNoneOnlyForSetsThatScoreEveryCase, ()) {
         parts.push_back(RandomSubModel());
     const auto set = MakeSet(TextVariable("y", values), parts);
     if (*rc::gen::inRange(0, 20) == 0) set->SetTargetCounts({1, 1});
-    RC_PRE(set->FindScoringObstacle().empty());
+    RC_PRE(set->FindScoringObstacle().message.empty());
     RC_TAG(parts.size());
     for (const char* first : {"a", "b", "unknown"}) {
         for (const char* second : {"a", "b", "unknown"}) {

@@ -8,7 +8,7 @@
 
 #include "framework/MCMV.h"
 #include "support/FakeModel.h"
-#include "table/SubModels.h"
+#include "table/ModelResults.h"
 
 namespace nbscore::test {
 

@@ -13,7 +13,7 @@
 namespace nbscore::test {
 namespace {
 
-using Rows = std::vector<RowNumber>;
+using Rows = std::vector<FactorRow>;
 
 std::optional<AnswerMemory::Answer> Find(AnswerMemory& memory, const Rows& rows) {
     std::optional<AnswerMemory::Answer> answer;
@@ -65,17 +65,17 @@ TEST(AnswerMemory, FindsManyAtOnce_EachByItself) {
 }
 
 /// So many that some of them are neighbours by their hash, whatever the hash.
-constexpr RowNumber manyCases = 30'000;
+constexpr FactorRow manyCases = 30'000;
 
-Rows RowsOf(RowNumber number) {
+Rows RowsOf(FactorRow number) {
     return {number % 2, number / 2, 5};
 }
 
 TEST(AnswerMemory, NoCaseIsTakenForAnother_WhenThereAreMany) {
     AnswerMemory memory(3);
-    for (RowNumber i = 0; i < manyCases; ++i)
+    for (FactorRow i = 0; i < manyCases; ++i)
         memory.Keep(RowsOf(i), std::to_string(i), i % 3 == 0);
-    for (RowNumber i = 0; i < manyCases; ++i) {
+    for (FactorRow i = 0; i < manyCases; ++i) {
         ASSERT_EQ(Recall(memory, RowsOf(i)), std::to_string(i));
         ASSERT_EQ(Find(memory, RowsOf(i))->hasNonFiniteNumber, i % 3 == 0);
         ASSERT_EQ(Recall(memory, RowsOf(manyCases + i)), std::nullopt);
@@ -87,7 +87,7 @@ TEST(AnswerMemory, NoCaseIsTakenForAnother_WhenThereAreMany) {
 /// of the process cannot choose them.
 std::vector<Rows> CasesThatFallTogether(std::size_t count) {
     std::vector<Rows> cases;
-    for (RowNumber row = 0; cases.size() < count; ++row) {
+    for (FactorRow row = 0; cases.size() < count; ++row) {
         const std::uint64_t hash = HashSeed::OfProcess().OfBytes(reinterpret_cast<const char*>(&row), sizeof(row));
         if (hash % (std::uint64_t{1} << 17) == 5) cases.push_back({row});
     }
@@ -104,16 +104,16 @@ TEST(AnswerMemory, KeepsAFewOfTheCasesThatFallTogether_AndTakesNoneForAnother) {
 }
 
 /// Asks for a case and keeps it when it is new, as scoring does.
-void Meet(AnswerMemory& memory, RowNumber number) {
+void Meet(AnswerMemory& memory, FactorRow number) {
     memory.MakeRoom();
     if (memory.IsUseful() && !Find(memory, Rows{number})) memory.Keep(Rows{number}, "text", false);
 }
 
 TEST(AnswerMemory, ForgetsAndGoesOn_WhenItIsFullAndCasesRepeat) {
     AnswerMemory memory(1);
-    const RowNumber cases = 200'000;
-    RowNumber forgotten = 0;
-    for (RowNumber i = 0; i < cases; ++i) {
+    const FactorRow cases = 200'000;
+    FactorRow forgotten = 0;
+    for (FactorRow i = 0; i < cases; ++i) {
         Meet(memory, i);
         memory.MakeRoom();
         if (!Find(memory, Rows{i})) ++forgotten;
@@ -126,7 +126,7 @@ TEST(AnswerMemory, ForgetsAndGoesOn_WhenItIsFullAndCasesRepeat) {
 
 TEST(AnswerMemory, IsNoLongerUseful_WhenHardlyAnyCaseRepeats) {
     AnswerMemory memory(1);
-    RowNumber number = 0;
+    FactorRow number = 0;
     for (; number < 200'000 && memory.IsUseful(); ++number)
         Meet(memory, number);
     EXPECT_FALSE(memory.IsUseful());
@@ -142,8 +142,8 @@ TEST(AnswerMemory, IsNotTried_WhenCasesHaveVeryManyValues) {
 TEST(AnswerMemory, KeepsNoMoreThanItsBound_WhenTextsAreLong) {
     AnswerMemory memory(1);
     const std::string text(1 << 20, 'x');
-    RowNumber kept = 0;
-    for (RowNumber i = 0; i < 100; ++i) {
+    FactorRow kept = 0;
+    for (FactorRow i = 0; i < 100; ++i) {
         memory.Keep(Rows{i}, text, false);
         if (Find(memory, Rows{i})) ++kept;
     }
@@ -157,7 +157,7 @@ TEST(AnswerMemory, KeepsNoMoreThanItsBound_WhenTextsAreLong) {
 
 TEST(AnswerMemory, KeepsNoMoreThanItsBound_WhenNobodyMakesRoom) {
     AnswerMemory memory(1);
-    for (RowNumber i = 0; i < 300'000; ++i)
+    for (FactorRow i = 0; i < 300'000; ++i)
         memory.Keep(Rows{i}, "", false);
     EXPECT_EQ(Recall(memory, {0}), "");
     EXPECT_EQ(Recall(memory, {299'999}), std::nullopt);

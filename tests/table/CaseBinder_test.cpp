@@ -4,9 +4,9 @@
 
 #include "framework/DerivedFieldSources.h"
 #include "framework/ModelSelfDescription.h"
+#include "output/HostError.h"
 #include "support/FakeModel.h"
 #include "support/Message.h"
-#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {

@@ -23,11 +23,11 @@ private:
     std::string bytes;
 };
 
-std::optional<RowNumber> Recall(const CellMemory& memory, const std::string& text) {
+std::optional<FactorRow> Recall(const CellMemory& memory, const std::string& text) {
     return memory.Find(PlacedText(text, '?').Get());
 }
 
-void Keep(CellMemory& memory, const std::string& text, RowNumber row) {
+void Keep(CellMemory& memory, const std::string& text, FactorRow row) {
     memory.Keep(PlacedText(text, ',').Get(), row);
 }
 
@@ -47,22 +47,22 @@ TEST(CellMemory, TextsOfZerosDifferByTheirLength) {
     CellMemory memory;
     for (std::size_t length = 1; length <= CellMemory::longestText; ++length) {
         EXPECT_EQ(Recall(memory, std::string(length, '\0')), std::nullopt);
-        Keep(memory, std::string(length, '\0'), static_cast<RowNumber>(length));
-        EXPECT_EQ(Recall(memory, std::string(length, '\0')), static_cast<RowNumber>(length));
+        Keep(memory, std::string(length, '\0'), static_cast<FactorRow>(length));
+        EXPECT_EQ(Recall(memory, std::string(length, '\0')), static_cast<FactorRow>(length));
         EXPECT_EQ(Recall(memory, "a" + std::string(length - 1, '\0')), std::nullopt);
     }
 }
 
 TEST(CellMemory, ATextIsForgottenAndNeverTakenForAnother_WhenThereAreMany) {
     CellMemory memory;
-    const RowNumber texts = 100'000;
-    for (RowNumber i = 0; i < texts; ++i) {
+    const FactorRow texts = 100'000;
+    for (FactorRow i = 0; i < texts; ++i) {
         Keep(memory, std::to_string(i), i);
         ASSERT_EQ(Recall(memory, std::to_string(i)), i);
     }
-    RowNumber known = 0;
-    for (RowNumber i = 0; i < texts; ++i) {
-        const std::optional<RowNumber> row = Recall(memory, std::to_string(i));
+    FactorRow known = 0;
+    for (FactorRow i = 0; i < texts; ++i) {
+        const std::optional<FactorRow> row = Recall(memory, std::to_string(i));
         ASSERT_EQ(row.value_or(i), i);
         if (row) ++known;
     }

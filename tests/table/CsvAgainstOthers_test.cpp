@@ -10,11 +10,11 @@
 #include <string>
 #include <vector>
 
+#include "output/HostError.h"
 #include "support/RunCommand.h"
 #include "support/TemporaryFolder.h"
 #include "table/CsvReader.h"
 #include "table/CsvText.h"
-#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "output/HostError.h"
 #include "support/DribblingBuffer.h"
 #include "support/Message.h"
-#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {

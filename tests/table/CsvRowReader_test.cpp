@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "output/HostError.h"
 #include "support/Message.h"
 #include "table/CsvText.h"
-#include "table/HostError.h"
 #include "table/PlainCsv.h"
 #include "table/Utf8Check.h"
 

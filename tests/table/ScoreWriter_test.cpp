@@ -3,10 +3,10 @@
 #include <limits>
 
 #include "framework/MCMV.h"
+#include "output/HostError.h"
 #include "support/FakeModel.h"
 #include "support/Message.h"
 #include "table/AppendResult.h"
-#include "table/HostError.h"
 #include "table/ScoreWriter.h"
 
 namespace nbscore::test {

@@ -2,10 +2,10 @@
 
 #include <limits>
 
+#include "output/HostError.h"
 #include "support/FakeSet.h"
 #include "support/Message.h"
 #include "table/AppendResult.h"
-#include "table/HostError.h"
 #include "table/ScoreWriter.h"
 
 namespace nbscore::test {

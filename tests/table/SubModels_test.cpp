@@ -1,4 +1,4 @@
-#include "table/SubModels.h"
+#include "table/ModelResults.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,8 +7,8 @@
 #include <set>
 
 #include "framework/ModelSelfDescription.h"
+#include "output/HostError.h"
 #include "support/FakeSet.h"
-#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "output/HostError.h"
 #include "support/DribblingBuffer.h"
-#include "table/HostError.h"
 
 namespace nbscore::test {
 namespace {

@@ -7,13 +7,13 @@
 #include <sstream>
 #include <utility>
 
-#include "host/OutputFile.h"
+#include "output/HostError.h"
+#include "output/OutputFile.h"
 #include "support/DribblingBuffer.h"
 #include "support/FakeModel.h"
 #include "support/FakeSet.h"
 #include "support/Message.h"
 #include "support/TemporaryFolder.h"
-#include "table/HostError.h"
 #include "table/TableBlockReader.h"
 
 namespace nbscore::test {

@@ -154,4 +154,23 @@ TEST(Apply, MayNestAsDeepAsADocumentMay) {
     EXPECT_EQ(Given(nested), "text 992");
 }
 
+std::string AdviceForFunction(const std::string& name) {
+    const std::string field = "<DerivedField name='d' dataType='string'>" + Apply(name, one) + "</DerivedField>";
+    return RefusalOf([&] { DerivedDocument(caseFields, field); })->GetAdvice();
+}
+
+TEST(Apply, AdvisesOnAnUnknownFunction_WhenItsNameTells) {
+    EXPECT_EQ(AdviceForFunction("Round"),
+              "Write \"round\": names of functions are told apart by upper and lower case.");
+    EXPECT_EQ(
+        AdviceForFunction("x-Round"),
+        "If the built-in function \"round\" is meant, write it so; else define the function by a DefineFunction.");
+    EXPECT_EQ(AdviceForFunction("X-guess"),
+              "Define the function by a DefineFunction: names with \"x-\" are functions of the document's producer, "
+              "which are known there only.");
+    for (const std::string name : {"guess", "x-", "rounds"}) {
+        EXPECT_EQ(AdviceForFunction(name).substr(0, 17), "Correct the name,") << name;
+    }
+}
+
 }  // namespace

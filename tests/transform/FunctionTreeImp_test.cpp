@@ -1,4 +1,4 @@
-#include "transform/FunctionTreeImp.h"
+#include "transform/evaluation/Expression.h"
 
 #include <gtest/gtest.h>
 

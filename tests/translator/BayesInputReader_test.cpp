@@ -1,4 +1,4 @@
-#include "translator/BayesInputReader.h"
+#include "translator/ElementReaders.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

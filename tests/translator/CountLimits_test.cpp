@@ -1,4 +1,4 @@
-#include "translator/CountLimits.h"
+#include "translator/DocumentReading.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "translator/DictionaryExtensionReader.h"
+#include "translator/ElementReaders.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "translator/DiscretizationReader.h"
+#include "translator/ElementReaders.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -149,9 +149,10 @@ TEST(DiscretizationReader, NamesTheElementOnStandardError_WhenItIsNoDerivedField
 TEST(DiscretizationReader, GivesTheNoticeToWhoTakesIt_AndNothingToStandardError) {
     NaiveBayesTranslator translator("");
     std::vector<std::string> notices;
-    translator.SetNotices([&notices](const std::string& text, const DocumentPlace& place) {
+    translator.SetNotices([&notices](const std::string& text, const DocumentPlace& place, std::string_view advice) {
         notices.push_back(std::to_string(place.line) + ":" + std::to_string(place.column) + " " + place.elementPath +
                           " " + text);
+        EXPECT_EQ(advice, GetRefusal(Refusal::BinningExpectedNotice).advice);
     });
     testing::internal::CaptureStderr();
     const ParseOutcome outcome = Read("\n <Feld-\xC3\xA4/>", translator).outcome;

@@ -8,7 +8,7 @@
 #include "pmml/Refusal.h"
 #include "reading/PMMLTranslator.h"
 #include "translator/DocumentReading.h"
-#include "translator/ModelElementReader.h"
+#include "translator/ElementReaders.h"
 #include "translator/RecordingModel.h"
 #include "translator/TestDocument.h"
 
@@ -28,7 +28,7 @@ public:
         CreateTranscoder(encoding);
         const Element root = document.GetRoot();
         FieldFaults faults;
-        dictionary.reset(ParseDictionary(RequiredChild(root, Name::DataDictionary), faults));
+        dictionary.reset(ParseDictionary(root.GetChild(Name::DataDictionary), faults));
         const CountCells cells(GetLimits().GetMemory(), 0);
         DocumentReading reading{*this, *GetTranscoder(),       *dictionary, nullptr, model, faults, {}, {}, cells,
                                 {},    LimitWatch(GetLimits())};

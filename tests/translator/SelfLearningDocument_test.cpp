@@ -25,7 +25,7 @@ SelfLearningModel& SetIn(const ParseOutcome& outcome) {
 }
 
 std::string ObstacleOf(const ParseOutcome& outcome) {
-    return dynamic_cast<const ModelSelfCheck&>(*outcome.model).FindScoringObstacle();
+    return dynamic_cast<const ModelSelfCheck&>(*outcome.model).FindScoringObstacle().message;
 }
 
 std::vector<Descriptor> Describe(const ParseOutcome& outcome, const std::string& outlook) {

@@ -42,4 +42,15 @@ std::vector<const CLI::Option*> GetArguments(const CLI::App& app);
 std::vector<const CLI::Option*> GetNamedOptions(const CLI::App& app);
 std::vector<const CLI::App*> GetVerbs(const CLI::App& app);
 
+/// Lays out the help of the command and of its verbs, 80 columns wide, with the exit statuses at the end.
+class HelpFormatter : public CLI::FormatterBase {
+public:
+    /// @param name the call so far, such as "nbscore score".
+    std::string make_help(const CLI::App* app, std::string name, CLI::AppFormatMode mode) const override;
+};
+
+/// The manual page (section 1, in roff) of a command line with verbs. It is made from the same descriptions
+/// as the help, so the two cannot drift apart.
+std::string MakeManPage(const CLI::App& app, const std::string& version);
+
 }  // namespace nbscore

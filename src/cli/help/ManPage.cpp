@@ -1,12 +1,10 @@
-#include "cli/help/ManPage.h"
+#include "cli/help/HelpText.h"
 
 #include <algorithm>
 
-#include "cli/help/HelpText.h"
 #include "cli/system/ExitStatus.h"
 
 namespace nbscore {
-
 namespace {
 
 /// Text for roff: a backslash, a hyphen and a point or an apostrophe at the start of a line mean something

@@ -6,7 +6,7 @@
 #include <iostream>
 
 #include "cli/CommandLine.h"
-#include "cli/help/ManPage.h"
+#include "cli/help/HelpText.h"
 
 int main(int argc, char** argv) {
     if (argc != 2) {

@@ -4,7 +4,7 @@
 #include <functional>
 #include <ostream>
 
-#include "table/OutputSink.h"
+#include "output/OutputSink.h"
 
 namespace nbscore {
 

@@ -9,8 +9,8 @@
 #include <system_error>
 
 #include "cli/system/Interrupts.h"
-#include "host/SystemReason.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
+#include "output/MessageText.h"
 
 #if defined(_WIN32)
 #include <io.h>
@@ -19,7 +19,6 @@
 #endif
 
 namespace nbscore {
-
 namespace {
 
 #if defined(_WIN32)

@@ -1,5 +1,12 @@
 #include "cli/system/ExitStatus.h"
 
+#include <CLI/CLI.hpp>
+#include <new>
+
+#include "cli/system/TerminalText.h"
+#include "framework/VeskException.h"
+#include "output/HostError.h"
+
 namespace nbscore {
 
 const std::vector<ExitStatusMeaning>& GetExitStatusMeanings() {
@@ -19,6 +26,63 @@ const std::vector<ExitStatusMeaning>& GetExitStatusMeanings() {
 
 int GetExitStatusOfSignal(int signal) {
     return 128 + signal;
+}
+
+namespace {
+
+void ReportRefusal(std::ostream& messages, const VeskException& refusal, const std::string& document) {
+    const DocumentPlace& place = refusal.GetPlace();
+    messages << MakePrintable(place.source.empty() ? document : place.source) << ':';
+    if (place.line != 0) messages << place.line << ':' << place.column << ':';
+    messages << " error " << static_cast<int>(refusal.GetCode()) << ": " << MakePrintable(refusal.GetMessage()) << '\n';
+    if (!place.elementPath.empty()) messages << "  at " << MakePrintable(place.elementPath) << '\n';
+}
+
+int Report(std::ostream& messages, std::string_view problem, ExitStatus status) {
+    messages << "error: " << MakePrintable(problem) << '\n';
+    return static_cast<int>(status);
+}
+
+int ReportUnguarded(std::ostream& messages, const ErrorContext& context) {
+    try {
+        throw;
+    } catch (const CLI::ParseError& error) {
+        Report(messages, error.what(), ExitStatus::Usage);
+        messages << "Try '" << context.helpCall << "'.\n";
+        return static_cast<int>(ExitStatus::Usage);
+    } catch (const VeskException& refusal) {
+        ReportRefusal(messages, refusal, context.document);
+        return static_cast<int>(ExitStatus::DocumentRefused);
+    } catch (const UnscorableModelError& error) {
+        messages << MakePrintable(context.document) << ": error "
+                 << static_cast<int>(VeskException::InconsistentDocument) << ": " << MakePrintable(error.what())
+                 << '\n';
+        return static_cast<int>(ExitStatus::DocumentRefused);
+    } catch (const CaseDataError& error) {
+        return Report(messages, error.what(), ExitStatus::CaseDataRefused);
+    } catch (const InterruptedError& interrupt) {
+        messages << "interrupted\n";
+        return GetExitStatusOfSignal(interrupt.GetSignal());
+    } catch (const TimeLimitError& error) {
+        return Report(messages, error.what(), ExitStatus::TimeIsOver);
+    } catch (const std::bad_alloc&) {
+        return Report(messages, "out of memory", ExitStatus::InputOutputFailed);
+    } catch (const std::exception& error) {
+        return Report(messages, error.what(), ExitStatus::InputOutputFailed);
+    } catch (...) {
+        return Report(messages, "something unknown went wrong", ExitStatus::InputOutputFailed);
+    }
+}
+
+}  // namespace
+
+int ReportError(std::ostream& messages, const ErrorContext& context) noexcept {
+    try {
+        return ReportUnguarded(messages, context);
+    } catch (...) {
+        // No memory even for the message.
+        return static_cast<int>(ExitStatus::InputOutputFailed);
+    }
 }
 
 }  // namespace nbscore

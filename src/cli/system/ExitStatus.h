@@ -1,5 +1,7 @@
 #pragma once
 
+#include <ostream>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -27,5 +29,17 @@ const std::vector<ExitStatusMeaning>& GetExitStatusMeanings();
 
 /// The number for a run that a signal ended.
 int GetExitStatusOfSignal(int signal);
+
+/// What a run was about when it failed.
+struct ErrorContext {
+    /// The document, for errors that do not name it themselves.
+    std::string document;
+    /// The call that shows help, such as "nbscore score --help".
+    std::string helpCall;
+};
+
+/// Says what the exception being handled means, in one line or a few, and gives the exit status for it. To be called in
+/// a catch block; never throws. What comes from outside is made printable.
+int ReportError(std::ostream& messages, const ErrorContext& context) noexcept;
 
 }  // namespace nbscore

@@ -1,12 +1,19 @@
 #include "cli/system/InterruptibleOutput.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <limits>
 #include <string_view>
+#include <utility>
 
 #include "cli/system/Interrupts.h"
+#include "output/HostError.h"
+#include "output/MessageText.h"
 
-#if !defined(_WIN32)
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#else
 #include <sys/stat.h>
 
 #include <climits>
@@ -17,10 +24,14 @@ namespace {
 
 constexpr std::size_t allAtOnce = std::numeric_limits<std::size_t>::max();
 
-#if defined(_WIN32)
+#ifdef _WIN32
 
 std::size_t WaitUntilTaken(std::FILE*) {
     return allAtOnce;
+}
+
+void LeaveLineEndsAlone() {
+    _setmode(_fileno(stdout), _O_BINARY);
 }
 
 #else
@@ -34,12 +45,42 @@ std::size_t WaitUntilTaken(std::FILE* file) {
     return PIPE_BUF;
 }
 
+void LeaveLineEndsAlone() {}
+
 #endif
+
+[[noreturn]] void ReportFailure() {
+    throw InputOutputError("cannot write to standard output: " + GetSystemReason(errno));
+}
 
 }  // namespace
 
 OutputWaiting InterruptibleWriting() {
     return {Interrupts::ThrowIfRequested, WaitUntilTaken};
+}
+
+StandardOutput::StandardOutput(OutputWaiting waiting) : buffer(std::move(waiting)) {
+    LeaveLineEndsAlone();
+}
+
+StandardOutput::~StandardOutput() {
+    try {
+        static_cast<void>(buffer.Flush(stdout));
+    } catch (...) {
+        // Asked to stop: so be it.
+    }
+}
+
+void StandardOutput::Write(std::string_view bytes) {
+    if (!buffer.Write(stdout, bytes)) ReportFailure();
+}
+
+void StandardOutput::Flush() {
+    if (!buffer.Flush(stdout)) ReportFailure();
+}
+
+void StandardOutput::Commit() {
+    Flush();
 }
 
 SinkStream::Buffer::int_type SinkStream::Buffer::overflow(int_type character) {

@@ -3,15 +3,35 @@
 #include <array>
 #include <ostream>
 #include <streambuf>
+#include <string_view>
 
-#include "host/OutputBuffer.h"
-#include "table/OutputSink.h"
+#include "output/OutputBuffer.h"
+#include "output/OutputSink.h"
 
 namespace nbscore {
 
 /// How a request to stop is heard by whichever thread is writing: a signal comes to one thread only, and another may be
 /// the one that waits for a full pipe.
 OutputWaiting InterruptibleWriting();
+
+/// The process's standard output, bytes as they are on every system, with every failure (a closed pipe, a full
+/// disk) reported. A process that wants to hear of a closed pipe must ignore the signal for it.
+class StandardOutput : public OutputSink {
+public:
+    /// @param waiting what it throws leaves as it is.
+    explicit StandardOutput(OutputWaiting waiting = {});
+    /// Writes what is left, as far as that goes.
+    ~StandardOutput() override;
+    StandardOutput(const StandardOutput&) = delete;
+    StandardOutput& operator=(const StandardOutput&) = delete;
+
+    void Write(std::string_view bytes) override;
+    void Flush() override;
+    void Commit() override;
+
+private:
+    OutputBuffer buffer;
+};
 
 /// A stream that hands everything on to an output sink, in pieces. Errors of the sink, and the request to
 /// stop, leave the operation that writes as the exceptions that they are.

@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "cli/system/ExitStatus.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 #if defined(_WIN32)
 #include <io.h>
@@ -22,11 +22,10 @@
 #include <cerrno>
 #include <ctime>
 
-#include "host/SystemReason.h"
+#include "output/MessageText.h"
 #endif
 
 namespace nbscore {
-
 namespace {
 
 using Clock = std::chrono::steady_clock;

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 namespace nbscore {
-
 namespace {
 
 using namespace std::chrono_literals;

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "table/OutputSink.h"
+#include "output/OutputSink.h"
 
 namespace nbscore {
 

@@ -3,16 +3,14 @@
 #include <string>
 #include <vector>
 
+#include "check/DocumentCheck.h"
 #include "cli/system/Interrupts.h"
 #include "cli/system/TerminalText.h"
+#include "cli/verbs/Arguments.h"
 #include "cli/verbs/Command.h"
 #include "cli/verbs/ModelArgument.h"
-#include "cli/verbs/Options.h"
-#include "host/CheckReport.h"
-#include "host/DocumentCheck.h"
 
 namespace nbscore {
-
 namespace {
 
 constexpr const char* description = R"(Say what documents hold and what is wrong with them.

@@ -2,12 +2,11 @@
 
 #include "cli/system/InterruptibleOutput.h"
 #include "cli/system/Interrupts.h"
+#include "cli/verbs/Arguments.h"
 #include "cli/verbs/Command.h"
 #include "cli/verbs/ModelArgument.h"
-#include "cli/verbs/OutputArgument.h"
 
 namespace nbscore {
-
 namespace {
 
 constexpr const char* description =

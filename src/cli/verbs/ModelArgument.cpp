@@ -6,14 +6,13 @@
 
 #include "cli/system/Interrupts.h"
 #include "cli/system/TerminalText.h"
-#include "cli/verbs/Options.h"
+#include "cli/verbs/Arguments.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/NumberText.h"
 #include "framework/VeskException.h"
-#include "table/HostError.h"
+#include "output/HostError.h"
 
 namespace nbscore {
-
 namespace {
 
 /// A number of bytes above 0, with a suffix perhaps that multiplies it; nothing for any other text.
@@ -128,7 +127,7 @@ SourceDocument ModelArgument::Parse(Console& console, bool quiet) const {
 }
 
 LoadedModel ModelArgument::Read(const SourceDocument& source, Console& console, bool quiet) const {
-    const auto takeNotice = [&](const std::string& line, const DocumentPlace& place) {
+    const auto takeNotice = [&](const std::string& line, const DocumentPlace& place, std::string_view /*advice*/) {
         if (!quiet) TellAt(console, "note", place.source, place) << MakePrintable(line) << '\n';
     };
     LoadedModel model = LoadedModel::Read(reading.LoadPlugin(), source, takeNotice);

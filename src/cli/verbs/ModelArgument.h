@@ -7,10 +7,10 @@
 #include <string>
 
 #include "cli/system/Console.h"
-#include "document/SourceDocument.h"
 #include "framework/Limits.h"
 #include "host/LoadedModel.h"
 #include "host/PluginLibrary.h"
+#include "host/SourceDocument.h"
 
 namespace nbscore {
 

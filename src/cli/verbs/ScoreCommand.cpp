@@ -8,17 +8,14 @@
 #include "cli/system/Interrupts.h"
 #include "cli/system/Progress.h"
 #include "cli/system/TerminalText.h"
-#include "cli/verbs/CaseInput.h"
+#include "cli/verbs/Arguments.h"
 #include "cli/verbs/Command.h"
 #include "cli/verbs/ModelArgument.h"
-#include "cli/verbs/Options.h"
-#include "cli/verbs/OutputArgument.h"
 #include "framework/NumberText.h"
-#include "table/SubModels.h"
+#include "table/ModelResults.h"
 #include "table/TableScorer.h"
 
 namespace nbscore {
-
 namespace {
 
 constexpr const char* description = R"(Score every row of a table with a model.

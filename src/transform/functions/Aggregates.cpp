@@ -1,4 +1,4 @@
-#include "transform/functions/Aggregates.h"
+#include "transform/functions/Families.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,14 +9,12 @@
 #include <string_view>
 #include <vector>
 
-#include "transform/ValueReading.h"
-
 namespace nbscore {
 namespace {
 
 using Numbers = std::vector<double>;
 
-/// All arguments as numbers; nothing when one of them is none.
+/// All arguments as numbers; nothing when one is no number.
 std::optional<Numbers> NumbersOf(Arguments arguments) {
     Numbers numbers;
     numbers.reserve(arguments.size());
@@ -28,7 +26,7 @@ std::optional<Numbers> NumbersOf(Arguments arguments) {
     return numbers;
 }
 
-/// A NaN has no place in an order: whatever is among them, the result is then a NaN, wherever it stands.
+/// With a NaN among the numbers the result is NaN: it cannot be ordered, and its position must not matter.
 template <double (&operation)(Numbers&)>
 ExpressionValue OfNumbers(Arguments arguments) {
     auto numbers = NumbersOf(arguments);
@@ -69,7 +67,7 @@ constexpr BuiltInFunction OfAnyNumber(std::string_view name, std::string_view de
             description, call};
 }
 
-constexpr BuiltInFunction functions[] = {
+constexpr BuiltInFunction aggregateFunctions[] = {
     OfAnyNumber("min", "The least of the numbers.", OfNumbers<Least>),
     OfAnyNumber("max", "The greatest of the numbers.", OfNumbers<Greatest>),
     OfAnyNumber("sum", "The sum of the numbers, from left to right.", OfNumbers<Sum>),
@@ -83,7 +81,7 @@ constexpr BuiltInFunction functions[] = {
 }  // namespace
 
 std::span<const BuiltInFunction> AggregateFunctions() {
-    return functions;
+    return aggregateFunctions;
 }
 
 }  // namespace nbscore

@@ -9,7 +9,7 @@ namespace {
 
 struct FirstCharacter {
     std::size_t size = 0;
-    /// Negative for a byte that is no part of a character.
+    /// Negative for a byte that is not part of a character.
     utf8proc_int32_t codePoint = -1;
 };
 
@@ -45,7 +45,7 @@ std::string Mapped(std::string_view text, utf8proc_int32_t (*map)(utf8proc_int32
     return mapped;
 }
 
-// The library maps the small sharp s to its capital, which Unicode's simple mapping does not.
+// The library maps the small sharp s to its capital; Unicode's simple mapping leaves it as it is.
 utf8proc_int32_t ToUpper(utf8proc_int32_t codePoint) {
     constexpr utf8proc_int32_t sharpS = 0xDF;
     return codePoint == sharpS ? sharpS : utf8proc_toupper(codePoint);
@@ -55,7 +55,7 @@ utf8proc_int32_t ToLower(utf8proc_int32_t codePoint) {
     return utf8proc_tolower(codePoint);
 }
 
-/// Where so many characters end.
+/// Where the first `count` characters end.
 std::size_t EndOfCharacters(std::string_view text, double count) {
     std::size_t end = 0;
     for (std::size_t passed = 0; static_cast<double>(passed) < count && end < text.size(); ++passed)

@@ -1,10 +1,9 @@
-#include "transform/functions/Dates.h"
+#include "transform/functions/Families.h"
 
 #include <chrono>
 #include <cmath>
 #include <optional>
 
-#include "transform/ValueReading.h"
 #include "transform/functions/IsoDateTime.h"
 
 namespace nbscore {
@@ -43,7 +42,7 @@ ExpressionValue SecondsSinceMidnight(Arguments arguments) {
     return dateTime ? ExpressionValue(static_cast<double>(dateTime->timeOfDay.count())) : ExpressionValue();
 }
 
-constexpr BuiltInFunction functions[] = {
+constexpr BuiltInFunction dateFunctions[] = {
     {"dateDaysSinceYear", "date, year", 2, 2, MissingRule::GivesMissing, ValueKind::Number,
      "The days from 1 January of the year to the date, as the date is written whatever its offset, negative before; "
      "undefined when there is no date, or no whole year from 0 to 9999.",
@@ -60,7 +59,7 @@ constexpr BuiltInFunction functions[] = {
 }  // namespace
 
 std::span<const BuiltInFunction> DateFunctions() {
-    return functions;
+    return dateFunctions;
 }
 
 }  // namespace nbscore

@@ -1,19 +1,36 @@
-#include "transform/functions/Distributions.h"
+#include "transform/functions/Families.h"
 
+#include <boost/math/special_functions/erf.hpp>
 #include <cmath>
 #include <limits>
 #include <numbers>
 
-#include "transform/functions/InverseErrorFunction.h"
 #include "transform/functions/NumberFunctions.h"
 
 namespace nbscore {
 namespace {
 
+namespace policies = boost::math::policies;
+
+// No exceptions, and doubles throughout: wider types differ between platforms.
+using Policy =
+    policies::policy<policies::promote_double<false>, policies::domain_error<policies::ignore_error>,
+                     policies::pole_error<policies::ignore_error>, policies::overflow_error<policies::ignore_error>,
+                     policies::underflow_error<policies::ignore_error>,
+                     policies::evaluation_error<policies::ignore_error>>;
+
+/// The x whose erfc(x) is y: infinite for 0 and 2, NaN outside.
+double InverseComplementaryErrorFunction(double y) {
+    if (!(y >= 0.0 && y <= 2.0)) return std::numeric_limits<double>::quiet_NaN();
+    if (y == 0.0) return std::numeric_limits<double>::infinity();
+    if (y == 2.0) return -std::numeric_limits<double>::infinity();
+    return boost::math::erfc_inv(y, Policy());
+}
+
 constexpr double undefined = std::numeric_limits<double>::quiet_NaN();
 
 double StandardCdf(double x) {
-    // The complement is exact in the left tail, where 1 + erf would cancel.
+    // The complement is accurate in the left tail, where 1 + erf would cancel.
     return 0.5 * std::erfc(-x / std::numbers::sqrt2);
 }
 
@@ -42,7 +59,7 @@ double ErrorFunction(double x) {
     return std::erf(x);
 }
 
-constexpr BuiltInFunction functions[] = {
+constexpr BuiltInFunction distributionFunctions[] = {
     ThreeNumbersRow<Cdf>("normalCDF", "x, mean, deviation",
                          "The probability that a normal variable of this mean and standard deviation (not variance) is "
                          "at most x; undefined unless the deviation is above 0."),
@@ -61,7 +78,7 @@ constexpr BuiltInFunction functions[] = {
 }  // namespace
 
 std::span<const BuiltInFunction> DistributionFunctions() {
-    return functions;
+    return distributionFunctions;
 }
 
 }  // namespace nbscore

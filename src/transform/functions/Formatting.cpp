@@ -1,14 +1,12 @@
-#include "transform/functions/Formatting.h"
+#include "transform/functions/Families.h"
 
 #include <memory>
 #include <optional>
 #include <string>
 #include <utility>
 
-#include "transform/ApplyExpression.h"
-#include "transform/ValueReading.h"
-#include "transform/functions/ConstantArgument.h"
-#include "transform/functions/DateTimePattern.h"
+#include "transform/functions/FunctionCalls.h"
+#include "transform/functions/IsoDateTime.h"
 #include "transform/functions/NumberPattern.h"
 
 namespace nbscore {
@@ -39,7 +37,7 @@ std::unique_ptr<const Expression> MakeFormatNumber(CallParts parts) {
     if (!text) return std::make_unique<ApplyExpression>(std::move(parts));
     std::string fault;
     auto pattern = NumberPattern::Read(*text, fault);
-    if (!pattern) throw ArgumentRefusal(parts, Pattern, "pattern", *text, fault);
+    if (!pattern) throw ArgumentRefusal(Refusal::PatternUnusable, parts, Pattern, *text, fault);
     return std::make_unique<ApplyExpression>(std::move(parts),
                                              [pattern = std::move(*pattern)](Arguments arguments, WorkBudget&) {
                                                  return FormatByPattern(arguments[Input], pattern);
@@ -49,12 +47,12 @@ std::unique_ptr<const Expression> MakeFormatNumber(CallParts parts) {
 std::unique_ptr<const Expression> MakeFormatDateTime(CallParts parts) {
     if (const auto pattern = ConstantText(*parts.arguments[Pattern])) {
         const std::string fault = FaultOfDateTimePattern(*pattern);
-        if (!fault.empty()) throw ArgumentRefusal(parts, Pattern, "pattern", *pattern, fault);
+        if (!fault.empty()) throw ArgumentRefusal(Refusal::PatternUnusable, parts, Pattern, *pattern, fault);
     }
     return std::make_unique<ApplyExpression>(std::move(parts));
 }
 
-constexpr BuiltInFunction functions[] = {
+constexpr BuiltInFunction formattingFunctions[] = {
     {"formatNumber", "number, pattern", 2, 2, MissingRule::GivesMissing, ValueKind::Text,
      "The number by a pattern of C's `printf` with exactly one conversion, one of `%d %i %u %o %x %X` (of the number "
      "rounded, a half to the even one), `%f %F %e %E %g %G`, or `%s` for the shortest digits; flags are `-`, `+`, "
@@ -71,7 +69,7 @@ constexpr BuiltInFunction functions[] = {
 }  // namespace
 
 std::span<const BuiltInFunction> FormattingFunctions() {
-    return functions;
+    return formattingFunctions;
 }
 
 }  // namespace nbscore

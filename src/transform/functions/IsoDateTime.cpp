@@ -28,7 +28,7 @@ struct Taker {
         return digit;
     }
 
-    /// A number of exactly so many digits that is not above the limit.
+    /// A number of exactly this many digits, not above the limit.
     std::optional<int> TakeNumber(std::size_t digits, int limit) {
         int number = 0;
         for (std::size_t i = 0; i < digits; ++i) {

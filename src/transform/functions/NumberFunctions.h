@@ -2,12 +2,11 @@
 
 #include <string_view>
 
-#include "transform/BuiltInFunction.h"
-#include "transform/ValueReading.h"
+#include "transform/functions/BuiltInFunctions.h"
 
 namespace nbscore {
 
-/// The calls of functions from numbers to a number. An argument that is no number leaves nothing to compute: missing.
+/// Calls of functions from numbers to a number. With an argument that is no number the result is missing.
 
 template <double (&operation)(double)>
 ExpressionValue OfOneNumber(Arguments arguments) {
@@ -30,7 +29,7 @@ ExpressionValue OfThreeNumbers(Arguments arguments) {
     return x && y && z ? ExpressionValue(operation(*x, *y, *z)) : ExpressionValue();
 }
 
-/// Rows of such functions, for which a missing number gives missing.
+/// Rows of the table for such functions. A missing argument gives missing.
 
 template <double (&operation)(double)>
 constexpr BuiltInFunction OneNumberRow(std::string_view name, std::string_view description) {

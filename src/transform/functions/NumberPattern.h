@@ -7,19 +7,19 @@
 
 namespace nbscore {
 
-/// A pattern of C's printf for one number: text with exactly one conversion in it. Read and carried out here, so that
-/// no document's pattern ever reaches printf.
+/// A pattern of C's printf for one number: text with exactly one conversion in it. We interpret it ourselves: a document's
+/// pattern never reaches printf.
 ///
 /// Conversions: d i u (rounded to a whole number, a half to the even one), o x X (the same, below 2^64), f F e E g G,
 /// and s for the shortest digits that read back as the same number. Flags: minus, plus, blank and 0. Width and
-/// precision up to 1000. The lengths h l L q j z t say nothing to a double and are passed over. %% is a percent sign.
+/// precision up to 1000. The lengths h l L q j z t mean nothing for a double and are ignored. %% is a percent sign.
 class NumberPattern {
 public:
-    /// @param fault receives what is wrong, a clause, when the result is nothing.
+    /// @param fault receives what is wrong, as a clause, when the result is nothing.
     static std::optional<NumberPattern> Read(std::string_view pattern, std::string& fault);
 
-    /// The number by the pattern; nothing when it is not finite, or when the conversion is one without sign and it is
-    /// below 0 or too great.
+    /// The number formatted by the pattern; nothing when it is not finite, or when the conversion has no sign and the
+    /// number is below 0 or too great.
     std::optional<std::string> Format(double number) const;
 
 private:

@@ -1,17 +1,74 @@
 #include "transform/functions/RegularExpression.h"
 
 #include <re2/re2.h>
-
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <utility>
 #include <vector>
 
-#include "transform/ValueReading.h"
+#include "pmml/Refusal.h"
+#include "transform/evaluation/ExpressionValue.h"
 #include "transform/functions/CodePoints.h"
-#include "transform/functions/PatternShape.h"
 
 namespace nbscore {
 namespace {
+
+bool IsDigit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+bool IsAlphanumeric(char character) {
+    return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
+           (character >= 'a' && character <= 'z');
+}
+
+bool StandsForItself(char character) {
+    return std::string_view("\\.[](){}*+?|^$").find(character) == std::string_view::npos;
+}
+
+/// Only characters that stand for themselves, with or without a backslash before them.
+bool IsLiteral(std::string_view pattern) {
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        if (pattern[i] == '\\') {
+            ++i;
+            if (i == pattern.size() || IsAlphanumeric(pattern[i])) return false;
+        } else if (!StandsForItself(pattern[i])) {
+            return false;
+        }
+    }
+    return !pattern.empty();
+}
+
+/// "\s" and the like: letters that mean one character of a class.
+bool IsClassEscape(std::string_view pattern) {
+    return pattern.size() == 2 && pattern[0] == '\\' &&
+           std::string_view("sSwWdD").find(pattern[1]) != std::string_view::npos;
+}
+
+/// "[...]" whose first closing bracket is its last character.
+bool IsBracketed(std::string_view pattern) {
+    if (pattern.size() < 3 || pattern[0] != '[') return false;
+    for (std::size_t i = 1; i + 1 < pattern.size(); ++i) {
+        if (pattern[i] == '\\') {
+            ++i;
+        } else if (pattern[i] == '[' || pattern[i] == ']') {
+            return false;
+        }
+    }
+    return pattern.back() == ']';
+}
+
+/// Whether a search for the regular expression never looks at more than one character behind the match that it finds.
+/// True for patterns that are nothing but characters which stand for themselves ("new york", "\."), one character of a
+/// class ("\s", "[^a-z]"), or a run of these ("\s+"); false where that is not easy to see.
+bool LooksNoFurtherThanItsMatch(std::string_view pattern) {
+    constexpr std::string_view ignoringCase = "(?i)";
+    if (pattern.starts_with(ignoringCase)) pattern.remove_prefix(ignoringCase.size());
+    if (IsLiteral(pattern)) return true;
+    if (pattern.ends_with('+')) pattern.remove_suffix(1);
+    return IsClassEscape(pattern) || IsBracketed(pattern);
+}
 
 re2::StringPiece PieceOf(std::string_view text) {
     return {text.data(), text.size()};
@@ -24,10 +81,57 @@ RE2::Options OptionsFor(std::size_t memory) {
     return options;
 }
 
+/// Compiling takes time in proportion to the length: ten seconds at worst for this one.
+constexpr std::size_t greatestLength = 100'000;
+
+constexpr std::size_t greatestMemory = std::size_t{1} << 28;
+constexpr std::size_t memoryOfLarge = std::size_t{1} << 20;
+constexpr std::size_t memoryOfSmall = std::size_t{1} << 18;
+/// Patterns of at most so many instructions are as fast with little memory.
+constexpr std::size_t sizeOfSmall = 300;
+
 }  // namespace
 
-// Measured on patterns that are little else than names of large classes of characters: up to a tenth of a millisecond
-// for each byte.
+Replacement::Replacement(std::string_view text) {
+    std::string literal;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isSign = (text[i] == '$' || text[i] == '\\') && i + 1 < text.size();
+        if (isSign && IsDigit(text[i + 1])) {
+            pieces.push_back({std::exchange(literal, {}), static_cast<std::size_t>(text[i + 1] - '0')});
+            ++i;
+        } else {
+            if (isSign && text[i] == '\\') ++i;
+            literal += text[i];
+        }
+    }
+    pieces.push_back({std::move(literal), noGroup});
+}
+
+std::string Replacement::Quoted(std::string_view text) {
+    std::string quoted;
+    for (const char character : text) {
+        if (character == '$' || character == '\\') quoted += '\\';
+        quoted += character;
+    }
+    return quoted;
+}
+
+std::size_t Replacement::GreatestGroup() const {
+    std::size_t greatest = 0;
+    for (const Piece& piece : pieces) {
+        if (piece.group != noGroup) greatest = std::max(greatest, piece.group);
+    }
+    return greatest;
+}
+
+void Replacement::AppendTo(std::string& text, std::span<const std::string_view> groups) const {
+    for (const Piece& piece : pieces) {
+        text += piece.literal;
+        if (piece.group != noGroup) text += groups[piece.group];
+    }
+}
+
+// Measured with patterns that consist of names of large character classes: up to a tenth of a millisecond a byte.
 double RegularExpression::CompilationCost(std::string_view pattern) {
     return 20'000.0 * (10.0 + static_cast<double>(pattern.size()));
 }
@@ -37,6 +141,10 @@ RegularExpression::RegularExpression(std::string_view pattern, std::size_t memor
       looksNoFurtherThanItsMatch(LooksNoFurtherThanItsMatch(pattern)) {}
 
 RegularExpression::~RegularExpression() = default;
+
+std::string RegularExpression::Quoted(std::string_view text) {
+    return RE2::QuoteMeta(PieceOf(text));
+}
 
 bool RegularExpression::IsUsable() const {
     return compiled->ok();
@@ -54,13 +162,13 @@ std::size_t RegularExpression::Size() const {
     return static_cast<std::size_t>(compiled->ProgramSize());
 }
 
-// At worst, a search takes a step for each instruction at each byte that it sees.
+// At worst, a search takes a step for each instruction at each byte that it looks at.
 bool RegularExpression::Spend(std::size_t bytes, WorkBudget& budget) const {
     return budget.Spend(static_cast<double>(bytes) * static_cast<double>(Size()));
 }
 
-// What a search sees is all the text up to its end, unless the pattern is known to decide earlier. Then it is charged
-// when it is over, so that many short searches through one long text cost no more than the text.
+// A search is charged for all the text up to its end, unless the pattern is known to decide earlier. Then it is charged
+// afterwards, for what it has looked at: so many short searches through one long text cost no more than the text.
 RegularExpression::Search RegularExpression::Find(std::string_view text, std::size_t begin, std::size_t end,
                                                   std::span<std::string_view> groups, WorkBudget& budget) const {
     if (!looksNoFurtherThanItsMatch && !Spend(end - begin, budget)) return Search::BudgetIsSpent;
@@ -98,7 +206,7 @@ std::optional<std::string> RegularExpression::ReplacedAll(std::string_view text,
         const auto start = static_cast<std::size_t>(groups[0].data() - text.data());
         replaced += text.substr(position, start - position);
         if (groups[0].empty() && isBehindMatch && start == position) {
-            // An empty match right behind a match is part of it: without this, "a*" would match twice in "a".
+            // An empty match right behind a match belongs to that one: otherwise "a*" would match twice in "a".
             const std::size_t step = SizeOfFirstCharacter(text.substr(position));
             replaced += text.substr(position, step);
             position += step;
@@ -114,6 +222,20 @@ std::optional<std::string> RegularExpression::ReplacedAll(std::string_view text,
     }
     if (position < text.size()) replaced += text.substr(position);
     return replaced;
+}
+
+std::shared_ptr<const RegularExpression> PatternStore::Compile(const std::string& pattern, Element element) {
+    std::shared_ptr<const RegularExpression>& stored = compiled[pattern];
+    if (stored) return stored;
+    length += pattern.size();
+    if (length > greatestLength) throw RefusalAt(element, Refusal::PatternsTooLong);
+    auto expression = std::make_shared<const RegularExpression>(pattern, memoryOfLarge);
+    const bool isSmall = expression->IsUsable() && expression->Size() <= sizeOfSmall;
+    if (isSmall) expression = std::make_shared<const RegularExpression>(pattern, memoryOfSmall);
+    memory += isSmall ? memoryOfSmall : memoryOfLarge;
+    if (memory > greatestMemory) throw RefusalAt(element, Refusal::PatternsTooLarge);
+    stored = std::move(expression);
+    return stored;
 }
 
 }  // namespace nbscore

@@ -3,17 +3,53 @@
 #include <algorithm>
 #include <span>
 #include <utility>
+#include <vector>
 
 #include "transform/functions/CodePoints.h"
-#include "transform/text/EditDistance.h"
 
 namespace nbscore {
 namespace {
 
-/// What it takes to make a word of its own, or to look one up in a table.
+/// How many characters must be inserted, removed or replaced to turn one word into the other; limit + 1 when that is more
+/// than the limit. Takes at most EditDistanceCost steps: cells farther from the diagonal than the limit cannot be part of
+/// a short enough path and are not computed.
+std::size_t EditDistance(const std::u32string& left, const std::u32string& right, std::size_t limit) {
+    const std::size_t longer = std::max(left.size(), right.size());
+    limit = std::min(limit, longer);
+    const std::size_t tooFar = limit + 1;
+    if (longer - std::min(left.size(), right.size()) > limit) return tooFar;
+    std::vector<std::size_t> row(right.size() + 1, tooFar);
+    for (std::size_t j = 0; j <= std::min(limit, right.size()); ++j)
+        row[j] = j;
+    for (std::size_t i = 1; i <= left.size(); ++i) {
+        const std::size_t begin = i > limit ? i - limit : 0;
+        const std::size_t end = std::min(i + limit, right.size());
+        std::size_t diagonal = begin > 0 ? row[begin - 1] : tooFar;
+        std::size_t best = tooFar;
+        for (std::size_t j = begin; j <= end; ++j) {
+            const std::size_t above = row[j];
+            std::size_t cell = above + 1;
+            if (j > 0) cell = std::min({cell, row[j - 1] + 1, diagonal + (left[i - 1] == right[j - 1] ? 0 : 1)});
+            row[j] = std::min(cell, tooFar);
+            diagonal = above;
+            best = std::min(best, row[j]);
+        }
+        if (best == tooFar) return tooFar;
+    }
+    return row[right.size()];
+}
+
+double EditDistanceCost(const std::u32string& left, const std::u32string& right, std::size_t limit) {
+    const double band = 2.0 * static_cast<double>(std::min(limit, std::max(left.size(), right.size()))) + 1.0;
+    const auto leftSize = static_cast<double>(left.size());
+    const auto rightSize = static_cast<double>(right.size());
+    return 1.0 + rightSize + leftSize * std::min(band, rightSize + 1.0);
+}
+
+/// What it takes to copy a word, or to look one up in a table.
 constexpr double stepsPerWord = 40;
 
-/// Bytes that are no UTF-8 stand for themselves: all that counts is what is equal to what.
+/// Bytes that are not UTF-8 stand for themselves: words are only compared.
 std::u32string CharactersOf(std::string_view text) {
     std::u32string characters;
     while (!text.empty()) {
@@ -27,8 +63,8 @@ std::u32string CharactersOf(std::string_view text) {
     return characters;
 }
 
-/// Where the needle stands in the hay, in time proportional to both: behind a mismatch goes on with the longest
-/// beginning of the needle that the hay just showed.
+/// Calls onStart for each place where the needle stands in the hay, in time proportional to both: after a mismatch it goes
+/// on with the longest beginning of the needle that the hay has just ended in.
 template <typename Hay, typename Needle, typename OnStart>
 void ForEachStart(const Hay& hay, const Needle& needle, const OnStart& onStart) {
     if (needle.empty() || needle.size() > hay.size()) return;
@@ -51,8 +87,8 @@ void ForEachStart(const Hay& hay, const Needle& needle, const OnStart& onStart) 
     }
 }
 
-/// Looks at every start. Equal words are equal numbers, and as every other word costs a distance of one at least, there
-/// are at most as many of them as the distance may be.
+/// The distance of a term from the words at each start. Words with equal numbers are equal and need no comparison; each
+/// other word adds at least one, so that no more of them are compared than the distance may be.
 class FuzzySearch {
 public:
     FuzzySearch(const SearchedText& searchedText, const std::vector<std::u32string>& termWords,
@@ -63,7 +99,7 @@ public:
           termNumbers(searchedText.NumbersOf(termWords)),
           maxDistance(greatestDistance) {}
 
-    /// The distance at a start, greater than the greatest when it is no hit; nothing when the budget is spent.
+    /// The distance at a start, above the maximum when it is no hit; nothing when the budget is spent.
     std::optional<std::size_t> DistanceAt(std::size_t start, WorkBudget& budget) const {
         std::size_t distance = 0;
         for (std::size_t i = 0; i < term.size() && distance <= maxDistance; ++i) {

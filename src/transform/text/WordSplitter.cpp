@@ -15,8 +15,8 @@ bool IsPunctuation(char character) {
     return isVisible && !isAlphanumeric;
 }
 
-/// Searches windows of the text: a pattern may want to see all that it is given before it decides, and to show it the
-/// whole rest each time would take the square of the text's length.
+/// Searches the text window by window: some patterns read all they are given before they decide, and to give them the
+/// whole rest for each separator would take time by the square of the text's length.
 class SeparatorSearch {
 public:
     using Search = RegularExpression::Search;
@@ -24,7 +24,7 @@ public:
     SeparatorSearch(const RegularExpression& separatorPattern, std::string_view wholeText, WorkBudget& budgetOfCase)
         : separator(separatorPattern), text(wholeText), budget(budgetOfCase) {}
 
-    /// The next separator from the position on.
+    /// Looks for the next separator from the position on.
     Search Find(std::size_t position, WordSpan& found) const {
         while (position < text.size()) {
             const std::size_t windowEnd = std::min(position + windowSize, text.size());

@@ -22,8 +22,8 @@ public:
     /// @param separatorPattern what stands between words; usable.
     explicit WordSplitter(std::shared_ptr<const RegularExpression> separatorPattern);
 
-    /// The words without the ASCII punctuation at their ends; one that is nothing but punctuation is no word. An empty
-    /// match separates nothing. Nothing when the budget does not suffice.
+    /// The words without the ASCII punctuation at their ends; punctuation alone is no word. An empty match separates
+    /// nothing. Nothing when the budget does not suffice.
     std::optional<std::vector<WordSpan>> Split(std::string_view text, WorkBudget& budget) const;
 
 private:

@@ -1,4 +1,4 @@
-#include "transform/BuiltInFunctions.h"
+#include "transform/functions/BuiltInFunctions.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

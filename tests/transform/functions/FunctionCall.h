@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "framework/NumberText.h"
-#include "transform/BuiltInFunctions.h"
+#include "transform/functions/BuiltInFunctions.h"
 
 namespace nbscore::test {
 

@@ -1,0 +1,122 @@
+// A document's check as text for people.
+
+#include <algorithm>
+
+#include "check/DocumentCheck.h"
+#include "framework/CountedNoun.h"
+#include "framework/MCMV.h"
+#include "framework/NumberText.h"
+#include "output/MessageText.h"
+
+namespace nbscore {
+namespace {
+
+/// So many names of a list are told; the rest is counted.
+constexpr std::size_t longestList = 12;
+
+template <typename Items, typename Text>
+std::string List(const Items& items, const Text& textOf) {
+    std::string list;
+    for (std::size_t i = 0; i < std::min(items.size(), longestList); ++i)
+        list += (i == 0 ? "" : ", ") + textOf(items[i]);
+    if (items.size() > longestList) list += " and " + std::to_string(items.size() - longestList) + " more";
+    return list;
+}
+
+std::string DescribeField(const FieldDescription& field) {
+    std::string text = "    " + QuoteForMessage(field.name) + ": ";
+    if (field.isDerived) text += "derived";
+    if (!field.derivedFrom.empty()) text += " from " + List(field.derivedFrom, QuoteForMessage);
+    if (field.isDerived) text += ", ";
+    text += field.isContinuous ? "continuous" : "categorical";
+    text += field.isNumeric ? ", numbers" : ", texts";
+    if (field.declaredValues > 0) text += ", " + CountedNoun(field.declaredValues, "declared value");
+    if (field.role == ScoreModel::TargetRole) text += ", the target";
+    if (field.role == ScoreModel::PredictorRole) text += ", an input";
+    if (field.isReadByDerivedInputs.value_or(false)) text += ", read by derived inputs";
+    return text + '\n';
+}
+
+std::string DescribeInput(const InputDescription& input) {
+    return QuoteForMessage(input.name) + " (" +
+           CountedNoun(input.categories, input.kind == InputDescription::Bins ? "bin" : "value") + ", count " +
+           FormatNumber(input.total) + ")";
+}
+
+std::string DescribeClassifier(const ClassifierDescription& classifier) {
+    const auto number = [](double count) { return FormatNumber(count); };
+    std::string text = "threshold " + FormatNumber(classifier.threshold) + "; target counts " +
+                       List(classifier.targetCounts, number) + "; ";
+    text += classifier.inputs.empty() ? "no inputs" : "inputs " + List(classifier.inputs, DescribeInput);
+    if (!MCMV::IsMissing(classifier.assessmentMean)) text += "; mean " + FormatNumber(classifier.assessmentMean);
+    if (!MCMV::IsMissing(classifier.assessmentStdDev)) {
+        text += "; deviation " + FormatNumber(classifier.assessmentStdDev);
+    }
+    return text + '\n';
+}
+
+std::string DescribeModel(const DocumentCheck& check) {
+    const ModelDescription& model = *check.model;
+    std::string text;
+    if (!model.target.empty()) {
+        text += "  target " + QuoteForMessage(model.target) + ": " +
+                (model.targetCategories.empty()
+                     ? std::string("no declared values")
+                     : List(model.targetCategories, [](const std::string& name) { return QuoteForMessage(name); })) +
+                '\n';
+    }
+    const bool isSet = check.modelType == ScoreModel::SelfLearningModel;
+    if (isSet) text += "  " + CountedNoun(model.classifiers.size(), "sub-model") + '\n';
+    for (const ClassifierDescription& classifier : model.classifiers)
+        text += (isSet ? "    " + QuoteForMessage(classifier.name) + ": " : "  ") + DescribeClassifier(classifier);
+    return text;
+}
+
+std::string DescribePlace(const DocumentCheck& check, const DocumentPlace& place) {
+    std::string text = check.document + ':';
+    if (place.line != 0) text += std::to_string(place.line) + ':' + std::to_string(place.column) + ':';
+    return text + ' ';
+}
+
+std::string NameSeverity(const DocumentProblem& problem) {
+    if (problem.severity == DocumentProblem::Error) return "error " + std::to_string(problem.code);
+    return problem.severity == DocumentProblem::Warning ? "warning" : "remark";
+}
+
+std::string DescribeState(const DocumentCheck& check) {
+    if (!check.IsSound()) return check.modelType ? ", cannot be scored\n" : "\n";
+    return check.HasWarnings() ? ", sound but for a warning\n" : ", sound\n";
+}
+
+std::string DescribeProblem(const DocumentCheck& check, const DocumentProblem& problem) {
+    std::string text = DescribePlace(check, problem.place);
+    text += NameSeverity(problem);
+    text += ": " + problem.message + '\n';
+    if (!problem.place.elementPath.empty()) text += "  at " + problem.place.elementPath + '\n';
+    return text + "  do: " + problem.advice + '\n';
+}
+
+}  // namespace
+
+std::string NameModelKind(ScoreModel::ModelType type) {
+    if (type == ScoreModel::NaiveBayesModel) return "single classifier";
+    return type == ScoreModel::SelfLearningModel ? "set of sub-models" : "unknown kind of model";
+}
+
+std::string WriteCheckAsText(const DocumentCheck& check) {
+    std::string text = check.document + ": ";
+    text += check.modelType ? NameModelKind(*check.modelType) : std::string("refused");
+    text += DescribeState(check);
+    for (const Adaptation& adaptation : check.adaptations)
+        text += DescribePlace(check, adaptation.place) + (adaptation.isMade ? "adapted: " : "not adapted: ") +
+                adaptation.change + '\n';
+    if (!check.fields.empty()) text += "  " + CountedNoun(check.fields.size(), "field") + '\n';
+    for (const FieldDescription& field : check.fields)
+        text += DescribeField(field);
+    if (check.model) text += DescribeModel(check);
+    for (const DocumentProblem& problem : check.problems)
+        text += DescribeProblem(check, problem);
+    return text;
+}
+
+}  // namespace nbscore

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <vector>
+
+#include "check/DocumentCheck.h"
+#include "framework/ModelDescription.h"
+#include "framework/ScoreModel.h"
+
+namespace nbscore {
+
+/// Tells a check what a model is: its type, its fields and, where it describes itself, what it is made of.
+void DescribeModel(ScoreModel& model, DocumentCheck& check);
+
+/// What is odd about a model that can be scored: inputs and target categories that were never counted, sub-models of
+/// one name, fields that cases must have and no input uses, a set or model without inputs.
+std::vector<DocumentProblem> FindRemarks(const DocumentCheck& check, const ModelDescription& model);
+
+}  // namespace nbscore

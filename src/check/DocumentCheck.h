@@ -1,0 +1,95 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "adapt/DocumentAdapter.h"
+#include "framework/DocumentPlace.h"
+#include "framework/Limits.h"
+#include "framework/ModelDescription.h"
+#include "framework/ScoreModel.h"
+#include "host/PluginLibrary.h"
+
+namespace nbscore {
+
+/// Something about a document that its owner should know.
+struct DocumentProblem {
+    enum Severity {
+        /// The document is refused, or would be before the first case.
+        Error,
+        /// It can be scored, but with answers far from what it means: scoring says so every time.
+        Warning,
+        /// It can be scored, though perhaps not as it was meant.
+        Remark
+    };
+
+    Severity severity = Remark;
+    /// The number of a refusal (VeskException); 0 for a warning or remark.
+    int code = 0;
+    DocumentPlace place;
+    std::string message;
+    /// What to do about it, as a sentence.
+    std::string advice;
+};
+
+/// One field of a document.
+struct FieldDescription {
+    std::string name;
+    bool isNumeric = false;
+    bool isContinuous = false;
+    bool isDerived = false;
+    /// A ScoreModel::VarRole.
+    int role = ScoreModel::NoRole;
+    /// How many values it declares; 0 for none.
+    std::size_t declaredValues = 0;
+    /// Of a derived field: the fields that its expression reads itself, as far as it tells.
+    std::vector<std::string> derivedFrom;
+    /// Of a data field: whether derived inputs are computed from it, directly or through other derived fields. Nothing
+    /// where that is not known.
+    std::optional<bool> isReadByDerivedInputs;
+};
+
+/// What reading a document without scoring told.
+struct DocumentCheck {
+    std::string document;
+    std::vector<Adaptation> adaptations;
+    /// Nothing when the document was refused.
+    std::optional<ScoreModel::ModelType> modelType;
+    /// Of the application that wrote the document; nothing where the document was refused or does not tell.
+    std::optional<std::string> applicationVersion;
+    std::vector<FieldDescription> fields;
+    /// Nothing also for a model that does not describe itself.
+    std::optional<ModelDescription> model;
+    /// Errors first, then warnings.
+    std::vector<DocumentProblem> problems;
+
+    /// Whether there is no error.
+    bool IsSound() const;
+    bool HasWarnings() const;
+    /// Whether the file could be read at all.
+    bool IsReadable() const;
+};
+
+/// Reads a document and says what it holds and what is wrong with it. A refusal becomes a problem of the check, and
+/// so does a file that cannot be read (code 4). So does memory that does not suffice for the document or for what is
+/// told of it (code 12): nothing else is told then, and std::bad_alloc leaves this only where there is none even for
+/// that.
+/// @param adapt rewrite it first (SourceDocument::Adapt).
+/// @param limits of the reading; CancelledError leaves this.
+DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
+                            bool adapt, const Limits& limits = {});
+
+/// A check as text for people: what the document holds, then what is wrong, each with what to do about it.
+std::string WriteCheckAsText(const DocumentCheck& check);
+
+/// Checks as one JSON document for machines: `{"documents": [{"document": …, "sound": …, "kind": …, …}]}`. What is not
+/// known is null; names and keys are fixed.
+std::string WriteChecksAsJson(const std::vector<DocumentCheck>& checks);
+
+/// `single classifier`, `set of sub-models` or `unknown kind of model`.
+std::string NameModelKind(ScoreModel::ModelType type);
+
+}  // namespace nbscore

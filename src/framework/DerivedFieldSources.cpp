@@ -1,0 +1,56 @@
+#include "framework/DerivedFieldSources.h"
+
+#include <utility>
+#include <vector>
+
+namespace nbscore {
+namespace {
+
+using Names = std::set<std::string>;
+
+/// A walk from derived fields to what they are computed from, each field once.
+class Walk {
+public:
+    Walk(const TransformationDictionary& derivedFields, const DerivedFieldSources& sourcesOfFields)
+        : derived(derivedFields), sources(sourcesOfFields) {}
+
+    void AddDerived(const std::string& name) {
+        if (met.insert(name).second) waiting.push_back(name);
+    }
+
+    Names Finish() {
+        while (!waiting.empty()) {
+            const std::string name = std::move(waiting.back());
+            waiting.pop_back();
+            for (const std::string& read : sources.GetFieldsRead(name)) {
+                if (derived.GetVar(read) != nullptr) {
+                    AddDerived(read);
+                } else {
+                    dataFields.insert(read);
+                }
+            }
+        }
+        return std::move(dataFields);
+    }
+
+private:
+    const TransformationDictionary& derived;
+    const DerivedFieldSources& sources;
+    Names met;
+    std::vector<std::string> waiting;
+    Names dataFields;
+};
+
+}  // namespace
+
+std::optional<Names> FindFieldsOfDerivedFields(const TransformationDictionary& derivedFields, const Names& names) {
+    const auto* const sources = dynamic_cast<const DerivedFieldSources*>(&derivedFields);
+    if (sources == nullptr) return std::nullopt;
+    Walk walk(derivedFields, *sources);
+    for (const std::string& name : names) {
+        if (derivedFields.GetVar(name) != nullptr) walk.AddDerived(name);
+    }
+    return walk.Finish();
+}
+
+}  // namespace nbscore

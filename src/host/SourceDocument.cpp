@@ -1,0 +1,111 @@
+#include "host/SourceDocument.h"
+
+#include <memory>
+#include <new>
+#include <utility>
+
+#include "adapt/DocumentAdapter.h"
+#include "framework/VeskException.h"
+#include "ignored/IgnoredConstructs.h"
+#include "pmml/DocumentFile.h"
+#include "pmml/DocumentParser.h"
+#include "pmml/DocumentParts.h"
+#include "pmml/DomDocument.h"
+#include "pmml/Refusal.h"
+#include "pmml/XmlLibrary.h"
+#include "reading/BaseTranslator.h"
+#include "verify/VerificationSuite.h"
+
+namespace nbscore {
+namespace {
+
+/// What does not fit into memory is let go of when this ends, so that there is some for saying so.
+template <typename Work>
+auto WithinMemory(const Work& work) {
+    try {
+        return WithoutXmlFaults(work);
+    } catch (const std::bad_alloc&) {
+        throw MakeRefusal(Refusal::OutOfMemory);
+    }
+}
+
+/// Does something with a document; its refusals carry the document's name.
+template <typename Work>
+auto Named(const std::string& name, const Work& work) {
+    try {
+        return WithinMemory(work);
+    } catch (VeskException& refusal) {
+        refusal.SetSource(name);
+        throw;
+        // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference,cert-err09-cpp,cert-err61-cpp): see below
+    } catch (VeskException* refusal) {
+        // A second target in a mining schema is thrown as a pointer.
+        const std::unique_ptr<VeskException> owned(refusal);
+        owned->SetSource(name);
+        throw VeskException(*owned);
+    }
+}
+
+std::vector<IgnoredConstruct> PlacedIn(const std::string& name, std::vector<IgnoredConstruct> constructs) {
+    for (IgnoredConstruct& construct : constructs)
+        construct.place.source = name;
+    return constructs;
+}
+
+}  // namespace
+
+SourceDocument::SourceDocument(std::string path, Limits documentLimits, ParsedDocument parsed)
+    : name(std::move(path)), limits(std::move(documentLimits)), document(std::move(parsed)) {}
+
+SourceDocument::~SourceDocument() = default;
+SourceDocument::SourceDocument(SourceDocument&&) noexcept = default;
+SourceDocument& SourceDocument::operator=(SourceDocument&&) noexcept = default;
+
+SourceDocument SourceDocument::Read(const std::string& path, const Limits& limits) {
+    DocumentFile file(path, limits);
+    try {
+        return {path, limits, Named(path, [&] { return ParseDocument(file.GetStream(), limits); })};
+    } catch (const VeskException&) {
+        file.RequireUnbroken();
+        throw;
+    }
+}
+
+std::vector<Adaptation> SourceDocument::Adapt() {
+    return Named(name, [this] { return AdaptDocument(document); });
+}
+
+std::unique_ptr<ScoreModel> SourceDocument::Translate(ScoreTranslator& translator) const {
+    return Named(name, [this, &translator] {
+        if (auto* const ours = dynamic_cast<BaseTranslator*>(&translator)) {
+            ours->SetLimits(limits);
+            return std::unique_ptr<ScoreModel>(ours->ParseFromTree(*document, "UTF-8"));
+        }
+        const DomDocument dom = WriteDom(*document);
+        return std::unique_ptr<ScoreModel>(translator.ParseFromTree(dom.get(), "UTF-8"));
+    });
+}
+
+std::vector<VerificationSuite> SourceDocument::ReadVerification() const {
+    std::vector<VerificationSuite> suites = Named(name, [this] { return ReadVerificationSuites(*document); });
+    for (VerificationSuite& suite : suites)
+        suite.source = name;
+    return suites;
+}
+
+std::vector<IgnoredConstruct> SourceDocument::FindIgnored() const {
+    return PlacedIn(name, Named(name, [this] { return FindIgnoredConstructs(*document); }));
+}
+
+std::vector<IgnoredConstruct> SourceDocument::FindWarnings() const {
+    return PlacedIn(name, Named(name, [this] { return nbscore::FindWarnings(*document); }));
+}
+
+std::optional<std::string> SourceDocument::ReadApplicationVersion() const {
+    return Named(name, [this]() -> std::optional<std::string> {
+        const std::string_view version = FindApplication(document->GetRoot()).GetAttributeOr(Name::version, {});
+        return version.empty() ? std::nullopt : std::optional<std::string>(version);
+    });
+}
+
+}  // namespace nbscore

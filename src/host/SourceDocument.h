@@ -1,0 +1,66 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "adapt/DocumentAdapter.h"
+#include "framework/Limits.h"
+#include "framework/ScoreModel.h"
+#include "framework/ScoreTranslator.h"
+#include "ignored/IgnoredConstructs.h"
+#include "verify/VerificationSuite.h"
+
+namespace nbscore {
+
+class DocumentTree;
+
+/// A document that was parsed and not yet given to a plug-in: what a host itself reads in it or changes about it. When
+/// memory runs out meanwhile, that is VeskException 12, as it is while a document is parsed.
+/// Used by one thread at a time.
+class SourceDocument {
+public:
+    /// Parses a file.
+    /// @param path in UTF-8. Throws VeskException 3, 4, 10 or 12, with place and file name.
+    /// @param limits hold for all that is done with the document, which may throw CancelledError, and for the model
+    ///     that is made of it.
+    static SourceDocument Read(const std::string& path, const Limits& limits = {});
+
+    ~SourceDocument();
+    SourceDocument(SourceDocument&&) noexcept;
+    SourceDocument& operator=(SourceDocument&&) noexcept;
+
+    /// Rewrites what newer producers write into what the plug-in reads (AdaptDocument), and tells each change, and
+    /// what was left as it is, in document order.
+    std::vector<Adaptation> Adapt();
+
+    /// The model that a translator makes of the document: a BaseTranslator of its tree and under the limits, any other
+    /// one of a DOM. Throws VeskException, with the file's name, also where the translator throws a pointer to one
+    /// (which is freed).
+    std::unique_ptr<ScoreModel> Translate(ScoreTranslator& translator) const;
+
+    /// The test cases that the model elements which the plug-in reads carry, in document order; none where there are
+    /// none. Throws VeskException, with the file's name (ReadVerificationSuites).
+    std::vector<VerificationSuite> ReadVerification() const;
+
+    /// What the document says and scoring by the plug-in does not heed, in document order (FindIgnoredConstructs).
+    std::vector<IgnoredConstruct> FindIgnored() const;
+    /// Those of them that are warnings (FindWarnings).
+    std::vector<IgnoredConstruct> FindWarnings() const;
+
+    /// The version of the application that wrote the document; nothing where the document does not tell.
+    std::optional<std::string> ReadApplicationVersion() const;
+
+    /// The path as it was given.
+    const std::string& GetName() const { return name; }
+
+private:
+    SourceDocument(std::string path, Limits documentLimits, std::unique_ptr<const DocumentTree> parsed);
+
+    std::string name;
+    Limits limits;
+    std::unique_ptr<const DocumentTree> document;
+};
+
+}  // namespace nbscore

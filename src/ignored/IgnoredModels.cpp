@@ -1,0 +1,170 @@
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "framework/NumberText.h"
+#include "ignored/IgnoredLog.h"
+
+namespace nbscore {
+namespace {
+
+/// Every kind of model but Naive Bayes.
+constexpr std::array<std::string_view, 18> otherModels = {"AnomalyDetectionModel",
+                                                          "AssociationModel",
+                                                          "BaselineModel",
+                                                          "BayesianNetworkModel",
+                                                          "ClusteringModel",
+                                                          "GaussianProcessModel",
+                                                          "MiningModel",
+                                                          "GeneralRegressionModel",
+                                                          "NearestNeighborModel",
+                                                          "NeuralNetwork",
+                                                          "RegressionModel",
+                                                          "RuleSetModel",
+                                                          "Scorecard",
+                                                          "SequenceModel",
+                                                          "TextModel",
+                                                          "TimeSeriesModel",
+                                                          "TreeModel",
+                                                          "SupportVectorMachineModel"};
+
+constexpr IgnoredKind furtherModel{"is not read: only the first NaiveBayesModel is.",
+                                   "Make sure that the first one is meant, or give the other a document of its own."};
+constexpr IgnoredKind otherKind{"is not read: only a NaiveBayesModel is.",
+                                "Make sure that the NaiveBayesModel alone answers what is asked."};
+constexpr IgnoredKind wrapper{
+    "around the NaiveBayesModel is not read: the model answers every case alone, whatever the segments say.",
+    "Make sure that the NaiveBayesModel alone answers what is asked, or give it a document of its own."};
+
+bool IsOtherKind(Element element) {
+    return std::ranges::find(otherModels, element.GetSpelling()) != otherModels.end();
+}
+
+/// By their number in the tree.
+std::set<std::uint32_t> AncestorsOf(const ModelsRead& models) {
+    std::set<std::uint32_t> ancestors;
+    for (const Element model : models.elements) {
+        Element element = model.GetParent();
+        while (element && ancestors.insert(element.GetIndex()).second)
+            element = element.GetParent();
+    }
+    return ancestors;
+}
+
+class ModelWalk {
+public:
+    ModelWalk(const ModelsRead& modelsRead, IgnoredLog& ignoredLog)
+        : models(modelsRead), log(ignoredLog), around(AncestorsOf(modelsRead)) {}
+
+    /// The models right below an element, and those in the segments of sets among them.
+    void Visit(Element parent) {
+        for (const Element child : parent.GetChildren()) {
+            if (child.Is(Name::NaiveBayesModel)) {
+                VisitNaiveBayes(child);
+            } else if (IsOtherKind(child)) {
+                VisitOther(child);
+            }
+        }
+    }
+
+private:
+    void VisitNaiveBayes(Element model) {
+        if (models.selfLearning || model == models.elements.front()) return;
+        log.Note(furtherModel, model, "A further <NaiveBayesModel>");
+    }
+
+    void VisitOther(Element model) {
+        const std::string tag = '<' + std::string(model.GetSpelling()) + '>';
+        log.Note(around.contains(model.GetIndex()) ? wrapper : otherKind, model, tag);
+        if (!model.Is(Name::MiningModel)) return;
+        for (const Element segments : model.GetChildren(Name::Segmentation)) {
+            for (const Element one : segments.GetChildren(Name::Segment))
+                Visit(one);
+        }
+    }
+
+    const ModelsRead& models;
+    IgnoredLog& log;
+    /// What the models that are read stand in.
+    const std::set<std::uint32_t> around;
+};
+
+constexpr IgnoredKind notScorable{"is not heeded: the model is scored all the same.",
+                                  "Ask whoever made the document what it is for before its scores are used."};
+constexpr IgnoredKind targetPrior{"is not used: priors come from the counts of BayesOutput.",
+                                  "Change the counts of BayesOutput, if other priors are meant."};
+constexpr IgnoredKind otherOutput{"is not computed: only predictions and probabilities are.",
+                                  "Compute it from the scores, in what reads them."};
+constexpr IgnoredKind localField{"is not read: the input takes the field of that name in the dictionaries.",
+                                 "Declare it in the TransformationDictionary, under a name of its own."};
+constexpr IgnoredKind earlierOutput{"is not used: of several the last one counts.",
+                                    "Leave the BayesOutput that is meant, and take the others out."};
+
+void NoteTargets(Element model, IgnoredLog& log) {
+    for (const Element targets : model.GetChildren(Name::Targets)) {
+        for (const Element target : targets.GetChildren(Name::Target)) {
+            for (const Element value : target.GetChildren(Name::TargetValue)) {
+                if (!value.Has(Name::priorProbability)) continue;
+                log.Note(targetPrior, value,
+                         "The priorProbability of the target value " + QuotedAttribute(value, Name::value));
+            }
+        }
+    }
+}
+
+/// Predictions and probabilities are what scoring gives, though under names of its own.
+bool IsComputed(Element outputField) {
+    const auto rank = outputField.GetAttribute(Name::rank);
+    if (rank && ReadNumber(*rank) != 1.0) return false;
+    const std::string_view feature = outputField.GetAttributeOr(Name::feature, "predictedValue");
+    return feature == "predictedValue" || feature == "probability";
+}
+
+void NoteOutput(Element model, IgnoredLog& log) {
+    for (const Element output : model.GetChildren(Name::Output)) {
+        for (const Element field : output.GetChildren(Name::OutputField)) {
+            if (IsComputed(field)) continue;
+            log.Note(otherOutput, field, "The output field " + QuotedAttribute(field, Name::name));
+        }
+    }
+}
+
+/// An input that names a derived field of the model's own is refused, unless a dictionary has a field of that name too.
+void NoteLocalFields(Element model, IgnoredLog& log) {
+    const FieldNames inputs = FindInputFields(model);
+    for (const Element local : model.GetChildren(Name::LocalTransformations)) {
+        for (const Element field : local.GetChildren(Name::DerivedField)) {
+            const auto name = field.GetAttribute(Name::name);
+            if (!name || !inputs.contains(*name)) continue;
+            log.Note(localField, field, "The field " + QuotedAttribute(field, Name::name) + " of LocalTransformations");
+        }
+    }
+}
+
+void NoteEarlierOutputs(Element model, IgnoredLog& log) {
+    const std::vector<Element> outputs = model.GetChildren(Name::BayesOutput).List();
+    for (std::size_t i = 0; i + 1 < outputs.size(); ++i)
+        log.Note(earlierOutput, outputs[i], "A BayesOutput in front of another");
+}
+
+}  // namespace
+
+void NoteIgnoredModels(Element root, const ModelsRead& models, IgnoredLog& log) {
+    ModelWalk(models, log).Visit(root);
+}
+
+void NoteIgnoredModelParts(Element model, IgnoredLog& log) {
+    const auto scorable = model.GetAttribute(Name::isScorable);
+    if (scorable == "false" || scorable == "0") {
+        log.Note(notScorable, model, "isScorable " + QuotedAttribute(model, Name::isScorable) + " of the model");
+    }
+    NoteTargets(model, log);
+    NoteOutput(model, log);
+    NoteLocalFields(model, log);
+    NoteEarlierOutputs(model, log);
+}
+
+}  // namespace nbscore

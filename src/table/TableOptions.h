@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "framework/Limits.h"
+
+namespace nbscore {
+
+/// What to do with a text that is no number in a numeric field.
+enum class BadValues { Stop, Missing };
+
+/// How the rows of a table are taken.
+struct CaseBinderOptions {
+    BadValues badValues = BadValues::Stop;
+    /// A field that the model needs and the table lacks is absent in every case, instead of an error.
+    bool allowMissingFields = false;
+};
+
+enum class ScoreFormat { Csv, JsonLines };
+
+/// How the scores of a set of sub-models are written; for a single classifier it does nothing.
+struct SubModelOptions {
+    /// A row for each case and sub-model instead of a column for each sub-model (CSV).
+    bool longRows = false;
+    /// Only this many of each case's scores, the highest first; with nothing all, in the model's order.
+    std::optional<std::size_t> best;
+};
+
+/// How scored cases are written. What only a table of columns can have does nothing for JSON lines.
+struct ScoreWriterOptions {
+    ScoreFormat format = ScoreFormat::Csv;
+    /// Between the cells of a CSV row.
+    char delimiter = ',';
+    /// Leave the input's own columns out (CSV; JSON lines never have them).
+    bool onlyScores = false;
+    /// Only the prediction: no confidence, no probabilities; of sub-models the scores without assessment figures.
+    bool predictionOnly = false;
+    /// Put in front of the name of every column that scoring adds (CSV; the keys of JSON lines are fixed).
+    std::string prefix;
+    SubModelOptions subModels;
+};
+
+struct TableScorerOptions {
+    char delimiter = ',';
+    /// A table with a header and no case is an error unless this is set.
+    bool allowEmpty = false;
+    /// How many threads score; with one, nothing is done beside the calling thread. At least 1.
+    std::size_t threads = 1;
+    CaseBinderOptions cases;
+    /// Of these, only whether the work is cancelled is asked, on each of the threads.
+    Limits limits;
+    ScoreWriterOptions output;
+
+    /// Whether a row's cells are written as they are read.
+    bool CopiesRows() const { return output.format == ScoreFormat::Csv && delimiter == output.delimiter; }
+};
+
+}  // namespace nbscore

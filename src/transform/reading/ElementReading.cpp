@@ -1,0 +1,89 @@
+#include "transform/reading/ElementReading.h"
+
+#include <algorithm>
+
+#include "pmml/FieldDeclarationReader.h"
+#include "pmml/Refusal.h"
+#include "pmml/Utf8.h"
+
+namespace nbscore {
+namespace {
+
+/// "a, b or c".
+std::string Listed(std::span<const std::string_view> words) {
+    std::string list;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (i > 0) list += i + 1 < words.size() ? ", " : " or ";
+        list += words[i];
+    }
+    return list;
+}
+
+}  // namespace
+
+std::vector<Element> ChildrenOf(Element element) {
+    std::vector<Element> children;
+    for (const Element child : element.GetChildren()) {
+        if (!child.Is(Name::Extension)) children.push_back(child);
+    }
+    return children;
+}
+
+VeskException UnexpectedChild(Element child, const std::string& parent) {
+    return RefusalAt(child, Refusal::ChildUnexpected, {child.GetTag(), parent});
+}
+
+ValueKind DataTypeOf(Element element) {
+    const auto dataType = element.GetAttribute(Name::dataType);
+    if (!dataType) return ValueKind::Any;
+    if (IsNumericDataType(*dataType)) return ValueKind::Number;
+    return dataType == "boolean" ? ValueKind::Truth : ValueKind::Text;
+}
+
+ExpressionValue WrittenValue(Element element, std::string_view text, ValueKind wanted, const Transcoder& transcoder) {
+    if (wanted == ValueKind::Number) return DoubleAt(element, text);
+    return TextAt(element, text, transcoder);
+}
+
+ExpressionValue WrittenAttribute(Element element, Name name, ValueKind wanted, const Transcoder& transcoder) {
+    const auto text = element.GetAttribute(name);
+    return text ? WrittenValue(element, *text, wanted, transcoder) : ExpressionValue();
+}
+
+ExpressionValue AttributeOfKind(Element element, Name name, ValueKind kind, const Transcoder& transcoder) {
+    const auto text = element.GetAttribute(name);
+    return text ? ReadAs(kind, TextAt(element, *text, transcoder)) : ExpressionValue();
+}
+
+std::optional<bool> FlagAttribute(Element element, Name name) {
+    static constexpr std::string_view words[] = {"true", "1", "false", "0"};
+    if (!element.Has(name)) return std::nullopt;
+    return WordAttribute(element, name, words) < 2;
+}
+
+bool TruthAt(Element element, std::string_view text) {
+    if (const auto truth = TruthOf(std::string(text))) return *truth;
+    throw RefusalAt(element, Refusal::NoTruthValue, {ExcerptOf(text)});
+}
+
+std::size_t WordAttribute(Element element, Name name, std::span<const std::string_view> words) {
+    const auto word = element.GetAttribute(name);
+    if (!word) return 0;
+    const auto found = std::ranges::find(words, *word);
+    if (found == words.end()) {
+        throw RefusalAt(element, Refusal::NoListedWord,
+                        {ExcerptOf(*word), SpellingOf(name), element.GetTag(), Listed(words)});
+    }
+    return static_cast<std::size_t>(found - words.begin());
+}
+
+FieldReference ReadFieldReference(Element element, FieldScope& scope) {
+    return scope.Resolve(element, RequiredAttribute(element, Name::field));
+}
+
+FieldInput ReadFieldInput(Element element, const FieldReference& field, ValueKind resultKind,
+                          const Transcoder& transcoder) {
+    return {field, AttributeOfKind(element, Name::mapMissingTo, resultKind, transcoder)};
+}
+
+}  // namespace nbscore

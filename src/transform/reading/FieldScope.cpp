@@ -1,0 +1,100 @@
+#include "transform/reading/FieldScope.h"
+
+#include <memory>
+
+#include "framework/VeskException.h"
+#include "pmml/Refusal.h"
+#include "pmml/Utf8.h"
+#include "transform/evaluation/DeclaredValidity.h"
+
+namespace nbscore {
+
+FieldScope::FieldScope(DerivedFields& derivedFields, const ScoreDictionary* dataDictionary,
+                       const Transcoder& textTranscoder)
+    : derived(derivedFields), dictionary(dataDictionary), transcoder(textTranscoder) {}
+
+void FieldScope::Readings::Begin(std::size_t derivedField) {
+    reader = derivedField + 1;
+    positions.clear();
+}
+
+bool FieldScope::Readings::Has(std::size_t position) const {
+    return position < lastReaders.size() && lastReaders[position] == reader;
+}
+
+void FieldScope::Readings::Note(std::size_t position) {
+    // A search among the positions would take time by the square of what a field reads.
+    if (Has(position)) return;
+    if (position >= lastReaders.size()) lastReaders.resize(position + 1, 0);
+    lastReaders[position] = reader;
+    positions.push_back(position);
+}
+
+void FieldScope::EnterField(std::size_t derivedField) {
+    field = derivedField;
+    function = nullptr;
+    cost = {};
+    inputs.Begin(derivedField);
+    fieldsAlways.Begin(derivedField);
+    fieldsInBranches.Begin(derivedField);
+}
+
+void FieldScope::FinishField() {
+    DerivedField& finished = derived.fields[field];
+    finished.inputs = inputs.GetPositions();
+    finished.dependencies = fieldsAlways.GetPositions();
+    finished.alwaysNeeded = finished.dependencies.size();
+    for (const std::size_t position : fieldsInBranches.GetPositions()) {
+        if (!fieldsAlways.Has(position)) finished.dependencies.push_back(position);
+    }
+}
+
+void FieldScope::EnterFunction(const UserFunction& enteredFunction) {
+    function = &enteredFunction;
+    parameterPositions.clear();
+    for (std::size_t i = 0; i < function->parameters.size(); ++i)
+        parameterPositions.emplace(function->parameters[i].name, i);
+    cost = {};
+}
+
+FieldReference FieldScope::Resolve(Element element, std::string_view quotedName) {
+    const std::string name = TextAt(element, quotedName, transcoder);
+    if (function) return ResolveParameter(element, quotedName, name);
+    const auto found = derived.positionsByName.find(name);
+    if (found != derived.positionsByName.end()) return ResolveDerived(found->second);
+    const ScoreDictVar* variable = dictionary ? dictionary->GetVar(name) : nullptr;
+    if (variable) return ResolveInput(name, *variable);
+    throw RefusalAt(element, Refusal::FieldUnknown, {ExcerptOf(quotedName)});
+}
+
+FieldReference FieldScope::ResolveParameter(Element element, std::string_view quotedName, const std::string& name) {
+    const auto found = parameterPositions.find(name);
+    if (found == parameterPositions.end()) {
+        throw RefusalAt(element, Refusal::ParameterUnknown, {ExcerptOf(quotedName)});
+    }
+    return {FieldReference::Parameter, found->second, function->parameters[found->second].kind};
+}
+
+FieldReference FieldScope::ResolveDerived(std::size_t position) {
+    (branches > 0 ? fieldsInBranches : fieldsAlways).Note(position);
+    return {FieldReference::DerivedFields, position, KindOfField(*derived.fields[position].variable)};
+}
+
+FieldReference FieldScope::ResolveInput(const std::string& name, const ScoreDictVar& variable) {
+    const auto [entry, isNew] = inputPositions.try_emplace(name, derived.inputs.size());
+    if (isNew) {
+        derived.inputs.push_back(
+            {name, std::unique_ptr<const ScoreDictVar>(variable.Clone()), DeclaredValidity(variable)});
+    }
+    inputs.Note(entry->second);
+    return {FieldReference::CaseRecord, entry->second, KindOfField(variable)};
+}
+
+const UserFunction* FieldScope::FindFunctionToCall(const std::string& name) {
+    const auto found = derived.functions.positionsByName.find(name);
+    if (found == derived.functions.positionsByName.end()) return nullptr;
+    cost.calls.push_back({found->second, cost.level});
+    return derived.functions.functions[found->second].get();
+}
+
+}  // namespace nbscore

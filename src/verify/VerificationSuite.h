@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "framework/DocumentPlace.h"
+
+namespace nbscore {
+
+class DocumentTree;
+
+/// A VerificationField: what a column of the test cases stands for, and how closely numbers in it must agree.
+struct VerificationField {
+    static constexpr double defaultPrecision = 1e-6;
+    static constexpr double defaultZeroThreshold = 1e-16;
+
+    std::string name;
+    double precision = defaultPrecision;
+    double zeroThreshold = defaultZeroThreshold;
+    std::uint64_t line = 0;
+    std::uint64_t column = 0;
+};
+
+/// An OutputField: a name that the document gives to something that scoring gives.
+struct OutputDeclaration {
+    std::string name{};
+    std::string feature = "predictedValue";
+    /// Empty when absent, like targetField and segment.
+    std::string value{};
+    std::string targetField{};
+    std::string segment{};
+    int rank = 1;
+};
+
+/// A cell of a row that is not blank.
+struct VerificationCell {
+    /// Which of the suite's fields it belongs to, counted from 0.
+    std::size_t field = 0;
+    std::string text;
+};
+
+/// One test case. What has no cell is missing, or is not checked.
+struct VerificationRow {
+    std::vector<VerificationCell> cells;
+    std::uint64_t line = 0;
+    std::uint64_t column = 0;
+};
+
+/// A name in the rows that is the column of no field, and the place of the first row that has it.
+struct UnusedColumn {
+    std::string name;
+    std::uint64_t line = 0;
+    std::uint64_t column = 0;
+};
+
+/// The test cases that a model element of a document carries, as it carries them: what the fields are to the model is
+/// not known here.
+struct VerificationSuite {
+    /// The model element's number in the document, from 0.
+    std::size_t modelIndex = 0;
+    std::vector<VerificationField> fields;
+    /// What the model element's Output declares.
+    std::vector<OutputDeclaration> outputs;
+    std::vector<VerificationRow> rows;
+    std::vector<UnusedColumn> unusedColumns;
+
+    /// The document's name, and the paths of the elements that fields and rows stand in.
+    std::string source;
+    std::string fieldsPath;
+    std::string rowsPath;
+
+    DocumentPlace GetPlaceOfField(std::size_t field) const;
+    DocumentPlace GetPlaceOfRow(std::size_t row) const;
+};
+
+/// Reads the ModelVerification of each model element that the plug-in reads, in document order. Takes time proportional
+/// to the document.
+///
+/// Throws VeskException, with the place: 1 for a part that is missing, 2 for a VerificationField without `field`, 5 for
+/// a negative precision or zero threshold, for a cell that holds elements and for text between cells, 9 for what should
+/// be a number and is none, 11 for a TableLocator, which points outside the document, 12 for parts that contradict each
+/// other: two of what may be there once, a field, a column of two fields or of one row, or an output field that is
+/// there twice, a recordCount or fieldCount that is not the true number.
+std::vector<VerificationSuite> ReadVerificationSuites(const DocumentTree& document);
+
+}  // namespace nbscore

@@ -1,0 +1,104 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "framework/ScoreModel.h"
+#include "framework/SeededHash.h"
+#include "framework/SubModelScoring.h"
+#include "table/ModelResults.h"
+#include "verify/VerificationSuite.h"
+#include "verify/VerifiedCell.h"
+
+namespace nbscore {
+
+/// What a verification field is to a model: one of its inputs, or a value that scoring gives.
+struct VerifiedValue {
+    enum class Kind {
+        Input,
+        Prediction,
+        Confidence,   ///< the probability of the prediction
+        Probability,  ///< of one category
+        Score         ///< of a sub-model: the probability of the target's second category
+    };
+    Kind kind = Kind::Input;
+    /// For a probability: the category's number in the order in which the target declares them.
+    std::size_t category = 0;
+};
+
+/// Finds out what verification fields are to a model.
+///
+/// The target's name is the prediction, any other field of the dictionary an input. An OutputField stands for its
+/// feature: `predictedValue`, or `probability` of its value, or of the prediction without one. What the document does
+/// not declare may go by the names of the columns that scoring a table adds: predicted_TARGET, confidence,
+/// probability_CATEGORY; of a sub-model score_NAME. Of a sub-model there is nothing but its score, which is the
+/// probability of the second category.
+class VerifiedValueFinder {
+public:
+    /// @param scoredModel borrowed, and scorable. @param verified borrowed: the test cases whose fields are asked for.
+    /// @param subModel the label of the sub-model that they are for; nothing for a single classifier.
+    /// Throws UnscorableModelError for a model whose target cannot be told.
+    VerifiedValueFinder(const ScoreModel& scoredModel, const VerificationSuite& verified,
+                        std::optional<std::string> subModel);
+
+    /// What a field is, by its number. Throws VeskException, with the field's place: 7, naming what is known, for a
+    /// field that is neither an input nor something that scoring gives; 11 for an OutputField with a feature that is
+    /// not supported; 12 for one that asks for a category or target that the model does not have.
+    VerifiedValue Find(std::size_t field) const;
+
+private:
+    void NameResults();
+    VerifiedValue FindNamed(const std::string& name) const;
+    VerifiedValue FindOutput(const OutputDeclaration& output) const;
+    VerifiedValue FindProbability(const OutputDeclaration& output) const;
+
+    const ScoreModel& model;
+    const VerificationSuite& suite;
+    std::optional<std::string> subModelLabel;
+    const ScoreDictVar& target;
+    std::vector<std::string> categories;
+    SeededMap<std::string, std::size_t> categoryNumbers;
+    SeededMap<std::string, const OutputDeclaration*> outputs;
+    /// What the document need not declare, and the names in the order in which messages list them.
+    SeededMap<std::string, VerifiedValue> results;
+    std::vector<std::string> resultNames;
+};
+
+/// Scores test cases and reads what verification fields stand for out of the results.
+class VerifiedScores {
+public:
+    /// @param scoredModel borrowed; scorable, and with a target.
+    /// @param subModels how many sub-models there are; nothing for a single classifier.
+    VerifiedScores(ScoreModel& scoredModel, std::optional<std::size_t> subModels);
+
+    /// Scores a case; what was scored before is forgotten. Of a set the one sub-model that is asked for, where the
+    /// model can do so, else all of them.
+    /// @param subModel counted from 0, and one of those that there are; of a single classifier 0.
+    /// Throws as ReusedResult does, and UnscorableModelError for a result that is not of the model's kind.
+    void Score(const ScoreCaseRecord& record, std::size_t subModel);
+
+    /// @param value no input. To be asked for when a case is scored. Throws UnscorableModelError for a result that is
+    /// not of the model's kind.
+    VerifiedCell Get(const VerifiedValue& value);
+
+    /// True when what the value is expected to be must be a number.
+    bool IsNumber(const VerifiedValue& value) const;
+
+private:
+    double ScoreSubModel(const ScoreCaseRecord& record, std::size_t subModel);
+
+    ScoreModel& model;
+    /// Null where sub-models cannot be scored one by one.
+    SubModelScoring* subModelScoring;
+    bool numericTarget;
+    std::optional<std::size_t> numSubModels;
+    CategoryProbabilities probabilities;
+    ReusedResult result;
+    /// The last case's; of a set only its score.
+    const ScoreResult* scored = nullptr;
+    double subModelScore = 0.0;
+};
+
+}  // namespace nbscore
