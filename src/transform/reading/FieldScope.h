@@ -15,8 +15,9 @@
 
 namespace nbscore {
 
-/// The names that an expression can use while it is read. In a derived field: the derived fields, which are all declared
-/// by then, and the data fields. In a function: only its parameters. It notes what is used, and how much work that is.
+/// The names that an expression can use while it is read. In a derived field: the derived fields, which are all
+/// declared by then, and the data fields. In a function: only its parameters. It notes what is used, and how much work
+/// that is.
 class FieldScope {
 public:
     /// @param dataDictionary null when there are no data fields.

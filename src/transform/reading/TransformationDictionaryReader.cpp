@@ -65,8 +65,8 @@ std::unique_ptr<const Expression> ReadFunctionBody(Element element, FieldScope& 
     throw RefusalAt(element, Refusal::FunctionWithoutExpression, {QuotableName(element)});
 }
 
-/// Reads the DefineFunction elements of a document. First all are declared, then their bodies are read: so they may call
-/// one another in any order, but not in a cycle.
+/// Reads the DefineFunction elements of a document. First all are declared, then their bodies are read: so they may
+/// call one another in any order, but not in a cycle.
 class UserFunctionsReader {
 public:
     UserFunctionsReader(UserFunctions& functionsToFill, const Transcoder& textTranscoder)
@@ -134,8 +134,8 @@ Element ExpressionOf(Element field) {
     throw RefusalAt(field, Refusal::DerivedFieldWithoutExpression, {QuotableName(field)});
 }
 
-/// Reads a TransformationDictionary element. First all functions and fields are declared, then all expressions are read:
-/// so they may refer to one another in any order.
+/// Reads a TransformationDictionary element. First all functions and fields are declared, then all expressions are
+/// read: so they may refer to one another in any order.
 class Reader {
 public:
     Reader(const ScoreDictionary* dataDictionary, const Transcoder& textTranscoder, const Limits& limits)
