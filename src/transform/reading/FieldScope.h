@@ -33,7 +33,7 @@ public:
     /// The field of this name. Throws VeskException 8, with the place of the element, when there is none.
     FieldReference Resolve(Element element, std::string_view name);
 
-    /// The document's own function of this name, and notes a call of it; null when there is none.
+    /// Finds the document's own function of this name, null when there is none, and notes a call of it.
     const UserFunction* FindFunctionToCall(const std::string& name);
 
     /// What was read since the scope was entered.
