@@ -9,8 +9,8 @@
 
 namespace nbscore {
 
-/// What a variable's values are to expressions: numbers, texts, or truth values. These are stored as texts, and one that
-/// does not read as a truth value stays a text (ReadAs).
+/// What a variable's values are to expressions: numbers, texts, or truth values. These are stored as texts, and one
+/// that does not read as a truth value stays a text (ReadAs).
 ValueKind KindOfField(const ScoreDictVar& variable);
 
 /// Whether no number lies in the interval.
@@ -32,9 +32,9 @@ private:
     std::vector<ValueInterval> joined;
 };
 
-/// Which values a variable's declaration allows: none that it declares invalid; if it declares valid values, only these;
-/// if it declares intervals, only numbers inside one of them. NaN is never allowed, nor is a text that is no truth value
-/// where the variable holds truth values.
+/// Which values a variable's declaration allows: none that it declares invalid; if it declares valid values, only
+/// these; if it declares intervals, only numbers inside one of them. NaN is never allowed, nor is a text that is no
+/// truth value where the variable holds truth values.
 class DeclaredValidity {
 public:
     explicit DeclaredValidity(const ScoreDictVar& variable);

@@ -78,8 +78,9 @@ void DerivedCaseRecord::ComputeWithDependencies(std::size_t wanted) const {
     }
 }
 
-/// What a field needs only in some cases is computed when its expression asks for it, while it is evaluated. When fields
-/// nest deeply in this way they take stack: from a certain depth on, everything that they could need is computed before.
+/// What a field needs only in some cases is computed when its expression asks for it, while it is evaluated. When
+/// fields nest deeply in this way they take stack: from a certain depth on, everything that they could need is computed
+/// before.
 std::size_t DerivedCaseRecord::CountComputedAhead(const DerivedField& field) const {
     constexpr std::size_t mostLevelsInUse = 250;
     return levelsInUse + field.levels <= mostLevelsInUse ? field.alwaysNeeded : field.dependencies.size();

@@ -71,10 +71,10 @@ constexpr BuiltInFunction aggregateFunctions[] = {
     OfAnyNumber("min", "The least of the numbers.", OfNumbers<Least>),
     OfAnyNumber("max", "The greatest of the numbers.", OfNumbers<Greatest>),
     OfAnyNumber("sum", "The sum of the numbers, from left to right.", OfNumbers<Sum>),
-    OfAnyNumber("avg", "The sum of the numbers, from left to right, divided by how many they are.", OfNumbers<Average>),
+    OfAnyNumber("avg", "The sum of the numbers, from left to right, divided by their count.", OfNumbers<Average>),
     OfAnyNumber(
         "median",
-        "The middle one of the numbers in ascending order, the mean of the middle two when their count is even.",
+        "The middle one of the numbers in ascending order; the mean of the middle two when their count is even.",
         OfNumbers<Median>),
     OfAnyNumber("product", "The product of the numbers, from left to right.", OfNumbers<Product>)};
 

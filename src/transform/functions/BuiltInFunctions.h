@@ -66,8 +66,8 @@ SCOREFRAMEWORK_API std::span<const BuiltInFunction> GetBuiltInFunctions();
 /// The function of exactly this name; null when there is none.
 const BuiltInFunction* FindBuiltInFunction(std::string_view name);
 
-/// What to do about a function of this name, which is not known: it is a built-in one except for upper and lower case, or
-/// for the prefix `x-` of producers' own functions. Empty when the name does not tell.
+/// What to do about a function of this name, which is not known: it is a built-in one except for upper and lower case,
+/// or for the prefix `x-` of producers' own functions. Empty when the name does not tell.
 std::string SuggestFunction(std::string_view name);
 
 }  // namespace nbscore

@@ -126,11 +126,9 @@ constexpr BuiltInFunction missingValueFunctions[] = {
     {"isNotMissing", "value", 1, 1, MissingRule::IsSeen, ValueKind::Truth,
      "Whether the value is not missing; never missing itself.", AskNotMissing},
     {"isValid", "value", 1, 1, MissingRule::IsSeen, ValueKind::Truth,
-     "Whether there is a value, no NaN, and, for a `FieldRef`, the field's declaration allows it: a number in a "
-     "numeric "
-     "field, a truth value in a boolean one, none of the field's invalid values, one of its valid values and inside "
-     "one "
-     "of its intervals where it declares any; never missing itself.",
+     "Whether there is a value, not NaN, and, for a `FieldRef`, one that the field's declaration allows: a number in a "
+     "numeric field, a truth value in a boolean one, none of the declared invalid values, one of the declared valid "
+     "values if there are any, and inside one of the declared intervals if there are any; never missing itself.",
      nullptr, MakeIsValid},
     {"isNotValid", "value", 1, 1, MissingRule::IsSeen, ValueKind::Truth,
      "The opposite of `isValid`, so true for a missing value; never missing itself.", nullptr, MakeIsNotValid}};

@@ -44,7 +44,7 @@ ExpressionValue SecondsSinceMidnight(Arguments arguments) {
 
 constexpr BuiltInFunction dateFunctions[] = {
     {"dateDaysSinceYear", "date, year", 2, 2, MissingRule::GivesMissing, ValueKind::Number,
-     "The days from 1 January of the year to the date, as the date is written whatever its offset, negative before; "
+     "The days from 1 January of the year to the date, as it is written, whatever its offset; negative before; "
      "undefined when there is no date, or no whole year from 0 to 9999.",
      DaysSinceYear},
     {"dateSecondsSinceYear", "date, year", 2, 2, MissingRule::GivesMissing, ValueKind::Number,

@@ -1,6 +1,7 @@
 #include "transform/functions/Families.h"
 
 #include <boost/math/special_functions/erf.hpp>
+
 #include <cmath>
 #include <limits>
 #include <numbers>

@@ -54,16 +54,17 @@ std::unique_ptr<const Expression> MakeFormatDateTime(CallParts parts) {
 
 constexpr BuiltInFunction formattingFunctions[] = {
     {"formatNumber", "number, pattern", 2, 2, MissingRule::GivesMissing, ValueKind::Text,
-     "The number by a pattern of C's `printf` with exactly one conversion, one of `%d %i %u %o %x %X` (of the number "
+     "The number formatted by a pattern of C's `printf` with exactly one conversion, one of `%d %i %u %o %x %X` (of "
+     "the number "
      "rounded, a half to the even one), `%f %F %e %E %g %G`, or `%s` for the shortest digits; flags are `-`, `+`, "
      "blank and `0`, width and precision go up to 1000; undefined for any other pattern and, without sign, for a "
      "negative number or one from 2^64 on in `%o %x %X`.",
      FormatNumberByPattern, MakeFormatNumber},
     {"formatDatetime", "date, pattern", 2, 2, MissingRule::GivesMissing, ValueKind::Text,
-     "The date, the time, or both, as they are written whatever their offset, by a pattern of POSIX `strftime` in the "
+     "The date, the time, or both, not converted to UTC, formatted by a pattern of POSIX `strftime` in the "
      "POSIX locale (every conversion but `%Z` and those with `E` or `O`; `%z` is empty without an offset, a date alone "
-     "is its midnight); undefined for any other pattern, for what is no date or time, and for a date asked of a time "
-     "alone.",
+     "is its midnight); undefined for any other pattern, for what is no date or time, and for a time alone where the "
+     "pattern needs a date.",
      FormatDateTimeByPattern, MakeFormatDateTime}};
 
 }  // namespace

@@ -108,7 +108,7 @@ constexpr BuiltInFunction generalMathFunctions[] = {
     OneNumberRow<NaturalLogarithm>("ln", "The natural logarithm; undefined unless x > 0."),
     OneNumberRow<SquareRoot>("sqrt", "The square root; undefined when x < 0."),
     OneNumberRow<AbsoluteValue>("abs", "The absolute value."),
-    OneNumberRow<Exponential>("exp", "e to the power x; undefined when that is too great for a double."),
+    OneNumberRow<Exponential>("exp", "e to the power x; undefined when that is too large for a double."),
     TwoNumbersRow<Power>("pow", "base, exponent",
                          "The base to the power of the exponent, 1 whenever the exponent is 0; undefined for a "
                          "negative base with an exponent that is not whole, and for 0 with a negative exponent."),
@@ -123,10 +123,11 @@ constexpr BuiltInFunction generalMathFunctions[] = {
                           "The remainder x - floor(x / y) · y, in doubles, which has the sign of the divisor y: "
                           "modulo(-7, 3) is 2; undefined when y is 0."),
     OneNumberRow<ExponentialMinusOne>(
-        "expm1", "e to the power x, minus 1, exact for x near 0 too; undefined when that is too great for a double."),
+        "expm1",
+        "e to the power x, minus 1, accurate for x near 0 too; undefined when that is too large for a double."),
     OneNumberRow<LogarithmOfOnePlus>(
-        "ln1p", "The natural logarithm of 1 + x, exact for x near 0 too; undefined unless x > -1."),
-    TwoNumbersRow<Hypotenuse>("hypot", "x, y", "The square root of x² + y², without overflow on the way.")};
+        "ln1p", "The natural logarithm of 1 + x, accurate for x near 0 too; undefined unless x > -1."),
+    TwoNumbersRow<Hypotenuse>("hypot", "x, y", "The square root of x² + y², without intermediate overflow.")};
 
 double Sine(double x) {
     return std::sin(x);
@@ -167,10 +168,10 @@ double HyperbolicTangent(double x) {
 constexpr BuiltInFunction trigonometricFunctions[] = {
     OneNumberRow<Sine>("sin", "The sine of an angle in radians."),
     OneNumberRow<ArcSine>("asin", "The angle from -π/2 to π/2 whose sine is x; undefined unless -1 ≤ x ≤ 1."),
-    OneNumberRow<HyperbolicSine>("sinh", "The hyperbolic sine; undefined when that is too great for a double."),
+    OneNumberRow<HyperbolicSine>("sinh", "The hyperbolic sine; undefined when that is too large for a double."),
     OneNumberRow<Cosine>("cos", "The cosine of an angle in radians."),
     OneNumberRow<ArcCosine>("acos", "The angle from 0 to π whose cosine is x; undefined unless -1 ≤ x ≤ 1."),
-    OneNumberRow<HyperbolicCosine>("cosh", "The hyperbolic cosine; undefined when that is too great for a double."),
+    OneNumberRow<HyperbolicCosine>("cosh", "The hyperbolic cosine; undefined when that is too large for a double."),
     OneNumberRow<Tangent>("tan", "The tangent of an angle in radians."),
     OneNumberRow<ArcTangent>("atan", "The angle from -π/2 to π/2 whose tangent is x."),
     OneNumberRow<HyperbolicTangent>("tanh", "The hyperbolic tangent.")};

@@ -7,8 +7,8 @@
 
 namespace nbscore {
 
-/// A pattern of C's printf for one number: text with exactly one conversion in it. We interpret it ourselves: a document's
-/// pattern never reaches printf.
+/// A pattern of C's printf for one number: text with exactly one conversion in it. We interpret it ourselves: a
+/// document's pattern never reaches printf.
 ///
 /// Conversions: d i u (rounded to a whole number, a half to the even one), o x X (the same, below 2^64), f F e E g G,
 /// and s for the shortest digits that read back as the same number. Flags: minus, plus, blank and 0. Width and

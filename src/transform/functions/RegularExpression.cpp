@@ -1,6 +1,7 @@
 #include "transform/functions/RegularExpression.h"
 
 #include <re2/re2.h>
+
 #include <algorithm>
 #include <array>
 #include <cstddef>

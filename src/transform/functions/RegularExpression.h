@@ -51,8 +51,8 @@ private:
     std::vector<Piece> pieces;
 };
 
-/// A compiled pattern. Whatever the pattern, a search takes time in proportion to the text and the pattern's length. Any
-/// number of threads may search with it.
+/// A compiled pattern. Whatever the pattern, a search takes time in proportion to the text and the pattern's length.
+/// Any number of threads may search with it.
 class RegularExpression {
 public:
     /// For a pattern that is compiled for a single search.

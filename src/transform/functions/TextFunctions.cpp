@@ -63,13 +63,14 @@ constexpr BuiltInFunction stringFunctions[] = {
     {"lowercase", "text", 1, 1, MissingRule::GivesMissing, ValueKind::Text,
      "The text in lower case, character by character by Unicode's simple mapping, whatever the language.", LowerCase},
     {"substring", "text, start, length", 3, 3, MissingRule::GivesMissing, ValueKind::Text,
-     "So many characters from the start on, the first being 1, or as many as there are; undefined unless start is a "
-     "whole number from 1 on and length one from 0 on.",
+     "As many characters as the length says, from the start on, where 1 is the first, or as many as there are; "
+     "undefined "
+     "unless the start is a whole number from 1 on and the length one from 0 on.",
      Substring},
     {"trimBlanks", "text", 1, 1, MissingRule::GivesMissing, ValueKind::Text,
      "The text without the spaces, tabs and line ends at its beginning and its end.", TrimBlanks},
     {"concat", "text, text, ...", 2, BuiltInFunction::anyNumber, MissingRule::GivesMissing, ValueKind::Text,
-     "The texts one behind the other.", Concatenate},
+     "The texts joined in order.", Concatenate},
     {"stringLength", "text", 1, 1, MissingRule::GivesMissing, ValueKind::Number,
      "How many characters (Unicode code points) the text has.", StringLength}};
 

@@ -35,8 +35,8 @@ ExpressionValue WrittenValue(Element element, std::string_view text, ValueKind w
 /// The same for an attribute; missing when the element has none of this name.
 ExpressionValue WrittenAttribute(Element element, Name name, ValueKind wanted, const Transcoder& transcoder);
 
-/// An attribute that takes the place of values of this kind, or is compared with them: of this kind where its whole text
-/// reads as one, else the text unchanged (ReadAs). Missing when there is none.
+/// An attribute that takes the place of values of this kind, or is compared with them: of this kind where its whole
+/// text reads as one, else the text unchanged (ReadAs). Missing when there is none.
 ExpressionValue AttributeOfKind(Element element, Name name, ValueKind kind, const Transcoder& transcoder);
 
 /// true, false, 1 or 0; nothing when the element has no such attribute. Throws VeskException 5 for any other word.
@@ -45,8 +45,8 @@ std::optional<bool> FlagAttribute(Element element, Name name);
 /// true, false, 1 or 0 as a truth value. Throws VeskException 5 for any other text.
 bool TruthAt(Element element, std::string_view text);
 
-/// The position of the attribute among the words; 0 when the element has no such attribute. Throws VeskException 5, with
-/// all the words, for any other.
+/// The position of the attribute among the words; 0 when the element has no such attribute. Throws VeskException 5,
+/// with all the words, for any other.
 std::size_t WordAttribute(Element element, Name name, std::span<const std::string_view> words);
 
 /// The field that the attribute `field` names.

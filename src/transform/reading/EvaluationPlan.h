@@ -14,7 +14,7 @@
 
 namespace nbscore {
 
-/// An order in which things can be done some of which need others.
+/// An order in which things can be done, where some need others first.
 struct DependencyOrder {
     /// All things, each after what it needs; incomplete when something needs itself.
     std::vector<std::size_t> order;

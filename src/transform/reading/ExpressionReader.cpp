@@ -28,9 +28,9 @@ ExpressionValue NumericConstant(Element element, std::string_view text) {
 }
 
 /// Without `dataType` a Constant is a number when its whole text is one, else a text, unchanged. Under a numeric
-/// `dataType` an empty text is missing, "NaN", "INF" and "-INF" are numbers of float and double, and any other text that
-/// is no number is refused with VeskException 9. Under `boolean` an empty text is missing, and any but true, false, 1 and
-/// 0 is refused with VeskException 5. Dates and times stay texts. `missing="true"` makes it missing.
+/// `dataType` an empty text is missing, "NaN", "INF" and "-INF" are numbers of float and double, and any other text
+/// that is no number is refused with VeskException 9. Under `boolean` an empty text is missing, and any but true,
+/// false, 1 and 0 is refused with VeskException 5. Dates and times stay texts. `missing="true"` makes it missing.
 ExpressionValue ReadConstantValue(Element element, const Transcoder& transcoder) {
     if (FlagAttribute(element, Name::missing).value_or(false)) return {};
     const std::string text = element.GetTextInside();

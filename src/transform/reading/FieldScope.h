@@ -15,8 +15,9 @@
 
 namespace nbscore {
 
-/// The names that an expression can use while it is read. In a derived field: the derived fields, which are all declared
-/// by then, and the data fields. In a function: only its parameters. It notes what is used, and how much work that is.
+/// The names that an expression can use while it is read. In a derived field: the derived fields, which are all
+/// declared by then, and the data fields. In a function: only its parameters. It notes what is used, and how much work
+/// that is.
 class FieldScope {
 public:
     /// @param dataDictionary null when there are no data fields.
@@ -32,7 +33,7 @@ public:
     /// The field of this name. Throws VeskException 8, with the place of the element, when there is none.
     FieldReference Resolve(Element element, std::string_view name);
 
-    /// The document's own function of this name, and notes a call of it; null when there is none.
+    /// Finds the document's own function of this name, null when there is none, and notes a call of it.
     const UserFunction* FindFunctionToCall(const std::string& name);
 
     /// What was read since the scope was entered.

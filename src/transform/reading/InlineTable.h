@@ -15,9 +15,9 @@ struct InlineRow {
     std::vector<Element> cells;
 };
 
-/// Calls a function for each row of an InlineTable, in order. Not for all at once: when rows lack most cells, they would
-/// take far more memory than the table has cells. A cell is an element with the name of its column; namespace prefixes of
-/// either are ignored, and so are cells of other columns.
+/// Calls a function for each row of an InlineTable, in order. Not for all at once: when rows lack most cells, they
+/// would take far more memory than the table has cells. A cell is an element with the name of its column; namespace
+/// prefixes of either are ignored, and so are cells of other columns.
 ///
 /// Throws VeskException 1 for a child that is no row and for an element inside a requested cell, 12 for a row with two
 /// cells of one requested column.

@@ -21,8 +21,8 @@ namespace {
 /// A column of a table in which the values of a field are looked up.
 ///
 /// Numbers are equal however they are written, truth values too, be it as words or as 1 and 0; texts are equal byte by
-/// byte. Where the kind of the field is not known (Any), what reads as a number is one, and a truth value is looked up by
-/// its word when a cell of the column is that word, else as the number 1 or 0.
+/// byte. Where the kind of the field is not known (Any), what reads as a number is one, and a truth value is looked up
+/// by its word when a cell of the column is that word, else as the number 1 or 0.
 struct KeyColumn {
     FieldReference field;
     bool hasTrue = false;

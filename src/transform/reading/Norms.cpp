@@ -21,8 +21,8 @@ namespace {
 /// `NormContinuous`: a number mapped by a line of straight segments.
 class NormContinuousExpression : public Expression {
 public:
-    /// What becomes of a number beyond the ends: the line goes on straight, the number counts as missing, or the line goes
-    /// on flat.
+    /// What becomes of a number beyond the ends: the line goes on straight, the number counts as missing, or the line
+    /// goes on flat.
     enum class Outliers { AsIs, AsMissingValues, AsExtremeValues };
 
     struct Line {

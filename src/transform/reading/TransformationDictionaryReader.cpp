@@ -27,10 +27,6 @@ bool IsParameter(Element element) {
     return element.Is(Name::ParameterField);
 }
 
-std::string NameOf(Element element, const Transcoder& transcoder) {
-    return TextAt(element, RequiredAttribute(element, Name::name), transcoder);
-}
-
 /// The name of a function or derived field, as messages show it.
 std::string QuotableName(Element element) {
     return ExcerptOf(RequiredAttribute(element, Name::name));
@@ -40,12 +36,12 @@ std::string QuotableName(Element element) {
 /// parameters, 2 for a name that is absent, 12 for two parameters of one name.
 std::unique_ptr<UserFunction> ReadFunctionDeclaration(Element element, const Transcoder& transcoder) {
     auto function = std::make_unique<UserFunction>();
-    function->name = NameOf(element, transcoder);
+    function->name = RequiredText(transcoder, element, Name::name);
     function->kind = DataTypeOf(element);
     SeededSet<std::string> names;
     for (const Element child : ChildrenOf(element)) {
         if (!IsParameter(child)) continue;
-        function->parameters.push_back({NameOf(child, transcoder), DataTypeOf(child)});
+        function->parameters.push_back({RequiredText(transcoder, child, Name::name), DataTypeOf(child)});
         if (names.insert(function->parameters.back().name).second) continue;
         throw RefusalAt(child, Refusal::ParameterTwice, {QuotableName(element), QuotableName(child)});
     }
@@ -65,8 +61,8 @@ std::unique_ptr<const Expression> ReadFunctionBody(Element element, FieldScope& 
     throw RefusalAt(element, Refusal::FunctionWithoutExpression, {QuotableName(element)});
 }
 
-/// Reads the DefineFunction elements of a document. First all are declared, then their bodies are read: so they may call
-/// one another in any order, but not in a cycle.
+/// Reads the DefineFunction elements of a document. First all are declared, then their bodies are read: so they may
+/// call one another in any order, but not in a cycle.
 class UserFunctionsReader {
 public:
     UserFunctionsReader(UserFunctions& functionsToFill, const Transcoder& textTranscoder)
@@ -134,8 +130,8 @@ Element ExpressionOf(Element field) {
     throw RefusalAt(field, Refusal::DerivedFieldWithoutExpression, {QuotableName(field)});
 }
 
-/// Reads a TransformationDictionary element. First all functions and fields are declared, then all expressions are read:
-/// so they may refer to one another in any order.
+/// Reads a TransformationDictionary element. First all functions and fields are declared, then all expressions are
+/// read: so they may refer to one another in any order.
 class Reader {
 public:
     Reader(const ScoreDictionary* dataDictionary, const Transcoder& textTranscoder, const Limits& limits)
@@ -161,7 +157,7 @@ private:
     }
 
     void DeclareField(Element field) {
-        const std::string name = TextAt(field, RequiredAttribute(field, Name::name), transcoder);
+        const std::string name = RequiredText(transcoder, field, Name::name);
         if (dictionary && dictionary->GetVar(name)) {
             throw RefusalAt(field, Refusal::DerivedFieldNamedAsDataField, {QuotableName(field)});
         }

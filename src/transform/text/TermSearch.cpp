@@ -10,9 +10,9 @@
 namespace nbscore {
 namespace {
 
-/// How many characters must be inserted, removed or replaced to turn one word into the other; limit + 1 when that is more
-/// than the limit. Takes at most EditDistanceCost steps: cells farther from the diagonal than the limit cannot be part of
-/// a short enough path and are not computed.
+/// How many characters must be inserted, removed or replaced to turn one word into the other; limit + 1 when that is
+/// more than the limit. Takes at most EditDistanceCost steps: cells farther from the diagonal than the limit cannot be
+/// part of a short enough path and are not computed.
 std::size_t EditDistance(const std::u32string& left, const std::u32string& right, std::size_t limit) {
     const std::size_t longer = std::max(left.size(), right.size());
     limit = std::min(limit, longer);
@@ -63,8 +63,8 @@ std::u32string CharactersOf(std::string_view text) {
     return characters;
 }
 
-/// Calls onStart for each place where the needle stands in the hay, in time proportional to both: after a mismatch it goes
-/// on with the longest beginning of the needle that the hay has just ended in.
+/// Calls onStart for each place where the needle stands in the hay, in time proportional to both: after a mismatch it
+/// goes on with the longest beginning of the needle that the hay has just ended in.
 template <typename Hay, typename Needle, typename OnStart>
 void ForEachStart(const Hay& hay, const Needle& needle, const OnStart& onStart) {
     if (needle.empty() || needle.size() > hay.size()) return;

@@ -6,8 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "transform/functions/AppliedFunction.h"
-#include "transform/functions/FunctionCall.h"
+#include "transform/functions/FunctionProbe.h"
 
 namespace nbscore::test {
 namespace {

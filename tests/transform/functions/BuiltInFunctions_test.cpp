@@ -29,7 +29,7 @@ TEST(BuiltInFunctions, AreAllThatTheStandardHas) {
     EXPECT_EQ(names.size(), 70U);
 }
 
-TEST(BuiltInFunctions, NameTheirArgumentsAsManyAsTheyTake) {
+TEST(BuiltInFunctions, NameAsManyArgumentsAsTheyTake) {
     for (const BuiltInFunction& function : GetBuiltInFunctions()) {
         std::string parameters(function.parameters);
         const bool goesOn = parameters.ends_with(", ...");

@@ -6,8 +6,7 @@
 #include <limits>
 #include <string>
 
-#include "transform/functions/AppliedFunction.h"
-#include "transform/functions/FunctionCall.h"
+#include "transform/functions/FunctionProbe.h"
 
 namespace nbscore::test {
 namespace {
@@ -99,7 +98,7 @@ TEST(Dates, AreMissing_WhenTheTextHoldsNone) {
     EXPECT_EQ(Call("dateDaysSinceYear", {20240101.0, 1970.0}), "missing");
 }
 
-TEST(Dates, AreMissing_WhenTheYearIsNone) {
+TEST(Dates, AreMissing_WhenTheYearIsInvalid) {
     for (const ExpressionValue& year :
          {ExpressionValue(1970.5), ExpressionValue(-1.0), ExpressionValue(10000.0), ExpressionValue(1e300),
           ExpressionValue(std::numeric_limits<double>::quiet_NaN()), ExpressionValue("year")}) {

@@ -4,8 +4,7 @@
 #include <cmath>
 #include <string>
 
-#include "transform/functions/AppliedFunction.h"
-#include "transform/functions/FunctionCall.h"
+#include "transform/functions/FunctionProbe.h"
 
 namespace nbscore::test {
 namespace {
@@ -30,7 +29,7 @@ TEST(Distributions, KeepFarTailsExact) {
     EXPECT_TRUE(std::isfinite(NumberFrom("stdNormalIDF", {5e-324})));
 }
 
-TEST(Distributions, TakeADeviationAndNoVariance) {
+TEST(Distributions, TakeTheDeviationNotTheVariance) {
     EXPECT_EQ(Call("normalCDF", {3.0, 0.0, 3.0}), Call("stdNormalCDF", {1.0}));
 }
 

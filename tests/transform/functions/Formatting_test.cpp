@@ -9,8 +9,7 @@
 #include <limits>
 #include <string>
 
-#include "transform/functions/AppliedFunction.h"
-#include "transform/functions/FunctionCall.h"
+#include "transform/functions/FunctionProbe.h"
 
 namespace nbscore::test {
 namespace {
@@ -66,7 +65,7 @@ TEST(FormatNumber, KeepsTheTextAround) {
     EXPECT_EQ(Formatted(5, "about 100%% of %d €"), "'about 100% of 5 €'");
 }
 
-TEST(FormatNumber, IsMissing_WhenThePatternIsNone) {
+TEST(FormatNumber, IsMissing_WhenThePatternIsInvalid) {
     for (const char* pattern : {"",       "abc",          "%",
                                 "%%",     "%5",           "%.",
                                 "%d%d",   "%d %",         "%n",
@@ -142,13 +141,13 @@ TEST(FormatDatetime, TakesADateAloneAsItsMidnight) {
     EXPECT_EQ(Formatted("0001-01-01", "%F %T"), "'0001-01-01 00:00:00'");
 }
 
-TEST(FormatDatetime, IsMissing_WhenATimeAloneIsAskedForADate) {
+TEST(FormatDatetime, IsMissing_WhenATimeAloneIsFormattedAsADate) {
     EXPECT_EQ(Formatted("17:05:09", "%H"), "'17'");
     EXPECT_EQ(Formatted("17:05:09", "%Y"), "missing");
     EXPECT_EQ(Formatted("17:05:09", "%F"), "missing");
 }
 
-TEST(FormatDatetime, IsMissing_WhenThePatternOrTheDateIsNone) {
+TEST(FormatDatetime, IsMissing_WhenThePatternOrTheDateIsInvalid) {
     for (const char* pattern : {"%", "%Q", "%Z", "%Ey", "%Od", "%s", "%1000000000d", "%-d", "%k", "%Y%"})
         EXPECT_EQ(Formatted(moment, pattern), "missing") << pattern;
     EXPECT_EQ(Formatted(moment, ""), "''");
@@ -198,7 +197,7 @@ TEST(Formatting, IsMissing_WhenAnArgumentIs) {
     EXPECT_EQ(Applied("formatDatetime", missingArgument + Text("%d")), "absent");
 }
 
-TEST(Formatting, IsRefusedWithTheDocument_WhenItsConstantPatternIsNone) {
+TEST(Formatting, IsRefusedWithTheDocument_WhenItsConstantPatternIsInvalid) {
     const auto number = RefusalOf([] { Applied("formatNumber", Number("1") + Text("%n")); });
     ASSERT_TRUE(number);
     EXPECT_EQ(number->GetCode(), VeskException::InvalidContent);

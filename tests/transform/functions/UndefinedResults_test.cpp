@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "transform/functions/AppliedFunction.h"
+#include "transform/functions/FunctionProbe.h"
 
 namespace nbscore::test {
 namespace {
@@ -28,7 +28,7 @@ TEST(UndefinedResult, IsMissingEvenAsItIs_WhenThereIsNoNumberToShow) {
     EXPECT_EQ(Applied("dateDaysSinceYear", Text("today") + Number("1960"), "invalidValueTreatment='asIs'"), "absent");
 }
 
-TEST(MissingArgument, IsAnsweredByMapMissingToBeforeDefaultValue) {
+TEST(MissingArgument, GivesMapMissingToRatherThanDefaultValue) {
     EXPECT_EQ(Applied("+", Number("1") + missingArgument, "mapMissingTo='7'"), "text 7");
     EXPECT_EQ(Applied("+", Number("1") + missingArgument, "defaultValue='0'"), "text 0");
     EXPECT_EQ(Applied("+", Number("1") + missingArgument, "defaultValue='0' mapMissingTo='7'"), "text 7");

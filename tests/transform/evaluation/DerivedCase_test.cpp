@@ -14,7 +14,7 @@ const std::string twoFields =
     "<DerivedField name='d' optype='continuous' dataType='double'><FieldRef field='x'/></DerivedField>"
     "<DerivedField name='e' optype='categorical' dataType='string'><FieldRef field='d'/></DerivedField>";
 
-/// A record that counts how often each variable is asked for.
+/// A record that counts how often each variable is read.
 class CountingRecord : public ScoreCaseRecord {
 public:
     const ScoreValue* GetValueByIndex(int) const override { return nullptr; }
@@ -29,7 +29,7 @@ public:
     NumericValue value{2.0};
 };
 
-TEST(DerivedCase, ComputesOncePerCaseAndOnlyWhatIsAskedFor) {
+TEST(DerivedCase, ComputesOncePerCaseAndOnlyWhatIsUsed) {
     const DerivedDocument document(caseFields, twoFields);
     const CountingRecord record;
     const ScoreCaseRecord* values = document.derived->GetValuesForDeriedVars(&record, document.data.get());
@@ -57,7 +57,7 @@ TEST(DerivedCase, ComputesOncePerCase_WhenSeveralFieldsReadOne) {
     EXPECT_EQ(record.questions, (std::map<std::string, int>{{"x", 1}}));
 }
 
-TEST(DerivedCase, LeavesOut_WhatOnlyBranchesReadThatAreNotChosen) {
+TEST(DerivedCase, DoesNotCompute_WhatOnlyUnchosenBranchesRead) {
     const auto field = [](const std::string& name, const std::string& expression) {
         return "<DerivedField name='" + name + "' dataType='string'>" + expression + "</DerivedField>";
     };
@@ -103,7 +103,7 @@ TEST(DerivedCase, IsReadByNameOnly) {
     EXPECT_EQ(values->GetValueByName("unknown"), nullptr);
 }
 
-TEST(DerivedCase, ForgetsTheCaseBefore_WhenANewOneBegins) {
+TEST(DerivedCase, ForgetsTheLastCase_WhenANewOneBegins) {
     const DerivedDocument document(caseFields, twoFields);
     const Case first(1, "a"), absent, second(2, "a");
     EXPECT_EQ(document.ValueOf("e", &first), "text 1");
@@ -120,7 +120,7 @@ TEST(DerivedCase, StaysTheSameObject_WhenAThreadAsksAgain) {
     }
 }
 
-TEST(DerivedCase, NeedsNoDataDictionary_WhenItsDocumentsIsGone) {
+TEST(DerivedCase, NeedsNoDataDictionary_OnceTheDocumentIsRead) {
     DerivedDocument document(caseFields, twoFields);
     document.data.reset();
     const Case record(3, "a"), missing(-9, "a");
@@ -138,7 +138,7 @@ TEST(DerivedCase, KeepsDictionariesApart_WhenOneThreadUsesSeveral) {
     EXPECT_EQ(values->GetValueByName("d")->GetDouble(), 3);
 }
 
-TEST(DerivedCase, LeavesNothingBehind_WhenDictionariesComeAndGo) {
+TEST(DerivedCase, FreesEverything_WhenDictionariesComeAndGo) {
     const Case record(3, "text");
     for (int i = 0; i < 200; ++i) {
         const DerivedDocument numbers(caseFields, twoFields);
@@ -177,11 +177,11 @@ TEST(DerivedCase, IsHandedOnToTheNextThread_WhenAThreadEnds) {
         std::thread([&] { seen.push_back(document.derived->GetValuesForDeriedVars(&record, nullptr)); }).join();
     }
     EXPECT_EQ(seen, std::vector<const ScoreCaseRecord*>(50, seen.front()));
-    // This thread has had its own since the dictionary was set up.
+    // This thread has had its own record since the dictionary was set up.
     EXPECT_NE(document.derived->GetValuesForDeriedVars(&record, nullptr), seen.front());
 }
 
-TEST(DerivedCase, MayOutliveNothing_WhenTheDictionaryGoesBeforeItsThreads) {
+TEST(DerivedCase, IsFreed_WhenTheDictionaryGoesBeforeItsThreads) {
     auto document = std::make_unique<DerivedDocument>(caseFields, twoFields);
     const Case record(3, "text");
     std::thread([&] {

@@ -45,7 +45,7 @@ TEST(DerivedFields, AreVariablesInDocumentOrder_WhenDeclared) {
     EXPECT_EQ(document.derived->GetVar("x"), nullptr);
 }
 
-TEST(DerivedFields, TellWhatTheyReadThemselves) {
+TEST(DerivedFields, ListTheFieldsThatTheyRead) {
     const DerivedDocument document(
         caseFields,
         "<DerivedField name='mixed' optype='continuous' dataType='double'><Apply function='+'>"
@@ -189,7 +189,7 @@ TEST(DerivedFields, AreComputed_WhenTheyFormALongChainInEitherOrder) {
     }
 }
 
-TEST(DerivedFields, AreRefused_WhenALongChainBitesItsTail) {
+TEST(DerivedFields, AreRefused_WhenALongChainIsACycle) {
     std::vector<std::string> fields = ChainOf(100000);
     fields[0] = Copy("f0", "f99999");
     const auto refusal = RefusalOf([&] { DerivedDocument(caseFields, Joined(fields)); });

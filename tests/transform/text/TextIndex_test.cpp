@@ -40,14 +40,14 @@ TEST(TextIndex, CountsWords) {
     EXPECT_EQ(Count("a", "a b"), "number 0");
 }
 
-TEST(TextIndex, PassesOverPunctuationAtTheEndsOfWords) {
+TEST(TextIndex, IgnoresPunctuationAtTheEndsOfWords) {
     EXPECT_EQ(Count("Excellent! (really 'excellent', - excellent...)", "excellent"), "number 3");
     EXPECT_EQ(Count("a - b", "a b"), "number 1");
     EXPECT_EQ(Count("it's", "its"), "number 0");
     EXPECT_EQ(Count("end.", "end!"), "number 1");
 }
 
-TEST(TextIndex, PassesOverCase_UnlessItCounts) {
+TEST(TextIndex, IgnoresCase_UnlessItCounts) {
     EXPECT_EQ(Count("The THE the \xC3\x84rger", "the"), "number 3");
     EXPECT_EQ(Count("The THE the", "the", "isCaseSensitive='true'"), "number 1");
     EXPECT_EQ(Count("\xC3\x84rger", "\xC3\xA4RGER"), "number 1");
@@ -90,7 +90,7 @@ TEST(TextIndex, WeighsTheCount) {
     EXPECT_EQ(Count("", "c", "localTermWeights='augmentedNormalizedTermFrequency'"), "number 0");
 }
 
-TEST(TextIndex, TakesMisspeltWords_AsFarAsTheDistanceAllows) {
+TEST(TextIndex, AcceptsMisspeltWords_UpToTheDistance) {
     const std::string text = "coffee cofee koffe tea";
     EXPECT_EQ(Count(text, "coffee"), "number 1");
     EXPECT_EQ(Count(text, "coffee", "maxLevenshteinDistance='1'"), "number 2");
@@ -109,7 +109,7 @@ TEST(TextIndex, CountsTheBestHitsOnly_WhenAsked) {
     EXPECT_EQ(Count(text, "x", "maxLevenshteinDistance='2' countHits='bestHits'"), "number 0");
 }
 
-TEST(TextIndex, LooksInsideWordsToo_WhenThereAreNone) {
+TEST(TextIndex, LooksInsideWordsToo_WhenItIsNotTokenized) {
     EXPECT_EQ(Count("banana BANANA", "ana", "tokenize='false'"), "number 4");
     EXPECT_EQ(Count("banana BANANA", "ana", "tokenize='false' isCaseSensitive='true'"), "number 2");
     EXPECT_EQ(Count("a  b", "a b", "tokenize='false'"), "number 0");
@@ -122,7 +122,7 @@ TEST(TextIndex, IsMissing_WhenTheTextOrTheTermIs) {
     EXPECT_EQ(Given("<TextIndex textField='x'><FieldRef field='x'/></TextIndex>", Case(2.5, "a")), "text 1");
 }
 
-TEST(TextIndex, ReplacesWordsBefore_WhenItHasATable) {
+TEST(TextIndex, ReplacesWordsFirst_WhenItHasATable) {
     const std::string table = Table(Row("bad", "poor") + Row("not good", "poor") + Row("poor", "negative"));
     EXPECT_EQ(Count("Bad, bad! Not  good.", "negative", "", table), "number 3");
     EXPECT_EQ(Count("badly", "negative", "", table), "number 0");
@@ -156,7 +156,7 @@ TEST(TextIndex, LooksForRowsAsItsTableSays) {
     EXPECT_EQ(Count("a-b", "x", "", Table(Row("b", "- x"), "wordSeparatorCharacterRE='-'")), "number 1");
 }
 
-TEST(TextIndex, GoesThroughTheTableUntilNothingChanges_WhenItIsRecursive) {
+TEST(TextIndex, AppliesTheTableUntilNothingChanges_WhenItIsRecursive) {
     const std::string rows = Row("c", "d") + Row("b", "c") + Row("a", "b");
     EXPECT_EQ(Count("a", "b", "", Table(rows)), "number 1");
     EXPECT_EQ(Count("a", "d", "", Table(rows, "recursive='true'")), "number 1");
@@ -217,7 +217,7 @@ TEST(TextIndex, IsRefused_WhenItsPartsAreUnknown) {
               "5" + place + "The regular expression \"[\" cannot be used: missing ]: [.");
 }
 
-TEST(TextIndex, IsRefused_WhenATableIsNone) {
+TEST(TextIndex, IsRefused_WhenATableIsInvalid) {
     const std::string table = "DerivedField[1]/TextIndex[1]/TextIndexNormalization[1]";
     const auto refusal = [](const std::string& normalization) {
         return RefusalOfExpression("<TextIndex textField='s'>\n" + normalization + "</TextIndex>");
@@ -254,7 +254,7 @@ TEST(TextIndex, ReadsAndScoresManyRows) {
     EXPECT_EQ(Count("w0 w99999 w5", "v99999", "", Table(rows)), "number 1");
 }
 
-/// The textbook's table.
+/// The edit distance, computed by the whole table.
 std::size_t PlainDistance(const std::string& left, const std::string& right) {
     std::vector<std::vector<std::size_t>> table(left.size() + 1, std::vector<std::size_t>(right.size() + 1));
     for (std::size_t i = 0; i <= left.size(); ++i) {

@@ -19,7 +19,7 @@ std::string Mapped(const std::string& rows, const Case& record, const std::strin
     return Given(Map(rows, attributes), record);
 }
 
-TEST(MapValues, GivesTheOutputOfTheRowThatFits) {
+TEST(MapValues, GivesTheOutputOfTheMatchingRow) {
     const std::string rows = "<Extension/>" + Row("a", "first") + Row(" b ", "<![CDATA[<2>]]>nd") + Row("c", "");
     EXPECT_EQ(Mapped(rows, Case(1, "a")), "text first");
     EXPECT_EQ(Mapped(rows, Case(1, " b ")), "text <2>nd");
@@ -27,7 +27,7 @@ TEST(MapValues, GivesTheOutputOfTheRowThatFits) {
     EXPECT_EQ(Mapped(rows, Case(1, "c")), "text ");
 }
 
-TEST(MapValues, IsMissingOrTheDefault_WhenNoRowFits) {
+TEST(MapValues, IsMissingOrTheDefault_WhenNoRowMatches) {
     EXPECT_EQ(Mapped(Row("a", "1"), Case(1, "A")), "absent");
     EXPECT_EQ(Mapped(Row("a", "1"), Case(1, "A"), "defaultValue='d' mapMissingTo='m'"), "text d");
     EXPECT_EQ(Mapped("", Case(1, "A"), "defaultValue='d'"), "text d");
@@ -39,7 +39,7 @@ TEST(MapValues, IsMissingOrMapped_WhenAFieldIsMissing) {
     EXPECT_EQ(Mapped(Row("NA", "1"), Case(1, "NA"), "defaultValue='d' mapMissingTo='m'"), "text m");
 }
 
-TEST(MapValues, IsMissing_WhenTheRowThatFitsHasNoOutput) {
+TEST(MapValues, IsMissing_WhenTheMatchingRowHasNoOutput) {
     const std::string rows = Row("a", "1") + "<row><k>b</k></row>";
     EXPECT_EQ(Mapped(rows, Case(1, "b"), "defaultValue='d'"), "absent");
 }
@@ -52,7 +52,7 @@ TEST(MapValues, ComparesNumbers_WhenTheFieldHoldsNumbers) {
     EXPECT_EQ(Given(Map(Row("2.0", "two")), Case(1, "2")), "absent");  // a text field: byte by byte
 }
 
-/// What the function, which maps its parameter without type, gives for the argument.
+/// What a function that maps its parameter, which has no type, gives for the argument.
 std::string MappedParameter(const std::string& rows, const std::string& argument) {
     return Given("<Apply function='f'>" + argument + "</Apply>", Case(1, "true"), "string",
                  "<DefineFunction name='f' optype='categorical'><ParameterField name='p'/>" + Map(rows, "", "p") +
@@ -76,11 +76,11 @@ TEST(MapValues, FindsATruthValueByItsWordBeforeItsNumber_WhenTheParameterHasNoTy
     }
     EXPECT_EQ(MappedParameter(Row("true", "yes") + Row("0", "zero"), no), "text zero");
     EXPECT_EQ(MappedParameter(Row("True", "yes"), yes), "absent");
-    // The number itself is no word.
+    // The number itself is not a word.
     EXPECT_EQ(MappedParameter(words, "<Constant>1</Constant>"), "absent");
 }
 
-TEST(MapValues, DecidesHowTruthValuesAreSpelt_ColumnByColumn) {
+TEST(MapValues, DecidesHowTruthValuesAreWritten_ColumnByColumn) {
     const std::string yes = "<Apply function='isNotMissing'><FieldRef field='x'/></Apply>";
     const auto called = [&](const std::string& rows) {
         return Given("<Apply function='f'>" + yes + yes + "</Apply>", Case(1, "a"), "string",
@@ -95,7 +95,7 @@ TEST(MapValues, DecidesHowTruthValuesAreSpelt_ColumnByColumn) {
     EXPECT_EQ(called(mixed + "<row><k>true</k><l>true</l><o>words</o></row>"), "text words");
 }
 
-TEST(MapValues, TakesOutputsAsTheyStand_WhenItsDataTypeIsBoolean) {
+TEST(MapValues, LeavesOutputsUnchanged_WhenItsDataTypeIsBoolean) {
     EXPECT_EQ(Mapped(Row("a", "1"), Case(1, "a"), "dataType='boolean'"), "text 1");
     EXPECT_EQ(Mapped(Row("a", "yes"), Case(1, "a"), "dataType='boolean'"), "text yes");
     EXPECT_EQ(
@@ -112,7 +112,7 @@ TEST(MapValues, GivesNumbers_WhenItsDataTypeSaysSo) {
               "9 4:1 DerivedField[1]/MapValues[1]: \"y\" is no number.");
 }
 
-TEST(MapValues, LooksAtAllFieldsTogether_WhenThereAreSeveral) {
+TEST(MapValues, ComparesAllFields_WhenThereAreSeveral) {
     const std::string map =
         "<MapValues outputColumn='o'><InlineTable>"
         "<row><n>1</n><t>11</t><o>A</o></row><row><n>11</n><t>1</t><o>B</o></row>"
@@ -123,7 +123,7 @@ TEST(MapValues, LooksAtAllFieldsTogether_WhenThereAreSeveral) {
     EXPECT_EQ(Given(map, Case(-9, "1")), "absent");
 }
 
-TEST(MapValues, KeepsKeysApartThatReadTheSameInOneLine) {
+TEST(MapValues, TellsKeysApart_WhenTheirPartsJoinToTheSameText) {
     EXPECT_EQ(
         Given("<MapValues outputColumn='o'><FieldColumnPair field='s' column='k'/><FieldColumnPair field='s' "
               "column='l'/><InlineTable><row><k>a:b</k><l>c</l><o>1</o></row><row><k>a</k><l>b:c</l><o>2</o></row>"

@@ -70,7 +70,7 @@ TEST(DefineFunction, SeesMissingArguments_UnlessTheCallMapsThem) {
     EXPECT_EQ(Called(Apply("f", Ref("x")), mapped, missing), "text 7");
 }
 
-TEST(DefineFunction, KnowsAValidField_WhenTheArgumentIsNothingElse) {
+TEST(DefineFunction, SeesWhetherAFieldIsValid_WhenTheArgumentIsJustTheField) {
     const std::string valid =
         Define("g", Parameter("q") + Apply("f", Ref("q"))) + Define("f", Parameter("p") + Apply("isValid", Ref("p"))) +
         "<DerivedField name='e' dataType='string'>" + Ref("s") + "<Value value='b'/></DerivedField>";
@@ -151,7 +151,8 @@ TEST(DefineFunction, IsRefused_WhenItCallsItself) {
               "12 4:1 DefineFunction[2]: The function \"f\" calls itself.");
 }
 
-/// f0 is its argument, and every other function calls the one before it so many times, each call around the last.
+/// f0 returns its argument; each other function calls the one before it so many times, each call with the result of the
+/// last one.
 std::string ChainOfFunctions(int length, const std::string& body) {
     std::string functions = Define("f0", Parameter("p") + Ref("p"));
     for (int i = 1; i < length; ++i) {
@@ -175,7 +176,7 @@ TEST(DefineFunction, IsRefusedAtTheField_WhenCallsWouldTakeForEver) {
         "in.";
     EXPECT_EQ(RefusalText(FieldCalling("f60") + twice), message);
     EXPECT_EQ(RefusalText(FieldCalling("f20") + twice), message);
-    EXPECT_EQ(RefusalText(twice), "none");  // nobody calls them
+    EXPECT_EQ(RefusalText(twice), "none");  // they are not called
     EXPECT_EQ(Called(Apply("f16", Ref("x")), twice), "text 131072");
 }
 
@@ -205,7 +206,7 @@ TEST(DefineFunction, IsRefusedAtTheField_WhenCallsNestTooDeep) {
     EXPECT_NE(RefusalText(FieldCalling("f91") + deepChain), "none");
 }
 
-TEST(DefineFunction, IsRefused_WhenALongChainBitesItsTail) {
+TEST(DefineFunction, IsRefused_WhenALongChainIsACycle) {
     EXPECT_EQ(
         RefusalText(ChainOfFunctions(100000, Apply("@", Ref("p"))) +
                     Define("last", Parameter("p") + Apply("tail", Ref("p"))) + "\n" +

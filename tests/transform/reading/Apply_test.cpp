@@ -34,8 +34,8 @@ TEST(Apply, GivesItsDefault_WhenTheResultIsMissing) {
     EXPECT_EQ(Given(Apply("+", s + one, "defaultValue='d'")), "text d");
 }
 
-/// Whether what stands in for the result of the call equals the constant.
-std::string StandsInFor(const std::string& call, const std::string& constant, const std::string& functions = "") {
+/// Whether the replacement of the result of the call equals the constant.
+std::string ReplacementEquals(const std::string& call, const std::string& constant, const std::string& functions = "") {
     return Given(Apply("equal", call + constant), Case(-9, "a"), "string", functions);
 }
 
@@ -43,60 +43,60 @@ std::string Text(const std::string& text) {
     return "<Constant dataType='string'>" + text + "</Constant>";
 }
 
-TEST(Apply, ReadsWhatStandsInForANumberAsANumber) {
+TEST(Apply, ReadsAReplacementAsANumber_WhenTheFunctionGivesNumbers) {
     for (const std::string attribute : {"mapMissingTo", "defaultValue"}) {
-        EXPECT_EQ(StandsInFor(Apply("+", x + one, attribute + "='1.0'"), Text("1")), "text true");
-        EXPECT_EQ(StandsInFor(Apply("sum", x, attribute + "=' 1e0 '"), Text("1")), "text true");
-        EXPECT_EQ(StandsInFor(Apply("stringLength", x, attribute + "='1.0'"), Text("1")), "text true");
-        EXPECT_EQ(StandsInFor(Apply("+", x + one, attribute + "='1 or so'"), Text("1 or so")), "text true");
-        EXPECT_EQ(StandsInFor(Apply("+", x + one, attribute + "='true'"), Text("true")), "text true");
+        EXPECT_EQ(ReplacementEquals(Apply("+", x + one, attribute + "='1.0'"), Text("1")), "text true");
+        EXPECT_EQ(ReplacementEquals(Apply("sum", x, attribute + "=' 1e0 '"), Text("1")), "text true");
+        EXPECT_EQ(ReplacementEquals(Apply("stringLength", x, attribute + "='1.0'"), Text("1")), "text true");
+        EXPECT_EQ(ReplacementEquals(Apply("+", x + one, attribute + "='1 or so'"), Text("1 or so")), "text true");
+        EXPECT_EQ(ReplacementEquals(Apply("+", x + one, attribute + "='true'"), Text("true")), "text true");
     }
 }
 
-TEST(Apply, ReadsWhatStandsInForATruthValueAsATruthValue) {
+TEST(Apply, ReadsAReplacementAsATruthValue_WhenTheFunctionGivesTruthValues) {
     for (const std::string attribute : {"mapMissingTo", "defaultValue"}) {
-        EXPECT_EQ(StandsInFor(Apply("equal", x + one, attribute + "='1'"), Text("true")), "text true");
-        EXPECT_EQ(StandsInFor(Apply("not", x, attribute + "='false'"), Text("0")), "text true");
-        EXPECT_EQ(StandsInFor(Apply("not", x, attribute + "='unknown'"), Text("unknown")), "text true");
+        EXPECT_EQ(ReplacementEquals(Apply("equal", x + one, attribute + "='1'"), Text("true")), "text true");
+        EXPECT_EQ(ReplacementEquals(Apply("not", x, attribute + "='false'"), Text("0")), "text true");
+        EXPECT_EQ(ReplacementEquals(Apply("not", x, attribute + "='unknown'"), Text("unknown")), "text true");
         EXPECT_EQ(Given(Apply("not", x, attribute + "='1'"), Case(-9, "a")), "text true");
         EXPECT_EQ(Given(Apply("not", x, attribute + "='1.0'"), Case(-9, "a")), "text 1.0");
     }
     EXPECT_EQ(Given(Apply("isValid", x, "mapMissingTo='0'"), Case(-9, "a")), "text false");
 }
 
-TEST(Apply, TakesWhatStandsInForATextAsItStands) {
+TEST(Apply, LeavesAReplacementUnchanged_WhenTheFunctionGivesTexts) {
     for (const std::string attribute : {"mapMissingTo", "defaultValue"}) {
-        EXPECT_EQ(StandsInFor(Apply("uppercase", x, attribute + "='1.0'"), Text("1")), "text false");
-        EXPECT_EQ(StandsInFor(Apply("concat", x + x, attribute + "='1.0'"), Text("1.0")), "text true");
+        EXPECT_EQ(ReplacementEquals(Apply("uppercase", x, attribute + "='1.0'"), Text("1")), "text false");
+        EXPECT_EQ(ReplacementEquals(Apply("concat", x + x, attribute + "='1.0'"), Text("1.0")), "text true");
         EXPECT_EQ(Given(Apply("concat", x + x, attribute + "='007'"), Case(-9, "a")), "text 007");
     }
 }
 
-TEST(Apply, ReadsWhatStandsInForAChoiceLikeAConstantWithoutType) {
+TEST(Apply, ReadsAReplacementLikeAConstantWithoutType_WhenTheFunctionIsIf) {
     for (const std::string attribute : {"mapMissingTo", "defaultValue"}) {
-        EXPECT_EQ(StandsInFor(Apply("if", x + one, attribute + "='1.0'"), Text("1")), "text true");
-        EXPECT_EQ(StandsInFor(Apply("if", x + one, attribute + "='a'"), Text("a")), "text true");
-        EXPECT_EQ(StandsInFor(Apply("if", x + one, attribute + "='true'"), one), "text false");
+        EXPECT_EQ(ReplacementEquals(Apply("if", x + one, attribute + "='1.0'"), Text("1")), "text true");
+        EXPECT_EQ(ReplacementEquals(Apply("if", x + one, attribute + "='a'"), Text("a")), "text true");
+        EXPECT_EQ(ReplacementEquals(Apply("if", x + one, attribute + "='true'"), one), "text false");
     }
 }
 
-TEST(Apply, ReadsWhatStandsInForADefinedFunctionsResultAsItsDataTypeSays) {
+TEST(Apply, ReadsAReplacementByTheDataType_WhenTheDocumentDefinesTheFunction) {
     const auto defined = [](const std::string& dataType) {
         return "<DefineFunction name='f' optype='continuous' " + dataType +
                "><ParameterField name='p'/><FieldRef field='p'/></DefineFunction>";
     };
     for (const std::string attribute : {"mapMissingTo", "defaultValue"}) {
         const std::string number = Apply("f", x, attribute + "='1.0'");
-        EXPECT_EQ(StandsInFor(number, Text("1"), defined("")), "text true");
-        EXPECT_EQ(StandsInFor(number, Text("1"), defined("dataType='double'")), "text true");
-        EXPECT_EQ(StandsInFor(number, Text("1"), defined("dataType='string'")), "text false");
+        EXPECT_EQ(ReplacementEquals(number, Text("1"), defined("")), "text true");
+        EXPECT_EQ(ReplacementEquals(number, Text("1"), defined("dataType='double'")), "text true");
+        EXPECT_EQ(ReplacementEquals(number, Text("1"), defined("dataType='string'")), "text false");
         const std::string truth = Apply("f", x, attribute + "='1'");
-        EXPECT_EQ(StandsInFor(truth, Text("true"), defined("dataType='boolean'")), "text true");
-        EXPECT_EQ(StandsInFor(truth, Text("true"), defined("")), "text false");
+        EXPECT_EQ(ReplacementEquals(truth, Text("true"), defined("dataType='boolean'")), "text true");
+        EXPECT_EQ(ReplacementEquals(truth, Text("true"), defined("")), "text false");
     }
 }
 
-TEST(Apply, LetsUndefinedResultsThrough_WhenTheyStayAsTheyAre) {
+TEST(Apply, GivesUndefinedResults_WhenTheyStayAsTheyAre) {
     EXPECT_EQ(Given(Apply("/", x + zero)), "absent");
     EXPECT_EQ(Given(Apply("/", x + zero, "invalidValueTreatment='returnInvalid'")), "absent");
     EXPECT_EQ(Given(Apply("/", x + zero, "invalidValueTreatment='asMissing'")), "absent");
@@ -111,12 +111,12 @@ TEST(Apply, GivesTruthValuesAsTheFieldHoldsThem) {
     EXPECT_EQ(Given(greater, Case(1, "a"), "integer"), "number 0");
 }
 
-TEST(Apply, EvaluatesOnlyTheBranchThatIsChosen) {
+TEST(Apply, EvaluatesOnlyTheChosenBranch) {
     const std::string undefined = Apply("/", one + zero, "invalidValueTreatment='asIs'");
     EXPECT_EQ(Given(Apply("if", Apply("equal", x + one) + undefined + s)), "text a");
 }
 
-TEST(Apply, IsRefused_WhenNobodyKnowsTheFunction) {
+TEST(Apply, IsRefused_WhenTheFunctionIsUnknown) {
     for (const std::string name : {"nope", "x-concat", "org.example.Function", "Concat", "", "x-atan2"}) {
         EXPECT_EQ(RefusalOfExpression(Apply(name, x + one)),
                   "11 4:1 DerivedField[1]/Apply[1]: The function \"" + name + "\" is not known.");

@@ -50,7 +50,7 @@ TEST(Discretize, IsMissingOrMapped_WhenTheFieldIsMissing) {
     EXPECT_EQ(Given(text, Case(1, "seven")), "text m");
 }
 
-TEST(Discretize, CountsWhatIsNoNumberAsMissing) {
+TEST(Discretize, TreatsWhatIsNoNumberAsMissing) {
     const std::string nan =
         "<DerivedField name='e' dataType='double'><Constant dataType='double'>NaN</Constant></DerivedField>";
     const std::string expression = "<Discretize field='e' mapMissingTo='m' defaultValue='d'>" + bins + "</Discretize>";
@@ -108,7 +108,7 @@ TEST(Discretize, IsRefused_WhenBinsOverlap) {
     EXPECT_EQ(refusal("closure='openOpen'", "closure='closedClosed' leftMargin='5' rightMargin='5'"), message);
 }
 
-TEST(Discretize, IsRefused_WhenABinIsNone) {
+TEST(Discretize, IsRefused_WhenABinIsInvalid) {
     const std::string place = "DerivedField[1]/Discretize[1]/DiscretizeBin[1]";
     EXPECT_EQ(Refusal("<Extension/>"), "1 4:1 DerivedField[1]/Discretize[1]: <Discretize> has no <DiscretizeBin>.");
     EXPECT_EQ(Refusal("<Interval/>"),
@@ -121,7 +121,7 @@ TEST(Discretize, IsRefused_WhenABinIsNone) {
               "1 6:1 " + place + "/Value[1]: <Value> is not expected in <DiscretizeBin>.");
 }
 
-TEST(Discretize, IsRefused_WhenAnIntervalIsNone) {
+TEST(Discretize, IsRefused_WhenAnIntervalIsInvalid) {
     const std::string place = " 5:29 DerivedField[1]/Discretize[1]/DiscretizeBin[1]/Interval[1]: ";
     EXPECT_EQ(Refusal(Bin("a", "")), "2" + place + "<Interval> has no attribute \"closure\".");
     EXPECT_EQ(Refusal(Bin("a", "closure='open'")),

@@ -30,7 +30,7 @@ std::string BesideData(const std::string& text, const std::string& expression) {
     return document.ValueOf("d", &record);
 }
 
-/// The same of either; both where they differ.
+/// What it gives beside either field; both results where they differ.
 std::string BesideEither(const std::string& text, const std::string& expression) {
     const std::string derived = Beside(text, expression);
     const std::string data = BesideData(text, expression);
@@ -39,7 +39,7 @@ std::string BesideEither(const std::string& text, const std::string& expression)
 
 const std::string b = "<FieldRef field='b'/>";
 
-TEST(BooleanField, ComparesAsTheTruthValueThatItsTextReadsAs) {
+TEST(BooleanField, ComparesAsATruthValue_WhenItsTextReadsAsOne) {
     const std::string isOne = Apply("equal", b + "<Constant>1</Constant>");
     const std::string isTrue = Apply("equal", b + Constant("true", "string"));
     const std::string isFalse = Apply("isIn", b + Constant("false", "string") + Constant("never", "string"));
@@ -55,7 +55,7 @@ TEST(BooleanField, ComparesAsTheTruthValueThatItsTextReadsAs) {
     }
 }
 
-TEST(BooleanField, StaysTheTextThatItIs_WhereItReadsAsNoTruthValue) {
+TEST(BooleanField, StaysAText_WhenItReadsAsNoTruthValue) {
     for (const std::string text : {"yes", "TRUE", "1.0", " true"}) {
         EXPECT_EQ(BesideEither(text, b), "text " + text);
         EXPECT_EQ(BesideEither(text, Apply("equal", b + Constant("true", "string"))), "text false");
@@ -89,7 +89,7 @@ TEST(BooleanField, HasTheTextThatItsExpressionGave_ToScoring) {
     EXPECT_EQ(stored("<FieldRef field='s'/>"), "text a");
 }
 
-TEST(BooleanField, IsFoundInATable_HoweverTruthValuesAreSpelt) {
+TEST(BooleanField, IsFoundInATable_HoweverTruthValuesAreWritten) {
     const auto mapped = [](const std::string& key) {
         return "<MapValues outputColumn='o'><FieldColumnPair field='b' column='k'/><InlineTable><row><k>" + key +
                "</k><o>found</o></row></InlineTable></MapValues>";
@@ -108,7 +108,7 @@ TEST(BooleanField, IsFoundInATable_HoweverTruthValuesAreSpelt) {
               "one.");
 }
 
-TEST(BooleanField, HasAnIndicator_HoweverTruthValuesAreSpelt) {
+TEST(BooleanField, HasAnIndicator_HoweverTruthValuesAreWritten) {
     for (const std::string value : {"true", "1"}) {
         const std::string norm = "<NormDiscrete field='b' value='" + value + "'/>";
         EXPECT_EQ(BesideEither("true", norm), "text 1");

@@ -7,7 +7,11 @@
 #include <vector>
 
 #include "framework/NumberText.h"
+#include "transform/DerivedDocument.h"
 #include "transform/functions/BuiltInFunctions.h"
+
+/// @file
+/// Functions called directly, and applied in a document.
 
 namespace nbscore::test {
 
@@ -39,6 +43,34 @@ inline std::string Call(std::string_view name, const std::vector<ExpressionValue
 
 inline double NumberFrom(std::string_view name, const std::vector<ExpressionValue>& arguments) {
     return std::get<double>(Function(name).call(arguments));
+}
+
+inline const std::string missingArgument = "<Constant missing='true'/>";
+/// An argument that is undefined but there: the quotient 1 / 0.
+inline const std::string infinity = "<Constant dataType='double'>INF</Constant>";
+
+inline std::string Text(const std::string& text) {
+    return "<Constant dataType='string'>" + text + "</Constant>";
+}
+inline std::string Number(const std::string& number) {
+    return "<Constant dataType='double'>" + number + "</Constant>";
+}
+inline std::string Truth(bool truth) {
+    return "<Apply function='isMissing'>" + (truth ? missingArgument : Text("there")) + "</Apply>";
+}
+
+inline std::string Apply(const std::string& function, const std::string& arguments,
+                         const std::string& attributes = "") {
+    return "<Apply function='" + function + "' " + attributes + ">" + arguments + "</Apply>";
+}
+
+/// What a document's derived field has that applies the function; the field "x" is 5 and "s" is the text "five".
+inline std::string Applied(const std::string& function, const std::string& arguments,
+                           const std::string& attributes = "", const std::string& dataType = "string") {
+    const DerivedDocument document(caseFields, "<DerivedField name='d' optype='categorical' dataType='" + dataType +
+                                                   "'>" + Apply(function, arguments, attributes) + "</DerivedField>");
+    const Case record(5, "five");
+    return document.ValueOf("d", &record);
 }
 
 }  // namespace nbscore::test

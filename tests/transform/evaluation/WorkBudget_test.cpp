@@ -17,7 +17,7 @@ std::string Repeated(const std::string& text, int times) {
     return repeated;
 }
 
-/// Fields that nobody reads, so that each has a tenth of the budget.
+/// Unused fields, so that each field has a tenth of the budget.
 std::string NineOthers() {
     std::string fields;
     for (int i = 0; i < 9; ++i)
@@ -91,7 +91,7 @@ TEST(WorkBudget, IsEachFieldsOwn_WhateverWasComputedBefore) {
     }
 }
 
-/// A chain of fields that could each read a costly one and never do.
+/// A chain of fields each of which could read a costly one and never does.
 TEST(WorkBudget, GivesTheSame_WhateverIsAskedForFirst) {
     std::string fields = Field("costly", "double", "<Apply function='sum'>" + Repeated(lengthOfS, 100) + "</Apply>") +
                          Field("d0", "double", "<FieldRef field='x'/>");
@@ -132,7 +132,7 @@ TEST(WorkBudget, IsSpent_WhenAReplacementHasManyPiecesThatGiveNothing) {
     EXPECT_EQ(document.ValueOf("d", &shortText), "text bb");
 }
 
-/// Whether the work goes through texts or calls very many functions of numbers.
+/// Be it work on texts or very many calls of functions of numbers.
 TEST(WorkBudget, EndsTheWork_WhenItIsCancelled) {
     const Case ofText(2, std::string(1'000'000, 'a'));
     std::string numbers = DoublingFunctions(12);
