@@ -94,7 +94,7 @@ bool MayDescribeFunctions(const std::string& file) {
     return file.starts_with("transform/functions/") || file == "transform/BuiltInFunctions.cpp";
 }
 
-/// A document that says much of what is read in vain.
+/// A document with much that is ignored.
 constexpr const char* remarkedDocument = "fuzz/seeds/documents/everything-said-in-vain.pmml";
 
 const std::set<std::string> otherTexts = {
