@@ -38,7 +38,7 @@ public:
     }
 
 private:
-    /// As far as it has blanks that may go: what it is without them.
+    /// The attribute without its outer blanks; nothing where it has none.
     std::optional<std::string> FindTrimmed(Element element, Name attribute) const {
         const auto value = edits.GetAttribute(element, attribute);
         if (!value || WithoutOuterBlanks(*value) == *value) return std::nullopt;
@@ -59,8 +59,8 @@ private:
         }
     }
 
-    /// Takes the blanks off one attribute of elements that stand beside one another and are told apart by it: off all
-    /// of them, or, where two would become the same, off none.
+    /// Removes the blanks of an attribute that distinguishes sibling elements: of all of them or, where two would
+    /// become equal, of none.
     void TrimAll(const Elements& elements, Name attribute) {
         RequireApart(elements, attribute);
         for (const Element element : elements) {
@@ -110,7 +110,7 @@ private:
         }
         for (const Element value : values) {
             if (!FindTrimmed(value, Name::value)) continue;
-            if (!fieldsToldOf.insert(name).second) return;
+            if (!notedFields.insert(name).second) return;
             edits.NoteWhatStays(value, "the blanks around the values of \"" + ExcerptOf(*field) + "\" stay: " + reason);
         }
     }
@@ -142,7 +142,7 @@ private:
         }
     }
 
-    /// Of an output field the target that it is about.
+    /// The target that an output field names.
     void TrimOutput(Element model) {
         for (const Element list : model.GetChildren(Name::Output)) {
             for (const Element field : list.GetChildren(Name::OutputField))
@@ -150,7 +150,8 @@ private:
         }
     }
 
-    /// The cells of test cases are cases, and stay. What names no field names a result: an OutputField, or a score.
+    /// The cells of test cases stay, as those of all cases. A name of no field is that of a result: an OutputField, or
+    /// a score.
     void TrimTestedFields(Elements fields) {
         for (const Element field : fields)
             RenamePrediction(field);
@@ -161,7 +162,7 @@ private:
         TrimNames(fields, Name::field);
     }
 
-    /// The prediction is called after the target, whose name may have lost blanks.
+    /// The prediction is named after the target, whose name may have lost blanks.
     void RenamePrediction(Element field) {
         constexpr std::string_view prefix = "predicted_";
         const std::string_view trimmed = WithoutOuterBlanks(targetName);
@@ -194,7 +195,7 @@ private:
             TrimCounts(pair);
     }
 
-    /// Of counts: a category is told apart within its own list.
+    /// Categories are compared within their own list of counts.
     void TrimCounts(Element countsParent) {
         for (const Element counts : countsParent.GetChildren(Name::TargetValueCounts))
             TrimValues(targetName, counts.GetChildren(Name::TargetValueCount).List());
@@ -205,8 +206,8 @@ private:
     DocumentEdits& edits;
     FieldBlanks blanks;
     std::string targetName;
-    /// Whose values' blanks stay and were noted once.
-    std::set<std::string> fieldsToldOf;
+    /// Fields whose values keep their blanks, which was noted once.
+    std::set<std::string> notedFields;
 };
 
 }  // namespace

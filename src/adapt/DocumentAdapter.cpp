@@ -18,7 +18,7 @@ void LeaveOut(Element element, DocumentEdits& edits) {
     edits.LeaveOut(element, element.GetTag() + " is left out: it means nothing for scoring");
 }
 
-/// Inputs in an Extension are not read, but they do mean something.
+/// Inputs in an Extension are not read, but they are reported.
 bool HoldsInputs(Element extension) {
     return !FindInputsAnywhere(extension).empty();
 }
@@ -44,8 +44,8 @@ void CleanSubModel(Element model, DocumentEdits& edits) {
     }
 }
 
-/// Takes Extension and Taxonomy out of the data dictionary: the standard allows them, the plug-in refuses them, and
-/// scoring has no use for them. Models in what goes are gone too.
+/// Removes Extension and Taxonomy from the data dictionary: the standard allows them, the plug-in refuses them, and
+/// scoring does not need them. Models inside them are removed, too.
 void CleanDictionary(Element root, DocumentEdits& edits) {
     for (const Element dictionary : root.GetChildren(Name::DataDictionary)) {
         for (const Element child : dictionary.GetChildren()) {
@@ -54,8 +54,9 @@ void CleanDictionary(Element root, DocumentEdits& edits) {
     }
 }
 
-/// The same of Extension in a BayesInput or BayesOutput and all that is in them, and, in a self-learning document, of a
-/// model's Extension that is none of its assessment figures and whose value is no number. Those that hold inputs stay.
+/// Removes Extension from each BayesInput and BayesOutput, at any depth, and from the models of a self-learning
+/// document where it is neither an assessment figure nor has a number for a value. An Extension that holds inputs
+/// stays.
 void CleanModels(Element root, DocumentEdits& edits) {
     const ModelsRead models = FindModelsRead(root);
     for (const Element model : models.elements) {
@@ -123,13 +124,13 @@ private:
         return NamesOf(targets);
     }
 
-    /// A field that the schema lists, as the standard has it or as derived, needs no listing.
+    /// A field that the schema lists already, as a field or as a derived one, is not listed again.
     void ListDerivedInputs() {
         if (schemas.empty() || derived.empty()) return;
         FieldNames listed;
         for (const Element schema : schemas)
             listed.merge(NamesOf(FindSchemaFields(schema)));
-        // Lists derived inputs as the plug-in wants it.
+        // The plug-in looks for derived inputs here.
         NewElement listing{.name = Name::Extension,
                            .attributes = {{Name::extender, std::string(vendor_extension::extender)},
                                           {Name::name, std::string(vendor_extension::derivedFields)}},
@@ -163,10 +164,10 @@ void NameSubModels(const ModelsRead& models, DocumentEdits& edits) {
     }
 }
 
-/// Says in the plug-in's words what a model says of its fields: `usageType="target"` becomes `predicted`, a BayesOutput
-/// without `fieldName` gets the schema's target, and a BayesInput over a derived field that the schema does not list
-/// gets listed. A model of a self-learning document without `modelName` gets an empty one. Refused where an output's
-/// target is not clear.
+/// Rewrites the roles of fields for the plug-in: `usageType="target"` becomes `predicted`, a BayesOutput without
+/// `fieldName` gets the schema's target, and the derived field of a BayesInput is added to a schema that does not list
+/// it. A model of a self-learning document without `modelName` gets an empty one. Refused where an output's target is
+/// not clear.
 void AdaptModels(Element root, DocumentEdits& edits) {
     const ModelsRead models = FindModelsRead(root);
     const FieldNames derived = NamesOf(FindDerivedFields(root));

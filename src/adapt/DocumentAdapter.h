@@ -10,7 +10,7 @@ namespace nbscore {
 
 class DocumentTree;
 
-/// One change that was made to a document before it was read, or was not made although others like it were.
+/// A change that was made to a document before it was read, or one that was left out although others like it were made.
 struct Adaptation {
     DocumentPlace place;
     /// What was done, or what stays and why, as a sentence for people.
@@ -18,7 +18,7 @@ struct Adaptation {
     bool isMade = true;
 };
 
-/// Rewrites what newer producers write, and the plug-in does not read, into what it reads and what means the same:
+/// Rewrites what newer producers write, and the plug-in does not read, into an equivalent that it reads:
 ///
 /// - `usageType="target"` becomes `predicted`;
 /// - a BayesOutput without `fieldName` gets the one target of its model's schema;
@@ -30,10 +30,10 @@ struct Adaptation {
 ///   Extension whose value is no number;
 /// - a model of a self-learning document without `modelName` gets an empty one.
 ///
-/// Answers every change, in document order, and the blanks that stay because derived fields could tell. Nothing is
-/// guessed: where a change would change what the document means, VeskException 12 says why, with the place, and the
-/// changes by the rules before that one have been made. Places of later refusals stay those of the original. A document
-/// that is adapted again, or refused again, stays the same.
+/// Returns every change, in document order, and the blanks that stay because derived fields could tell the difference.
+/// Nothing is guessed: where a change would change what the document means, VeskException 12 says why, with the place,
+/// and the changes of the rules before that one have been made. Places of later refusals stay those of the original.
+/// Adapting a document again changes nothing.
 /// @param document replaced by another tree where something changes.
 std::vector<Adaptation> AdaptDocument(std::unique_ptr<const DocumentTree>& document);
 

@@ -58,7 +58,7 @@ ParsedDocument DocumentEdits::Apply() const {
     return builder.Finish();
 }
 
-/// As deep as a parsed document is at most.
+/// Recursive, as deep as the document, whose depth the parser bounds.
 void DocumentEdits::Copy(Element node, TreeBuilder& builder, bool isMoved) const {
     tree.GetWatch().Step();
     if (node.IsText()) return builder.AddText(node.GetText());

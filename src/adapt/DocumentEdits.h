@@ -14,7 +14,7 @@
 
 namespace nbscore {
 
-/// An element that a document does not have yet. It stands where the element does that it is made in.
+/// A new element. Its place is that of the element that it is added to.
 struct NewElement {
     struct Attribute {
         Name name;
@@ -28,8 +28,8 @@ struct NewElement {
     std::vector<Element> moved;
 };
 
-/// Changes to a document: noted one by one, with a sentence for people, and made all at once in a new tree. Whoever
-/// asks for attributes here sees them as they are going to be.
+/// Changes to a document: noted one by one, each with a sentence for people, and made all at once in a new tree. Its
+/// attributes are already the changed ones.
 class DocumentEdits {
 public:
     /// @param adaptations takes the sentences, in the order of the notes.
@@ -40,19 +40,19 @@ public:
     bool Has(Element element, Name name) const { return GetAttribute(element, name).has_value(); }
 
     void SetAttribute(Element element, Name name, std::string value, const std::string& change);
-    /// With all that is in it.
+    /// With everything in it.
     void LeaveOut(Element element, const std::string& change);
     /// Whether the element, or one that it stands in, is left out.
     bool IsLeftOut(Element element) const;
-    /// Moves an element behind all that is in another one.
+    /// Moves an element to the end of another one.
     void Move(Element element, Element parent, const std::string& change);
     /// For elements that are moved into new ones.
     void NoteMove(Element element, const std::string& change);
     void AddBehind(Element elder, NewElement element) { behind[elder.GetIndex()].push_back(std::move(element)); }
-    /// Behind all that is in the parent.
+    /// At the end of the parent.
     void AddInto(Element parent, NewElement element) { edits[parent.GetIndex()].added.push_back(std::move(element)); }
 
-    /// Notes a change alone.
+    /// Notes a change that is made elsewhere.
     void Note(Element element, const std::string& change) { Note(element, change, true); }
     /// Notes what could not be changed without changing what the document means.
     void NoteWhatStays(Element element, const std::string& reason) { Note(element, reason, false); }

@@ -9,7 +9,7 @@ namespace {
 
 using Texts = std::set<std::string, std::less<>>;
 
-/// Such values say what texts of cases look like, and stay as they are.
+/// Such values are compared with the texts of cases, and stay as they are.
 bool IsStandInValue(Element value) {
     return value.GetAttributeOr(Name::property, "valid") != "valid";
 }

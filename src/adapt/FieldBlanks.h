@@ -12,12 +12,11 @@
 
 namespace nbscore {
 
-/// The declared values of a field but those that stand for missing or invalid ones.
+/// The declared values of a field, without those that stand for missing or invalid ones.
 std::vector<Element> FindValidValues(Element field);
 
-/// Which blanks around fields' names and values mean something because of the derived fields of a document's
-/// TransformationDictionary, or of the test cases of its models. Everything is asked for by a field's name, without the
-/// blanks around it.
+/// Which blanks around the names and values of fields matter, because of the derived fields of a document's
+/// TransformationDictionary or the test cases of its models. Fields are looked up by their name without outer blanks.
 class FieldBlanks {
 public:
     FieldBlanks(Element root, const ModelsRead& models);
@@ -25,12 +24,12 @@ public:
     /// Whether a field of the document has this name.
     bool KnowField(std::string_view name) const;
 
-    /// True where two fields, a derived one among them, are told apart by the blanks around their names.
+    /// True where only the blanks around their names distinguish two fields, of which one is derived.
     bool TellFieldsApart(std::string_view name) const;
 
-    /// Why the blanks around a field's values must stay, as the end of a sentence; empty where they may go, which is so
-    /// for all numbers, and for texts that no expression reads or gives and no test case names with blanks. Of a field
-    /// that nobody knows they may go.
+    /// Why the blanks around a field's values must stay, as the end of a sentence. Empty where they may go: for
+    /// numbers, for texts that no expression reads or gives and no test case names with blanks, and for an unknown
+    /// field.
     std::string WhyThoseOfValuesStay(std::string_view name) const;
 
     /// Whether the field declares this very text as one that stands for a missing or an invalid value.
@@ -53,7 +52,7 @@ private:
 
     void Declare(Element element, bool isDerived);
     void DeclareValues(Element element, Field& field);
-    /// The values that a field has without declaring them are those that are counted.
+    /// A field that declares no values has those that are counted.
     void LearnValues(Element model);
     const Field* Find(std::string_view name) const;
 

@@ -39,7 +39,7 @@ Elements FindLocalFields(Element model) {
     return fields;
 }
 
-/// Of a model's local fields those that its inputs are or are computed from, in document order.
+/// The local fields of a model that are inputs or that inputs are computed from, in document order.
 Elements FindNeeded(Element model) {
     Elements local = FindLocalFields(model);
     if (local.empty()) return local;
@@ -76,7 +76,7 @@ public:
           globalFields(transformations.GetChildren(Name::DerivedField).List()),
           globalNames(NamesOf(globalFields)) {}
 
-    /// Looks at everything before the first change.
+    /// Checks everything before the first change.
     void Move(const ModelsRead& models) {
         for (const Element model : models.elements) {
             for (const Element field : FindNeeded(model))
@@ -103,7 +103,7 @@ private:
         Element element;
         Element model;
     };
-    /// The one that is moved of all of a name, and the models that declare it.
+    /// The first field of a name, which is moved, and the models that declare it.
     struct MovedField {
         Element element;
         std::set<std::uint32_t> models;
@@ -113,7 +113,7 @@ private:
         const std::string_view name = NameIn(field, Name::name);
         if (dataFields.contains(name)) throw RefusalOf(field, Refusal::LocalFieldNamedAsDataField);
         if (globalNames.contains(name)) throw RefusalOf(field, Refusal::LocalFieldNamedAsDerivedField);
-        // It would become an earlier one: which models are read goes by their order in the document.
+        // It would come before others, and the order of models in the document decides which are read.
         if (!field.GetDescendants(Name::NaiveBayesModel).IsEmpty())
             throw RefusalOf(field, Refusal::LocalFieldHoldsModel);
         taken.push_back({field, model});

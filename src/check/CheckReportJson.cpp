@@ -1,4 +1,4 @@
-// Checks of documents as JSON for machines.
+// Checks of documents as JSON for programs.
 
 #include "check/DocumentCheck.h"
 #include "output/JsonText.h"
@@ -21,7 +21,7 @@ const char* NameKind(InputDescription::Kind kind) {
     return kind == InputDescription::Numbers ? "numbers" : "texts";
 }
 
-/// One report, written from its front to its end.
+/// One report, written from beginning to end.
 class Report {
 public:
     explicit Report(std::string& text) : json(text) {}
@@ -61,7 +61,7 @@ private:
         json.AddName(name);
         json.AddCount(count);
     }
-    /// Zero is none.
+    /// Zero becomes null.
     void AddCountOrNull(const char* name, std::size_t count) {
         json.AddName(name);
         count == 0 ? json.AddNull() : json.AddCount(count);

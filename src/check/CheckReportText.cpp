@@ -11,7 +11,7 @@
 namespace nbscore {
 namespace {
 
-/// So many names of a list are told; the rest is counted.
+/// So many names of a list are shown; the rest is counted.
 constexpr std::size_t longestList = 12;
 
 template <typename Items, typename Text>

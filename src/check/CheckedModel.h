@@ -8,7 +8,7 @@
 
 namespace nbscore {
 
-/// Tells a check what a model is: its type, its fields and, where it describes itself, what it is made of.
+/// Describes a model in a check: its type, its fields and, where it describes itself, its parts.
 void DescribeModel(ScoreModel& model, DocumentCheck& check);
 
 /// What is odd about a model that can be scored: inputs and target categories that were never counted, sub-models of

@@ -45,7 +45,7 @@ std::optional<DocumentProblem> FindErrorOfAdapted(const std::shared_ptr<PluginLi
     }
 }
 
-/// What adapting a document, refused as it stands, would do about the refusal; empty when it would do nothing.
+/// What adapting would do about the refusal of a document; empty when it would not help.
 std::string AdviceToAdapt(const std::shared_ptr<PluginLibrary>& plugin, const std::string& name,
                           const DocumentProblem& error, const Limits& limits) {
     try {
@@ -68,7 +68,7 @@ DocumentProblem ProblemOf(const IgnoredConstruct& ignored) {
             .advice = ignored.advice};
 }
 
-/// What the plug-in is known to read over, beside what is odd about the model itself.
+/// What the plug-in is known to ignore, and what is odd about the model itself.
 void AddRemarks(const SourceDocument& source, DocumentCheck& check) {
     if (!check.model) return;
     check.problems = FindRemarks(check, *check.model);
@@ -86,7 +86,7 @@ std::vector<DocumentProblem> WithWarnings(DocumentProblem error, const SourceDoc
         for (const IgnoredConstruct& ignored : source->FindWarnings())
             problems.push_back(ProblemOf(ignored));
     } catch (const VeskException& refusal) {
-        return {ErrorOf(refusal)};  // for want of memory
+        return {ErrorOf(refusal)};  // because memory ran out
     }
     if (problems.size() > 1)
         problems.front().advice += " That alone does not make its answers right: see the warning below.";

@@ -20,7 +20,7 @@ struct DocumentProblem {
     enum Severity {
         /// The document is refused, or would be before the first case.
         Error,
-        /// It can be scored, but with answers far from what it means: scoring says so every time.
+        /// It can be scored, but with answers far from what it means: scoring warns every time.
         Warning,
         /// It can be scored, though perhaps not as it was meant.
         Remark
@@ -45,20 +45,20 @@ struct FieldDescription {
     int role = ScoreModel::NoRole;
     /// How many values it declares; 0 for none.
     std::size_t declaredValues = 0;
-    /// Of a derived field: the fields that its expression reads itself, as far as it tells.
+    /// Of a derived field: the fields that its expression reads itself, as far as it says.
     std::vector<std::string> derivedFrom;
     /// Of a data field: whether derived inputs are computed from it, directly or through other derived fields. Nothing
     /// where that is not known.
     std::optional<bool> isReadByDerivedInputs;
 };
 
-/// What reading a document without scoring told.
+/// What a document holds and what is wrong with it, found without scoring.
 struct DocumentCheck {
     std::string document;
     std::vector<Adaptation> adaptations;
     /// Nothing when the document was refused.
     std::optional<ScoreModel::ModelType> modelType;
-    /// Of the application that wrote the document; nothing where the document was refused or does not tell.
+    /// Of the application that wrote the document; nothing where the document was refused or does not say.
     std::optional<std::string> applicationVersion;
     std::vector<FieldDescription> fields;
     /// Nothing also for a model that does not describe itself.
@@ -73,10 +73,9 @@ struct DocumentCheck {
     bool IsReadable() const;
 };
 
-/// Reads a document and says what it holds and what is wrong with it. A refusal becomes a problem of the check, and
-/// so does a file that cannot be read (code 4). So does memory that does not suffice for the document or for what is
-/// told of it (code 12): nothing else is told then, and std::bad_alloc leaves this only where there is none even for
-/// that.
+/// Reads a document and reports what it holds and what is wrong with it. A refusal becomes a problem of the check, and
+/// so does a file that cannot be read (code 4). When memory runs out for the document or the report, that is the only
+/// problem reported (code 12); std::bad_alloc is thrown only when memory does not suffice for that either.
 /// @param adapt rewrite it first (SourceDocument::Adapt).
 /// @param limits of the reading; CancelledError leaves this.
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
@@ -85,7 +84,7 @@ DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const 
 /// A check as text for people: what the document holds, then what is wrong, each with what to do about it.
 std::string WriteCheckAsText(const DocumentCheck& check);
 
-/// Checks as one JSON document for machines: `{"documents": [{"document": …, "sound": …, "kind": …, …}]}`. What is not
+/// Checks as one JSON document for programs: `{"documents": [{"document": …, "sound": …, "kind": …, …}]}`. What is not
 /// known is null; names and keys are fixed.
 std::string WriteChecksAsJson(const std::vector<DocumentCheck>& checks);
 

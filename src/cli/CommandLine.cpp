@@ -78,13 +78,13 @@ ExitStatus CommandLine::RunChosenCommand(Console& console) {
     } catch (const CancelledError&) {
         Interrupts::ThrowReason();
     } catch (const InputOutputError&) {
-        // A signal makes the system call fail that it finds at work: the stop is what happened, not the failure.
+        // A signal makes a running system call fail: report the stop, not the failure.
         Interrupts::ThrowIfRequested();
         throw;
     }
 }
 
-/// Parses the arguments, and answers those that ask the command about itself.
+/// Parses the arguments, and answers requests for help or the version.
 bool CommandLine::AnswersByItself(const std::vector<std::string>& arguments, Console& console) {
     RequireKnownVerb(arguments);
     try {
@@ -113,7 +113,7 @@ void CommandLine::RefuseUnknownArguments() const {
     throw CLI::ValidationError("'" + unknown.front() + (option ? "' is not an option here" : "' was not expected"));
 }
 
-/// The parser would only say that a verb is missing, and not which word is none.
+/// The parser would only say that a verb is missing, and not which word is not a verb.
 void CommandLine::RequireKnownVerb(const std::vector<std::string>& arguments) const {
     if (arguments.empty()) throw CLI::ValidationError("no command was given");
     const auto isWord = [](const std::string& argument) { return argument.empty() || argument.front() != '-'; };

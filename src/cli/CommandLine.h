@@ -16,11 +16,11 @@ class CommandLine {
 public:
     CommandLine();
 
-    /// Runs the command with the arguments that follow its name, in UTF-8. Never throws: what goes wrong is
-    /// said on the console's messages, and in the exit status that is returned (see ExitStatus).
+    /// Runs the command with the arguments that follow its name, in UTF-8. Never throws: errors are
+    /// reported on the console's messages and in the exit status that is returned (ExitStatus).
     int Run(const std::vector<std::string>& arguments, Console& console) noexcept;
 
-    /// All verbs and options, for whoever describes them.
+    /// All verbs and options, for the manual page.
     const CLI::App& GetApp() const { return app; }
     static std::string GetVersion();
 

@@ -105,7 +105,7 @@ int main(int argc, char** argv) {
     try {
         return nbscore::Run(nbscore::GetProgramArguments(argc, argv));
     } catch (...) {
-        // What the system did not even give for a start.
+        // The system lacks the resources even to begin.
         return nbscore::ReportError(std::cerr, {});
     }
 }

@@ -16,13 +16,13 @@ class LoadedModel {
 public:
     /// Reads a document with a plug-in. Throws VeskException when the document is refused (by value, also where
     /// the plug-in throws a pointer), InputOutputError when its file cannot be read, and CancelledError.
-    /// @param limits for a plug-in whose translator is a BaseTranslator; any other one does not hear of them.
+    /// @param limits for a plug-in whose translator is a BaseTranslator; any other one ignores them.
     static LoadedModel Read(std::shared_ptr<PluginLibrary> plugin, const std::filesystem::path& document,
                             const Limits& limits = {});
 
     /// Reads a document that was parsed already, under its own limits. Throws as above.
-    /// @param notices takes what the plug-in says beside, where its translator is a BaseTranslator: each as one line,
-    ///     and with the document's name in its place.
+    /// @param notices gets the plug-in's remarks, where its translator is a BaseTranslator: each as one line, and with
+    ///     the document's name in its place.
     static LoadedModel Read(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document,
                             const BaseTranslator::Notices& notices = {});
 
@@ -31,7 +31,7 @@ public:
     LoadedModel(std::shared_ptr<PluginLibrary> owner, std::unique_ptr<ScoreModel> readModel)
         : plugin(std::move(owner)), model(std::move(readModel)) {}
     LoadedModel(LoadedModel&&) = default;
-    /// Would let go of the old plug-in before the old model.
+    /// Would unload the old plug-in before deleting the old model.
     LoadedModel& operator=(LoadedModel&&) = delete;
 
     ScoreModel& Get() const { return *model; }
@@ -42,7 +42,7 @@ public:
     void RequireScorable() const;
 
 private:
-    std::shared_ptr<PluginLibrary> plugin;  // declared first, so that it goes last
+    std::shared_ptr<PluginLibrary> plugin;  // declared first, so that it is destroyed last
     std::unique_ptr<ScoreModel> model;
 };
 

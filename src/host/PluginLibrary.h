@@ -9,8 +9,6 @@
 
 namespace nbscore {
 
-class SharedObject;
-
 /// A plug-in, loaded at run time and known only by its exported factory, GiveMyTranslator.
 ///
 /// The library stays loaded while this object lives. Every object that it made must be gone before: LoadedModel
@@ -32,6 +30,7 @@ public:
     std::unique_ptr<ScoreTranslator> MakeTranslator() const;
 
 private:
+    class SharedObject;
     using Factory = ScoreTranslator* (*)();
 
     explicit PluginLibrary(const std::filesystem::path& path);

@@ -19,7 +19,7 @@
 namespace nbscore {
 namespace {
 
-/// What does not fit into memory is let go of when this ends, so that there is some for saying so.
+/// What did not fit into memory is freed before the refusal is made, which needs some itself.
 template <typename Work>
 auto WithinMemory(const Work& work) {
     try {

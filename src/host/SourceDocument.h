@@ -16,9 +16,8 @@ namespace nbscore {
 
 class DocumentTree;
 
-/// A document that was parsed and not yet given to a plug-in: what a host itself reads in it or changes about it. When
-/// memory runs out meanwhile, that is VeskException 12, as it is while a document is parsed.
-/// Used by one thread at a time.
+/// A parsed document before a plug-in gets it: what a host itself reads or changes in it. When memory runs out, that is
+/// VeskException 12, as it is while a document is parsed. Used by one thread at a time.
 class SourceDocument {
 public:
     /// Parses a file.
@@ -31,8 +30,8 @@ public:
     SourceDocument(SourceDocument&&) noexcept;
     SourceDocument& operator=(SourceDocument&&) noexcept;
 
-    /// Rewrites what newer producers write into what the plug-in reads (AdaptDocument), and tells each change, and
-    /// what was left as it is, in document order.
+    /// Rewrites what newer producers write into what the plug-in reads (AdaptDocument), and returns each change,
+    /// and what was left as it is, in document order.
     std::vector<Adaptation> Adapt();
 
     /// The model that a translator makes of the document: a BaseTranslator of its tree and under the limits, any other
@@ -40,16 +39,16 @@ public:
     /// (which is freed).
     std::unique_ptr<ScoreModel> Translate(ScoreTranslator& translator) const;
 
-    /// The test cases that the model elements which the plug-in reads carry, in document order; none where there are
-    /// none. Throws VeskException, with the file's name (ReadVerificationSuites).
+    /// The test cases in the model elements that the plug-in reads, in document order. Throws VeskException, with the
+    /// file's name (ReadVerificationSuites).
     std::vector<VerificationSuite> ReadVerification() const;
 
-    /// What the document says and scoring by the plug-in does not heed, in document order (FindIgnoredConstructs).
+    /// What scoring by the plug-in ignores in the document, in document order (FindIgnoredConstructs).
     std::vector<IgnoredConstruct> FindIgnored() const;
-    /// Those of them that are warnings (FindWarnings).
+    /// Only those that are warnings (FindWarnings).
     std::vector<IgnoredConstruct> FindWarnings() const;
 
-    /// The version of the application that wrote the document; nothing where the document does not tell.
+    /// The version of the application that wrote the document; nothing where the document does not say.
     std::optional<std::string> ReadApplicationVersion() const;
 
     /// The path as it was given.

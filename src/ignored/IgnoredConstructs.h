@@ -9,9 +9,9 @@ namespace nbscore {
 
 class DocumentTree;
 
-/// Something that a document says, that scoring does not heed, and that could change an answer where it is heeded.
+/// Something in a document that scoring ignores, although it could change an answer.
 struct IgnoredConstruct {
-    /// Of the first one of its kind.
+    /// The first of its kind.
     DocumentPlace place;
     /// What is ignored and what happens instead, for all of its kind: a sentence or two.
     std::string message;
@@ -21,12 +21,12 @@ struct IgnoredConstruct {
     bool isWarning = false;
 };
 
-/// What a document that the plug-in reads says in vain, in document order: one entry for each kind, however often it is
-/// there. Only what is truly read over and could change an answer is told, of the model elements that are read.
-/// Takes time proportional to the document.
+/// What scoring ignores in a document that the plug-in reads, in document order: one entry for each kind, however often
+/// it occurs. Only what could change an answer is reported, and only of the model elements that are read. Takes time
+/// proportional to the document.
 std::vector<IgnoredConstruct> FindIgnoredConstructs(const DocumentTree& document);
 
-/// Those of them that are warnings; also of a document that the plug-in refuses.
+/// Only those that are warnings; works for a document that the plug-in refuses, too.
 std::vector<IgnoredConstruct> FindWarnings(const DocumentTree& document);
 
 }  // namespace nbscore

@@ -80,7 +80,7 @@ void NoteFieldCount(Element dictionary, std::size_t count, IgnoredLog& log) {
              "numberOfFields " + QuotedAttribute(dictionary, Name::numberOfFields) + " of the DataDictionary");
 }
 
-/// They are a fault of every field that is used, and so of none in a document that was read.
+/// A field that is used would be refused for them, so only unused ones are left in a document that was read.
 void NoteValuesOfNoNumber(Element field, IgnoredLog& log) {
     if (ReadStorageType(field) != ScoreDictVar::NumericStorage) return;
     for (const Element value : field.GetChildren(Name::Value)) {
@@ -157,8 +157,8 @@ private:
         }
     }
 
-    /// A field that binds its values to nothing has no invalid ones. Where nothing else is said, a case with an invalid
-    /// one has no answer; a category that is not declared is out of an input's reach, as a missing one is.
+    /// A field without bounds has no invalid values. By default, a case with an invalid value should get no answer; a
+    /// category that is not declared changes no input, just as a missing value.
     void NoteInvalid(Element field, Declaration& declaration, bool isInput, bool isRead) {
         if (!declaration.bindsValues || (field.GetAttribute(Name::invalidValueTreatment) == "asIs")) return;
         if (field.GetAttribute(Name::invalidValueTreatment) == "returnInvalid") {
@@ -175,7 +175,7 @@ private:
             log.Note(declaredValidity, declaration.bound,
                      '<' + std::string(declaration.bound.GetSpelling()) + "> of the field " +
                          QuotedAttribute(declaration.element, Name::name));
-            declaration.bound = {};  // told once, however many models use the field
+            declaration.bound = {};  // reported once, however many models use the field
         }
     }
 

@@ -12,7 +12,7 @@
 namespace nbscore {
 namespace {
 
-/// So many names of a list are told; the rest is counted.
+/// So many names of a list are shown; the rest is counted.
 constexpr std::size_t longestList = 12;
 
 constexpr const char* adviceOnInputs =
@@ -74,7 +74,7 @@ bool IsOfNoNumber(Element row) {
     return value && !ReadNumber(*value);
 }
 
-/// The inputs with a row whose value is no number: mostly of fields that hold texts.
+/// The inputs with counts for a value that is no number: mostly of fields that hold texts.
 std::vector<Element> FindInputsOfNoNumber(const ModelsRead& models) {
     std::vector<Element> found;
     for (const Element model : models.elements) {
@@ -85,8 +85,8 @@ std::vector<Element> FindInputsOfNoNumber(const ModelsRead& models) {
     return found;
 }
 
-/// Which of some fields learn numbers: they are data fields, else derived ones, and of several declarations of a name
-/// the first counts.
+/// Which of some fields learn their numbers. A data field goes before a derived one of the same name, and the first
+/// declaration before later ones.
 class LearningFields {
 public:
     LearningFields(Element root, const FieldNames& wantedNames) : wanted(wantedNames) {
@@ -187,7 +187,7 @@ private:
         }
     }
 
-    /// A name that is no number cannot be taken for another bin's.
+    /// A name that is no number cannot be confused with another bin's.
     void NoteNumber(Element bin, std::size_t position) {
         const std::optional<double> number = NumberIn(bin, Name::binValue);
         if (!number || *number == static_cast<double>(position)) return;
@@ -203,7 +203,7 @@ private:
         }
     }
 
-    /// @param outermost the margin that no number is beyond.
+    /// @param outermost the margin that no number exceeds.
     void NoteOuterMargin(Element interval, Name name, double outermost) {
         const std::optional<double> margin = NumberIn(interval, name);
         if (margin && *margin != outermost) log.Note(outerMargin, interval, Named(interval, name));

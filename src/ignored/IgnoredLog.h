@@ -10,7 +10,7 @@
 
 namespace nbscore {
 
-/// A kind of construct that scoring does not heed, in the words of remarks. Told apart by its address.
+/// A kind of construct that scoring ignores, in the words of remarks. Identified by its address.
 struct IgnoredKind {
     /// Follows the construct's name, with a full stop: `is not used: a missing value stays missing.`
     const char* effect;
@@ -19,8 +19,8 @@ struct IgnoredKind {
     bool isWarning = false;
 };
 
-/// Collects what is ignored: of each kind the first one, and how many there are, so that what is told stays short
-/// however long the document is.
+/// Collects what is ignored: the first of each kind, and how many there are, so that the report stays short however
+/// long the document is.
 class IgnoredLog {
 public:
     /// @param kind must outlive the log.
@@ -43,22 +43,22 @@ private:
 /// An attribute in quotes, shortened and without control characters, to name a construct by.
 std::string QuotedAttribute(Element element, Name name);
 
-/// What is said in vain about the values of fields: in the data dictionary (declared validity, second declarations, a
-/// wrong number of fields) and in the mining schemas (missing and invalid values, outliers, optype). Rules for fields
-/// that no input and no derived field uses change nothing and are passed over.
+/// Ignored rules for the values of fields: in the data dictionary (declared validity, second declarations, a wrong
+/// number of fields) and in the mining schemas (missing and invalid values, outliers, optype). Rules for fields that
+/// neither an input nor a derived field uses change nothing and are not reported.
 void NoteIgnoredFieldRules(Element root, const ModelsRead& models, IgnoredLog& log);
-/// The models of a document that are not read, and a set of models around one that is read alone.
+/// The models of a document that are not read, and a set of models around the only one that is.
 void NoteIgnoredModels(Element root, const ModelsRead& models, IgnoredLog& log);
-/// What a model's children say in vain beside its inputs and schema: targets' priors, outputs that are not computed,
-/// local fields, an output in front of another; and that the model is not meant to be scored.
+/// Ignored children of a model other than its inputs and schema: priors of targets, outputs that are not computed,
+/// local fields, all outputs but the last; and the mark that the model is not meant to be scored.
 void NoteIgnoredModelParts(Element model, IgnoredLog& log);
-/// What the Discretize inside a model's inputs says in vain: inputs take only the margins between bins, put values on a
-/// margin into the bin below it and number bins as they stand.
+/// Ignored parts of the Discretize inside a model's inputs: an input uses only the margins between bins, puts a value
+/// on a margin into the bin below it, and numbers bins in document order.
 void NoteIgnoredBinning(Element model, IgnoredLog& log);
-/// A model's inputs that stand where none is looked for, such as in an Extension. That is how producers write inputs
-/// with continuous distributions for readers that know none.
+/// A model's inputs in places where none is looked for, such as an Extension. Producers write inputs with continuous
+/// distributions there, for readers that do not support them.
 void NoteIgnoredInputs(Element model, IgnoredLog& log);
-/// Rows of counts, of inputs that learn their numbers from them, whose value is no number.
+/// Counts whose value is no number, of inputs that learn their numbers from the counts.
 void NoteCountsOfNoNumber(Element root, const ModelsRead& models, IgnoredLog& log);
 
 }  // namespace nbscore

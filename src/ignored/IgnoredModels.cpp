@@ -43,7 +43,7 @@ bool IsOtherKind(Element element) {
     return std::ranges::find(otherModels, element.GetSpelling()) != otherModels.end();
 }
 
-/// By their number in the tree.
+/// By their index in the tree.
 std::set<std::uint32_t> AncestorsOf(const ModelsRead& models) {
     std::set<std::uint32_t> ancestors;
     for (const Element model : models.elements) {
@@ -92,7 +92,7 @@ private:
     const std::set<std::uint32_t> around;
 };
 
-constexpr IgnoredKind notScorable{"is not heeded: the model is scored all the same.",
+constexpr IgnoredKind notScorable{"is ignored: the model is scored all the same.",
                                   "Ask whoever made the document what it is for before its scores are used."};
 constexpr IgnoredKind targetPrior{"is not used: priors come from the counts of BayesOutput.",
                                   "Change the counts of BayesOutput, if other priors are meant."};

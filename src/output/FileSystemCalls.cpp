@@ -34,7 +34,7 @@ bool LeadsToTerminal(std::FILE* file) {
 std::ptrdiff_t WriteSomeBytes(std::FILE* file, std::string_view bytes) {
     constexpr std::size_t mostAtOnce = std::size_t{1} << 30;  // the call counts in 32 bits
     const int count = _write(_fileno(file), bytes.data(), static_cast<unsigned>(std::min(bytes.size(), mostAtOnce)));
-    // A pipe that nobody reads any more has an error of its own there, for which the C library has no number.
+    // A pipe without a reader has an error of its own there, for which the C library has no number.
     constexpr unsigned long nobodyReads = 232;
     if (count < 0 && _doserrno == nobodyReads) errno = EPIPE;
     return count;
@@ -72,7 +72,7 @@ std::ptrdiff_t WriteSomeBytes(std::FILE* file, std::string_view bytes) {
 
 void StartSyncToDisk(std::FILE* file, std::uint64_t begin, std::uint64_t size) {
 #ifdef SYNC_FILE_RANGE_WRITE
-    // What does not reach the disk is told when all is synchronized.
+    // What does not reach the disk is reported when everything is synchronized.
     static_cast<void>(
         sync_file_range(fileno(file), static_cast<off_t>(begin), static_cast<off_t>(size), SYNC_FILE_RANGE_WRITE));
 #else
@@ -105,7 +105,7 @@ std::optional<std::string> GetAttribute(int file, const char* name) {
     return Fetch([file, name](char* bytes, std::size_t size) { return fgetxattr(file, name, bytes, size); });
 }
 
-/// As far as that goes: they are notes that no access depends on.
+/// As far as possible: no access depends on them.
 void PassOnUserAttributes(int from, int to) {
     const std::string names =
         Fetch([from](char* bytes, std::size_t size) { return flistxattr(from, bytes, size); }).value_or("");

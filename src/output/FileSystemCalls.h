@@ -8,8 +8,8 @@
 
 namespace nbscore {
 
-/// The few calls about open files that differ from system to system. Each reports failure as the C library does, with
-/// errno, but where it says otherwise.
+/// The few calls about open files that differ between systems. Each reports failure as the C library does, with errno,
+/// unless it says otherwise.
 
 /// Opens what is no regular file, such as a device or a named pipe, for writing bytes; null on failure. Where systems
 /// let files be swapped, a regular file is left as it is.
@@ -19,20 +19,19 @@ bool LeadsToTerminal(std::FILE* file);
 /// something negative on failure.
 std::ptrdiff_t WriteSomeBytes(std::FILE* file, std::string_view bytes);
 /// Has the system begin to bring a part of an open file to the disk, where it can, so that less is left to wait for in
-/// the end. Waits for no more than that the disk takes orders, and reports nothing.
+/// the end. Waits only until the disk accepts the order, and reports nothing.
 void StartSyncToDisk(std::FILE* file, std::uint64_t begin, std::uint64_t size);
 /// Makes what was written survive a power failure, where the system can; false on failure.
 bool SyncToDisk(std::FILE* file);
 
 #ifndef _WIN32
-/// Gives a new file what the file that it is to replace passes on: owner, group, permissions, the list of who else may
-/// access it, and the attributes that users gave it. Both are open descriptors. False, with errno, where the
-/// permissions cannot be set.
+/// Gives a new file the owner, group, permissions, access control list and user attributes of the file that it is to
+/// replace. Both are open descriptors. False, with errno, where the permissions cannot be set.
 ///
-/// Until then the new file must be for its owner alone: others are let in last. What lets a program run as somebody
-/// else (set-user-ID, set-group-ID, capabilities) is never passed on. Only the administrator can give a file to another
-/// owner, and others only to a group of their own. Where the group or the list cannot be kept, the group and everybody
-/// else get what both of them had: the members of another group are strangers to the file.
+/// Until then only the owner may have access to the new file: others get theirs last. What lets a program run as
+/// somebody else (set-user-ID, set-group-ID, capabilities) is never passed on. Only the administrator can give a file
+/// to another owner, and others only to a group of their own. Where the group or the list cannot be kept, group and
+/// others get only the permissions that both of them had, because the new group has other members.
 bool PassOnAttributes(int from, int to);
 #endif
 

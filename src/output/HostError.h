@@ -8,7 +8,7 @@
 
 namespace nbscore {
 
-/// A table of cases that cannot be taken as it stands: names the file, the line and the thing at fault.
+/// A table of cases that cannot be used: names the file, the line and the cell or column at fault.
 class CaseDataError : public std::runtime_error {
 public:
     /// @param lineNumber from 1; 0 when no line is at fault.
@@ -60,8 +60,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// To be called in a handler for everything, around a call into a plug-in: throws what the plug-in threw again,
-/// as an exception of this program's own, which stays good when the plug-in is unloaded.
+/// To be called in a catch-all handler around a call into a plug-in: throws the plug-in's exception again as one of
+/// this program's own, which stays valid when the plug-in is unloaded.
 ///
 /// A VeskException stays one, also where it was thrown as a pointer, which is freed, and so does std::bad_alloc;
 /// anything else becomes an InputOutputError that says what was being done.

@@ -13,10 +13,9 @@ void AppendJsonText(std::string& text, std::string_view content);
 /// (NaN, infinities) and for the system-missing number.
 void AppendJsonNumber(std::string& text, double number);
 
-/// Appends indented JSON to a text, piece by piece. It keeps no tree: what was written takes no memory but the text's
-/// own.
+/// Appends indented JSON to a text, piece by piece. It keeps no tree, so it takes no memory but the text.
 ///
-/// The caller sees to it that what is begun is ended, and that in an object each value follows a name.
+/// The caller must end what it begins and, in an object, add a name before each value.
 class JsonWriter {
 public:
     /// @param destination borrowed.

@@ -12,7 +12,7 @@ namespace nbscore {
 /// becomes a question mark), and cut with "..." where it is long.
 std::string QuoteForMessage(std::string_view text);
 
-/// Several such texts, quoted, with commas between; how many more there are stands for those behind the tenth.
+/// Several such texts, quoted, with commas between; after the tenth, only how many more there are.
 std::string ListForMessage(const std::vector<std::string>& texts);
 
 /// A path as UTF-8 text, for messages and for interfaces that take narrow strings.

@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Enough that the disk has long pieces to write, and little is left in the end.
+/// Large enough for the disk to write long pieces, and small enough that little is left in the end.
 constexpr std::uint64_t bytesToSyncAtOnce = std::uint64_t{8} << 20;
 
 }  // namespace
@@ -91,7 +91,7 @@ void OutputFile::Writing::OpenDirectly() {
     if (!RepeatInterrupted(open, onInterruption)) Fail(GetSystemReason(errno));
 }
 
-/// A file that may not be written to is told before the work begins, and looked at again when it is done.
+/// A file that may not be written to is reported before the work begins, and checked again when it is done.
 void OutputFile::Writing::OpenBeside(bool replaces) {
     if (!place.Find(name)) Fail(GetSystemReason(errno));
     name = place.GetPath();
@@ -104,7 +104,7 @@ void OutputFile::Writing::OpenBeside(bool replaces) {
     }
 }
 
-/// A file that is to be on the disk when it appears is brought there bit by bit.
+/// A file that must be on the disk when it appears is brought there piece by piece.
 void OutputFile::Writing::Write(std::string_view bytes) {
     if (!buffer.Write(file, bytes)) Fail(GetSystemReason(errno));
     written += bytes.size();
@@ -113,7 +113,7 @@ void OutputFile::Writing::Write(std::string_view bytes) {
     syncStarted = written;
 }
 
-/// Nobody can be waiting for a file that appears only when it is whole.
+/// Nobody waits for a file that appears only when it is whole.
 void OutputFile::Writing::Flush() {
     if (IsDirect() && !buffer.Flush(file)) Fail(GetSystemReason(errno));
 }
@@ -135,7 +135,7 @@ void OutputFile::Writing::TakePlace() {
     Close();
     if (!place.Replace(temporaryName)) Fail(GetSystemReason(errno));
     temporaryName.clear();
-    // The file is there now, and a stop comes too late.
+    // The file is in its place now: too late to stop.
     const auto syncFolder = [this] { return place.Sync(); };
     if (!RepeatInterrupted(syncFolder, {})) Fail(GetSystemReason(errno));
 }

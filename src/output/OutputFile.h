@@ -13,12 +13,12 @@ namespace nbscore {
 ///
 /// A symbolic link is followed: the file it points to is replaced. Only its owner can read a file that is being
 /// written; Commit gives it the owner, group, permissions and attributes of the file that is there then, as far as the
-/// user may. A file that may not be written to is not replaced. A destination that is no regular
-/// file (a device, a named pipe) is written to directly.
+/// user may. A file that may not be written to is not replaced. A destination that is no regular file (a device, a
+/// named pipe) is written to directly.
 ///
-/// Nobody else's file is touched, whoever owns the folder: no permission is changed by name, and no link that somebody
-/// puts in the folder is followed. Whoever owns the folder can always take files out of it, and decides by the file
-/// that he leaves to be replaced who may read the new one.
+/// No file of another user is touched, whoever owns the folder: no permission is changed by name, and no link that is
+/// put into the folder meanwhile is followed. The folder's owner can always remove files from it, and decides by the
+/// file to be replaced who may read the new one.
 class OutputFile : public OutputSink {
 public:
     /// Throws InputOutputError when the destination is a folder, or nothing can be written beside it.
@@ -28,14 +28,14 @@ public:
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
-    /// Whether what is written is shown to somebody as it comes.
+    /// Whether what is written is shown on a terminal.
     bool IsTerminal() const;
     /// Where the bytes are until they are committed; empty when they are written directly, and once committed.
     std::filesystem::path GetTemporaryPath() const;
 
     void Write(std::string_view bytes) override;
     void Flush() override;
-    /// Once the file is in its place, only that this may not survive a power failure is still told as an error.
+    /// Once the file is in its place, the only error left is that this may not survive a power failure.
     void Commit() override;
 
 private:

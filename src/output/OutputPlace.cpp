@@ -112,7 +112,7 @@ bool OutputPlace::Sync() const {
 }
 
 void OutputPlace::Remove(const fs::path& name) const noexcept {
-    // Nothing more can be done about a file that does not go.
+    // Nothing more can be done about a file that cannot be removed.
     try {
         std::error_code ignored;
         fs::remove(path.parent_path() / name, ignored);
@@ -265,7 +265,7 @@ bool OutputPlace::Sync() const {
 }
 
 void OutputPlace::Remove(const fs::path& name) const noexcept {
-    unlinkat(folder, name.c_str(), 0);  // nothing more can be done about a file that does not go
+    unlinkat(folder, name.c_str(), 0);  // nothing more can be done about a file that cannot be removed
 }
 
 #endif

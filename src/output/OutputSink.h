@@ -14,7 +14,7 @@ public:
 
     /// Takes bytes over; throws InputOutputError when they cannot be written.
     virtual void Write(std::string_view bytes) = 0;
-    /// Passes on what was taken over so far to whoever may be waiting for it; throws as Write.
+    /// Passes on what was taken over so far to a reader that may be waiting; throws as Write.
     virtual void Flush() {}
     /// Makes everything written final, at the end of a run that went well; throws InputOutputError otherwise.
     virtual void Commit() = 0;
@@ -25,7 +25,7 @@ public:
 using OnInterruption = std::function<void()>;
 
 /// What is done before bytes are written, to wait until the file takes some at once; it may throw, to give up. Tells
-/// how many it takes. Where it is empty, writing itself waits, and nobody but a signal to the writing thread ends that.
+/// how many it takes. Where it is empty, writing itself waits, and only a signal to the writing thread ends that.
 using WaitForRoom = std::function<std::size_t(std::FILE*)>;
 
 /// How a request to stop is noticed while writing waits.

@@ -12,7 +12,7 @@ constexpr std::size_t numSlots = std::size_t{1} << 17;
 constexpr std::size_t mostProbes = 64;
 constexpr std::size_t mostAnswers = numSlots / 4;
 constexpr std::size_t mostTextBytes = std::size_t{8} << 20;
-/// One case in so many has to be met again for the memory to be worth its upkeep.
+/// The memory is worth its cost when at least one in so many cases repeats.
 constexpr std::size_t leastShare = 8;
 
 }  // namespace

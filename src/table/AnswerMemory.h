@@ -13,8 +13,8 @@
 
 namespace nbscore {
 
-/// The texts of scores that were written already, by the rows that the cases' values stand for: cases repeat, and
-/// writing numbers takes longer than anything else. Of bounded size. Used by one thread.
+/// The texts of scores that were written already, by the factor rows of the case's values: cases repeat, and writing
+/// numbers takes longer than anything else. Of bounded size. Used by one thread.
 class AnswerMemory {
 public:
     struct Answer {
@@ -23,22 +23,22 @@ public:
         bool hasNonFiniteNumber = false;
     };
 
-    /// @param numRows how many rows tell a case.
+    /// @param numRows how many factor rows a case has.
     explicit AnswerMemory(std::size_t numRows);
 
-    /// Whether it is worth asking: cases with very many values seldom repeat, and of others it is seen.
+    /// Whether to ask it: cases with very many values seldom repeat, and for others the hits are counted.
     bool IsUseful() const { return isUseful; }
-    /// Forgets everything when it is full. What was found before is then of no more use.
+    /// Forgets everything when it is full. Answers found before are then no longer valid.
     void MakeRoom();
 
-    /// What was kept for each of many cases; nothing where nothing was. Looking for many at a time hides how long
-    /// memory takes to answer. Answers are valid until the next MakeRoom.
-    /// @param rows those of one case behind those of another.
+    /// What was kept for each of many cases, if anything. Looking for many at a time hides the latency of memory.
+    /// Answers are valid until the next MakeRoom.
+    /// @param rows the factor rows, case by case.
     void Find(std::span<const FactorRow> rows, std::span<std::optional<Answer>> known);
     std::string_view GetText(const Answer& answer) const {
         return std::string_view(texts).substr(answer.begin, answer.length);
     }
-    /// Keeps nothing when it is full, or too many others stand where the case belongs.
+    /// Keeps nothing when it is full, or when the slots for the case are taken.
     void Keep(std::span<const FactorRow> rows, std::string_view text, bool hasNonFiniteNumber);
 
 private:
@@ -55,9 +55,9 @@ private:
     bool isUseful;
     std::size_t asked = 0;
     std::size_t found = 0;
-    /// Of the cases that are looked for: where among the slots the search begins.
+    /// Where among the slots the search for each case begins.
     std::vector<std::size_t> places;
-    /// Positions in `answers`, found by hash and then one behind the other.
+    /// Positions in `answers`: a hash table with linear probing.
     std::vector<std::uint32_t> slots;
     std::vector<Answer> answers;
     std::vector<FactorRow> keys;

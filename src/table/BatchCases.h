@@ -21,25 +21,25 @@ class BatchEngine;
 /// with; each thread scores with one of its own.
 class BatchCases {
 public:
-    /// Nothing for a model that does not lay its tables open, or has something in them that nobody else knows.
-    /// @param scorable as LoadedModel::RequireScorable has it; need not outlive this.
+    /// Nothing for a model that does not lay its tables open, or whose tables the batch engine cannot use.
+    /// @param scorable in the sense of LoadedModel::RequireScorable; need not outlive this.
     static std::optional<BatchCases> Find(const ScoreModel& scorable, bool onlyPrediction);
 
     /// The name of the field that each reader reads.
     const std::vector<std::string>& GetFieldsOfReaders() const { return parts->fieldsOfReaders; }
     bool ReadsDerivedFields() const;
-    /// The row that a value stands for. May be called on several threads at once.
+    /// The factor row of a value. May be called on several threads at once.
     FactorRow RowOf(std::size_t reader, std::string_view text) const;
     FactorRow RowOf(std::size_t reader, double number) const;
     /// How many cases to score at once.
     std::size_t GetCasesAtOnce() const;
 
-    /// Scores cases; what is said of them lasts until the next call.
-    /// @param rows one list for each reader.
+    /// Scores cases; the results are valid until the next call.
+    /// @param rows one list of factor rows for each reader.
     void Score(std::span<const std::span<const FactorRow>> rows, std::size_t cases);
-    /// What was said of a case, until the next call.
+    /// The result of a case, until the next call.
     ScoredCase GetCase(std::size_t entry);
-    /// Whether one of its numbers is none or infinite.
+    /// Whether one of its numbers is not finite.
     bool HasNonFiniteNumber(std::size_t entry) const;
 
 private:

@@ -15,24 +15,24 @@
 
 namespace nbscore {
 
-/// Scores blocks on several threads and hands what came of them on in the order of the blocks. Holds a bounded number
-/// of blocks: whoever brings them waits when scoring or writing lags behind.
+/// Scores blocks on several threads and hands the results on in the order of the blocks. Holds a bounded number of
+/// blocks: the thread that brings them waits when scoring or writing lags behind.
 ///
-/// One thread brings blocks. Whichever thread finishes the block whose turn it is hands it on, so that an answer never
-/// waits for the next block to be read. When a block fails, those before it are still handed on and those behind it are
+/// One thread brings blocks. The thread that finishes the next block in order hands it on, so that an answer never
+/// waits for the next block to be read. When a block fails, those before it are still handed on and those after it are
 /// dropped, whatever the number of threads.
 class BlockPipeline {
 public:
-    /// Told what came of a block, or of a part of it, by one thread at a time, in order. What it throws is the block's
-    /// failure.
+    /// Called with the scores of a block or of a part of it, by one thread at a time, in order. What it throws is the
+    /// block's failure.
     using HandOn = std::function<void(const BlockScores&)>;
 
-    /// @param blockScorers one for each thread; at least one. Where the system gives fewer threads, some are not used.
-    ///     Throws what it says when it gives none.
+    /// @param blockScorers one for each thread; at least one. Where the system starts fewer threads, some are not used.
+    ///     Throws the system's error when it starts none.
     /// @param sourceName, delimiter as for CsvRowReader.
     BlockPipeline(std::vector<std::unique_ptr<BlockScorer>> blockScorers, std::string sourceName, char delimiter,
                   HandOn onScores);
-    /// Drops what is not handed on yet.
+    /// Drops what has not been handed on.
     ~BlockPipeline();
     BlockPipeline(const BlockPipeline&) = delete;
     BlockPipeline& operator=(const BlockPipeline&) = delete;
@@ -47,12 +47,12 @@ public:
 private:
     struct Slot {
         TableBlock block;
-        /// Where the block was done before its turn came.
+        /// Of a block that was finished before its turn.
         BlockScores scores;
         std::exception_ptr failure;
         bool isDone = false;
     };
-    /// Thrown through a scorer whose block is of no more use.
+    /// Thrown through a scorer whose block is not needed any more.
     struct Dropped {};
 
     Slot& SlotOf(std::uint64_t number) { return slots[number % slots.size()]; }
@@ -75,14 +75,14 @@ private:
     std::mutex mutex;
     std::condition_variable changed;
     std::vector<Slot> slots;
-    /// Blocks are numbered in their order: those below are submitted, taken by a thread, handed on.
+    /// Blocks are numbered in order; all below these numbers are submitted, taken by a thread, handed on.
     std::uint64_t submitted = 0;
     std::uint64_t taken = 0;
     std::uint64_t handedOn = 0;
     /// Whether some thread is handing on; it does so without holding the mutex.
     bool isHandingOn = false;
     bool isEnding = false;
-    /// Of the first block that failed; nothing is handed on any more.
+    /// Of the first block that failed; nothing is handed on after it.
     std::exception_ptr failure;
     std::vector<std::thread> threads;
 };

@@ -28,7 +28,7 @@ void ContractBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const O
 
 namespace {
 
-/// Rows of tables that wait together, in each of two lists.
+/// Factor rows that wait together, in each of two lists.
 constexpr std::size_t mostRowsAtOnce = std::size_t{1} << 18;
 
 /// A row of a set of very many sub-models takes many steps (LimitWatch).

@@ -25,7 +25,7 @@ namespace nbscore {
 struct BlockScores {
     std::string text;
     std::uint64_t rows = 0;
-    /// The line of the first case in which some number came out as none or infinite; 0 when there was none.
+    /// The line of the first case with a non-finite number; 0 when there was none.
     std::uint64_t firstNonFiniteLine = 0;
 
     void Clear() {
@@ -43,7 +43,7 @@ class BlockScorer {
 public:
     virtual ~BlockScorer() = default;
 
-    /// Called with scores whose text has grown long, to take the text away.
+    /// Called when the text of scores has grown long, to take it away.
     using OnLongText = std::function<void(BlockScores&)>;
     /// How long a text may grow before it is taken away.
     static constexpr std::size_t longText = std::size_t{1} << 20;
@@ -53,12 +53,12 @@ public:
     virtual void Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) = 0;
 };
 
-/// Scores rows one by one by the model itself: for models that nothing is known of but the contract.
+/// Scores rows one by one by the model itself: for models of which only the contract is known.
 class ContractBlockScorer : public BlockScorer {
 public:
     /// @param scoringModel borrowed.
     /// @param copiesInput whether a row's cells are written as they are read.
-    /// @param workLimits of these, only whether the work is cancelled is asked.
+    /// @param workLimits only cancelling is used.
     ContractBlockScorer(ScoreModel& scoringModel, CaseBinder caseBinder, ScoredCaseReader resultReader,
                         std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits);
 
@@ -74,7 +74,7 @@ private:
     ReusedResult result;
 };
 
-/// Scores rows many at a time by a batch scorer, and those that were met before from memory.
+/// Scores many rows at a time by a batch scorer, and repeated ones from memory.
 class BatchBlockScorer : public BlockScorer {
 public:
     /// @param batchScorer copied. @param caseCoder made for it. The rest as for ContractBlockScorer.
@@ -112,12 +112,12 @@ private:
     LimitWatch watch;
     AnswerMemory memory;
     std::vector<WaitingCase> waitingCases;
-    /// What is remembered of each.
+    /// What is remembered of each case.
     std::vector<std::optional<AnswerMemory::Answer>> remembered;
     std::vector<std::string_view> cells;
-    /// Case by case, one for each reader.
+    /// Factor rows, case by case, one for each reader.
     std::vector<FactorRow> rowsOfCases;
-    /// Those of the cases to be scored: reader by reader, each casesAtOnce long.
+    /// Factor rows of the cases to be scored: reader by reader, each casesAtOnce long.
     std::vector<FactorRow> rowsToScore;
 };
 

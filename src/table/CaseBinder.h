@@ -15,17 +15,17 @@
 
 namespace nbscore {
 
-/// The names of the data fields that a model's inputs read. The target is among them where an input reads it.
+/// The names of the data fields that a model's inputs read, including the target where an input reads it.
 struct FieldsOfInputs {
     /// Inputs that are data fields themselves.
     std::set<std::string> asTheyAre;
-    /// What inputs are computed from where they are derived, directly or through other derived fields. What only
-    /// derived fields read which no input uses is not among them.
+    /// Fields that derived inputs are computed from, directly or through other derived fields. Derived fields that no
+    /// input uses do not count.
     std::set<std::string> ofDerivedInputs;
 };
 
-/// Nothing where they are not known: the model has derived fields that are no DerivedFieldSources, or is no
-/// ModelSelfDescription itself. Takes the time of a ModelSelfDescription.
+/// Nothing where they are not known: where the model does not describe itself (ModelSelfDescription), or its derived
+/// fields do not (DerivedFieldSources). Takes the time of a description.
 std::optional<FieldsOfInputs> FindFieldsOfInputs(const ScoreModel& model);
 
 /// A cell of a row, and the number of its column, from 0.
@@ -36,26 +36,26 @@ struct PlacedCell {
 
 /// Turns the rows of a table into case records for one model.
 ///
-/// The fields that a model needs are those with the predictor role, and those that its derived inputs are computed
-/// from, the target aside. The target is taken where an input reads it and the table has it, and never needed; such
-/// records are read by name, because models keep no position of their target. Of a model with derived fields that does
-/// not tell what its inputs read (FindFieldsOfInputs) every field of the dictionary that the table happens to have is
-/// taken instead. An empty cell is an absent value. Cells of numeric fields are read as numbers; one whose text the
-/// field declares as a missing value is absent. Texts are taken as they stand.
+/// A model needs the fields with the predictor role, and those that its derived inputs are computed from, except the
+/// target. The target is used where an input reads it and the table has it, but never required; such records are read
+/// by name, because models keep no position of their target. For a model with derived fields whose inputs are not known
+/// (FindFieldsOfInputs), every field of the dictionary that the table has is used. An empty cell is an absent value.
+/// Cells of numeric fields are read as numbers; a text that the field declares as a missing value is absent. Texts are
+/// taken as they are.
 class CaseBinder {
 public:
     /// @param model borrowed, to outlive the binder.
-    /// @param header the table's column names, from its first line. One of them may be empty. Throws CaseDataError
-    ///     when a name is given twice, or a needed one is not there.
+    /// @param header the table's column names, from its first line. One of them may be empty. Throws CaseDataError for
+    ///     a repeated name or a missing column.
     CaseBinder(const ScoreModel& model, const std::vector<std::string>& header, const std::string& sourceName,
                const CaseBinderOptions& options);
 
     /// The record of one row, valid until the next call. Throws CaseDataError naming line, column and text for a
-    /// number that is none, and naming the line for a row with too many or too few cells.
+    /// text that is no number, and naming the line for a row with too many or too few cells.
     const ScoreCaseRecord& Bind(const std::vector<std::string_view>& cells, std::uint64_t line);
 
-    /// The same for a row of which only these cells are not empty; takes no time for the others. Of two cells of a
-    /// column the later one counts. A binder gets only such rows, or none.
+    /// The same for a row given by its cells that are not empty; takes no time for the others. Of two cells of a column
+    /// the later one counts. A binder is used for such rows alone or not at all.
     const ScoreCaseRecord& BindSparse(const std::vector<PlacedCell>& cells, std::uint64_t line);
 
     /// A field that the table has a column for.
@@ -69,7 +69,7 @@ public:
     /// Throws CaseDataError, naming the line, for a row with too many or too few cells.
     void RequireAllCells(const std::vector<std::string_view>& cells, std::uint64_t line) const;
     /// The number of a cell of a numeric field that is not empty; nothing where it is absent. Throws CaseDataError,
-    /// naming line, column and text, for a number that is none.
+    /// naming line, column and text, for a text that is no number.
     std::optional<double> ReadNumberCell(const BoundColumn& column, std::string_view cell, std::uint64_t line) const;
 
 private:
@@ -101,9 +101,9 @@ private:
     SeededMap<std::string_view, std::size_t> columnsByName;
     std::unique_ptr<ScoreDictionary> predictors;  // owns the variables of the needed columns
     std::vector<BoundColumn> columns;
-    /// Per column of the table where it stands in the list above; nothing for one that no field is read from.
+    /// For each column of the table its position in the list above; nothing for an unused column.
     std::vector<std::optional<std::size_t>> boundColumns;
-    /// Of the sparse row before: where in the record something is set.
+    /// The positions in the record that the previous sparse row set.
     std::vector<int> sparsePositions;
     std::optional<Record> record;
 };

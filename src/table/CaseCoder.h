@@ -19,17 +19,16 @@
 
 namespace nbscore {
 
-/// The rows that the latest short texts of a column stood for: most columns hold few different ones. Used by one
-/// thread.
+/// The factor rows of the latest short texts of a column: most columns hold few different ones. Used by one thread.
 class CellMemory {
 public:
     CellMemory() : entries(std::make_unique<std::array<Entry, numEntries>>()) {}
 
-    /// Texts that are longer are not remembered.
+    /// Longer texts are not remembered.
     static constexpr std::size_t longestText = 8;
 
-    /// The row that was kept for the text; nothing when it was none of the latest.
-    /// @param text not empty, no longer than longestText, and standing where so many bytes can be read (TableBlock).
+    /// The factor row that was kept for the text; nothing when it is not among the latest.
+    /// @param text not empty, at most longestText long, and followed by enough bytes to read that many (TableBlock).
     std::optional<FactorRow> Find(std::string_view text) const {
         const std::uint64_t packed = Pack(text);
         const Entry& entry = (*entries)[PlaceOf(packed)];
@@ -44,7 +43,7 @@ public:
 private:
     static constexpr std::size_t numEntries = 2048;
 
-    /// A new one is of no text, because texts are not empty.
+    /// A new entry matches no text, because texts are not empty.
     struct Entry {
         std::uint64_t text = 0;
         std::uint32_t length = 0;
@@ -66,14 +65,14 @@ private:
     std::unique_ptr<std::array<Entry, numEntries>> entries;
 };
 
-/// Tells for each reader of a batch scorer which row the cells of a table's row stand for.
+/// Finds the factor rows of a table's row for each reader of a batch scorer.
 class CaseCoder {
 public:
     /// @param model borrowed: derived fields are computed by it. @param scorer borrowed. The rest as for CaseBinder.
     CaseCoder(const ScoreModel& readModel, const BatchCases& batchScorer, const std::vector<std::string>& header,
               const std::string& sourceName, const CaseBinderOptions& options);
 
-    /// @param rows room for one for each reader. Throws CaseDataError as CaseBinder::Bind does.
+    /// @param rows room for one factor row for each reader. Throws CaseDataError as CaseBinder::Bind does.
     void Encode(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<FactorRow> rows);
 
 private:

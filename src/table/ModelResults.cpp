@@ -21,7 +21,7 @@ public:
     int GetVarIndex(const std::string&) const override { return -1; }
 };
 
-/// Gives labels one by one, and again to whoever stands alone under a name that has become another's label.
+/// Gives labels one by one, and another one to a sub-model whose unique name has become the label of another.
 class SubModelLabels {
 public:
     explicit SubModelLabels(const std::vector<std::string>& subModelNames) : names(subModelNames), labels(names) {

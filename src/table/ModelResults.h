@@ -15,30 +15,29 @@
 
 namespace nbscore {
 
-/// What one sub-model of a set says of a case.
+/// The score of one sub-model of a set for a case.
 using SubModelScore = SelfLearningResult::ModelDescriptor;
 
-/// The result's scores, one per sub-model in their order; they stay the result's own. Null when it holds none: a
-/// plug-in may answer with any kind of result.
+/// The result's scores, one per sub-model in order, owned by the result. Null when it holds none: a plug-in may return
+/// any kind of result.
 const std::vector<SubModelScore>* FindSubModelScores(const ScoreResult& result);
 
 /// The same. Throws UnscorableModelError when the result holds none.
 const std::vector<SubModelScore>& RequireSubModelScores(const ScoreResult& result);
 
-/// The same. Throws also when there are not as many as there are sub-models.
+/// The same. Throws also when there is not one score for each sub-model.
 const std::vector<SubModelScore>& RequireSubModelScores(const ScoreResult& result, std::size_t numSubModels);
 
 /// The names of a set's sub-models, in order, as the document has them: they may be equal or empty. Nothing for a model
 /// that is no set.
 ///
-/// A set that does not describe itself (ModelSelfDescription) tells them only with a score, so a case without any value
-/// is scored. It has no positions, which leaves the model free to take those of the first real case. Such a model must
-/// be scorable (LoadedModel::RequireScorable). Throws UnscorableModelError when it gives no scores.
+/// A set that does not describe itself (ModelSelfDescription) names them only in a result, so a case without values is
+/// scored. Its record has no positions, so that the model takes those of the first real case. Such a model must be
+/// scorable (LoadedModel::RequireScorable). Throws UnscorableModelError when it gives no scores.
 std::optional<std::vector<std::string>> FindSubModelNames(ScoreModel& model);
 
-/// A label for each name, no two of them equal, for where sub-models must be told apart. It is the name itself where
-/// that is neither empty nor the label of another; else the sub-model's index, counted from 0, joins it ("offer_3") or
-/// stands for it ("3").
+/// A unique label for each sub-model: the name itself where that is neither empty nor the label of another; else the
+/// name with the sub-model's index, counted from 0 ("offer_3"), or the index alone ("3").
 std::vector<std::string> LabelSubModels(const std::vector<std::string>& names);
 
 /// Which sub-models of a case to show, and in which order.
@@ -48,7 +47,7 @@ public:
     explicit SubModelRanking(std::optional<std::size_t> best) : limit(best) {}
 
     /// The positions of the sub-models to show, valid until the next call. The highest score comes first, equal ones in
-    /// the model's order; a score that is no number is lower than any other.
+    /// the model's order; NaN is lower than any other score.
     const std::vector<std::size_t>& Rank(std::span<const SubModelScore> scores);
 
 private:
@@ -73,17 +72,17 @@ private:
 };
 
 /// The result as a classification that has a prediction. Throws UnscorableModelError when it is none: a plug-in may
-/// answer with any kind of result.
+/// return any kind of result.
 const ScoreClsResult& RequireClassification(const ScoreResult& result);
 
-/// True when some probability of a result is no number or infinite: the arithmetic broke down, which takes an extreme
-/// threshold or counts.
+/// True when some probability of a result is not finite: the arithmetic broke down, which takes an extreme threshold or
+/// extreme counts.
 bool HasNonFiniteNumber(const ScoreResult& result);
 
 /// The probabilities of a classification, in the order in which the target declares its categories.
 ///
-/// A result keeps its entries in an order of its own; which entry is whose is found out once and then only checked,
-/// so that a case costs no search.
+/// A result keeps its entries in an order of its own; which entry belongs to which category is found once and then only
+/// checked, so that a case costs no search.
 class CategoryProbabilities {
 public:
     /// @param target borrowed. A category that it declares twice counts once.
@@ -112,27 +111,26 @@ private:
     std::vector<double> probabilities;
 };
 
-/// What scoring says of one case, whoever scored it. Everything is borrowed.
+/// The result of one case, from any scorer. Everything is borrowed.
 struct ScoredCase {
     /// Of a single classifier; null for a set.
     const ScoreValue* prediction = nullptr;
     double confidence = MCMV::gMissingValue;
-    /// In the order in which the target declares its categories, system-missing for one that the scorer does not tell;
-    /// none where only the prediction is wanted.
+    /// In the order in which the target declares its categories, system-missing for one that the scorer does not give;
+    /// empty where only the prediction is wanted.
     std::span<const double> probabilities;
     /// Of a set, one for each sub-model.
     std::span<const SubModelScore> subModels;
 };
 
-/// Finds in a model's results what writers write.
+/// Reads a model's results for writers.
 class ScoredCaseReader {
 public:
     /// @param model must be scorable, because a set of sub-models is asked how many there are.
     ScoredCaseReader(ScoreModel& model, bool onlyPrediction);
 
-    /// What the result says, valid as long as the result is unchanged, and until the next call. Throws
-    /// UnscorableModelError when it does not say what a result of such a model should: a plug-in may answer with any
-    /// kind.
+    /// Valid as long as the result is unchanged, and until the next call. Throws UnscorableModelError for a result that
+    /// is not of the model's kind: a plug-in may return any.
     ScoredCase Read(const ScoreResult& result);
 
 private:

@@ -24,8 +24,8 @@ public:
     /// Appends one case: its input cells and what scoring gave.
     virtual void AppendCase(std::string& text, const InputRow& input, const ScoredCase& scored) = 0;
 
-    /// Whether a case is its input cells and its scores behind them, which can then be appended one by one. The text of
-    /// the scores depends on them alone, so that whoever meets the same scores again may keep it.
+    /// Whether a case is written as its input cells followed by its scores, which can then be appended separately. The
+    /// text of the scores depends on the scores alone, so that it can be kept for equal ones.
     virtual bool HasScoresBehindInput() const = 0;
     virtual void AppendInput(std::string& text, const InputRow& input) const = 0;
     virtual void AppendScores(std::string& text, const ScoredCase& scored) = 0;

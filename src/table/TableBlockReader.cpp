@@ -10,7 +10,7 @@
 namespace nbscore {
 namespace {
 
-/// A block that held a very long row gives its memory back.
+/// A block that held a very long row frees its memory.
 constexpr std::size_t mostRoomToKeep = 8 * TableBlockReader::pieceBytes;
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
@@ -47,7 +47,7 @@ bool TableBlockReader::Read(TableBlock& block) {
     const auto hasFault = [this] { return scanner.GetFault() != CsvScanner::Fault::None; };
     while (scanner.GetRowEnd() == 0 && !hasFault() && block.size <= maxRowBytes && Extend(block))
         scanner.FindRowEnds(block.GetBytes());
-    // What stands behind the last whole row waits for the next block, unless it can never become a row.
+    // What follows the last whole row waits for the next block, unless it can never become a row.
     if (scanner.GetRowEnd() > 0 && !hasFault()) Split(block, scanner.GetRowEnd());
     nextLine += scanner.GetLineEnds() - CountLineEnds({rest.data(), rest.size()});
     mayBeginWithLineFeed = rest.empty() && block.GetBytes().ends_with('\r');

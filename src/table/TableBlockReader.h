@@ -16,7 +16,7 @@ struct TableBlock {
     /// How many bytes can be read behind the last one that is filled, so that short texts can be loaded whole.
     static constexpr std::size_t slack = 8;
 
-    /// Longer than what is filled by the slack at least, unless nothing is.
+    /// Longer than the filled part by the slack at least, unless that is empty.
     std::vector<char> room;
     /// How much of the room is filled.
     std::size_t size = 0;
@@ -28,9 +28,9 @@ struct TableBlock {
 
 /// Reads a table of comma-separated values as a stream of blocks of whole rows.
 ///
-/// Takes what the stream has ready and waits for no more once a row has ended, so that a slow pipe is read as it flows.
-/// A row that ends in a carriage return has ended when that is there; a line feed that comes after it is passed over,
-/// as is a byte order mark in front.
+/// Takes what the stream has ready and does not wait for more once a row has ended, so that a slow pipe is read as it
+/// flows. A row that ends in a carriage return has ended when that is there; a line feed that comes after it is
+/// skipped, as is a byte order mark in front.
 class TableBlockReader {
 public:
     /// How much is asked of the stream at a time.
@@ -42,8 +42,8 @@ public:
     TableBlockReader(std::istream& stream, std::string name, char delimiter);
 
     /// Fills the block with the next rows; false when there are none left. A block that does not end with a row holds a
-    /// row that cannot be read: one that is longer than maxRowBytes, or that a quote stands in where none may; it is
-    /// the last one of use. Throws InputOutputError when the stream fails.
+    /// row that cannot be read: longer than maxRowBytes, or with a misplaced quote; nothing after it can be used.
+    /// Throws InputOutputError when the stream fails.
     bool Read(TableBlock& block);
 
     /// How many bytes were taken from the stream so far.
@@ -65,7 +65,7 @@ private:
     std::uint64_t nextLine = 1;
     std::uint64_t bytesRead = 0;
     bool started = false;
-    /// Whether the last row ended in a carriage return and no byte behind it was there.
+    /// Whether the last row ended in a carriage return that was the last byte so far.
     bool mayBeginWithLineFeed = false;
     bool atEnd = false;
 };

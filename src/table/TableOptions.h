@@ -42,14 +42,16 @@ struct ScoreWriterOptions {
     SubModelOptions subModels;
 };
 
+/// How a table is read, scored and written.
 struct TableScorerOptions {
+    /// Between the cells of the table that is read.
     char delimiter = ',';
     /// A table with a header and no case is an error unless this is set.
     bool allowEmpty = false;
-    /// How many threads score; with one, nothing is done beside the calling thread. At least 1.
+    /// How many threads score; with one, only the calling thread works. At least 1.
     std::size_t threads = 1;
     CaseBinderOptions cases;
-    /// Of these, only whether the work is cancelled is asked, on each of the threads.
+    /// Only cancelling is used, on each of the threads.
     Limits limits;
     ScoreWriterOptions output;
 

@@ -53,7 +53,7 @@ private:
         header.assign(rows.GetCells().begin(), rows.GetCells().end());
     }
 
-    /// What is wrong with the table's columns is looked for in this order: those that are read, those that are added.
+    /// Columns are checked in this order: those that are read, those that are added.
     std::unique_ptr<BlockScorer> MakeScorer() {
         const std::string& source = reader.GetSourceName();
         if (batch) {
@@ -89,7 +89,7 @@ private:
         }
     }
 
-    /// @param ownScorer does the work where the system gives no thread at all.
+    /// @param ownScorer does the work where the system starts no thread.
     void ScoreOnThreads(BlockScorer& ownScorer) {
         if (!reader.Read(block)) return;
         std::vector<std::unique_ptr<BlockScorer>> scorers;
@@ -117,7 +117,7 @@ private:
                 TellProgress();
             }
         } catch (...) {
-            // What is wrong with an earlier row goes before what came of reading on.
+            // A fault in an earlier row goes before one in reading on.
             pipeline.Finish();
             throw;
         }

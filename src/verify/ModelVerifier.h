@@ -12,7 +12,7 @@
 
 namespace nbscore {
 
-/// A cell of the test cases that scoring does not agree with.
+/// A cell of the test cases that differs from what scoring gives.
 struct CellDifference {
     /// The label of the sub-model that the test case is for; nothing for a single classifier.
     std::optional<std::string> subModel;
@@ -33,18 +33,18 @@ struct VerificationSummary {
     std::uint64_t differences = 0;
 };
 
-/// Scores the test cases that a model's document carries and compares what comes out with what they expect.
+/// Scores the test cases in a model's document and compares the results with the expected ones.
 ///
-/// Inputs are taken by the rules of tables of cases (CaseBinder): a cell that is blank or not there is a missing value.
-/// Expected predictions must be equal, as numbers where the target has numbers; probabilities agree within the field's
-/// tolerance. A blank or absent expected cell is not compared, and a row without any other is not scored.
+/// Inputs are read by the rules of tables of cases (CaseBinder): a blank or absent cell is a missing value. Expected
+/// predictions must be equal, as numbers where the target has numbers; probabilities must agree within the field's
+/// tolerance. A blank or absent expected cell is not compared, and a row that expects nothing is not scored.
 ///
 /// @param model must be scorable (LoadedModel::RequireScorable).
 /// @param suites of the model's own document.
 /// @param onDifference called for each difference, in order.
-/// @param onRow called for each row before it is looked at, and may throw to end the run.
+/// @param onRow called before each row, and may throw to end the run.
 /// Throws VeskException with the place for what VerifiedValueFinder refuses, and code 9 for a cell that must hold a
-/// number and does not. All suites' fields are looked at before the first row; a row's cells only with the row.
+/// number and does not. The fields of all suites are checked before the first row; a row's cells only with the row.
 VerificationSummary VerifyModel(ScoreModel& model, const std::vector<VerificationSuite>& suites,
                                 const std::function<void(const CellDifference&)>& onDifference,
                                 const std::function<void()>& onRow);

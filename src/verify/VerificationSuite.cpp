@@ -60,8 +60,8 @@ private:
     SeededSet<std::string> names;
 };
 
-/// Reads the rows of test cases: each child of a row is the cell of the column that its name, prefix aside, is. Only
-/// cells that are not blank are kept, so that memory is bounded by the document's size however many fields there are.
+/// Reads the rows of test cases. A child of a row is a cell; its name without the prefix is the column. Only cells that
+/// are not blank are kept, so that memory is bounded by the document's size however many fields there are.
 class RowReader {
 public:
     /// @param fieldsByColumn borrowed.
@@ -83,7 +83,7 @@ public:
         return row;
     }
 
-    /// The names of cells, met so far, that are no field's column.
+    /// The names of cells so far that belong to no field.
     std::vector<UnusedColumn> TakeUnusedColumns() { return std::move(unused); }
 
 private:

@@ -23,7 +23,7 @@ struct VerificationField {
     std::uint64_t column = 0;
 };
 
-/// An OutputField: a name that the document gives to something that scoring gives.
+/// An OutputField: the document's name for a result of scoring.
 struct OutputDeclaration {
     std::string name{};
     std::string feature = "predictedValue";
@@ -41,22 +41,21 @@ struct VerificationCell {
     std::string text;
 };
 
-/// One test case. What has no cell is missing, or is not checked.
+/// One test case. An input without a cell is missing, a result without one is not checked.
 struct VerificationRow {
     std::vector<VerificationCell> cells;
     std::uint64_t line = 0;
     std::uint64_t column = 0;
 };
 
-/// A name in the rows that is the column of no field, and the place of the first row that has it.
+/// A column name in the rows that belongs to no field, and the place of the first row that has it.
 struct UnusedColumn {
     std::string name;
     std::uint64_t line = 0;
     std::uint64_t column = 0;
 };
 
-/// The test cases that a model element of a document carries, as it carries them: what the fields are to the model is
-/// not known here.
+/// The test cases of a model element, as the document has them: what the fields mean to the model is not known here.
 struct VerificationSuite {
     /// The model element's number in the document, from 0.
     std::size_t modelIndex = 0;
@@ -78,11 +77,10 @@ struct VerificationSuite {
 /// Reads the ModelVerification of each model element that the plug-in reads, in document order. Takes time proportional
 /// to the document.
 ///
-/// Throws VeskException, with the place: 1 for a part that is missing, 2 for a VerificationField without `field`, 5 for
-/// a negative precision or zero threshold, for a cell that holds elements and for text between cells, 9 for what should
-/// be a number and is none, 11 for a TableLocator, which points outside the document, 12 for parts that contradict each
-/// other: two of what may be there once, a field, a column of two fields or of one row, or an output field that is
-/// there twice, a recordCount or fieldCount that is not the true number.
+/// Throws VeskException, with the place: 1 for a missing part, 2 for a VerificationField without `field`, 5 for a
+/// negative precision or zero threshold, for a cell that holds elements and for text between cells, 9 for a text that
+/// should be a number, 11 for a TableLocator, which points outside the document, 12 for contradictions: an element,
+/// field, column or output field that may occur once and occurs twice, or a wrong recordCount or fieldCount.
 std::vector<VerificationSuite> ReadVerificationSuites(const DocumentTree& document);
 
 }  // namespace nbscore

@@ -14,7 +14,7 @@ struct NumericTolerance {
     double precision;
     double zeroThreshold;
 
-    /// True when the zero threshold decides about this expected number, and not the precision.
+    /// True when the zero threshold applies to this expected number, and not the precision.
     bool TakesForZero(double expected) const;
     bool Allows(double expected, double actual) const;
 };
@@ -31,7 +31,7 @@ struct VerifiedCell {
 };
 
 /// True when the actual value is what is expected: texts byte by byte, numbers within a tolerance, or, without one, as
-/// equal numbers. A number and what is none never agree.
+/// equal numbers. A number never agrees with anything else.
 bool Agree(const VerifiedCell& expected, const VerifiedCell& actual, const std::optional<NumericTolerance>& tolerance);
 
 }  // namespace nbscore

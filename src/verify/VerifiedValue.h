@@ -14,7 +14,7 @@
 
 namespace nbscore {
 
-/// What a verification field is to a model: one of its inputs, or a value that scoring gives.
+/// What a verification field means to a model: one of its inputs, or a result of scoring.
 struct VerifiedValue {
     enum class Kind {
         Input,
@@ -28,18 +28,18 @@ struct VerifiedValue {
     std::size_t category = 0;
 };
 
-/// Finds out what verification fields are to a model.
+/// Finds out what verification fields mean to a model.
 ///
 /// The target's name is the prediction, any other field of the dictionary an input. An OutputField stands for its
-/// feature: `predictedValue`, or `probability` of its value, or of the prediction without one. What the document does
-/// not declare may go by the names of the columns that scoring a table adds: predicted_TARGET, confidence,
-/// probability_CATEGORY; of a sub-model score_NAME. Of a sub-model there is nothing but its score, which is the
-/// probability of the second category.
+/// feature: `predictedValue`, or `probability` of its value, or of the prediction without one. Results that the
+/// document does not declare have the names of the columns that scoring a table adds: predicted_TARGET, confidence,
+/// probability_CATEGORY; for a sub-model score_NAME. A sub-model has nothing but its score, which is the probability of
+/// the second category.
 class VerifiedValueFinder {
 public:
     /// @param scoredModel borrowed, and scorable. @param verified borrowed: the test cases whose fields are asked for.
     /// @param subModel the label of the sub-model that they are for; nothing for a single classifier.
-    /// Throws UnscorableModelError for a model whose target cannot be told.
+    /// Throws UnscorableModelError for a model without a target that can be verified.
     VerifiedValueFinder(const ScoreModel& scoredModel, const VerificationSuite& verified,
                         std::optional<std::string> subModel);
 
@@ -61,20 +61,20 @@ private:
     std::vector<std::string> categories;
     SeededMap<std::string, std::size_t> categoryNumbers;
     SeededMap<std::string, const OutputDeclaration*> outputs;
-    /// What the document need not declare, and the names in the order in which messages list them.
+    /// Results that the document need not declare, and all names in the order in which messages list them.
     SeededMap<std::string, VerifiedValue> results;
     std::vector<std::string> resultNames;
 };
 
-/// Scores test cases and reads what verification fields stand for out of the results.
+/// Scores test cases and finds in the results what verification fields stand for.
 class VerifiedScores {
 public:
     /// @param scoredModel borrowed; scorable, and with a target.
     /// @param subModels how many sub-models there are; nothing for a single classifier.
     VerifiedScores(ScoreModel& scoredModel, std::optional<std::size_t> subModels);
 
-    /// Scores a case; what was scored before is forgotten. Of a set the one sub-model that is asked for, where the
-    /// model can do so, else all of them.
+    /// Scores a case and forgets the one before. Of a set, only the sub-model asked for where the model supports that,
+    /// else all of them.
     /// @param subModel counted from 0, and one of those that there are; of a single classifier 0.
     /// Throws as ReusedResult does, and UnscorableModelError for a result that is not of the model's kind.
     void Score(const ScoreCaseRecord& record, std::size_t subModel);
@@ -83,7 +83,7 @@ public:
     /// not of the model's kind.
     VerifiedCell Get(const VerifiedValue& value);
 
-    /// True when what the value is expected to be must be a number.
+    /// True when the expected value must be a number.
     bool IsNumber(const VerifiedValue& value) const;
 
 private:

@@ -149,7 +149,7 @@ TEST(BlankRemoval, TakesThemOffTheFieldThatAnInputsBinsName) {
     EXPECT_THAT(adapted.text, HasSubstr("<Discretize field=\"x\"/>"));
 }
 
-TEST(BlankRemoval, TakesThemOffNumbers_WhoeverReadsThem) {
+TEST(BlankRemoval, RemovesThemFromNumbers_EvenWhenExpressionsReadThem) {
     const Adapted adapted =
         Adapt(Document(Data("x", "double", "<Value value=' 1'/><Value value=' -9' property='missing'/>"),
                        Derived("d", "integer", readsX + "<Value value='2 '/>") + Derived("e", "string", readsX),

@@ -18,7 +18,7 @@ std::string Document(const std::string& dictionary, const std::string& models) {
     return "<PMML version='4.4'>\n<DataDictionary>" + dictionary + "</DataDictionary>\n" + models + "</PMML>";
 }
 
-TEST(DocumentAdapter, LeavesADocumentAlone_ThatNeedsNothing) {
+TEST(DocumentAdapter, ChangesNothing_WhenTheDocumentNeedsNoAdapting) {
     const Adapted adapted = Adapt(Document(
         "<DataField name='x'><Extension name='a' value='b'/><Value value='1'/></DataField>",
         "<NaiveBayesModel threshold='1'><Extension name='v'/><MiningSchema><Extension/><MiningField name='x'/>"
@@ -58,7 +58,7 @@ TEST(DocumentAdapter, RefusesAnOutput_WhoseTargetIsNotClear) {
               "4: The output names no field, and its model's schema has several targets.");
 }
 
-TEST(DocumentAdapter, LeavesOutWhatMeansNothing) {
+TEST(DocumentAdapter, RemovesElementsThatScoringDoesNotNeed) {
     const Adapted adapted = Adapt(Document(
         "<Extension><DataField name='no'/></Extension>\n<DataField name='x'/><Taxonomy name='t'/>",
         "<NaiveBayesModel><BayesInputs><BayesInput fieldName='x'>\n<Extension><Extension/></Extension>"

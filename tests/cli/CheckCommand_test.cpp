@@ -32,7 +32,7 @@ protected:
     }
 };
 
-TEST_F(CheckCommandTest, TellsWhatASingleClassifierHolds) {
+TEST_F(CheckCommandTest, DescribesASingleClassifier) {
     const CommandResult result = Check({"model.pmml"});
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_EQ(result.err, "");
@@ -45,7 +45,7 @@ TEST_F(CheckCommandTest, TellsWhatASingleClassifierHolds) {
     EXPECT_THAT(result.out, HasSubstr("\"weight\" (2 bins, count "));
 }
 
-TEST_F(CheckCommandTest, TellsWhatASetHolds) {
+TEST_F(CheckCommandTest, DescribesASet) {
     const CommandResult result = Check({"offers.pmml"});
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_THAT(result.out, StartsWith("offers.pmml: set of sub-models, sound\n"));
@@ -55,7 +55,7 @@ TEST_F(CheckCommandTest, TellsWhatASetHolds) {
                           "counts 4, 2; no inputs\n"));
 }
 
-TEST_F(CheckCommandTest, TellsWhatToDo_WhenADocumentIsRefused) {
+TEST_F(CheckCommandTest, AdvisesWhatToDo_WhenADocumentIsRefused) {
     folder.Write("bad.pmml", Replaced(fruitDocument, "threshold=\"", "threshold=\"0\" was=\""));
     const CommandResult result = Check({"bad.pmml"});
     EXPECT_EQ(result.exitStatus, 3);
@@ -74,7 +74,7 @@ TEST_F(CheckCommandTest, AdvisesToAdapt_WhereThatHelps) {
     EXPECT_THAT(adapted.out, HasSubstr(": adapted: <Extension> is left out: it means nothing for scoring\n"));
 }
 
-TEST_F(CheckCommandTest, TellsOfADocumentThatIsReadButCannotBeScored) {
+TEST_F(CheckCommandTest, ReportsADocumentThatIsReadButCannotBeScored) {
     folder.Write("twice.pmml", Replaced(fruitDocument, "<Value value=\"pear\"/>", "<Value value=\"apple\"/>"));
     const CommandResult result = Check({"twice.pmml"});
     EXPECT_EQ(result.exitStatus, 3);
@@ -97,17 +97,17 @@ TEST_F(CheckCommandTest, RemarksOnWhatIsOdd) {
                           "their index.\n  do: Give each its own modelName.\n"));
 }
 
-TEST_F(CheckCommandTest, RemarksOnWhatScoringDoesNotHeed) {
-    folder.Write("vain.pmml", Replaced(fruitDocument, "<MiningField name=\"weight\"",
+TEST_F(CheckCommandTest, RemarksOnWhatScoringIgnores) {
+    folder.Write("ignored.pmml", Replaced(fruitDocument, "<MiningField name=\"weight\"",
                                        "<MiningField name=\"weight\" missingValueReplacement=\"1\""));
-    const CommandResult result = Check({"vain.pmml"});
+    const CommandResult result = Check({"ignored.pmml"});
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_THAT(
         result.out,
-        HasSubstr("vain.pmml:18:7: remark: missingValueReplacement \"1\" of the field \"weight\" is not used: a "
+        HasSubstr("ignored.pmml:18:7: remark: missingValueReplacement \"1\" of the field \"weight\" is not used: a "
                   "missing value stays missing.\n  at /PMML/NaiveBayesModel[1]/MiningSchema[1]/MiningField[2]\n"
                   "  do: Replace missing values in the table before scoring.\n"));
-    const auto json = nlohmann::json::parse(Check({"vain.pmml", "--format", "json"}).out);
+    const auto json = nlohmann::json::parse(Check({"ignored.pmml", "--format", "json"}).out);
     const auto& problem = json.at("documents").at(0).at("problems").at(0);
     EXPECT_EQ(problem.at("severity"), "remark");
     EXPECT_EQ(problem.at("code"), nullptr);
@@ -168,7 +168,7 @@ TEST_F(CheckCommandTest, RemarksOnATarget_ThatADerivedInputReads) {
     EXPECT_THAT(withInputOver("colour"), AllOf(HasSubstr("sound\n"), Not(HasSubstr("remark: The target"))));
 }
 
-TEST_F(CheckCommandTest, TellsTheApplicationsVersion_WhereTheDocumentDoes) {
+TEST_F(CheckCommandTest, ReportsTheApplicationsVersion_WhenTheDocumentHasOne) {
     folder.Write("told.pmml", Replaced(fruitDocument, "<Header/>", "<Header><Application version='7.5'/></Header>"));
     folder.Write("untold.pmml", Replaced(fruitDocument, "<Header/>", "<Header><Application name='A'/></Header>"));
     const CommandResult result = Check({"told.pmml", "untold.pmml", "model.pmml", "--format", "json"});
@@ -194,7 +194,7 @@ TEST_F(CheckCommandTest, PrintsNoControlCharacters) {
     EXPECT_THAT(result.out, Not(HasSubstr("1m\n")));
 }
 
-TEST_F(CheckCommandTest, AdaptingIsToldWhileScoring_UnlessQuiet) {
+TEST_F(CheckCommandTest, AdaptingIsReportedWhileScoring_UnlessQuiet) {
     const CommandResult told = Run({"score", "newer.pmml", "cases.csv", "--adapt"});
     EXPECT_EQ(told.exitStatus, 0);
     EXPECT_THAT(told.err, HasSubstr("note: newer.pmml:"));

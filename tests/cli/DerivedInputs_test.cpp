@@ -76,7 +76,7 @@ TEST_F(DerivedInputsTest, AreVerifiedWithMissingFields_WhenTheTestCasesLeaveThem
     EXPECT_THAT(result.out, HasSubstr("1 row, 1 cell checked, all agree"));
 }
 
-TEST_F(DerivedInputsTest, AreToldByCheck_WithWhatTheyAreComputedFrom) {
+TEST_F(DerivedInputsTest, AreReportedByCheck_WithTheFieldsTheyAreComputedFrom) {
     const CommandResult result = Run({"check", "density.pmml"});
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_THAT(result.out, HasSubstr("    \"weight\": continuous, numbers, an input, read by derived inputs\n"));

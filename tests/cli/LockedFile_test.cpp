@@ -40,7 +40,7 @@ TEST_F(LockedFile, IsNotReplaced_WhenItIsTheOutput) {
     EXPECT_EQ(Run({"score", "model.pmml", "cases.csv", "-o", "out.csv"}).exitStatus, 0);
 }
 
-TEST_F(LockedFile, IsNotReplaced_WhenSomebodyOpensItDuringTheRun) {
+TEST_F(LockedFile, IsNotReplaced_WhenItIsOpenedDuringTheRun) {
     folder.Write("out.csv", "earlier");
     {
         // It may be written to, so that the run begins, but not be taken away.

@@ -48,7 +48,7 @@ TEST_F(PathNames, AreTakenForTheFolderThatTheCommandRunsIn) {
     EXPECT_EQ(folder.Read(Inside("out.csv")), Run({"score", "model.pmml", "cases.csv"}).out);
 }
 
-TEST_F(PathNames, AreToldAsTheyWereGiven) {
+TEST_F(PathNames, AreReportedAsTheyWereGiven) {
     EXPECT_EQ(Run({"score", "model.pmml", Inside("none.csv")}).err,
               "error: cannot read " + Inside("none.csv") + ": No such file or directory\n");
     EXPECT_THAT(Run({"score", Inside("none.pmml")}).err, HasSubstr('"' + Inside("none.pmml") + '"'));

@@ -97,7 +97,7 @@ TEST_P(ScorePipe, TheRunEndsAtOnce_WhenToldToWhileThePipeIsFull) {
     }
 }
 
-TEST_P(ScorePipe, TheRunFails_WhenNobodyReadsOn) {
+TEST_P(ScorePipe, TheRunFails_WhenTheReaderIsGone) {
     WriteLongTable();
     StartedCommand started(MakeScoreCall("long.csv"));
     pipe.ReadLine();

@@ -95,7 +95,7 @@ TEST_F(UsageTest, IsRefused_WhenTheResultWouldDestroyTheModel) {
     EXPECT_EQ(folder.Read("model.pmml"), fruitDocument);
 }
 
-TEST_F(UsageTest, TellsVersionAndHelpOnStandardOutput) {
+TEST_F(UsageTest, PrintsVersionAndHelpOnStandardOutput) {
     EXPECT_EQ(Run({"--version"}).out, "nbscore " NBSCORE_VERSION "\n");
     for (const std::vector<std::string>& call : {std::vector<std::string>{"--help"}, {"score", "-h"}}) {
         const CommandResult result = Run(call);

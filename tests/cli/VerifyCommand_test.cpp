@@ -39,7 +39,7 @@ TEST_F(VerifyCommandTest, Succeeds_WhenAllAgree) {
     EXPECT_EQ(result.exitStatus, 0);
 }
 
-TEST_F(VerifyCommandTest, TellsEachDifference_WithItsPlaceAndTolerance) {
+TEST_F(VerifyCommandTest, ReportsEachDifference_WithItsPlaceAndTolerance) {
     const CommandResult result =
         Verify(WithTestCases("<row><probability_apple>0.25</probability_apple></row>\n"
                              " <row><fruit>pear</fruit><probability_apple>0</probability_apple></row>\n"));
@@ -53,7 +53,7 @@ TEST_F(VerifyCommandTest, TellsEachDifference_WithItsPlaceAndTolerance) {
     EXPECT_EQ(result.exitStatus, 1);
 }
 
-TEST_F(VerifyCommandTest, TellsDifferencesAsJson) {
+TEST_F(VerifyCommandTest, ReportsDifferencesAsJson) {
     const CommandResult result =
         Verify(WithTestCases("<row><fruit>pear</fruit><probability_apple>0.25</probability_apple></row>\n"),
                {"--format", "json"});
@@ -79,7 +79,7 @@ TEST_F(VerifyCommandTest, SaysSo_WhenNothingIsChecked) {
     EXPECT_EQ(blank.err, "note: model.pmml: no test case expects anything: nothing was checked\n");
 }
 
-TEST_F(VerifyCommandTest, TellsCellsThatBelongToNoField) {
+TEST_F(VerifyCommandTest, ReportsCellsThatBelongToNoField) {
     std::string cells;
     for (int i = 0; i < 12; ++i)
         cells += "<z" + std::to_string(i) + "/>";

@@ -89,7 +89,7 @@ constexpr std::string_view smallDocument = R"(<?xml version="1.0"?>
 </PMML>
 )";
 
-TEST(LoadedModel, ModelKeepsThePluginLoaded_WhenNobodyElseDoes) {
+TEST(LoadedModel, ModelKeepsThePluginLoaded_WhenNothingElseDoes) {
     const TemporaryFolder folder;
     WriteWholeFile(folder / "small.pmml", smallDocument);
     const LoadedModel model = LoadedModel::Read(PluginLibrary::Load(NAIVEBAYES_PLUGIN), folder / "small.pmml");

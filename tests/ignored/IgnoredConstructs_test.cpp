@@ -44,7 +44,7 @@ std::vector<std::string> IgnoredOfWeight(const std::string& attributes) {
     return IgnoredWith(weightField, weightField + attributes);
 }
 
-TEST(IgnoredConstructs, AreNone_WhereADocumentSaysNothingInVain) {
+TEST(IgnoredConstructs, AreNone_WhenNothingInTheDocumentIsIgnored) {
     EXPECT_THAT(Ignored(fruitDocument), IsEmpty());
     EXPECT_THAT(Ignored("<PMML/>"), IsEmpty());
 }
@@ -73,7 +73,7 @@ TEST(IgnoredConstructs, StandInDocumentOrder) {
     EXPECT_THAT(Ignored(text),
                 ElementsAre("4: numberOfFields \"2\" of the DataDictionary is not the number of its fields: one may be "
                             "missing, or one too many.",
-                            "15: isScorable \"false\" of the model is not heeded: the model is scored all the same.",
+                            "15: isScorable \"false\" of the model is ignored: the model is scored all the same.",
                             "18: missingValueReplacement \"1\" of the field \"weight\" is not used: a missing value "
                             "stays missing."));
 }

@@ -243,7 +243,7 @@ std::string GetCommitFault(OutputFile& output) {
     return GetMessageOf<InputOutputError>([&output] { output.Commit(); });
 }
 
-TEST(OutputFile, RunsAsNobodyElse_WhenTheReplacedFileDid) {
+TEST(OutputFile, HasNoSetIdBits_WhenTheReplacedFileHadThem) {
     const TemporaryFolder folder;
     const fs::path path = folder.Write("out.csv", "before");
     ASSERT_EQ(chmod(path.c_str(), 06755), 0);
@@ -476,7 +476,7 @@ TEST(OutputFile, AttributesStay_WhenAFileIsReplaced) {
     EXPECT_EQ(AttributeOf(path, "user.empty"), "");
 }
 
-TEST(OutputFile, ListOfWhoMayAccessStays_WhenAFileIsReplaced) {
+TEST(OutputFile, AccessControlListStays_WhenAFileIsReplaced) {
     const TemporaryFolder folder;
     const fs::path path = folder.Write("out.csv", "before");
     const std::string list = AccessListFor(61234, 6, 6);
@@ -489,7 +489,7 @@ TEST(OutputFile, ListOfWhoMayAccessStays_WhenAFileIsReplaced) {
     EXPECT_EQ(ModeOf(path), 0660);
 }
 
-TEST(OutputFile, NobodyElseMayAccess_WhenTheFolderGivesNewFilesAListAndTheReplacedOneHasNone) {
+TEST(OutputFile, OthersHaveNoAccess_WhenTheFolderGivesNewFilesAListAndTheReplacedOneHasNone) {
     const TemporaryFolder folder;
     const fs::path path = folder.Write("out.csv", "before");
     ASSERT_EQ(chmod(path.c_str(), 0664), 0);

@@ -185,7 +185,7 @@ TEST(CsvScanner, NoRowEnds_WhereAQuoteMayCloseTheCellOrStandForItself) {
     EXPECT_EQ(scanner.GetRowEnd(), 7U);
 }
 
-TEST(CsvScanner, TellsAQuoteThatStandsWhereNoneMay) {
+TEST(CsvScanner, FindsAMisplacedQuote) {
     EXPECT_TRUE(FindsFault("a\"\n"));
     EXPECT_TRUE(FindsFault("a\n;\"b\"\n"));
     EXPECT_TRUE(FindsFault("a\rb\"\r"));

@@ -20,7 +20,7 @@ using testing::Optional;
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
-TEST(FindSubModelNames, TellsThemInOrder_AsTheyAre) {
+TEST(FindSubModelNames, ReturnsThemInOrder) {
     FakeSet set({MakeScore("b", 0.5), MakeScore("", 0.5), MakeScore("a", 0.5), MakeScore("b", 0.5)});
     EXPECT_THAT(FindSubModelNames(set), Optional(ElementsAre("b", "", "a", "b")));
 }
@@ -66,7 +66,7 @@ TEST(FindSubModelNames, Throws_WhenTheSetGivesNoScores) {
     EXPECT_THROW(FindSubModelNames(mute), UnscorableModelError);
 }
 
-TEST(LabelSubModels, AreTheNames_WhereTheyTellSubModelsApart) {
+TEST(LabelSubModels, AreTheNames_WhenTheseAreUnique) {
     EXPECT_THAT(LabelSubModels({"b", "a", "B", " "}), ElementsAre("b", "a", "B", " "));
     EXPECT_THAT(LabelSubModels({}), IsEmpty());
 }

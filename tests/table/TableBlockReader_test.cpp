@@ -112,7 +112,7 @@ TEST(TableBlockReader, BytesAreCountedAsTheyAreTaken_WithTheMark) {
     EXPECT_EQ(reader.GetBytesRead(), 8U);
 }
 
-TEST(TableBlockReader, FailureOfTheStreamIsTold_BehindTheRowsBeforeIt) {
+TEST(TableBlockReader, FailureOfTheStreamIsReported_AfterTheRowsBeforeIt) {
     class FailingBuffer : public DribblingBuffer {
     public:
         FailingBuffer() : DribblingBuffer("a\nb", 3) {}

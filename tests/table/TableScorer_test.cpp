@@ -141,7 +141,7 @@ TEST_F(TableScorerTest, OptionsReachTheirParts_WhenSet) {
     EXPECT_EQ(output.text, "x\tpredicted_y\tconfidence\tprobability_no\tprobability_yes\n?\tno\t1\t1\t0\n");
 }
 
-TEST_F(TableScorerTest, FirstLineWithBrokenArithmeticIsTold_WhenThereIsOne) {
+TEST_F(TableScorerTest, FirstLineWithANonFiniteNumberIsReported_WhenThereIsOne) {
     model.SetRule([this](const ScoreCaseRecord& record, FakeResult& result) {
         ScoreByX(*model.GetTargetVar(), record, result);
         const double x = record.GetValueByIndex(0)->GetDouble();
@@ -213,7 +213,7 @@ TEST_F(TableScorerTest, FailureOfTheOutputEndsTheRun_OnAnyNumberOfThreads) {
     }
 }
 
-TEST_F(TableScorerTest, ProgressIsTold_NowAndThenAndAtTheEnd) {
+TEST_F(TableScorerTest, ProgressIsReported_NowAndThenAndAtTheEnd) {
     const std::string table = MakeLongTable(rowsOfSeveralBlocks);
     std::vector<std::uint64_t> rows;
     std::uint64_t bytes = 0;

@@ -155,7 +155,7 @@ TEST_F(Scored, GoesByTheOutputsNames) {
                 ElementsAre("- 1 p x no", "- 1 pyes 0.1 0.75", "- 1 winner 0.2 0.75"));
 }
 
-TEST_F(Scored, RefusesFieldsThatNobodyKnows_TellingTheKnownOnes) {
+TEST_F(Scored, RefusesUnknownFields_NamingTheKnownOnes) {
     EXPECT_EQ(GetRefusal(model, MakeSuite({"weight", "wait"})),
               "7 2 The verification field \"wait\" is neither an input nor a result here. Inputs are \"weight\", "
               "\"colour\"; results are \"answer\", \"predicted_answer\", \"confidence\", \"probability_no\", "

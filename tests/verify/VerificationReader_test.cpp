@@ -116,7 +116,7 @@ TEST(VerificationReader, LeavesBlankCellsOut_AndTakesTextsAsTheyStand) {
                 ElementsAre("0= ab<c>"));
 }
 
-TEST(VerificationReader, TellsEachUnknownColumnOnce) {
+TEST(VerificationReader, ReportsEachUnknownColumnOnce) {
     const VerificationSuite suite = ReadRows("<row><x>1</x><z><deep/></z></row>\n<row><z>1</z><w/></row>");
     ASSERT_EQ(suite.unusedColumns.size(), 2U);
     EXPECT_EQ(suite.unusedColumns[0].name, "z");

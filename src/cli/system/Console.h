@@ -8,11 +8,11 @@
 
 namespace nbscore {
 
-/// What surrounds a run of the command, handed in so that a run needs no process of its own.
+/// The surroundings of a run, handed in so that a run needs no process of its own.
 struct Console {
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
-    /// Standard output, which gets nothing but results.
+    /// Standard output, for results only.
     OutputSink& results;
     /// Standard error: errors, warnings, progress.
     std::ostream& messages;

@@ -38,7 +38,7 @@ auto ReadBytes(int number, char* bytes, std::size_t size) {
 
 int OpenFile(const std::filesystem::path& path) {
     std::error_code ignored;
-    // Opened in this way, a named pipe does not wait for its writer; reading does, and hears a request to stop.
+    // Opened in this way, a named pipe does not wait for its writer; reading does, and notices a request to stop.
     const int nonBlocking = std::filesystem::is_fifo(path, ignored) ? O_NONBLOCK : 0;
     int number = -1;
     while ((number = open(path.c_str(), O_RDONLY | O_CLOEXEC | nonBlocking)) < 0 && errno == EINTR)

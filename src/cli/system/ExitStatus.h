@@ -7,9 +7,9 @@
 
 namespace nbscore {
 
-/// What the command tells whoever started it. The numbers are a promise to scripts.
+/// The exit status of the command. Scripts rely on the numbers.
 ///
-/// A run that a signal ended has 128 and the signal's number, as shells count.
+/// A run that a signal ended has 128 plus the signal's number, as in shells.
 enum class ExitStatus {
     Fine = 0,
     CaseDataRefused = 1,
@@ -30,7 +30,7 @@ const std::vector<ExitStatusMeaning>& GetExitStatusMeanings();
 /// The number for a run that a signal ended.
 int GetExitStatusOfSignal(int signal);
 
-/// What a run was about when it failed.
+/// What a failed run was about.
 struct ErrorContext {
     /// The document, for errors that do not name it themselves.
     std::string document;
@@ -38,8 +38,8 @@ struct ErrorContext {
     std::string helpCall;
 };
 
-/// Says what the exception being handled means, in one line or a few, and gives the exit status for it. To be called in
-/// a catch block; never throws. What comes from outside is made printable.
+/// Reports the exception being handled, in one line or a few, and returns the exit status for it. To be called in a
+/// catch block; never throws. Texts from outside are made printable.
 int ReportError(std::ostream& messages, const ErrorContext& context) noexcept;
 
 }  // namespace nbscore

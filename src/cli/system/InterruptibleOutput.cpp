@@ -39,7 +39,7 @@ void LeaveLineEndsAlone() {
 std::size_t WaitUntilTaken(std::FILE* file) {
     struct stat status = {};
     const int descriptor = fileno(file);
-    // What is stored in a file system never waits for anybody.
+    // Writing to a file in a file system never waits for a reader.
     if (fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) return allAtOnce;
     Interrupts::WaitUntilWritable(descriptor);
     return PIPE_BUF;
@@ -67,7 +67,7 @@ StandardOutput::~StandardOutput() {
     try {
         static_cast<void>(buffer.Flush(stdout));
     } catch (...) {
-        // Asked to stop: so be it.
+        // A request to stop: nothing more is to be written.
     }
 }
 

@@ -10,17 +10,17 @@
 
 namespace nbscore {
 
-/// How a request to stop is heard by whichever thread is writing: a signal comes to one thread only, and another may be
-/// the one that waits for a full pipe.
+/// How the thread that writes notices a request to stop: a signal comes to one thread only, and another one may be
+/// waiting for a full pipe.
 OutputWaiting InterruptibleWriting();
 
 /// The process's standard output, bytes as they are on every system, with every failure (a closed pipe, a full
-/// disk) reported. A process that wants to hear of a closed pipe must ignore the signal for it.
+/// disk) reported. A process must ignore the signal of a closed pipe to get it as a failure.
 class StandardOutput : public OutputSink {
 public:
-    /// @param waiting what it throws leaves as it is.
+    /// @param waiting what it throws is passed on.
     explicit StandardOutput(OutputWaiting waiting = {});
-    /// Writes what is left, as far as that goes.
+    /// Writes what is left, if it can.
     ~StandardOutput() override;
     StandardOutput(const StandardOutput&) = delete;
     StandardOutput& operator=(const StandardOutput&) = delete;
@@ -33,8 +33,8 @@ private:
     OutputBuffer buffer;
 };
 
-/// A stream that hands everything on to an output sink, in pieces. Errors of the sink, and the request to
-/// stop, leave the operation that writes as the exceptions that they are.
+/// A stream that hands everything on to an output sink, in pieces. Exceptions of the sink, and those for a request to
+/// stop, are passed on by the operation that writes.
 class SinkStream : public std::ostream {
 public:
     /// @param sink borrowed.

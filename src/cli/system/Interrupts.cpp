@@ -153,7 +153,7 @@ void InstallHandlers() {
     action.sa_handler = NoteAlarm;
     sigaction(SIGALRM, &action, &earlierAlarmAction);
     isStopNoted = false;
-    // Without one, who waits for something hears of the end of the run's time by the clock.
+    // Without one, waits end by the clock when the run's time is over.
     hasAlarmClock = timer_create(CLOCK_MONOTONIC, nullptr, &alarmClock) == 0;
 }
 
@@ -182,7 +182,7 @@ constexpr short readable = POLLIN;
 constexpr short writable = POLLOUT;
 
 void Wait(int descriptor, short event) {
-    // Without handlers the pipe's end is -1, which poll passes over.
+    // Without handlers the pipe's end is -1, which poll ignores.
     std::array<pollfd, 2> waited = {{{descriptor, event, 0}, {wakePipe[0], POLLIN, 0}}};
     int ready = 0;
     do {

@@ -19,12 +19,12 @@ public:
     /// What a request does where the run has nothing to clean up (UnfinishedOutput).
     enum class WithNothingToCleanUp {
         Note,
-        /// The process says so and ends, with the exit status that such a run has, wherever it is: what it waits for,
-        /// or freeing what it built, would take longer than whoever asked wants to wait.
+        /// The process says so and ends at once, with the exit status of such a run: what it waits for, or freeing what
+        /// it built, would take too long.
         EndProcess
     };
 
-    /// Throws InputOutputError when the system gives not even what this needs.
+    /// Throws InputOutputError when the system lacks the resources for this.
     explicit Interrupts(WithNothingToCleanUp manner = WithNothingToCleanUp::Note);
     ~Interrupts();
     Interrupts(const Interrupts&) = delete;
@@ -34,8 +34,8 @@ public:
     static bool AreRequested();
     /// Throws InterruptedError, or TimeLimitError, when that is so.
     static void ThrowIfRequested();
-    /// Throws InterruptedError when a signal asked for the stop, else TimeLimitError: for whoever knows that a stop was
-    /// requested, though the time limit that did so may be gone by now.
+    /// Throws InterruptedError when a signal requested the stop, else TimeLimitError. For callers that know that a stop
+    /// was requested, though the time limit behind it may be gone by now.
     [[noreturn]] static void ThrowReason();
     /// Waits until there is something to read from a file descriptor, or its end; throws as soon as a stop is
     /// requested.
@@ -54,9 +54,9 @@ public:
     TimeLimit& operator=(const TimeLimit&) = delete;
 };
 
-/// While one of these lives, a request to stop is noted in any case, because there is something to clean up. Where the
-/// process then would end, that happens when this is gone; or on POSIX systems, if nobody has heard of the request in a
-/// tenth of a second, at once. At most one may live at a time.
+/// While one of these lives, a request to stop is always noted, because there is something to clean up. Where the
+/// process would end at once, it ends when this is gone; on POSIX systems also when the run has not noticed the request
+/// in a tenth of a second. At most one may live at a time.
 class UnfinishedOutput {
 public:
     UnfinishedOutput();
@@ -64,9 +64,9 @@ public:
     UnfinishedOutput(const UnfinishedOutput&) = delete;
     UnfinishedOutput& operator=(const UnfinishedOutput&) = delete;
 
-    /// The file that is to be removed when nobody has heard.
+    /// The file to remove when the run has not noticed the request.
     static void SetTemporaryFile(const std::filesystem::path& path);
-    /// From now on, nothing that was asked for is missing: whenever the process ends, it went well.
+    /// From now on the output is complete: whenever the process ends, it went well.
     static void NoteCommitted();
 };
 

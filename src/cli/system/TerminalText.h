@@ -17,14 +17,14 @@ std::string MakePrintable(std::string_view text);
 /// Each byte as an escape, such as \x1b.
 void AppendEscaped(std::string& printable, std::string_view bytes);
 
-/// Makes text of what goes to a terminal, whoever wrote it: documents and tables may hold characters that a terminal
-/// obeys. Control characters (LengthOfControl) and what is no UTF-8 become escapes, such as \x1b; tabs and line ends
-/// stay. It may be cut into pieces anywhere.
+/// Makes everything that goes to a terminal harmless: documents and tables may hold characters that control it. Control
+/// characters (LengthOfControl) and bytes that are no UTF-8 become escapes, such as \x1b; tabs and line ends stay. The
+/// text may come in pieces of any length.
 class TerminalText {
 public:
-    /// What can be shown of all that was taken so far, and was not yet answered.
+    /// What can be shown of everything taken so far and was not returned before.
     std::string Take(std::string_view bytes);
-    /// The rest, where no more comes.
+    /// The rest, at the end of the text.
     std::string TakeRest();
 
 private:
@@ -32,7 +32,7 @@ private:
     std::string begun;
 };
 
-/// An output sink in front of one that is a terminal.
+/// An output sink in front of a terminal's.
 class TerminalSink : public OutputSink {
 public:
     /// @param sink borrowed.
@@ -47,7 +47,7 @@ private:
     TerminalText text;
 };
 
-/// While it lives, all that is written to a stream that goes to a terminal is made text of, from any thread.
+/// While it lives, everything written to a stream that goes to a terminal is made harmless, from any thread.
 class TerminalMessages {
 public:
     /// @param stream borrowed.
@@ -56,7 +56,7 @@ public:
     TerminalMessages(const TerminalMessages&) = delete;
     TerminalMessages& operator=(const TerminalMessages&) = delete;
 
-    /// The terminal itself, for who has to steer it.
+    /// The terminal itself, for writing control characters.
     std::ostream& GetTerminal() { return terminal; }
 
 private:

@@ -22,7 +22,7 @@ namespace nbscore {
 /// The path that a command-line argument names. Arguments are UTF-8 on every system.
 std::filesystem::path PathFromArgument(const std::string& text);
 
-/// Checks an argument that names a file: an empty text, such as an unset variable of a shell leaves, is none.
+/// Checks an argument that names a file: an empty text, such as from an unset shell variable, is refused.
 std::string RefuseEmptyName(const std::string& text);
 
 /// Adds an option whose value is one of a few words. The target keeps its value when the option is not given.
@@ -62,7 +62,7 @@ public:
     const std::string& GetName() const { return name; }
     /// Its size in bytes, where it is known before reading.
     std::optional<std::uint64_t> GetSize() const { return size; }
-    /// Whether somebody has to type it.
+    /// Whether it is typed on a terminal.
     bool IsTyped() const { return typed; }
 
 private:
@@ -77,7 +77,7 @@ private:
 
 /// A run's output: a file, which appears when it is committed, or standard output.
 struct OpenedOutput {
-    std::unique_ptr<UnfinishedOutput> unfinished;  // declared first, so that it goes last
+    std::unique_ptr<UnfinishedOutput> unfinished;  // declared first, so that it is destroyed last
     std::unique_ptr<OutputFile> file;              // null for standard output
     std::unique_ptr<TerminalSink> fileShown;       // in front of a file that is a terminal
     OutputSink& sink;

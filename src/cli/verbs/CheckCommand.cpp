@@ -28,7 +28,7 @@ constexpr const char* footer = R"(Examples:
   See what would be rewritten in a newer producer's document:
     nbscore check model.pmml --adapt)";
 
-/// Line by line, so that nothing a document says can send commands to the terminal on which the report is read later.
+/// Line by line, so that nothing in a document can send commands to the terminal on which the report is read later.
 std::string MakePrintableLines(const std::string& text) {
     std::string printable;
     for (std::size_t begin = 0; begin < text.size();) {

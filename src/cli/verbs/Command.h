@@ -20,7 +20,7 @@ public:
     Command(const Command&) = delete;
     Command& operator=(const Command&) = delete;
 
-    /// Does the work, once the options are parsed, and answers how it went. Throws what ReportError understands.
+    /// Does the work once the options are parsed. Throws what ReportError understands.
     virtual ExitStatus Run(Console& console) = 0;
     /// The document that errors are about, as the caller named it; empty when there is none.
     virtual std::string GetDocumentName() const = 0;
@@ -32,7 +32,7 @@ protected:
 };
 
 /// @{
-/// The verbs; the comment in front of each one's class tells what it does.
+/// The verbs; the comment of each one's class says what it does.
 std::unique_ptr<Command> MakeCheckCommand(CLI::App& parent);
 std::unique_ptr<Command> MakeDisplayCommand(CLI::App& parent);
 std::unique_ptr<Command> MakeScoreCommand(CLI::App& parent);

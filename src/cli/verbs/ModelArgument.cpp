@@ -90,7 +90,7 @@ void Tell(Console& console, const std::string& document, const Adaptation& adapt
         << (adaptation.isMade ? "adapted: " : "not adapted: ") << MakePrintable(adaptation.change) << '\n';
 }
 
-/// Only the plug-in whose ways are known is known to read over what the warnings say.
+/// Warnings are about what the plug-in of this project ignores, and true of that only.
 void Warn(Console& console, const SourceDocument& source, const ScoreModel& model) {
     if (dynamic_cast<const ModelSelfDescription*>(&model) == nullptr) return;
     for (const IgnoredConstruct& ignored : source.FindWarnings()) {

@@ -26,7 +26,7 @@ public:
 
     /// How long the whole run may take; nothing without a limit.
     std::optional<std::chrono::duration<double>> GetMaxTime() const { return maxTime; }
-    /// With them everything that reads, checks or scores hears a request to stop (Interrupts).
+    /// With them everything that reads, checks or scores notices a request to stop (Interrupts).
     const Limits& GetLimits() const { return limits; }
 
 private:
@@ -46,11 +46,11 @@ public:
     void DeclareReading(CLI::App& app);
 
     /// Parses the document, and adapts it when that was asked for.
-    /// @param quiet otherwise each change is told on the console.
+    /// @param quiet otherwise each change is reported on the console.
     SourceDocument Parse(Console& console, bool quiet = false) const;
     /// Reads a parsed document with the plug-in that was asked for, or else the bundled one. Warns of a document whose
     /// answers would be far from what it means.
-    /// @param quiet otherwise what the plug-in says beside is told on the console.
+    /// @param quiet otherwise the plug-in's remarks are reported on the console.
     LoadedModel Read(const SourceDocument& source, Console& console, bool quiet = false) const;
     /// Both in one.
     LoadedModel Read(Console& console, bool quiet = false) const;

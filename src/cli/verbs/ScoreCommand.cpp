@@ -188,7 +188,7 @@ void ScoreCommand::RequireOptionsOfASingleClassifier() const {
         "it is for sets of sub-models, and '" + model.GetDocumentName() + "' holds a single classifier");
 }
 
-/// What can be said of the options only when the model is known.
+/// Remarks on the options that need the model.
 void ScoreCommand::CheckAgainstModel(ScoreModel& scorable, Console& console) const {
     const std::optional<std::vector<std::string>> subModels = FindSubModelNames(scorable);
     if (!subModels) {

@@ -37,7 +37,7 @@ std::ostream& Note(Console& console, const std::string& document) {
     return console.messages << "note: " << MakePrintable(document);
 }
 
-/// A name that is misspelled would otherwise make a cell go unchecked in silence.
+/// Otherwise a cell with a misspelled name would silently go unchecked.
 void TellUnusedColumns(Console& console, const VerificationSuite& suite) {
     const std::size_t told = std::min(suite.unusedColumns.size(), maxToldColumns);
     for (std::size_t i = 0; i < told; ++i) {
@@ -57,7 +57,7 @@ public:
     virtual ~VerificationReport() = default;
 
     virtual void AddDifference(const CellDifference& difference) = 0;
-    /// Called once, behind all differences.
+    /// Called once, after all differences.
     virtual void Finish(const VerificationSummary& summary) = 0;
 };
 
@@ -77,13 +77,13 @@ std::string DescribeExpected(const VerifiedCell& expected) {
     return expected.number ? MakePrintable(expected.text) : Quote(expected.text);
 }
 
-/// @param expectsNumber tells a number that is missing from a text that is empty.
+/// @param expectsNumber distinguishes a missing number from an empty text.
 std::string DescribeActual(const VerifiedCell& actual, bool expectsNumber) {
     if (actual.number) return actual.text;
     return expectsNumber ? "nothing" : Quote(actual.text);
 }
 
-/// For people: a line for each difference, and one that sums up.
+/// For people: a line for each difference, and a summary.
 class TextReport : public VerificationReport {
 public:
     explicit TextReport(std::ostream& destination) : out(destination) {}
@@ -113,7 +113,7 @@ private:
 
 /// For programs: one JSON object, `{"document": …, "differences": [{"model": …, "row": …, "line": …, "column": …,
 /// "field": …, "expected": …, "actual": …, "precision": …, "zero_threshold": …}, …], "rows": …, "cells": …}`. "model"
-/// is there for sub-models only, and the tolerances for numbers that have one. What is no finite number is null.
+/// is there for sub-models only, and the tolerances for numbers that have one. Numbers that are not finite are null.
 class JsonReport : public VerificationReport {
 public:
     JsonReport(std::ostream& destination, const std::string& document) : out(destination) {
