@@ -45,7 +45,7 @@ private:
     std::string Field();
     std::string AttributeMaybe(std::string_view name, const std::string& value);
     std::string AttributeMaybe(std::string_view name, std::initializer_list<std::string_view> words);
-    /// A text of any characters that XML can hold, or a typical one; escaped.
+    /// A text of any characters that XML can hold, or a typical one.
     std::string AnyText();
     std::string AnyNumber();
     std::string AnyPattern();

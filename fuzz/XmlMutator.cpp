@@ -6,14 +6,14 @@
 #include <cstring>
 #include <string>
 
-#include "Randomness.h"
 #include "XmlEdits.h"
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maxSize);
 
 namespace {
 
-using nbscore::fuzz::Randomness;
+using nbscore::test::OneIn;
+using nbscore::test::Randomness;
 
 std::string_view TextOf(const std::uint8_t* data, std::size_t size) {
     return {reinterpret_cast<const char*>(data), size};
@@ -33,11 +33,11 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
     std::string text(TextOf(data, size));
     // Mostly a single edit: of documents that were changed in several places few are read to their ends.
     do {
-        if (random.OneIn(16) || !nbscore::fuzz::EditXml(text, random)) {
+        if (OneIn(16, random) || !nbscore::fuzz::EditXml(text, random)) {
             size = CopyOut(text, data, maxSize);
             text = TextOf(data, LLVMFuzzerMutate(data, size, maxSize));
         }
-    } while (random.OneIn(3));
+    } while (OneIn(3, random));
     return CopyOut(text, data, maxSize);
 }
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "common/DocumentShape.h"
+#include "support/documents/ModelDocument.h"
 
 namespace nbscore::bench {
 
@@ -17,6 +17,6 @@ LoadTime LoadBare(const std::string& file);
 
 /// A host reads the file into a model with the plug-in, from opening the file until the tree is gone again. Throws
 /// std::runtime_error when the model is not what the document says.
-LoadTime LoadModel(const std::string& file, const DocumentShape& shape);
+LoadTime LoadModel(const std::string& file, const test::DocumentShape& shape);
 
 }  // namespace nbscore::bench

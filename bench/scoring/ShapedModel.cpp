@@ -30,7 +30,7 @@ private:
 
 }  // namespace
 
-LoadedModel ReadShapedModel(const DocumentShape& shape) {
+LoadedModel ReadShapedModel(const test::DocumentShape& shape) {
     const FileOnDisk document(std::filesystem::temp_directory_path() /
                               ("scoring_benchmark_" + std::to_string(getpid()) + ".pmml"));
     WriteDocument(shape, document.Get());
@@ -39,17 +39,17 @@ LoadedModel ReadShapedModel(const DocumentShape& shape) {
     return model;
 }
 
-BaseCaseRecord MakeRecord(const DocumentShape& shape) {
+BaseCaseRecord MakeRecord(const test::DocumentShape& shape) {
     std::vector<std::string> names;
     for (std::size_t i = 0; i < shape.inputs; ++i)
         names.push_back("field" + std::to_string(i));
     return BaseCaseRecord(names);
 }
 
-void SetCategory(BaseCaseRecord& record, const DocumentShape& shape, std::size_t input, std::size_t category) {
+void SetCategory(BaseCaseRecord& record, const test::DocumentShape& shape, std::size_t input, std::size_t category) {
     const auto position = static_cast<int>(input);
-    if (shape.kind == InputKind::Texts) {
-        record.SetText(position, ValueOf(shape.kind, category));
+    if (shape.type == test::FieldType::Texts) {
+        record.SetText(position, ValueOf(shape.type, category));
     } else {
         record.SetNumber(position, static_cast<double>(category));
     }

@@ -5,11 +5,10 @@
 #include <vector>
 
 #include "batch/BatchScorer.h"
-#include "common/DocumentShape.h"
 #include "host/LoadedModel.h"
-#include "scoring/Answers.h"
 #include "scoring/CodedCases.h"
 #include "scoring/TightLoops.h"
+#include "support/documents/ModelDocument.h"
 
 namespace nbscore::bench {
 
@@ -20,7 +19,7 @@ public:
     using TightLoop = void (*)(const TightTables& tables, const CodeColumns& codes, std::size_t cases,
                                const TightAnswers& answers);
 
-    ClassifierWorkload(const DocumentShape& documentShape, std::size_t numCases, TightLoop tightLoop);
+    ClassifierWorkload(const test::DocumentShape& documentShape, std::size_t numCases, TightLoop tightLoop);
 
     std::size_t CountCases() const { return cases.Count(); }
     void ScoreInBatch();
@@ -29,7 +28,7 @@ public:
 private:
     void CheckOneByOne();
 
-    DocumentShape shape;
+    test::DocumentShape shape;
     LoadedModel model;
     BatchScorer scorer;
     CodedCases<std::int8_t> cases;
@@ -52,7 +51,7 @@ public:
 private:
     void CheckOneByOne();
 
-    DocumentShape shape;
+    test::DocumentShape shape;
     LoadedModel model;
     BatchScorer scorer;
     CodedCases<std::int8_t> cases;

@@ -8,20 +8,12 @@
 #include "cases/CaseFile.h"
 #include "framework/VeskException.h"
 #include "host/LoadedModel.h"
+#include "support/TextSink.h"
 #include "table/HostError.h"
-#include "table/OutputSink.h"
 #include "table/TableScorer.h"
 
 namespace nbscore::test {
 namespace {
-
-class TextSink : public OutputSink {
-public:
-    void Write(std::string_view bytes) override { text += bytes; }
-    void Commit() override {}
-
-    std::string text;
-};
 
 std::string ScoreCase(const CaseFile& caseFile, bool longRows = false) {
     LoadedModel model = LoadedModel::Read(PluginLibrary::Load(NBSCORE_PLUGIN), caseFile.document);

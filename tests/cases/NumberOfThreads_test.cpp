@@ -7,11 +7,11 @@
 
 #include "cases/CaseFile.h"
 #include "cases/CaseTable.h"
-#include "cases/RandomDocument.h"
-#include "cases/RandomSet.h"
 #include "support/RunCommand.h"
 #include "support/TemporaryFolder.h"
 #include "support/WholeFile.h"
+#include "support/documents/RandomDocument.h"
+#include "support/documents/RandomSet.h"
 #include "table/CsvScanner.h"
 
 namespace nbscore::test {
@@ -87,11 +87,9 @@ TEST(RandomDocuments, GiveTheSame_OnAnyNumberOfThreads) {
     for (int number = 0; number < numRandomDocuments; ++number) {
         const RandomDocument document = MakeRandomDocument(random);
         SCOPED_TRACE("document " + std::to_string(number) + ":\n" + document.text);
-        std::vector<std::vector<std::string>> rows;
-        for (int i = 0; i < casesPerDocument; ++i)
-            rows.push_back(MakeRandomCase(document, random).cells);
+        const auto cases = DrawEach(casesPerDocument, [&] { return MakeRandomCase(document, random); });
         const Scoring scoring(folder.Write("document.pmml", document.text),
-                              RepeatRows(CsvTableText(NamesOf(document.inputs), rows)));
+                              RepeatRows(CsvTableText(document.inputs, cases)));
         const std::vector<std::string> options =
             number % 2 == 0 ? std::vector<std::string>{} : std::vector<std::string>{"--format", "jsonl"};
         scoring.ExpectTheSameOnAnyNumberOfThreads(0, options);
@@ -104,11 +102,8 @@ TEST(RandomSets, GiveTheSameInEveryShape_OnAnyNumberOfThreads) {
     for (int number = 0; number < numRandomDocuments; ++number) {
         const RandomSet set = MakeRandomSet(random);
         SCOPED_TRACE("set " + std::to_string(number) + ":\n" + set.text);
-        std::vector<std::vector<std::string>> rows;
-        for (int i = 0; i < casesPerDocument; ++i)
-            rows.push_back(MakeRandomSetCase(set, random).cells);
-        const Scoring scoring(folder.Write("document.pmml", set.text),
-                              RepeatRows(CsvTableText(NamesOf(set.columns), rows)));
+        const auto cases = DrawEach(casesPerDocument, [&] { return MakeRandomSetCase(set, random); });
+        const Scoring scoring(folder.Write("document.pmml", set.text), RepeatRows(CsvTableText(set.columns, cases)));
         const std::vector<std::vector<std::string>> shapes = {
             {}, {"--long"}, {"--best", "2"}, {"--long", "--best", "1"}, {"--format", "jsonl"}};
         const std::size_t shape = static_cast<std::size_t>(number) % shapes.size();

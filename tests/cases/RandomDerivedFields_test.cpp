@@ -13,13 +13,11 @@
 
 #include "cases/CaseTable.h"
 #include "cases/ExpectScores.h"
-#include "cases/RandomDerivedDocument.h"
 #include "framework/BaseCaseRecord.h"
 #include "framework/ScoreClsResult.h"
 #include "framework/TransformationDictionary.h"
 #include "host/PluginLibrary.h"
-#include "support/RunCommand.h"
-#include "support/TemporaryFolder.h"
+#include "support/documents/RandomDerivedDocument.h"
 
 namespace nbscore::test {
 namespace {
@@ -234,29 +232,21 @@ TEST(RandomDerivedFields, ScoreLikeTheBruteForceScorer_ThroughTheCommand) {
     for (int number = 0; number < documentsThroughCommand; ++number) {
         const RandomDerivedDocument made = MakeRandomDerivedDocument(random);
         SCOPED_TRACE("document " + std::to_string(number) + ":\n" + made.document.text);
-        std::vector<RandomCase> cases;
-        std::vector<std::vector<std::string>> rows;
-        for (int i = 0; i < casesThroughCommand; ++i) {
+        const std::vector<RandomCase> cases = DrawEach(casesThroughCommand, [&] {
             const RandomDerivedCase drawn = MakeRandomDerivedCase(made, random);
-            cases.push_back({drawn.cells, drawn.codes});
-            rows.push_back(drawn.cells);
-        }
-        CommandCall call;
-        call.program = NBSCORE_COMMAND;
-        call.arguments = {"score", folder.Write("document.pmml", made.document.text).string(), "--only-scores"};
-        call.standardInput = CsvTableText(NamesOf(made.columns), rows);
-        const CommandResult result = RunCommand(call);
+            return RandomCase{drawn.cells, drawn.codes};
+        });
+        const std::string table = CsvTableText(made.columns, cases);
+        const CommandResult result = ScoreThroughCommand(folder, made.document.text, table);
         ASSERT_EQ(result.exitStatus, 0) << result.err;
         ExpectScoreTable(result.out, made.document, cases);
         // Adapting takes blanks off values that no expression reads, in the document and not in the table: without
         // them.
         const std::string unpadded = ReplaceAll(made.document.text, " pad ", "(pad)");
-        call.standardInput = ReplaceAll(call.standardInput, " pad ", "(pad)");
-        folder.Write("document.pmml", unpadded);
-        const std::string expected = RunCommand(call).out;
-        folder.Write("document.pmml", WithLocalFields(unpadded));
-        call.arguments.emplace_back("--adapt");
-        EXPECT_EQ(RunCommand(call).out, expected);
+        const std::string unpaddedTable = ReplaceAll(table, " pad ", "(pad)");
+        const std::string expected = ScoreThroughCommand(folder, unpadded, unpaddedTable).out;
+        const std::string local = WithLocalFields(unpadded);
+        EXPECT_EQ(ScoreThroughCommand(folder, local, unpaddedTable, {"--adapt"}).out, expected);
         if (HasFatalFailure()) return;
     }
 }

@@ -9,10 +9,9 @@
 #include <sstream>
 
 #include "cases/CaseTable.h"
-#include "cases/RandomSet.h"
+#include "cases/ExpectScores.h"
 #include "framework/NumberText.h"
-#include "support/RunCommand.h"
-#include "support/TemporaryFolder.h"
+#include "support/documents/RandomSet.h"
 #include "table/CsvReader.h"
 
 namespace nbscore::test {
@@ -88,17 +87,8 @@ TEST(RandomSets, ScoreLikeTheBruteForceScorer_ThroughTheCommand) {
     for (int number = 0; number < setsThroughCommand; ++number) {
         const RandomSet set = MakeRandomSetWithSubModels(random);
         SCOPED_TRACE("set " + std::to_string(number) + ":\n" + set.text);
-        std::vector<RandomSetCase> cases;
-        std::vector<std::vector<std::string>> rows;
-        for (int i = 0; i < casesThroughCommand; ++i) {
-            cases.push_back(MakeRandomSetCase(set, random));
-            rows.push_back(cases.back().cells);
-        }
-        CommandCall call;
-        call.program = NBSCORE_COMMAND;
-        call.arguments = {"score", folder.Write("document.pmml", set.text).string(), "--only-scores"};
-        call.standardInput = CsvTableText(NamesOf(set.columns), rows);
-        const CommandResult result = RunCommand(call);
+        const auto cases = DrawEach(casesThroughCommand, [&] { return MakeRandomSetCase(set, random); });
+        const CommandResult result = ScoreThroughCommand(folder, set.text, CsvTableText(set.columns, cases));
         ASSERT_EQ(result.exitStatus, 0) << result.err;
         ExpectTable(result.out, set, cases);
         if (HasFatalFailure()) return;

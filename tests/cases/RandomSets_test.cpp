@@ -3,20 +3,18 @@
 
 #include <gtest/gtest.h>
 
-#include <bit>
 #include <cmath>
-#include <cstdint>
 #include <memory>
 #include <sstream>
 
 #include "cases/CaseTable.h"
-#include "cases/RandomSet.h"
 #include "framework/BaseCaseRecord.h"
 #include "framework/MCMV.h"
 #include "framework/ResultAdvice.h"
 #include "framework/SubModelScoring.h"
 #include "host/PluginLibrary.h"
 #include "selflearning/SelfLearningResult.h"
+#include "support/documents/RandomSet.h"
 
 namespace nbscore::test {
 namespace {
@@ -43,11 +41,6 @@ private:
 
 /// How the model gets at a case's values.
 enum class Access { ByPosition, ByName, ByPositionWithDerived };
-
-/// All NaNs count as one: which of them arithmetic gives is the processor's affair.
-std::uint64_t Bits(double number) {
-    return std::isnan(number) ? ~std::uint64_t{0} : std::bit_cast<std::uint64_t>(number);
-}
 
 /// Which unusual answers have come up.
 struct Seen {
@@ -105,7 +98,7 @@ void ExpectSameBits(ScoreResult& result, const RandomSet& set, const std::vector
         ASSERT_EQ(descriptors[m].modelName, subModel.name);
         ASSERT_EQ(descriptors[m].assessmentMean, subModel.assessmentMean.value_or(MCMV::gMissingValue));
         ASSERT_EQ(descriptors[m].assessmentStdDev, subModel.assessmentStdDev.value_or(MCMV::gMissingValue));
-        ASSERT_EQ(Bits(descriptors[m].score), Bits(expected[m]))
+        ASSERT_EQ(BitsOf(descriptors[m].score), BitsOf(expected[m]))
             << "sub-model " << m << ": " << descriptors[m].score << " instead of " << expected[m];
         seen.Note(subModel, expected[m]);
     }
@@ -125,7 +118,7 @@ void ExpectSameBitsAlone(ScoreModel& model, const ScoreCaseRecord& record, bool 
     ASSERT_NE(subModels, nullptr);
     for (std::size_t m = expected.size(); m-- > 0;) {
         const double score = subModels->ScoreSubModel(&record, static_cast<int>(m), derivedInRecord);
-        ASSERT_EQ(Bits(score), Bits(expected[m])) << "sub-model " << m << " alone: " << score;
+        ASSERT_EQ(BitsOf(score), BitsOf(expected[m])) << "sub-model " << m << " alone: " << score;
     }
 }
 

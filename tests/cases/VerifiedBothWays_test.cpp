@@ -3,29 +3,63 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <bit>
-#include <cmath>
 #include <sstream>
 
-#include "cases/PlainModel.h"
-#include "cases/RandomSet.h"
+#include "cases/CaseTable.h"
 #include "document/SourceDocument.h"
+#include "framework/ScoreModel.h"
 #include "framework/VeskException.h"
 #include "host/LoadedModel.h"
 #include "host/ModelVerifier.h"
+#include "support/documents/RandomSet.h"
 
 namespace nbscore::test {
 namespace {
+
+/// Another model without the faces that it may have beside ScoreModel.
+class PlainModel : public ScoreModel {
+public:
+    /// @param hidden borrowed.
+    explicit PlainModel(ScoreModel& hidden) : model(hidden) {}
+
+    void SetScoreDictionary(ScoreDictionary* dictionary) override { model.SetScoreDictionary(dictionary); }
+    void SetTransformationScoreDictionary(TransformationDictionary* dictionary) override {
+        model.SetTransformationScoreDictionary(dictionary);
+    }
+    bool SetVarRole(const std::string& name, VarRole role) override { return model.SetVarRole(name, role); }
+    bool SetVarRole(const ScoreDictVar* var, VarRole role) override { return model.SetVarRole(var, role); }
+    void SetMissingValuePolicy(MVPolicy policy) override { model.SetMissingValuePolicy(policy); }
+    void SetVersionInfo(ScoreVersionInfo* version) override { model.SetVersionInfo(version); }
+    void SetPredictionOnly(bool only) override { model.SetPredictionOnly(only); }
+    int GetVarRole(const std::string& name) const override { return model.GetVarRole(name); }
+    int GetVarRole(const ScoreDictVar* var) const override { return model.GetVarRole(var); }
+    const ScoreVersionInfo* GetVersionInfo() const override { return model.GetVersionInfo(); }
+    ScoreDictionary* GetVarsOfRole(VarRole role) const override { return model.GetVarsOfRole(role); }
+    const ScoreDictVar* GetTargetVar() const override { return model.GetTargetVar(); }
+    const ScoreDictionary* GetDictionary() const override { return model.GetDictionary(); }
+    TransformationDictionary* GetTransformationDictionary() const override {
+        return model.GetTransformationDictionary();
+    }
+    MCScore::MCStatus GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool derivedInRecord) override {
+        return model.GetScore(record, result, derivedInRecord);
+    }
+    MVPolicy GetMissingValuePolicy() override { return model.GetMissingValuePolicy(); }
+    ModelType GetModelType() override { return model.GetModelType(); }
+    bool GetPredictionOnly() const override { return model.GetPredictionOnly(); }
+    void Display(std::ostream& out) const override { model.Display(out); }
+
+private:
+    ScoreModel& model;
+};
 
 /// What verifying tells, difference by difference: "SUBMODEL ROW FIELD EXPECTED ACTUAL BITS".
 std::vector<std::string> Verify(ScoreModel& model, const std::vector<VerificationSuite>& suites) {
     std::vector<std::string> told;
     const auto onDifference = [&told](const CellDifference& difference) {
-        const double actual = difference.actual.number.value_or(0.0);
         std::ostringstream line;
         line << difference.subModel.value_or("-") << ' ' << difference.row << ' ' << difference.field << ' '
              << difference.expected.text << ' ' << difference.actual.text << ' '
-             << (std::isnan(actual) ? ~std::uint64_t{0} : std::bit_cast<std::uint64_t>(actual));
+             << BitsOf(difference.actual.number.value_or(0.0));
         told.push_back(line.str());
     };
     const VerificationSummary summary = VerifyModel(model, suites, onDifference, [] {});

@@ -30,10 +30,5 @@ TEST(XmlCharacters, AreWhole_ForEveryOtherByte) {
     EXPECT_EQ(lengths, 0b11100U) << "characters of two, three and four bytes";
 }
 
-TEST(EscapedXml, HoldsNoMarkup) {
-    EXPECT_EQ(EscapedXml("a<b>&'\"c"), "a&lt;b>&amp;&apos;\"c");
-    EXPECT_EQ(EscapedXml(""), "");
-}
-
 }  // namespace
 }  // namespace nbscore::fuzz

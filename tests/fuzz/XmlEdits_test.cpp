@@ -21,13 +21,8 @@ bool IsBalanced(std::string_view text) {
     return true;
 }
 
-/// Numbers that follow one another as seeds that lie far apart: of near ones the first draws are alike.
-Randomness RandomnessOf(unsigned int number) {
-    return Randomness(number * 2654435761U);
-}
-
 std::string Edited(std::string text, unsigned int number) {
-    Randomness random = RandomnessOf(number);
+    test::Randomness random(number);
     EXPECT_TRUE(EditXml(text, random));
     return text;
 }
@@ -35,7 +30,7 @@ std::string Edited(std::string text, unsigned int number) {
 TEST(XmlEdits, ChangeNothing_WhereThereIsNoElement) {
     for (const std::string text : {"", "text", "<!-- <a/> -->"}) {
         std::string edited = text;
-        Randomness random(1);
+        test::Randomness random(1);
         EXPECT_FALSE(EditXml(edited, random));
         EXPECT_FALSE(SpliceXml(edited, "<a/>", random));
         EXPECT_EQ(edited, text);
@@ -89,7 +84,7 @@ TEST(XmlSplices, PutAnElementOfTheOtherTextIn) {
     const std::string text = "<a><b>x</b></a>";
     std::set<std::string> seen;
     for (unsigned int number = 0; number < 1000; ++number) {
-        Randomness random = RandomnessOf(number);
+        test::Randomness random(number);
         std::string spliced = text;
         ASSERT_TRUE(SpliceXml(spliced, "-<c><d/></c>-", random));
         EXPECT_TRUE(IsBalanced(spliced)) << spliced;

@@ -17,23 +17,15 @@
 #include "host/ModelVerifier.h"
 #include "host/PathText.h"
 #include "support/InThreads.h"
+#include "support/TextSink.h"
 #include "table/CaseBinder.h"
 #include "table/CsvReader.h"
 #include "table/ModelResults.h"
-#include "table/OutputSink.h"
 #include "table/SubModels.h"
 #include "table/TableScorer.h"
 
 namespace nbscore::test {
 namespace {
-
-class TextSink : public OutputSink {
-public:
-    void Write(std::string_view bytes) override { text += bytes; }
-    void Commit() override {}
-
-    std::string text;
-};
 
 struct Example {
     std::filesystem::path document;

@@ -1,16 +1,21 @@
-#include "cases/RandomSubModel.h"
+#include "support/documents/RandomSet.h"
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
 #include <utility>
-
-#include "cases/DocumentText.h"
 
 namespace nbscore::test {
 namespace {
 
 using Texts = std::vector<std::string>;
+
+/// A field that inputs may use: one of the data dictionary, or one that renames another.
+struct RandomField {
+    RandomInput declared;
+    /// Where its values stand in a case.
+    std::size_t column = 0;
+    bool derived = false;
+};
 
 /// Equal ones, an empty one, and some that look like what tells equal ones apart.
 std::string RandomName(Randomness& random) {
@@ -62,27 +67,24 @@ std::vector<BruteForcePair> InPairs(const RandomCounts& counts) {
 }
 
 std::string InputsText(RandomSubModel& subModel, const RandomTarget& target, Randomness& random) {
-    std::string text = "<BayesInputs>\n";
+    std::string inputs = "\n";
     for (const RandomInput& input : subModel.inputs) {
         RandomCounts counts;
-        text += BayesInputText(input, target.categories, counts, random);
+        inputs += BayesInputText(input, target.categories, counts, random);
         subModel.numbers.counts.push_back(InPairs(counts));
     }
-    return text + "</BayesInputs>\n";
+    return XmlElement("BayesInputs", "", inputs) + "\n";
 }
 
-std::string DerivedFieldsText(const Texts& names) {
-    std::string text = "<Extension extender=\"scoring.nbscore\" name=\"DerivedFields\">";
-    for (const std::string& name : names)
-        text += "<MiningField" + Attribute("name", name) + "/>";
-    return text + "</Extension>\n";
+std::string Joined(const Texts& texts) {
+    return Each(texts, [](const std::string& text) { return text; });
 }
 
 /// Lists what the sub-model uses, and more, in any order.
 std::string SchemaText(bool first, const RandomTarget& target, const std::vector<RandomField>& used,
                        const std::vector<RandomField>& fields, Randomness& random) {
-    Texts lines = {"<MiningField" + Attribute("name", target.name) + " usageType=\"predicted\"/>\n"};
-    Texts derived;
+    Texts lines = {MiningField(target.name, "predicted") + "\n"};
+    std::string derived;
     Texts listed;
     const auto list = [&](const RandomField& field) {
         const std::string& name = field.declared.name;
@@ -90,21 +92,18 @@ std::string SchemaText(bool first, const RandomTarget& target, const std::vector
         if (known && (first || !OneIn(3, random))) return;
         listed.push_back(name);
         if (field.derived)
-            derived.push_back(name);
+            derived += MiningField(name);
         else
-            lines.push_back("<MiningField" + Attribute("name", name) + "/>\n");
+            lines.push_back(MiningField(name) + "\n");
     };
     for (const RandomField& field : used)
         list(field);
     for (const RandomField& field : fields) {
         if (OneIn(5, random)) list(field);
     }
-    if (!derived.empty()) lines.push_back(DerivedFieldsText(derived));
+    if (!derived.empty()) lines.push_back(DerivedFieldsExtension(derived) + "\n");
     std::ranges::shuffle(lines, random);
-    std::string text = "<MiningSchema>\n";
-    for (const std::string& line : lines)
-        text += line;
-    return text + "</MiningSchema>\n";
+    return XmlElement("MiningSchema", "", "\n" + Joined(lines)) + "\n";
 }
 
 /// One or two entries in either order: a zero may be left out, or an entry of an unknown value stand for it.
@@ -113,14 +112,15 @@ std::string OutputText(const RandomTarget& target, const BruteForcePair& counts,
     for (std::size_t k = 0; k < counts.size(); ++k) {
         const bool replaced = counts[k] == 0.0 && OneIn(2, random);
         if (replaced && k == 1 && OneIn(2, random)) continue;
-        entries.push_back("<TargetValueCount" + Attribute("value", replaced ? "98765" : target.categories[k]) +
-                          Attribute("count", replaced ? "5" : Digits(counts[k])) + "/>");
+        entries.push_back(replaced ? TargetValueCount("98765", "5")
+                                   : TargetValueCount(target.categories[k], Digits(counts[k])));
     }
     if (OneIn(2, random)) std::ranges::reverse(entries);
-    std::string text = "<BayesOutput" + Attribute("fieldName", target.name) + "><TargetValueCounts>";
-    for (const std::string& entry : entries)
-        text += entry;
-    return text + "</TargetValueCounts></BayesOutput>\n";
+    return BayesOutput(target.name, TargetValueCounts(Joined(entries))) + "\n";
+}
+
+std::string ExtensionText(const std::string& name, const std::string& value) {
+    return XmlElement("Extension", Attribute("name", name) + Attribute("value", value));
 }
 
 /// Assessment figures in any order and number. The sample size counts as a standard deviation, the last one stays.
@@ -133,7 +133,7 @@ Texts AssessmentTexts(RandomSubModel& subModel, Randomness& random) {
         const double value = Between(-100, 5000, random) / 64.0;
         if (name == names[0]) subModel.assessmentMean = value;
         if (name == names[1] || name == names[2]) subModel.assessmentStdDev = value;
-        texts.push_back("<Extension" + Attribute("name", name) + Attribute("value", Digits(value)) + "/>\n");
+        texts.push_back(ExtensionText(name, Digits(value)) + "\n");
     }
     return texts;
 }
@@ -157,8 +157,7 @@ void UseFields(RandomSubModel& subModel, const std::vector<RandomField>& used, R
     }
 }
 
-}  // namespace
-
+/// @param first whether it is the document's first sub-model, whose schema may list no field twice.
 RandomSubModel MakeRandomSubModel(bool first, const RandomTarget& target, const std::vector<RandomField>& fields,
                                   Randomness& random) {
     RandomSubModel subModel;
@@ -176,11 +175,96 @@ RandomSubModel MakeRandomSubModel(bool first, const RandomTarget& target, const 
     Texts parts = {SchemaText(first, target, used, fields, random)};
     parts.insert(parts.end(), rest.begin(), rest.end());
     const Texts assessment = AssessmentTexts(subModel, random);
-    subModel.text = "<NaiveBayesModel" + Attribute("modelName", subModel.name) +
-                    Attribute("threshold", Digits(subModel.numbers.threshold)) +
-                    (first || OneIn(2, random) ? " algorithmName=\"SelfLearning\"" : "") + ">\n" +
-                    Interleaved(parts, assessment, random) + "</NaiveBayesModel>\n";
+    const std::string content = "\n" + Interleaved(parts, assessment, random);
+    const std::string algorithm = first || OneIn(2, random) ? Attribute("algorithmName", "SelfLearning") : "";
+    const std::string attributes =
+        Attribute("modelName", subModel.name) + Attribute("threshold", Digits(subModel.numbers.threshold)) + algorithm;
+    subModel.text = XmlElement("NaiveBayesModel", attributes, content) + "\n";
     return subModel;
+}
+
+RandomTarget MakeTarget(Randomness& random) {
+    RandomTarget target;
+    target.numeric = OneIn(3, random);
+    if (target.numeric) {
+        target.categories = {"-4", "0.5"};
+    } else {
+        target.categories = {RandomText(0, random), RandomText(1, random)};
+    }
+    return target;
+}
+
+/// What tells that the field is the target of sub-models; one field's is as good as another's.
+std::string MarkText(bool marked) {
+    return marked ? ExtensionText("isSelfLearningTarget", "true") : "";
+}
+
+/// @param marked the position of the marked field, the target's being 0; -1 when none is marked.
+std::string DictionaryText(const RandomSet& set, int marked) {
+    std::string fields = "\n";
+    fields += DataField(set.target.name, set.target.numeric ? FieldType::Numbers : FieldType::Texts,
+                        MarkText(marked == 0) + ValueElements(set.target.categories)) +
+              "\n";
+    for (std::size_t i = 0; i < set.columns.size(); ++i)
+        fields += FieldText("DataField", set.columns[i], MarkText(marked == static_cast<int>(i) + 1));
+    return XmlElement("DataDictionary", "", fields) + "\n";
+}
+
+/// Appends fields that rename others, some of them derived themselves.
+/// @returns their declarations.
+std::string AddDerivedFields(RandomSet& set, std::vector<RandomField>& fields, Randomness& random) {
+    if (!OneIn(2, random)) return "";
+    std::string text = "\n";
+    for (int i = Between(0, 3, random); i > 0; --i) {
+        RandomField field = OneOf(fields, random);
+        const std::string expression = FieldRef(field.declared.name);
+        field.derived = true;
+        field.declared.name = "derived " + std::to_string(i);
+        std::ranges::shuffle(field.declared.categories, random);
+        text += FieldText("DerivedField", field.declared, expression);
+        set.derivedNames.push_back(field.declared.name);
+        set.derivedColumns.push_back(field.column);
+        fields.push_back(std::move(field));
+    }
+    return XmlElement("TransformationDictionary", "", text) + "\n";
+}
+
+}  // namespace
+
+RandomSet MakeRandomSet(Randomness& random) {
+    RandomSet set;
+    set.target = MakeTarget(random);
+    std::vector<RandomField> fields;
+    const auto columns = static_cast<std::size_t>(Between(1, 6, random));
+    for (std::size_t i = 0; i < columns; ++i) {
+        set.columns.push_back(MakeRandomInput("input " + std::to_string(i), random));
+        fields.push_back({set.columns.back(), i, false});
+    }
+    const std::string derivedText = AddDerivedFields(set, fields, random);
+
+    const int subModels = Between(0, 8, random);
+    // Without a sub-model it is the mark that makes the document a set.
+    const int marked = Between(subModels == 0 ? 0 : -1, static_cast<int>(columns), random);
+    std::string content = DictionaryText(set, marked) + derivedText;
+    for (int m = 0; m < subModels; ++m) {
+        set.subModels.push_back(MakeRandomSubModel(m == 0, set.target, fields, random));
+        content += set.subModels.back().text;
+    }
+    set.text = PmmlDocument(content);
+    return set;
+}
+
+RandomSetCase MakeRandomSetCase(const RandomSet& set, Randomness& random) {
+    RandomSetCase made;
+    for (const RandomInput& column : set.columns)
+        made.cells.push_back(RandomCell(column, random));
+    for (const RandomSubModel& subModel : set.subModels) {
+        std::vector<int> codes;
+        for (std::size_t j = 0; j < subModel.inputs.size(); ++j)
+            codes.push_back(subModel.inputs[j].CodeOf(made.cells[subModel.columns[j]]));
+        made.codes.push_back(std::move(codes));
+    }
+    return made;
 }
 
 }  // namespace nbscore::test

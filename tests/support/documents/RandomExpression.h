@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "cases/RandomDraws.h"
 #include "support/BruteForceExpression.h"
+#include "support/documents/RandomDraws.h"
 
 namespace nbscore::test {
 

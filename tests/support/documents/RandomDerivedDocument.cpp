@@ -1,4 +1,4 @@
-#include "cases/RandomDerivedDocument.h"
+#include "support/documents/RandomDerivedDocument.h"
 
 #include <algorithm>
 #include <array>
@@ -6,8 +6,6 @@
 #include <cstddef>
 #include <cstdlib>
 #include <utility>
-
-#include "cases/DocumentText.h"
 
 namespace nbscore::test {
 namespace {
@@ -90,14 +88,13 @@ RandomDeclarations Declare(const RandomDerivedDocument& made, const std::vector<
         const RandomInput& column = made.columns[i];
         declarations.dataFields += DeclaredFieldText("DataField", column, made.declarations[i], "");
         const bool isInput = std::ranges::find(inputs, column.name, &RandomInput::name) != inputs.end();
-        if (isInput || OneIn(2, random))
-            declarations.schema += "<MiningField" + Attribute("name", column.name) + "/>\n";
+        if (isInput || OneIn(2, random)) declarations.schema += MiningField(column.name) + "\n";
     }
     std::string names;
     for (const RandomInput& input : inputs) {
-        if (input.name.starts_with("derived")) names += "<MiningField" + Attribute("name", input.name) + "/>";
+        if (input.name.starts_with("derived")) names += MiningField(input.name);
     }
-    declarations.schema += "<Extension extender=\"scoring.nbscore\" name=\"DerivedFields\">" + names + "</Extension>\n";
+    declarations.schema += DerivedFieldsExtension(names) + "\n";
     return declarations;
 }
 

@@ -3,7 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "cases/RandomDraws.h"
+#include "support/documents/Elements.h"
+#include "support/documents/RandomDraws.h"
 
 namespace nbscore::test {
 
@@ -18,7 +19,11 @@ struct RandomInput {
     /// Of a binned input: ascending.
     std::vector<double> cutpoints;
 
-    bool IsNumeric() const { return kind == DeclaredNumbers || kind == LearnedNumbers || kind == Binned; }
+    FieldType Type() const {
+        if (kind == Binned) return FieldType::Bins;
+        return kind == DeclaredTexts || kind == LearnedTexts ? FieldType::Texts : FieldType::Numbers;
+    }
+    bool IsNumeric() const { return Type() != FieldType::Texts; }
     bool IsDeclared() const { return kind == DeclaredTexts || kind == DeclaredNumbers; }
     /// The categories or bins.
     std::size_t Size() const { return kind == Binned ? cutpoints.size() + 1 : categories.size(); }

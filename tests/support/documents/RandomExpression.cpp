@@ -1,4 +1,4 @@
-#include "cases/RandomExpression.h"
+#include "support/documents/RandomExpression.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <set>
 #include <utility>
 
-#include "cases/DocumentText.h"
+#include "support/documents/Elements.h"
 
 namespace nbscore::test {
 namespace {

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
-#include "cases/RandomDraws.h"
-#include "cases/RandomInput.h"
-#include "support/BruteForceExpression.h"
+#include "support/documents/RandomExpression.h"
+#include "support/documents/RandomInput.h"
 
 namespace nbscore::test {
 
@@ -26,5 +26,29 @@ BruteForceField DeclaredField(BruteForceValue value, const FieldDeclaration& dec
 /// The field as an element of this name.
 std::string DeclaredFieldText(const std::string& element, const RandomInput& input, const FieldDeclaration& declaration,
                               const std::string& expression);
+
+/// A derived field, and what an input makes of it.
+struct RandomDerivedField {
+    /// Its name and, where an input reads it, its categories or cutpoints.
+    RandomInput input;
+    FieldDeclaration declaration;
+    BruteForceExpression expression;
+};
+
+struct RandomDerivedFields {
+    BruteForceFunctions functions;
+    /// Each reads those before it at most.
+    std::vector<RandomDerivedField> fields;
+};
+
+/// Derived fields without categories and cutpoints.
+/// @param dataFields what they may read.
+RandomDerivedFields MakeRandomDerivedFields(const std::vector<RandomScope::Field>& dataFields, Randomness& random);
+
+/// Adds the values of the derived fields to those of the data fields.
+void AddDerivedValues(const RandomDerivedFields& derived, BruteForceFields& values);
+
+/// Everything as a `TransformationDictionary`, in any order.
+std::string TransformationsText(const RandomDerivedFields& derived, Randomness& random);
 
 }  // namespace nbscore::test
