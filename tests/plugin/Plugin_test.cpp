@@ -12,36 +12,22 @@
 #include "reading/BaseTranslator.h"
 #include "reading/PMMLTranslator.h"
 #include "support/ParseDocument.h"
+#include "support/documents/CompleteDocuments.h"
 
 namespace nbscore::test {
 namespace {
 
-/// Whether one plays, from the outlook.
-std::string Document(const std::string& moreFields = "", const std::string& inputs = R"(
-    <BayesInput fieldName="outlook">
-        <PairCounts value="sunny"><TargetValueCounts>
-            <TargetValueCount value="yes" count="3"/><TargetValueCount value="no" count="1"/>
-        </TargetValueCounts></PairCounts>
-        <PairCounts value="rain"><TargetValueCounts>
-            <TargetValueCount value="yes" count="2"/><TargetValueCount value="no" count="4"/>
-        </TargetValueCounts></PairCounts>
-    </BayesInput>)") {
-    return R"(<PMML version="4.4"><Header/><DataDictionary>
-        <DataField name="outlook" optype="categorical" dataType="string"><Value value="sunny"/><Value value="rain"/></DataField>
-        <DataField name="play" optype="categorical" dataType="string"><Value value="yes"/><Value value="no"/></DataField>
-    </DataDictionary>
-    <NaiveBayesModel functionName="classification" threshold="0.5"><MiningSchema>
-        <MiningField name="play" usageType="predicted"/>)" +
-           moreFields + R"(<MiningField name="outlook"/></MiningSchema><BayesInputs>)" + inputs + R"(</BayesInputs>
-    <BayesOutput fieldName="play"><TargetValueCounts>
-        <TargetValueCount value="yes" count="5"/><TargetValueCount value="no" count="5"/>
-    </TargetValueCounts></BayesOutput></NaiveBayesModel></PMML>)";
+/// One that is refused when most of it is read.
+std::string FaultyDocument() {
+    TestDocument document;
+    document.bayesInputs = "\n<Fault/>";
+    return document.Text();
 }
 
 /// Parses and scores with the plug-in, and leaves nothing of its behind; the probability of "yes".
 double ProbabilityOfYes(const LoadedPlugin& plugin, const std::string& outlook) {
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
-    const ParseOutcome outcome = ParseWith(*translator, Document());
+    const ParseOutcome outcome = ParseWith(*translator, TestDocument().Text());
     BaseCaseRecord record({"outlook"});
     record.SetText(0, outlook);
     ScoreResult* scored = nullptr;
@@ -83,7 +69,7 @@ TEST(Plugin, StaysInTheProcess_WhileAnyoneHasItLoaded) {
 TEST(Plugin, ThrowsByValueAcrossTheEdge) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
-    const ParseOutcome outcome = ParseWith(*translator, Document("", "\n<Fault/>"));
+    const ParseOutcome outcome = ParseWith(*translator, FaultyDocument());
     ASSERT_TRUE(outcome.refusal);
     EXPECT_FALSE(outcome.thrownAsPointer);
     EXPECT_EQ(outcome.refusal->GetCode(), 12);
@@ -107,8 +93,9 @@ TEST(Plugin, ThrowsByValueAsAStandardException) {
 TEST(Plugin, ThrowsAPointerAcrossTheEdge) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
-    const ParseOutcome outcome =
-        ParseWith(*translator, Document(R"(<MiningField name="outlook" usageType="predicted"/>)"));
+    TestDocument document;
+    document.miningSchema = MiningField("play", "predicted") + MiningField("outlook", "predicted");
+    const ParseOutcome outcome = ParseWith(*translator, document.Text());
     EXPECT_TRUE(outcome.thrownAsPointer);
     ASSERT_TRUE(outcome.refusal);
     EXPECT_EQ(outcome.refusal->GetMessage(), "Only one target is allowed.");
@@ -130,7 +117,7 @@ TEST(Plugin, ShowsItsObjectsFrameworkFaces) {
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     EXPECT_NE(dynamic_cast<BaseTranslator*>(translator.get()), nullptr);
     EXPECT_NE(dynamic_cast<PMMLTranslator*>(translator.get()), nullptr);
-    const ParseOutcome outcome = ParseWith(*translator, Document());
+    const ParseOutcome outcome = ParseWith(*translator, TestDocument().Text());
     ASSERT_TRUE(outcome.model);
     const auto* selfCheck = dynamic_cast<const ModelSelfCheck*>(outcome.model.get());
     ASSERT_NE(selfCheck, nullptr);
@@ -141,7 +128,7 @@ TEST(Plugin, HandsOverAnUnfinishedModelAcrossTheEdge) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     ParseOutcome outcome;
-    VisitDom(Document("", "<Fault/>"), [&](xercesc::DOMDocument& document) {
+    VisitDom(FaultyDocument(), [&](xercesc::DOMDocument& document) {
         outcome = OutcomeOf([&] { return translator->ParseFromTree(&document, "UTF-8"); });
     });
     ASSERT_TRUE(outcome.refusal);

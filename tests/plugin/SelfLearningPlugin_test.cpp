@@ -12,38 +12,20 @@
 #include "framework/SubModelScoring.h"
 #include "selflearning/SelfLearningResult.h"
 #include "support/ParseDocument.h"
+#include "support/documents/CompleteDocuments.h"
 
 namespace nbscore::test {
 namespace {
 
 using Descriptor = SelfLearningResult::ModelDescriptor;
 
-std::string SubModel(const std::string& attributes, const std::string& extensions, const std::string& inputs) {
-    return "<NaiveBayesModel " + attributes + R"( threshold="0.5">)" + extensions + R"(
-        <MiningSchema><MiningField name="play" usageType="predicted"/><MiningField name="outlook"/></MiningSchema>)" +
-           inputs + R"(
-        <BayesOutput fieldName="play"><TargetValueCounts>
-            <TargetValueCount value="yes" count="5"/><TargetValueCount value="no" count="5"/>
-        </TargetValueCounts></BayesOutput></NaiveBayesModel>)";
-}
-
 /// Two sub-models, of which the first reads the outlook and the second nothing.
-std::string Document(const std::string& secondAttributes = R"(modelName="second")") {
-    return R"(<PMML version="4.4"><Header/><DataDictionary>
-        <DataField name="outlook" optype="categorical" dataType="string"><Value value="sunny"/><Value value="rain"/></DataField>
-        <DataField name="play" optype="categorical" dataType="string"><Value value="yes"/><Value value="no"/></DataField>
-    </DataDictionary>)" +
-           SubModel(R"(modelName="first" algorithmName="SelfLearning")",
-                    R"(<Extension name="meanPerformance" value="0.25"/>)", R"(
-        <BayesInputs><BayesInput fieldName="outlook">
-            <PairCounts value="sunny"><TargetValueCounts>
-                <TargetValueCount value="yes" count="3"/><TargetValueCount value="no" count="1"/>
-            </TargetValueCounts></PairCounts>
-            <PairCounts value="rain"><TargetValueCounts>
-                <TargetValueCount value="yes" count="2"/><TargetValueCount value="no" count="4"/>
-            </TargetValueCounts></PairCounts>
-        </BayesInput></BayesInputs>)") +
-           SubModel(secondAttributes, "", "") + "</PMML>";
+std::string Document(const std::string& secondAttributes = R"(modelName="second" threshold="0.5")") {
+    SubModelText first = Named("first");
+    first.extensions = R"(<Extension name="meanPerformance" value="0.25"/>)";
+    SubModelText second = WithoutInputs();
+    second.attributes = secondAttributes;
+    return SelfLearningText({first, second});
 }
 
 /// Parses and scores with the plug-in, and leaves nothing of its behind; reads each case's list through a class that
@@ -129,7 +111,7 @@ TEST(SelfLearningPlugin, ThrowsAcrossTheEdge_AndStillUnloads) {
     {
         const LoadedPlugin plugin;
         const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
-        const ParseOutcome outcome = ParseWith(*translator, Document(""));
+        const ParseOutcome outcome = ParseWith(*translator, Document(R"(threshold="0.5")"));
         ASSERT_TRUE(outcome.refusal);
         EXPECT_EQ(outcome.refusal->GetCode(), 2);
         EXPECT_EQ(outcome.refusal->GetPlace().elementPath, "/PMML/NaiveBayesModel[2]");
