@@ -1,6 +1,7 @@
 // Models whose text is much longer than themselves would need it, or is made of names that are.
 
 #include "hostile/HostileTest.h"
+#include "support/documents/Elements.h"
 
 namespace nbscore::test {
 namespace {
@@ -17,13 +18,10 @@ protected:
 
 /// The model of fruits, whose first input has values that nobody declared: red and these.
 std::string WithColours(const std::vector<std::string>& colours) {
-    std::string counts;
-    for (const std::string& colour : colours)
-        counts += "<PairCounts value=\"" + colour +
-                  "\"><TargetValueCounts><TargetValueCount value=\"apple\" count=\"1\"/><TargetValueCount "
-                  "value=\"pear\" count=\"2\"/></TargetValueCounts></PairCounts>\n";
-    const std::string learning =
-        Replace(Replace(fruitDocument, "<Value value=\"red\"/>", ""), "<Value value=\"green\"/>", "");
+    const std::string both = TargetValueCounts(TargetValueCount("apple", "1") + TargetValueCount("pear", "2"));
+    const std::string counts =
+        Each(colours, [&both](const std::string& colour) { return PairCounts(colour, both) + "\n"; });
+    const std::string learning = Replace(Replace(fruitDocument, ValueElement("red"), ""), ValueElement("green"), "");
     return Replace(learning, "<PairCounts value=\"green\">", counts + "<PairCounts value=\"green\">");
 }
 

@@ -29,6 +29,20 @@ protected:
         return RunCommand(LimitedCall(std::move(arguments)));
     }
 
+    /// Scores the cases with this document, in little memory and time.
+    CommandResult Score(const std::string& document) const {
+        folder.Write("model.pmml", document);
+        return RunLimited({"score", "model.pmml", "cases.csv", "--only-scores"});
+    }
+
+    /// The scores of the two fruits, whatever the table says beside them.
+    void ExpectScoresOfFruits(const CommandResult& result) const {
+        EXPECT_EQ(result.exitStatus, 0) << result.err.substr(0, 1000);
+        folder.Write("fruits.pmml", fruitDocument);
+        folder.Write("fruits.csv", fruitCases);
+        EXPECT_EQ(result.out, Run({"score", "fruits.pmml", "fruits.csv", "--only-scores"}).out);
+    }
+
     /// The verbs that refuse a document alike, over a document of this name.
     static std::vector<std::vector<std::string>> WaysToRead(const std::string& document) {
         return {{"score", document, "cases.csv"}, {"verify", document}, {"display", document}};

@@ -1,6 +1,7 @@
 // Tables that are longer than the memory, and threads that the system does not give.
 
 #include "hostile/HostileTest.h"
+#include "support/documents/ModelDocument.h"
 
 namespace nbscore::test {
 namespace {
@@ -51,33 +52,23 @@ TEST_F(LongTable, EndsInOrder_WhenTheSystemGivesFewerThreadsThanAskedFor) {
 
 using WideTable = HostileTest;
 
-/// A document with very many inputs, and a table for it.
-std::string MakeWideDocument(int inputs) {
-    const std::string counts =
-        R"(<TargetValueCounts><TargetValueCount value="no" count="3"/><TargetValueCount value="yes" count="4"/></TargetValueCounts>)";
-    std::string fields;
-    std::string schema;
-    std::string tables;
-    for (int i = 0; i < inputs; ++i) {
-        const std::string name = "\"t" + std::to_string(i) + "\"";
-        fields += "<DataField name=" + name + R"( optype="categorical" dataType="string"/>)";
-        schema += "<MiningField name=" + name + "/>";
-        tables +=
-            "<BayesInput fieldName=" + name + R"(><PairCounts value="a">)" + counts + "</PairCounts></BayesInput>";
-    }
-    return R"(<PMML version="4.4"><Header/><DataDictionary>)" + fields +
-           R"(<DataField name="y" optype="categorical" dataType="string"><Value value="no"/><Value value="yes"/></DataField>)"
-           R"(</DataDictionary><NaiveBayesModel functionName="classification" threshold="0.001"><MiningSchema>)" +
-           schema + R"(<MiningField name="y" usageType="predicted"/></MiningSchema><BayesInputs>)" + tables +
-           R"(</BayesInputs><BayesOutput fieldName="y">)" + counts + "</BayesOutput></NaiveBayesModel></PMML>";
+/// A document with very many inputs of one text each.
+ModelDocument MakeWideDocument(std::size_t inputs) {
+    ModelDocument document;
+    for (std::size_t i = 0; i < inputs; ++i)
+        document.inputs.push_back({"t" + std::to_string(i), FieldType::Texts, 1, [](std::size_t) { return "a"; }});
+    document.targetCategories = {"no", "yes"};
+    document.targetCountOf = [](std::size_t k) { return k + 3; };
+    document.countOf = [](std::size_t, std::size_t, std::size_t, std::size_t k) { return k + 3; };
+    return document;
 }
 
 TEST_F(WideTable, TakesLittleMemoryOnEachThread) {
-    constexpr int inputs = 8000;
-    folder.Write("wide.pmml", MakeWideDocument(inputs));
+    constexpr std::size_t inputs = 8000;
+    WriteDocument(MakeWideDocument(inputs), folder / "wide.pmml");
     std::string header = "t0";
     std::string row = "a";
-    for (int i = 1; i < inputs; ++i) {
+    for (std::size_t i = 1; i < inputs; ++i) {
         header += ",t" + std::to_string(i);
         row += i % 3 == 0 ? "," : ",a";
     }
