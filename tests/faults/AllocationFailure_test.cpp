@@ -141,16 +141,6 @@ TEST(DerivedValues, HaveTheirMemory_BeforeTheFirstCase) {
     EXPECT_EQ(CountLiveAllocations(), before);
 }
 
-std::vector<DocumentAndRows> AllDocuments() {
-    const std::filesystem::path examples = NBSCORE_EXAMPLES;
-    const std::filesystem::path documents = NBSCORE_FAULT_DOCUMENTS;
-    return {{"Titanic", examples / "titanic/titanic.pmml", examples / "titanic/people.csv"},
-            {"Iris", examples / "iris/iris.pmml", examples / "iris/flowers.csv"},
-            {"Offers", examples / "offers/offers.pmml", examples / "offers/customers.csv"},
-            {"DerivedFields", documents / "derived-fields.pmml", documents / "derived-fields.csv"},
-            {"NewerProducer", documents / "newer-producer.pmml", documents / "newer-producer.csv"}};
-}
-
 std::vector<Subject> AllSubjects() {
     const std::vector<std::pair<std::string, WorkMaker>> works = {{"Reading", MakeReading},
                                                                   {"Verifying", MakeVerifying},

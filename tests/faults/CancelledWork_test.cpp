@@ -12,41 +12,28 @@
 
 #include "document/SourceDocument.h"
 #include "faults/FailingAllocations.h"
+#include "faults/Work.h"
 #include "host/CheckReport.h"
 #include "host/DocumentCheck.h"
 #include "host/LoadedModel.h"
 #include "host/ModelVerifier.h"
-#include "table/OutputSink.h"
+#include "support/TextSink.h"
 #include "table/TableScorer.h"
 
 namespace nbscore::test {
 namespace {
 
-struct Subject {
-    std::string name;
-    std::filesystem::path document;
-    std::filesystem::path rows;
-};
-
-void PrintTo(const Subject& subject, std::ostream* out) {
-    *out << subject.name;
+void PrintTo(const DocumentAndRows& about, std::ostream* out) {
+    *out << about.name;
 }
-
-class TextSink : public OutputSink {
-public:
-    void Write(std::string_view bytes) override { text += bytes; }
-    void Commit() override {}
-
-    std::string text;
-};
 
 constexpr std::uint64_t never = std::numeric_limits<std::uint64_t>::max();
 
-class CancelledWork : public testing::TestWithParam<Subject> {
+class CancelledWork : public testing::TestWithParam<DocumentAndRows> {
 protected:
     /// Checks the document, then reads, adapts, verifies and scores with it, one case after another and on threads.
     std::string Do(const Limits& limits) const {
-        const Subject& subject = GetParam();
+        const DocumentAndRows& subject = GetParam();
         TextSink sink;
         sink.text = WriteCheckAsText(CheckDocument(plugin, subject.document, true, limits));
         SourceDocument source = SourceDocument::Read(subject.document.string(), limits);
@@ -92,16 +79,8 @@ TEST_P(CancelledWork, EndsAtOnceAndLeavesNothingBehind) {
     EXPECT_EQ(Do(CancellingAfter(never, asked)), expected);
 }
 
-const std::filesystem::path examples = NBSCORE_EXAMPLES;
-const std::filesystem::path documents = NBSCORE_FAULT_DOCUMENTS;
-
-INSTANTIATE_TEST_SUITE_P(
-    Documents, CancelledWork,
-    testing::Values(Subject{"Titanic", examples / "titanic/titanic.pmml", examples / "titanic/people.csv"},
-                    Subject{"Offers", examples / "offers/offers.pmml", examples / "offers/customers.csv"},
-                    Subject{"DerivedFields", documents / "derived-fields.pmml", documents / "derived-fields.csv"},
-                    Subject{"NewerProducer", documents / "newer-producer.pmml", documents / "newer-producer.csv"}),
-    [](const auto& instance) { return instance.param.name; });
+INSTANTIATE_TEST_SUITE_P(Documents, CancelledWork, testing::ValuesIn(AllDocuments()),
+                         [](const auto& instance) { return instance.param.name; });
 
 }  // namespace
 }  // namespace nbscore::test

@@ -14,10 +14,10 @@
 #include "host/ModelVerifier.h"
 #include "selflearning/SelfLearningResult.h"
 #include "selflearning/VectorValue.h"
+#include "support/TextSink.h"
 #include "support/WholeFile.h"
 #include "table/CaseBinder.h"
 #include "table/CsvReader.h"
-#include "table/OutputSink.h"
 #include "table/TableScorer.h"
 #include "translator/GiveMyTranslator.h"
 
@@ -28,14 +28,6 @@ namespace {
 class HonestStream : public std::ostringstream {
 public:
     HonestStream() { exceptions(std::ios::badbit); }
-};
-
-class TextSink : public OutputSink {
-public:
-    void Write(std::string_view bytes) override { text += bytes; }
-    void Commit() override {}
-
-    std::string text;
 };
 
 std::shared_ptr<PluginLibrary> GetPlugin() {
@@ -186,6 +178,16 @@ private:
 };
 
 }  // namespace
+
+std::vector<DocumentAndRows> AllDocuments() {
+    const std::filesystem::path examples = NBSCORE_EXAMPLES;
+    const std::filesystem::path documents = NBSCORE_FAULT_DOCUMENTS;
+    return {{"Titanic", examples / "titanic/titanic.pmml", examples / "titanic/people.csv"},
+            {"Iris", examples / "iris/iris.pmml", examples / "iris/flowers.csv"},
+            {"Offers", examples / "offers/offers.pmml", examples / "offers/customers.csv"},
+            {"DerivedFields", documents / "derived-fields.pmml", documents / "derived-fields.csv"},
+            {"NewerProducer", documents / "newer-producer.pmml", documents / "newer-producer.csv"}};
+}
 
 std::unique_ptr<Work> MakeReading(const DocumentAndRows& about) {
     return std::make_unique<Reading>(about);

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 /// @file
 /// What is done while memory runs out: each thing that a host does with a document, over one document and its rows.
@@ -27,6 +28,9 @@ struct DocumentAndRows {
     std::filesystem::path document;
     std::filesystem::path rows;
 };
+
+/// The documents that all of it is done with.
+std::vector<DocumentAndRows> AllDocuments();
 
 using WorkMaker = std::function<std::unique_ptr<Work>(const DocumentAndRows&)>;
 
