@@ -36,7 +36,7 @@ const std::shared_ptr<PluginLibrary>& Plugin() {
     return plugin;
 }
 
-/// Less than what the fuzzer calls a fault, by far: a short document may ask for all that is allowed.
+/// Far below what the fuzzer counts as a fault: even a short document can use all of it.
 Limits FuzzLimits() {
     Limits limits;
     limits.maxMemory = 300'000'000;
@@ -117,7 +117,7 @@ void SetValue(BaseCaseRecord& record, int position, const ScoreValue& value) {
     }
 }
 
-/// @param choice counts up; every field goes round its own list of values.
+/// @param choice counts up; each field cycles through its own list of values.
 void SetSomeValue(BaseCaseRecord& record, int position, const ScoreDictVar& field, std::size_t choice) {
     const ScoreValueLabelSet* const labels = field.GetValueLabelSet();
     const std::size_t declared = labels == nullptr ? 0 : std::min(labels->GetValueLabels().size(), mostDeclaredValues);

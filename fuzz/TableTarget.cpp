@@ -33,14 +33,14 @@ constexpr std::size_t modelOfOffers = 2;
 constexpr std::size_t numOffers = 4;
 
 /// How a table is scored, read from the line in front of it: a letter for each choice that differs from the usual, as
-/// the switch below lists them. What is no such letter is passed over.
+/// the switch below lists them. Other letters are ignored.
 struct TableChoices {
     explicit TableChoices(std::string_view line);
 
     /// Which of the examples.
     std::size_t model = 0;
     TableScorerOptions options;
-    /// How much of the table is there at once when it comes slowly.
+    /// How many bytes are ready at a time when the table comes slowly.
     std::size_t bytesAtATime = 1;
 
     /// How many rows a case has in a result that is a table.
@@ -51,7 +51,7 @@ private:
 };
 
 TableChoices::TableChoices(std::string_view line) {
-    // A character behind a d is the delimiter itself.
+    // The character after a d is the delimiter.
     for (std::size_t at = 0; at < line.size(); ++at) {
         if (line[at] == 'd' && at + 1 < line.size()) {
             options.delimiter = options.output.delimiter = ReadDelimiter(line.substr(++at, 1)).value_or(',');

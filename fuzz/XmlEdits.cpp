@@ -49,14 +49,14 @@ public:
         return bytes;
     }
 
-    /// Another text for a value that the document has.
+    /// Another text for a value in the document.
     std::string OtherText(const std::string& old) {
         const AttributeSpan* const other = AnyAttribute();
         if (other == nullptr || OneIn(4, random)) return std::string(OneOf(oddTexts, random));
         return OneIn(4, random) ? Mutated(old) : TextOf(other->value);
     }
 
-    /// Inside an element, in front of all that is in it, or behind it.
+    /// At the start of an element's content, or after the element.
     std::size_t AnyPlaceForElement() {
         const ElementSpan& element = AnyElement();
         return OneIn(2, random) && element.content.Size() > 0 ? element.content.begin : element.whole.end;
@@ -97,7 +97,7 @@ void ReplaceElement(Draft& draft) {
     draft.Replace(draft.AnyElement().whole, copy);
 }
 
-/// What is in an element stands where the element was.
+/// Replaces an element by its content.
 void UnwrapElement(Draft& draft) {
     const ElementSpan& element = draft.AnyElement();
     draft.Replace(element.whole, draft.TextOf(element.content));
@@ -131,7 +131,7 @@ void ChangeAttribute(Draft& draft) {
     draft.Replace(attribute->value, value);
 }
 
-/// Gives an element an attribute that another has.
+/// Gives an element an attribute of another one.
 void CopyAttribute(Draft& draft) {
     const AttributeSpan* const attribute = draft.AnyAttribute();
     if (attribute == nullptr) return;

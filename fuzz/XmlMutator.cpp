@@ -1,5 +1,5 @@
 // How the fuzzer changes documents: mostly element by element and value by value, so that they stay documents and
-// faults deep inside are reached; sometimes byte by byte, for what is no document.
+// reach faults deep inside; sometimes byte by byte, for texts that are no documents.
 
 #include <algorithm>
 #include <cstdint>
@@ -31,7 +31,7 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
                                                unsigned int seed) {
     Randomness random(seed);
     std::string text(TextOf(data, size));
-    // Mostly a single edit: of documents that were changed in several places few are read to their ends.
+    // Mostly a single edit: few documents with several changes are read to the end.
     do {
         if (OneIn(16, random) || !nbscore::fuzz::EditXml(text, random)) {
             size = CopyOut(text, data, maxSize);

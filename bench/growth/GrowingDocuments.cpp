@@ -22,7 +22,7 @@ std::string Input(const std::string& field) {
     return BayesInput(field, PairCounts("red", NoYesCounts(3, 2))) + "\n";
 }
 
-/// Of a field that holds numbers.
+/// An input of a field that holds numbers.
 std::string BinnedInput(const std::string& field) {
     const std::string bins = DiscretizeBin("0", "openClosed", {}, "5") + DiscretizeBin("1", "openClosed", "5", {});
     return BayesInput(field, BinsOfInput("bin", field, bins) + PairCounts("0", NoYesCounts(1, 4)) +
@@ -59,8 +59,8 @@ std::string Model(const std::string& attributes, const std::string& content) {
                       content);
 }
 
-/// A small document, and what stands in its parts beside what it needs: a text `colour`, a number `weight`, the target
-/// `y`. What the number's input reads is `derived` if that is there, so that it is computed for each case.
+/// A small document with a text `colour`, a number `weight` and the target `y`, and what its parts hold in addition. The
+/// number's input reads `derivedInput` if there is one, so that it is computed for each case.
 struct Document {
     std::string header;
     std::string valuesOfColour;
@@ -107,7 +107,7 @@ struct Document {
     }
 };
 
-/// @param fill puts so much of the thing into a small document.
+/// @param fill puts this many of the parts into a small document.
 GrowingDocument Grow(const std::string& name, std::size_t most,
                      std::function<void(std::size_t number, Document& document)> fill) {
     return {name, most, [fill = std::move(fill)](std::size_t number, const Path& file, const Path& table) {
@@ -118,7 +118,7 @@ GrowingDocument Grow(const std::string& name, std::size_t most,
             }};
 }
 
-/// Of the documents that are measured when they are loaded.
+/// A document of a shape, as those whose loading is measured.
 GrowingDocument GrowShape(const std::string& name, std::size_t most,
                           std::function<DocumentShape(std::size_t)> shapeOf) {
     return {name, most, [shapeOf = std::move(shapeOf)](std::size_t number, const Path& file, const Path& table) {
@@ -138,7 +138,7 @@ std::size_t RootOf(std::size_t number) {
     return static_cast<std::size_t>(std::sqrt(static_cast<double>(number)));
 }
 
-/// The output elements of results o0, o1 and so on, each followed by what comes behind it.
+/// An Output element with results o0, o1 and so on, each on a line of its own.
 std::string Outputs(std::size_t number, const std::function<std::string(const std::string& name)>& make) {
     return XmlElement("Output", "", Each(number, [&make](const std::string& i) { return make("o" + i) + "\n"; }));
 }
@@ -198,7 +198,7 @@ void AddFields(std::vector<GrowingDocument>& all) {
     }));
     for (const std::string property : {"valid", "missing", "invalid"}) {
         const auto value = [property](const std::string& i) { return ValueElement(i, property) + "\n"; };
-        // So that derived fields have to know what is valid.
+        // A derived field, so that it must be known what is valid.
         const auto isRead = [](Document& document) {
             document.derived = Derived(
                 "d", Apply("if", Apply("isMissing", FieldRef("colour")) + FieldRef("weight") + FieldRef("weight")));
@@ -278,7 +278,7 @@ void AddDerivedFields(std::vector<GrowingDocument>& all) {
     }));
 }
 
-/// An expression of its own kind with many parts, which an input reads.
+/// An expression with many parts, which an input reads.
 GrowingDocument GrowExpression(const std::string& name, std::size_t most,
                                std::function<std::string(std::size_t)> expressionOf) {
     return Grow(name, most, [expressionOf = std::move(expressionOf)](std::size_t n, Document& document) {

@@ -1,8 +1,6 @@
 /// What loading a document costs beside the XML library's own parse of it: time, the translator's share of it, memory;
 /// and how these grow with the document. Every load runs in a process of its own.
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -16,6 +14,7 @@
 #include "Loads.h"
 #include "common/ProcessRun.h"
 #include "common/Spread.h"
+#include "support/TemporaryFolder.h"
 #include "support/documents/ModelDocument.h"
 
 namespace nbscore::bench {
@@ -30,16 +29,16 @@ struct ChildRun {
     double peakMegabytes = 0;
 };
 
-/// Runs this program again, so that what one load leaves behind does not help or hinder the next.
+/// Runs this program again, so that what one load leaves behind does not affect the next.
 /// @param arguments for the child, which prints the two times. Throws std::runtime_error when it fails.
 ChildRun RunChild(const std::vector<std::string>& arguments) {
     std::vector<std::string> words = {GetOwnProgram()};
     words.insert(words.end(), arguments.begin(), arguments.end());
     const ProcessRun process = RunProcess(words);
-    std::istringstream told(process.output);
+    std::istringstream times(process.output);
     ChildRun run;
-    told >> run.seconds >> run.translatorSeconds;
-    if (told.fail()) throw std::runtime_error("the load \"" + arguments.front() + "\" told no times");
+    times >> run.seconds >> run.translatorSeconds;
+    if (times.fail()) throw std::runtime_error("the load \"" + arguments.front() + "\" printed no times");
     run.peakMegabytes = process.peakMegabytes;
     return run;
 }
@@ -49,19 +48,11 @@ void PrintRatio(const char* what, const std::vector<double>& ratios) {
     std::printf("  %-44s %5.2f  (%.2f to %.2f)\n", what, spread.median, spread.least, spread.greatest);
 }
 
-/// A document that is there as long as this lives.
+/// A document of a shape, in a file.
 class DocumentOnDisk {
 public:
     explicit DocumentOnDisk(const test::DocumentShape& documentShape)
-        : shape(documentShape),
-          file(std::filesystem::temp_directory_path() / ("load_benchmark_" + std::to_string(getpid()) + ".pmml")),
-          elements(WriteDocument(documentShape, file)) {}
-    ~DocumentOnDisk() {
-        std::error_code ignored;
-        std::filesystem::remove(file, ignored);
-    }
-    DocumentOnDisk(const DocumentOnDisk&) = delete;
-    DocumentOnDisk& operator=(const DocumentOnDisk&) = delete;
+        : shape(documentShape), file(folder / "model.pmml"), elements(WriteDocument(documentShape, file)) {}
 
     ChildRun Bare() const { return RunChild({"bare", file.string()}); }
     ChildRun Model() const {
@@ -73,11 +64,12 @@ public:
 
 private:
     test::DocumentShape shape;
+    test::TemporaryFolder folder;
     std::filesystem::path file;
     std::size_t elements;
 };
 
-/// Each model load between two bare parses, so that a machine that changes its pace changes it for both.
+/// Each load of the model is between two bare parses, so that a machine that gets slower slows down both.
 void CompareWithBareParse(const char* name, const test::DocumentShape& shape, int rounds) {
     const DocumentOnDisk document(shape);
     std::printf("%s: %.0f MB, %zu elements, %d rounds; load of the model : bare parse\n", name, document.Megabytes(),

@@ -5,8 +5,8 @@
 #include <mutex>
 
 /// @file
-/// The groups of measurements, by what stands in front of a slash in their names, and how what they measure is made.
-/// Items are cases.
+/// The groups of measurements, named by what stands before the slash in their names, and how their data is made. Items
+/// are cases.
 
 namespace nbscore::bench {
 
@@ -22,7 +22,7 @@ void RegisterGrowth();
 /// machine: what the processor can do at the most.
 void RegisterMachineLimits();
 
-/// Something large that is made when it is first asked for, by whichever thread. Copies share it.
+/// Something large that is made when a thread first asks for it. Copies share it.
 template <typename Made>
 class Lazy {
 public:

@@ -52,7 +52,7 @@ private:
     std::vector<Column> columns;
 };
 
-/// Room for all that scoring says of so many cases.
+/// Room for all answers for this many cases.
 struct Answers {
     std::vector<std::int32_t> predicted;
     std::vector<double> confidence;

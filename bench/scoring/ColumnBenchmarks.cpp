@@ -19,7 +19,7 @@ test::DocumentShape ShapeOf(test::FieldType type) {
     return {0, 10, numCategories, 2, type};
 }
 
-/// Columns of a kind, and all that they borrow.
+/// Columns of one kind, and the data that they refer to.
 class ColumnTable {
 public:
     explicit ColumnTable(test::FieldType type)

@@ -40,7 +40,7 @@ void Register(const std::string& name, const test::DocumentShape& shape) {
             benchmark::DoNotOptimize(&result.Score(made.model.Get(), *made.records[next]));
             next = (next + 1) % numRecords;
         }
-        // The harness itself asks for no memory between the first round and the last.
+        // The harness itself allocates nothing between the first round and the last.
         state.counters["allocations"] =
             benchmark::Counter(static_cast<double>(CountAllocations() - before), benchmark::Counter::kAvgIterations);
         state.SetItemsProcessed(state.iterations());

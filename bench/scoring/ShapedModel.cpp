@@ -1,40 +1,18 @@
 #include "scoring/ShapedModel.h"
 
-#include <unistd.h>
-
 #include <filesystem>
 #include <string>
 #include <vector>
 
 #include "host/PluginLibrary.h"
+#include "support/TemporaryFolder.h"
 
 namespace nbscore::bench {
-namespace {
-
-/// Removes a file when it goes.
-class FileOnDisk {
-public:
-    explicit FileOnDisk(std::filesystem::path filePath) : path(std::move(filePath)) {}
-    ~FileOnDisk() {
-        std::error_code ignored;
-        std::filesystem::remove(path, ignored);
-    }
-    FileOnDisk(const FileOnDisk&) = delete;
-    FileOnDisk& operator=(const FileOnDisk&) = delete;
-
-    const std::filesystem::path& Get() const { return path; }
-
-private:
-    std::filesystem::path path;
-};
-
-}  // namespace
-
 LoadedModel ReadShapedModel(const test::DocumentShape& shape) {
-    const FileOnDisk document(std::filesystem::temp_directory_path() /
-                              ("scoring_benchmark_" + std::to_string(getpid()) + ".pmml"));
-    WriteDocument(shape, document.Get());
-    LoadedModel model = LoadedModel::Read(PluginLibrary::Load(NBSCORE_PLUGIN_FILE), document.Get());
+    const test::TemporaryFolder folder;
+    const std::filesystem::path document = folder / "model.pmml";
+    WriteDocument(shape, document);
+    LoadedModel model = LoadedModel::Read(PluginLibrary::Load(NBSCORE_PLUGIN_FILE), document);
     model.RequireScorable();
     return model;
 }

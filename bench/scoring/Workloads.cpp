@@ -14,7 +14,7 @@
 namespace nbscore::bench {
 namespace {
 
-/// Of every so manieth case all is compared with what the model itself says of it.
+/// Every so many-th case is compared completely with the result of the model itself.
 constexpr std::size_t sampleStep = 997;
 
 void Demand(bool condition, const std::string& what) {
@@ -44,7 +44,7 @@ AlignedNumbers Align(const std::vector<double>& numbers) {
     return aligned;
 }
 
-/// Ones fill up what there is no target category for.
+/// Appends some numbers, and ones up to the stride.
 void AppendFilledUp(std::vector<double>& numbers, const std::vector<double>& some, std::size_t categories) {
     for (std::size_t k = 0; k < TightTables::StrideOf(categories); ++k)
         numbers.push_back(k < categories ? some[k] : 1.0);
@@ -97,7 +97,7 @@ void FillRecord(BaseCaseRecord& record, const test::DocumentShape& shape, const 
         SetCategory(record, shape, input, static_cast<std::size_t>(codes[input][position]));
 }
 
-/// @param check called with the number of each case of a sample, and what `GetScore` says of it.
+/// @param check called with the number of each case of a sample, and its result by `GetScore`.
 template <typename Cases, typename Check>
 void AskOneByOne(ScoreModel& model, const test::DocumentShape& shape, const Cases& cases, const Check& check) {
     BaseCaseRecord record = MakeRecord(shape);

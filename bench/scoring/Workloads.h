@@ -12,8 +12,8 @@
 
 namespace nbscore::bench {
 
-/// Cases of one shape, to be scored in a batch and by the tight loop for that shape. Only a workload whose answers are
-/// the same bits, of some cases one by one too, comes into being: the constructors throw std::runtime_error otherwise.
+/// Cases of one shape, to be scored in a batch and by the tight loop for that shape. The constructors
+/// throw std::runtime_error unless both give the same bits, and `GetScore` the same for a sample of the cases.
 class ClassifierWorkload {
 public:
     using TightLoop = void (*)(const TightTables& tables, const CodeColumns& codes, std::size_t cases,

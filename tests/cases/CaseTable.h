@@ -17,7 +17,7 @@ std::vector<std::string> NamesOf(const std::vector<RandomInput>& columns);
 /// Sets the cell of each column at the position of the same number.
 void FillRecord(BaseCaseRecord& record, const std::vector<RandomInput>& columns, const std::vector<std::string>& cells);
 
-/// Rows of comma-separated cells under a header. Each row ends with a cell of no meaning, so that none is blank.
+/// Rows of comma-separated cells under a header. Each row ends with a meaningless cell, so that none is blank.
 std::string CsvTableText(const std::vector<std::string>& header, const std::vector<std::vector<std::string>>& rows);
 
 /// The table of these cases.
@@ -29,7 +29,7 @@ std::string CsvTableText(const std::vector<RandomInput>& columns, const std::vec
     return CsvTableText(NamesOf(columns), rows);
 }
 
-/// A number's bits. All NaNs count as one: which of them arithmetic gives is the processor's affair.
+/// A number's bits. All NaNs count as one, because processors give different ones.
 std::uint64_t BitsOf(double number);
 
 }  // namespace nbscore::test

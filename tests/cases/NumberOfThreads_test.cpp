@@ -1,4 +1,4 @@
-// The number of threads changes nothing that a user sees: what is written, what is said, and the exit status.
+// The number of threads changes nothing that a user sees: neither output nor messages nor exit status.
 
 #include <gtest/gtest.h>
 
@@ -17,12 +17,12 @@
 namespace nbscore::test {
 namespace {
 
-/// Long enough to be read in several blocks, whose borders lie anywhere.
+/// Long enough to be read in several blocks, with borders anywhere.
 constexpr std::size_t bytesOfSeveralBlocks = 1'200'000;
 constexpr int numRandomDocuments = 8;
 constexpr int casesPerDocument = 300;
 
-/// The table with its rows again and again.
+/// The table with its rows repeated.
 std::string RepeatRows(std::string table) {
     if (!table.ends_with('\n')) table += '\n';
     std::size_t headerEnd = 0;
@@ -74,7 +74,7 @@ TEST_P(CasesOnThreads, GiveTheSame_OnAnyNumberOfThreads) {
     const std::string rows = ReadWholeFile(caseFile.rows);
     const int exitStatus = caseFile.expectedRefusal ? caseFile.expectedRefusal->exitStatus : 0;
     Scoring(caseFile.document, rows).ExpectTheSameOnAnyNumberOfThreads(exitStatus);
-    // Of refused documents nothing is read, and what is wrong with rows is wrong where they stand first.
+    // For a refused document no table is read, and a faulty row is refused at its first occurrence.
     if (exitStatus == 0) Scoring(caseFile.document, RepeatRows(rows)).ExpectTheSameOnAnyNumberOfThreads(0);
 }
 

@@ -1,5 +1,5 @@
 // Random documents whose inputs are derived fields, read by the plug-in and scored case by case and by the command:
-// every answer must be what the brute-force evaluator and scorer make of the same numbers, to the last bit.
+// every answer must be that of the brute-force evaluator and scorer, to the last bit.
 
 #include <gtest/gtest.h>
 
@@ -27,7 +27,7 @@ constexpr int casesPerDocument = 12;
 constexpr int documentsThroughCommand = 30;
 constexpr int casesThroughCommand = 40;
 
-/// What has come up.
+/// What the random documents contained.
 struct Seen {
     std::map<int, int> kinds;
     std::map<std::string, int> functions;
@@ -94,7 +94,7 @@ std::string TextOrMissing(const ScoreValue* value) {
     return value == nullptr ? "missing" : "[" + value->GetString() + "]";
 }
 
-/// Asks for each value, whether an input reads it or not.
+/// Compares every derived value, even if no input reads it.
 void ExpectSameValues(const ScoreCaseRecord& computed, const RandomDerivedDocument& made,
                       const RandomDerivedCase& drawn) {
     for (const RandomDerivedField& field : made.derived.fields) {
@@ -126,7 +126,7 @@ void ExpectCasesScored(ScoreModel& model, const RandomDerivedDocument& made, Ran
     delete scored;
 }
 
-/// What was meant to come up did: else the test would say less than it seems to.
+/// Everything that the test claims to cover did occur.
 void ExpectAllCameUp(const Seen& seen) {
     EXPECT_EQ(seen.kinds.size(), 7u);
     for (const auto& [kind, count] : seen.kinds)
@@ -167,7 +167,7 @@ void ExpectAllCameUp(const Seen& seen) {
                                  "stringLength"}) {
         EXPECT_GT(seen.functions.contains(function) ? seen.functions.at(function) : 0, documentCount / 30) << function;
     }
-    // Four treatments and no word of one, as of outliers; four closures; one key and two.
+    // Four treatments and four kinds of outliers, none given included; four closures; one key and two.
     EXPECT_EQ(seen.details.size(), 4u + 4u + 4u + 2u);
     EXPECT_LT(seen.missingValues, seen.values / 2);
     EXPECT_GT(seen.missingValues, seen.values / 20);
@@ -183,7 +183,7 @@ std::string ReplaceAll(std::string text, const std::string& that, const std::str
     return text;
 }
 
-/// Takes everything between two marks, with them, out of a text.
+/// Removes from a text what two marks enclose, and the marks.
 std::string TakeOut(std::string& text, const std::string& begin, const std::string& end) {
     const std::size_t from = text.find(begin);
     if (from == std::string::npos) return {};
@@ -240,8 +240,7 @@ TEST(RandomDerivedFields, ScoreLikeTheBruteForceScorer_ThroughTheCommand) {
         const CommandResult result = ScoreThroughCommand(folder, made.document.text, table);
         ASSERT_EQ(result.exitStatus, 0) << result.err;
         ExpectScoreTable(result.out, made.document, cases);
-        // Adapting takes blanks off values that no expression reads, in the document and not in the table: without
-        // them.
+        // Adapting removes blanks around values that no expression reads, but only in the document: none here.
         const std::string unpadded = ReplaceAll(made.document.text, " pad ", "(pad)");
         const std::string unpaddedTable = ReplaceAll(table, " pad ", "(pad)");
         const std::string expected = ScoreThroughCommand(folder, unpadded, unpaddedTable).out;

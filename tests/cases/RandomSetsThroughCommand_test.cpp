@@ -1,5 +1,5 @@
 // Random sets of sub-models, read and scored by the command: every cell must be the brute-force scorer's number, and
-// every column be labelled as users are told.
+// every column must have the documented label.
 
 #include <gtest/gtest.h>
 
@@ -20,8 +20,8 @@ namespace {
 constexpr int setsThroughCommand = 40;
 constexpr int casesThroughCommand = 60;
 
-/// A name that is empty or not the only one of its kind gets the sub-model's index; so does one that then equals a
-/// label made so, until nothing changes any more.
+/// A name that is empty or not unique gets the sub-model's index; so does one that then equals a label made this way,
+/// until nothing changes any more.
 std::vector<std::string> ExpectedHeader(const RandomSet& set) {
     std::vector<std::string> labels(set.subModels.size());
     std::vector<bool> numbered(labels.size(), false);
@@ -73,7 +73,7 @@ void ExpectTable(const std::string& table, const RandomSet& set, const std::vect
     ASSERT_FALSE(reader.ReadRow(cells));
 }
 
-/// Without sub-models there is no column, and nothing to compare.
+/// Without sub-models there is no column to compare.
 RandomSet MakeRandomSetWithSubModels(Randomness& random) {
     while (true) {
         RandomSet set = MakeRandomSet(random);

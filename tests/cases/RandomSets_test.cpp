@@ -22,7 +22,7 @@ namespace {
 constexpr int setCount = 3000;
 constexpr int casesPerSet = 12;
 
-/// The same record, to be read by name alone.
+/// The same record, read only by name.
 class RecordWithoutPositions : public ScoreCaseRecord {
 public:
     explicit RecordWithoutPositions(const ScoreCaseRecord& source) : record(source) {}
@@ -39,10 +39,10 @@ private:
     const ScoreCaseRecord& record;
 };
 
-/// How the model gets at a case's values.
+/// How the model reads a case's values.
 enum class Access { ByPosition, ByName, ByPositionWithDerived };
 
-/// Which unusual answers have come up.
+/// Which unusual answers occurred.
 struct Seen {
     int noSubModels = 0;
     int noNumber = 0;
@@ -65,7 +65,7 @@ struct Seen {
     }
 };
 
-/// Columns of a record that has its derived fields' values too.
+/// The columns of a record, with those of derived fields where the record has them.
 std::vector<RandomInput> RecordColumns(const RandomSet& set, Access access) {
     std::vector<RandomInput> columns = set.columns;
     if (access != Access::ByPositionWithDerived) return columns;
@@ -111,7 +111,7 @@ std::vector<double> ExpectedScores(const RandomSet& set, const RandomSetCase& ra
     return ScoreSetByBruteForce(numbers, randomCase.codes);
 }
 
-/// Each sub-model asked alone says the same, the last one first.
+/// Each sub-model scored alone gives the same score, the last one first.
 void ExpectSameBitsAlone(ScoreModel& model, const ScoreCaseRecord& record, bool derivedInRecord,
                          const std::vector<double>& expected) {
     auto* const subModels = dynamic_cast<SubModelScoring*>(&model);
@@ -122,8 +122,8 @@ void ExpectSameBitsAlone(ScoreModel& model, const ScoreCaseRecord& record, bool 
     }
 }
 
-/// Scores cases one after the other, handing back the result of the case before, which is replaced every time: a remark
-/// on it does not come back.
+/// Scores cases one after the other and passes the result of the case before, which is replaced each time: advice added
+/// to it does not come back.
 void ExpectCasesScored(ScoreModel& model, const RandomSet& set, Access access, Randomness& random, Seen& seen) {
     const std::vector<RandomInput> columns = RecordColumns(set, access);
     BaseCaseRecord record(NamesOf(columns));
@@ -160,7 +160,7 @@ TEST(RandomSets, ScoreLikeTheBruteForceScorer_CaseByCase) {
         if (!HasFatalFailure()) ExpectCasesScored(*model, set, access, random, seen);
         if (HasFatalFailure()) return;
     }
-    // What was meant to come up did: else this test would say less than it seems to.
+    // Everything that the test claims to cover did occur.
     EXPECT_GT(seen.noSubModels, setCount / 20);
     EXPECT_GT(seen.derivedInputs, setCount / 2);
     EXPECT_GT(seen.noNumber, setCount / 10);

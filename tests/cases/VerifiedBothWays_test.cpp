@@ -1,4 +1,4 @@
-// Test cases of sub-models are verified alike, whether a set scores the one that a case is for or only all of them.
+// Test cases of sub-models are verified with the same result whether a set can score one sub-model or only all of them.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@
 namespace nbscore::test {
 namespace {
 
-/// Another model without the faces that it may have beside ScoreModel.
+/// Another model, reduced to the interface ScoreModel.
 class PlainModel : public ScoreModel {
 public:
     /// @param hidden borrowed.
@@ -52,7 +52,7 @@ private:
     ScoreModel& model;
 };
 
-/// What verifying tells, difference by difference: "SUBMODEL ROW FIELD EXPECTED ACTUAL BITS".
+/// The differences that verifying finds, each as "SUBMODEL ROW FIELD EXPECTED ACTUAL BITS", and the totals.
 std::vector<std::string> Verify(ScoreModel& model, const std::vector<VerificationSuite>& suites) {
     std::vector<std::string> told;
     const auto onDifference = [&told](const CellDifference& difference) {
@@ -67,7 +67,7 @@ std::vector<std::string> Verify(ScoreModel& model, const std::vector<Verificatio
     return told;
 }
 
-/// Two models of one document, because a model keeps what its first case tells it.
+/// Takes two models of one document, because a model keeps the positions of its first record.
 void ExpectSameBothWays(const LoadedModel& ableToScoreOne, const LoadedModel& other,
                         const std::vector<VerificationSuite>& suites, std::size_t& differences) {
     PlainModel plain(other.Get());
@@ -76,7 +76,7 @@ void ExpectSameBothWays(const LoadedModel& ableToScoreOne, const LoadedModel& ot
     differences += told.size() - 1;
 }
 
-/// Nothing for a document that is no XML.
+/// Nothing for a document that is not XML.
 std::optional<SourceDocument> ReadAdapted(const std::filesystem::path& path) {
     try {
         SourceDocument document = SourceDocument::Read(path.string());
@@ -121,7 +121,7 @@ VerificationField Named(const std::string& name) {
     return field;
 }
 
-/// A test case for each sub-model, which expects a score that hardly any has.
+/// Test cases for each sub-model, which expect a score that hardly any has.
 std::vector<VerificationSuite> MakeSuites(const RandomSet& set, const std::string& scoredValue, Randomness& random) {
     std::vector<VerificationSuite> suites(set.subModels.size());
     for (std::size_t m = 0; m < suites.size(); ++m) {

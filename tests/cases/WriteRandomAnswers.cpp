@@ -1,5 +1,5 @@
-// Writes what random documents display and how they score random cases, every number by its bits: what two builds write
-// is to be the same. Arguments: the plug-in, and the file to write.
+// Writes the text dumps of random documents and their scores of random cases, numbers as their bits: two builds must
+// write the same. Arguments: the plug-in, and the file to write.
 
 #include <cmath>
 #include <fstream>
@@ -37,7 +37,7 @@ void WriteScores(std::ostream& out, const ScoreResult& result) {
     out << '\n';
 }
 
-/// @param drawCells the cells of a new case.
+/// @param drawCells returns the cells of a new case.
 void WriteAnswers(std::ostream& out, const PluginLibrary& plugin, const std::string& text,
                   const std::vector<RandomInput>& columns, const std::function<std::vector<std::string>()>& drawCells) {
     std::istringstream source(text);

@@ -1,4 +1,4 @@
-// Work that its caller ends, at every single question whether it is still wanted.
+// Work that its caller cancels, once at each of the moments at which it asks whether it is cancelled.
 
 #include <gtest/gtest.h>
 
@@ -22,10 +22,6 @@
 
 namespace nbscore::test {
 namespace {
-
-void PrintTo(const DocumentAndRows& about, std::ostream* out) {
-    *out << about.name;
-}
 
 constexpr std::uint64_t never = std::numeric_limits<std::uint64_t>::max();
 
@@ -51,7 +47,7 @@ protected:
         return sink.text;
     }
 
-    /// The first so many questions are answered with no.
+    /// Limits that cancel the work after this many questions.
     static Limits CancellingAfter(std::uint64_t questions, std::atomic<std::uint64_t>& asked) {
         Limits limits;
         limits.isCancelled = [questions, &asked] { return ++asked > questions; };
@@ -67,7 +63,7 @@ TEST_P(CancelledWork, EndsAtOnceAndLeavesNothingBehind) {
     EXPECT_GT(questions, 10U);
     RecordProperty("questions", std::to_string(questions));
     std::atomic<std::uint64_t> asked = 0;
-    // What is made once in a program's life is there then.
+    // After this, whatever is made once in a program's life exists.
     EXPECT_THROW(Do(CancellingAfter(0, asked)), CancelledError);
     for (std::uint64_t answered = 0; answered < questions && !HasFailure(); ++answered) {
         const std::int64_t before = CountLiveAllocations();

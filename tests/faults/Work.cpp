@@ -24,7 +24,7 @@
 namespace nbscore::test {
 namespace {
 
-/// A stream swallows what goes wrong while it grows, unless it is told not to.
+/// A stream hides an exception thrown while it grows, unless it is told not to.
 class HonestStream : public std::ostringstream {
 public:
     HonestStream() { exceptions(std::ios::badbit); }
@@ -120,7 +120,7 @@ public:
         reader.ReadRow(cells);
         const std::vector<std::string> header(cells.begin(), cells.end());
         while (reader.ReadRow(cells)) {
-            // A binder has one record: each record that is to stay needs a binder of its own.
+            // A binder has one record, so each record that is kept needs its own binder.
             binders.push_back(std::make_unique<CaseBinder>(*model, header, "rows", CaseBinderOptions{}));
             records.push_back(&binders.back()->Bind(cells, 0));
         }

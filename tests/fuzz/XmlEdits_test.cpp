@@ -10,7 +10,7 @@
 namespace nbscore::fuzz {
 namespace {
 
-/// Every opening tag has its closing tag, of the same name, where it belongs.
+/// Every start tag has an end tag of the same name in the right place.
 bool IsBalanced(std::string_view text) {
     for (const ElementSpan& element : OutlineOf(text)) {
         const std::string name(element.name.In(text));
@@ -80,7 +80,7 @@ TEST(XmlEdits, MakeAllKindsOfChanges) {
         EXPECT_TRUE(seen.contains(expected)) << expected;
 }
 
-TEST(XmlSplices, PutAnElementOfTheOtherTextIn) {
+TEST(XmlSplices, InsertAnElementOfTheOtherText) {
     const std::string text = "<a><b>x</b></a>";
     std::set<std::string> seen;
     for (unsigned int number = 0; number < 1000; ++number) {

@@ -1,4 +1,4 @@
-// What the fuzzer calls to change a document, or to make one of two.
+// What the fuzzer calls to change a document, or to combine two.
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ const std::uint8_t* BytesOf(const std::string& text) {
     return reinterpret_cast<const std::uint8_t*>(text.data());
 }
 
-/// In a buffer of just this size, whose end a sanitizer watches.
+/// In a buffer of exactly this size, so that a sanitizer finds writes behind its end.
 std::string Mutated(const std::string& text, std::size_t maxSize, unsigned int seed) {
     std::vector<std::uint8_t> bytes(BytesOf(text), BytesOf(text) + text.size());
     bytes.resize(maxSize);
@@ -28,7 +28,7 @@ std::string Mutated(const std::string& text, std::size_t maxSize, unsigned int s
     return {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(size)};
 }
 
-TEST(XmlMutator, ChangesMostTexts_AndEachAlikeForTheSameSeed) {
+TEST(XmlMutator, ChangesMostTexts_AndTheSameWayForTheSameSeed) {
     const std::string text = "<a><b p='1'>x</b><c q='2'/></a>";
     int changed = 0;
     for (unsigned int seed = 0; seed < 500; ++seed) {
@@ -44,7 +44,7 @@ TEST(XmlMutator, ChangesBytes_WhereThereIsNoElement) {
     EXPECT_TRUE(Mutated("", 100, 1).starts_with("M"));
 }
 
-TEST(XmlMutator, KeepsToTheRoomThatThereIs) {
+TEST(XmlMutator, StaysWithinTheGivenSize) {
     const std::string text = "<a><b p='1'>x</b><c q='2'/></a>";
     for (const std::size_t room : {text.size(), text.size() + 1, text.size() + 20}) {
         for (unsigned int seed = 0; seed < 2000; ++seed)
@@ -52,7 +52,7 @@ TEST(XmlMutator, KeepsToTheRoomThatThereIs) {
     }
 }
 
-TEST(XmlCrossOver, MakesOneOfTwo_InTheRoomThatThereIs) {
+TEST(XmlCrossOver, CombinesTwoTexts_WithinTheGivenSize) {
     const std::string first = "<a><b/></a>";
     const std::string second = "<c/>";
     for (const std::size_t room : {std::size_t{0}, std::size_t{5}, std::size_t{100}}) {

@@ -95,7 +95,7 @@ bool MayDescribeFunctions(const std::string& file) {
 }
 
 /// A document that says much of what is read in vain.
-constexpr const char* remarkedDocument = "fuzz/seeds/documents/everything-said-in-vain.pmml";
+constexpr const char* remarkedDocument = "fuzz/seeds/documents/everything-that-is-ignored.pmml";
 
 const std::set<std::string> otherTexts = {
     // What adapting did.

@@ -1,4 +1,4 @@
-// Derived fields and functions that would take much more time, memory or stack than they look.
+// Derived fields and functions that could take far more time, memory or stack than their size suggests.
 
 #include "cli/FruitFields.h"
 #include "hostile/HostileTest.h"
@@ -57,13 +57,13 @@ TEST_F(HostileFields, AreScored_WhenAHundredThousandReadOneAnotherInBranches) {
     ExpectScoresOfFruits(Score(WithInput(Transforming(Chain(manyFields, branch)), Name(manyFields - 1))));
 }
 
-TEST_F(HostileFields, AreScoredAsNumbersGo_WhenEachIsTwiceTheOneBefore) {
+TEST_F(HostileFields, AreScored_WhenEachIsTwiceTheOneBefore) {
     const CommandResult result = Score(WithInput(Transforming(Chain(10'000, Apply("+", "@@"))), Name(9'999)));
     EXPECT_EQ(result.exitStatus, 0) << result.err;
     EXPECT_EQ(Lines(result.out).size(), 3U);
 }
 
-TEST_F(HostileFields, AreMissing_WhenTextsDouble) {
+TEST_F(HostileFields, AreMissing_WhenTextsKeepDoubling) {
     std::string fields = DerivedText("t0", FieldRef("colour"));
     for (int i = 1; i < 100; ++i) {
         const std::string before = FieldRef("t" + std::to_string(i - 1));
@@ -77,7 +77,7 @@ TEST_F(HostileFields, AreMissing_WhenTextsDouble) {
     EXPECT_EQ(result.out, Run({"score", "fruits.pmml", "--only-scores"}, missing).out);
 }
 
-TEST_F(HostileFields, AreRefused_WhenFunctionsDouble) {
+TEST_F(HostileFields, AreRefused_WhenEachFunctionDoublesTheWork) {
     std::string functions = DefineFunction("f0", FieldRef("p"));
     for (int i = 1; i < 60; ++i) {
         const std::string before = Apply("f" + std::to_string(i - 1), FieldRef("p"));
@@ -88,8 +88,8 @@ TEST_F(HostileFields, AreRefused_WhenFunctionsDouble) {
                     "counted in.");
 }
 
-/// Room for every cell that the rows might have would be eighty gigabytes.
-TEST_F(HostileFields, AreRefusedAtTheFirstRow_WhenATableHasManyColumnsAndManyRowsWithoutACell) {
+/// Memory for every cell that the rows could have would be eighty gigabytes.
+TEST_F(HostileFields, AreRefusedAtTheFirstRow_WhenATableHasManyColumnsAndManyEmptyRows) {
     const std::string pairs = Each(manyFields, [](const std::string& i) { return FieldColumnPair("colour", "d" + i); });
     const std::string table = MapValues(pairs, Each(manyFields, [](const std::string&) { return Row(""); }));
     ExpectAllRefuse(Transforming(DerivedNumber("d", table)),
@@ -117,7 +117,7 @@ TEST_F(HostileFields, AreScored_WhenAConstantPatternWouldBacktrack) {
     EXPECT_EQ(Lines(result.out).size(), 3U);
 }
 
-TEST_F(HostileFields, AreRefused_WhenThePatternsAreTooMany) {
+TEST_F(HostileFields, AreRefused_WhenThereAreTooManyPatterns) {
     std::string fields;
     for (int i = 0; i < 5'000; ++i) {
         const std::string pattern = TextConstant("[b-y]{1,900}x" + std::to_string(i) + "(a|b|ab)*");

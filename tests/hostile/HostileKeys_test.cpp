@@ -1,4 +1,4 @@
-// Names and values that were chosen to share one place in the tables of the standard library.
+// Names and values chosen to fall into one bucket of the standard library's hash tables.
 
 #include <algorithm>
 
@@ -35,12 +35,12 @@ std::string MissingValue(const std::string& value) {
     return ValueElement(value, "missing") + "\n";
 }
 
-TEST_F(HostileKeys, AreScored_WhenTheyAreTextsThatStandForMissing) {
+TEST_F(HostileKeys, AreScored_WhenTheyAreTextsThatMeanMissing) {
     ExpectScoresOfFruits(Score(Replace(fruitDocument, ValueElement("red"),
                                        ValueElement("red") + Each(CollidingTexts(130'000), MissingValue))));
 }
 
-TEST_F(HostileKeys, AreScored_WhenTheyAreNumbersThatStandForMissing) {
+TEST_F(HostileKeys, AreScored_WhenTheyAreNumbersThatMeanMissing) {
     std::vector<std::string> numbers;
     for (const double number : CollidingNumbers(170'000))
         numbers.push_back(FormatNumber(number));
@@ -48,7 +48,7 @@ TEST_F(HostileKeys, AreScored_WhenTheyAreNumbersThatStandForMissing) {
                                        DataField("weight", FieldType::Bins, Each(numbers, MissingValue)))));
 }
 
-/// The categories behind the first two were never counted.
+/// The categories after the first two were never counted.
 TEST_F(HostileKeys, AreScored_WhenTheyAreTargetCategories) {
     const std::vector<std::string> categories = CollidingTexts(60'000);
     const std::string document =
@@ -63,7 +63,7 @@ TEST_F(HostileKeys, AreScored_WhenTheyAreTargetCategories) {
     EXPECT_EQ(verified.exitStatus, 0) << verified.err.substr(0, 1000);
 }
 
-/// In a table's keys a text stands behind its length.
+/// The keys of a table hold the length of each text in front of it.
 TEST_F(HostileKeys, AreScored_WhenTheyAreRowsOfATable) {
     const auto row = [](const std::string& key, const char* weight) {
         return Row(Cell("in", key) + Cell("out", weight)) + "\n";
@@ -75,8 +75,8 @@ TEST_F(HostileKeys, AreScored_WhenTheyAreRowsOfATable) {
         Score(WithInput(Transforming(DerivedNumber("d", MapValues(FieldColumnPair("colour", "in"), rows))), "d")));
 }
 
-/// Each of forty fields counts one word, which makes a light fruit a heavy one.
-TEST_F(HostileKeys, AreScored_WhenTheyAreWordsOfATextThatManyFieldsSearch) {
+/// Each of forty fields counts one word and adds 1 to the weight, which makes light fruits heavy.
+TEST_F(HostileKeys, AreScored_WhenTheyAreWordsInATextThatManyFieldsSearch) {
     std::string fields;
     std::string summands = FieldRef("weight");
     for (int i = 0; i < 40; ++i) {

@@ -1,4 +1,4 @@
-// Test cases in documents that are much too many, too long or too deep.
+// Documents with far too many test cases, or with test cases that are too long or nest too deeply.
 
 #include "hostile/HostileTest.h"
 #include "support/documents/Elements.h"
@@ -17,13 +17,13 @@ std::string Repeated(const std::string& piece, std::size_t count) {
     return text;
 }
 
-/// On a line of their own.
+/// Test cases on a line of their own.
 std::string TestCases(const std::string& fields, const std::string& rows) {
     return "\n" + ModelVerification(fields, rows) + "\n";
 }
 
-/// A sub-model with eight test cases that all expect 0.5: four without a colour, whose score is the prior of just that,
-/// and four red ones, whose score is another.
+/// A sub-model with eight test cases that all expect 0.5: four without a colour, whose score is the prior, 0.5, and
+/// four red ones with another score.
 std::string SubModelWithTestCases(const std::string& name) {
     const std::string score = "score_" + name;
     const std::string expected = Cell(score, "0.5");
@@ -52,7 +52,7 @@ protected:
         folder.Write("model.pmml", document);
         return RunLimited({"verify", "model.pmml"});
     }
-    /// Of the model of fruits with these test cases.
+    /// Verifies the model of fruits with these test cases.
     CommandResult Verify(const std::string& fields, const std::string& rows) const {
         return Verify(Replace(fruitDocument, "</NaiveBayesModel>", TestCases(fields, rows) + "</NaiveBayesModel>"));
     }
@@ -64,14 +64,14 @@ TEST_F(HostileTestCases, AreVerifiedEachByItsOwnSubModel_WhenThereAreThousands) 
     EXPECT_THAT(result.out, EndsWith("\n64000 rows, 64000 cells checked, 32000 differ\n"));
 }
 
-TEST_F(HostileTestCases, AreToldRowByRow_WhenHundredsOfThousandsDiffer) {
+TEST_F(HostileTestCases, AreReportedRowByRow_WhenHundredsOfThousandsDiffer) {
     const CommandResult result = Verify(VerifiedField("fruit"), Repeated(Row(Cell("fruit", "pear")) + "\n", 200'000));
     EXPECT_EQ(result.exitStatus, 1) << result.err;
     EXPECT_EQ(Lines(result.out).size(), 200'001U);
     EXPECT_THAT(result.out, EndsWith("\n200000 rows, 200000 cells checked, 200000 differ\n"));
 }
 
-TEST_F(HostileTestCases, AreRefusedInFewWords_WhenTextsAreLong) {
+TEST_F(HostileTestCases, AreRefusedWithAShortMessage_WhenTextsAreLong) {
     const std::string longText = Repeated("very", 1'500'000);
     ExpectRefused(Verify(VerifiedField(longText), "<row/>"),
                   "[0-9:]+: error 7: The verification field \"very.*\" is neither an input nor a result here.*");
@@ -109,7 +109,7 @@ TEST_F(HostileTestCases, AreRefusedAtTheFirst_WhenThousandsOfFieldsAreUnknown) {
     ExpectRefused(Verify(fields, "<row/>"), "64:[0-9]+: error 7: The verification field \"unknown0\" is neither .*");
 }
 
-TEST_F(HostileTestCases, AreVerified_WhenOutputsAreThousands) {
+TEST_F(HostileTestCases, AreVerified_WhenThereAreThousandsOfOutputs) {
     const std::string outputs =
         XmlElement("Output", "", Each(9'000, [](const std::string& i) { return ProbabilityField("o" + i, "apple"); }));
     const std::string fields = Each(9'000, [](const std::string& i) { return VerifiedField("o" + i); });

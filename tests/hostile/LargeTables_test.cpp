@@ -51,15 +51,15 @@ TEST_F(LargeTables, AreRead_WhenTheMachineHasTheMemory) {
 }
 
 /// The name of the setting is in the message.
-TEST_F(LargeTables, AreRefused_WhenTheCallerWantsToSpendLess) {
+TEST_F(LargeTables, AreRefused_WhenTheCallerAllowsLessMemory) {
     const CommandResult result = Run({"display", "large.pmml", "--max-memory", "200M"});
     ExpectRefused(result,
                   "[0-9]+:[0-9]+: error 12: The document's count tables and categories need more memory than "
                   "max-memory allows: 200000000 bytes.");
 }
 
-/// By default, half of what the process may have is spent.
-TEST_F(LargeTables, AreRefused_WhenTheProcessMayHaveLittle) {
+/// By default, a document may take half of the memory that the process may have.
+TEST_F(LargeTables, AreRefused_WhenTheProcessHasLittleMemory) {
     if (!memoryIsLimited) GTEST_SKIP() << "memory never ends here";
     ExpectRefusedByAll("large.pmml",
                        "[0-9]+:[0-9]+: error 12: The document's count tables and categories need more memory than "

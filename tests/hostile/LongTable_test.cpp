@@ -1,4 +1,4 @@
-// Tables that are longer than the memory, and threads that the system does not give.
+// Tables larger than memory, and more threads than the system gives.
 
 #include "hostile/HostileTest.h"
 #include "support/documents/ModelDocument.h"
@@ -10,7 +10,7 @@ constexpr std::uint64_t megabyte = std::uint64_t{1} << 20;
 
 class LongTable : public HostileTest {
 protected:
-    /// Scores a table that is made as it is read.
+    /// Scores a table that is made while it is read.
     CommandResult ScoreInLittleMemory(int threads, std::size_t tableBytes) const {
         CommandCall call = MakeCall({"score", "model.pmml", "-", "--threads", std::to_string(threads)});
         call.outputPath = "/dev/null";
@@ -35,12 +35,12 @@ TEST_F(LongTable, IsScoredInLessMemoryThanItHas) {
     }
 }
 
-TEST_F(LongTable, EndsInOrder_WhenTheSystemGivesFewerThreadsThanAskedFor) {
+TEST_F(LongTable, EndsCleanly_WhenTheSystemGivesFewerThreadsThanRequested) {
     std::string table = fruitCases;
     while (table.size() < 2 * megabyte)
         table += table.substr(table.find('\n') + 1);
     folder.Write("cases.csv", table);
-    // Each thread takes addresses of its own: there are not enough for so many, nor perhaps for what they work with.
+    // Each thread takes addresses of its own: there are not enough for that many, and maybe not for their buffers.
     const CommandResult result = RunLimited({"score", "model.pmml", "cases.csv", "--threads", "200"});
     if (result.exitStatus != 0) {
         EXPECT_EQ(result.exitStatus, 4);
@@ -52,7 +52,7 @@ TEST_F(LongTable, EndsInOrder_WhenTheSystemGivesFewerThreadsThanAskedFor) {
 
 using WideTable = HostileTest;
 
-/// A document with very many inputs of one text each.
+/// A document with very many inputs, each with a single text.
 ModelDocument MakeWideDocument(std::size_t inputs) {
     ModelDocument document;
     for (std::size_t i = 0; i < inputs; ++i)

@@ -17,14 +17,14 @@
 namespace nbscore::test {
 namespace {
 
-/// One that is refused when most of it is read.
+/// A document that is refused when most of it has been read.
 std::string FaultyDocument() {
     TestDocument document;
     document.bayesInputs = "\n<Fault/>";
     return document.Text();
 }
 
-/// Parses and scores with the plug-in, and leaves nothing of its behind; the probability of "yes".
+/// Parses and scores with the plug-in, and destroys all that it made. Returns the probability of "yes".
 double ProbabilityOfYes(const LoadedPlugin& plugin, const std::string& outlook) {
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     const ParseOutcome outcome = ParseWith(*translator, TestDocument().Text());
@@ -66,7 +66,7 @@ TEST(Plugin, StaysInTheProcess_WhileAnyoneHasItLoaded) {
     EXPECT_DOUBLE_EQ(ProbabilityOfYes(first, "sunny"), 3.5 / 5.0);
 }
 
-TEST(Plugin, ThrowsByValueAcrossTheEdge) {
+TEST(Plugin, ThrowsByValueIntoTheHost) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     const ParseOutcome outcome = ParseWith(*translator, FaultyDocument());
@@ -90,7 +90,7 @@ TEST(Plugin, ThrowsByValueAsAStandardException) {
     EXPECT_EQ(what, "<NaiveBayesModel> is required!");
 }
 
-TEST(Plugin, ThrowsAPointerAcrossTheEdge) {
+TEST(Plugin, ThrowsAPointerIntoTheHost) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     TestDocument document;
@@ -112,7 +112,7 @@ TEST(Plugin, LetsARefusalOutliveIt) {
     EXPECT_STREQ(outcome.refusal->what(), "<NaiveBayesModel> is required!");
 }
 
-TEST(Plugin, ShowsItsObjectsFrameworkFaces) {
+TEST(Plugin, GivesObjectsWithTheFrameworksInterfaces) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     EXPECT_NE(dynamic_cast<BaseTranslator*>(translator.get()), nullptr);
@@ -124,7 +124,7 @@ TEST(Plugin, ShowsItsObjectsFrameworkFaces) {
     EXPECT_EQ(selfCheck->FindScoringObstacle(), "");
 }
 
-TEST(Plugin, HandsOverAnUnfinishedModelAcrossTheEdge) {
+TEST(Plugin, HandsAnUnfinishedModelToTheHost) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     ParseOutcome outcome;
@@ -137,7 +137,7 @@ TEST(Plugin, HandsOverAnUnfinishedModelAcrossTheEdge) {
     EXPECT_EQ(unfinished->GetModelType(), 21);
 }
 
-TEST(Plugin, HasNothingButItsFactoryUnderAPlainName) {
+TEST(Plugin, ExportsOnlyItsFactoryUnderAPlainName) {
     const LoadedPlugin plugin;
     EXPECT_TRUE(plugin.HasSymbol("GiveMyTranslator"));
     for (const char* name : {"PrintVector", "ParseFromTree", "ReadBayesInputs", "main", "_Z16GiveMyTranslatorv"}) {

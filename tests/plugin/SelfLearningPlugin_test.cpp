@@ -1,4 +1,4 @@
-// A set of sub-models as hosts meet it that know its descriptors, but do not link the plug-in.
+// A set of sub-models, used by a host that knows its descriptors but does not link the plug-in.
 
 #include <gtest/gtest.h>
 
@@ -28,8 +28,8 @@ std::string Document(const std::string& secondAttributes = R"(modelName="second"
     return SelfLearningText({first, second});
 }
 
-/// Parses and scores with the plug-in, and leaves nothing of its behind; reads each case's list through a class that
-/// this program compiled for itself.
+/// Parses and scores with the plug-in, and destroys all that it made. Reads each case's list through a class that this
+/// program compiled itself.
 std::vector<Descriptor> Describe(const LoadedPlugin& plugin, const std::vector<std::string>& outlooks) {
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     const ParseOutcome outcome = ParseWith(*translator, Document());
@@ -76,7 +76,7 @@ TEST(SelfLearningPlugin, ScoresAgain_WhenLoadedAgain) {
     EXPECT_FALSE(LoadedPlugin::IsInProcess());
 }
 
-TEST(SelfLearningPlugin, TakesOverAListOfTheHosts) {
+TEST(SelfLearningPlugin, CopiesAListOfTheHost) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     const ParseOutcome outcome = ParseWith(*translator, Document());
@@ -84,7 +84,7 @@ TEST(SelfLearningPlugin, TakesOverAListOfTheHosts) {
     const BaseCaseRecord record({"outlook"});
     outcome.model->GetScore(&record, scored, false);
     const std::unique_ptr<ScoreResult> owner(scored);
-    // Each side knows the other's list for one of its own kind.
+    // Each side accepts the other's list as one of its own.
     const std::unique_ptr<ScoreValue> theirs(scored->GetPrediction()->Clone());
     const VectorValue<Descriptor> ours({{"ours", 0.5, 1, 2}});
     theirs->SetValue(&ours);
@@ -95,7 +95,7 @@ TEST(SelfLearningPlugin, TakesOverAListOfTheHosts) {
     EXPECT_TRUE(scored->GetPrediction()->operator==(taken));
 }
 
-TEST(SelfLearningPlugin, ShowsItsObjectsFrameworkFaces) {
+TEST(SelfLearningPlugin, GivesObjectsWithTheFrameworksInterfaces) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     const ParseOutcome outcome = ParseWith(*translator, Document());
@@ -107,7 +107,7 @@ TEST(SelfLearningPlugin, ShowsItsObjectsFrameworkFaces) {
     EXPECT_NE(dynamic_cast<SubModelScoring*>(outcome.model.get()), nullptr);
 }
 
-TEST(SelfLearningPlugin, ThrowsAcrossTheEdge_AndStillUnloads) {
+TEST(SelfLearningPlugin, ThrowsIntoTheHost_AndStillUnloads) {
     {
         const LoadedPlugin plugin;
         const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();

@@ -6,12 +6,12 @@
 #include "support/documents/Elements.h"
 
 /// @file
-/// Complete documents to test with, of which each test replaces the part that it is about.
+/// Complete documents, in which each test replaces the part that it is about.
 
 namespace nbscore::test {
 
-/// A small document that reads without a fault: whether one plays, from the outlook. Temperature is declared and
-/// binned where a test wants it.
+/// A small document without a fault: it predicts from the outlook whether one plays. The temperature is declared, for
+/// tests that add an input for it.
 struct TestDocument {
     std::string head = "<Header/>";
     std::string dataFields = R"(

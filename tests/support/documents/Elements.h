@@ -55,13 +55,13 @@ std::string DiscretizeBin(std::string_view value, std::string_view closure, cons
 
 std::string MiningField(std::string_view name);
 std::string MiningField(std::string_view name, std::string_view usageType);
-/// By which a schema lists the derived fields that inputs read.
+/// The extension by which a schema lists the derived fields that inputs read.
 /// @param fields MiningField elements.
 std::string DerivedFieldsExtension(std::string_view fields);
 
 std::string TargetValueCount(std::string_view value, std::string_view count);
 std::string TargetValueCounts(std::string_view entries);
-/// Of two target categories, no and yes.
+/// The counts of two target categories, no and yes.
 std::string NoYesCounts(int no, int yes);
 /// @param counts a TargetValueCounts element.
 std::string PairCounts(std::string_view value, std::string_view counts);

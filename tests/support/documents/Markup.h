@@ -9,22 +9,22 @@
 
 namespace nbscore::test {
 
-/// The text with what XML needs escaped, in an attribute too.
+/// A text in the form that XML needs as content and in attributes.
 std::string Escaped(std::string_view text);
 
 /// ` name="value"`, escaped.
 std::string Attribute(std::string_view name, std::string_view value);
 
 /// An element without content, in one tag.
-/// @param attributes as Attribute gives them, one behind the other.
+/// @param attributes any number of them, as Attribute returns them.
 std::string XmlElement(std::string_view name, std::string_view attributes);
 /// An element with a start tag and an end tag.
 std::string XmlElement(std::string_view name, std::string_view attributes, std::string_view content);
 
-/// All digits of a number, so that it is read back as the same one.
+/// A number with enough digits to read it back exactly.
 std::string Digits(double number);
 
-/// What is made of each number below this one, as text, one behind the other.
+/// Calls a function with each number from 0 below this one, as text, and joins what it returns.
 template <typename Make>
 std::string Each(std::size_t number, const Make& make) {
     std::string all;
@@ -33,7 +33,7 @@ std::string Each(std::size_t number, const Make& make) {
     return all;
 }
 
-/// What is made of each entry of a list, one behind the other.
+/// Calls a function with each entry of a list, and joins what it returns.
 template <typename List, typename Make>
 requires requires(const List& list) {
     list.begin();

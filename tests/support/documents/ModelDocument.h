@@ -9,7 +9,7 @@
 #include "support/documents/Elements.h"
 
 /// @file
-/// Documents of any size, written to files without ever being in memory as a whole.
+/// Documents of any size, written to files piece by piece, so that they may be larger than memory.
 
 namespace nbscore::test {
 
@@ -17,11 +17,11 @@ struct DocumentInput {
     std::string name;
     FieldType type = FieldType::Texts;
     std::size_t categories = 1;
-    /// A category as text; of bins the cutpoint on its right, which is not asked for of the last.
+    /// The text of a category; for bins the cutpoint on the right of each but the last.
     std::function<std::string(std::size_t category)> valueOf;
 };
 
-/// What a document says. Values and counts are asked for one by one.
+/// The content of a document. Values and counts come from functions, one by one.
 struct ModelDocument {
     /// 0 for a plain model. All sub-models have the same inputs.
     std::size_t subModels = 0;
@@ -36,7 +36,7 @@ struct ModelDocument {
 /// Writes a document, indented as people and programs write them. Returns how many elements it has.
 std::size_t WriteDocument(const ModelDocument& document, const std::filesystem::path& file);
 
-/// How big a document is; all else about it follows.
+/// The size of a document; everything else about it follows.
 struct DocumentShape {
     /// 0 for a plain model.
     std::size_t subModels = 0;
@@ -49,10 +49,10 @@ struct DocumentShape {
 /// Writes a document of this shape. Returns how many elements it has.
 std::size_t WriteDocument(const DocumentShape& shape, const std::filesystem::path& file);
 
-/// A category of any input as text; of bins a number within it.
+/// The text of a category, the same for every input; for bins a number within the bin.
 std::string ValueOf(FieldType type, std::size_t category);
 
-/// All counts of one input together: it tells whether a document was read whole.
+/// The sum of all counts of one input, to check that a document was read completely.
 double TotalOf(const DocumentShape& shape, std::size_t model, std::size_t input);
 
 }  // namespace nbscore::test

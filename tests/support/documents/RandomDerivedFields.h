@@ -11,7 +11,7 @@ namespace nbscore::test {
 /// What the dictionary says of a random field beside its name and categories.
 struct FieldDeclaration {
     std::string dataType;
-    /// The texts of a value that means none and of one that is not valid; no such value when empty.
+    /// The texts of a value that means missing and of one that is not valid; empty for no such value.
     std::string missingValue;
     std::string invalidValue;
 };
@@ -19,7 +19,7 @@ struct FieldDeclaration {
 /// A declaration with a data type for numbers or texts, now and then for truth values.
 FieldDeclaration MakeFieldDeclaration(bool numeric, Randomness& random);
 
-/// The field with this value, or without where it is the one that means none.
+/// The field with this value, or without one if the value means missing.
 /// @param input its categories are the field's valid values where it declares them.
 BruteForceField DeclaredField(BruteForceValue value, const FieldDeclaration& declaration, const RandomInput& input);
 
@@ -37,7 +37,7 @@ struct RandomDerivedField {
 
 struct RandomDerivedFields {
     BruteForceFunctions functions;
-    /// Each reads those before it at most.
+    /// Each reads only fields before it.
     std::vector<RandomDerivedField> fields;
 };
 

@@ -66,7 +66,7 @@ RandomDocument MakeRandomDocument(std::vector<RandomInput> inputs, const RandomD
         document.targetCategories.push_back(document.numericTarget ? std::to_string(k * 3 - 4) : RandomText(k, random));
         document.model.targetCounts.push_back(RandomCount(random));
     }
-    // Equal counts now and then, so that categories tie.
+    // Sometimes equal counts, so that categories tie.
     if (OneIn(4, random)) std::ranges::fill(document.model.targetCounts, 7.0);
     document.model.threshold = RandomThreshold(random);
     document.text = PmmlDocument(DictionaryText(document, declarations.dataFields) + declarations.transformations +

@@ -6,7 +6,7 @@
 #include <vector>
 
 /// @file
-/// Drawing at random, the same on every run and machine for the same seed.
+/// Random draws, the same on every run and machine for the same seed.
 
 namespace nbscore::test {
 
@@ -25,7 +25,7 @@ const auto& OneOf(const Choices& choices, Randomness& random) {
     return choices[static_cast<std::size_t>(Between(0, static_cast<int>(std::size(choices)) - 1, random))];
 }
 
-/// So many things, drawn one after the other.
+/// This many values, drawn one after the other.
 template <typename Draw>
 auto DrawEach(int count, const Draw& draw) {
     std::vector<decltype(draw())> drawn;

@@ -17,7 +17,7 @@ struct RandomField {
     bool derived = false;
 };
 
-/// Equal ones, an empty one, and some that look like what tells equal ones apart.
+/// Few names, so that equal ones occur; an empty one, and some that look like an index that makes names unique.
 std::string RandomName(Randomness& random) {
     static const std::array<std::string, 9> names = {"card",     "loan", "",  "card_0",   "ä <&>",
                                                      "a, \"b\"", "0",    "1", "insurance"};
@@ -31,7 +31,7 @@ double RandomThreshold(Randomness& random) {
     return OneIn(4, random) ? OneOf(strange, random) : OneOf(usual, random);
 }
 
-/// Below a negative threshold, priors that vanish and priors that cancel out each other come up too.
+/// With a negative threshold, sometimes counts whose priors are zero or cancel each other.
 BruteForcePair RandomTargetCounts(double threshold, Randomness& random) {
     BruteForcePair counts = {RandomCount(random), RandomCount(random)};
     if (threshold >= 0.0) return counts;
@@ -106,7 +106,7 @@ std::string SchemaText(bool first, const RandomTarget& target, const std::vector
     return XmlElement("MiningSchema", "", "\n" + Joined(lines)) + "\n";
 }
 
-/// One or two entries in either order: a zero may be left out, or an entry of an unknown value stand for it.
+/// One or two entries in either order: a zero may be left out, or be replaced by an entry of an unknown value.
 std::string OutputText(const RandomTarget& target, const BruteForcePair& counts, Randomness& random) {
     Texts entries;
     for (std::size_t k = 0; k < counts.size(); ++k) {
@@ -123,7 +123,7 @@ std::string ExtensionText(const std::string& name, const std::string& value) {
     return XmlElement("Extension", Attribute("name", name) + Attribute("value", value));
 }
 
-/// Assessment figures in any order and number. The sample size counts as a standard deviation, the last one stays.
+/// Assessment figures in any order and number. The sample size counts as a standard deviation; the last one counts.
 Texts AssessmentTexts(RandomSubModel& subModel, Randomness& random) {
     static const std::array<std::string, 4> names = {"meanPerformance", "stdDevPerformance", "trainingSampleSize",
                                                      "note"};
@@ -194,7 +194,7 @@ RandomTarget MakeTarget(Randomness& random) {
     return target;
 }
 
-/// What tells that the field is the target of sub-models; one field's is as good as another's.
+/// The mark of the target of sub-models; any field may have it.
 std::string MarkText(bool marked) {
     return marked ? ExtensionText("isSelfLearningTarget", "true") : "";
 }
