@@ -1,7 +1,6 @@
 #!/bin/sh
-# Runs the benchmarks that are built, side by side, and tells the ratios with their spread: two minutes or so on an idle
-# machine. `run.sh peers` compares with other software instead, on the data that a run before has left, or
-# that it makes.
+# Runs the built benchmarks side by side and prints the ratios with their spread: about two minutes on an idle machine.
+# `run.sh peers` compares with other software instead, on the data of an earlier run, or on new data when there is none.
 set -eu
 cd "$(dirname "$0")/.."
 programs=$PWD/build/bench/bin
@@ -18,7 +17,7 @@ if [ "${1:-}" = peers ]; then
     exit
 fi
 
-# measure NAME FILTER REPETITIONS: in random order, so that a machine that changes its pace changes it for all.
+# measure NAME FILTER REPETITIONS: in random order, so that a machine that gets slower slows down all alike.
 measure() {
     "$programs/scoring_benchmark" --benchmark_filter="$2" --benchmark_repetitions="$3" --benchmark_min_time=0.05 \
         --benchmark_enable_random_interleaving=true --benchmark_display_aggregates_only=true \

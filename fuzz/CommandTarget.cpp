@@ -1,6 +1,6 @@
 // Bytes as the arguments of the command, which zeros separate. The command runs in a folder of its own and names no
-// file outside it. Whatever it is asked, it ends with one of the exit statuses that the manual lists, says why when
-// that is not 0, and says nothing that could send commands to a terminal.
+// file outside it. Whatever the arguments, it ends with one of the exit statuses in the manual, says why when that is
+// not 0, and prints nothing that could send commands to a terminal.
 
 #include <algorithm>
 #include <cstdint>
@@ -70,7 +70,7 @@ bool IsPlain(const std::string& text) {
     return true;
 }
 
-/// What these verbs write for people, unlike a table of scores or what is for machines, holds nothing raw.
+/// What these verbs write for people holds no raw control characters, unlike tables of scores and output for programs.
 bool WritesForPeople(const std::vector<std::string>& arguments) {
     const bool isForMachines = std::any_of(arguments.begin(), arguments.end(),
                                            [](const std::string& argument) { return argument.ends_with("json"); });

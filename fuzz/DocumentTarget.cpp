@@ -2,17 +2,23 @@
 // message and a place, and by all ways of reading it alike; what is read scores the same whether or not a result is
 // filled again.
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "DocumentCases.h"
 #include "MemoryFile.h"
 #include "Require.h"
 #include "check/DocumentCheck.h"
+#include "framework/BaseCaseRecord.h"
+#include "framework/ScoreModel.h"
 #include "framework/VeskException.h"
 #include "host/LoadedModel.h"
 #include "output/HostError.h"
@@ -29,7 +35,7 @@ const std::shared_ptr<PluginLibrary>& Plugin() {
     return plugin;
 }
 
-/// Less than what the fuzzer calls a fault, by far: a short document may ask for all that is allowed.
+/// Far below what the fuzzer counts as a fault: even a short document can use all of it.
 Limits FuzzLimits() {
     Limits limits;
     limits.maxMemory = 300'000'000;
@@ -93,6 +99,59 @@ bool IsScorable(const LoadedModel& model) {
     } catch (const UnscorableModelError&) {
         return false;
     }
+}
+
+constexpr std::size_t numCases = 6;
+constexpr std::size_t mostDeclaredValues = 3;
+
+constexpr std::array numbers = {
+    0.0, -1.0, 0.5, std::numeric_limits<double>::max(), std::numeric_limits<double>::infinity(), 1e-300, 1e9};
+constexpr std::array<std::string_view, 5> texts = {"", "nobody declares this", "1", "\xFF\xFE", "true"};
+
+void SetValue(BaseCaseRecord& record, int position, const ScoreValue& value) {
+    if (value.GetType() == ScoreValue::Numeric) {
+        record.SetNumber(position, value.GetDouble());
+    } else {
+        record.SetText(position, value.GetString());
+    }
+}
+
+/// @param choice counts up; each field cycles through its own list of values.
+void SetSomeValue(BaseCaseRecord& record, int position, const ScoreDictVar& field, std::size_t choice) {
+    const ScoreValueLabelSet* const labels = field.GetValueLabelSet();
+    const std::size_t declared = labels == nullptr ? 0 : std::min(labels->GetValueLabels().size(), mostDeclaredValues);
+    const std::size_t step = choice % (declared + 3);
+    if (step < declared) {
+        SetValue(record, position, *labels->GetValueLabels()[step].GetValue());
+    } else if (step == declared) {
+        record.SetAbsent(position);
+    } else if ((step == declared + 1) == (field.GetStorageType() == ScoreDictVar::NumericStorage)) {
+        record.SetNumber(position, numbers[choice % numbers.size()]);
+    } else {
+        record.SetText(position, texts[choice % texts.size()]);
+    }
+}
+
+std::vector<ScoreDictVar*> FieldsOf(const ScoreModel& model) {
+    std::vector<ScoreDictVar*> fields;
+    if (model.GetDictionary() != nullptr) model.GetDictionary()->GetAllVars(fields);
+    return fields;
+}
+
+/// Some cases over all fields of a model's dictionary: values that the document declares, values that it does not,
+/// texts where it has numbers and the other way round, numbers at the limits, missing ones.
+std::vector<BaseCaseRecord> MakeCases(const ScoreModel& model) {
+    const std::vector<ScoreDictVar*> fields = FieldsOf(model);
+    std::vector<std::string> names;
+    for (const ScoreDictVar* field : fields)
+        names.push_back(field->GetName());
+    std::vector<BaseCaseRecord> cases;
+    for (std::size_t number = 0; number < numCases; ++number) {
+        BaseCaseRecord& record = cases.emplace_back(names);
+        for (std::size_t i = 0; i < fields.size(); ++i)
+            SetSomeValue(record, static_cast<int>(i), *fields[i], number + i);
+    }
+    return cases;
 }
 
 void Score(ScoreModel& model) {

@@ -6,10 +6,14 @@
 
 #include "XmlCharacters.h"
 #include "framework/NumberText.h"
+#include "support/documents/Elements.h"
 #include "transform/functions/BuiltInFunctions.h"
 
 namespace nbscore::fuzz {
 namespace {
+
+using test::Attribute;
+using test::XmlElement;
 
 constexpr std::size_t mostElements = 40;
 constexpr std::size_t mostDepth = 8;
@@ -26,12 +30,9 @@ constexpr std::array<std::string_view, 8> dates = {
 constexpr std::array<std::string_view, 12> numbers = {"0",   "-0",  "1",     "2",      "-1",         "0.5",
                                                       "3.7", "1e9", "1e308", "1e-300", "4294967296", "1000000"};
 
-std::string Attribute(std::string_view name, const std::string& value) {
-    return " " + std::string(name) + "='" + value + "'";
-}
-
-std::string Element(const std::string& name, const std::string& attributes, const std::string& content = "") {
-    return "<" + name + attributes + ">" + content + "</" + name + ">";
+/// An element that holds a text, which is escaped.
+std::string TextElement(std::string_view name, std::string_view attributes, std::string_view text) {
+    return test::XmlElement(name, attributes, test::Escaped(text));
 }
 
 /// The names of a function's parameters, of which the last one that may be repeated stands for the rest.
@@ -83,40 +84,40 @@ std::string ExpressionWriter::WriteConstant() {
     static constexpr std::array<std::string_view, 4> truths = {"true", "false", "1", "0"};
     switch (Below(6)) {
         case 0:
-            return Element("Constant", Attribute("dataType", "string"), AnyText());
+            return TextElement("Constant", Attribute("dataType", "string"), AnyText());
         case 1:
-            return Element("Constant", Attribute("dataType", "double"), AnyNumber());
+            return TextElement("Constant", Attribute("dataType", "double"), AnyNumber());
         case 2:
-            return Element("Constant", Attribute("dataType", "boolean"), OneOf(truths));
+            return TextElement("Constant", Attribute("dataType", "boolean"), OneOf(truths));
         case 3:
-            return Element("Constant", Attribute("missing", "true"));
+            return XmlElement("Constant", Attribute("missing", "true"));
         case 4:
-            return Element("Constant", "", OneOf(dates));
+            return TextElement("Constant", "", OneOf(dates));
         default:
-            return Element("Constant", "", AnyText());
+            return TextElement("Constant", "", AnyText());
     }
 }
 
 std::string ExpressionWriter::WriteFieldRef() {
-    return Element("FieldRef", Field() + AttributeMaybe("mapMissingTo", AnyText()));
+    return XmlElement("FieldRef", Field() + AttributeMaybe("mapMissingTo", AnyText()));
 }
 
 std::string ExpressionWriter::WriteNormContinuous() {
     std::string points;
     double orig = source.ConsumeFloatingPointInRange(-100.0, 100.0);
     for (std::size_t left = 2 + Below(3); left > 0; --left) {
-        points += Element("LinearNorm", Attribute("orig", FormatNumber(orig)) + Attribute("norm", AnyNumber()));
+        points += XmlElement("LinearNorm", Attribute("orig", FormatNumber(orig)) + Attribute("norm", AnyNumber()));
         orig += source.ConsumeFloatingPointInRange(0.0, 100.0);
     }
-    return Element("NormContinuous",
-                   Field() + AttributeMaybe("mapMissingTo", AnyNumber()) +
-                       AttributeMaybe("outliers", {"asIs", "asExtremeValues", "asMissingValues"}),
-                   points);
+    return XmlElement("NormContinuous",
+                      Field() + AttributeMaybe("mapMissingTo", AnyNumber()) +
+                          AttributeMaybe("outliers", {"asIs", "asExtremeValues", "asMissingValues"}),
+                      points);
 }
 
 std::string ExpressionWriter::WriteNormDiscrete() {
-    return Element("NormDiscrete",
-                   Field() + Attribute("value", AnyText()) + AttributeMaybe("mapMissingTo", AnyNumber()));
+    return XmlElement("NormDiscrete",
+                      Field() + Attribute("value", AnyText()) + AttributeMaybe("mapMissingTo", AnyNumber()));
 }
 
 std::string ExpressionWriter::WriteDiscretize() {
@@ -124,66 +125,66 @@ std::string ExpressionWriter::WriteDiscretize() {
     double margin = source.ConsumeFloatingPointInRange(-100.0, 100.0);
     for (std::size_t left = Below(4); left > 0; --left) {
         const double next = margin + source.ConsumeFloatingPointInRange(0.0, 100.0);
-        bins += Element("DiscretizeBin", Attribute("binValue", AnyText()),
-                        Element("Interval", Attribute("closure", Maybe() ? "closedClosed" : "openClosed") +
-                                                Attribute("leftMargin", FormatNumber(margin)) +
-                                                Attribute("rightMargin", FormatNumber(next))));
+        bins += XmlElement("DiscretizeBin", Attribute("binValue", AnyText()),
+                           XmlElement("Interval", Attribute("closure", Maybe() ? "closedClosed" : "openClosed") +
+                                                      Attribute("leftMargin", FormatNumber(margin)) +
+                                                      Attribute("rightMargin", FormatNumber(next))));
         margin = next;
     }
-    return Element("Discretize",
-                   Field() + AttributeMaybe("mapMissingTo", AnyText()) + AttributeMaybe("defaultValue", AnyText()) +
-                       AttributeMaybe("dataType", {"double", "integer", "string", "boolean"}),
-                   bins);
+    return XmlElement("Discretize",
+                      Field() + AttributeMaybe("mapMissingTo", AnyText()) + AttributeMaybe("defaultValue", AnyText()) +
+                          AttributeMaybe("dataType", {"double", "integer", "string", "boolean"}),
+                      bins);
 }
 
 std::string ExpressionWriter::WriteMapValues() {
     const std::size_t numKeys = 1 + Below(2);
     std::string content;
     for (std::size_t key = 0; key < numKeys; ++key) {
-        content += Element("FieldColumnPair", Field() + Attribute("column", "k" + std::to_string(key)));
+        content += XmlElement("FieldColumnPair", Field() + Attribute("column", "k" + std::to_string(key)));
     }
     std::string rows;
     for (std::size_t left = Below(4); left > 0; --left) {
         std::string cells;
         for (std::size_t key = 0; key < numKeys; ++key)
-            cells += Element("k" + std::to_string(key), "", AnyText());
-        rows += Element("row", "", cells + (Maybe() ? "" : Element("out", "", AnyText())));
+            cells += TextElement("k" + std::to_string(key), "", AnyText());
+        rows += XmlElement("row", "", cells + (Maybe() ? "" : TextElement("out", "", AnyText())));
     }
-    return Element("MapValues",
-                   Attribute("outputColumn", "out") + AttributeMaybe("mapMissingTo", AnyText()) +
-                       AttributeMaybe("defaultValue", AnyText()) +
-                       AttributeMaybe("dataType", {"double", "integer", "string", "boolean"}),
-                   content + Element("InlineTable", "", rows));
+    return XmlElement("MapValues",
+                      Attribute("outputColumn", "out") + AttributeMaybe("mapMissingTo", AnyText()) +
+                          AttributeMaybe("defaultValue", AnyText()) +
+                          AttributeMaybe("dataType", {"double", "integer", "string", "boolean"}),
+                      content + XmlElement("InlineTable", "", rows));
 }
 
 std::string ExpressionWriter::WriteTextIndex() {
     std::string content;
     for (std::size_t left = Below(3); left > 0; --left)
         content += WriteNormalization();
-    return Element("TextIndex",
-                   Attribute("textField", OneOf(fieldNames)) +
-                       AttributeMaybe("localTermWeights",
-                                      {"termFrequency", "binary", "logarithmic", "augmentedNormalizedTermFrequency"}) +
-                       AttributeMaybe("isCaseSensitive", {"true", "false"}) +
-                       AttributeMaybe("maxLevenshteinDistance", {"0", "1", "2", "50"}) +
-                       AttributeMaybe("countHits", {"allHits", "bestHits"}) +
-                       AttributeMaybe("wordSeparatorCharacterRE", AnyPattern()) +
-                       AttributeMaybe("tokenize", {"true", "false"}),
-                   content + WriteNested());
+    return XmlElement(
+        "TextIndex",
+        Attribute("textField", OneOf(fieldNames)) +
+            AttributeMaybe("localTermWeights",
+                           {"termFrequency", "binary", "logarithmic", "augmentedNormalizedTermFrequency"}) +
+            AttributeMaybe("isCaseSensitive", {"true", "false"}) +
+            AttributeMaybe("maxLevenshteinDistance", {"0", "1", "2", "50"}) +
+            AttributeMaybe("countHits", {"allHits", "bestHits"}) +
+            AttributeMaybe("wordSeparatorCharacterRE", AnyPattern()) + AttributeMaybe("tokenize", {"true", "false"}),
+        content + WriteNested());
 }
 
 std::string ExpressionWriter::WriteNormalization() {
     std::string rows;
     for (std::size_t left = 1 + Below(3); left > 0; --left) {
         const bool isPattern = Maybe();
-        rows += Element("row", "",
-                        Element("string", "", isPattern ? AnyPattern() : AnyText()) + Element("stem", "", AnyText()) +
-                            (isPattern ? Element("regex", "", "true") : ""));
+        rows += XmlElement("row", "",
+                           TextElement("string", "", isPattern ? AnyPattern() : AnyText()) +
+                               TextElement("stem", "", AnyText()) + (isPattern ? XmlElement("regex", "", "true") : ""));
     }
-    return Element("TextIndexNormalization",
-                   AttributeMaybe("recursive", {"true", "false"}) + AttributeMaybe("tokenize", {"true", "false"}) +
-                       AttributeMaybe("maxLevenshteinDistance", {"0", "1", "3"}),
-                   Element("InlineTable", "", rows));
+    return XmlElement("TextIndexNormalization",
+                      AttributeMaybe("recursive", {"true", "false"}) + AttributeMaybe("tokenize", {"true", "false"}) +
+                          AttributeMaybe("maxLevenshteinDistance", {"0", "1", "3"}),
+                      XmlElement("InlineTable", "", rows));
 }
 
 std::string ExpressionWriter::WriteApply() {
@@ -197,24 +198,24 @@ std::string ExpressionWriter::WriteApply() {
         const std::string& name = names[std::min(i, names.size() - 1)];
         content += WriteArgument(function.family == "Formatting" && name == "pattern" ? "format" : name);
     }
-    return Element("Apply",
-                   Attribute("function", EscapedXml(function.name)) + AttributeMaybe("mapMissingTo", AnyText()) +
-                       AttributeMaybe("defaultValue", AnyText()) +
-                       AttributeMaybe("invalidValueTreatment", {"returnInvalid", "asMissing", "asIs"}),
-                   content);
+    return XmlElement("Apply",
+                      Attribute("function", function.name) + AttributeMaybe("mapMissingTo", AnyText()) +
+                          AttributeMaybe("defaultValue", AnyText()) +
+                          AttributeMaybe("invalidValueTreatment", {"returnInvalid", "asMissing", "asIs"}),
+                      content);
 }
 
 std::string ExpressionWriter::WriteCall() {
     if (functionNames.empty()) return WriteLeaf();
-    return Element("Apply", Attribute("function", OneOf(functionNames)), WriteNested() + WriteNested());
+    return XmlElement("Apply", Attribute("function", OneOf(functionNames)), WriteNested() + WriteNested());
 }
 
 std::string ExpressionWriter::WriteArgument(std::string_view parameter) {
     if (Maybe()) return WriteNested();
     const std::string asText = Attribute("dataType", "string");
-    if (parameter == "format") return Element("Constant", asText, AnyFormat());
-    if (parameter == "pattern" || parameter == "replacement") return Element("Constant", asText, AnyPattern());
-    if (parameter.starts_with("date")) return Element("Constant", asText, OneOf(dates));
+    if (parameter == "format") return TextElement("Constant", asText, AnyFormat());
+    if (parameter == "pattern" || parameter == "replacement") return TextElement("Constant", asText, AnyPattern());
+    if (parameter.starts_with("date")) return TextElement("Constant", asText, OneOf(dates));
     return WriteNested();
 }
 
@@ -237,7 +238,7 @@ std::string ExpressionWriter::AnyText() {
         case 1:
             return OneOf(dates);
         default:
-            return EscapedXml(AsXmlCharacters(source.ConsumeRandomLengthString(mostTextBytes)));
+            return AsXmlCharacters(source.ConsumeRandomLengthString(mostTextBytes));
     }
 }
 
@@ -249,7 +250,7 @@ std::string ExpressionWriter::AnyPattern() {
     std::string pattern;
     for (std::size_t left = Below(4); left > 0; --left)
         pattern += OneOf(patternPieces);
-    return EscapedXml(pattern) + (Maybe() ? AnyText() : "");
+    return pattern + (Maybe() ? AnyText() : "");
 }
 
 std::string ExpressionWriter::AnyFormat() {

@@ -11,12 +11,11 @@
 
 namespace nbscore::fuzz {
 
-/// Writes a PMML expression by decisions that bytes make: the same bytes give the same expression, every sequence of
-/// bytes gives one, and every kind of expression and every built-in function can come out. Most can be read; some are
-/// refused.
+/// Writes PMML expressions as bytes decide: every sequence of bytes gives an expression, the same one each time, and
+/// every kind of expression and every built-in function can occur. Most can be read; some are refused.
 class ExpressionWriter {
 public:
-    /// @param fields the names that expressions read; some name, at least.
+    /// @param fields the names that expressions read; at least one.
     /// @param functions functions of the document itself, all of two parameters; may be none.
     ExpressionWriter(FuzzedDataProvider& decisions, std::vector<std::string> fields,
                      std::vector<std::string> functions);
@@ -45,7 +44,7 @@ private:
     std::string Field();
     std::string AttributeMaybe(std::string_view name, const std::string& value);
     std::string AttributeMaybe(std::string_view name, std::initializer_list<std::string_view> words);
-    /// A text of any characters that XML can hold, or a typical one; escaped.
+    /// A text of any characters that XML can hold, or a typical one.
     std::string AnyText();
     std::string AnyNumber();
     std::string AnyPattern();

@@ -5,7 +5,7 @@
 
 namespace nbscore::fuzz {
 
-/// A file of this process alone, for what reads files by their names. It is on no disk.
+/// A file in memory, which only this process can open by its name.
 class MemoryFile {
 public:
     explicit MemoryFile(std::string_view content);

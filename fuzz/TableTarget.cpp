@@ -2,7 +2,9 @@
 // table. What is not refused gives a row for each case, with the case's own cells, and the same however slowly it
 // comes.
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <istream>
@@ -13,25 +15,101 @@
 #include <vector>
 
 #include "Require.h"
-#include "TableChoices.h"
+#include "cli/verbs/Arguments.h"
 #include "host/LoadedModel.h"
 #include "output/HostError.h"
 #include "support/DribblingBuffer.h"
+#include "support/TextSink.h"
 #include "table/CsvReader.h"
 #include "table/TableScorer.h"
 
 namespace nbscore::fuzz {
 namespace {
 
+using test::TextSink;
 using Table = std::vector<std::vector<std::string>>;
 
-class TextSink : public OutputSink {
-public:
-    void Write(std::string_view bytes) override { text += bytes; }
-    void Commit() override {}
+constexpr std::size_t modelOfOffers = 2;
+constexpr std::size_t numOffers = 4;
 
-    std::string text;
+/// How a table is scored, read from the line in front of it: a letter for each choice that differs from the usual, as
+/// the switch below lists them. Other letters are ignored.
+struct TableChoices {
+    explicit TableChoices(std::string_view line);
+
+    /// Which of the examples.
+    std::size_t model = 0;
+    TableScorerOptions options;
+    /// How many bytes are ready at a time when the table comes slowly.
+    std::size_t bytesAtATime = 1;
+
+    /// How many rows a case has in a result that is a table.
+    std::size_t CountRowsPerCase() const;
+
+private:
+    void Take(char letter);
 };
+
+TableChoices::TableChoices(std::string_view line) {
+    // The character after a d is the delimiter.
+    for (std::size_t at = 0; at < line.size(); ++at) {
+        if (line[at] == 'd' && at + 1 < line.size()) {
+            options.delimiter = options.output.delimiter = ReadDelimiter(line.substr(++at, 1)).value_or(',');
+        } else {
+            Take(line[at]);
+        }
+    }
+}
+
+void TableChoices::Take(char letter) {
+    ScoreWriterOptions& output = options.output;
+    switch (letter) {
+        case 'i':
+            model = 1;
+            break;
+        case 'o':
+            model = modelOfOffers;
+            break;
+        case 'm':
+            options.cases.badValues = BadValues::Missing;
+            break;
+        case 'a':
+            options.cases.allowMissingFields = true;
+            break;
+        case 'e':
+            options.allowEmpty = true;
+            break;
+        case 'j':
+            output.format = ScoreFormat::JsonLines;
+            break;
+        case 's':
+            output.onlyScores = true;
+            break;
+        case 'p':
+            output.predictionOnly = true;
+            break;
+        case 'x':
+            output.prefix = "\"a,b;\n ";
+            break;
+        case 'l':
+            output.subModels.longRows = true;
+            break;
+        case 'b':
+            output.subModels.best = output.subModels.best.value_or(0) + 1;
+            break;
+        case 'w':
+            bytesAtATime *= 7;
+            break;
+        default:
+            break;
+    }
+}
+
+std::size_t TableChoices::CountRowsPerCase() const {
+    const SubModelOptions& subModels = options.output.subModels;
+    if (model != modelOfOffers || !subModels.longRows) return 1;
+    return std::min(subModels.best.value_or(numOffers), numOffers);
+}
 
 LoadedModel& Example(std::size_t number) {
     static const std::shared_ptr<PluginLibrary> plugin = PluginLibrary::Load(NBSCORE_PLUGIN);

@@ -24,24 +24,4 @@ std::string AsXmlCharacters(std::string_view bytes) {
     return text;
 }
 
-std::string EscapedXml(std::string_view text) {
-    std::string escaped;
-    for (const char c : text) {
-        switch (c) {
-            case '<':
-                escaped += "&lt;";
-                break;
-            case '&':
-                escaped += "&amp;";
-                break;
-            case '\'':
-                escaped += "&apos;";
-                break;
-            default:
-                escaped += c;
-        }
-    }
-    return escaped;
-}
-
 }  // namespace nbscore::fuzz

@@ -9,7 +9,4 @@ namespace nbscore::fuzz {
 /// others for some character of two, three or four bytes.
 std::string AsXmlCharacters(std::string_view bytes);
 
-/// The text with what XML would take for markup written otherwise.
-std::string EscapedXml(std::string_view text);
-
 }  // namespace nbscore::fuzz

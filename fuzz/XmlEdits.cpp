@@ -13,6 +13,10 @@ extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, st
 namespace nbscore::fuzz {
 namespace {
 
+using test::OneIn;
+using test::OneOf;
+using test::Randomness;
+
 constexpr std::array<std::string_view, 30> oddTexts = {
     "",    "0",     "-0",         "1",           "2",       "-1",      "0.5",    "1e308", "-1e308",     "1e-320",
     "NaN", "INF",   "2000000000", "4294967296",  "1000000", "1000001", "999999", "1e309", "0x10",       "1,5",
@@ -24,7 +28,7 @@ public:
     Draft(std::string& document, Randomness& draws) : text(document), elements(OutlineOf(document)), random(draws) {}
 
     bool IsEmpty() const { return elements.empty(); }
-    const ElementSpan& AnyElement() { return random.OneOf(elements); }
+    const ElementSpan& AnyElement() { return OneOf(elements, random); }
     std::string TextOf(const Span& span) const { return std::string(span.In(text)); }
     void Replace(const Span& span, std::string_view by) { text.replace(span.begin, span.Size(), by); }
 
@@ -35,7 +39,7 @@ public:
             for (const AttributeSpan& attribute : element.attributes)
                 all.push_back(&attribute);
         }
-        return all.empty() ? nullptr : random.OneOf(all);
+        return all.empty() ? nullptr : OneOf(all, random);
     }
 
     std::string Mutated(std::string bytes) {
@@ -45,17 +49,17 @@ public:
         return bytes;
     }
 
-    /// Another text for a value that the document has.
+    /// Another text for a value in the document.
     std::string OtherText(const std::string& old) {
         const AttributeSpan* const other = AnyAttribute();
-        if (other == nullptr || random.OneIn(4)) return std::string(random.OneOf(oddTexts));
-        return random.OneIn(4) ? Mutated(old) : TextOf(other->value);
+        if (other == nullptr || OneIn(4, random)) return std::string(OneOf(oddTexts, random));
+        return OneIn(4, random) ? Mutated(old) : TextOf(other->value);
     }
 
-    /// Inside an element, in front of all that is in it, or behind it.
+    /// At the start of an element's content, or after the element.
     std::size_t AnyPlaceForElement() {
         const ElementSpan& element = AnyElement();
-        return random.OneIn(2) && element.content.Size() > 0 ? element.content.begin : element.whole.end;
+        return OneIn(2, random) && element.content.Size() > 0 ? element.content.begin : element.whole.end;
     }
 
     std::string& text;
@@ -93,7 +97,7 @@ void ReplaceElement(Draft& draft) {
     draft.Replace(draft.AnyElement().whole, copy);
 }
 
-/// What is in an element stands where the element was.
+/// Replaces an element by its content.
 void UnwrapElement(Draft& draft) {
     const ElementSpan& element = draft.AnyElement();
     draft.Replace(element.whole, draft.TextOf(element.content));
@@ -102,7 +106,7 @@ void UnwrapElement(Draft& draft) {
 void RenameElement(Draft& draft) {
     const ElementSpan& element = draft.AnyElement();
     const std::string oldName = draft.TextOf(element.name);
-    const std::string newName = draft.random.OneIn(8) ? draft.Mutated(oldName) : draft.TextOf(draft.AnyElement().name);
+    const std::string newName = OneIn(8, draft.random) ? draft.Mutated(oldName) : draft.TextOf(draft.AnyElement().name);
     const std::size_t closing = draft.text.rfind(oldName, element.whole.end - oldName.size());
     if (element.content.end < element.whole.end && closing != std::string::npos && closing > element.content.end) {
         draft.Replace({closing, closing + oldName.size()}, newName);
@@ -127,7 +131,7 @@ void ChangeAttribute(Draft& draft) {
     draft.Replace(attribute->value, value);
 }
 
-/// Gives an element an attribute that another has.
+/// Gives an element an attribute of another one.
 void CopyAttribute(Draft& draft) {
     const AttributeSpan* const attribute = draft.AnyAttribute();
     if (attribute == nullptr) return;
@@ -144,7 +148,7 @@ constexpr std::array<void (*)(Draft&), 14> edits = {
 bool EditXml(std::string& text, Randomness& random) {
     Draft draft(text, random);
     if (draft.IsEmpty()) return false;
-    random.OneOf(edits)(draft);
+    OneOf(edits, random)(draft);
     return true;
 }
 
@@ -152,8 +156,8 @@ bool SpliceXml(std::string& text, std::string_view other, Randomness& random) {
     Draft draft(text, random);
     const std::vector<ElementSpan> donors = OutlineOf(other);
     if (draft.IsEmpty() || donors.empty()) return false;
-    const std::string_view piece = random.OneOf(donors).whole.In(other);
-    if (random.OneIn(2)) {
+    const std::string_view piece = OneOf(donors, random).whole.In(other);
+    if (OneIn(2, random)) {
         draft.Replace(draft.AnyElement().whole, piece);
     } else {
         draft.text.insert(draft.AnyPlaceForElement(), piece);

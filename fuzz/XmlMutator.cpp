@@ -1,19 +1,19 @@
 // How the fuzzer changes documents: mostly element by element and value by value, so that they stay documents and
-// faults deep inside are reached; sometimes byte by byte, for what is no document.
+// reach faults deep inside; sometimes byte by byte, for texts that are no documents.
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <string>
 
-#include "Randomness.h"
 #include "XmlEdits.h"
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t maxSize);
 
 namespace {
 
-using nbscore::fuzz::Randomness;
+using nbscore::test::OneIn;
+using nbscore::test::Randomness;
 
 std::string_view TextOf(const std::uint8_t* data, std::size_t size) {
     return {reinterpret_cast<const char*>(data), size};
@@ -31,13 +31,13 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
                                                unsigned int seed) {
     Randomness random(seed);
     std::string text(TextOf(data, size));
-    // Mostly a single edit: of documents that were changed in several places few are read to their ends.
+    // Mostly a single edit: few documents with several changes are read to the end.
     do {
-        if (random.OneIn(16) || !nbscore::fuzz::EditXml(text, random)) {
+        if (OneIn(16, random) || !nbscore::fuzz::EditXml(text, random)) {
             size = CopyOut(text, data, maxSize);
             text = TextOf(data, LLVMFuzzerMutate(data, size, maxSize));
         }
-    } while (random.OneIn(3));
+    } while (OneIn(3, random));
     return CopyOut(text, data, maxSize);
 }
 

@@ -21,7 +21,7 @@ declare -A longest=([documents]=32768 [tables]=4096 [expressions]=1024 [commands
 declare -A entropic=([documents]=0)
 declare -A dictionary=([documents]=pmml [tables]=tables [commands]=commands)
 
-# What a fuzzer begins with: the examples, the case files as far as they are small, and documents that have of everything.
+# What a fuzzer starts with: the examples, the small case files, and documents with one of everything.
 write_seeds() {
     local fuzzer=$1 seeds=$2 document table choices words
     rm -rf "$seeds"
@@ -74,7 +74,7 @@ run_regressions() {
     echo "fuzz: no faults"
 }
 
-# All that was said of a fault, and the sums at the end otherwise.
+# The whole output for a fault, else only the totals at the end.
 quietly() {
     grep -avE '^(INFO|#|Done|Dictionary|"|	NEW_FUNC|Element DerivedField not found|The element is|stat::(new_units|slowest|average))|^$' || true
 }

@@ -4,7 +4,7 @@
 
 namespace nbscore::bench {
 
-/// How far repeated measurements lie apart.
+/// How much repeated measurements differ.
 struct Spread {
     double least;
     double median;

@@ -4,11 +4,12 @@
 #include <cmath>
 #include <fstream>
 
-#include "common/DocumentShape.h"
+#include "support/documents/ModelDocument.h"
 
 namespace nbscore::bench {
 namespace {
 
+using namespace test;
 using Path = std::filesystem::path;
 
 void WriteFile(const Path& file, const std::string& text) {
@@ -17,55 +18,49 @@ void WriteFile(const Path& file, const std::string& text) {
     out << text;
 }
 
-/// A text for each number from 0, one behind the other.
-template <typename Make>
-std::string Each(std::size_t number, const Make& make) {
-    std::string text;
-    for (std::size_t i = 0; i < number; ++i)
-        text += make(std::to_string(i));
-    return text;
-}
-
-std::string Counts(const std::string& no, const std::string& yes) {
-    return "<TargetValueCounts><TargetValueCount value=\"no\" count=\"" + no +
-           "\"/><TargetValueCount value=\"yes\" count=\"" + yes + "\"/></TargetValueCounts>";
-}
-
 std::string Input(const std::string& field) {
-    return "<BayesInput fieldName=\"" + field + "\"><PairCounts value=\"red\">" + Counts("3", "2") +
-           "</PairCounts></BayesInput>\n";
+    return BayesInput(field, PairCounts("red", NoYesCounts(3, 2))) + "\n";
 }
 
-/// Of a field that holds numbers.
+/// An input of a field that holds numbers.
 std::string BinnedInput(const std::string& field) {
-    return "<BayesInput fieldName=\"" + field +
-           "\"><DerivedField name=\"bin\" optype=\"categorical\" dataType=\"integer\"><Discretize field=\"" + field +
-           "\"><DiscretizeBin binValue=\"0\"><Interval closure=\"openClosed\" rightMargin=\"5\"/></DiscretizeBin>"
-           "<DiscretizeBin binValue=\"1\"><Interval closure=\"openClosed\" leftMargin=\"5\"/></DiscretizeBin>"
-           "</Discretize></DerivedField><PairCounts value=\"0\">" +
-           Counts("1", "4") + "</PairCounts><PairCounts value=\"1\">" + Counts("4", "1") +
-           "</PairCounts></BayesInput>\n";
+    const std::string bins = DiscretizeBin("0", "openClosed", {}, "5") + DiscretizeBin("1", "openClosed", "5", {});
+    return BayesInput(field, BinsOfInput("bin", field, bins) + PairCounts("0", NoYesCounts(1, 4)) +
+                                 PairCounts("1", NoYesCounts(4, 1))) +
+           "\n";
 }
 
 std::string Field(const std::string& name) {
-    return "<DataField name=\"" + name + "\" optype=\"categorical\" dataType=\"string\"/>\n";
+    return DataField(name, FieldType::Texts) + "\n";
 }
 
 std::string Derived(const std::string& name, const std::string& expression) {
-    return "<DerivedField name=\"" + name + "\" optype=\"continuous\" dataType=\"double\">" + expression +
-           "</DerivedField>\n";
+    return DerivedNumber(name, expression) + "\n";
 }
 
-std::string Ref(const std::string& field) {
-    return "<FieldRef field=\"" + field + "\"/>";
+/// Fields f0, f1 and so on.
+std::string Fields(std::size_t number) {
+    return Each(number, [](const std::string& i) { return Field("f" + i); });
 }
 
-std::string Apply(const std::string& function, const std::string& arguments) {
-    return "<Apply function=\"" + function + "\">" + arguments + "</Apply>";
+/// Derived fields d0, d1 and so on, of the weight.
+std::string DerivedWeights(std::size_t number) {
+    return Each(number, [](const std::string& i) { return Derived("d" + i, FieldRef("weight")); });
 }
 
-/// A small document, and what stands in its parts beside what it needs: a text `colour`, a number `weight`, the target
-/// `y`. What the number's input reads is `derived` if that is there, so that it is computed for each case.
+/// References to fields of this prefix and a number.
+std::string Refs(const std::string& prefix, std::size_t number) {
+    return Each(number, [&prefix](const std::string& i) { return FieldRef(prefix + i); });
+}
+
+std::string Model(const std::string& attributes, const std::string& content) {
+    return XmlElement("NaiveBayesModel",
+                      Attribute("functionName", "classification") + attributes + Attribute("threshold", "0.01"),
+                      content);
+}
+
+/// A small document with a text `colour`, a number `weight` and the target `y`, and what its parts hold in addition. The
+/// number's input reads `derivedInput` if there is one, so that it is computed for each case.
 struct Document {
     std::string header;
     std::string valuesOfColour;
@@ -87,25 +82,22 @@ struct Document {
     std::size_t rows = 1;
 
     std::string Text() const {
+        const std::string dictionary = DataField("colour", FieldType::Texts, valuesOfColour) +
+                                       DataField("weight", FieldType::Bins, valuesOfWeight) +
+                                       DataField("y", FieldType::Texts, ValueElement("no") + ValueElement("yes")) +
+                                       fields;
+        const std::string listing = derivedInput.empty() ? "" : DerivedFieldsExtension(MiningField(derivedInput));
         const std::string number = derivedInput.empty() ? "weight" : derivedInput;
-        const std::string listing =
-            "<Extension extender=\"scoring.nbscore\" name=\"DerivedFields\"><MiningField name=\"" + derivedInput +
-            "\"/></Extension>";
-        return "<PMML version=\"4.2\"><Header>" + header + "</Header><DataDictionary>" +
-               "<DataField name=\"colour\" optype=\"categorical\" dataType=\"string\">" + valuesOfColour +
-               "</DataField><DataField name=\"weight\" optype=\"continuous\" dataType=\"double\">" + valuesOfWeight +
-               "</DataField><DataField name=\"y\" optype=\"categorical\" dataType=\"string\"><Value value=\"no\"/>"
-               "<Value value=\"yes\"/></DataField>" +
-               fields + "</DataDictionary>" +
-               (derived.empty() ? "" : "<TransformationDictionary>" + derived + "</TransformationDictionary>") +
-               "<NaiveBayesModel functionName=\"classification\" threshold=\"0.01\"" + modelAttributes +
-               "><MiningSchema>"
-               "<MiningField name=\"colour\"/><MiningField name=\"weight\"/>"
-               "<MiningField name=\"y\" usageType=\"predicted\"/>" +
-               schema + (derivedInput.empty() ? "" : listing) + "</MiningSchema>" + output + localTransformations +
-               "<BayesInputs>" + Input("colour") + BinnedInput(number) + inputs +
-               "</BayesInputs><BayesOutput fieldName=\"y\">" + Counts("5", "5") + "</BayesOutput>" + verification +
-               "</NaiveBayesModel>" + otherModels + "</PMML>";
+        return PmmlDocument(
+            XmlElement("Header", "", header) + XmlElement("DataDictionary", "", dictionary) +
+            (derived.empty() ? "" : XmlElement("TransformationDictionary", "", derived)) +
+            Model(modelAttributes, XmlElement("MiningSchema", "",
+                                              MiningField("colour") + MiningField("weight") +
+                                                  MiningField("y", "predicted") + schema + listing) +
+                                       output + localTransformations +
+                                       XmlElement("BayesInputs", "", Input("colour") + BinnedInput(number) + inputs) +
+                                       BayesOutput("y", NoYesCounts(5, 5)) + verification) +
+            otherModels);
     }
     std::string Table() const {
         std::string table = "colour,weight" + columns + "\n";
@@ -115,7 +107,7 @@ struct Document {
     }
 };
 
-/// @param fill puts so much of the thing into a small document.
+/// @param fill puts this many of the parts into a small document.
 GrowingDocument Grow(const std::string& name, std::size_t most,
                      std::function<void(std::size_t number, Document& document)> fill) {
     return {name, most, [fill = std::move(fill)](std::size_t number, const Path& file, const Path& table) {
@@ -126,7 +118,7 @@ GrowingDocument Grow(const std::string& name, std::size_t most,
             }};
 }
 
-/// Of the documents that are measured when they are loaded.
+/// A document of a shape, as those whose loading is measured.
 GrowingDocument GrowShape(const std::string& name, std::size_t most,
                           std::function<DocumentShape(std::size_t)> shapeOf) {
     return {name, most, [shapeOf = std::move(shapeOf)](std::size_t number, const Path& file, const Path& table) {
@@ -136,7 +128,7 @@ GrowingDocument GrowShape(const std::string& name, std::size_t most,
                 std::string cells;
                 for (std::size_t i = 0; i < shape.inputs; ++i) {
                     header += (i == 0 ? "field" : ",field") + std::to_string(i);
-                    cells += (i == 0 ? "" : ",") + ValueOf(shape.kind, shape.categories / 2);
+                    cells += (i == 0 ? "" : ",") + ValueOf(shape.type, shape.categories / 2);
                 }
                 WriteFile(table, header + "\n" + cells + "\n");
             }};
@@ -146,13 +138,9 @@ std::size_t RootOf(std::size_t number) {
     return static_cast<std::size_t>(std::sqrt(static_cast<double>(number)));
 }
 
-std::string Verification(const std::string& fields, const std::string& rows) {
-    return "<ModelVerification><VerificationFields>" + fields + "</VerificationFields><InlineTable>" + rows +
-           "</InlineTable></ModelVerification>";
-}
-
-std::string VerificationField(const std::string& name) {
-    return "<VerificationField field=\"" + name + "\"/>";
+/// An Output element with results o0, o1 and so on, each on a line of its own.
+std::string Outputs(std::size_t number, const std::function<std::string(const std::string& name)>& make) {
+    return XmlElement("Output", "", Each(number, [&make](const std::string& i) { return make("o" + i) + "\n"; }));
 }
 
 constexpr std::size_t million = std::size_t{1} << 20;
@@ -163,10 +151,10 @@ void AddModels(std::vector<GrowingDocument>& all) {
     all.push_back(GrowShape("inputs", million / 8, [](std::size_t n) { return DocumentShape{0, n, 2, 2}; }));
     all.push_back(GrowShape("texts of an input", million / 4, [](std::size_t n) { return DocumentShape{0, 1, n, 2}; }));
     all.push_back(GrowShape("numbers of an input", million / 4, [](std::size_t n) {
-        return DocumentShape{0, 1, n, 2, InputKind::Numbers};
+        return DocumentShape{0, 1, n, 2, FieldType::Numbers};
     }));
     all.push_back(GrowShape("bins of an input", million / 4, [](std::size_t n) {
-        return DocumentShape{0, 1, n, 2, InputKind::Bins};
+        return DocumentShape{0, 1, n, 2, FieldType::Bins};
     }));
     all.push_back(GrowShape("target categories", million / 4, [](std::size_t n) { return DocumentShape{0, 1, 2, n}; }));
     all.push_back(GrowShape("texts times target categories", million, [](std::size_t n) {
@@ -183,14 +171,16 @@ void AddModels(std::vector<GrowingDocument>& all) {
         document.inputs = Each(n, [](const std::string&) { return Input("colour"); });
     }));
     all.push_back(Grow("sub-models with fields of their own", million / 32, [](std::size_t n, Document& document) {
-        document.fields = Each(n, [](const std::string& i) { return Field("f" + i); });
-        document.modelAttributes = " algorithmName=\"SelfLearning\" modelName=\"m\"";
-        document.otherModels = Each(n, [](const std::string& i) {
-            return "<NaiveBayesModel functionName=\"classification\" algorithmName=\"SelfLearning\" modelName=\"m" + i +
-                   "\" threshold=\"0.01\"><MiningSchema><MiningField name=\"f" + i +
-                   "\"/><MiningField name=\"y\" usageType=\"predicted\"/></MiningSchema><BayesInputs>" +
-                   Input("f" + i) + "</BayesInputs><BayesOutput fieldName=\"y\">" + Counts("3", "4") +
-                   "</BayesOutput></NaiveBayesModel>\n";
+        document.fields = Fields(n);
+        const auto subModel = [](const std::string& number) {
+            return Attribute("algorithmName", "SelfLearning") + Attribute("modelName", "m" + number);
+        };
+        document.modelAttributes = subModel("");
+        document.otherModels = Each(n, [subModel](const std::string& i) {
+            return Model(subModel(i),
+                         XmlElement("MiningSchema", "", MiningField("f" + i) + MiningField("y", "predicted")) +
+                             XmlElement("BayesInputs", "", Input("f" + i)) + BayesOutput("y", NoYesCounts(3, 4))) +
+                   "\n";
         });
         document.columns = Each(n, [](const std::string& i) { return ",f" + i; });
         document.cells = Each(n, [](const std::string&) { return ",red"; });
@@ -198,27 +188,24 @@ void AddModels(std::vector<GrowingDocument>& all) {
 }
 
 void AddFields(std::vector<GrowingDocument>& all) {
-    all.push_back(Grow("fields that nothing reads", million / 2, [](std::size_t n, Document& document) {
-        document.fields = Each(n, [](const std::string& i) { return Field("f" + i); });
-    }));
+    all.push_back(Grow("fields that nothing reads", million / 2,
+                       [](std::size_t n, Document& document) { document.fields = Fields(n); }));
     all.push_back(Grow("fields of the schema that nothing reads", million / 4, [](std::size_t n, Document& document) {
-        document.fields = Each(n, [](const std::string& i) { return Field("f" + i); });
-        document.schema = Each(n, [](const std::string& i) { return "<MiningField name=\"f" + i + "\"/>\n"; });
+        document.fields = Fields(n);
+        document.schema = Each(n, [](const std::string& i) { return MiningField("f" + i) + "\n"; });
         document.columns = Each(n, [](const std::string& i) { return ",f" + i; });
         document.cells = std::string(n, ',');
     }));
     for (const std::string property : {"valid", "missing", "invalid"}) {
-        const auto value = [property](const std::string& i) {
-            return "<Value value=\"" + i + "\" property=\"" + property + "\"/>\n";
-        };
-        // So that derived fields have to know what is valid.
+        const auto value = [property](const std::string& i) { return ValueElement(i, property) + "\n"; };
+        // A derived field, so that it must be known what is valid.
         const auto isRead = [](Document& document) {
-            document.derived =
-                Derived("d", Apply("if", Apply("isMissing", Ref("colour")) + Ref("weight") + Ref("weight")));
+            document.derived = Derived(
+                "d", Apply("if", Apply("isMissing", FieldRef("colour")) + FieldRef("weight") + FieldRef("weight")));
             document.derivedInput = "d";
         };
         all.push_back(Grow(property + " texts of a field", million, [value, isRead](std::size_t n, Document& document) {
-            document.valuesOfColour = "<Value value=\"red\"/>" + Each(n, value);
+            document.valuesOfColour = ValueElement("red") + Each(n, value);
             isRead(document);
         }));
         all.push_back(
@@ -229,75 +216,69 @@ void AddFields(std::vector<GrowingDocument>& all) {
     }
     all.push_back(Grow("intervals of a field", million, [](std::size_t n, Document& document) {
         document.valuesOfWeight = Each(n, [](const std::string& i) {
-            return "<Interval closure=\"closedOpen\" leftMargin=\"" + i + "\" rightMargin=\"" + i + ".5\"/>\n";
+            return XmlElement("Interval", Attribute("closure", "closedOpen") + Attribute("leftMargin", i) +
+                                              Attribute("rightMargin", i + ".5")) +
+                   "\n";
         });
-        document.derived = Derived("d", Ref("weight"));
+        document.derived = Derived("d", FieldRef("weight"));
         document.derivedInput = "d";
     }));
 }
 
 void AddDerivedFields(std::vector<GrowingDocument>& all) {
     all.push_back(Grow("derived fields", million / 4, [](std::size_t n, Document& document) {
-        document.derived = Each(n, [](const std::string& i) { return Derived("d" + i, Ref("weight")); });
+        document.derived = DerivedWeights(n);
         document.derivedInput = "d0";
     }));
     all.push_back(Grow("derived fields in a chain", million / 4, [](std::size_t n, Document& document) {
-        document.derived = Derived("d", Ref("weight"));
+        document.derived = Derived("d", FieldRef("weight"));
         std::string before = "d";
         for (std::size_t i = 0; i < n; ++i) {
-            document.derived += Derived("d" + std::to_string(i), Ref(before));
+            document.derived += Derived("d" + std::to_string(i), FieldRef(before));
             before = "d" + std::to_string(i);
         }
         document.derivedInput = before;
     }));
     all.push_back(Grow("derived fields that one reads", million / 4, [](std::size_t n, Document& document) {
-        document.derived = Each(n, [](const std::string& i) { return Derived("d" + i, Ref("weight")); }) +
-                           Derived("d", Apply("sum", Each(n, [](const std::string& i) { return Ref("d" + i); })));
+        document.derived = DerivedWeights(n) + Derived("d", Apply("sum", Refs("d", n)));
         document.derivedInput = "d";
     }));
     all.push_back(Grow("derived fields that are inputs", million / 16, [](std::size_t n, Document& document) {
-        document.derived = Each(n, [](const std::string& i) { return Derived("d" + i, Ref("weight")); });
-        document.schema = "<Extension extender=\"scoring.nbscore\" name=\"DerivedFields\">" +
-                          Each(n, [](const std::string& i) { return "<MiningField name=\"d" + i + "\"/>"; }) +
-                          "</Extension>";
+        document.derived = DerivedWeights(n);
+        document.schema = DerivedFieldsExtension(Each(n, [](const std::string& i) { return MiningField("d" + i); }));
         document.inputs = Each(n, [](const std::string& i) { return BinnedInput("d" + i); });
     }));
     all.push_back(Grow("fields that one derived field reads", million / 4, [](std::size_t n, Document& document) {
-        document.fields = Each(n, [](const std::string& i) { return Field("f" + i); });
-        document.derived =
-            Derived("d", Apply("sum", Ref("weight") + Each(n, [](const std::string& i) { return Ref("f" + i); })));
+        document.fields = Fields(n);
+        document.derived = Derived("d", Apply("sum", FieldRef("weight") + Refs("f", n)));
         document.derivedInput = "d";
         document.columns = Each(n, [](const std::string& i) { return ",f" + i; });
         document.cells = Each(n, [](const std::string&) { return ",1"; });
     }));
     all.push_back(Grow("local derived fields", million / 4, [](std::size_t n, Document& document) {
-        document.localTransformations = "<LocalTransformations>" +
-                                        Each(n, [](const std::string& i) { return Derived("d" + i, Ref("weight")); }) +
-                                        "</LocalTransformations>";
+        document.localTransformations = XmlElement("LocalTransformations", "", DerivedWeights(n));
         document.inputs =
             Each(std::min<std::size_t>(n, million / 16), [](const std::string& i) { return BinnedInput("d" + i); });
     }));
     all.push_back(Grow("functions", million / 4, [](std::size_t n, Document& document) {
         document.derived =
-            Each(n,
-                 [](const std::string& i) {
-                     return "<DefineFunction name=\"f" + i + "\" optype=\"continuous\"><ParameterField name=\"p\"/>" +
-                            Ref("p") + "</DefineFunction>\n";
-                 }) +
-            Derived("d", Apply("sum", Each(n, [](const std::string& i) { return Apply("f" + i, Ref("weight")); })));
+            Each(n, [](const std::string& i) { return DefineFunction("f" + i, FieldRef("p")) + "\n"; }) +
+            Derived("d",
+                    Apply("sum", Each(n, [](const std::string& i) { return Apply("f" + i, FieldRef("weight")); })));
         document.derivedInput = "d";
     }));
     all.push_back(Grow("parameters of a function", million / 4, [](std::size_t n, Document& document) {
-        document.derived = "<DefineFunction name=\"f\" optype=\"continuous\">" +
-                           Each(n, [](const std::string& i) { return "<ParameterField name=\"p" + i + "\"/>"; }) +
-                           Apply("sum", Each(n, [](const std::string& i) { return Ref("p" + i); })) +
-                           "</DefineFunction>\n" +
-                           Derived("d", Apply("f", Each(n, [](const std::string&) { return Ref("weight"); })));
+        const std::string parameters =
+            Each(n, [](const std::string& i) { return XmlElement("ParameterField", Attribute("name", "p" + i)); });
+        document.derived = XmlElement("DefineFunction", Attribute("name", "f") + Attribute("optype", "continuous"),
+                                      parameters + Apply("sum", Refs("p", n))) +
+                           "\n" +
+                           Derived("d", Apply("f", Each(n, [](const std::string&) { return FieldRef("weight"); })));
         document.derivedInput = "d";
     }));
 }
 
-/// An expression of its own kind with many parts, which an input reads.
+/// An expression with many parts, which an input reads.
 GrowingDocument GrowExpression(const std::string& name, std::size_t most,
                                std::function<std::string(std::size_t)> expressionOf) {
     return Grow(name, most, [expressionOf = std::move(expressionOf)](std::size_t n, Document& document) {
@@ -306,138 +287,113 @@ GrowingDocument GrowExpression(const std::string& name, std::size_t most,
     });
 }
 
+/// The colour as each of the columns c0, c1 and so on of a table of values.
+std::string ColourPairs(std::size_t number) {
+    return Each(number, [](const std::string& i) { return FieldColumnPair("colour", "c" + i); });
+}
+
 void AddExpressions(std::vector<GrowingDocument>& all) {
-    all.push_back(GrowExpression("arguments of a function", million / 2, [](std::size_t n) {
-        return Apply("sum",
-                     Ref("weight") + Each(n, [](const std::string& i) { return "<Constant>" + i + "</Constant>"; }));
-    }));
+    all.push_back(GrowExpression("arguments of a function", million / 2,
+                                 [](std::size_t n) { return Apply("sum", FieldRef("weight") + Each(n, Constant)); }));
     all.push_back(GrowExpression("values to be in", million / 2, [](std::size_t n) {
-        return Apply("if", Apply("isIn", Ref("colour") + Each(n,
-                                                              [](const std::string& i) {
-                                                                  return "<Constant dataType=\"string\">" + i +
-                                                                         "</Constant>";
-                                                              })) +
-                               Ref("weight") + Ref("weight"));
+        return Apply(
+            "if", Apply("isIn", FieldRef("colour") + Each(n, TextConstant)) + FieldRef("weight") + FieldRef("weight"));
     }));
     all.push_back(GrowExpression("rows of a table of values", million / 4, [](std::size_t n) {
-        return "<MapValues outputColumn=\"out\"><FieldColumnPair field=\"colour\" column=\"in\"/><InlineTable>" +
-               Each(n, [](const std::string& i) { return "<row><in>" + i + "</in><out>" + i + "</out></row>\n"; }) +
-               "</InlineTable></MapValues>";
+        return MapValues(FieldColumnPair("colour", "in"),
+                         Each(n, [](const std::string& i) { return Row(Cell("in", i) + Cell("out", i)) + "\n"; }));
     }));
     all.push_back(GrowExpression("columns of a table of values", mostNames, [](std::size_t n) {
-        return "<MapValues outputColumn=\"out\">" +
-               Each(n,
-                    [](const std::string& i) { return "<FieldColumnPair field=\"colour\" column=\"c" + i + "\"/>"; }) +
-               "<InlineTable><row>" + Each(n, [](const std::string& i) { return "<c" + i + ">red</c" + i + ">\n"; }) +
-               "<out>1</out></row></InlineTable></MapValues>";
+        return MapValues(ColourPairs(n), Row(Each(n, [](const std::string& i) { return Cell("c" + i, "red") + "\n"; }) +
+                                             Cell("out", "1")));
     }));
     all.push_back(GrowExpression("rows and columns of a table of values", million, [](std::size_t n) {
         const std::size_t side = RootOf(n);
-        return "<MapValues outputColumn=\"out\">" +
-               Each(side,
-                    [](const std::string& i) { return "<FieldColumnPair field=\"colour\" column=\"c" + i + "\"/>"; }) +
-               "<InlineTable>" +
-               Each(side,
-                    [side](const std::string& row) {
-                        return "<row>" +
-                               Each(side,
-                                    [&row](const std::string& i) { return "<c" + i + ">" + row + "</c" + i + ">"; }) +
-                               "<out>1</out></row>\n";
-                    }) +
-               "</InlineTable></MapValues>";
+        return MapValues(ColourPairs(side), Each(side, [side](const std::string& row) {
+                             const std::string cells =
+                                 Each(side, [&row](const std::string& i) { return Cell("c" + i, row); });
+                             return Row(cells + Cell("out", "1")) + "\n";
+                         }));
     }));
     all.push_back(GrowExpression("bins of an expression", million / 4, [](std::size_t n) {
-        return "<Discretize field=\"weight\">" +
-               Each(n,
-                    [](const std::string& i) {
-                        return "<DiscretizeBin binValue=\"" + i + "\"><Interval closure=\"closedOpen\" leftMargin=\"" +
-                               i + "\" rightMargin=\"" + i + ".5\"/></DiscretizeBin>\n";
-                    }) +
-               "</Discretize>";
+        return XmlElement("Discretize", Attribute("field", "weight"), Each(n, [](const std::string& i) {
+                              return DiscretizeBin(i, "closedOpen", i, i + ".5") + "\n";
+                          }));
     }));
     all.push_back(GrowExpression("points of a broken line", million / 2, [](std::size_t n) {
-        return "<NormContinuous field=\"weight\">" +
-               Each(n + 2,
-                    [](const std::string& i) { return "<LinearNorm orig=\"" + i + "\" norm=\"" + i + "\"/>\n"; }) +
-               "</NormContinuous>";
+        return XmlElement("NormContinuous", Attribute("field", "weight"), Each(n + 2, [](const std::string& i) {
+                              return XmlElement("LinearNorm", Attribute("orig", i) + Attribute("norm", i)) + "\n";
+                          }));
     }));
-    const auto search = [](const std::string& rules) {
-        return "<TextIndex textField=\"colour\">" + rules + "<Constant>blue</Constant></TextIndex>";
+    const auto search = [](const std::string& content) {
+        return XmlElement("TextIndex", Attribute("textField", "colour"), content);
     };
-    all.push_back(Grow("words of a text", million / 8, [search](std::size_t n, Document& document) {
-        document.derived = Derived("d", search(""));
+    const auto words = [](std::size_t n) { return Each(n, [](const std::string& i) { return "w" + i + " "; }); };
+    all.push_back(Grow("words of a text", million / 8, [search, words](std::size_t n, Document& document) {
+        document.derived = Derived("d", search(Constant("blue")));
         document.derivedInput = "d";
-        document.colour = Each(n, [](const std::string& i) { return "w" + i + " "; });
+        document.colour = words(n);
     }));
     all.push_back(GrowExpression("rules for texts", million / 16, [search](std::size_t n) {
-        return search("<TextIndexNormalization inField=\"string\" outField=\"stem\"><InlineTable>" +
-                      Each(n,
-                           [](const std::string& i) {
-                               return "<row><string>w" + i + "</string><stem>v" + i + "</stem></row>\n";
-                           }) +
-                      "</InlineTable></TextIndexNormalization>");
+        const std::string rows =
+            Each(n, [](const std::string& i) { return Row(Cell("string", "w" + i) + Cell("stem", "v" + i)) + "\n"; });
+        return search(XmlElement("TextIndexNormalization",
+                                 Attribute("inField", "string") + Attribute("outField", "stem"),
+                                 XmlElement("InlineTable", "", rows)) +
+                      Constant("blue"));
     }));
-    all.push_back(GrowExpression("words of a term", million / 4, [](std::size_t n) {
-        return "<TextIndex textField=\"colour\"><Constant>" +
-               Each(n, [](const std::string& i) { return "w" + i + " "; }) + "</Constant></TextIndex>";
-    }));
+    all.push_back(GrowExpression("words of a term", million / 4,
+                                 [search, words](std::size_t n) { return search(Constant(words(n))); }));
 }
 
 void AddTestCases(std::vector<GrowingDocument>& all) {
     all.push_back(Grow("test cases", million / 4, [](std::size_t n, Document& document) {
-        document.verification = Verification(
-            VerificationField("weight") + VerificationField("probability_no"), Each(n, [](const std::string& i) {
-                return "<row><weight>" + i + "</weight><probability_no>0.5</probability_no></row>\n";
-            }));
+        const std::string rows =
+            Each(n, [](const std::string& i) { return Row(Cell("weight", i) + Cell("probability_no", "0.5")) + "\n"; });
+        document.verification = ModelVerification(VerifiedField("weight") + VerifiedField("probability_no"), rows);
     }));
     all.push_back(Grow("results that test cases check", mostNames / 2, [](std::size_t n, Document& document) {
-        document.output = "<Output>" +
-                          Each(n,
-                               [](const std::string& i) {
-                                   return "<OutputField name=\"o" + i + "\" feature=\"probability\" value=\"no\"/>\n";
-                               }) +
-                          "</Output>";
-        document.verification = Verification(
-            Each(n, [](const std::string& i) { return VerificationField("o" + i); }),
-            "<row>" + Each(n, [](const std::string& i) { return "<o" + i + ">0.5</o" + i + ">"; }) + "</row>");
+        document.output = Outputs(n, [](const std::string& name) { return ProbabilityField(name, "no"); });
+        const std::string cells = Each(n, [](const std::string& i) { return Cell("o" + i, "0.5"); });
+        document.verification =
+            ModelVerification(Each(n, [](const std::string& i) { return VerifiedField("o" + i); }), Row(cells));
     }));
     all.push_back(Grow("fields of test cases", mostNames / 2, [](std::size_t n, Document& document) {
-        document.fields = Each(n, [](const std::string& i) { return Field("f" + i); });
+        document.fields = Fields(n);
+        const std::string fields = Each(n, [](const std::string& i) { return VerifiedField("f" + i); });
+        const std::string cells = Each(n, [](const std::string& i) { return Cell("f" + i, "red"); });
         document.verification =
-            Verification(VerificationField("probability_no") +
-                             Each(n, [](const std::string& i) { return VerificationField("f" + i); }),
-                         "<row><probability_no>0.5</probability_no>" +
-                             Each(n, [](const std::string& i) { return "<f" + i + ">red</f" + i + ">"; }) + "</row>");
+            ModelVerification(VerifiedField("probability_no") + fields, Row(Cell("probability_no", "0.5") + cells));
     }));
     all.push_back(Grow("names in test cases that mean nothing", mostNames, [](std::size_t n, Document& document) {
-        document.verification =
-            Verification(VerificationField("weight") + VerificationField("probability_no"),
-                         "<row><weight>1</weight><probability_no>0.5</probability_no>" +
-                             Each(n, [](const std::string& i) { return "<u" + i + ">1</u" + i + ">"; }) + "</row>");
+        const std::string cells = Each(n, [](const std::string& i) { return Cell("u" + i, "1"); });
+        document.verification = ModelVerification(VerifiedField("weight") + VerifiedField("probability_no"),
+                                                  Row(Cell("weight", "1") + Cell("probability_no", "0.5") + cells));
     }));
 }
 
 void AddTheRest(std::vector<GrowingDocument>& all) {
-    const auto extension = [](const std::string& i) { return "<Extension name=\"e" + i + "\" value=\"1\"/>\n"; };
+    const auto extension = [](const std::string& i) {
+        return XmlElement("Extension", Attribute("name", "e" + i) + Attribute("value", "1")) + "\n";
+    };
     all.push_back(Grow("extensions of the header", million,
                        [extension](std::size_t n, Document& document) { document.header = Each(n, extension); }));
     all.push_back(Grow("extensions among inputs", million,
                        [extension](std::size_t n, Document& document) { document.inputs = Each(n, extension); }));
     all.push_back(Grow("elements with names of their own", mostNames, [](std::size_t n, Document& document) {
         document.header =
-            "<Extension>" + Each(n, [](const std::string& i) { return "<e" + i + "/>\n"; }) + "</Extension>";
+            XmlElement("Extension", "", Each(n, [](const std::string& i) { return XmlElement("e" + i, "") + "\n"; }));
     }));
-    all.push_back(Grow("what scoring does not heed", million / 4, [](std::size_t n, Document& document) {
-        document.output = "<Output>" +
-                          Each(n,
-                               [](const std::string& i) {
-                                   return "<OutputField name=\"o" + i + "\" feature=\"transformedValue\">" +
-                                          Ref("weight") + "</OutputField>\n";
-                               }) +
-                          "</Output>";
-        document.fields = Each(n, [](const std::string& i) { return Field("f" + i); });
+    all.push_back(Grow("what scoring ignores", million / 4, [](std::size_t n, Document& document) {
+        document.output = Outputs(n, [](const std::string& name) {
+            return XmlElement("OutputField", Attribute("name", name) + Attribute("feature", "transformedValue"),
+                              FieldRef("weight"));
+        });
+        document.fields = Fields(n);
         document.schema = Each(n, [](const std::string& i) {
-            return "<MiningField name=\"f" + i + "\" usageType=\"supplementary\" missingValueReplacement=\"red\"/>\n";
+            return XmlElement("MiningField", Attribute("name", "f" + i) + Attribute("usageType", "supplementary") +
+                                                 Attribute("missingValueReplacement", "red")) +
+                   "\n";
         });
     }));
     all.push_back(Grow("other models", million / 4, [](std::size_t n, Document& document) {

@@ -8,16 +8,16 @@
 
 namespace nbscore::bench {
 
-/// A document and a table in which there is as much of one thing as somebody asks for.
+/// A document and a table that hold any given number of one kind of part.
 struct GrowingDocument {
     std::string name;
-    /// The most that is asked for: limits allow no more, or it takes some seconds.
+    /// The largest number to try: limits allow no more, or it takes some seconds.
     std::size_t most;
     std::function<void(std::size_t number, const std::filesystem::path& document, const std::filesystem::path& table)>
         write;
 };
 
-/// One for each thing that a document or a table can have many of.
+/// One for each kind of part that a document or a table can have many of.
 std::vector<GrowingDocument> GetGrowingDocuments();
 
 }  // namespace nbscore::bench

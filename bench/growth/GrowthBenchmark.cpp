@@ -1,11 +1,9 @@
-/// How the time that things take grows with documents and tables that have more and more of something: from one size to
-/// one twice as large it should double. Where it grows by a higher power than 1.2 of the size, over the last doublings
+/// How processor time grows with documents and tables that hold more and more of one kind of part: from one size to
+/// the double it should double. Where it grows by a higher power than 1.2 of the size, over the last doublings
 /// and in the very last one, the instructions are counted too: what no longer fits into the processor's caches takes
 /// more time for the same work. Fails where these grow by such a power.
 ///
 /// `growth_benchmark [WORD...]` measures those whose names hold one of the words; without words all.
-
-#include <unistd.h>
 
 #include <algorithm>
 #include <cmath>
@@ -18,16 +16,17 @@
 #include "common/ProcessRun.h"
 #include "growth/GrowingDocuments.h"
 #include "growth/Verbs.h"
+#include "support/TemporaryFolder.h"
 
 namespace nbscore::bench {
 namespace {
 
 constexpr double greatestExponent = 1.2;
-/// Times below say more about the clock and about what is done once.
+/// Shorter times say more about the clock and about work that is done once.
 constexpr double leastSeconds = 0.02;
-/// A size that takes longer than this in all is the last one.
+/// A size that takes longer than this in total is the last one.
 constexpr double enoughSeconds = 8;
-/// What grows too fast by chance does not do so each time.
+/// Repeated, because what grows too fast only by chance does not do so each time.
 constexpr int attempts = 3;
 /// The last sizes that the power is fitted to.
 constexpr std::size_t fittedSizes = 4;
@@ -37,42 +36,33 @@ constexpr int doublings = 6;
 using Curve = std::map<std::size_t, double>;
 using Curves = std::map<std::string, Curve>;
 
-class FolderOnDisk {
+/// The files of the size that is measured.
+class GrowingFiles {
 public:
-    FolderOnDisk() : path(std::filesystem::temp_directory_path() / ("growth_benchmark_" + std::to_string(getpid()))) {
-        std::filesystem::create_directory(path);
-    }
-    ~FolderOnDisk() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path, ignored);
-    }
-    FolderOnDisk(const FolderOnDisk&) = delete;
-    FolderOnDisk& operator=(const FolderOnDisk&) = delete;
-
-    std::filesystem::path GetDocument() const { return path / "model.pmml"; }
-    std::filesystem::path GetTable() const { return path / "cases.csv"; }
+    std::filesystem::path GetDocument() const { return folder / "model.pmml"; }
+    std::filesystem::path GetTable() const { return folder / "cases.csv"; }
 
 private:
-    std::filesystem::path path;
+    test::TemporaryFolder folder;
 };
 
-/// Each size in a process of its own, so that what one leaves behind does not help or hinder the next.
-std::vector<VerbTime> TimeInProcess(const FolderOnDisk& folder) {
-    std::istringstream told(
-        RunProcess({GetOwnProgram(), "--time", folder.GetDocument().string(), folder.GetTable().string()}).output);
+/// Each size runs in a process of its own, so that what one leaves behind does not affect the next.
+std::vector<VerbTime> TimeInProcess(const GrowingFiles& files) {
+    std::istringstream output(
+        RunProcess({GetOwnProgram(), "--time", files.GetDocument().string(), files.GetTable().string()}).output);
     std::vector<VerbTime> times;
-    for (VerbTime time; told >> time.seconds && std::getline(told >> std::ws, time.verb);)
+    for (VerbTime time; output >> time.seconds && std::getline(output >> std::ws, time.verb);)
         times.push_back(time);
     return times;
 }
 
 /// @param sizes from the smallest on.
-void Measure(const GrowingDocument& growing, const FolderOnDisk& folder, const std::vector<std::size_t>& sizes,
+void Measure(const GrowingDocument& growing, const GrowingFiles& files, const std::vector<std::size_t>& sizes,
              Curves& curves) {
     for (const std::size_t size : sizes) {
-        growing.write(size, folder.GetDocument(), folder.GetTable());
+        growing.write(size, files.GetDocument(), files.GetTable());
         double all = 0;
-        for (const auto& [verb, seconds] : TimeInProcess(folder)) {
+        for (const auto& [verb, seconds] : TimeInProcess(files)) {
             const auto [least, isNew] = curves[verb].try_emplace(size, seconds);
             least->second = std::min(least->second, seconds);
             all += seconds;
@@ -81,8 +71,8 @@ void Measure(const GrowingDocument& growing, const FolderOnDisk& folder, const s
     }
 }
 
-/// The power of the size that the times of the last sizes grow by, by least squares of their logarithms; 0 where they
-/// are too short or too few to tell.
+/// The power of the size with which the times of the last sizes grow, by least squares of their logarithms; 0 when they
+/// are too short or too few.
 double ExponentOf(const Curve& curve, std::size_t lastSizes) {
     std::vector<std::pair<double, double>> points;
     for (auto point = curve.rbegin(); point != curve.rend() && points.size() < lastSizes; ++point) {
@@ -127,34 +117,34 @@ std::vector<std::size_t> SizesOf(const GrowingDocument& growing, const Curves& m
     return sizes;
 }
 
-/// The instructions of the process that does one verb, and what it cannot do without; counted by valgrind.
-double CountInstructions(const FolderOnDisk& folder, const std::string& verb) {
-    const std::string told =
+/// The instructions of a process that does one verb and what it needs first, counted by valgrind.
+double CountInstructions(const GrowingFiles& files, const std::string& verb) {
+    const std::string output =
         RunProcess({"/usr/bin/valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null", "--log-fd=1",
-                    GetOwnProgram(), "--time", folder.GetDocument().string(), folder.GetTable().string(), verb})
+                    GetOwnProgram(), "--time", files.GetDocument().string(), files.GetTable().string(), verb})
             .output;
     const std::string label = "Collected : ";
-    const std::size_t found = told.find(label);
+    const std::size_t found = output.find(label);
     if (found == std::string::npos) throw std::runtime_error("valgrind counted nothing");
-    return std::stod(told.substr(found + label.size()));
+    return std::stod(output.substr(found + label.size()));
 }
 
-/// The power of the size that the work of a verb grows by, from the size before the last to the last.
-double WorkExponentOf(const GrowingDocument& growing, const FolderOnDisk& folder, const std::string& verb,
+/// The power of the size with which the work of a verb grows, from the last size but one to the last.
+double WorkExponentOf(const GrowingDocument& growing, const GrowingFiles& files, const std::string& verb,
                       const Curve& curve) {
     Curve work;
     for (auto point = curve.rbegin(); point != curve.rend() && work.size() < 2; ++point) {
-        growing.write(point->first, folder.GetDocument(), folder.GetTable());
-        work[point->first] = CountInstructions(folder, verb);
+        growing.write(point->first, files.GetDocument(), files.GetTable());
+        work[point->first] = CountInstructions(files, verb);
     }
     return ExponentOf(work, work.size());
 }
 
 /// Whether nothing grew too fast.
-bool MeasureAndPrint(const GrowingDocument& growing, const FolderOnDisk& folder) {
+bool MeasureAndPrint(const GrowingDocument& growing, const GrowingFiles& files) {
     Curves curves;
     for (int attempt = 0; attempt < attempts && (attempt == 0 || AnyGrowsTooFast(curves)); ++attempt)
-        Measure(growing, folder, SizesOf(growing, curves), curves);
+        Measure(growing, files, SizesOf(growing, curves), curves);
     bool isFine = true;
     for (const auto& [verb, curve] : curves) {
         const double exponent = ExponentOf(curve, fittedSizes);
@@ -162,7 +152,7 @@ bool MeasureAndPrint(const GrowingDocument& growing, const FolderOnDisk& folder)
         const auto& [size, seconds] = *curve.rbegin();
         std::printf("%-42s %-12s %9zu %8.2f s %6.2f", growing.name.c_str(), verb.c_str(), size, seconds, exponent);
         if (GrowsTooFast(curve)) {
-            const double workExponent = WorkExponentOf(growing, folder, verb, curve);
+            const double workExponent = WorkExponentOf(growing, files, verb, curve);
             const bool isTooMuch = workExponent > greatestExponent;
             std::printf("  instructions %.2f%s", workExponent, isTooMuch ? ": too fast" : "");
             isFine = isFine && !isTooMuch;
@@ -174,7 +164,7 @@ bool MeasureAndPrint(const GrowingDocument& growing, const FolderOnDisk& folder)
 }
 
 int RunAll(const std::vector<std::string>& words) {
-    const FolderOnDisk folder;
+    const GrowingFiles files;
     bool isFine = true;
     std::printf("%-42s %-12s %9s %10s %6s\n", "what there is more and more of", "what takes", "at most", "time",
                 "power");
@@ -184,7 +174,7 @@ int RunAll(const std::vector<std::string>& words) {
                               });
         if (!isWanted) continue;
         try {
-            isFine = MeasureAndPrint(growing, folder) && isFine;
+            isFine = MeasureAndPrint(growing, files) && isFine;
         } catch (const std::exception& fault) {
             std::printf("%-42s %s\n", growing.name.c_str(), fault.what());
             isFine = false;

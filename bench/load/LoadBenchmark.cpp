@@ -1,42 +1,58 @@
 /// What loading a document costs beside the XML library's own parse of it: time, the translator's share of it, memory;
 /// and how these grow with the document. Every load runs in a process of its own.
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
+#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "ChildRun.h"
 #include "Loads.h"
-#include "common/DocumentShape.h"
+#include "common/ProcessRun.h"
 #include "common/Spread.h"
+#include "support/TemporaryFolder.h"
+#include "support/documents/ModelDocument.h"
 
 namespace nbscore::bench {
 namespace {
+
+/// What one run of a load in a process of its own took.
+struct ChildRun {
+    double seconds = 0;
+    /// Of these, in the translator.
+    double translatorSeconds = 0;
+    /// The most memory that the process held, its own program and libraries included.
+    double peakMegabytes = 0;
+};
+
+/// Runs this program again, so that what one load leaves behind does not affect the next.
+/// @param arguments for the child, which prints the two times. Throws std::runtime_error when it fails.
+ChildRun RunChild(const std::vector<std::string>& arguments) {
+    std::vector<std::string> words = {GetOwnProgram()};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    const ProcessRun process = RunProcess(words);
+    std::istringstream times(process.output);
+    ChildRun run;
+    times >> run.seconds >> run.translatorSeconds;
+    if (times.fail()) throw std::runtime_error("the load \"" + arguments.front() + "\" printed no times");
+    run.peakMegabytes = process.peakMegabytes;
+    return run;
+}
 
 void PrintRatio(const char* what, const std::vector<double>& ratios) {
     const Spread spread = SpreadOf(ratios);
     std::printf("  %-44s %5.2f  (%.2f to %.2f)\n", what, spread.median, spread.least, spread.greatest);
 }
 
-/// A document that is there as long as this lives.
+/// A document of a shape, in a file.
 class DocumentOnDisk {
 public:
-    explicit DocumentOnDisk(const DocumentShape& documentShape)
-        : shape(documentShape),
-          file(std::filesystem::temp_directory_path() / ("load_benchmark_" + std::to_string(getpid()) + ".pmml")),
-          elements(WriteDocument(documentShape, file)) {}
-    ~DocumentOnDisk() {
-        std::error_code ignored;
-        std::filesystem::remove(file, ignored);
-    }
-    DocumentOnDisk(const DocumentOnDisk&) = delete;
-    DocumentOnDisk& operator=(const DocumentOnDisk&) = delete;
+    explicit DocumentOnDisk(const test::DocumentShape& documentShape)
+        : shape(documentShape), file(folder / "model.pmml"), elements(WriteDocument(documentShape, file)) {}
 
     ChildRun Bare() const { return RunChild({"bare", file.string()}); }
     ChildRun Model() const {
@@ -47,13 +63,14 @@ public:
     double Megabytes() const { return static_cast<double>(std::filesystem::file_size(file)) / 1e6; }
 
 private:
-    DocumentShape shape;
+    test::DocumentShape shape;
+    test::TemporaryFolder folder;
     std::filesystem::path file;
     std::size_t elements;
 };
 
-/// Each model load between two bare parses, so that a machine that changes its pace changes it for both.
-void CompareWithBareParse(const char* name, const DocumentShape& shape, int rounds) {
+/// Each load of the model is between two bare parses, so that a machine that gets slower slows down both.
+void CompareWithBareParse(const char* name, const test::DocumentShape& shape, int rounds) {
     const DocumentOnDisk document(shape);
     std::printf("%s: %.0f MB, %zu elements, %d rounds; load of the model : bare parse\n", name, document.Megabytes(),
                 document.CountElements(), rounds);
@@ -76,11 +93,11 @@ void CompareWithBareParse(const char* name, const DocumentShape& shape, int roun
 }
 
 /// The best of three loads for each size, per element, as a ratio to the smallest size.
-void ShowCurve(const char* name, const std::vector<DocumentShape>& shapes) {
+void ShowCurve(const char* name, const std::vector<test::DocumentShape>& shapes) {
     std::printf("%s; time and memory for each element, the first being 1\n", name);
     double firstTime = 0;
     double firstMemory = 0;
-    for (const DocumentShape& shape : shapes) {
+    for (const test::DocumentShape& shape : shapes) {
         const DocumentOnDisk document(shape);
         ChildRun best = document.Model();
         for (int round = 1; round < 3; ++round) {

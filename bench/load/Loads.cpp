@@ -27,7 +27,7 @@ void Demand(bool condition, const char* what) {
     if (!condition) throw std::runtime_error(what);
 }
 
-void CheckModel(const ScoreModel& model, const DocumentShape& shape) {
+void CheckModel(const ScoreModel& model, const test::DocumentShape& shape) {
     const auto* self = dynamic_cast<const ModelSelfDescription*>(&model);
     Demand(self != nullptr, "the model does not describe itself");
     const ModelDescription description = self->Describe();
@@ -52,7 +52,7 @@ LoadTime LoadBare(const std::string& file) {
     return time;
 }
 
-LoadTime LoadModel(const std::string& file, const DocumentShape& shape) {
+LoadTime LoadModel(const std::string& file, const test::DocumentShape& shape) {
     const auto plugin = PluginLibrary::Load(NBSCORE_PLUGIN_FILE);
     const auto start = Clock::now();
     std::optional<SourceDocument> document = SourceDocument::Read(file);

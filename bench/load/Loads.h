@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "common/DocumentShape.h"
+#include "support/documents/ModelDocument.h"
 
 namespace nbscore::bench {
 
@@ -12,11 +12,11 @@ struct LoadTime {
     double translator = 0;
 };
 
-/// The XML library's parser, as it is without any settings, makes a tree of the file.
+/// The XML library's parser, with its default settings, makes a tree of the file.
 LoadTime LoadBare(const std::string& file);
 
-/// A host reads the file into a model with the plug-in, from opening the file until the tree is gone again. Throws
-/// std::runtime_error when the model is not what the document says.
-LoadTime LoadModel(const std::string& file, const DocumentShape& shape);
+/// A host reads the file into a model with the plug-in, from opening the file until the tree is freed. Throws
+/// std::runtime_error when the model is not that of the document.
+LoadTime LoadModel(const std::string& file, const test::DocumentShape& shape);
 
 }  // namespace nbscore::bench

@@ -100,9 +100,9 @@ def main(folder, programs, rounds, results_file):
     raw, ours, theirs = (os.path.join(folder, name) for name in ("columns.raw", "ours.csv", "theirs.csv"))
 
     def score_columns():
-        told = subprocess.run([os.path.join(programs, "table_benchmark"), "columns", model, table_file, "1", raw],
+        run = subprocess.run([os.path.join(programs, "table_benchmark"), "columns", model, table_file, "1", raw],
                               check=True, capture_output=True, text=True)
-        return float(told.stdout)
+        return float(run.stdout)
 
     def score_file():
         subprocess.run([os.path.join(programs, "nbscore"), "score", model, table_file, "--quiet", "--threads", "1",
@@ -119,16 +119,17 @@ def main(folder, programs, rounds, results_file):
 
     measured = {"columns": {"ours": [], "theirs": []}, "file_to_file": {"ours": [], "theirs": []}}
     for _ in range(rounds):
-        # Both write new files: what the file system takes to let go of old ones is not measured.
+        # Both write new files, so that the time to delete old ones is not measured.
         for file in (ours, theirs):
             pathlib.Path(file).unlink(missing_ok=True)
         measured["columns"]["ours"].append(score_columns())
         measured["columns"]["theirs"].append(seconds_of(lambda: peer.model.predict_proba(codes)))
         measured["file_to_file"]["ours"].append(seconds_of(score_file))
         measured["file_to_file"]["theirs"].append(seconds_of(lambda: peer.score_file(table_file, theirs)))
-    told = {"cases": len(codes), "scikit-learn": sklearn.__version__, "pandas": pandas.__version__, "seconds": measured}
+    comparison = {"cases": len(codes), "scikit-learn": sklearn.__version__, "pandas": pandas.__version__,
+                  "seconds": measured}
     with open(results_file, "w", encoding="utf-8") as out:
-        json.dump(told, out, indent=1)
+        json.dump(comparison, out, indent=1)
 
 
 if __name__ == "__main__":

@@ -1,4 +1,4 @@
-"""Tells the machine that the measurements are taken on, as JSON. Called before they begin.
+"""Describes the machine that the measurements are taken on, as JSON. Called before they begin.
 
     machine.py RESULT.json
 """
@@ -36,11 +36,11 @@ def share_in_use(seconds):
 if __name__ == "__main__":
     if len(sys.argv) != 2:
         sys.exit(__doc__)
-    told = {
+    facts = {
         "processor": processor(),
         "cores": os.cpu_count(),
         "share_in_use": share_in_use(2),
         "day": datetime.date.today().isoformat(),
     }
     with open(sys.argv[1], "w", encoding="utf-8") as out:
-        json.dump(told, out, indent=1)
+        json.dump(facts, out, indent=1)

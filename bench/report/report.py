@@ -1,4 +1,4 @@
-"""Tells what the benchmarks measured.
+"""Reports what the benchmarks measured.
 
     report.py print RESULTS [TITLE]   on the terminal; only the section of this title
     report.py page RESULTS DOCS       as DOCS/benchmarks.md, with its curves in DOCS/benchmarks/

@@ -27,9 +27,9 @@ class Scoring:
         self.allocations = {}
         for file in files:
             with open(file, encoding="utf-8") as text:
-                told = json.load(text)
-            self.context = self.context or told["context"]
-            for run in told["benchmarks"]:
+                loaded = json.load(text)
+            self.context = self.context or loaded["context"]
+            for run in loaded["benchmarks"]:
                 if run["run_type"] == "iteration":
                     self._add(run)
 

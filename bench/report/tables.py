@@ -1,4 +1,4 @@
-"""The tables that tell what was measured, each a list of rows of texts, headings first."""
+"""The tables of what was measured, each a list of rows of texts, headings first."""
 
 from results import ratios_of, spread_of
 
@@ -108,20 +108,20 @@ def people(results, table):
     for way, title in WAYS.items():
         if way not in table["ways"]:
             continue
-        told = table["ways"][way]
-        measure = table["ways"][told["measure"]]["seconds"]
-        rates = [table["cases"] / seconds for seconds in told["seconds"]]
-        rows.append([title, millions(rates), with_spread(ratios_of(measure, told["seconds"])),
-                     f"{spread_of(told['peak_megabytes']).median:.0f}"])
+        found = table["ways"][way]
+        measure = table["ways"][found["measure"]]["seconds"]
+        rates = [table["cases"] / seconds for seconds in found["seconds"]]
+        rows.append([title, millions(rates), with_spread(ratios_of(measure, found["seconds"])),
+                     f"{spread_of(found['peak_megabytes']).median:.0f}"])
     return rows
 
 
 def peers(results):
-    told = results.peers
+    found = results.peers
     rows = [["what", "million cases/s, here", "million cases/s, scikit-learn", "times scikit-learn"]]
     for what, title in (("columns", "codes in memory to probabilities"), ("file_to_file", "CSV file to CSV file")):
-        ours, theirs = told["seconds"][what]["ours"], told["seconds"][what]["theirs"]
-        rows.append([title, millions([told["cases"] / seconds for seconds in ours]),
-                     millions([told["cases"] / seconds for seconds in theirs]),
+        ours, theirs = found["seconds"][what]["ours"], found["seconds"][what]["theirs"]
+        rows.append([title, millions([found["cases"] / seconds for seconds in ours]),
+                     millions([found["cases"] / seconds for seconds in theirs]),
                      with_spread(ratios_of(theirs, ours), 1)])
     return rows

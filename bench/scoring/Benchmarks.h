@@ -1,7 +1,12 @@
 #pragma once
 
+#include <functional>
+#include <memory>
+#include <mutex>
+
 /// @file
-/// The groups of measurements, by what stands in front of a slash in their names. Items are cases.
+/// The groups of measurements, named by what stands before the slash in their names, and how their data is made. Items
+/// are cases.
 
 namespace nbscore::bench {
 
@@ -16,5 +21,26 @@ void RegisterColumnKinds();
 void RegisterGrowth();
 /// machine: what the processor can do at the most.
 void RegisterMachineLimits();
+
+/// Something large that is made when a thread first asks for it. Copies share it.
+template <typename Made>
+class Lazy {
+public:
+    explicit Lazy(std::function<std::unique_ptr<Made>()> maker) : state(std::make_shared<State>(std::move(maker))) {}
+
+    Made& Get() const {
+        std::call_once(state->once, [this] { state->made = state->make(); });
+        return *state->made;
+    }
+
+private:
+    struct State {
+        explicit State(std::function<std::unique_ptr<Made>()> maker) : make(std::move(maker)) {}
+        std::function<std::unique_ptr<Made>()> make;
+        std::once_flag once;
+        std::unique_ptr<Made> made;
+    };
+    std::shared_ptr<State> state;
+};
 
 }  // namespace nbscore::bench

@@ -8,8 +8,12 @@
 #include <string_view>
 #include <vector>
 
+#include "batch/AnswerColumns.h"
 #include "batch/BatchScorer.h"
-#include "common/DocumentShape.h"
+#include "support/documents/ModelDocument.h"
+
+/// @file
+/// Cases whose columns hold codes, and room for their answers.
 
 namespace nbscore::bench {
 
@@ -19,10 +23,10 @@ template <typename Code>
 class CodedCases {
 public:
     /// @param scorer the columns are for it and for its copies.
-    CodedCases(const BatchScorer& scorer, const DocumentShape& shape, std::size_t cases) : numCases(cases) {
+    CodedCases(const BatchScorer& scorer, const test::DocumentShape& shape, std::size_t cases) : numCases(cases) {
         std::vector<std::string> texts;
         for (std::size_t category = 0; category < shape.categories; ++category)
-            texts.push_back(ValueOf(shape.kind, category));
+            texts.push_back(ValueOf(shape.type, category));
         const std::vector<std::string_view> values(texts.begin(), texts.end());
         std::mt19937_64 random(1);
         for (std::size_t input = 0; input < shape.inputs; ++input) {
@@ -46,6 +50,24 @@ private:
     std::vector<InputDictionary> dictionaries;
     std::vector<std::vector<Code>> codes;
     std::vector<Column> columns;
+};
+
+/// Room for all answers for this many cases.
+struct Answers {
+    std::vector<std::int32_t> predicted;
+    std::vector<double> confidence;
+    std::vector<double> probabilities;
+
+    Answers(std::size_t cases, std::size_t categories)
+        : predicted(cases), confidence(cases), probabilities(cases * categories) {}
+
+    AnswerColumns GetColumns() {
+        AnswerColumns columns;
+        columns.predicted = predicted;
+        columns.confidence = confidence;
+        columns.probabilities = probabilities;
+        return columns;
+    }
 };
 
 }  // namespace nbscore::bench

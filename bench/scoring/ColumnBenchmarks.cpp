@@ -5,10 +5,8 @@
 #include <vector>
 
 #include "batch/BatchScorer.h"
-#include "scoring/Answers.h"
 #include "scoring/Benchmarks.h"
 #include "scoring/CodedCases.h"
-#include "scoring/Lazy.h"
 #include "scoring/ShapedModel.h"
 
 namespace nbscore::bench {
@@ -17,17 +15,17 @@ namespace {
 constexpr std::size_t numCases = 100'000;
 constexpr std::size_t numCategories = 8;
 
-DocumentShape ShapeOf(InputKind kind) {
-    return {0, 10, numCategories, 2, kind};
+test::DocumentShape ShapeOf(test::FieldType type) {
+    return {0, 10, numCategories, 2, type};
 }
 
-/// Columns of a kind, and all that they borrow.
+/// Columns of one kind, and the data that they refer to.
 class ColumnTable {
 public:
-    explicit ColumnTable(InputKind kind)
-        : scorer(ReadShapedModel(ShapeOf(kind)).Get()), cases(scorer, ShapeOf(kind), numCases) {
+    explicit ColumnTable(test::FieldType type)
+        : scorer(ReadShapedModel(ShapeOf(type)).Get()), cases(scorer, ShapeOf(type), numCases) {
         for (std::size_t category = 0; category < numCategories; ++category)
-            texts.push_back(ValueOf(kind, category));
+            texts.push_back(ValueOf(type, category));
     }
 
     void HoldNumbers() {
@@ -84,9 +82,9 @@ void Register(const std::string& name, const Lazy<Table>& table) {
     })->Unit(benchmark::kMillisecond);
 }
 
-void Register(const std::string& name, InputKind kind, void (ColumnTable::*hold)()) {
-    Register(name, Lazy<ColumnTable>([kind, hold] {
-                 auto table = std::make_unique<ColumnTable>(kind);
+void Register(const std::string& name, test::FieldType type, void (ColumnTable::*hold)()) {
+    Register(name, Lazy<ColumnTable>([type, hold] {
+                 auto table = std::make_unique<ColumnTable>(type);
                  (table.get()->*hold)();
                  return table;
              }));
@@ -96,8 +94,8 @@ template <typename Code>
 class CodeTable {
 public:
     CodeTable()
-        : scorer(ReadShapedModel(ShapeOf(InputKind::Texts)).Get()),
-          cases(scorer, ShapeOf(InputKind::Texts), numCases) {}
+        : scorer(ReadShapedModel(ShapeOf(test::FieldType::Texts)).Get()),
+          cases(scorer, ShapeOf(test::FieldType::Texts), numCases) {}
 
     void Score(Answers& answers) const { scorer.Score(cases.GetColumns(), numCases, answers.GetColumns()); }
 
@@ -117,10 +115,10 @@ void RegisterColumnKinds() {
     RegisterCodes<std::int8_t>("codes_of_1_byte");
     RegisterCodes<std::int16_t>("codes_of_2_bytes");
     RegisterCodes<std::int32_t>("codes_of_4_bytes");
-    Register("texts_by_offsets", InputKind::Texts, &ColumnTable::HoldTexts);
-    Register("text_views", InputKind::Texts, &ColumnTable::HoldViews);
-    Register("doubles_as_categories", InputKind::Numbers, &ColumnTable::HoldNumbers);
-    Register("doubles_in_bins", InputKind::Bins, &ColumnTable::HoldNumbers);
+    Register("texts_by_offsets", test::FieldType::Texts, &ColumnTable::HoldTexts);
+    Register("text_views", test::FieldType::Texts, &ColumnTable::HoldViews);
+    Register("doubles_as_categories", test::FieldType::Numbers, &ColumnTable::HoldNumbers);
+    Register("doubles_in_bins", test::FieldType::Bins, &ColumnTable::HoldNumbers);
 }
 
 }  // namespace nbscore::bench

@@ -5,10 +5,8 @@
 #include <string>
 
 #include "batch/BatchScorer.h"
-#include "scoring/Answers.h"
 #include "scoring/Benchmarks.h"
 #include "scoring/CodedCases.h"
-#include "scoring/Lazy.h"
 #include "scoring/ShapedModel.h"
 
 namespace nbscore::bench {
@@ -16,7 +14,7 @@ namespace {
 
 template <typename Code>
 struct CodedTable {
-    CodedTable(const DocumentShape& tableShape, std::size_t numCases)
+    CodedTable(const test::DocumentShape& tableShape, std::size_t numCases)
         : shape(tableShape), scorer(ReadShapedModel(shape).Get()), cases(scorer, shape, numCases) {}
 
     void Score(Answers& answers) const {
@@ -28,13 +26,14 @@ struct CodedTable {
         scorer.Score(cases.GetColumns(), cases.Count(), columns);
     }
 
-    DocumentShape shape;
+    test::DocumentShape shape;
     BatchScorer scorer;
     CodedCases<Code> cases;
 };
 
 template <typename Code = std::int8_t>
-benchmark::internal::Benchmark* Register(const std::string& name, const DocumentShape& shape, std::size_t numCases) {
+benchmark::internal::Benchmark* Register(const std::string& name, const test::DocumentShape& shape,
+                                         std::size_t numCases) {
     const Lazy<CodedTable<Code>> table(
         [shape, numCases] { return std::make_unique<CodedTable<Code>>(shape, numCases); });
     const auto measure = [table, numCases](benchmark::State& state) {

@@ -20,7 +20,7 @@ void MeasureArithmetic(benchmark::State& state, double (*repeat)(std::size_t)) {
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(rounds * CountLanesOfARound()));
 }
 
-/// Half of a cache, so that what is read stays there. Of a machine that does not tell its caches, what most can hold.
+/// Half of a cache, so that what is read stays there. If the size of the caches is not known, what most can hold.
 std::size_t CountNumbersOfCache(int level) {
     for (const benchmark::CPUInfo::CacheInfo& cache : benchmark::CPUInfo::Get().caches) {
         if (cache.level == level && cache.type != "Instruction")

@@ -6,7 +6,6 @@
 
 #include "scoring/AllocationCount.h"
 #include "scoring/Benchmarks.h"
-#include "scoring/Lazy.h"
 #include "scoring/ShapedModel.h"
 #include "table/ModelResults.h"
 
@@ -17,7 +16,7 @@ constexpr std::size_t numRecords = 256;
 
 /// A model and records that differ.
 struct FilledRecords {
-    explicit FilledRecords(const DocumentShape& shape) : model(ReadShapedModel(shape)) {
+    explicit FilledRecords(const test::DocumentShape& shape) : model(ReadShapedModel(shape)) {
         records.reserve(numRecords);
         for (std::size_t i = 0; i < numRecords; ++i) {
             records.push_back(std::make_unique<BaseCaseRecord>(MakeRecord(shape)));
@@ -29,7 +28,7 @@ struct FilledRecords {
     std::vector<std::unique_ptr<BaseCaseRecord>> records;
 };
 
-void Register(const std::string& name, const DocumentShape& shape) {
+void Register(const std::string& name, const test::DocumentShape& shape) {
     const Lazy<FilledRecords> cases([shape] { return std::make_unique<FilledRecords>(shape); });
     benchmark::RegisterBenchmark(("per_case/" + name).c_str(), [cases](benchmark::State& state) {
         FilledRecords& made = cases.Get();
@@ -41,7 +40,7 @@ void Register(const std::string& name, const DocumentShape& shape) {
             benchmark::DoNotOptimize(&result.Score(made.model.Get(), *made.records[next]));
             next = (next + 1) % numRecords;
         }
-        // The harness itself asks for no memory between the first round and the last.
+        // The harness itself allocates nothing between the first round and the last.
         state.counters["allocations"] =
             benchmark::Counter(static_cast<double>(CountAllocations() - before), benchmark::Counter::kAvgIterations);
         state.SetItemsProcessed(state.iterations());
@@ -52,8 +51,8 @@ void Register(const std::string& name, const DocumentShape& shape) {
 
 void RegisterPerCase() {
     Register("10_texts_2_targets", {0, 10, 8, 2});
-    Register("10_numbers_2_targets", {0, 10, 8, 2, InputKind::Numbers});
-    Register("10_bins_2_targets", {0, 10, 8, 2, InputKind::Bins});
+    Register("10_numbers_2_targets", {0, 10, 8, 2, test::FieldType::Numbers});
+    Register("10_bins_2_targets", {0, 10, 8, 2, test::FieldType::Bins});
     Register("50_texts_20_targets", {0, 50, 8, 20});
     Register("200_sub_models_of_8_texts", {200, 8, 8, 2});
 }

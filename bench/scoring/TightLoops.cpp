@@ -132,7 +132,7 @@ void ScoreFiftyPredictors(const TightTables& tables, const CodeColumns& codes, s
     }
 }
 
-/// So many sub-models at a time as registers hold the products of, for so many cases that their scores stay in the
+/// As many sub-models at a time as have their products in registers, for as many cases as have their scores in the
 /// cache.
 void ScoreTwoHundredSubModels(const TightSetTables& tables, const CodeColumns& codes, std::size_t cases,
                               double* scores) {

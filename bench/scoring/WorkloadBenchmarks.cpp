@@ -4,7 +4,6 @@
 #include <string>
 
 #include "scoring/Benchmarks.h"
-#include "scoring/Lazy.h"
 #include "scoring/Workloads.h"
 
 namespace nbscore::bench {
@@ -31,7 +30,7 @@ void Register(const std::string& name, const Lazy<Workload>& workload) {
 }  // namespace
 
 void RegisterWorkloads() {
-    const auto classifier = [](const DocumentShape& shape, ClassifierWorkload::TightLoop loop) {
+    const auto classifier = [](const test::DocumentShape& shape, ClassifierWorkload::TightLoop loop) {
         return Lazy<ClassifierWorkload>(
             [shape, loop] { return std::make_unique<ClassifierWorkload>(shape, 1'000'000, loop); });
     };

@@ -14,7 +14,7 @@
 namespace nbscore::bench {
 namespace {
 
-/// Of every so manieth case all is compared with what the model itself says of it.
+/// Every so many-th case is compared completely with the result of the model itself.
 constexpr std::size_t sampleStep = 997;
 
 void Demand(bool condition, const std::string& what) {
@@ -32,10 +32,10 @@ void DemandSame(const std::vector<Number>& batch, const std::vector<Number>& loo
 }
 
 /// The categories of an input are numbered as codes are.
-void DemandOrder(const PredictorTables& predictor, const DocumentShape& shape) {
+void DemandOrder(const PredictorTables& predictor, const test::DocumentShape& shape) {
     Demand(predictor.texts.size() == shape.categories, "categories are missing");
     for (std::size_t code = 0; code < shape.categories; ++code)
-        Demand(*predictor.texts[code] == ValueOf(shape.kind, code), "categories are in another order");
+        Demand(*predictor.texts[code] == ValueOf(shape.type, code), "categories are in another order");
 }
 
 AlignedNumbers Align(const std::vector<double>& numbers) {
@@ -44,13 +44,13 @@ AlignedNumbers Align(const std::vector<double>& numbers) {
     return aligned;
 }
 
-/// Ones fill up what there is no target category for.
+/// Appends some numbers, and ones up to the stride.
 void AppendFilledUp(std::vector<double>& numbers, const std::vector<double>& some, std::size_t categories) {
     for (std::size_t k = 0; k < TightTables::StrideOf(categories); ++k)
         numbers.push_back(k < categories ? some[k] : 1.0);
 }
 
-TightTables CopyTables(const ScoreModel& model, const DocumentShape& shape) {
+TightTables CopyTables(const ScoreModel& model, const test::DocumentShape& shape) {
     const ModelTables laidOpen = GetScorableTables(model);
     const ClassifierTables& classifier = laidOpen.classifiers.front();
     TightTables tables;
@@ -67,7 +67,7 @@ TightTables CopyTables(const ScoreModel& model, const DocumentShape& shape) {
     return tables;
 }
 
-TightSetTables CopySetTables(const ScoreModel& model, const DocumentShape& shape) {
+TightSetTables CopySetTables(const ScoreModel& model, const test::DocumentShape& shape) {
     const ModelTables laidOpen = GetScorableTables(model);
     TightSetTables tables;
     std::vector<double> priors;
@@ -91,14 +91,15 @@ TightSetTables CopySetTables(const ScoreModel& model, const DocumentShape& shape
     return tables;
 }
 
-void FillRecord(BaseCaseRecord& record, const DocumentShape& shape, const CodeColumns& codes, std::size_t position) {
+void FillRecord(BaseCaseRecord& record, const test::DocumentShape& shape, const CodeColumns& codes,
+                std::size_t position) {
     for (std::size_t input = 0; input < shape.inputs; ++input)
         SetCategory(record, shape, input, static_cast<std::size_t>(codes[input][position]));
 }
 
-/// @param check called with the number of each case of a sample, and what `GetScore` says of it.
+/// @param check called with the number of each case of a sample, and its result by `GetScore`.
 template <typename Cases, typename Check>
-void AskOneByOne(ScoreModel& model, const DocumentShape& shape, const Cases& cases, const Check& check) {
+void AskOneByOne(ScoreModel& model, const test::DocumentShape& shape, const Cases& cases, const Check& check) {
     BaseCaseRecord record = MakeRecord(shape);
     ReusedResult result;
     ScoredCaseReader reader(model, false);
@@ -110,7 +111,8 @@ void AskOneByOne(ScoreModel& model, const DocumentShape& shape, const Cases& cas
 
 }  // namespace
 
-ClassifierWorkload::ClassifierWorkload(const DocumentShape& documentShape, std::size_t numCases, TightLoop tightLoop)
+ClassifierWorkload::ClassifierWorkload(const test::DocumentShape& documentShape, std::size_t numCases,
+                                       TightLoop tightLoop)
     : shape(documentShape),
       model(ReadShapedModel(shape)),
       scorer(model.Get()),

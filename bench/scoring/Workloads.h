@@ -5,22 +5,21 @@
 #include <vector>
 
 #include "batch/BatchScorer.h"
-#include "common/DocumentShape.h"
 #include "host/LoadedModel.h"
-#include "scoring/Answers.h"
 #include "scoring/CodedCases.h"
 #include "scoring/TightLoops.h"
+#include "support/documents/ModelDocument.h"
 
 namespace nbscore::bench {
 
-/// Cases of one shape, to be scored in a batch and by the tight loop for that shape. Only a workload whose answers are
-/// the same bits, of some cases one by one too, comes into being: the constructors throw std::runtime_error otherwise.
+/// Cases of one shape, to be scored in a batch and by the tight loop for that shape. The constructors
+/// throw std::runtime_error unless both give the same bits, and `GetScore` the same for a sample of the cases.
 class ClassifierWorkload {
 public:
     using TightLoop = void (*)(const TightTables& tables, const CodeColumns& codes, std::size_t cases,
                                const TightAnswers& answers);
 
-    ClassifierWorkload(const DocumentShape& documentShape, std::size_t numCases, TightLoop tightLoop);
+    ClassifierWorkload(const test::DocumentShape& documentShape, std::size_t numCases, TightLoop tightLoop);
 
     std::size_t CountCases() const { return cases.Count(); }
     void ScoreInBatch();
@@ -29,7 +28,7 @@ public:
 private:
     void CheckOneByOne();
 
-    DocumentShape shape;
+    test::DocumentShape shape;
     LoadedModel model;
     BatchScorer scorer;
     CodedCases<std::int8_t> cases;
@@ -52,7 +51,7 @@ public:
 private:
     void CheckOneByOne();
 
-    DocumentShape shape;
+    test::DocumentShape shape;
     LoadedModel model;
     BatchScorer scorer;
     CodedCases<std::int8_t> cases;

@@ -15,13 +15,13 @@ struct PeopleFiles {
           repeatingLong(folder / "repeating_long.csv") {}
 
     std::filesystem::path model;
-    /// Those whom the model's counts come from, with what they said.
+    /// The people that the model's counts come from, with their answers.
     std::filesystem::path training;
     /// Cases, nearly all of which differ.
     std::filesystem::path differing;
     /// As many cases, drawn from 20,000 people.
     std::filesystem::path repeating;
-    /// Several times as many, drawn likewise: so many that how a run starts and ends matters little.
+    /// Several times as many, drawn in the same way, so that the start and end of a run matter little.
     std::filesystem::path repeatingLong;
 };
 

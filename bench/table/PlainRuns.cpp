@@ -53,7 +53,7 @@ private:
     std::vector<std::string> header;
 };
 
-/// @param take called with each row's cells and what the model says of it.
+/// @param take called with each row's cells and its scores.
 template <typename Take>
 void ScoreEachRow(ScoreModel& model, Table& table, const Take& take) {
     CaseBinder binder(model, table.GetHeader(), table.GetName(), {});

@@ -4,7 +4,7 @@
 #include <vector>
 
 /// @file
-/// What programs do that score a table with the library, each with one thread.
+/// Programs that score a table with the library, each with one thread.
 
 namespace nbscore::bench {
 

@@ -58,7 +58,7 @@ bool IsSameFile(const fs::path& one, const fs::path& other) {
     return first.eof() && second.eof();
 }
 
-/// A way to score a table, and the way that its time is told as a ratio to.
+/// A way to score a table, and the way that its time is compared with.
 struct Way {
     std::string name;
     std::vector<std::string> words;
@@ -95,7 +95,7 @@ public:
           ways(std::move(waysToScore)),
           folder(std::move(outputFolder)) {}
 
-    /// Throws std::runtime_error when two ways say different things.
+    /// Throws std::runtime_error when two ways give different results.
     void Check() const {
         for (const Way& way : ways)
             Run(way, OutputOf(way.name));
@@ -110,19 +110,19 @@ public:
             runs[way.name].push_back(Run(way, way.inMemory ? "/dev/null" : OutputOf(way.name)));
     }
 
-    nlohmann::json Tell() const {
-        nlohmann::json told = {{"table", table.stem()}, {"cases", numCases}, {"bytes", fs::file_size(table)}};
+    nlohmann::json Report() const {
+        nlohmann::json report = {{"table", table.stem()}, {"cases", numCases}, {"bytes", fs::file_size(table)}};
         std::printf("%s: %zu cases, %ju bytes; cases per second, and their ratio to the measure's\n",
                     table.stem().c_str(), numCases, static_cast<std::uintmax_t>(fs::file_size(table)));
         for (const Way& way : ways)
-            told["ways"][way.name] = TellWay(way);
-        return told;
+            report["ways"][way.name] = ReportWay(way);
+        return report;
     }
 
 private:
     fs::path OutputOf(const std::string& way) const { return folder / (way + ".out"); }
 
-    /// Nothing is replaced, so that what the file system takes to let go of an old file is not measured.
+    /// No file is replaced, so that the time to delete old ones is not measured.
     static ProcessRun Run(const Way& way, const fs::path& output) {
         if (fs::is_regular_file(output)) fs::remove(output);
         std::vector<std::string> words = way.words;
@@ -130,10 +130,10 @@ private:
         return RunProcess(words);
     }
 
-    nlohmann::json TellWay(const Way& way) const {
+    nlohmann::json ReportWay(const Way& way) const {
         const std::vector<ProcessRun>& own = runs.at(way.name);
         const std::vector<ProcessRun>& measure = runs.at(way.measure);
-        nlohmann::json told = {{"measure", way.measure}};
+        nlohmann::json report = {{"measure", way.measure}};
         std::vector<double> rates;
         std::vector<double> ratios;
         std::vector<double> memory;
@@ -141,13 +141,13 @@ private:
             rates.push_back(static_cast<double>(numCases) / own[round].seconds);
             ratios.push_back(measure[round].seconds / own[round].seconds);
             memory.push_back(own[round].peakMegabytes);
-            told["seconds"].push_back(own[round].seconds);
-            told["peak_megabytes"].push_back(own[round].peakMegabytes);
+            report["seconds"].push_back(own[round].seconds);
+            report["peak_megabytes"].push_back(own[round].peakMegabytes);
         }
         const Spread ratio = SpreadOf(ratios);
         std::printf("  %-18s %9.0f  ratio %5.2f (%.2f to %.2f)  peak %6.1f MB\n", way.name.c_str(),
                     SpreadOf(rates).median, ratio.median, ratio.least, ratio.greatest, SpreadOf(memory).median);
-        return told;
+        return report;
     }
 
     fs::path table;
@@ -166,24 +166,24 @@ void Measure(const fs::path& folder, int rounds, const std::string& results) {
         measurements.emplace_back(table, casesOfATable, AllWays(files.model, table), folder);
     measurements.emplace_back(files.repeatingLong, timesAsLong * casesOfATable,
                               WaysOnThreads(files.model, files.repeatingLong), folder);
-    nlohmann::json told = nlohmann::json::array();
+    nlohmann::json report = nlohmann::json::array();
     for (TableMeasurement& measurement : measurements) {
         measurement.Check();
         for (int round = 0; round < rounds; ++round)
             measurement.MeasureRound();
-        told.push_back(measurement.Tell());
+        report.push_back(measurement.Report());
     }
-    std::ofstream(results) << told.dump(1) << '\n';
+    std::ofstream(results) << report.dump(1) << '\n';
 }
 
-void TellColumns(const std::vector<std::string>& words) {
+void PrintColumns(const std::vector<std::string>& words) {
     const ColumnRun run = ScoreColumns(words[1], words[2], std::stoul(words[3]));
     for (const double seconds : run.seconds)
         std::printf("%.6f\n", seconds);
     WriteNumbers(run.probabilities, words[4]);
 }
 
-/// False when the words make no sense.
+/// False when the words are not understood.
 bool Do(const std::vector<std::string>& words) {
     const std::string verb = words.empty() ? "" : words.front();
     if (verb == "measure" && words.size() == 4) {
@@ -191,7 +191,7 @@ bool Do(const std::vector<std::string>& words) {
     } else if (verb == "data" && words.size() == 3) {
         WritePeopleFiles(PeopleFiles(words[1]), std::stoul(words[2]));
     } else if (verb == "columns" && words.size() == 5) {
-        TellColumns(words);
+        PrintColumns(words);
     } else if (verb == "loop" && words.size() == 4) {
         ScoreFileInLoop(words[1], words[2], words[3]);
     } else if (verb == "memory" && words.size() == 4) {

@@ -21,14 +21,14 @@ nbscore::BatchScorer ReadScorer(const char* document) {
 }
 
 void Predict(const nbscore::BatchScorer& scorer) {
-    // Codes and what they stand for; -1 is an absent value.
+    // Codes and their texts; -1 is an absent value.
     const std::vector<std::string_view> classes = {"first", "second", "third", "crew"};
     const nbscore::InputDictionary classOf = scorer.MakeDictionary(0, classes);
     const std::vector<std::int8_t> codes = {0, 1, 2, 3, -1};
-    // Texts in a row.
+    // Texts one after the other.
     const char* sexes = "femalemalefemalemalefemale";
     const std::vector<std::int32_t> offsets = {0, 6, 10, 16, 20, 26};
-    // Texts that lie anywhere; bits tell that the last one is absent.
+    // Texts anywhere in memory; the bits mark the last one as absent.
     const std::vector<std::string_view> ages = {"adult", "adult", "child", "adult", ""};
     const std::uint8_t valid = 0b01111;
 
@@ -38,7 +38,7 @@ void Predict(const nbscore::BatchScorer& scorer) {
                                                   nbscore::TextViewColumn{ages, {&valid, 0}}};
     std::vector<std::int32_t> predicted(codes.size());
     std::vector<double> confidence(codes.size());
-    nbscore::AnswerColumns answers;  // what is left empty is not written
+    nbscore::AnswerColumns answers;  // columns left empty are not written
     answers.predicted = predicted;
     answers.confidence = confidence;
     scorer.Score(columns, codes.size(), answers);

@@ -1,4 +1,4 @@
-// A host on Windows: loads the plug-in, has it read a document, scores a case, gives everything back.
+// A host on Windows: loads the plug-in, reads a document with it, scores a case, and frees everything.
 //
 //     host C:\path\to\naivebayes.dll titanic.pmml
 
@@ -13,7 +13,7 @@
 #include <stdexcept>
 #include <string>
 
-// The system's header brings in a DOMDocument of its own, and a macro for every GetMessage, unless it is told not to.
+// Without these, the system's header declares a DOMDocument of its own, and a macro named GetMessage.
 #define WIN32_LEAN_AND_MEAN
 #define NOMINMAX
 #define NOUSER
@@ -26,7 +26,7 @@ int Report(const std::string& document, const VeskException& refusal) {
     return 1;
 }
 
-/// Everything that the plug-in made is gone when this returns.
+/// When this returns, everything that the plug-in made is freed.
 void Score(HMODULE plugin, const std::string& document) {
     using Factory = ScoreTranslator* (*)();
     const auto giveMyTranslator = reinterpret_cast<Factory>(GetProcAddress(plugin, "GiveMyTranslator"));
@@ -37,7 +37,7 @@ void Score(HMODULE plugin, const std::string& document) {
     BaseCaseRecord record({"class", "sex", "age"});
     record.SetText(0, "first");
     record.SetText(1, "female");
-    ScoreResult* result = nullptr;  // made by the first call, handed back for the next
+    ScoreResult* result = nullptr;  // made by the first call, filled again by the next
     model->GetScore(&record, result, false);
     std::cout << result->GetPrediction()->GetString() << ' ' << result->GetConfidence() << '\n';
     delete result;
@@ -66,7 +66,7 @@ int wmain(int argc, wchar_t** argv) {
         Score(plugin, document);
     } catch (const VeskException& refusal) {
         status = Report(document, refusal);
-    } catch (const VeskException* refusal) {  // a second target is thrown so
+    } catch (const VeskException* refusal) {  // a second target is thrown as a pointer
         status = Report(document, *refusal);
         delete refusal;
     } catch (const std::exception& fault) {

@@ -9,12 +9,12 @@
 #include "batch/Answers.h"
 #include "batch/InstructionSets.h"
 #include "cases/CaseTable.h"
-#include "cases/RandomDocument.h"
-#include "cases/RandomSet.h"
 #include "host/PluginLibrary.h"
 #include "naivebayes/ModelParts.h"
 #include "support/BruteForceScorer.h"
 #include "support/BruteForceSetScorer.h"
+#include "support/documents/RandomDocument.h"
+#include "support/documents/RandomSet.h"
 
 namespace nbscore::test {
 namespace {

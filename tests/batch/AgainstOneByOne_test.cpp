@@ -16,10 +16,10 @@
 #include "batch/ShapedModel.h"
 #include "cases/CaseFile.h"
 #include "cases/CaseTable.h"
-#include "cases/RandomDerivedDocument.h"
-#include "cases/RandomDocument.h"
-#include "cases/RandomSet.h"
 #include "host/LoadedModel.h"
+#include "support/documents/RandomDerivedDocument.h"
+#include "support/documents/RandomDocument.h"
+#include "support/documents/RandomSet.h"
 #include "table/CaseBinder.h"
 #include "table/CsvReader.h"
 

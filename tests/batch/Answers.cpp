@@ -1,14 +1,13 @@
 #include "batch/Answers.h"
 
 #include <algorithm>
-#include <bit>
-#include <cmath>
 #include <deque>
 #include <memory>
 #include <span>
 #include <string_view>
 
 #include "batch/OwnedColumn.h"
+#include "cases/CaseTable.h"
 #include "framework/ModelSelfTables.h"
 #include "framework/NumericValue.h"
 #include "framework/ScoreClsResult.h"
@@ -143,10 +142,6 @@ std::vector<Call> CallsOf(std::size_t cases, const std::vector<std::size_t>& siz
     return calls;
 }
 
-std::uint64_t Bits(double number) {
-    return std::isnan(number) ? ~std::uint64_t{0} : std::bit_cast<std::uint64_t>(number);
-}
-
 template <typename T>
 std::string DifferenceIn(const char* what, const std::vector<T>& expected, const std::vector<T>& actual) {
     if (expected.size() != actual.size()) {
@@ -156,7 +151,7 @@ std::string DifferenceIn(const char* what, const std::vector<T>& expected, const
     for (std::size_t i = 0; i < expected.size(); ++i) {
         bool same = false;
         if constexpr (std::is_same_v<T, double>) {
-            same = Bits(expected[i]) == Bits(actual[i]);
+            same = BitsOf(expected[i]) == BitsOf(actual[i]);
         } else {
             same = expected[i] == actual[i];
         }

@@ -7,10 +7,10 @@
 
 #include "batch/BatchEngine.h"
 #include "batch/InputTable.h"
-#include "cases/RandomDraws.h"
 #include "framework/ModelTables.h"
 #include "framework/ScoreModel.h"
 #include "framework/ScoreResult.h"
+#include "support/documents/RandomDraws.h"
 
 /// @file
 /// What is answered for a table's cases: one by one by the model itself, and in batches.

@@ -3,8 +3,8 @@
 #include <cstddef>
 
 #include "batch/ResolvedCases.h"
-#include "cases/RandomDraws.h"
 #include "framework/ScoreModel.h"
+#include "support/documents/RandomDraws.h"
 
 namespace nbscore::test {
 

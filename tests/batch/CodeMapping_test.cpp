@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "batch/InstructionSets.h"
-#include "cases/RandomDraws.h"
+#include "support/documents/RandomDraws.h"
 
 namespace nbscore {
 namespace {

@@ -3,8 +3,8 @@
 #include <cstddef>
 
 #include "batch/InputTable.h"
-#include "cases/RandomDraws.h"
 #include "framework/ModelTables.h"
+#include "support/documents/RandomDraws.h"
 
 namespace nbscore::test {
 

@@ -8,10 +8,10 @@
 
 #include "batch/Answers.h"
 #include "batch/DrawnTable.h"
-#include "cases/RandomDocument.h"
-#include "cases/RandomSet.h"
 #include "framework/ModelSelfTables.h"
 #include "plugin/LoadedPlugin.h"
+#include "support/documents/RandomDocument.h"
+#include "support/documents/RandomSet.h"
 
 namespace nbscore::test {
 namespace {

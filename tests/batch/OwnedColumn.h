@@ -10,7 +10,7 @@
 
 #include "batch/Column.h"
 #include "batch/InputTable.h"
-#include "cases/RandomDraws.h"
+#include "support/documents/RandomDraws.h"
 
 namespace nbscore::test {
 

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "cases/RandomDraws.h"
 #include "framework/ModelTables.h"
 #include "naivebayes/NaiveBayesModel.h"
 #include "selflearning/SelfLearningModel.h"
+#include "support/documents/RandomDraws.h"
 
 /// @file
 /// Models of given shapes and random numbers, configured by calls: shapes that loops treat differently, and ones that

@@ -17,7 +17,7 @@ struct ExpectedRefusal {
     std::optional<std::uint64_t> line;
     std::optional<std::uint64_t> column;
     std::optional<std::string> path;
-    /// Texts that the complaint must contain.
+    /// Texts that the message must contain.
     std::vector<std::string> mentions;
 };
 
@@ -26,7 +26,7 @@ struct ExpectedRefusal {
 /// The folder holds document.pmml, rows.csv and either expected.csv (the scored table) or expected-refusal.txt
 /// (lines of a key and its value: status, error, message, line, column, path, mentions). Beside expected.csv there may
 /// be expected-long.csv (the table with a row for each case and sub-model) and expected-messages.txt (what the command
-/// says on standard error, in both shapes; without this file nothing).
+/// writes to standard error, for both tables; without this file nothing).
 struct CaseFile {
     std::filesystem::path folder;
     std::filesystem::path document;
@@ -40,7 +40,7 @@ struct CaseFile {
 /// Every case of the repository, by name; stops the test program when a folder is not as described.
 std::vector<CaseFile> AllCaseFiles();
 
-/// The case's name as a test's name may be written.
+/// The case's name in the form that names of tests must have.
 std::string TestNameOf(const CaseFile& caseFile);
 
 /// How test programs show the case.

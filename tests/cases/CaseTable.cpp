@@ -1,5 +1,7 @@
 #include "cases/CaseTable.h"
 
+#include <bit>
+#include <cmath>
 #include <cstddef>
 #include <cstdlib>
 
@@ -41,6 +43,10 @@ std::string CsvTableText(const std::vector<std::string>& header, const std::vect
     for (const std::vector<std::string>& row : rows)
         appendRow(row);
     return text;
+}
+
+std::uint64_t BitsOf(double number) {
+    return std::isnan(number) ? ~std::uint64_t{0} : std::bit_cast<std::uint64_t>(number);
 }
 
 }  // namespace nbscore::test

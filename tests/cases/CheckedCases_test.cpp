@@ -20,7 +20,7 @@ std::vector<CaseFile> RefusedDocuments() {
 
 class CheckedCases : public testing::TestWithParam<CaseFile> {};
 
-TEST_P(CheckedCases, HaveAnAdviceOfTheirOwn) {
+TEST_P(CheckedCases, GetAdviceOfTheirOwn) {
     const auto plugin = PluginLibrary::Load(NBSCORE_PLUGIN);
     const DocumentCheck check = CheckDocument(plugin, GetParam().document, false);
     ASSERT_FALSE(check.IsSound());

@@ -20,6 +20,16 @@ std::uint64_t Bits(double number) {
 
 }  // namespace
 
+CommandResult ScoreThroughCommand(const TemporaryFolder& folder, const std::string& document, const std::string& table,
+                                  const std::vector<std::string>& options) {
+    CommandCall call;
+    call.program = NBSCORE_COMMAND;
+    call.arguments = {"score", folder.Write("document.pmml", document).string(), "--only-scores"};
+    call.arguments.insert(call.arguments.end(), options.begin(), options.end());
+    call.standardInput = table;
+    return RunCommand(call);
+}
+
 void ExpectSameBits(const ScoreClsResult& result, const RandomDocument& document, const BruteForceScore& expected) {
     ASSERT_EQ(result.GetPrediction()->GetString(),
               document.targetCategories[static_cast<std::size_t>(expected.prediction)]);

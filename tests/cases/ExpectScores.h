@@ -3,13 +3,20 @@
 #include <string>
 #include <vector>
 
-#include "cases/RandomDocument.h"
 #include "framework/ScoreClsResult.h"
+#include "support/RunCommand.h"
+#include "support/TemporaryFolder.h"
+#include "support/documents/RandomDocument.h"
 
 /// @file
-/// What a random document's scores must be: the brute-force scorer's, to the last bit. Each fails fatally.
+/// Scoring random documents, and what their scores must be: the brute-force scorer's, to the last bit. Each Expect
+/// fails fatally.
 
 namespace nbscore::test {
+
+/// Has the built command score a document's table, scores alone.
+CommandResult ScoreThroughCommand(const TemporaryFolder& folder, const std::string& document, const std::string& table,
+                                  const std::vector<std::string>& options = {});
 
 void ExpectSameBits(const ScoreClsResult& result, const RandomDocument& document, const BruteForceScore& expected);
 

@@ -10,18 +10,11 @@
 #include "host/LoadedModel.h"
 #include "output/HostError.h"
 #include "output/OutputSink.h"
+#include "support/TextSink.h"
 #include "table/TableScorer.h"
 
 namespace nbscore::test {
 namespace {
-
-class TextSink : public OutputSink {
-public:
-    void Write(std::string_view bytes) override { text += bytes; }
-    void Commit() override {}
-
-    std::string text;
-};
 
 std::string ScoreCase(const CaseFile& caseFile, bool longRows = false) {
     LoadedModel model = LoadedModel::Read(PluginLibrary::Load(NBSCORE_PLUGIN), caseFile.document);

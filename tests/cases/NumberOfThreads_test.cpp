@@ -1,4 +1,4 @@
-// The number of threads changes nothing that a user sees: what is written, what is said, and the exit status.
+// The number of threads changes nothing that a user sees: neither output nor messages nor exit status.
 
 #include <gtest/gtest.h>
 
@@ -7,22 +7,22 @@
 
 #include "cases/CaseFile.h"
 #include "cases/CaseTable.h"
-#include "cases/RandomDocument.h"
-#include "cases/RandomSet.h"
 #include "support/RunCommand.h"
 #include "support/TemporaryFolder.h"
 #include "support/WholeFile.h"
+#include "support/documents/RandomDocument.h"
+#include "support/documents/RandomSet.h"
 #include "table/CsvScanner.h"
 
 namespace nbscore::test {
 namespace {
 
-/// Long enough to be read in several blocks, whose borders lie anywhere.
+/// Long enough to be read in several blocks, with borders anywhere.
 constexpr std::size_t bytesOfSeveralBlocks = 1'200'000;
 constexpr int numRandomDocuments = 8;
 constexpr int casesPerDocument = 300;
 
-/// The table with its rows again and again.
+/// The table with its rows repeated.
 std::string RepeatRows(std::string table) {
     if (!table.ends_with('\n')) table += '\n';
     std::size_t headerEnd = 0;
@@ -74,7 +74,7 @@ TEST_P(CasesOnThreads, GiveTheSame_OnAnyNumberOfThreads) {
     const std::string rows = ReadWholeFile(caseFile.rows);
     const int exitStatus = caseFile.expectedRefusal ? caseFile.expectedRefusal->exitStatus : 0;
     Scoring(caseFile.document, rows).ExpectTheSameOnAnyNumberOfThreads(exitStatus);
-    // Of refused documents nothing is read, and what is wrong with rows is wrong where they stand first.
+    // For a refused document no table is read, and a faulty row is refused at its first occurrence.
     if (exitStatus == 0) Scoring(caseFile.document, RepeatRows(rows)).ExpectTheSameOnAnyNumberOfThreads(0);
 }
 
@@ -87,11 +87,9 @@ TEST(RandomDocuments, GiveTheSame_OnAnyNumberOfThreads) {
     for (int number = 0; number < numRandomDocuments; ++number) {
         const RandomDocument document = MakeRandomDocument(random);
         SCOPED_TRACE("document " + std::to_string(number) + ":\n" + document.text);
-        std::vector<std::vector<std::string>> rows;
-        for (int i = 0; i < casesPerDocument; ++i)
-            rows.push_back(MakeRandomCase(document, random).cells);
+        const auto cases = DrawEach(casesPerDocument, [&] { return MakeRandomCase(document, random); });
         const Scoring scoring(folder.Write("document.pmml", document.text),
-                              RepeatRows(CsvTableText(NamesOf(document.inputs), rows)));
+                              RepeatRows(CsvTableText(document.inputs, cases)));
         const std::vector<std::string> options =
             number % 2 == 0 ? std::vector<std::string>{} : std::vector<std::string>{"--format", "jsonl"};
         scoring.ExpectTheSameOnAnyNumberOfThreads(0, options);
@@ -104,11 +102,8 @@ TEST(RandomSets, GiveTheSameInEveryShape_OnAnyNumberOfThreads) {
     for (int number = 0; number < numRandomDocuments; ++number) {
         const RandomSet set = MakeRandomSet(random);
         SCOPED_TRACE("set " + std::to_string(number) + ":\n" + set.text);
-        std::vector<std::vector<std::string>> rows;
-        for (int i = 0; i < casesPerDocument; ++i)
-            rows.push_back(MakeRandomSetCase(set, random).cells);
-        const Scoring scoring(folder.Write("document.pmml", set.text),
-                              RepeatRows(CsvTableText(NamesOf(set.columns), rows)));
+        const auto cases = DrawEach(casesPerDocument, [&] { return MakeRandomSetCase(set, random); });
+        const Scoring scoring(folder.Write("document.pmml", set.text), RepeatRows(CsvTableText(set.columns, cases)));
         const std::vector<std::vector<std::string>> shapes = {
             {}, {"--long"}, {"--best", "2"}, {"--long", "--best", "1"}, {"--format", "jsonl"}};
         const std::size_t shape = static_cast<std::size_t>(number) % shapes.size();

@@ -1,5 +1,5 @@
 // Random documents whose inputs are derived fields, read by the plug-in and scored case by case and by the command:
-// every answer must be what the brute-force evaluator and scorer make of the same numbers, to the last bit.
+// every answer must be that of the brute-force evaluator and scorer, to the last bit.
 
 #include <gtest/gtest.h>
 
@@ -13,13 +13,11 @@
 
 #include "cases/CaseTable.h"
 #include "cases/ExpectScores.h"
-#include "cases/RandomDerivedDocument.h"
 #include "framework/BaseCaseRecord.h"
 #include "framework/ScoreClsResult.h"
 #include "framework/TransformationDictionary.h"
 #include "host/PluginLibrary.h"
-#include "support/RunCommand.h"
-#include "support/TemporaryFolder.h"
+#include "support/documents/RandomDerivedDocument.h"
 
 namespace nbscore::test {
 namespace {
@@ -29,7 +27,7 @@ constexpr int casesPerDocument = 12;
 constexpr int documentsThroughCommand = 30;
 constexpr int casesThroughCommand = 40;
 
-/// What has come up.
+/// What the random documents contained.
 struct Seen {
     std::map<int, int> kinds;
     std::map<std::string, int> functions;
@@ -96,7 +94,7 @@ std::string TextOrMissing(const ScoreValue* value) {
     return value == nullptr ? "missing" : "[" + value->GetString() + "]";
 }
 
-/// Asks for each value, whether an input reads it or not.
+/// Compares every derived value, even if no input reads it.
 void ExpectSameValues(const ScoreCaseRecord& computed, const RandomDerivedDocument& made,
                       const RandomDerivedCase& drawn) {
     for (const RandomDerivedField& field : made.derived.fields) {
@@ -128,7 +126,7 @@ void ExpectCasesScored(ScoreModel& model, const RandomDerivedDocument& made, Ran
     delete scored;
 }
 
-/// What was meant to come up did: else the test would say less than it seems to.
+/// Everything that the test claims to cover did occur.
 void ExpectAllCameUp(const Seen& seen) {
     EXPECT_EQ(seen.kinds.size(), 7u);
     for (const auto& [kind, count] : seen.kinds)
@@ -169,7 +167,7 @@ void ExpectAllCameUp(const Seen& seen) {
                                  "stringLength"}) {
         EXPECT_GT(seen.functions.contains(function) ? seen.functions.at(function) : 0, documentCount / 30) << function;
     }
-    // Four treatments and no word of one, as of outliers; four closures; one key and two.
+    // Four treatments and four kinds of outliers, none given included; four closures; one key and two.
     EXPECT_EQ(seen.details.size(), 4u + 4u + 4u + 2u);
     EXPECT_LT(seen.missingValues, seen.values / 2);
     EXPECT_GT(seen.missingValues, seen.values / 20);
@@ -185,7 +183,7 @@ std::string ReplaceAll(std::string text, const std::string& that, const std::str
     return text;
 }
 
-/// Takes everything between two marks, with them, out of a text.
+/// Removes from a text what two marks enclose, and the marks.
 std::string TakeOut(std::string& text, const std::string& begin, const std::string& end) {
     const std::size_t from = text.find(begin);
     if (from == std::string::npos) return {};
@@ -234,29 +232,20 @@ TEST(RandomDerivedFields, ScoreLikeTheBruteForceScorer_ThroughTheCommand) {
     for (int number = 0; number < documentsThroughCommand; ++number) {
         const RandomDerivedDocument made = MakeRandomDerivedDocument(random);
         SCOPED_TRACE("document " + std::to_string(number) + ":\n" + made.document.text);
-        std::vector<RandomCase> cases;
-        std::vector<std::vector<std::string>> rows;
-        for (int i = 0; i < casesThroughCommand; ++i) {
+        const std::vector<RandomCase> cases = DrawEach(casesThroughCommand, [&] {
             const RandomDerivedCase drawn = MakeRandomDerivedCase(made, random);
-            cases.push_back({drawn.cells, drawn.codes});
-            rows.push_back(drawn.cells);
-        }
-        CommandCall call;
-        call.program = NBSCORE_COMMAND;
-        call.arguments = {"score", folder.Write("document.pmml", made.document.text).string(), "--only-scores"};
-        call.standardInput = CsvTableText(NamesOf(made.columns), rows);
-        const CommandResult result = RunCommand(call);
+            return RandomCase{drawn.cells, drawn.codes};
+        });
+        const std::string table = CsvTableText(made.columns, cases);
+        const CommandResult result = ScoreThroughCommand(folder, made.document.text, table);
         ASSERT_EQ(result.exitStatus, 0) << result.err;
         ExpectScoreTable(result.out, made.document, cases);
-        // Adapting takes blanks off values that no expression reads, in the document and not in the table: without
-        // them.
+        // Adapting removes blanks around values that no expression reads, but only in the document: none here.
         const std::string unpadded = ReplaceAll(made.document.text, " pad ", "(pad)");
-        call.standardInput = ReplaceAll(call.standardInput, " pad ", "(pad)");
-        folder.Write("document.pmml", unpadded);
-        const std::string expected = RunCommand(call).out;
-        folder.Write("document.pmml", WithLocalFields(unpadded));
-        call.arguments.emplace_back("--adapt");
-        EXPECT_EQ(RunCommand(call).out, expected);
+        const std::string unpaddedTable = ReplaceAll(table, " pad ", "(pad)");
+        const std::string expected = ScoreThroughCommand(folder, unpadded, unpaddedTable).out;
+        const std::string local = WithLocalFields(unpadded);
+        EXPECT_EQ(ScoreThroughCommand(folder, local, unpaddedTable, {"--adapt"}).out, expected);
         if (HasFatalFailure()) return;
     }
 }

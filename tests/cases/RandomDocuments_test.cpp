@@ -8,12 +8,10 @@
 
 #include "cases/CaseTable.h"
 #include "cases/ExpectScores.h"
-#include "cases/RandomDocument.h"
 #include "framework/BaseCaseRecord.h"
 #include "framework/ScoreClsResult.h"
 #include "host/PluginLibrary.h"
-#include "support/RunCommand.h"
-#include "support/TemporaryFolder.h"
+#include "support/documents/RandomDocument.h"
 
 namespace nbscore::test {
 namespace {
@@ -52,17 +50,8 @@ TEST(RandomDocuments, ScoreLikeTheBruteForceScorer_ThroughTheCommand) {
     for (int number = 0; number < documentsThroughCommand; ++number) {
         const RandomDocument document = MakeRandomDocument(random);
         SCOPED_TRACE("document " + std::to_string(number) + ":\n" + document.text);
-        std::vector<RandomCase> cases;
-        std::vector<std::vector<std::string>> rows;
-        for (int i = 0; i < casesThroughCommand; ++i) {
-            cases.push_back(MakeRandomCase(document, random));
-            rows.push_back(cases.back().cells);
-        }
-        CommandCall call;
-        call.program = NBSCORE_COMMAND;
-        call.arguments = {"score", folder.Write("document.pmml", document.text).string(), "--only-scores"};
-        call.standardInput = CsvTableText(NamesOf(document.inputs), rows);
-        const CommandResult result = RunCommand(call);
+        const auto cases = DrawEach(casesThroughCommand, [&] { return MakeRandomCase(document, random); });
+        const CommandResult result = ScoreThroughCommand(folder, document.text, CsvTableText(document.inputs, cases));
         ASSERT_EQ(result.exitStatus, 0) << result.err;
         ExpectScoreTable(result.out, document, cases);
         if (HasFatalFailure()) return;

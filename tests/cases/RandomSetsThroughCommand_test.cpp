@@ -1,5 +1,5 @@
 // Random sets of sub-models, read and scored by the command: every cell must be the brute-force scorer's number, and
-// every column be labelled as users are told.
+// every column must have the documented label.
 
 #include <gtest/gtest.h>
 
@@ -9,10 +9,9 @@
 #include <sstream>
 
 #include "cases/CaseTable.h"
-#include "cases/RandomSet.h"
+#include "cases/ExpectScores.h"
 #include "framework/NumberText.h"
-#include "support/RunCommand.h"
-#include "support/TemporaryFolder.h"
+#include "support/documents/RandomSet.h"
 #include "table/CsvReader.h"
 
 namespace nbscore::test {
@@ -21,8 +20,8 @@ namespace {
 constexpr int setsThroughCommand = 40;
 constexpr int casesThroughCommand = 60;
 
-/// A name that is empty or not the only one of its kind gets the sub-model's index; so does one that then equals a
-/// label made so, until nothing changes any more.
+/// A name that is empty or not unique gets the sub-model's index; so does one that then equals a label made this way,
+/// until nothing changes any more.
 std::vector<std::string> ExpectedHeader(const RandomSet& set) {
     std::vector<std::string> labels(set.subModels.size());
     std::vector<bool> numbered(labels.size(), false);
@@ -74,7 +73,7 @@ void ExpectTable(const std::string& table, const RandomSet& set, const std::vect
     ASSERT_FALSE(reader.ReadRow(cells));
 }
 
-/// Without sub-models there is no column, and nothing to compare.
+/// Without sub-models there is no column to compare.
 RandomSet MakeRandomSetWithSubModels(Randomness& random) {
     while (true) {
         RandomSet set = MakeRandomSet(random);
@@ -88,17 +87,8 @@ TEST(RandomSets, ScoreLikeTheBruteForceScorer_ThroughTheCommand) {
     for (int number = 0; number < setsThroughCommand; ++number) {
         const RandomSet set = MakeRandomSetWithSubModels(random);
         SCOPED_TRACE("set " + std::to_string(number) + ":\n" + set.text);
-        std::vector<RandomSetCase> cases;
-        std::vector<std::vector<std::string>> rows;
-        for (int i = 0; i < casesThroughCommand; ++i) {
-            cases.push_back(MakeRandomSetCase(set, random));
-            rows.push_back(cases.back().cells);
-        }
-        CommandCall call;
-        call.program = NBSCORE_COMMAND;
-        call.arguments = {"score", folder.Write("document.pmml", set.text).string(), "--only-scores"};
-        call.standardInput = CsvTableText(NamesOf(set.columns), rows);
-        const CommandResult result = RunCommand(call);
+        const auto cases = DrawEach(casesThroughCommand, [&] { return MakeRandomSetCase(set, random); });
+        const CommandResult result = ScoreThroughCommand(folder, set.text, CsvTableText(set.columns, cases));
         ASSERT_EQ(result.exitStatus, 0) << result.err;
         ExpectTable(result.out, set, cases);
         if (HasFatalFailure()) return;

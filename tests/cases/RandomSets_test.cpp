@@ -3,20 +3,18 @@
 
 #include <gtest/gtest.h>
 
-#include <bit>
 #include <cmath>
-#include <cstdint>
 #include <memory>
 #include <sstream>
 
 #include "cases/CaseTable.h"
-#include "cases/RandomSet.h"
 #include "framework/BaseCaseRecord.h"
 #include "framework/MCMV.h"
 #include "framework/ResultAdvice.h"
 #include "framework/SubModelScoring.h"
 #include "host/PluginLibrary.h"
 #include "selflearning/SelfLearningResult.h"
+#include "support/documents/RandomSet.h"
 
 namespace nbscore::test {
 namespace {
@@ -24,7 +22,7 @@ namespace {
 constexpr int setCount = 3000;
 constexpr int casesPerSet = 12;
 
-/// The same record, to be read by name alone.
+/// The same record, read only by name.
 class RecordWithoutPositions : public ScoreCaseRecord {
 public:
     explicit RecordWithoutPositions(const ScoreCaseRecord& source) : record(source) {}
@@ -41,15 +39,10 @@ private:
     const ScoreCaseRecord& record;
 };
 
-/// How the model gets at a case's values.
+/// How the model reads a case's values.
 enum class Access { ByPosition, ByName, ByPositionWithDerived };
 
-/// All NaNs count as one: which of them arithmetic gives is the processor's affair.
-std::uint64_t Bits(double number) {
-    return std::isnan(number) ? ~std::uint64_t{0} : std::bit_cast<std::uint64_t>(number);
-}
-
-/// Which unusual answers have come up.
+/// Which unusual answers occurred.
 struct Seen {
     int noSubModels = 0;
     int noNumber = 0;
@@ -72,7 +65,7 @@ struct Seen {
     }
 };
 
-/// Columns of a record that has its derived fields' values too.
+/// The columns of a record, with those of derived fields where the record has them.
 std::vector<RandomInput> RecordColumns(const RandomSet& set, Access access) {
     std::vector<RandomInput> columns = set.columns;
     if (access != Access::ByPositionWithDerived) return columns;
@@ -105,7 +98,7 @@ void ExpectSameBits(ScoreResult& result, const RandomSet& set, const std::vector
         ASSERT_EQ(descriptors[m].modelName, subModel.name);
         ASSERT_EQ(descriptors[m].assessmentMean, subModel.assessmentMean.value_or(MCMV::gMissingValue));
         ASSERT_EQ(descriptors[m].assessmentStdDev, subModel.assessmentStdDev.value_or(MCMV::gMissingValue));
-        ASSERT_EQ(Bits(descriptors[m].score), Bits(expected[m]))
+        ASSERT_EQ(BitsOf(descriptors[m].score), BitsOf(expected[m]))
             << "sub-model " << m << ": " << descriptors[m].score << " instead of " << expected[m];
         seen.Note(subModel, expected[m]);
     }
@@ -118,19 +111,19 @@ std::vector<double> ExpectedScores(const RandomSet& set, const RandomSetCase& ra
     return ScoreSetByBruteForce(numbers, randomCase.codes);
 }
 
-/// Each sub-model asked alone says the same, the last one first.
+/// Each sub-model scored alone gives the same score, the last one first.
 void ExpectSameBitsAlone(ScoreModel& model, const ScoreCaseRecord& record, bool derivedInRecord,
                          const std::vector<double>& expected) {
     auto* const subModels = dynamic_cast<SubModelScoring*>(&model);
     ASSERT_NE(subModels, nullptr);
     for (std::size_t m = expected.size(); m-- > 0;) {
         const double score = subModels->ScoreSubModel(&record, static_cast<int>(m), derivedInRecord);
-        ASSERT_EQ(Bits(score), Bits(expected[m])) << "sub-model " << m << " alone: " << score;
+        ASSERT_EQ(BitsOf(score), BitsOf(expected[m])) << "sub-model " << m << " alone: " << score;
     }
 }
 
-/// Scores cases one after the other, handing back the result of the case before, which is replaced every time: a remark
-/// on it does not come back.
+/// Scores cases one after the other and passes the result of the case before, which is replaced each time: advice added
+/// to it does not come back.
 void ExpectCasesScored(ScoreModel& model, const RandomSet& set, Access access, Randomness& random, Seen& seen) {
     const std::vector<RandomInput> columns = RecordColumns(set, access);
     BaseCaseRecord record(NamesOf(columns));
@@ -167,7 +160,7 @@ TEST(RandomSets, ScoreLikeTheBruteForceScorer_CaseByCase) {
         if (!HasFatalFailure()) ExpectCasesScored(*model, set, access, random, seen);
         if (HasFatalFailure()) return;
     }
-    // What was meant to come up did: else this test would say less than it seems to.
+    // Everything that the test claims to cover did occur.
     EXPECT_GT(seen.noSubModels, setCount / 20);
     EXPECT_GT(seen.derivedInputs, setCount / 2);
     EXPECT_GT(seen.noNumber, setCount / 10);

@@ -1,31 +1,65 @@
-// Test cases of sub-models are verified alike, whether a set scores the one that a case is for or only all of them.
+// Test cases of sub-models are verified with the same result whether a set can score one sub-model or only all of them.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <bit>
-#include <cmath>
 #include <sstream>
 
-#include "cases/PlainModel.h"
-#include "cases/RandomSet.h"
+#include "cases/CaseTable.h"
+#include "framework/ScoreModel.h"
 #include "framework/VeskException.h"
 #include "host/LoadedModel.h"
 #include "host/SourceDocument.h"
+#include "support/documents/RandomSet.h"
 #include "verify/ModelVerifier.h"
 
 namespace nbscore::test {
 namespace {
 
-/// What verifying tells, difference by difference: "SUBMODEL ROW FIELD EXPECTED ACTUAL BITS".
+/// Another model, reduced to the interface ScoreModel.
+class PlainModel : public ScoreModel {
+public:
+    /// @param hidden borrowed.
+    explicit PlainModel(ScoreModel& hidden) : model(hidden) {}
+
+    void SetScoreDictionary(ScoreDictionary* dictionary) override { model.SetScoreDictionary(dictionary); }
+    void SetTransformationScoreDictionary(TransformationDictionary* dictionary) override {
+        model.SetTransformationScoreDictionary(dictionary);
+    }
+    bool SetVarRole(const std::string& name, VarRole role) override { return model.SetVarRole(name, role); }
+    bool SetVarRole(const ScoreDictVar* var, VarRole role) override { return model.SetVarRole(var, role); }
+    void SetMissingValuePolicy(MVPolicy policy) override { model.SetMissingValuePolicy(policy); }
+    void SetVersionInfo(ScoreVersionInfo* version) override { model.SetVersionInfo(version); }
+    void SetPredictionOnly(bool only) override { model.SetPredictionOnly(only); }
+    int GetVarRole(const std::string& name) const override { return model.GetVarRole(name); }
+    int GetVarRole(const ScoreDictVar* var) const override { return model.GetVarRole(var); }
+    const ScoreVersionInfo* GetVersionInfo() const override { return model.GetVersionInfo(); }
+    ScoreDictionary* GetVarsOfRole(VarRole role) const override { return model.GetVarsOfRole(role); }
+    const ScoreDictVar* GetTargetVar() const override { return model.GetTargetVar(); }
+    const ScoreDictionary* GetDictionary() const override { return model.GetDictionary(); }
+    TransformationDictionary* GetTransformationDictionary() const override {
+        return model.GetTransformationDictionary();
+    }
+    MCScore::MCStatus GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool derivedInRecord) override {
+        return model.GetScore(record, result, derivedInRecord);
+    }
+    MVPolicy GetMissingValuePolicy() override { return model.GetMissingValuePolicy(); }
+    ModelType GetModelType() override { return model.GetModelType(); }
+    bool GetPredictionOnly() const override { return model.GetPredictionOnly(); }
+    void Display(std::ostream& out) const override { model.Display(out); }
+
+private:
+    ScoreModel& model;
+};
+
+/// The differences that verifying finds, each as "SUBMODEL ROW FIELD EXPECTED ACTUAL BITS", and the totals.
 std::vector<std::string> Verify(ScoreModel& model, const std::vector<VerificationSuite>& suites) {
     std::vector<std::string> told;
     const auto onDifference = [&told](const CellDifference& difference) {
-        const double actual = difference.actual.number.value_or(0.0);
         std::ostringstream line;
         line << difference.subModel.value_or("-") << ' ' << difference.row << ' ' << difference.field << ' '
              << difference.expected.text << ' ' << difference.actual.text << ' '
-             << (std::isnan(actual) ? ~std::uint64_t{0} : std::bit_cast<std::uint64_t>(actual));
+             << BitsOf(difference.actual.number.value_or(0.0));
         told.push_back(line.str());
     };
     const VerificationSummary summary = VerifyModel(model, suites, onDifference, [] {});
@@ -33,7 +67,7 @@ std::vector<std::string> Verify(ScoreModel& model, const std::vector<Verificatio
     return told;
 }
 
-/// Two models of one document, because a model keeps what its first case tells it.
+/// Takes two models of one document, because a model keeps the positions of its first record.
 void ExpectSameBothWays(const LoadedModel& ableToScoreOne, const LoadedModel& other,
                         const std::vector<VerificationSuite>& suites, std::size_t& differences) {
     PlainModel plain(other.Get());
@@ -42,7 +76,7 @@ void ExpectSameBothWays(const LoadedModel& ableToScoreOne, const LoadedModel& ot
     differences += told.size() - 1;
 }
 
-/// Nothing for a document that is no XML.
+/// Nothing for a document that is not XML.
 std::optional<SourceDocument> ReadAdapted(const std::filesystem::path& path) {
     try {
         SourceDocument document = SourceDocument::Read(path.string());
@@ -87,7 +121,7 @@ VerificationField Named(const std::string& name) {
     return field;
 }
 
-/// A test case for each sub-model, which expects a score that hardly any has.
+/// Test cases for each sub-model, which expect a score that hardly any has.
 std::vector<VerificationSuite> MakeSuites(const RandomSet& set, const std::string& scoredValue, Randomness& random) {
     std::vector<VerificationSuite> suites(set.subModels.size());
     for (std::size_t m = 0; m < suites.size(); ++m) {

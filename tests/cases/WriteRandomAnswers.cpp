@@ -1,9 +1,7 @@
-// Writes what random documents display and how they score random cases, every number by its bits: what two builds write
-// is to be the same. Arguments: the plug-in, and the file to write.
+// Writes the text dumps of random documents and their scores of random cases, numbers as their bits: two builds must
+// write the same. Arguments: the plug-in, and the file to write.
 
-#include <bit>
 #include <cmath>
-#include <cstdint>
 #include <fstream>
 #include <functional>
 #include <memory>
@@ -12,13 +10,13 @@
 #include <vector>
 
 #include "cases/CaseTable.h"
-#include "cases/RandomDerivedDocument.h"
-#include "cases/RandomDocument.h"
-#include "cases/RandomSet.h"
 #include "framework/BaseCaseRecord.h"
 #include "framework/ScoreClsResult.h"
 #include "host/PluginLibrary.h"
 #include "selflearning/SelfLearningResult.h"
+#include "support/documents/RandomDerivedDocument.h"
+#include "support/documents/RandomDocument.h"
+#include "support/documents/RandomSet.h"
 
 namespace nbscore::test {
 namespace {
@@ -26,25 +24,20 @@ namespace {
 constexpr int documentsOfAKind = 1000;
 constexpr int casesPerDocument = 12;
 
-/// All NaNs count as one: which of them arithmetic gives is the processor's affair.
-std::uint64_t Bits(double number) {
-    return std::isnan(number) ? ~std::uint64_t{0} : std::bit_cast<std::uint64_t>(number);
-}
-
 void WriteScores(std::ostream& out, const ScoreResult& result) {
     if (const auto* single = dynamic_cast<const ScoreClsResult*>(&result)) {
-        out << single->GetPrediction()->GetString() << ' ' << Bits(single->GetConfidence());
+        out << single->GetPrediction()->GetString() << ' ' << BitsOf(single->GetConfidence());
         for (const auto& [value, probability] : single->GetAllValuePercent())
-            out << ' ' << Bits(probability);
+            out << ' ' << BitsOf(probability);
     } else {
         using Scores = VectorValue<SelfLearningResult::ModelDescriptor>;
         for (const auto& descriptor : dynamic_cast<const Scores&>(*result.GetPrediction()).GetVectorValue())
-            out << Bits(descriptor.score) << ' ';
+            out << BitsOf(descriptor.score) << ' ';
     }
     out << '\n';
 }
 
-/// @param drawCells the cells of a new case.
+/// @param drawCells returns the cells of a new case.
 void WriteAnswers(std::ostream& out, const PluginLibrary& plugin, const std::string& text,
                   const std::vector<RandomInput>& columns, const std::function<std::vector<std::string>()>& drawCells) {
     std::istringstream source(text);

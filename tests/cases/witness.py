@@ -64,7 +64,7 @@ class Field:
             self.numeric and float(cell) in [number_or_none(text) for text in self.missing])
 
     def key(self, text):
-        """Numeric fields take every text that is no number for one value, which no cell has."""
+        """Numeric fields read every text that is not a number as one value, which no cell has."""
         return number_or_none(text) if self.numeric else text
 
     def text(self, key):
@@ -80,7 +80,7 @@ def total(numbers):
 
 
 def divided(dividend, divisor):
-    """Division as the processor has it, by zero as well."""
+    """Division as the processor does it, even by zero."""
     if divisor != 0:
         return dividend / divisor
     if dividend == 0 or math.isnan(dividend):
@@ -157,13 +157,13 @@ class Classifier:
     def cell(self, field, case):
         """A field that renames another has the other's value, unless that is missing."""
         if field.source is None:
-            return case.get(field.name, "")  # only a target that is read may have no column
+            return case.get(field.name, "")  # only a target that is read may lack a column
         source = self.fields[field.source]
         cell = self.cell(source, case)
         return "" if cell == "" or source.is_missing(cell) else cell
 
     def joint(self, case):
-        """Prior times the probabilities of what is known, per target value; nothing when nothing is known."""
+        """Prior times the probabilities of the known values, per target value; None when nothing is known."""
         codes = [input_.code(self.cell(input_.field, case)) for input_ in self.inputs]
         if all(code is None for code in codes):
             return None
@@ -243,7 +243,7 @@ class SubModel:
 
 
 class SubModels:
-    """A document with any number of classifiers, each of which says how likely the target's second value is."""
+    """A document with any number of classifiers, each of which gives the probability of the target's second value."""
 
     def __init__(self, elements, fields):
         target = predicted_field(elements[0], fields) if elements else None

@@ -2,6 +2,7 @@
 // nobody reads on.
 
 #include <csignal>
+#include <functional>
 
 #include "cli/CommandTest.h"
 #include "cli/NamedPipe.h"
@@ -32,6 +33,27 @@ protected:
         return call;
     }
 
+    /// Sends row after row, and expects the scores of each before the next one is sent.
+    /// @param rowEnd is sent with a row.
+    /// @param beforeRow what is sent in front of the row of this number.
+    void ExpectEachRowAnswered(const std::string& rowEnd, const std::function<std::string(std::size_t)>& beforeRow) {
+        const std::vector<std::string> scores = Lines(Run({"score", "model.pmml", "cases.csv"}).out);
+        ASSERT_EQ(scores.size(), 3U);
+        StartedCommand started(MakeScoreCall("-"));
+        const std::vector<std::string> rows = Lines(fruitCases);
+        started.WriteInput(rows[0] + rowEnd);
+        for (std::size_t i = 0; i < 6; ++i) {
+            started.WriteInput(beforeRow(i) + rows[1 + i % 2] + rowEnd);
+            // The header comes with the first row's scores.
+            const std::string firstLine = pipe.ReadLine();
+            ASSERT_EQ(i == 0 ? pipe.ReadLine() : firstLine, scores[1 + i % 2]);
+        }
+        started.CloseInput();
+        const CommandResult result = started.Wait();
+        EXPECT_EQ(result.exitStatus, 0);
+        EXPECT_EQ(result.err, "");
+    }
+
     /// A table of many blocks, whose scores no pipe holds.
     void WriteLongTable() const {
         std::string table = fruitCases;
@@ -44,40 +66,12 @@ protected:
 };
 
 TEST_P(ScorePipe, EachRowIsAnswered_BeforeTheNextOneComes) {
-    const std::vector<std::string> scores = Lines(Run({"score", "model.pmml", "cases.csv"}).out);
-    ASSERT_EQ(scores.size(), 3U);
-    StartedCommand started(MakeScoreCall("-"));
-    const std::vector<std::string> rows = Lines(fruitCases);
-    started.WriteInput(rows[0] + "\n");
-    for (std::size_t i = 0; i < 6; ++i) {
-        started.WriteInput(rows[1 + i % 2] + "\n");
-        // The header comes with the first answer.
-        const std::string firstLine = pipe.ReadLine();
-        ASSERT_EQ(i == 0 ? pipe.ReadLine() : firstLine, scores[1 + i % 2]);
-    }
-    started.CloseInput();
-    const CommandResult result = started.Wait();
-    EXPECT_EQ(result.exitStatus, 0);
-    EXPECT_EQ(result.err, "");
+    ExpectEachRowAnswered("\n", [](std::size_t) { return ""; });
 }
 
 /// What writes CRLF may send the two bytes apart.
-TEST_P(ScorePipe, EachRowIsAnsweredAtItsCarriageReturn_AndTheLineFeedThatComesLaterIsNoRow) {
-    const std::vector<std::string> scores = Lines(Run({"score", "model.pmml", "cases.csv"}).out);
-    ASSERT_EQ(scores.size(), 3U);
-    StartedCommand started(MakeScoreCall("-"));
-    const std::vector<std::string> rows = Lines(fruitCases);
-    started.WriteInput(rows[0] + "\r");
-    for (std::size_t i = 0; i < 6; ++i) {
-        const std::string lineFeedOfTheRowBefore = i % 3 == 0 ? "\n" : "";
-        started.WriteInput(lineFeedOfTheRowBefore + rows[1 + i % 2] + "\r");
-        const std::string firstLine = pipe.ReadLine();
-        ASSERT_EQ(i == 0 ? pipe.ReadLine() : firstLine, scores[1 + i % 2]);
-    }
-    started.CloseInput();
-    const CommandResult result = started.Wait();
-    EXPECT_EQ(result.exitStatus, 0);
-    EXPECT_EQ(result.err, "");
+TEST_P(ScorePipe, EachRowIsAnsweredAtItsCarriageReturn_AndALaterLineFeedIsNoRow) {
+    ExpectEachRowAnswered("\r", [](std::size_t row) { return row % 3 == 0 ? "\n" : ""; });
 }
 
 TEST_P(ScorePipe, TheRunEndsAtOnce_WhenToldToWhileThePipeIsFull) {

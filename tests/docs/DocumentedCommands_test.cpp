@@ -19,7 +19,7 @@ struct DocumentedCommand {
     std::string output;
 };
 
-/// The commands of a page: lines behind "$ " inside ```console blocks, each followed by its output.
+/// The commands of a page: lines after "$ " inside ```console blocks, each followed by its output.
 std::vector<DocumentedCommand> CommandsOf(const std::string& page) {
     std::ifstream file(std::filesystem::path(NBSCORE_SOURCE_DIR) / page);
     std::vector<DocumentedCommand> commands;

@@ -1,5 +1,5 @@
-// The page of the built-in functions ends in their table, which is the program's own. When this test fails, run it once
-// with NBSCORE_UPDATE_DOCS=1 in the environment: it then writes the page anew.
+// The page of the built-in functions ends with the program's own table of them. When this test fails, run it once with
+// NBSCORE_UPDATE_DOCS=1 in the environment to update the page.
 
 #include <gtest/gtest.h>
 
@@ -63,7 +63,7 @@ std::string Tables() {
     return tables;
 }
 
-TEST(FunctionsPage, HasTheProgramsTable) {
+TEST(FunctionsPage, ShowsTheProgramsTable) {
     const auto path = std::filesystem::path(NBSCORE_SOURCE_DIR) / "docs" / "functions.md";
     const std::string page = ReadWholeFile(path);
     const std::size_t start = page.find(tableStart);

@@ -1,4 +1,4 @@
-// Memory that runs out at every single allocation of everything that is done with a document.
+// Memory runs out at every single allocation of everything that a host does with a document.
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ struct Subject {
     WorkMaker make;
     DocumentAndRows about;
     Shortage shortage;
-    /// Not every allocation is tried, but each of this many-th.
+    /// Only every so many-th allocation fails: 1 tries all.
     std::uint64_t stride;
 };
 
@@ -39,7 +39,7 @@ struct Attempt {
     bool hasFailedAllocation = false;
 };
 
-/// What is said of a document when memory runs out; a check answers with it, all else ends with it.
+/// The message for a document when memory runs out: a check reports it, all else throws it.
 bool TellsOfMemory(const std::string& text) {
     return text.find("error 12: The document takes more memory than there is.\n") != std::string::npos;
 }
@@ -75,7 +75,7 @@ Attempt AttemptWork(Work& work, std::uint64_t failing, Shortage shortage) {
 
 class AllocationFailure : public testing::TestWithParam<Subject> {
 protected:
-    /// One attempt with a failure, and one without behind it. What they leave behind is counted.
+    /// One attempt with a failure, then one without. Counts what they leave behind.
     std::int64_t CountLeftBehind(std::uint64_t failing, bool& hasFailedAllocation) {
         const std::int64_t before = CountLiveAllocations();
         {
@@ -94,14 +94,14 @@ protected:
     std::string expected;
 };
 
-TEST_P(AllocationFailure, SurfacesAndLeavesNothingBehind) {
-    // Twice: what is made once in a program's life is there then.
+TEST_P(AllocationFailure, IsReportedAndLeavesNothingBehind) {
+    // Twice, so that whatever is made once in a program's life exists.
     for (int i = 0; i < 2; ++i)
         expected = GetParam().make(GetParam().about)->Do();
     std::uint64_t failing = 1;
     for (bool hasFailedAllocation = true; hasFailedAllocation; failing += GetParam().stride) {
         std::int64_t left = CountLeftBehind(failing, hasFailedAllocation);
-        // Some things are made once too, only on the way of a failure.
+        // Some things are made once, too, but only when something fails.
         if (left != 0) left = CountLeftBehind(failing, hasFailedAllocation);
         EXPECT_EQ(left, 0) << "allocation " << failing;
         if (HasFailure()) break;
@@ -110,7 +110,7 @@ TEST_P(AllocationFailure, SurfacesAndLeavesNothingBehind) {
     RecordProperty("allocations", static_cast<int>(failing));
 }
 
-/// A check says of its own document that memory ran out, so that others can be checked behind it.
+/// A check reports that memory ran out for its own document, so that the next ones can be checked.
 TEST(AllocationFailureOfACheck, IsAnErrorOfTheDocument_WherePossible) {
     const std::filesystem::path document = std::filesystem::path(NBSCORE_EXAMPLES) / "iris/iris.pmml";
     const std::shared_ptr<PluginLibrary> plugin = PluginLibrary::Load(NBSCORE_PLUGIN);
@@ -129,7 +129,7 @@ TEST(AllocationFailureOfACheck, IsAnErrorOfTheDocument_WherePossible) {
     EXPECT_GT(failing, 100U);
 }
 
-/// The first case of a document with derived fields finds the memory for their values ready.
+/// The memory for the values of derived fields is ready before the first case.
 TEST(DerivedValues, HaveTheirMemory_BeforeTheFirstCase) {
     const std::filesystem::path document = std::filesystem::path(NBSCORE_FAULT_DOCUMENTS) / "derived-fields.pmml";
     const LoadedModel model = LoadedModel::Read(PluginLibrary::Load(NBSCORE_PLUGIN), document);
@@ -138,16 +138,6 @@ TEST(DerivedValues, HaveTheirMemory_BeforeTheFirstCase) {
     const std::int64_t before = CountLiveAllocations();
     ASSERT_NE(derived->GetValuesForDeriedVars(nullptr, model.Get().GetDictionary()), nullptr);
     EXPECT_EQ(CountLiveAllocations(), before);
-}
-
-std::vector<DocumentAndRows> AllDocuments() {
-    const std::filesystem::path examples = NBSCORE_EXAMPLES;
-    const std::filesystem::path documents = NBSCORE_FAULT_DOCUMENTS;
-    return {{"Titanic", examples / "titanic/titanic.pmml", examples / "titanic/people.csv"},
-            {"Iris", examples / "iris/iris.pmml", examples / "iris/flowers.csv"},
-            {"Offers", examples / "offers/offers.pmml", examples / "offers/customers.csv"},
-            {"DerivedFields", documents / "derived-fields.pmml", documents / "derived-fields.csv"},
-            {"NewerProducer", documents / "newer-producer.pmml", documents / "newer-producer.csv"}};
 }
 
 std::vector<Subject> AllSubjects() {

@@ -1,4 +1,4 @@
-// Work that its caller ends, at every single question whether it is still wanted.
+// Work that its caller cancels, once at each of the moments at which it asks whether it is cancelled.
 
 #include <gtest/gtest.h>
 
@@ -12,40 +12,26 @@
 
 #include "check/DocumentCheck.h"
 #include "faults/FailingAllocations.h"
+#include "check/DocumentCheck.h"
+#include "faults/Work.h"
 #include "host/LoadedModel.h"
 #include "host/SourceDocument.h"
 #include "output/OutputSink.h"
+#include "support/TextSink.h"
+#include "verify/ModelVerifier.h"
 #include "table/TableScorer.h"
 #include "verify/ModelVerifier.h"
 
 namespace nbscore::test {
 namespace {
 
-struct Subject {
-    std::string name;
-    std::filesystem::path document;
-    std::filesystem::path rows;
-};
-
-void PrintTo(const Subject& subject, std::ostream* out) {
-    *out << subject.name;
-}
-
-class TextSink : public OutputSink {
-public:
-    void Write(std::string_view bytes) override { text += bytes; }
-    void Commit() override {}
-
-    std::string text;
-};
-
 constexpr std::uint64_t never = std::numeric_limits<std::uint64_t>::max();
 
-class CancelledWork : public testing::TestWithParam<Subject> {
+class CancelledWork : public testing::TestWithParam<DocumentAndRows> {
 protected:
     /// Checks the document, then reads, adapts, verifies and scores with it, one case after another and on threads.
     std::string Do(const Limits& limits) const {
-        const Subject& subject = GetParam();
+        const DocumentAndRows& subject = GetParam();
         TextSink sink;
         sink.text = WriteCheckAsText(CheckDocument(plugin, subject.document, true, limits));
         SourceDocument source = SourceDocument::Read(subject.document.string(), limits);
@@ -63,7 +49,7 @@ protected:
         return sink.text;
     }
 
-    /// The first so many questions are answered with no.
+    /// Limits that cancel the work after this many questions.
     static Limits CancellingAfter(std::uint64_t questions, std::atomic<std::uint64_t>& asked) {
         Limits limits;
         limits.isCancelled = [questions, &asked] { return ++asked > questions; };
@@ -79,7 +65,7 @@ TEST_P(CancelledWork, EndsAtOnceAndLeavesNothingBehind) {
     EXPECT_GT(questions, 10U);
     RecordProperty("questions", std::to_string(questions));
     std::atomic<std::uint64_t> asked = 0;
-    // What is made once in a program's life is there then.
+    // After this, whatever is made once in a program's life exists.
     EXPECT_THROW(Do(CancellingAfter(0, asked)), CancelledError);
     for (std::uint64_t answered = 0; answered < questions && !HasFailure(); ++answered) {
         const std::int64_t before = CountLiveAllocations();
@@ -91,16 +77,8 @@ TEST_P(CancelledWork, EndsAtOnceAndLeavesNothingBehind) {
     EXPECT_EQ(Do(CancellingAfter(never, asked)), expected);
 }
 
-const std::filesystem::path examples = NBSCORE_EXAMPLES;
-const std::filesystem::path documents = NBSCORE_FAULT_DOCUMENTS;
-
-INSTANTIATE_TEST_SUITE_P(
-    Documents, CancelledWork,
-    testing::Values(Subject{"Titanic", examples / "titanic/titanic.pmml", examples / "titanic/people.csv"},
-                    Subject{"Offers", examples / "offers/offers.pmml", examples / "offers/customers.csv"},
-                    Subject{"DerivedFields", documents / "derived-fields.pmml", documents / "derived-fields.csv"},
-                    Subject{"NewerProducer", documents / "newer-producer.pmml", documents / "newer-producer.csv"}),
-    [](const auto& instance) { return instance.param.name; });
+INSTANTIATE_TEST_SUITE_P(Documents, CancelledWork, testing::ValuesIn(AllDocuments()),
+                         [](const auto& instance) { return instance.param.name; });
 
 }  // namespace
 }  // namespace nbscore::test

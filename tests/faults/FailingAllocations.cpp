@@ -41,8 +41,8 @@ int FindRegularExpressions(dl_phdr_info* library, std::size_t, void* found) {
     return 1;
 }
 
-/// The library of regular expressions knows no exceptions: what it is building when one passes through it is lost. So
-/// allocations on its behalf are left alone.
+/// The library of regular expressions is not safe with exceptions: what it is building when one passes through is lost.
+/// So its allocations never fail.
 bool IsForRegularExpressions() {
     static const CodeRange regularExpressions = [] {
         CodeRange found;
@@ -89,7 +89,7 @@ void* operator new(std::size_t size) {
 void* operator new[](std::size_t size) {
     return Allocate(size);
 }
-// The standard library's own ones do the same by calling those above, but a sanitizer's do not.
+// The standard library's own versions call those above, but a sanitizer's do not.
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     try {
         return Allocate(size);

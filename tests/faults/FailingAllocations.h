@@ -3,25 +3,25 @@
 #include <cstdint>
 
 /// @file
-/// Makes memory run out on purpose. A program that links FailingAllocations.cpp gets its memory from there: operator
-/// new of the program itself and of every library in it.
+/// Makes memory run out on purpose. FailingAllocations.cpp replaces operator new in the program that links it and in
+/// every library of that program.
 
 namespace nbscore::test {
 
 enum class Shortage {
-    /// One allocation fails and the next ones succeed, as when something big does not fit.
+    /// One allocation fails and the next ones succeed, as when something large does not fit.
     OfOne,
-    /// All fail from one on, so that nothing that is needed on the way out can be had either.
+    /// From one on all fail, so that error handling gets no memory either.
     OfAllThatFollow
 };
 
-/// From now on allocations are counted, and the one of this number, from 1, fails; or the next one behind it, where it
-/// is for the library of regular expressions, which cannot stand that.
+/// Counts allocations from now on and lets the one with this number fail, counted from 1. An allocation of the library
+/// of regular expressions does not fail; the next one of other code does.
 void LetAllocationFail(std::uint64_t number, Shortage shortage);
-/// All succeed again. True when one failed.
+/// Lets all succeed again. True when one failed.
 bool EndShortage();
 
-/// How many allocations have not been given back.
+/// How many allocations have not been freed.
 std::int64_t CountLiveAllocations();
 
 }  // namespace nbscore::test

@@ -1,4 +1,4 @@
-// The built command while reading and writing goes wrong.
+// The built command while its reads and writes fail.
 
 #include <cerrno>
 #include <fstream>
@@ -36,7 +36,7 @@ protected:
         return what + ":" + std::to_string(after) + ":" + std::to_string(error);
     }
 
-    /// A run that must fail says why, and leaves the file that it was to replace and nothing else.
+    /// A run that must fail says why, and leaves the file that it was to replace unchanged and no other file.
     void ExpectFailure(const std::string& fault, const std::vector<std::string>& arguments,
                        const std::string& complaint) {
         SCOPED_TRACE(fault);
@@ -56,7 +56,7 @@ const std::vector<std::vector<std::string>> verbs = {{"score", "model.pmml", "ca
                                                      {"verify", "model.pmml"},
                                                      {"display", "model.pmml"}};
 
-TEST_F(InputOutputFailure, ChangesNothing_WhenBytesComeAndGoOneByOne) {
+TEST_F(InputOutputFailure, ChangesNothing_WhenEachCallTransfersOneByte) {
     for (const auto& arguments : verbs) {
         const CommandResult expected = Run(arguments);
         const CommandResult result = RunWith({"bytewise"}, arguments);
@@ -66,7 +66,7 @@ TEST_F(InputOutputFailure, ChangesNothing_WhenBytesComeAndGoOneByOne) {
     }
 }
 
-TEST_F(InputOutputFailure, ChangesNothing_WhenSignalsInterruptHalfOfTheCalls) {
+TEST_F(InputOutputFailure, ChangesNothing_WhenSignalsInterruptHalfTheCalls) {
     for (const auto& arguments : verbs) {
         const CommandResult expected = Run(arguments);
         const CommandResult result = RunWith({"interrupted", "bytewise"}, arguments);
@@ -75,7 +75,7 @@ TEST_F(InputOutputFailure, ChangesNothing_WhenSignalsInterruptHalfOfTheCalls) {
     }
 }
 
-TEST_F(InputOutputFailure, ChangesNothingInAFile_WhenBytesGoOneByOneAndCallsAreInterrupted) {
+TEST_F(InputOutputFailure, ChangesNoFile_WhenCallsAreInterruptedAndTransferOneByte) {
     const std::string expected = Run({"score", "model.pmml", "cases.csv"}).out;
     const CommandResult result = RunWith({"interrupted", "bytewise"}, intoFile);
     EXPECT_EQ(result.exitStatus, 0) << result.err;
@@ -87,20 +87,20 @@ TEST_F(InputOutputFailure, ChangesNothingInAFile_WhenBytesGoOneByOneAndCallsAreI
     EXPECT_THAT(folder.List(), ElementsAre("cases.csv", "model.pmml", "out.csv"));
 }
 
-TEST_F(InputOutputFailure, IsTold_WhenTheDiskIsFullAfterSomeBytes) {
+TEST_F(InputOutputFailure, IsReported_WhenTheDiskIsFullAfterSomeBytes) {
     for (const int after : {0, 1, 40})
         ExpectFailure(Fail("write:.nbscore-", ENOSPC, after), intoFile,
                       "error: cannot write out.csv: No space left on device");
 }
 
-TEST_F(InputOutputFailure, IsTold_WhenTheFileDoesNotReachTheDisk) {
+TEST_F(InputOutputFailure, IsReported_WhenTheFileDoesNotReachTheDisk) {
     ExpectFailure(Fail("sync:.nbscore-", EIO), intoFile, "error: cannot write out.csv: Input/output error");
     ExpectFailure(Fail("close:.nbscore-", EIO), intoFile, "error: cannot write out.csv: Input/output error");
     ExpectFailure(Fail("rename:", EACCES), intoFile, "error: cannot write out.csv: Permission denied");
 }
 
-/// The file has appeared by then, and is whole.
-TEST_F(InputOutputFailure, IsTold_WhenTheNameOfTheFileDoesNotReachTheDisk) {
+/// By then the file is in its place and complete.
+TEST_F(InputOutputFailure, IsReported_WhenTheFilesNameDoesNotReachTheDisk) {
     for (const std::string earlier : {"earlier", ""}) {
         std::filesystem::remove(folder / "out.csv");
         if (!earlier.empty()) folder.Write("out.csv", earlier);
@@ -113,8 +113,8 @@ TEST_F(InputOutputFailure, IsTold_WhenTheNameOfTheFileDoesNotReachTheDisk) {
     EXPECT_EQ(RunWith({Fail("sync:./", EINVAL)}, intoFile).exitStatus, 0);
 }
 
-/// In the end it has to be there, and what fails then is told.
-TEST_F(InputOutputFailure, ChangesNothing_WhenAFileIsNotBroughtToTheDiskEarly) {
+/// Only the final write to the disk must succeed; its failure is reported.
+TEST_F(InputOutputFailure, ChangesNothing_WhenWritingToTheDiskAheadFails) {
     std::string cases = "colour,size,weight,shop\n";
     for (int i = 0; i < 300'000; ++i)
         cases += "red,small,3.5,a shop of its own\n";
@@ -123,18 +123,18 @@ TEST_F(InputOutputFailure, ChangesNothing_WhenAFileIsNotBroughtToTheDiskEarly) {
                                                 "--threads", "1"};  // only the first thread is watched
     EXPECT_EQ(Run(arguments, cases).exitStatus, 0);
     const std::string expected = folder.Read("out.csv");
-    EXPECT_GT(expected.size(), std::size_t{10} << 20) << "so much that it is begun early";
+    EXPECT_GT(expected.size(), std::size_t{10} << 20) << "enough to start writing early";
     const CommandResult result = RunWith({Fail("start-sync:.nbscore-", EIO)}, arguments, cases);
     EXPECT_EQ(result.exitStatus, 0) << result.err;
     EXPECT_TRUE(folder.Read("out.csv") == expected);
 }
 
-TEST_F(InputOutputFailure, IsTold_WhenTheTableBreaksOff) {
+TEST_F(InputOutputFailure, IsReported_WhenReadingTheTableFails) {
     for (const int after : {0, 1, 30})
         ExpectFailure(Fail("read:cases.csv", EIO, after), intoFile, "error: cannot read cases.csv: Input/output error");
 }
 
-TEST_F(InputOutputFailure, IsTold_WhenTheDocumentBreaksOff) {
+TEST_F(InputOutputFailure, IsReported_WhenReadingTheDocumentFails) {
     for (const int after : {0, 1, 300}) {
         ExpectFailure(Fail("read:model.pmml", EIO, after), intoFile,
                       "error: The file \"model.pmml\" cannot be read: Input/output error.");
@@ -147,7 +147,7 @@ TEST_F(InputOutputFailure, IsTold_WhenTheDocumentBreaksOff) {
     }
 }
 
-TEST_F(InputOutputFailure, IsTold_WhenStandardOutputFails) {
+TEST_F(InputOutputFailure, IsReported_WhenStandardOutputFails) {
     for (const int error : {ENOSPC, EPIPE, EIO}) {
         for (const auto& arguments : verbs) {
             const CommandResult result = RunWith({Fail("write:standard", error, 10)}, arguments);
@@ -159,7 +159,7 @@ TEST_F(InputOutputFailure, IsTold_WhenStandardOutputFails) {
     }
 }
 
-TEST_F(InputOutputFailure, IsTold_WhenStandardInputBreaksOff) {
+TEST_F(InputOutputFailure, IsReported_WhenReadingStandardInputFails) {
     folder.Write("out.csv", "earlier");
     const CommandResult result =
         RunWith({Fail("read:standard", EIO, 30)}, {"score", "model.pmml", "-", "-o", "out.csv"}, fruitCases);

@@ -1,5 +1,5 @@
-// The built command, killed at any moment while it replaces a file. The moments are chosen by how far it has come,
-// which the folder shows, and not by the clock: so what must be left behind is known.
+// The built command is killed at many moments while it replaces a file. The moments are chosen by its progress, which
+// the folder shows, not by the clock; so it is known what must be left behind.
 
 #include <chrono>
 #include <functional>
@@ -37,7 +37,7 @@ protected:
 
     bool IsReplaced() const { return std::filesystem::file_size(folder / "out.csv") != std::string(earlier).size(); }
 
-    /// True when the run has written so much of its result, or has replaced the file by it.
+    /// True when the run has written this much of its result, or has replaced the file.
     bool HasWritten(std::uintmax_t bytes) const {
         for (const std::string& name : ListTemporaries()) {
             std::error_code isGone;
@@ -67,7 +67,7 @@ protected:
     }
 
     std::string table = fruitCases;
-    /// What the run writes when nobody kills it.
+    /// What the run writes when it is not killed.
     std::string whole;
     const std::vector<std::string> fromFile = {"score", "model.pmml", "cases.csv", "-o", "out.csv", "--quiet"};
     const std::vector<std::string> fromPipe = {"score", "model.pmml", "-", "-o", "out.csv", "--quiet"};
@@ -75,7 +75,7 @@ protected:
 
 TEST_F(KilledRun, LeavesTheEarlierFile_WhenItsInputHasNotEnded) {
     constexpr std::size_t runs = 60;
-    // What is on its way from here to the file: in the pipe, in the reader, before the writer.
+    // Bytes that may still be on their way to the file: in the pipe, in the reader, in front of the writer.
     constexpr std::size_t mostOnItsWay = 400'000;
     for (std::size_t i = 0; i < runs; ++i) {
         StartedCommand started(MakeCall(fromPipe));
@@ -107,13 +107,13 @@ TEST_F(KilledRun, LeavesTheEarlierFileOrTheWholeNewOne) {
         const std::string left = folder.Read("out.csv");
         ASSERT_TRUE(left == earlier || left == whole) << "a part of " << left.size() << " bytes";
         ASSERT_TRUE(left == whole || i < runs - runsToTheEnd);
-        // What was not yet renamed stays, and nothing else does.
+        // A temporary file that was not yet renamed stays, and nothing else.
         ASSERT_THAT(ListTemporaries(), SizeIs(left == earlier ? 1 : 0));
         RemoveTemporaries();
     }
 }
 
-TEST_F(KilledRun, IsNoHindranceToTheNextOne) {
+TEST_F(KilledRun, DoesNotHinderTheNextOne) {
     for (int i = 0; i < 5; ++i) {
         StartedCommand started(MakeCall(fromPipe));
         WaitUntil([&] { return ListTemporaries().size() == static_cast<std::size_t>(i) + 1; });

@@ -5,9 +5,9 @@
 //   CALL:NAME:AFTER:ERRNO   CALL (read, write, start-sync, sync, close, rename) fails with this error for files whose
 //                           names begin with NAME, once AFTER bytes were transferred; "./" is the folder itself
 //
-// The faults are made where the program calls the system, so that calls inside the C library are reached too. They
-// concern the files of the folder that it runs in and its standard streams, and standard error only in that it is
-// written byte by byte. Ends as the program does; 125 when it could not be watched.
+// The faults are injected where the program calls the system, so that calls inside the C library are reached, too.
+// They affect the files of the folder that it runs in and its standard streams; standard error is only written byte by
+// byte. Exits with the status of the program, or with 125 when it cannot be traced.
 
 #include <sys/ptrace.h>
 #include <sys/syscall.h>
@@ -91,13 +91,13 @@ std::optional<Failure> ReadFailure(const std::string& text) {
     return failure.call == Call::Other ? std::nullopt : std::optional(failure);
 }
 
-/// Watches one program, which is stopped before and behind each call of the system.
+/// Traces one program, which stops before and after each system call.
 class Watch {
 public:
     Watch(pid_t watched, const Faults& wanted)
         : process(watched), faults(wanted), folder(std::filesystem::current_path().string() + '/') {}
 
-    /// Until it ends; what it returned, or 128 and the number of the signal that killed it.
+    /// Until it ends. Returns its exit status, or 128 plus the number of the signal that killed it.
     int Run() {
         int signal = 0;
         bool isBefore = true;
@@ -107,7 +107,7 @@ public:
             if (WIFEXITED(status)) return WEXITSTATUS(status);
             if (WIFSIGNALED(status)) return 128 + WTERMSIG(status);
             const bool isCall = WSTOPSIG(status) == (SIGTRAP | 0x80);
-            // A trap of its own is what the start of the program looks like.
+            // The start of the program shows as a trap of its own.
             signal = isCall || WSTOPSIG(status) == SIGTRAP ? 0 : WSTOPSIG(status);
             if (!isCall) continue;
             isBefore ? Before() : Behind();
@@ -141,7 +141,7 @@ private:
         const bool isForMessages = hasDescriptor && registers.rdi == 2;
         const bool isTransfer = call == Call::Read || call == Call::Write;
         if (faults.areInterrupted && (isTransfer || call == Call::Wait) && !isForMessages) {
-            // By chance, because calls that take turns would otherwise have the same one interrupted for ever.
+            // At random, because otherwise of calls that alternate the same one would always be interrupted.
             if (std::bernoulli_distribution()(random)) error = EINTR;
         }
         if (faults.areBytewise && isTransfer) registers.rdx = std::min(registers.rdx, 1ULL);
@@ -178,7 +178,7 @@ private:
     Faults faults;
     std::string folder;
     Call call = Call::Other;
-    /// What the present call is to fail with; 0 when it is not.
+    /// The error that the current call is to fail with; 0 for none.
     int error = 0;
     bool isCounted = false;
     std::mt19937 random{1};

@@ -1,5 +1,5 @@
-// Reading and writing go wrong by what any process can bring about, without a second one that watches: full devices,
-// closed pipes, limits on the size of files, slow readers, timers.
+// Reads and writes fail for reasons that need no tracing: full devices, closed pipes, limits on the size of files, slow
+// readers, timers.
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -38,8 +38,8 @@ protected:
         folder.Write("cases.csv", table);
     }
 
-    /// Scores into a file while no file may be longer than so many blocks of 512 bytes: what does not fit is written in
-    /// part, then not at all.
+    /// Scores into a file while no file may be longer than this many blocks of 512 bytes: the write that reaches the
+    /// limit succeeds in part, the next one fails.
     CommandResult ScoreWithLimit(int blocks) const {
         return RunLimited("-f " + std::to_string(blocks), "score model.pmml cases.csv -o out.csv");
     }
@@ -56,7 +56,7 @@ protected:
     }
 };
 
-TEST_F(UnwatchedFailure, IsTold_WhenTheDeviceIsFull) {
+TEST_F(UnwatchedFailure, IsReported_WhenTheDeviceIsFull) {
     for (const auto& arguments : verbs) {
         CommandCall call = MakeCall(arguments);
         call.outputPath = "/dev/full";
@@ -69,7 +69,7 @@ TEST_F(UnwatchedFailure, IsTold_WhenTheDeviceIsFull) {
     EXPECT_THAT(named.err, HasSubstr("error: cannot write /dev/full: No space left on device"));
 }
 
-TEST_F(UnwatchedFailure, IsTold_WhenNobodyReadsThePipe) {
+TEST_F(UnwatchedFailure, IsReported_WhenNobodyReadsThePipe) {
     for (const auto& arguments : verbs) {
         CommandCall call = MakeCall(arguments);
         call.outputIsClosedPipe = true;
@@ -80,14 +80,14 @@ TEST_F(UnwatchedFailure, IsTold_WhenNobodyReadsThePipe) {
 }
 
 TEST_F(UnwatchedFailure, LeavesTheEarlierFileAlone_WhenTheNewOneGetsTooLong) {
-    // Of the short table all is written at once, of the long one piece by piece.
+    // The short table is written at once, the long one piece by piece.
     for (const std::size_t bytes : {5'000UL, 200'000UL}) {
         WriteTable(bytes);
         folder.Write("out.csv", "earlier");
         for (const int blocks : {0, 1, 30}) {
             const CommandResult result = ScoreWithLimit(blocks);
             EXPECT_EQ(result.exitStatus, 4) << blocks;
-            // With no block at all not even the message could be kept.
+            // With a limit of 0 not even the message could be written.
             if (blocks > 0) {
                 EXPECT_THAT(result.err, HasSubstr("error: cannot write out.csv: File too large"));
             }
@@ -99,7 +99,7 @@ TEST_F(UnwatchedFailure, LeavesTheEarlierFileAlone_WhenTheNewOneGetsTooLong) {
     EXPECT_EQ(folder.Read("out.csv"), Run({"score", "model.pmml", "cases.csv"}).out);
 }
 
-TEST_F(UnwatchedFailure, IsTold_WhenTooFewFilesMayBeOpen) {
+TEST_F(UnwatchedFailure, IsReported_WhenTooFewFilesMayBeOpen) {
 #ifdef NBSCORE_SANITIZED
     GTEST_SKIP() << "sanitizers open a pipe to see whether an object may be read";
 #endif
@@ -108,7 +108,7 @@ TEST_F(UnwatchedFailure, IsTold_WhenTooFewFilesMayBeOpen) {
     for (int mostFiles = 4; mostFiles < 12; ++mostFiles) {
         const CommandResult result =
             RunLimited("-n " + std::to_string(mostFiles), "score model.pmml cases.csv -o out.csv");
-        // With too few the system cannot even start the program.
+        // With fewer the system cannot even start the program.
         if (result.exitStatus == 127) continue;
         if (result.exitStatus == 0) break;
         EXPECT_EQ(result.exitStatus, 4) << mostFiles;
@@ -125,7 +125,7 @@ TEST_F(UnwatchedFailure, IsTold_WhenTooFewFilesMayBeOpen) {
 TEST_F(UnwatchedFailure, ChangesNothing_WhenNoThreadCanBeStarted) {
     WriteTable(2'000'000);
     const std::string expected = Run({"score", "model.pmml", "cases.csv"}).out;
-    // The stack of a thread is as long as that of the program may get: as no memory is.
+    // A thread gets a stack as large as the limit of the program's own: more than there is memory.
     const CommandResult result = RunLimited("-s 100000000000", "score model.pmml cases.csv --threads 4");
     if (result.exitStatus == shellRefuses) GTEST_SKIP() << "the limit may not be raised here";
     EXPECT_EQ(result.exitStatus, 0) << result.err;
@@ -142,11 +142,11 @@ TEST_F(UnwatchedFailure, ChangesNothing_WhenTheTableComesByteByByte) {
     EXPECT_EQ(result.out, Run({"score", "model.pmml", "cases.csv"}).out);
 }
 
-/// A named pipe with a reader that takes little at once, and nothing before it is let go.
+/// A named pipe whose reader takes a little at a time, and nothing before it is released.
 class SlowReader {
 public:
     explicit SlowReader(const std::filesystem::path& pipe) {
-        // The reader's thread inherits that the timer's signals are not for it.
+        // The reader's thread inherits the blocked signals of the timer.
         sigset_t timer;
         sigemptyset(&timer);
         sigaddset(&timer, SIGALRM);
@@ -184,7 +184,7 @@ private:
     std::thread thread;
 };
 
-/// Signals that come every millisecond and interrupt what waits.
+/// Signals that come every millisecond and interrupt calls that wait.
 class InterruptingTimer {
 public:
     InterruptingTimer() {

@@ -13,6 +13,7 @@
 #include "output/OutputSink.h"
 #include "selflearning/SelfLearningResult.h"
 #include "selflearning/VectorValue.h"
+#include "support/TextSink.h"
 #include "support/WholeFile.h"
 #include "table/CaseBinder.h"
 #include "table/CsvReader.h"
@@ -23,18 +24,10 @@
 namespace nbscore::test {
 namespace {
 
-/// A stream swallows what goes wrong while it grows, unless it is told not to.
+/// A stream hides an exception thrown while it grows, unless it is told not to.
 class HonestStream : public std::ostringstream {
 public:
     HonestStream() { exceptions(std::ios::badbit); }
-};
-
-class TextSink : public OutputSink {
-public:
-    void Write(std::string_view bytes) override { text += bytes; }
-    void Commit() override {}
-
-    std::string text;
 };
 
 std::shared_ptr<PluginLibrary> GetPlugin() {
@@ -127,7 +120,7 @@ public:
         reader.ReadRow(cells);
         const std::vector<std::string> header(cells.begin(), cells.end());
         while (reader.ReadRow(cells)) {
-            // A binder has one record: each record that is to stay needs a binder of its own.
+            // A binder has one record, so each record that is kept needs its own binder.
             binders.push_back(std::make_unique<CaseBinder>(*model, header, "rows", CaseBinderOptions{}));
             records.push_back(&binders.back()->Bind(cells, 0));
         }
@@ -185,6 +178,16 @@ private:
 };
 
 }  // namespace
+
+std::vector<DocumentAndRows> AllDocuments() {
+    const std::filesystem::path examples = NBSCORE_EXAMPLES;
+    const std::filesystem::path documents = NBSCORE_FAULT_DOCUMENTS;
+    return {{"Titanic", examples / "titanic/titanic.pmml", examples / "titanic/people.csv"},
+            {"Iris", examples / "iris/iris.pmml", examples / "iris/flowers.csv"},
+            {"Offers", examples / "offers/offers.pmml", examples / "offers/customers.csv"},
+            {"DerivedFields", documents / "derived-fields.pmml", documents / "derived-fields.csv"},
+            {"NewerProducer", documents / "newer-producer.pmml", documents / "newer-producer.csv"}};
+}
 
 std::unique_ptr<Work> MakeReading(const DocumentAndRows& about) {
     return std::make_unique<Reading>(about);

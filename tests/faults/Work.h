@@ -3,14 +3,16 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
+#include <vector>
 
 /// @file
-/// What is done while memory runs out: each thing that a host does with a document, over one document and its rows.
+/// What the tests do while memory runs out: everything that a host does with a document and its rows.
 
 namespace nbscore::test {
 
-/// Something to do, any number of times over, with the same answer each time.
+/// A piece of work that can be repeated and gives the same answer each time.
 class Work {
 public:
     virtual ~Work() = default;
@@ -28,19 +30,27 @@ struct DocumentAndRows {
     std::filesystem::path rows;
 };
 
+/// How test programs show it.
+inline void PrintTo(const DocumentAndRows& about, std::ostream* out) {
+    *out << about.name;
+}
+
+/// The documents that all of it is done with.
+std::vector<DocumentAndRows> AllDocuments();
+
 using WorkMaker = std::function<std::unique_ptr<Work>(const DocumentAndRows&)>;
 
-/// Reads a file with a translator and writes the model down. Not for a document that must be adapted.
+/// Reads a file with a translator and displays the model. Not for a document that must be adapted.
 std::unique_ptr<Work> MakeReading(const DocumentAndRows& about);
-/// Parses, adapts, translates, looks for what is not heeded, and scores the test cases that the document carries.
+/// Parses, adapts and translates, looks for what scoring ignores, and scores the test cases in the document.
 std::unique_ptr<Work> MakeVerifying(const DocumentAndRows& about);
 /// Checks the document as the command does, and writes the report both ways.
 std::unique_ptr<Work> MakeChecking(const DocumentAndRows& about);
-/// Scores records with one model; the result of each is handed back for the next one.
+/// Scores records with one model; the result of each is filled again by the next one.
 std::unique_ptr<Work> MakeScoringWithOneResult(const DocumentAndRows& about);
 /// Scores records with one model, each with a new result.
 std::unique_ptr<Work> MakeScoringWithNewResults(const DocumentAndRows& about);
-/// Scores the table with one model, in each form of result.
+/// Scores the table with one model, in each output format.
 std::unique_ptr<Work> MakeScoringTables(const DocumentAndRows& about);
 
 }  // namespace nbscore::test

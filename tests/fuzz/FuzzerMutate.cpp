@@ -1,4 +1,4 @@
-// In the place of the fuzzer's own change of a few bytes.
+// Replaces the fuzzer's own change of a few bytes.
 
 #include <cstddef>
 #include <cstdint>

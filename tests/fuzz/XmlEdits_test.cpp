@@ -10,7 +10,7 @@
 namespace nbscore::fuzz {
 namespace {
 
-/// Every opening tag has its closing tag, of the same name, where it belongs.
+/// Every start tag has an end tag of the same name in the right place.
 bool IsBalanced(std::string_view text) {
     for (const ElementSpan& element : OutlineOf(text)) {
         const std::string name(element.name.In(text));
@@ -21,13 +21,8 @@ bool IsBalanced(std::string_view text) {
     return true;
 }
 
-/// Numbers that follow one another as seeds that lie far apart: of near ones the first draws are alike.
-Randomness RandomnessOf(unsigned int number) {
-    return Randomness(number * 2654435761U);
-}
-
 std::string Edited(std::string text, unsigned int number) {
-    Randomness random = RandomnessOf(number);
+    test::Randomness random(number);
     EXPECT_TRUE(EditXml(text, random));
     return text;
 }
@@ -35,7 +30,7 @@ std::string Edited(std::string text, unsigned int number) {
 TEST(XmlEdits, ChangeNothing_WhereThereIsNoElement) {
     for (const std::string text : {"", "text", "<!-- <a/> -->"}) {
         std::string edited = text;
-        Randomness random(1);
+        test::Randomness random(1);
         EXPECT_FALSE(EditXml(edited, random));
         EXPECT_FALSE(SpliceXml(edited, "<a/>", random));
         EXPECT_EQ(edited, text);
@@ -85,11 +80,11 @@ TEST(XmlEdits, MakeAllKindsOfChanges) {
         EXPECT_TRUE(seen.contains(expected)) << expected;
 }
 
-TEST(XmlSplices, PutAnElementOfTheOtherTextIn) {
+TEST(XmlSplices, InsertAnElementOfTheOtherText) {
     const std::string text = "<a><b>x</b></a>";
     std::set<std::string> seen;
     for (unsigned int number = 0; number < 1000; ++number) {
-        Randomness random = RandomnessOf(number);
+        test::Randomness random(number);
         std::string spliced = text;
         ASSERT_TRUE(SpliceXml(spliced, "-<c><d/></c>-", random));
         EXPECT_TRUE(IsBalanced(spliced)) << spliced;

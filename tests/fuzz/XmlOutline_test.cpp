@@ -29,19 +29,19 @@ TEST(XmlOutline, FindsElementsAndAttributes) {
                             "b|<b/>|", "c|<c>u</c >|u"));
 }
 
-TEST(XmlOutline, PassesOverWhatIsNoElement) {
+TEST(XmlOutline, SkipsWhatIsNoElement) {
     EXPECT_THAT(Describe("<?xml x='<a>'?><!DOCTYPE p><!--<a>--><p><![CDATA[<a>]]></p>"),
                 ElementsAre("p|<p><![CDATA[<a>]]></p>|<![CDATA[<a>]]>"));
     EXPECT_THAT(Describe("no markup > at all"), ElementsAre());
     EXPECT_THAT(Describe("</a></a>"), ElementsAre());
 }
 
-TEST(XmlOutline, EndsAtTheTextsEnd_WhatIsNeverClosed) {
+TEST(XmlOutline, EndsUnclosedElements_AtTheEndOfTheText) {
     EXPECT_THAT(Describe("<a><b>t"), ElementsAre("a|<a><b>t|<b>t", "b|<b>t|t"));
     EXPECT_THAT(Describe("<a p='1"), ElementsAre("a|<a p='1|"));
 }
 
-TEST(XmlOutline, StaysInsideOfTheText_WhateverItIs) {
+TEST(XmlOutline, StaysInsideTheText_ForAnyText) {
     const std::string_view pieces = "<<<>>/=\"' ab!-[]?";
     std::mt19937 random(5);
     std::size_t found = 0;

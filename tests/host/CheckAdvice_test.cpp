@@ -43,7 +43,7 @@ TEST_F(CheckAdvice, IsThatOfTheRefusalOrObstacle) {
 }
 
 TEST_F(CheckAdvice, NamesTheRightFunction_WhereOnlyUpperAndLowerCaseDiffer) {
-    const std::string document = Transforming(TextField("d", Apply("Uppercase", "<FieldRef field=\"colour\"/>")));
+    const std::string document = Transforming(DerivedText("d", Apply("Uppercase", "<FieldRef field=\"colour\"/>")));
     EXPECT_EQ(Check(document).problems.front().advice,
               "Write \"uppercase\": names of functions are told apart by upper and lower case.");
 }

@@ -17,22 +17,16 @@
 #include "output/MessageText.h"
 #include "output/OutputSink.h"
 #include "support/InThreads.h"
+#include "support/TextSink.h"
 #include "table/CaseBinder.h"
 #include "table/CsvReader.h"
 #include "table/ModelResults.h"
+
 #include "table/TableScorer.h"
 #include "verify/ModelVerifier.h"
 
 namespace nbscore::test {
 namespace {
-
-class TextSink : public OutputSink {
-public:
-    void Write(std::string_view bytes) override { text += bytes; }
-    void Commit() override {}
-
-    std::string text;
-};
 
 struct Example {
     std::filesystem::path document;

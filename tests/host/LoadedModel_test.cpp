@@ -8,6 +8,8 @@
 #include "output/HostError.h"
 #include "support/Message.h"
 #include "support/TemporaryFolder.h"
+#include "output/HostError.h"
+#include "support/documents/CompleteDocuments.h"
 
 namespace nbscore::test {
 namespace {
@@ -60,41 +62,12 @@ TEST(LoadedModel, FailureIsReported_WhenThePluginGivesNoModel) {
     EXPECT_EQ(GetReadFault("nothing"), "reading nothing gave no model");
 }
 
-constexpr std::string_view smallDocument = R"(<?xml version="1.0"?>
-<PMML version="4.1">
-  <Header><Application name="test"/></Header>
-  <DataDictionary>
-    <DataField name="sex" optype="categorical" dataType="string"><Value value="f"/><Value value="m"/></DataField>
-    <DataField name="survived" optype="categorical" dataType="string"><Value value="no"/><Value value="yes"/></DataField>
-  </DataDictionary>
-  <NaiveBayesModel functionName="classification" threshold="0.001">
-    <MiningSchema>
-      <MiningField name="sex"/>
-      <MiningField name="survived" usageType="predicted"/>
-    </MiningSchema>
-    <BayesInputs>
-      <BayesInput fieldName="sex">
-        <PairCounts value="f"><TargetValueCounts>
-          <TargetValueCount value="no" count="10"/><TargetValueCount value="yes" count="30"/>
-        </TargetValueCounts></PairCounts>
-        <PairCounts value="m"><TargetValueCounts>
-          <TargetValueCount value="no" count="90"/><TargetValueCount value="yes" count="20"/>
-        </TargetValueCounts></PairCounts>
-      </BayesInput>
-    </BayesInputs>
-    <BayesOutput fieldName="survived"><TargetValueCounts>
-      <TargetValueCount value="no" count="100"/><TargetValueCount value="yes" count="50"/>
-    </TargetValueCounts></BayesOutput>
-  </NaiveBayesModel>
-</PMML>
-)";
-
 TEST(LoadedModel, ModelKeepsThePluginLoaded_WhenNothingElseDoes) {
     const TemporaryFolder folder;
-    WriteWholeFile(folder / "small.pmml", smallDocument);
+    WriteWholeFile(folder / "small.pmml", TestDocument().Text());
     const LoadedModel model = LoadedModel::Read(PluginLibrary::Load(NAIVEBAYES_PLUGIN), folder / "small.pmml");
     EXPECT_NO_THROW(model.RequireScorable());
-    EXPECT_EQ(model.Get().GetTargetVar()->GetName(), "survived");
+    EXPECT_EQ(model.Get().GetTargetVar()->GetName(), "play");
     std::ostringstream dump;
     model.Get().Display(dump);
     EXPECT_FALSE(dump.str().empty());

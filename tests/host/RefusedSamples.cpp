@@ -13,12 +13,12 @@ std::string Fruit(std::string_view piece, std::string_view replacement) {
 }
 
 std::string Text(const std::string& expression) {
-    return TextField("d", expression);
+    return DerivedText("d", expression);
 }
 
 /// A document with a field of this expression.
 std::string Computing(const std::string& expression) {
-    return Transforming(Field("d", expression));
+    return Transforming(DerivedNumber("d", expression));
 }
 
 const std::string weight = FieldRef("weight");
@@ -27,12 +27,12 @@ const std::string parameter = FieldRef("p");
 
 /// Functions f0, f1 and so on, each of which uses the one before in this body at every `@`.
 std::string ChainOfFunctions(int count, const std::string& body) {
-    std::string functions = Function("f0", parameter);
+    std::string functions = DefineFunction("f0", parameter);
     for (int i = 1; i < count; ++i) {
         std::string text = body;
         for (std::size_t at = 0; (at = text.find('@', at)) != std::string::npos;)
             text.replace(at, 1, "f" + std::to_string(i - 1));
-        functions += Function("f" + std::to_string(i), text);
+        functions += DefineFunction("f" + std::to_string(i), text);
     }
     return functions;
 }
@@ -124,7 +124,7 @@ std::string Bin(const std::string& interval) {
 std::string ManyFields(int count) {
     std::string fields;
     for (int i = 0; i < count; ++i)
-        fields += Field("d" + std::to_string(i), Apply("f15", weight)) + "\n";
+        fields += DerivedNumber("d" + std::to_string(i), Apply("f15", weight)) + "\n";
     return fields;
 }
 
@@ -132,14 +132,14 @@ std::string ManyPatterns(int count) {
     std::string fields;
     for (int i = 0; i < count; ++i) {
         const std::string pattern = TextConstant("[b-y]{1,900}x" + std::to_string(i));
-        fields += TextField("d" + std::to_string(i), Apply("matches", FieldRef("colour") + pattern)) + "\n";
+        fields += DerivedText("d" + std::to_string(i), Apply("matches", FieldRef("colour") + pattern)) + "\n";
     }
     return fields;
 }
 
 /// The document with a field in its model's LocalTransformations, and an input over a field.
 std::string Local(const std::string& name, const std::string& expression, const std::string& input) {
-    const std::string fields = "<LocalTransformations>" + Field(name, expression) + "</LocalTransformations>";
+    const std::string fields = "<LocalTransformations>" + DerivedNumber(name, expression) + "</LocalTransformations>";
     return Replace(Replace(fruitDocument, "<BayesInputs>", fields + "<BayesInputs>"),
                    "<BayesInput fieldName=\"weight\">", "<BayesInput fieldName=\"" + input + "\">");
 }
@@ -275,7 +275,7 @@ std::vector<RefusedSample> MakeSamples() {
         {Fruit("<BayesOutput fieldName=\"fruit\"", "<BayesOutput fieldName=\"colour\""), model + "/BayesOutput[1]",
          "Let BayesOutput name"},
         {Computing("<FieldRef field=\"mass\"/>"), field + "/FieldRef[1]", "Correct the name"},
-        {Transforming(Function("f", weight)), "/PMML/TransformationDictionary[1]/DefineFunction[1]/FieldRef[1]",
+        {Transforming(DefineFunction("f", weight)), "/PMML/TransformationDictionary[1]/DefineFunction[1]/FieldRef[1]",
          "Pass the value to the function"},
         // A text that is no number.
         {Fruit("0.001", "0,001"), model, "Write the number with a decimal point"},
@@ -317,24 +317,24 @@ std::vector<RefusedSample> MakeSamples() {
          "Let the leftMargin of each bin"},
         {Fruit("optype=\"continuous\"", "optype=\"Continuous\""), "/PMML/DataDictionary[1]/DataField[2]",
          "Write one of the words"},
-        {Transforming(Field("weight", weight)), field, "Give it a name of its own."},
-        {Transforming(Field("d", weight) + Field("d", weight)), "/PMML/TransformationDictionary[1]/DerivedField[2]",
-         "Leave one declaration"},
-        {Transforming(Function("f", parameter) + Function("f", parameter)),
+        {Transforming(DerivedNumber("weight", weight)), field, "Give it a name of its own."},
+        {Transforming(DerivedNumber("d", weight) + DerivedNumber("d", weight)),
+         "/PMML/TransformationDictionary[1]/DerivedField[2]", "Leave one declaration"},
+        {Transforming(DefineFunction("f", parameter) + DefineFunction("f", parameter)),
          "/PMML/TransformationDictionary[1]/DefineFunction[2]", "Leave one definition"},
-        {Transforming(Field("a", "<FieldRef field=\"b\"/>") + Field("b", "<FieldRef field=\"a\"/>")), field,
-         "Follow the fields that its expression reads"},
-        {Transforming(Function("f", Apply("g", parameter)) + Function("g", Apply("f", parameter))),
+        {Transforming(DerivedNumber("a", "<FieldRef field=\"b\"/>") + DerivedNumber("b", "<FieldRef field=\"a\"/>")),
+         field, "Follow the fields that its expression reads"},
+        {Transforming(DefineFunction("f", Apply("g", parameter)) + DefineFunction("g", Apply("f", parameter))),
          "/PMML/TransformationDictionary[1]/DefineFunction[1]", "Follow the functions that it calls"},
         {Transforming("<DefineFunction name=\"f\" optype=\"continuous\"><ParameterField name=\"p\"/><ParameterField "
                       "name=\"p\"/></DefineFunction>"),
          "/PMML/TransformationDictionary[1]/DefineFunction[1]/ParameterField[2]", "Give each parameter a name"},
         {Computing(Apply("round", weight + weight)), field + "/Apply[1]", "Pass as many arguments"},
         {Computing(Apply("pow", weight)), field + "/Apply[1]", ""},
-        {Transforming(ChainOfFunctions(1002, Apply("@", parameter)) + Field("d", Apply("f1001", weight))), field,
-         "Let functions call fewer others"},
+        {Transforming(ChainOfFunctions(1002, Apply("@", parameter)) + DerivedNumber("d", Apply("f1001", weight))),
+         field, "Let functions call fewer others"},
         {Transforming(ChainOfFunctions(30, Apply("+", Apply("@", parameter) + Apply("@", parameter))) +
-                      Field("d", Apply("f29", weight))),
+                      DerivedNumber("d", Apply("f29", weight))),
          field, "Let functions use their parameters"},
         {Mapping("", "<row><i>1</i><i>2</i><o>1</o></row>"), field + "/MapValues[1]/InlineTable[1]/row[1]/i[2]",
          "Leave one cell of each column"},
@@ -368,7 +368,7 @@ std::vector<RefusedSample> MakeSamples() {
         {Transforming("<DefineFunction name=\"f\" optype=\"continuous\"><ParameterField name=\"p\"/></DefineFunction>"),
          "/PMML/TransformationDictionary[1]/DefineFunction[1]", ""},
         {Computing(weight + weight), field + "/FieldRef[2]", ""},
-        {Transforming(Function("f", parameter + parameter)),
+        {Transforming(DefineFunction("f", parameter + parameter)),
          "/PMML/TransformationDictionary[1]/DefineFunction[1]/FieldRef[2]", ""},
         {Searching("", "<Constant>red</Constant><Constant>green</Constant>"), field + "/TextIndex[1]/Constant[2]", ""},
         {Binning("<Bin/>"), field + "/Discretize[1]/Bin[1]", ""},
@@ -449,7 +449,7 @@ std::vector<RefusedSample> MakeSamples() {
         {Fruit("rightMargin=\"150\"", "rightMargin=\"heavy\""),
          model + "/BayesInputs[1]/BayesInput[2]/DerivedField[1]/Discretize[1]/DiscretizeBin[1]/Interval[1]", ""},
         {Computing(Apply("min", "")), field + "/Apply[1]", ""},
-        {Transforming(Function("round", parameter)), "/PMML/TransformationDictionary[1]/DefineFunction[1]", ""},
+        {Transforming(DefineFunction("round", parameter)), "/PMML/TransformationDictionary[1]/DefineFunction[1]", ""},
         {Transforming(ChainOfFunctions(16, Apply("+", Apply("@", parameter) + Apply("@", parameter))) +
                       ManyFields(400)),
          "/PMML/TransformationDictionary[1]/DerivedField[51]", ""},
@@ -468,8 +468,9 @@ std::vector<RefusedSample> MakeSamples() {
          model + "/BayesOutput[1]", "", true},
         {Local("weight", "<Constant>1</Constant>", "weight"), model + "/LocalTransformations[1]/DerivedField[1]", "",
          true},
-        {Replace(Local("d", weight, "d"), "<NaiveBayesModel",
-                 "<TransformationDictionary>" + Field("d", weight) + "</TransformationDictionary><NaiveBayesModel"),
+        {Replace(
+             Local("d", weight, "d"), "<NaiveBayesModel",
+             "<TransformationDictionary>" + DerivedNumber("d", weight) + "</TransformationDictionary><NaiveBayesModel"),
          model + "/LocalTransformations[1]/DerivedField[1]", "", true},
         {Local("d",
                weight + "</DerivedField><DerivedField name=\"d\" optype=\"continuous\" dataType=\"double\">" + weight,
@@ -477,9 +478,9 @@ std::vector<RefusedSample> MakeSamples() {
          model + "/LocalTransformations[1]/DerivedField[2]", "", true},
         {Local("d", "<Extension><NaiveBayesModel/></Extension>" + weight, "d"),
          model + "/LocalTransformations[1]/DerivedField[1]", "", true},
-        {Replace(
-             Local("d", weight, "d"), "<NaiveBayesModel",
-             "<TransformationDictionary>" + Field("e", FieldRef("d")) + "</TransformationDictionary><NaiveBayesModel"),
+        {Replace(Local("d", weight, "d"), "<NaiveBayesModel",
+                 "<TransformationDictionary>" + DerivedNumber("e", FieldRef("d")) +
+                     "</TransformationDictionary><NaiveBayesModel"),
          field + "/FieldRef[1]", "", true},
         {TwoModelsWithLocalFields(), "/PMML/NaiveBayesModel[2]/LocalTransformations[1]/DerivedField[1]", "", true},
     };

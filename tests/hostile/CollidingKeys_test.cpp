@@ -26,13 +26,13 @@ std::size_t CountDifferent(const std::vector<Key>& keys) {
     return std::set<Key>(keys.begin(), keys.end()).size();
 }
 
-TEST(CollidingKeys, AreTextsOfOneHash) {
+TEST(CollidingKeys, AreTextsWithOneHash) {
     const std::vector<std::string> texts = CollidingTexts(1000);
     EXPECT_EQ(CountDifferent(texts), 1000U);
     EXPECT_EQ(CountHashes(texts), 1U);
 }
 
-TEST(CollidingKeys, AreTextsOfOneHashBehindAPrefix) {
+TEST(CollidingKeys, AreTextsWithOneHash_AfterAPrefix) {
     for (const std::string prefix : {"$", "12345678", "123:567:9"}) {
         std::vector<std::string> texts = CollidingTexts(1000, prefix);
         EXPECT_EQ(CountDifferent(texts), 1000U);
@@ -42,7 +42,7 @@ TEST(CollidingKeys, AreTextsOfOneHashBehindAPrefix) {
     }
 }
 
-TEST(CollidingKeys, AreNumbersOfOnePlace) {
+TEST(CollidingKeys, AreNumbersInOneBucket) {
     const std::vector<double> numbers = CollidingNumbers(3000);
     EXPECT_EQ(CountDifferent(numbers), 3000U);
     std::unordered_set<double> table;
@@ -51,7 +51,7 @@ TEST(CollidingKeys, AreNumbersOfOnePlace) {
     EXPECT_EQ(table.bucket_size(table.bucket(numbers.front())), 3000U);
 }
 
-TEST(CollidingKeys, AreWordsOfOneHash) {
+TEST(CollidingKeys, AreWordsWithOneHash) {
     std::vector<std::u32string> words;
     for (const std::string& word : CollidingWords()) {
         std::u32string& letters = words.emplace_back();

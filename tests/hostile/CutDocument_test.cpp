@@ -14,10 +14,10 @@
 namespace nbscore::test {
 namespace {
 
-/// Reads a text as a document, without a process and a file for each.
+/// Reads texts as documents in this process, without a file for each.
 class Reader {
 public:
-    /// Nothing when it was read.
+    /// Nothing when the text can be read.
     std::optional<VeskException> RefusalOf(const std::string& text) const {
         std::istringstream stream(text);
         try {
@@ -43,7 +43,7 @@ std::vector<std::filesystem::path> ExampleDocuments() {
 
 class CutDocument : public testing::TestWithParam<std::filesystem::path> {};
 
-/// The place is that of the end, or in front of it where something was begun.
+/// The place is the end, or before it the start of what is incomplete.
 TEST_P(CutDocument, IsRefusedWithAPlace_WhereverItIsCut) {
     const Reader reader;
     const std::string whole = ReadWholeFile(GetParam());

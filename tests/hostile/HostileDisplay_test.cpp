@@ -1,6 +1,7 @@
-// Models whose text is much longer than themselves would need it, or is made of names that are.
+// Models with a very long text dump, or with very long names in it.
 
 #include "hostile/HostileTest.h"
+#include "support/documents/Elements.h"
 
 namespace nbscore::test {
 namespace {
@@ -15,19 +16,16 @@ protected:
     }
 };
 
-/// The model of fruits, whose first input has values that nobody declared: red and these.
+/// The model of fruits, whose first input learns its values: red and these.
 std::string WithColours(const std::vector<std::string>& colours) {
-    std::string counts;
-    for (const std::string& colour : colours)
-        counts += "<PairCounts value=\"" + colour +
-                  "\"><TargetValueCounts><TargetValueCount value=\"apple\" count=\"1\"/><TargetValueCount "
-                  "value=\"pear\" count=\"2\"/></TargetValueCounts></PairCounts>\n";
-    const std::string learning =
-        Replace(Replace(fruitDocument, "<Value value=\"red\"/>", ""), "<Value value=\"green\"/>", "");
+    const std::string both = TargetValueCounts(TargetValueCount("apple", "1") + TargetValueCount("pear", "2"));
+    const std::string counts =
+        Each(colours, [&both](const std::string& colour) { return PairCounts(colour, both) + "\n"; });
+    const std::string learning = Replace(Replace(fruitDocument, ValueElement("red"), ""), ValueElement("green"), "");
     return Replace(learning, "<PairCounts value=\"green\">", counts + "<PairCounts value=\"green\">");
 }
 
-TEST_F(HostileDisplay, IsWhole_WhenAnInputHasAHundredThousandValues) {
+TEST_F(HostileDisplay, IsComplete_WhenAnInputHasAHundredThousandValues) {
     std::vector<std::string> colours;
     for (int i = 0; i < 100'000; ++i)
         colours.push_back("colour" + std::to_string(i));
@@ -37,14 +35,14 @@ TEST_F(HostileDisplay, IsWhole_WhenAnInputHasAHundredThousandValues) {
         EXPECT_THAT(result.out, HasSubstr(colour));
 }
 
-TEST_F(HostileDisplay, IsWhole_WhenAValueIsMillionsOfLetters) {
+TEST_F(HostileDisplay, IsComplete_WhenAValueHasMillionsOfLetters) {
     const std::string longText(7'000'000, 'x');
     const CommandResult result = Display(WithColours({longText}));
     EXPECT_EQ(result.exitStatus, 0) << result.err;
     EXPECT_NE(result.out.find(longText), std::string::npos);
 }
 
-TEST_F(HostileDisplay, IsWhole_WhenTheBinsAreNumberedUpToAMillion) {
+TEST_F(HostileDisplay, IsComplete_WhenBinsAreNumberedUpToAMillion) {
     const CommandResult result =
         Display(Replace(Replace(fruitDocument, "<PairCounts value=\"0\">", "<PairCounts value=\"1000000\">"),
                         "<DiscretizeBin binValue=\"0\">", "<DiscretizeBin binValue=\"1000000\">"));

@@ -1,4 +1,4 @@
-// Derived fields and functions that would take much more time, memory or stack than they look.
+// Derived fields and functions that could take far more time, memory or stack than their size suggests.
 
 #include "cli/FruitFields.h"
 #include "hostile/HostileTest.h"
@@ -17,37 +17,26 @@ std::string Name(int number) {
 /// Fields d0, d1 and so on, each on a line of its own: the first of the weight, the others with each the one before at
 /// every `@`.
 std::string Chain(int count, const std::string& expression) {
-    std::string fields = Field(Name(0), FieldRef("weight")) + "\n";
+    std::string fields = DerivedNumber(Name(0), FieldRef("weight")) + "\n";
     for (int i = 1; i < count; ++i) {
         std::string text = expression;
         for (std::size_t at = 0; (at = text.find('@', at)) != std::string::npos;)
             text.replace(at, 1, FieldRef(Name(i - 1)));
-        fields += Field(Name(i), text) + "\n";
+        fields += DerivedNumber(Name(i), text) + "\n";
     }
     return fields;
 }
 
 class HostileFields : public HostileTest {
 protected:
-    CommandResult Score(const std::string& document) const {
-        folder.Write("model.pmml", document);
-        return RunLimited({"score", "model.pmml", "cases.csv", "--only-scores"});
-    }
-
     void ExpectAllRefuse(const std::string& document, const std::string& pattern) const {
         folder.Write("model.pmml", document);
         ExpectRefusedByAll("model.pmml", pattern);
     }
-
-    void ExpectScoresOfFruits(const CommandResult& result) const {
-        EXPECT_EQ(result.exitStatus, 0) << result.err;
-        folder.Write("fruits.pmml", fruitDocument);
-        EXPECT_EQ(result.out, Run({"score", "fruits.pmml", "cases.csv", "--only-scores"}).out);
-    }
 };
 
 TEST_F(HostileFields, AreRefusedAtTheFirst_WhenTheyReadEachOther) {
-    ExpectAllRefuse(Transforming(Field("a", FieldRef("b")) + "\n" + Field("b", FieldRef("a"))),
+    ExpectAllRefuse(Transforming(DerivedNumber("a", FieldRef("b")) + "\n" + DerivedNumber("b", FieldRef("a"))),
                     "15:29: error 12: The derived field \"a\" depends on itself.");
     const std::string circle = Replace(Chain(manyFields, "@"), FieldRef("weight"), FieldRef(Name(manyFields - 1)));
     ExpectAllRefuse(Transforming(circle), "15:29: error 12: The derived field \"d0\" depends on itself.");
@@ -64,23 +53,23 @@ TEST_F(HostileFields, AreScored_WhenAHundredThousandReadOneAnother) {
 
 TEST_F(HostileFields, AreScored_WhenAHundredThousandReadOneAnotherInBranches) {
     const std::string branch =
-        Apply("if", Apply("greaterThan", FieldRef("weight") + "<Constant>1</Constant>") + "@<Constant>7</Constant>");
+        Apply("if", Apply("greaterThan", FieldRef("weight") + Constant("1")) + "@" + Constant("7"));
     ExpectScoresOfFruits(Score(WithInput(Transforming(Chain(manyFields, branch)), Name(manyFields - 1))));
 }
 
-TEST_F(HostileFields, AreScoredAsNumbersGo_WhenEachIsTwiceTheOneBefore) {
+TEST_F(HostileFields, AreScored_WhenEachIsTwiceTheOneBefore) {
     const CommandResult result = Score(WithInput(Transforming(Chain(10'000, Apply("+", "@@"))), Name(9'999)));
     EXPECT_EQ(result.exitStatus, 0) << result.err;
     EXPECT_EQ(Lines(result.out).size(), 3U);
 }
 
-TEST_F(HostileFields, AreMissing_WhenTextsDouble) {
-    std::string fields = TextField("t0", FieldRef("colour"));
+TEST_F(HostileFields, AreMissing_WhenTextsKeepDoubling) {
+    std::string fields = DerivedText("t0", FieldRef("colour"));
     for (int i = 1; i < 100; ++i) {
         const std::string before = FieldRef("t" + std::to_string(i - 1));
-        fields += TextField("t" + std::to_string(i), Apply("concat", before + before));
+        fields += DerivedText("t" + std::to_string(i), Apply("concat", before + before));
     }
-    fields += Field("length", Apply("stringLength", FieldRef("t99")));
+    fields += DerivedNumber("length", Apply("stringLength", FieldRef("t99")));
     const CommandResult result = Score(WithInput(Transforming(fields), "length"));
     EXPECT_EQ(result.exitStatus, 0) << result.err;
     const std::string missing = "colour,weight\nred,\ngreen,\n";
@@ -88,38 +77,33 @@ TEST_F(HostileFields, AreMissing_WhenTextsDouble) {
     EXPECT_EQ(result.out, Run({"score", "fruits.pmml", "--only-scores"}, missing).out);
 }
 
-TEST_F(HostileFields, AreRefused_WhenFunctionsDouble) {
-    std::string functions = Function("f0", FieldRef("p"));
+TEST_F(HostileFields, AreRefused_WhenEachFunctionDoublesTheWork) {
+    std::string functions = DefineFunction("f0", FieldRef("p"));
     for (int i = 1; i < 60; ++i) {
         const std::string before = Apply("f" + std::to_string(i - 1), FieldRef("p"));
-        functions += Function("f" + std::to_string(i), Apply("+", before + before));
+        functions += DefineFunction("f" + std::to_string(i), Apply("+", before + before));
     }
-    ExpectAllRefuse(Transforming(functions + "\n" + Field("d", Apply("f59", FieldRef("weight")))),
+    ExpectAllRefuse(Transforming(functions + "\n" + DerivedNumber("d", Apply("f59", FieldRef("weight")))),
                     "16:1: error 12: The derived field \"d\" takes more than 1000000 evaluations, those in functions "
                     "counted in.");
 }
 
-/// Room for every cell that the rows might have would be eighty gigabytes.
-TEST_F(HostileFields, AreRefusedAtTheFirstRow_WhenATableHasManyColumnsAndManyRowsWithoutACell) {
-    std::string pairs;
-    for (int i = 0; i < manyFields; ++i)
-        pairs += "<FieldColumnPair field=\"colour\" column=\"" + Name(i) + "\"/>";
-    std::string rows;
-    for (int i = 0; i < manyFields; ++i)
-        rows += "<row/>";
-    const std::string table =
-        "<MapValues outputColumn=\"out\">" + pairs + "<InlineTable>" + rows + "</InlineTable></MapValues>";
-    ExpectAllRefuse(Transforming(Field("d", table)), "15:[0-9]+: error 5: The row has no cell for the column \"d0\".");
+/// Memory for every cell that the rows could have would be eighty gigabytes.
+TEST_F(HostileFields, AreRefusedAtTheFirstRow_WhenATableHasManyColumnsAndManyEmptyRows) {
+    const std::string pairs = Each(manyFields, [](const std::string& i) { return FieldColumnPair("colour", "d" + i); });
+    const std::string table = MapValues(pairs, Each(manyFields, [](const std::string&) { return Row(""); }));
+    ExpectAllRefuse(Transforming(DerivedNumber("d", table)),
+                    "15:[0-9]+: error 5: The row has no cell for the column \"d0\".");
 }
 
 std::string Matching(const std::string& text, const std::string& pattern) {
-    return Apply("if", Apply("matches", text + pattern) + "<Constant>1</Constant><Constant>200</Constant>");
+    return Apply("if", Apply("matches", text + pattern) + Constant("1") + Constant("200"));
 }
 
 TEST_F(HostileFields, AreRefused_WhenAConstantPatternBlowsUp) {
     for (const char* pattern :
          {"((a{1,1000}){1,1000}){1,1000}", "(((a{1,100}){1,100}){1,100}){1,100}", "(((((a{1,30}){1,30})*)*)*){1,30}"}) {
-        ExpectAllRefuse(Transforming(Field("d", Matching(FieldRef("colour"), TextConstant(pattern)))),
+        ExpectAllRefuse(Transforming(DerivedNumber("d", Matching(FieldRef("colour"), TextConstant(pattern)))),
                         "15:[0-9]+: error 5: The pattern .* cannot be used: .*");
     }
 }
@@ -127,17 +111,17 @@ TEST_F(HostileFields, AreRefused_WhenAConstantPatternBlowsUp) {
 TEST_F(HostileFields, AreScored_WhenAConstantPatternWouldBacktrack) {
     const std::string pattern = TextConstant("^((a+)+)+(a|aa)*(.*.*)*=$");
     const std::string document =
-        WithInput(Transforming(Field("d", Matching(TextConstant(std::string(100'000, 'a')), pattern))), "d");
+        WithInput(Transforming(DerivedNumber("d", Matching(TextConstant(std::string(100'000, 'a')), pattern))), "d");
     const CommandResult result = Score(document);
     EXPECT_EQ(result.exitStatus, 0) << result.err;
     EXPECT_EQ(Lines(result.out).size(), 3U);
 }
 
-TEST_F(HostileFields, AreRefused_WhenThePatternsAreTooMany) {
+TEST_F(HostileFields, AreRefused_WhenThereAreTooManyPatterns) {
     std::string fields;
     for (int i = 0; i < 5'000; ++i) {
         const std::string pattern = TextConstant("[b-y]{1,900}x" + std::to_string(i) + "(a|b|ab)*");
-        fields += Field(Name(i), Matching(FieldRef("colour"), pattern)) + "\n";
+        fields += DerivedNumber(Name(i), Matching(FieldRef("colour"), pattern)) + "\n";
     }
     ExpectAllRefuse(Transforming(fields),
                     "[0-9]+:[0-9]+: error 12: The regular expressions of the document are together .*");
@@ -152,7 +136,8 @@ TEST_F(HostileFields, AreScored_WhenCellsArePatternsThatBlowUp) {
     for (int i = 0; i < 20; ++i)
         cases += "\"(a{0,900}){1}(a|aa)*" + std::to_string(i) + "\",1\n";
     folder.Write("cases.csv", cases);
-    const CommandResult result = Score(WithInput(Transforming(Field("d", Matching(text, FieldRef("colour")))), "d"));
+    const CommandResult result =
+        Score(WithInput(Transforming(DerivedNumber("d", Matching(text, FieldRef("colour")))), "d"));
     EXPECT_EQ(result.exitStatus, 0) << result.err;
     EXPECT_EQ(Lines(result.out).size(), Lines(cases).size());
 }

@@ -1,4 +1,4 @@
-// XML that is much too much of something, in files.
+// Files of XML with far too much of something.
 
 #include <filesystem>
 
@@ -31,7 +31,7 @@ TEST_F(HostileMarkup, IsScored_WhenElementsHaveAHundredAndFiftyThousandNames) {
 }
 
 /// A million bins, which take more than a hundred megabytes when the model is made.
-TEST_F(HostileMarkup, IsRefusedAndTheNextOneChecked_WhenMemoryEndsBehindTheParser) {
+TEST_F(HostileMarkup, IsRefusedAndTheNextOneChecked_WhenMemoryRunsOutAfterParsing) {
     if (!memoryIsLimited) GTEST_SKIP() << "memory never ends here";
     folder.Write("large.pmml", Replace(fruitDocument, "<PairCounts value=\"0\">", "<PairCounts value=\"1000000\">"));
     const std::string refusal = "The document takes more memory than there is.";
@@ -70,7 +70,7 @@ TEST_F(HostileMarkup, IsRefused_WhenItsEntitiesMultiply) {
     ExpectRefusedByAll("model.pmml", "1:1: error 3: A document type declaration is not accepted.");
 }
 
-TEST_F(HostileMarkup, TellsNothingOfAFile_WhenAnEntityNamesIt) {
+TEST_F(HostileMarkup, RevealsNothingOfAFile_WhenAnEntityNamesIt) {
     folder.Write("secret", "hush");
     folder.Write("model.pmml", "<!DOCTYPE PMML [<!ENTITY e SYSTEM \"secret\">]>\n" +
                                    Replace(fruitDocument.substr(fruitDocument.find("<PMML")), "<Header/>",

@@ -1,4 +1,4 @@
-// XML that is much too much of something. It comes through a pipe, so that nobody has to store it.
+// XML with far too much of something. It comes through a pipe, so that it is never stored.
 
 #include <functional>
 
@@ -19,11 +19,11 @@ constexpr const char* notXml = "error 3: The document is no well-formed XML: .+"
 struct Stream {
     std::string name;
     std::string begin;
-    /// A million bytes or thereabouts, of this number.
+    /// The block of this number, about a million bytes.
     std::function<std::string(int)> block;
     int blocks = 0;
     std::string end;
-    /// Behind the name of the document.
+    /// What the command says after the name of the document.
     std::string errorPattern;
 };
 
@@ -38,7 +38,7 @@ std::function<std::string(int)> Filled(std::string_view piece) {
     return [block](int) { return block; };
 }
 
-/// Attributes that all have names of their own.
+/// Attributes with different names.
 std::string Attributes(int number) {
     std::string block;
     for (int i = 0; i < 100'000; ++i)
@@ -46,7 +46,7 @@ std::string Attributes(int number) {
     return block;
 }
 
-/// The same, and finding any takes looking at all before it.
+/// The same with names that collide: finding one means comparing it with all before it.
 std::string CollidingAttributes(int number) {
     std::string block;
     for (int i = 0; i < 25'000; ++i)
@@ -61,7 +61,7 @@ std::string CollidingElements(int number) {
     return block;
 }
 
-/// The first 850 characters are the same too. The parser would compare all of them with all.
+/// Their first 850 characters are the same, too, so that each comparison takes long.
 std::string LongCollidingElements(int number) {
     std::string block;
     for (int i = 0; i < 1000; ++i)
@@ -104,7 +104,7 @@ class HostileStream : public HostileTest, public testing::WithParamInterface<Str
 
 }  // namespace
 
-TEST_P(HostileStream, IsRefusedWhereItGoesWrong) {
+TEST_P(HostileStream, IsRefusedWhereTheFaultIs) {
     const Stream& stream = GetParam();
     for (const std::vector<std::string>& arguments : WaysToRead("/dev/stdin")) {
         SCOPED_TRACE(arguments.front());
@@ -125,9 +125,9 @@ namespace {
 
 using StreamedElements = HostileTest;
 
-/// The model of fruits, which is fine, and more elements behind it than memory holds, or than the default lets it take:
-/// half of the addresses that the process may have.
-TEST_F(StreamedElements, AreRefusedWhereMemoryEnds_WhenTheyAreTooMany) {
+/// The model of fruits, which has no fault, and after it more elements than memory holds, or than the default limit
+/// allows: half of the addresses that the process may have.
+TEST_F(StreamedElements, AreRefusedWhereMemoryRunsOut_WhenThereAreTooMany) {
     if (!memoryIsLimited) GTEST_SKIP() << "memory never ends here";
     const std::string elements = Filled("<a/>\n")(0);
     for (const bool isDefault : {true, false}) {

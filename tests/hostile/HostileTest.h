@@ -8,8 +8,7 @@ namespace nbscore::test {
 /// Runs the built command with little memory and little time: 512 megabytes of addresses and half a minute.
 class HostileTest : public CommandTest {
 protected:
-    /// Sanitizers take addresses by the terabyte, so that there is no limit on them in their builds, nor
-    /// is there one on Windows.
+    /// Sanitizers reserve terabytes of addresses, so their builds have no limit on them, and neither has Windows.
 #if defined(NBSCORE_SANITIZED) || defined(_WIN32)
     static constexpr bool memoryIsLimited = false;
     static constexpr unsigned seconds = 200;
@@ -29,12 +28,26 @@ protected:
         return RunCommand(LimitedCall(std::move(arguments)));
     }
 
-    /// The verbs that refuse a document alike, over a document of this name.
+    /// Scores the cases with this document, in little memory and time.
+    CommandResult Score(const std::string& document) const {
+        folder.Write("model.pmml", document);
+        return RunLimited({"score", "model.pmml", "cases.csv", "--only-scores"});
+    }
+
+    /// The scores of the two fruits, whatever else the table and the document hold.
+    void ExpectScoresOfFruits(const CommandResult& result) const {
+        EXPECT_EQ(result.exitStatus, 0) << result.err.substr(0, 1000);
+        folder.Write("fruits.pmml", fruitDocument);
+        folder.Write("fruits.csv", fruitCases);
+        EXPECT_EQ(result.out, Run({"score", "fruits.pmml", "fruits.csv", "--only-scores"}).out);
+    }
+
+    /// The verbs that refuse a document alike, with a document of this name.
     static std::vector<std::vector<std::string>> WaysToRead(const std::string& document) {
         return {{"score", document, "cases.csv"}, {"verify", document}, {"display", document}};
     }
 
-    /// The command says in one line what is wrong, with the document's place, and at most in a second one the path.
+    /// The command says in one line what is wrong and where in the document; a second line may hold the path.
     static void ExpectRefused(const CommandResult& result, const std::string& pattern) {
         EXPECT_EQ(result.exitStatus, 3) << result.err.substr(0, 1000);
         EXPECT_EQ(result.out, "");

@@ -1,6 +1,7 @@
-// Test cases in documents that are much too many, too long or too deep.
+// Documents with far too many test cases, or with test cases that are too long or nest too deeply.
 
 #include "hostile/HostileTest.h"
+#include "support/documents/Elements.h"
 
 namespace nbscore::test {
 namespace {
@@ -16,44 +17,33 @@ std::string Repeated(const std::string& piece, std::size_t count) {
     return text;
 }
 
-std::string VerificationField(const std::string& name) {
-    return "<VerificationField field=\"" + name + "\"/>";
-}
-
+/// Test cases on a line of their own.
 std::string TestCases(const std::string& fields, const std::string& rows) {
-    return "\n<ModelVerification><VerificationFields>" + fields + "</VerificationFields><InlineTable>" + rows +
-           "</InlineTable></ModelVerification>\n";
+    return "\n" + ModelVerification(fields, rows) + "\n";
 }
 
-std::string Counts(int no, int yes) {
-    return "<TargetValueCounts><TargetValueCount value='no' count='" + std::to_string(no) +
-           "'/><TargetValueCount value='yes' count='" + std::to_string(yes) + "'/></TargetValueCounts>";
-}
-
-/// A sub-model with eight test cases that all expect 0.5: four without a colour, whose score is the prior of just that,
-/// and four red ones, whose score is another.
+/// A sub-model with eight test cases that all expect 0.5: four without a colour, whose score is the prior, 0.5, and
+/// four red ones with another score.
 std::string SubModelWithTestCases(const std::string& name) {
     const std::string score = "score_" + name;
-    const std::string expected = "<" + score + ">0.5</" + score + ">";
-    return "<NaiveBayesModel algorithmName='SelfLearning' threshold='0.125' modelName='" + name +
-           "'><MiningSchema><MiningField name='colour'/><MiningField name='accepts' usageType='predicted'/>"
-           "</MiningSchema><BayesInputs><BayesInput fieldName='colour'><PairCounts value='red'>" +
-           Counts(1, 3) + "</PairCounts><PairCounts value='green'>" + Counts(3, 1) +
-           "</PairCounts></BayesInput></BayesInputs><BayesOutput fieldName='accepts'>" + Counts(4, 4) +
-           "</BayesOutput>" +
-           TestCases(VerificationField("colour") + VerificationField(score),
-                     Repeated("<row>" + expected + "</row><row><colour>red</colour>" + expected + "</row>", 4)) +
-           "</NaiveBayesModel>\n";
+    const std::string expected = Cell(score, "0.5");
+    const std::string colour =
+        BayesInput("colour", PairCounts("red", NoYesCounts(1, 3)) + PairCounts("green", NoYesCounts(3, 1)));
+    const std::string attributes =
+        Attribute("algorithmName", "SelfLearning") + Attribute("threshold", "0.125") + Attribute("modelName", name);
+    return XmlElement("NaiveBayesModel", attributes,
+                      XmlElement("MiningSchema", "", MiningField("colour") + MiningField("accepts", "predicted")) +
+                          XmlElement("BayesInputs", "", colour) + BayesOutput("accepts", NoYesCounts(4, 4)) +
+                          TestCases(VerifiedField("colour") + VerifiedField(score),
+                                    Repeated(Row(expected) + Row(Cell("colour", "red") + expected), 4))) +
+           "\n";
 }
 
-std::string SetWithTestCases(int count) {
-    std::string text =
-        "<PMML version='4.4'><DataDictionary><DataField name='accepts' optype='categorical' dataType='string'>"
-        "<Value value='no'/><Value value='yes'/></DataField>"
-        "<DataField name='colour' optype='categorical' dataType='string'/></DataDictionary>\n";
-    for (int i = 0; i < count; ++i)
-        text += SubModelWithTestCases("m" + std::to_string(i));
-    return text + "</PMML>";
+std::string SetWithTestCases(std::size_t count) {
+    const std::string fields = DataField("accepts", FieldType::Texts, ValueElement("no") + ValueElement("yes")) +
+                               DataField("colour", FieldType::Texts);
+    return PmmlDocument(XmlElement("DataDictionary", "", fields) + "\n" +
+                        Each(count, [](const std::string& i) { return SubModelWithTestCases("m" + i); }));
 }
 
 class HostileTestCases : public HostileTest {
@@ -62,7 +52,7 @@ protected:
         folder.Write("model.pmml", document);
         return RunLimited({"verify", "model.pmml"});
     }
-    /// Of the model of fruits with these test cases.
+    /// Verifies the model of fruits with these test cases.
     CommandResult Verify(const std::string& fields, const std::string& rows) const {
         return Verify(Replace(fruitDocument, "</NaiveBayesModel>", TestCases(fields, rows) + "</NaiveBayesModel>"));
     }
@@ -74,43 +64,40 @@ TEST_F(HostileTestCases, AreVerifiedEachByItsOwnSubModel_WhenThereAreThousands) 
     EXPECT_THAT(result.out, EndsWith("\n64000 rows, 64000 cells checked, 32000 differ\n"));
 }
 
-TEST_F(HostileTestCases, AreToldRowByRow_WhenHundredsOfThousandsDiffer) {
-    const CommandResult result =
-        Verify(VerificationField("fruit"), Repeated("<row><fruit>pear</fruit></row>\n", 200'000));
+TEST_F(HostileTestCases, AreReportedRowByRow_WhenHundredsOfThousandsDiffer) {
+    const CommandResult result = Verify(VerifiedField("fruit"), Repeated(Row(Cell("fruit", "pear")) + "\n", 200'000));
     EXPECT_EQ(result.exitStatus, 1) << result.err;
     EXPECT_EQ(Lines(result.out).size(), 200'001U);
     EXPECT_THAT(result.out, EndsWith("\n200000 rows, 200000 cells checked, 200000 differ\n"));
 }
 
-TEST_F(HostileTestCases, AreRefusedInFewWords_WhenTextsAreLong) {
+TEST_F(HostileTestCases, AreRefusedWithAShortMessage_WhenTextsAreLong) {
     const std::string longText = Repeated("very", 1'500'000);
-    ExpectRefused(Verify(VerificationField(longText), "<row/>"),
+    ExpectRefused(Verify(VerifiedField(longText), "<row/>"),
                   "[0-9:]+: error 7: The verification field \"very.*\" is neither an input nor a result here.*");
-    ExpectRefused(Verify(VerificationField("weight") + VerificationField("fruit"),
-                         "<row><weight>" + longText + "</weight><fruit>pear</fruit></row>"),
-                  "[0-9:]+: error 9: Row 1 of the test cases: column \"weight\": \"very.*\" is no number.*");
-    ExpectRefused(Verify(VerificationField(longText) + VerificationField(longText), "<row/>"),
+    ExpectRefused(
+        Verify(VerifiedField("weight") + VerifiedField("fruit"), Row(Cell("weight", longText) + Cell("fruit", "pear"))),
+        "[0-9:]+: error 9: Row 1 of the test cases: column \"weight\": \"very.*\" is no number.*");
+    ExpectRefused(Verify(VerifiedField(longText) + VerifiedField(longText), "<row/>"),
                   "[0-9:]+: error 12: The verification field \"very.*\" is there twice.");
     const auto withColumn = [&longText](const std::string& name) {
-        return "<VerificationField field=\"" + name + "\" column=\"" + longText + "\"/>";
+        return XmlElement("VerificationField", Attribute("field", name) + Attribute("column", longText));
     };
     ExpectRefused(Verify(withColumn("weight") + withColumn("fruit"), "<row/>"),
                   "[0-9:]+: error 12: The column \"very.*\" is given to two verification fields.");
-    const std::string output = "<OutputField name=\"" + longText + "\"/>";
+    const std::string output = XmlElement("OutputField", Attribute("name", longText));
     ExpectRefused(Verify(Replace(fruitDocument, "</NaiveBayesModel>",
-                                 "<Output>" + output + output + "</Output>" +
-                                     TestCases(VerificationField("fruit"), "<row/>") + "</NaiveBayesModel>")),
+                                 XmlElement("Output", "", output + output) +
+                                     TestCases(VerifiedField("fruit"), "<row/>") + "</NaiveBayesModel>")),
                   "[0-9:]+: error 12: The output field \"very.*\" is declared twice.");
-    ExpectRefused(Verify(VerificationField("confidence"), "<row><confidence>" + longText + "</confidence></row>"),
+    ExpectRefused(Verify(VerifiedField("confidence"), Row(Cell("confidence", longText))),
                   "[0-9:]+: error 9: Row 1 of the test cases: field \"confidence\": \"very.*\" is no number.*");
 }
 
 TEST_F(HostileTestCases, AreVerified_WhenARowHasCellsOfThousandsOfUnknownFields) {
-    std::string cells;
-    for (int i = 0; i < 9'000; ++i)
-        cells += "<unknown" + std::to_string(i) + ">1</unknown" + std::to_string(i) + ">";
-    const CommandResult result = Verify(VerificationField("fruit"),
-                                        Repeated("<row>" + cells + "</row>\n", 3) + "<row><fruit>apple</fruit></row>");
+    const std::string cells = Each(9'000, [](const std::string& i) { return Cell("unknown" + i, "1"); });
+    const CommandResult result =
+        Verify(VerifiedField("fruit"), Repeated(Row(cells) + "\n", 3) + Row(Cell("fruit", "apple")));
     EXPECT_EQ(result.exitStatus, 0) << result.err;
     EXPECT_EQ(result.out, "4 rows, 1 cell checked, all agree\n");
     EXPECT_THAT(result.err, HasSubstr("8990 other names"));
@@ -118,25 +105,18 @@ TEST_F(HostileTestCases, AreVerified_WhenARowHasCellsOfThousandsOfUnknownFields)
 }
 
 TEST_F(HostileTestCases, AreRefusedAtTheFirst_WhenThousandsOfFieldsAreUnknown) {
-    std::string fields;
-    for (int i = 0; i < 9'000; ++i)
-        fields += VerificationField("unknown" + std::to_string(i)) + "\n";
+    const std::string fields = Each(9'000, [](const std::string& i) { return VerifiedField("unknown" + i) + "\n"; });
     ExpectRefused(Verify(fields, "<row/>"), "64:[0-9]+: error 7: The verification field \"unknown0\" is neither .*");
 }
 
-TEST_F(HostileTestCases, AreVerified_WhenOutputsAreThousands) {
-    std::string outputs = "<Output>";
-    std::string fields;
-    std::string cells;
-    for (int i = 0; i < 9'000; ++i) {
-        const std::string name = "o" + std::to_string(i);
-        outputs += "<OutputField name=\"" + name + "\" feature=\"probability\" value=\"apple\"/>";
-        fields += VerificationField(name);
-        cells += "<" + name + ">0</" + name + ">";
-    }
-    const CommandResult result = Verify(Replace(fruitDocument, "<BayesInputs>", outputs + "</Output><BayesInputs>")
-                                            .insert(fruitDocument.find("</NaiveBayesModel>") + outputs.size() + 9,
-                                                    TestCases(fields, "<row>" + cells + "</row>")));
+TEST_F(HostileTestCases, AreVerified_WhenThereAreThousandsOfOutputs) {
+    const std::string outputs =
+        XmlElement("Output", "", Each(9'000, [](const std::string& i) { return ProbabilityField("o" + i, "apple"); }));
+    const std::string fields = Each(9'000, [](const std::string& i) { return VerifiedField("o" + i); });
+    const std::string cells = Each(9'000, [](const std::string& i) { return Cell("o" + i, "0"); });
+    const CommandResult result =
+        Verify(Replace(Replace(fruitDocument, "<BayesInputs>", outputs + "<BayesInputs>"), "</NaiveBayesModel>",
+                       TestCases(fields, Row(cells)) + "</NaiveBayesModel>"));
     EXPECT_EQ(result.exitStatus, 1) << result.err;
     EXPECT_THAT(result.out, EndsWith("\n1 row, 9000 cells checked, 9000 differ\n"));
 }
@@ -145,9 +125,9 @@ TEST_F(HostileTestCases, AreRefused_WhenTheyNestTooDeeply) {
     const auto nested = [](std::size_t levels) {
         return "<row><fruit>" + Repeated("<a>", levels) + Repeated("</a>", levels) + "</fruit></row>";
     };
-    ExpectRefused(Verify(VerificationField("fruit"), nested(100'000)),
+    ExpectRefused(Verify(VerifiedField("fruit"), nested(100'000)),
                   "[0-9:]+: error 3: Elements nest deeper than 1000 levels.");
-    ExpectRefused(Verify(VerificationField("fruit"), nested(900)),
+    ExpectRefused(Verify(VerifiedField("fruit"), nested(900)),
                   "[0-9:]+: error 5: A cell of a test case holds text and no elements.");
 }
 

@@ -4,49 +4,38 @@
 
 #include "framework/UsableMemory.h"
 #include "hostile/HostileTest.h"
+#include "support/documents/Elements.h"
 
 namespace nbscore::test {
 namespace {
 
 using testing::HasSubstr;
 
-std::string Values(const std::string& prefix, int count) {
-    std::string values;
-    for (int i = 0; i < count; ++i)
-        values += "<Value value=\"" + prefix + std::to_string(i) + "\"/>";
-    return values;
-}
-
-std::string Field(const std::string& name, const std::string& values) {
-    return "<DataField name=\"" + name + R"(" optype="categorical" dataType="string">)" + values + "</DataField>\n";
+std::string Values(const std::string& prefix, std::size_t count) {
+    return Each(count, [&prefix](const std::string& i) { return ValueElement(prefix + i); });
 }
 
 /// A thousand target categories, and twenty inputs of a thousand values: twenty million counts, of which the document
 /// gives one for each value.
 std::string MakeDocument() {
-    constexpr int categories = 1000;
-    constexpr int inputs = 20;
+    constexpr std::size_t categories = 1000;
+    constexpr std::size_t inputs = 20;
     const std::string values = Values("value", categories);
-    std::string fields = Field("y", Values("class", categories));
-    std::string schema = R"(<MiningField name="y" usageType="predicted"/>)";
-    std::string counts;
-    for (int i = 0; i < categories; ++i) {
-        counts += "<PairCounts value=\"value" + std::to_string(i) +
-                  R"("><TargetValueCounts><TargetValueCount value="class)" + std::to_string(i) +
-                  "\" count=\"1\"/></TargetValueCounts></PairCounts>\n";
-    }
-    std::string bayesInputs;
-    for (int i = 0; i < inputs; ++i) {
-        const std::string name = "x" + std::to_string(i);
-        fields += Field(name, values);
-        schema += "<MiningField name=\"" + name + "\"/>";
-        bayesInputs += "<BayesInput fieldName=\"" + name + "\">" + counts + "</BayesInput>\n";
-    }
-    return "<PMML version=\"4.4\"><Header/><DataDictionary>\n" + fields +
-           "</DataDictionary><NaiveBayesModel functionName=\"classification\" threshold=\"0.001\"><MiningSchema>" +
-           schema + "</MiningSchema>\n<BayesInputs>\n" + bayesInputs +
-           "</BayesInputs><BayesOutput fieldName=\"y\"><TargetValueCounts><TargetValueCount value=\"class0\" "
-           "count=\"1\"/></TargetValueCounts></BayesOutput></NaiveBayesModel></PMML>\n";
+    const std::string counts = Each(categories, [](const std::string& i) {
+        return PairCounts("value" + i, TargetValueCounts(TargetValueCount("class" + i, "1"))) + "\n";
+    });
+    const std::string fields =
+        DataField("y", FieldType::Texts, Values("class", categories)) + "\n" +
+        Each(inputs, [&](const std::string& i) { return DataField("x" + i, FieldType::Texts, values) + "\n"; });
+    const std::string schema =
+        MiningField("y", "predicted") + Each(inputs, [](const std::string& i) { return MiningField("x" + i); });
+    const std::string bayesInputs =
+        Each(inputs, [&counts](const std::string& i) { return BayesInput("x" + i, counts) + "\n"; });
+    const std::string model = XmlElement("MiningSchema", "", schema) + "\n" +
+                              XmlElement("BayesInputs", "", bayesInputs) +
+                              BayesOutput("y", TargetValueCounts(TargetValueCount("class0", "1")));
+    return PmmlDocument(XmlElement("DataDictionary", "", fields) +
+                        XmlElement("NaiveBayesModel", Attribute("threshold", "0.001"), model));
 }
 
 class LargeTables : public HostileTest {
@@ -62,15 +51,15 @@ TEST_F(LargeTables, AreRead_WhenTheMachineHasTheMemory) {
 }
 
 /// The name of the setting is in the message.
-TEST_F(LargeTables, AreRefused_WhenTheCallerWantsToSpendLess) {
+TEST_F(LargeTables, AreRefused_WhenTheCallerAllowsLessMemory) {
     const CommandResult result = Run({"display", "large.pmml", "--max-memory", "200M"});
     ExpectRefused(result,
                   "[0-9]+:[0-9]+: error 12: The document's count tables and categories need more memory than "
                   "max-memory allows: 200000000 bytes.");
 }
 
-/// By default, half of what the process may have is spent.
-TEST_F(LargeTables, AreRefused_WhenTheProcessMayHaveLittle) {
+/// By default, a document may take half of the memory that the process may have.
+TEST_F(LargeTables, AreRefused_WhenTheProcessHasLittleMemory) {
     if (!memoryIsLimited) GTEST_SKIP() << "memory never ends here";
     ExpectRefusedByAll("large.pmml",
                        "[0-9]+:[0-9]+: error 12: The document's count tables and categories need more memory than "

@@ -1,6 +1,7 @@
-// Tables that are longer than the memory, and threads that the system does not give.
+// Tables larger than memory, and more threads than the system gives.
 
 #include "hostile/HostileTest.h"
+#include "support/documents/ModelDocument.h"
 
 namespace nbscore::test {
 namespace {
@@ -9,7 +10,7 @@ constexpr std::uint64_t megabyte = std::uint64_t{1} << 20;
 
 class LongTable : public HostileTest {
 protected:
-    /// Scores a table that is made as it is read.
+    /// Scores a table that is made while it is read.
     CommandResult ScoreInLittleMemory(int threads, std::size_t tableBytes) const {
         CommandCall call = MakeCall({"score", "model.pmml", "-", "--threads", std::to_string(threads)});
         call.outputPath = "/dev/null";
@@ -34,12 +35,12 @@ TEST_F(LongTable, IsScoredInLessMemoryThanItHas) {
     }
 }
 
-TEST_F(LongTable, EndsInOrder_WhenTheSystemGivesFewerThreadsThanAskedFor) {
+TEST_F(LongTable, EndsCleanly_WhenTheSystemGivesFewerThreadsThanRequested) {
     std::string table = fruitCases;
     while (table.size() < 2 * megabyte)
         table += table.substr(table.find('\n') + 1);
     folder.Write("cases.csv", table);
-    // Each thread takes addresses of its own: there are not enough for so many, nor perhaps for what they work with.
+    // Each thread takes addresses of its own: there are not enough for that many, and maybe not for their buffers.
     const CommandResult result = RunLimited({"score", "model.pmml", "cases.csv", "--threads", "200"});
     if (result.exitStatus != 0) {
         EXPECT_EQ(result.exitStatus, 4);
@@ -51,33 +52,23 @@ TEST_F(LongTable, EndsInOrder_WhenTheSystemGivesFewerThreadsThanAskedFor) {
 
 using WideTable = HostileTest;
 
-/// A document with very many inputs, and a table for it.
-std::string MakeWideDocument(int inputs) {
-    const std::string counts =
-        R"(<TargetValueCounts><TargetValueCount value="no" count="3"/><TargetValueCount value="yes" count="4"/></TargetValueCounts>)";
-    std::string fields;
-    std::string schema;
-    std::string tables;
-    for (int i = 0; i < inputs; ++i) {
-        const std::string name = "\"t" + std::to_string(i) + "\"";
-        fields += "<DataField name=" + name + R"( optype="categorical" dataType="string"/>)";
-        schema += "<MiningField name=" + name + "/>";
-        tables +=
-            "<BayesInput fieldName=" + name + R"(><PairCounts value="a">)" + counts + "</PairCounts></BayesInput>";
-    }
-    return R"(<PMML version="4.4"><Header/><DataDictionary>)" + fields +
-           R"(<DataField name="y" optype="categorical" dataType="string"><Value value="no"/><Value value="yes"/></DataField>)"
-           R"(</DataDictionary><NaiveBayesModel functionName="classification" threshold="0.001"><MiningSchema>)" +
-           schema + R"(<MiningField name="y" usageType="predicted"/></MiningSchema><BayesInputs>)" + tables +
-           R"(</BayesInputs><BayesOutput fieldName="y">)" + counts + "</BayesOutput></NaiveBayesModel></PMML>";
+/// A document with very many inputs, each with a single text.
+ModelDocument MakeWideDocument(std::size_t inputs) {
+    ModelDocument document;
+    for (std::size_t i = 0; i < inputs; ++i)
+        document.inputs.push_back({"t" + std::to_string(i), FieldType::Texts, 1, [](std::size_t) { return "a"; }});
+    document.targetCategories = {"no", "yes"};
+    document.targetCountOf = [](std::size_t k) { return k + 3; };
+    document.countOf = [](std::size_t, std::size_t, std::size_t, std::size_t k) { return k + 3; };
+    return document;
 }
 
 TEST_F(WideTable, TakesLittleMemoryOnEachThread) {
-    constexpr int inputs = 8000;
-    folder.Write("wide.pmml", MakeWideDocument(inputs));
+    constexpr std::size_t inputs = 8000;
+    WriteDocument(MakeWideDocument(inputs), folder / "wide.pmml");
     std::string header = "t0";
     std::string row = "a";
-    for (int i = 1; i < inputs; ++i) {
+    for (std::size_t i = 1; i < inputs; ++i) {
         header += ",t" + std::to_string(i);
         row += i % 3 == 0 ? "," : ",a";
     }

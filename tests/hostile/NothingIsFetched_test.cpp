@@ -1,5 +1,5 @@
-// What a document names is not looked at: a pipe that nobody writes to would hold the command up for good, and a
-// listening socket would know of a caller.
+// Nothing that a document names is opened: a named pipe without a writer would block the command for ever, and a
+// listening socket would notice the connection.
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
@@ -13,7 +13,7 @@
 namespace nbscore::test {
 namespace {
 
-/// A port of this machine at which nobody answers, but calls are noted.
+/// A port of this machine that answers nothing but notices connections.
 class Listener {
 public:
     Listener() : descriptor(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
@@ -50,7 +50,7 @@ class NothingIsFetched : public HostileTest {
 protected:
     NothingIsFetched() { EXPECT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0); }
 
-    /// The model of fruits, with everything in it that could make a reader fetch something.
+    /// The model of fruits with everything that could make a reader fetch this address.
     std::string Naming(const std::string& url) const {
         std::string text =
             Replace(fruitDocument, "<PMML ", "<?xml-stylesheet type=\"text/xsl\" href=\"" + url + "\"?>\n<PMML ");
@@ -65,7 +65,7 @@ protected:
     Listener listener;
 };
 
-TEST_F(NothingIsFetched, ListenersKnowOfCalls) {
+TEST_F(NothingIsFetched, TheListenerNoticesCalls) {
     ASSERT_TRUE(listener.IsListening());
     EXPECT_FALSE(listener.WasCalled());
     listener.Call();

@@ -11,13 +11,13 @@ namespace {
 using nbscore::test::MakeModel;
 using nbscore::test::NamedRecord;
 using nbscore::test::NumberVariable;
+using nbscore::test::priorNo;
+using nbscore::test::priorYes;
 using nbscore::test::ScoredCase;
 using nbscore::test::ScoreTexts;
 using nbscore::test::TextVariable;
 
-constexpr double t = 0.001;
-const double priorYes = (t + 3) / (2 * t + 1 / t);
-const double priorNo = (t + 1) / (2 * t + 1 / t);
+constexpr double t = nbscore::test::smallThreshold;
 
 std::unique_ptr<NaiveBayesModel> Weather() {
     return MakeModel(

@@ -13,6 +13,11 @@
 
 namespace nbscore::test {
 
+/// A threshold, and with it the priors of two target categories that were counted three times and once.
+inline constexpr double smallThreshold = 0.001;
+inline constexpr double priorYes = (smallThreshold + 3) / (2 * smallThreshold + 1 / smallThreshold);
+inline constexpr double priorNo = (smallThreshold + 1) / (2 * smallThreshold + 1 / smallThreshold);
+
 /// A record whose values are found by name only.
 class NamedRecord : public ScoreCaseRecord {
 public:

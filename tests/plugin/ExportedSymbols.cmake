@@ -21,7 +21,7 @@ endfunction()
 
 if(OBJDUMP)
     read_export_table(output ${LIBRARY})
-    # What is linked into a library of ours must not leave it.
+    # A library must not export what is linked into it.
     foreach(library IN LISTS OTHERS)
         read_export_table(names ${library})
         string(REGEX MATCHALL "\nT ((vtable|typeinfo|typeinfo name) for )?(re2|boost|hwy|utf8proc|xercesc)_?[^\n]*"

@@ -7,9 +7,9 @@
 
 namespace nbscore::test {
 
-/// The built plug-in, loaded at run time as hosts load it; unloaded at the end of its life.
+/// The built plug-in, loaded at run time as hosts do, and unloaded by the destructor.
 ///
-/// Whatever was made by it must be gone by then.
+/// Everything that it made must be destroyed by then.
 class LoadedPlugin {
 public:
     LoadedPlugin();
@@ -17,12 +17,12 @@ public:
     LoadedPlugin(const LoadedPlugin&) = delete;
     LoadedPlugin& operator=(const LoadedPlugin&) = delete;
 
-    /// What the plug-in's factory gives.
+    /// The translator that the plug-in's factory makes.
     std::unique_ptr<ScoreTranslator> MakeTranslator() const;
     /// Whether the library has a symbol of exactly this name.
     bool HasSymbol(const std::string& name) const;
 
-    /// Whether the plug-in is in this process at present.
+    /// Whether this process has the plug-in loaded now.
     static bool IsInProcess();
 
 private:

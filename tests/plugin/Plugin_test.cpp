@@ -12,36 +12,22 @@
 #include "reading/BaseTranslator.h"
 #include "reading/PMMLTranslator.h"
 #include "support/ParseDocument.h"
+#include "support/documents/CompleteDocuments.h"
 
 namespace nbscore::test {
 namespace {
 
-/// Whether one plays, from the outlook.
-std::string Document(const std::string& moreFields = "", const std::string& inputs = R"(
-    <BayesInput fieldName="outlook">
-        <PairCounts value="sunny"><TargetValueCounts>
-            <TargetValueCount value="yes" count="3"/><TargetValueCount value="no" count="1"/>
-        </TargetValueCounts></PairCounts>
-        <PairCounts value="rain"><TargetValueCounts>
-            <TargetValueCount value="yes" count="2"/><TargetValueCount value="no" count="4"/>
-        </TargetValueCounts></PairCounts>
-    </BayesInput>)") {
-    return R"(<PMML version="4.4"><Header/><DataDictionary>
-        <DataField name="outlook" optype="categorical" dataType="string"><Value value="sunny"/><Value value="rain"/></DataField>
-        <DataField name="play" optype="categorical" dataType="string"><Value value="yes"/><Value value="no"/></DataField>
-    </DataDictionary>
-    <NaiveBayesModel functionName="classification" threshold="0.5"><MiningSchema>
-        <MiningField name="play" usageType="predicted"/>)" +
-           moreFields + R"(<MiningField name="outlook"/></MiningSchema><BayesInputs>)" + inputs + R"(</BayesInputs>
-    <BayesOutput fieldName="play"><TargetValueCounts>
-        <TargetValueCount value="yes" count="5"/><TargetValueCount value="no" count="5"/>
-    </TargetValueCounts></BayesOutput></NaiveBayesModel></PMML>)";
+/// A document that is refused when most of it has been read.
+std::string FaultyDocument() {
+    TestDocument document;
+    document.bayesInputs = "\n<Fault/>";
+    return document.Text();
 }
 
-/// Parses and scores with the plug-in, and leaves nothing of its behind; the probability of "yes".
+/// Parses and scores with the plug-in, and destroys all that it made. Returns the probability of "yes".
 double ProbabilityOfYes(const LoadedPlugin& plugin, const std::string& outlook) {
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
-    const ParseOutcome outcome = ParseWith(*translator, Document());
+    const ParseOutcome outcome = ParseWith(*translator, TestDocument().Text());
     BaseCaseRecord record({"outlook"});
     record.SetText(0, outlook);
     ScoreResult* scored = nullptr;
@@ -80,10 +66,10 @@ TEST(Plugin, StaysInTheProcess_WhileAnyoneHasItLoaded) {
     EXPECT_DOUBLE_EQ(ProbabilityOfYes(first, "sunny"), 3.5 / 5.0);
 }
 
-TEST(Plugin, ThrowsByValueAcrossTheEdge) {
+TEST(Plugin, ThrowsByValueIntoTheHost) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
-    const ParseOutcome outcome = ParseWith(*translator, Document("", "\n<Fault/>"));
+    const ParseOutcome outcome = ParseWith(*translator, FaultyDocument());
     ASSERT_TRUE(outcome.refusal);
     EXPECT_FALSE(outcome.thrownAsPointer);
     EXPECT_EQ(outcome.refusal->GetCode(), 12);
@@ -104,11 +90,12 @@ TEST(Plugin, ThrowsByValueAsAStandardException) {
     EXPECT_EQ(what, "<NaiveBayesModel> is required!");
 }
 
-TEST(Plugin, ThrowsAPointerAcrossTheEdge) {
+TEST(Plugin, ThrowsAPointerIntoTheHost) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
-    const ParseOutcome outcome =
-        ParseWith(*translator, Document(R"(<MiningField name="outlook" usageType="predicted"/>)"));
+    TestDocument document;
+    document.miningSchema = MiningField("play", "predicted") + MiningField("outlook", "predicted");
+    const ParseOutcome outcome = ParseWith(*translator, document.Text());
     EXPECT_TRUE(outcome.thrownAsPointer);
     ASSERT_TRUE(outcome.refusal);
     EXPECT_EQ(outcome.refusal->GetMessage(), "Only one target is allowed.");
@@ -125,23 +112,23 @@ TEST(Plugin, LetsARefusalOutliveIt) {
     EXPECT_STREQ(outcome.refusal->what(), "<NaiveBayesModel> is required!");
 }
 
-TEST(Plugin, ShowsItsObjectsFrameworkFaces) {
+TEST(Plugin, GivesObjectsWithTheFrameworksInterfaces) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     EXPECT_NE(dynamic_cast<BaseTranslator*>(translator.get()), nullptr);
     EXPECT_NE(dynamic_cast<PMMLTranslator*>(translator.get()), nullptr);
-    const ParseOutcome outcome = ParseWith(*translator, Document());
+    const ParseOutcome outcome = ParseWith(*translator, TestDocument().Text());
     ASSERT_TRUE(outcome.model);
     const auto* selfCheck = dynamic_cast<const ModelSelfCheck*>(outcome.model.get());
     ASSERT_NE(selfCheck, nullptr);
     EXPECT_EQ(selfCheck->FindScoringObstacle().message, "");
 }
 
-TEST(Plugin, HandsOverAnUnfinishedModelAcrossTheEdge) {
+TEST(Plugin, HandsAnUnfinishedModelToTheHost) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     ParseOutcome outcome;
-    VisitDom(Document("", "<Fault/>"), [&](xercesc::DOMDocument& document) {
+    VisitDom(FaultyDocument(), [&](xercesc::DOMDocument& document) {
         outcome = OutcomeOf([&] { return translator->ParseFromTree(&document, "UTF-8"); });
     });
     ASSERT_TRUE(outcome.refusal);
@@ -150,7 +137,7 @@ TEST(Plugin, HandsOverAnUnfinishedModelAcrossTheEdge) {
     EXPECT_EQ(unfinished->GetModelType(), 21);
 }
 
-TEST(Plugin, HasNothingButItsFactoryUnderAPlainName) {
+TEST(Plugin, ExportsOnlyItsFactoryUnderAPlainName) {
     const LoadedPlugin plugin;
     EXPECT_TRUE(plugin.HasSymbol("GiveMyTranslator"));
     for (const char* name : {"PrintVector", "ParseFromTree", "ReadBayesInputs", "main", "_Z16GiveMyTranslatorv"}) {

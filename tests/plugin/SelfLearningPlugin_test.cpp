@@ -1,4 +1,4 @@
-// A set of sub-models as hosts meet it that know its descriptors, but do not link the plug-in.
+// A set of sub-models, used by a host that knows its descriptors but does not link the plug-in.
 
 #include <gtest/gtest.h>
 
@@ -12,42 +12,24 @@
 #include "framework/SubModelScoring.h"
 #include "selflearning/SelfLearningResult.h"
 #include "support/ParseDocument.h"
+#include "support/documents/CompleteDocuments.h"
 
 namespace nbscore::test {
 namespace {
 
 using Descriptor = SelfLearningResult::ModelDescriptor;
 
-std::string SubModel(const std::string& attributes, const std::string& extensions, const std::string& inputs) {
-    return "<NaiveBayesModel " + attributes + R"( threshold="0.5">)" + extensions + R"(
-        <MiningSchema><MiningField name="play" usageType="predicted"/><MiningField name="outlook"/></MiningSchema>)" +
-           inputs + R"(
-        <BayesOutput fieldName="play"><TargetValueCounts>
-            <TargetValueCount value="yes" count="5"/><TargetValueCount value="no" count="5"/>
-        </TargetValueCounts></BayesOutput></NaiveBayesModel>)";
-}
-
 /// Two sub-models, of which the first reads the outlook and the second nothing.
-std::string Document(const std::string& secondAttributes = R"(modelName="second")") {
-    return R"(<PMML version="4.4"><Header/><DataDictionary>
-        <DataField name="outlook" optype="categorical" dataType="string"><Value value="sunny"/><Value value="rain"/></DataField>
-        <DataField name="play" optype="categorical" dataType="string"><Value value="yes"/><Value value="no"/></DataField>
-    </DataDictionary>)" +
-           SubModel(R"(modelName="first" algorithmName="SelfLearning")",
-                    R"(<Extension name="meanPerformance" value="0.25"/>)", R"(
-        <BayesInputs><BayesInput fieldName="outlook">
-            <PairCounts value="sunny"><TargetValueCounts>
-                <TargetValueCount value="yes" count="3"/><TargetValueCount value="no" count="1"/>
-            </TargetValueCounts></PairCounts>
-            <PairCounts value="rain"><TargetValueCounts>
-                <TargetValueCount value="yes" count="2"/><TargetValueCount value="no" count="4"/>
-            </TargetValueCounts></PairCounts>
-        </BayesInput></BayesInputs>)") +
-           SubModel(secondAttributes, "", "") + "</PMML>";
+std::string Document(const std::string& secondAttributes = R"(modelName="second" threshold="0.5")") {
+    SubModelText first = Named("first");
+    first.extensions = R"(<Extension name="meanPerformance" value="0.25"/>)";
+    SubModelText second = WithoutInputs();
+    second.attributes = secondAttributes;
+    return SelfLearningText({first, second});
 }
 
-/// Parses and scores with the plug-in, and leaves nothing of its behind; reads each case's list through a class that
-/// this program compiled for itself.
+/// Parses and scores with the plug-in, and destroys all that it made. Reads each case's list through a class that this
+/// program compiled itself.
 std::vector<Descriptor> Describe(const LoadedPlugin& plugin, const std::vector<std::string>& outlooks) {
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     const ParseOutcome outcome = ParseWith(*translator, Document());
@@ -94,7 +76,7 @@ TEST(SelfLearningPlugin, ScoresAgain_WhenLoadedAgain) {
     EXPECT_FALSE(LoadedPlugin::IsInProcess());
 }
 
-TEST(SelfLearningPlugin, TakesOverAListOfTheHosts) {
+TEST(SelfLearningPlugin, CopiesAListOfTheHost) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     const ParseOutcome outcome = ParseWith(*translator, Document());
@@ -102,7 +84,7 @@ TEST(SelfLearningPlugin, TakesOverAListOfTheHosts) {
     const BaseCaseRecord record({"outlook"});
     outcome.model->GetScore(&record, scored, false);
     const std::unique_ptr<ScoreResult> owner(scored);
-    // Each side knows the other's list for one of its own kind.
+    // Each side accepts the other's list as one of its own.
     const std::unique_ptr<ScoreValue> theirs(scored->GetPrediction()->Clone());
     const VectorValue<Descriptor> ours({{"ours", 0.5, 1, 2}});
     theirs->SetValue(&ours);
@@ -113,7 +95,7 @@ TEST(SelfLearningPlugin, TakesOverAListOfTheHosts) {
     EXPECT_TRUE(scored->GetPrediction()->operator==(taken));
 }
 
-TEST(SelfLearningPlugin, ShowsItsObjectsFrameworkFaces) {
+TEST(SelfLearningPlugin, GivesObjectsWithTheFrameworksInterfaces) {
     const LoadedPlugin plugin;
     const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
     const ParseOutcome outcome = ParseWith(*translator, Document());
@@ -125,11 +107,11 @@ TEST(SelfLearningPlugin, ShowsItsObjectsFrameworkFaces) {
     EXPECT_NE(dynamic_cast<SubModelScoring*>(outcome.model.get()), nullptr);
 }
 
-TEST(SelfLearningPlugin, ThrowsAcrossTheEdge_AndStillUnloads) {
+TEST(SelfLearningPlugin, ThrowsIntoTheHost_AndStillUnloads) {
     {
         const LoadedPlugin plugin;
         const std::unique_ptr<ScoreTranslator> translator = plugin.MakeTranslator();
-        const ParseOutcome outcome = ParseWith(*translator, Document(""));
+        const ParseOutcome outcome = ParseWith(*translator, Document(R"(threshold="0.5")"));
         ASSERT_TRUE(outcome.refusal);
         EXPECT_EQ(outcome.refusal->GetCode(), 2);
         EXPECT_EQ(outcome.refusal->GetPlace().elementPath, "/PMML/NaiveBayesModel[2]");

@@ -15,12 +15,13 @@ using nbscore::test::EitherModel;
 using nbscore::test::NamedRecord;
 using nbscore::test::NameOfKind;
 using nbscore::test::NumberVariable;
+using nbscore::test::priorNo;
+using nbscore::test::priorYes;
 using nbscore::test::TextRecord;
 using nbscore::test::TextVariable;
 
-constexpr double t = 0.001;
-const double priorYes = (t + 3) / (2 * t + 1 / t);
-const double priorNo = (t + 1) / (2 * t + 1 / t);
+constexpr double t = nbscore::test::smallThreshold;
+
 const NBayesInputBase::Matrix counts = {{1, 5}, {5, 1}};
 
 /// The second category's probability when a value has the first of these rows, or the second.

@@ -17,7 +17,7 @@ BruteForceValue SpeltOut(const std::optional<std::string>& text, const std::stri
     return KindOfDataType(dataType) == BruteForceKind::Number ? Converted(*text, BruteForceKind::Number) : *text;
 }
 
-/// What a text of the document stands for where values of the kind are meant: one of them when it reads as one, else
+/// The value of a text in the document where values of this kind are expected: one of them when it reads as one, else
 /// the text. Where the kind is not known, a number when it is one, as in a constant without type.
 BruteForceValue Meant(const std::string& text, BruteForceKind kind) {
     if (kind == BruteForceKind::Any) kind = BruteForceKind::Number;
@@ -25,7 +25,7 @@ BruteForceValue Meant(const std::string& text, BruteForceKind kind) {
     return IsMissing(read) ? BruteForceValue(text) : read;
 }
 
-/// What stands in for the result, which is of this kind, where something is missing.
+/// What replaces a missing result, which is of this kind.
 BruteForceValue MappedMissing(const BruteForceExpression& expression, BruteForceKind kind) {
     return expression.mapMissingTo ? Meant(*expression.mapMissingTo, kind) : BruteForceValue();
 }
@@ -60,7 +60,7 @@ BruteForceValue PointOnLine(const BruteForceExpression& line, double x, const Br
         if (line.outliers == "asExtremeValues") return below ? points.front().second : points.back().second;
         const double beyond =
             below ? OnSegment(points[0], points[1], x) : OnSegment(points[points.size() - 2], points.back(), x);
-        // Infinitely far out on a level segment there is no point.
+        // A level segment has no point at infinity.
         return std::isnan(beyond) ? none : beyond;
     }
     std::size_t segment = 0;
@@ -69,7 +69,7 @@ BruteForceValue PointOnLine(const BruteForceExpression& line, double x, const Br
     return OnSegment(points[segment], points[segment + 1], x);
 }
 
-/// Where a margin is absent nothing bounds the bin: an infinity is inside too.
+/// Without a margin the bin has no bound on that side and holds the infinity, too.
 bool Contains(const BruteForceBin& bin, double x) {
     const bool isRightOfTheLeft = !bin.left || x > *bin.left || (bin.closure.starts_with("closed") && x == *bin.left);
     const bool isLeftOfTheRight = !bin.right || x < *bin.right || (bin.closure.ends_with("Closed") && x == *bin.right);
@@ -83,7 +83,7 @@ BruteForceValue BinValue(const BruteForceExpression& discretize, double x) {
     return SpeltOut(discretize.defaultValue, discretize.dataType);
 }
 
-/// Expressions that read the number in one field: one that holds none, or a NaN, counts as missing.
+/// The number in a field for expressions that read one; a value that is not a number, or a NaN, counts as missing.
 BruteForceValue OfNumber(const BruteForceExpression& expression, const BruteForceField& field) {
     const auto number = AsNumber(Seen(field));
     const bool isPresent = number && !std::isnan(*number);
@@ -107,7 +107,8 @@ bool KeyMatches(const BruteForceExpression& table, const BruteForceRow& row, std
         const auto truth = AsTruth(field.value);
         return truth ? truth == AsTruth(cell) : AsText(field.value) == cell;
     }
-    // A parameter without a type may be anything: a truth value goes by its word if the table has it, or is a number.
+    // A parameter without a type may hold anything: a truth value is looked up by its word if the table has it, else
+    // as a number.
     const bool isTruth = std::holds_alternative<bool>(field.value);
     if (isTruth && HasKey(table, key, AsText(field.value))) return AsText(field.value) == cell;
     const auto number = AsNumber(field.value);
@@ -127,7 +128,7 @@ BruteForceValue RowOutput(const BruteForceExpression& table, const BruteForceFie
     return SpeltOut(table.defaultValue, table.dataType);
 }
 
-/// What the options of an `Apply` make of what came out.
+/// Applies the options of an `Apply` to its result.
 BruteForceValue Result(const BruteForceExpression& apply, BruteForceKind kind, BruteForceValue value) {
     const auto* number = std::get_if<double>(&value);
     if (number != nullptr && !std::isfinite(*number) && apply.invalidValueTreatment != "asIs") value = {};
@@ -139,7 +140,7 @@ bool IsValid(const BruteForceExpression& argument, const BruteForceValue& value,
     const auto* number = std::get_if<double>(&value);
     if (IsMissing(value) || (number != nullptr && std::isnan(*number))) return false;
     if (argument.kind != BruteForceExpression::FieldRef) return true;
-    // What stands in for a missing field is valid.
+    // A replacement for a missing field is valid.
     const BruteForceField& field = fields.at(argument.name);
     return IsMissing(field.value) || field.isAllowed;
 }

@@ -9,8 +9,8 @@
 #include "support/BruteForceValue.h"
 
 /// @file
-/// A second evaluator of derived fields to compare with: a tree that says what stands in the document, and the rules
-/// written down over it one after the other. It shares no code with what it checks and takes no care to be fast.
+/// A second evaluator of derived fields to compare with: a tree of what the document says, and the rules written down
+/// one after the other. It shares no code with what it checks and is not made to be fast.
 
 namespace nbscore::test {
 
@@ -75,7 +75,7 @@ struct BruteForceFunction {
 using BruteForceFunctions = std::map<std::string, BruteForceFunction>;
 
 struct BruteForceField {
-    /// As scoring has it: of a data field or derived field a number or a text.
+    /// As scoring holds it: a data field or derived field has a number or a text.
     BruteForceValue value;
     /// As it is declared.
     BruteForceKind kind = BruteForceKind::Any;
@@ -86,7 +86,7 @@ struct BruteForceField {
 /// What an expression can see, by name.
 using BruteForceFields = std::map<std::string, BruteForceField>;
 
-/// What a data type makes of a field or result: a number, a truth value or a text, or whatever it is when empty.
+/// The kind of value that a data type stands for: a number, a truth value or a text; any kind when it is empty.
 BruteForceKind KindOfDataType(const std::string& dataType);
 
 BruteForceValue Evaluate(const BruteForceExpression& expression, const BruteForceFields& fields,

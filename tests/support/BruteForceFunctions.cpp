@@ -16,7 +16,7 @@ bool IsOneOf(const std::string& name, const Names& names) {
     return std::ranges::find(names, name) != names.end();
 }
 
-/// Missing ones left out; nothing when one that is there is no number, which leaves nothing to compute.
+/// The numbers, without missing ones; nothing when a value is not a number, because then there is no result.
 std::optional<std::vector<double>> NumbersOf(const Values& values) {
     std::vector<double> numbers;
     for (const BruteForceValue& value : values) {
@@ -44,7 +44,7 @@ double OfOne(const std::string& function, double x) {
 }
 
 double Aggregate(const std::string& function, const std::vector<double>& numbers) {
-    // A sum begins with zero: one of a negative zero alone is a positive one.
+    // A sum starts at zero: the sum of a single negative zero is positive zero.
     const bool adds = function == "sum" || function == "avg";
     double result = adds ? 0.0 : numbers.at(0);
     for (std::size_t i = adds ? 0 : 1; i < numbers.size(); ++i) {
@@ -77,7 +77,7 @@ bool Comparison(const std::string& function, BruteForceOrder order) {
     return order == BruteForceOrder::Above || order == BruteForceOrder::Equal;
 }
 
-/// `and` and `or`: the one value that settles it settles it, whatever is unknown.
+/// `and` and `or`: one value decides the result alone, even if others are missing.
 BruteForceValue Logic(const Values& arguments, bool settling) {
     bool unknown = false;
     for (const BruteForceValue& argument : arguments) {
@@ -110,7 +110,7 @@ std::vector<std::string> CharactersOf(const std::string& text) {
     return characters;
 }
 
-/// Knows the characters of the random documents alone.
+/// Knows only the characters of the random documents.
 std::string InUpperCase(const std::string& text) {
     std::string upper;
     for (const std::string& character : CharactersOf(text)) {

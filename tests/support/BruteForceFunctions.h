@@ -7,11 +7,11 @@
 
 namespace nbscore::test {
 
-/// What a built-in function but `if`, `isValid` and `isNotValid` gives for these arguments, missing ones among them. A
-/// number may be infinite or none: whether that is a result is for the caller to say.
+/// The result of a built-in function other than `if`, `isValid` and `isNotValid` for these arguments, some of them
+/// maybe missing. A number may be infinite or NaN: the caller decides whether that is a result.
 BruteForceValue CallByBruteForce(const std::string& function, const std::vector<BruteForceValue>& arguments);
 
-/// What a built-in function's results are; of `if`, anything.
+/// The kind of a built-in function's results; any kind for `if`.
 BruteForceKind KindGivenByBruteForce(const std::string& function);
 
 }  // namespace nbscore::test

@@ -4,7 +4,7 @@
 
 /// @file
 /// A second scorer to compare with: the formulas of the classifier written down one after the other over plain
-/// vectors. It shares no code with what it checks and takes no care to be fast.
+/// vectors. It shares no code with what it checks and is not made to be fast.
 
 namespace nbscore::test {
 

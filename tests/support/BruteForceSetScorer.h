@@ -6,7 +6,7 @@
 /// @file
 /// A second scorer of sets of classifiers to compare with: their formulas written down one after the other over plain
 /// numbers. It shares no code with what it checks, nor with the second scorer of single classifiers, so that a slip in
-/// one of them shows.
+/// one of them is found.
 
 namespace nbscore::test {
 
@@ -24,7 +24,7 @@ struct BruteForceSubModel {
 /// @param codes one category per predictor, -1 for none.
 double ScoreSubModelByBruteForce(const BruteForceSubModel& subModel, const std::vector<int>& codes);
 
-/// The scores of a set: what each sub-model says, on its own, of its own codes.
+/// The scores of a set: each sub-model scores its own codes, independently of the others.
 std::vector<double> ScoreSetByBruteForce(const std::vector<BruteForceSubModel>& subModels,
                                          const std::vector<std::vector<int>>& codes);
 

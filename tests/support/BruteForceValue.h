@@ -5,7 +5,7 @@
 #include <variant>
 
 /// @file
-/// The values that the brute-force evaluator of derived fields reckons with, and how one kind is read as another.
+/// The values that the brute-force evaluator of derived fields computes with, and how one kind is read as another.
 /// Shares no code with what it checks.
 
 namespace nbscore::test {
@@ -18,10 +18,10 @@ enum class BruteForceKind { Any, Number, Truth, Text };
 
 bool IsMissing(const BruteForceValue& value);
 
-/// Of a text the number that it holds, blanks around it allowed; nothing when there is none.
+/// The number that a text holds, with blanks around it allowed; nothing when it holds none.
 std::optional<double> AsNumber(const BruteForceValue& value);
 std::optional<bool> AsTruth(const BruteForceValue& value);
-/// The shortest digits that read back as the same number; nothing of a missing value.
+/// The shortest digits that read back as the same number; empty for a missing value.
 std::string AsText(const BruteForceValue& value);
 
 /// Missing when there is no such value.

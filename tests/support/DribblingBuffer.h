@@ -7,7 +7,7 @@
 
 namespace nbscore::test {
 
-/// A stream's insides that have only a few bytes ready at a time, as a slow pipe does.
+/// A stream buffer that has only a few bytes ready at a time, like a slow pipe.
 class DribblingBuffer : public std::streambuf {
 public:
     DribblingBuffer(std::string content, std::size_t bytesAtATime) : text(std::move(content)), step(bytesAtATime) {}

@@ -9,8 +9,8 @@
 #include "framework/BaseDictionary.h"
 #include "framework/BaseModel.h"
 #include "framework/NumericValue.h"
+#include "framework/ScoreClsResult.h"
 #include "framework/StringValue.h"
-#include "support/FakeResult.h"
 
 namespace nbscore::test {
 
@@ -28,6 +28,33 @@ inline std::unique_ptr<BaseDictVar> MakeTextField(const std::string& name,
     }
     return field;
 }
+
+/// A classification that tests fill by hand. Categories are appended as they come.
+class FakeResult : public ScoreClsResult {
+public:
+    void SetPrediction(ScoreValue* value) override { prediction.reset(value); }
+    const ScoreValue* GetPrediction() const override { return prediction.get(); }
+    void AddAdvice(ResultAdvice) override {}
+    std::vector<ResultAdvice> GetAdvice() override { return {}; }
+    void RemoveAdvice() override {}
+    const ScoreDictVar* GetTarget() const override { return nullptr; }
+    void SetConfidence(double probability) override { confidence = probability; }
+    double GetConfidence() const override { return confidence; }
+    ResultType GetScoreResultType() override { return ScoreResult::NaiveBayesClsResult; }
+    bool AddValuePercent(ScoreValue* value, double percent) override {
+        percents.emplace_back(value, percent);
+        return true;
+    }
+    double GetPercent(const ScoreValue*) const override { return -1.0; }
+    const std::vector<ValuePercent>& GetAllValuePercent() const override { return percents; }
+
+    void Clear() { percents.clear(); }
+
+private:
+    std::unique_ptr<ScoreValue> prediction;
+    double confidence = -1.0;
+    std::vector<ValuePercent> percents;
+};
 
 /// A model over fields and a scoring rule that a test makes up.
 class FakeModel : public BaseModel {

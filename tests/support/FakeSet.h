@@ -12,7 +12,7 @@
 
 namespace nbscore::test {
 
-/// What a set of sub-models answers, filled by hand.
+/// The result of a set of sub-models, filled by hand.
 class FakeSetResult : public ScoreResult {
 public:
     FakeSetResult() = default;

@@ -8,7 +8,7 @@
 
 namespace nbscore::test {
 
-/// Runs a task on four threads, which begin it together; what it answered on each.
+/// Runs a task on four threads, which start it together. Returns its result on each.
 /// @param task given the number of its thread, from 0.
 inline std::vector<int> InThreads(const std::function<int(int)>& task) {
     std::vector<int> answers(4, -1);

@@ -6,7 +6,7 @@
 
 namespace nbscore::test {
 
-/// What an exception of this class says; a failed test when nothing of the class is thrown.
+/// The message of the exception of this class that is thrown; the test fails when none is.
 template <typename Exception, typename Action>
 std::string GetMessageOf(Action action) {
     try {

@@ -8,7 +8,7 @@
 
 namespace nbscore::test {
 
-/// The names of the variables of a role, in order; none where the model answers null.
+/// The names of the variables of a role, in order; none when the model returns null.
 inline std::vector<std::string> NamesOfRole(const ScoreModel& model, ScoreModel::VarRole role) {
     const std::unique_ptr<ScoreDictionary> dictionary(model.GetVarsOfRole(role));
     std::vector<ScoreDictVar*> vars;

@@ -19,18 +19,18 @@
 #include "reading/PMMLTranslator.h"
 
 /// @file
-/// Reading documents in tests: what came of it, and whether a refusal is the expected one at the expected place.
+/// Reading documents in tests: the outcome, and whether a refusal is the expected one at the expected place.
 
 namespace nbscore::test {
 
-/// What came of reading a document: a model, or why it was refused.
+/// The outcome of reading a document: a model, or why it was refused.
 struct ParseOutcome {
     std::unique_ptr<ScoreModel> model;
     std::optional<VeskException> refusal;
     bool thrownAsPointer = false;
 };
 
-/// Runs a step that answers a new model or throws a VeskException, by value or as a pointer.
+/// Runs a step that returns a new model or throws a VeskException, by value or as a pointer.
 inline ParseOutcome OutcomeOf(const std::function<ScoreModel*()>& step) {
     ParseOutcome outcome;
     try {
@@ -54,7 +54,7 @@ inline ParseOutcome ParseWith(ScoreTranslator& translator, const std::string& te
     });
 }
 
-/// The line, from 1, at which a piece of the document begins; 0 when it is not in there.
+/// The line, from 1, at which a piece of the document begins; 0 when the document does not contain it.
 inline std::uint64_t LineOf(const std::string& text, const std::string& piece) {
     const std::size_t at = text.find(piece);
     if (at == std::string::npos) return 0;
@@ -88,7 +88,7 @@ inline ::testing::AssertionResult IsRefusedAs(const ParseOutcome& outcome, const
                                          << expected.path;
 }
 
-/// Hands a document, read as translators have it read, to a step: for readers that are tested by themselves.
+/// Reads a document as a translator does and passes it to a step: for tests of single readers.
 class DocumentVisitor : public PMMLTranslator {
 public:
     using Step = std::function<void(const DocumentTree&, const Transcoder&)>;
@@ -106,13 +106,13 @@ private:
     Step step;
 };
 
-/// The outcome has no model: it tells only whether the step threw.
+/// The outcome has no model, only what the step threw.
 inline ParseOutcome VisitDocument(const std::string& text, DocumentVisitor::Step step) {
     DocumentVisitor visitor(std::move(step));
     return ParseWith(visitor, text);
 }
 
-/// The same of a document as a DOM.
+/// The same with a DOM of the document.
 inline ParseOutcome VisitDom(const std::string& text, const std::function<void(xercesc::DOMDocument&)>& step) {
     return VisitDocument(text, [&step](const DocumentTree& document, const Transcoder&) {
         const DomDocument dom = WriteDom(document);

@@ -19,20 +19,20 @@ struct CommandCall {
     std::vector<std::string> arguments;
     /// What the program reads from its standard input, a pipe.
     std::string standardInput;
-    /// Set beside what the test itself has in its environment.
+    /// Set in addition to the test's own environment.
     std::map<std::string, std::string> environment;
-    /// Where the program runs; here when empty.
+    /// The folder that the program runs in; the test's own when empty.
     std::filesystem::path workingFolder;
     /// Where standard output goes instead of being captured, such as a device.
     std::optional<std::filesystem::path> outputPath;
     /// Standard output is a pipe whose other end is closed already.
     bool outputIsClosedPipe = false;
-    /// The program starts without a standard output, so that nothing of it is captured.
+    /// The program starts without a standard output, so nothing is captured.
     bool outputIsMissing = false;
     /// How many bytes of addresses the program may have; as many as the system gives it when 0, and on
     /// Windows.
     std::uint64_t memoryLimit = 0;
-    /// When a program that hangs is killed.
+    /// How long it takes until a program that hangs is killed.
     unsigned secondsUntilKilled = 240;
 };
 
@@ -58,7 +58,7 @@ public:
     void CloseInput();
     /// Not on Windows, which has no signals between processes.
     void SendSignal(int signal);
-    /// Ends it at once, with no chance to clean up.
+    /// Kills it, with no chance to clean up.
     void Kill();
     /// Waits for the program's end. May be called once.
     CommandResult Wait();

@@ -20,7 +20,7 @@ int Require(int answer, const char* what) {
     return answer;
 }
 
-/// A file without a name. Output is captured in files, not in pipes, so that nobody has to read along.
+/// A file without a name. Output is captured in files, not in pipes, which would have to be read meanwhile.
 int OpenNamelessFile() {
     std::string path = (std::filesystem::temp_directory_path() / "captured-XXXXXX").string();
     const int descriptor = Require(mkostemp(path.data(), O_CLOEXEC), "mkostemp");

@@ -87,7 +87,8 @@ SECURITY_ATTRIBUTES MakeInheritable() {
     return {sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
 }
 
-/// A file that goes when it is closed. Output is captured in files, not in pipes, so that nobody has to read along.
+/// A file that is deleted when it is closed. Output is captured in files, not in pipes, which would have to be read
+/// meanwhile.
 HANDLE OpenPassingFile() {
     std::array<wchar_t, MAX_PATH> name;
     const std::filesystem::path folder = std::filesystem::temp_directory_path();
@@ -210,7 +211,7 @@ CommandResult StartedCommand::Wait() {
     DWORD status = 0;
     Require(GetExitCodeProcess(running->process.Get(), &status) != 0, "GetExitCodeProcess");
     running->process.Close();
-    // What the system ends by itself has a number with the highest bit set, and so is less than zero too.
+    // When the system ends a process, the status has the highest bit set and so is below zero, too.
     result.exitStatus = static_cast<int>(status);
     result.out = ReadAll(running->out.Get());
     result.err = ReadAll(running->err.Get());

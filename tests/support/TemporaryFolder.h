@@ -11,7 +11,7 @@
 
 namespace nbscore::test {
 
-/// A new folder for one test, gone with everything in it when this object is.
+/// A new folder for one test, deleted with everything in it by the destructor.
 class TemporaryFolder {
 public:
     TemporaryFolder() {
@@ -33,13 +33,13 @@ public:
         return path / std::u8string(name.begin(), name.end());
     }
 
-    /// Writes a file and answers its path.
+    /// Writes a file and returns its path.
     std::filesystem::path Write(const std::string& name, std::string_view content) const {
         WriteWholeFile(*this / name, content);
         return *this / name;
     }
     std::string Read(const std::string& name) const { return ReadWholeFile(*this / name); }
-    /// The names of what is in it, in UTF-8, sorted.
+    /// The names of its files and folders, in UTF-8, sorted.
     std::vector<std::string> List() const {
         std::vector<std::string> names;
         for (const auto& entry : std::filesystem::directory_iterator(path)) {

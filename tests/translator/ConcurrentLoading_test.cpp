@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "support/InThreads.h"
-#include "translator/SelfLearningText.h"
+#include "translator/TestDocument.h"
 
 namespace nbscore::test {
 namespace {

@@ -10,7 +10,7 @@
 #include "framework/NumberText.h"
 #include "selflearning/SelfLearningModel.h"
 #include "selflearning/SelfLearningResult.h"
-#include "translator/SelfLearningText.h"
+#include "translator/TestDocument.h"
 
 namespace nbscore::test {
 namespace {

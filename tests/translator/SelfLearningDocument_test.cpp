@@ -7,7 +7,7 @@
 #include "framework/NumericValue.h"
 #include "selflearning/SelfLearningModel.h"
 #include "selflearning/SelfLearningResult.h"
-#include "translator/SelfLearningText.h"
+#include "translator/TestDocument.h"
 
 namespace nbscore::test {
 namespace {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "translator/SelfLearningText.h"
+#include "translator/TestDocument.h"
 
 namespace nbscore::test {
 namespace {

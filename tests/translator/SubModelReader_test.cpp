@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "translator/ReadWith.h"
-#include "translator/SelfLearningText.h"
+#include "translator/TestDocument.h"
 
 namespace nbscore::test {
 namespace {

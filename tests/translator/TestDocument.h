@@ -12,59 +12,13 @@
 #include "naivebayes/NBayesInputBase.h"
 #include "support/NamesOfRole.h"
 #include "support/ParseDocument.h"
+#include "support/documents/CompleteDocuments.h"
 #include "translator/NaiveBayesTranslator.h"
 
 /// @file
-/// Documents to test with: complete ones, of which each test replaces the part that it is about.
+/// What tests of the readers do with a document: read it, and look at what came of it.
 
 namespace nbscore::test {
-
-/// A small document that reads without a fault: whether one plays, from the outlook. Temperature is declared and
-/// binned where a test wants it.
-struct TestDocument {
-    std::string head = "<Header/>";
-    std::string dataFields = R"(
-        <DataField name="outlook" optype="categorical" dataType="string">
-            <Value value="sunny"/><Value value="rain"/>
-        </DataField>
-        <DataField name="temperature" optype="continuous" dataType="double"/>
-        <DataField name="play" optype="categorical" dataType="string">
-            <Value value="yes"/><Value value="no"/>
-        </DataField>)";
-    std::string transformations;
-    std::string modelAttributes = R"(modelName="weather" functionName="classification" threshold="0.5")";
-    std::string miningSchema = R"(
-        <MiningField name="outlook"/>
-        <MiningField name="temperature"/>
-        <MiningField name="play" usageType="predicted"/>)";
-    std::string bayesInputs = R"(
-        <BayesInput fieldName="outlook">
-            <PairCounts value="sunny"><TargetValueCounts>
-                <TargetValueCount value="yes" count="3"/><TargetValueCount value="no" count="1"/>
-            </TargetValueCounts></PairCounts>
-            <PairCounts value="rain"><TargetValueCounts>
-                <TargetValueCount value="yes" count="2"/><TargetValueCount value="no" count="4"/>
-            </TargetValueCounts></PairCounts>
-        </BayesInput>)";
-    std::string bayesOutput = R"(
-        <BayesOutput fieldName="play"><TargetValueCounts>
-            <TargetValueCount value="yes" count="5"/><TargetValueCount value="no" count="5"/>
-        </TargetValueCounts></BayesOutput>)";
-
-    std::string ModelChildren() const {
-        return "<MiningSchema>" + miningSchema + "\n</MiningSchema>\n<BayesInputs>" + bayesInputs + "\n</BayesInputs>" +
-               bayesOutput;
-    }
-    std::string Model() const {
-        return "<NaiveBayesModel " + modelAttributes + ">\n" + ModelChildren() + "\n</NaiveBayesModel>";
-    }
-    /// The document with other content in the place of the model element.
-    std::string TextWith(const std::string& models) const {
-        return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<PMML version=\"4.4\">\n" + head + "\n<DataDictionary>" +
-               dataFields + "\n</DataDictionary>\n" + transformations + "\n" + models + "\n</PMML>\n";
-    }
-    std::string Text() const { return TextWith(Model()); }
-};
 
 /// What a new translator makes of a document.
 inline ParseOutcome Parse(const std::string& text, const std::string& encoding = "UTF-8") {

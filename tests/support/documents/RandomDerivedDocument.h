@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "cases/RandomDerivedFields.h"
-#include "cases/RandomDocument.h"
+#include "support/documents/RandomDerivedFields.h"
+#include "support/documents/RandomDocument.h"
 
 namespace nbscore::test {
 

@@ -3,9 +3,10 @@
 #include <cstddef>
 #include <iterator>
 #include <random>
+#include <vector>
 
 /// @file
-/// Drawing at random, the same on every run and machine for the same seed.
+/// Random draws, the same on every run and machine for the same seed.
 
 namespace nbscore::test {
 
@@ -22,6 +23,15 @@ inline bool OneIn(int chances, Randomness& random) {
 template <typename Choices>
 const auto& OneOf(const Choices& choices, Randomness& random) {
     return choices[static_cast<std::size_t>(Between(0, static_cast<int>(std::size(choices)) - 1, random))];
+}
+
+/// This many values, drawn one after the other.
+template <typename Draw>
+auto DrawEach(int count, const Draw& draw) {
+    std::vector<decltype(draw())> drawn;
+    for (int i = 0; i < count; ++i)
+        drawn.push_back(draw());
+    return drawn;
 }
 
 }  // namespace nbscore::test

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "cases/RandomInput.h"
 #include "support/BruteForceScorer.h"
+#include "support/documents/RandomInput.h"
 
 namespace nbscore::test {
 

@@ -3,7 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "cases/RandomDraws.h"
+#include "support/documents/Elements.h"
+#include "support/documents/RandomDraws.h"
 
 namespace nbscore::test {
 
@@ -18,7 +19,11 @@ struct RandomInput {
     /// Of a binned input: ascending.
     std::vector<double> cutpoints;
 
-    bool IsNumeric() const { return kind == DeclaredNumbers || kind == LearnedNumbers || kind == Binned; }
+    FieldType Type() const {
+        if (kind == Binned) return FieldType::Bins;
+        return kind == DeclaredTexts || kind == LearnedTexts ? FieldType::Texts : FieldType::Numbers;
+    }
+    bool IsNumeric() const { return Type() != FieldType::Texts; }
     bool IsDeclared() const { return kind == DeclaredTexts || kind == DeclaredNumbers; }
     /// The categories or bins.
     std::size_t Size() const { return kind == Binned ? cutpoints.size() + 1 : categories.size(); }
@@ -31,19 +36,19 @@ using RandomCounts = std::vector<std::vector<double>>;
 
 RandomInput MakeRandomInput(const std::string& name, Randomness& random);
 
-/// Names that need care in XML, in CSV, in both, or nowhere; of different numbers they differ.
+/// Names that must be escaped in XML, in CSV, in both, or nowhere; different for different numbers.
 std::string RandomText(int number, Randomness& random);
-/// Now and then a fraction, hardly ever negative.
+/// Sometimes a fraction, never negative.
 double RandomCount(Randomness& random);
 
-/// A cell for the input; now and then an empty one, or a value that it does not know.
+/// A cell for the input; sometimes empty, or a value that it does not know.
 std::string RandomCell(const RandomInput& input, Randomness& random);
 
 /// The declaration of the input's field as an element of this name; a continuous field declares no values.
 std::string FieldText(const std::string& element, const RandomInput& input, const std::string& content);
 
-/// The entries of one row; a zero is now and then left out, and an entry of a value that nobody declared stands
-/// between now and then, which counts for nothing.
+/// The counts of one row. Sometimes a zero is left out, and sometimes there is an entry for an undeclared value, which
+/// is ignored.
 std::string CountsText(const std::vector<std::string>& targetCategories, const std::vector<double>& counts,
                        Randomness& random);
 

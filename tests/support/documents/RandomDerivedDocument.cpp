@@ -1,4 +1,4 @@
-#include "cases/RandomDerivedDocument.h"
+#include "support/documents/RandomDerivedDocument.h"
 
 #include <algorithm>
 #include <array>
@@ -7,15 +7,13 @@
 #include <cstdlib>
 #include <utility>
 
-#include "cases/DocumentText.h"
-
 namespace nbscore::test {
 namespace {
 
 constexpr int sampledCases = 40;
 constexpr std::size_t mostCategories = 6;
 
-/// A text and a number at least, so that expressions have both to read.
+/// At least a text and a number, so that expressions can read both.
 void AddDataFields(RandomDerivedDocument& made, Randomness& random) {
     static constexpr std::array<RandomInput::Kind, 3> kinds = {RandomInput::LearnedTexts, RandomInput::Binned,
                                                                RandomInput::LearnedNumbers};
@@ -65,7 +63,7 @@ std::vector<BruteForceValue> DistinctValues(const std::string& field, const std:
     return distinct;
 }
 
-/// Gives the input the values that came up as its categories, or cutpoints at some of them and beside others.
+/// Takes values from the samples as the input's categories, or as cutpoints at them or beside them.
 void FitToSamples(RandomInput& input, const std::vector<BruteForceFields>& samples, Randomness& random) {
     std::vector<BruteForceValue> values = DistinctValues(input.name, samples);
     std::ranges::shuffle(values, random);
@@ -90,14 +88,13 @@ RandomDeclarations Declare(const RandomDerivedDocument& made, const std::vector<
         const RandomInput& column = made.columns[i];
         declarations.dataFields += DeclaredFieldText("DataField", column, made.declarations[i], "");
         const bool isInput = std::ranges::find(inputs, column.name, &RandomInput::name) != inputs.end();
-        if (isInput || OneIn(2, random))
-            declarations.schema += "<MiningField" + Attribute("name", column.name) + "/>\n";
+        if (isInput || OneIn(2, random)) declarations.schema += MiningField(column.name) + "\n";
     }
     std::string names;
     for (const RandomInput& input : inputs) {
-        if (input.name.starts_with("derived")) names += "<MiningField" + Attribute("name", input.name) + "/>";
+        if (input.name.starts_with("derived")) names += MiningField(input.name);
     }
-    declarations.schema += "<Extension extender=\"scoring.nbscore\" name=\"DerivedFields\">" + names + "</Extension>\n";
+    declarations.schema += DerivedFieldsExtension(names) + "\n";
     return declarations;
 }
 
@@ -112,7 +109,7 @@ int CodeOf(const RandomInput& input, const BruteForceValue& value) {
         return -1;
     }
     const double number = std::get<double>(value);
-    // What is no number counts as one above the first cutpoint alone.
+    // NaN counts as a number above the first cutpoint only.
     if (std::isnan(number)) return 1;
     return static_cast<int>(std::ranges::count_if(input.cutpoints, [&](double c) { return number > c; }));
 }

@@ -1,11 +1,34 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "cases/RandomSubModel.h"
+#include "support/BruteForceSetScorer.h"
+#include "support/documents/RandomInput.h"
 
 namespace nbscore::test {
+
+/// One sub-model of a random set, and what must be known of it to score it.
+struct RandomSubModel {
+    std::string name;
+    /// The fields as this sub-model uses them: each has its own learned categories and cutpoints.
+    std::vector<RandomInput> inputs;
+    /// Per input, the column of a case that its values stand in.
+    std::vector<std::size_t> columns;
+    /// Nothing when the document does not say.
+    std::optional<double> assessmentMean;
+    std::optional<double> assessmentStdDev;
+    BruteForceSubModel numbers;
+    std::string text;
+};
+
+struct RandomTarget {
+    std::string name = "target";
+    bool numeric = false;
+    std::vector<std::string> categories;
+};
 
 /// A self-learning document made up at random, as text, and the numbers that went into it.
 struct RandomSet {

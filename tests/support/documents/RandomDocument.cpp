@@ -1,10 +1,10 @@
-#include "cases/RandomDocument.h"
+#include "support/documents/RandomDocument.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
 
-#include "cases/DocumentText.h"
+#include "support/documents/Elements.h"
 
 namespace nbscore::test {
 namespace {
@@ -15,8 +15,10 @@ double RandomThreshold(Randomness& random) {
 }
 
 std::string DictionaryText(const RandomDocument& document, const std::string& dataFields) {
-    return "<DataDictionary>\n<DataField" + DeclarationText(document.targetName, document.numericTarget, false) + ">" +
-           ValuesText(document.targetCategories) + "</DataField>\n" + dataFields + "</DataDictionary>\n";
+    const std::string target =
+        DataField(document.targetName, document.numericTarget ? FieldType::Numbers : FieldType::Texts,
+                  ValueElements(document.targetCategories));
+    return XmlElement("DataDictionary", "", "\n" + target + "\n" + dataFields) + "\n";
 }
 
 std::string InputText(RandomDocument& document, const RandomInput& input, Randomness& random) {
@@ -27,14 +29,15 @@ std::string InputText(RandomDocument& document, const RandomInput& input, Random
 }
 
 std::string ModelText(RandomDocument& document, const std::string& schema, Randomness& random) {
-    std::string text = "<NaiveBayesModel" + Attribute("threshold", Digits(document.model.threshold)) +
-                       ">\n<MiningSchema>\n<MiningField" + Attribute("name", document.targetName) +
-                       " usageType=\"predicted\"/>\n" + schema + "</MiningSchema>\n<BayesInputs>\n";
+    const std::string target = MiningField(document.targetName, "predicted") + "\n";
+    std::string inputs = "\n";
     for (const RandomInput& input : document.inputs)
-        text += InputText(document, input, random);
-    return text + "</BayesInputs>\n<BayesOutput" + Attribute("fieldName", document.targetName) + ">" +
-           CountsText(document.targetCategories, document.model.targetCounts, random) +
-           "</BayesOutput>\n</NaiveBayesModel>\n";
+        inputs += InputText(document, input, random);
+    const std::string counts = CountsText(document.targetCategories, document.model.targetCounts, random);
+    const std::string content = "\n" + XmlElement("MiningSchema", "", "\n" + target + schema) + "\n" +
+                                XmlElement("BayesInputs", "", inputs) + "\n" +
+                                BayesOutput(document.targetName, counts) + "\n";
+    return XmlElement("NaiveBayesModel", Attribute("threshold", Digits(document.model.threshold)), content) + "\n";
 }
 
 }  // namespace
@@ -47,7 +50,7 @@ RandomDocument MakeRandomDocument(Randomness& random) {
     RandomDeclarations declarations;
     for (const RandomInput& input : inputs) {
         declarations.dataFields += FieldText("DataField", input, "");
-        declarations.schema += "<MiningField" + Attribute("name", input.name) + "/>\n";
+        declarations.schema += MiningField(input.name) + "\n";
     }
     return MakeRandomDocument(std::move(inputs), declarations, random);
 }
@@ -63,12 +66,11 @@ RandomDocument MakeRandomDocument(std::vector<RandomInput> inputs, const RandomD
         document.targetCategories.push_back(document.numericTarget ? std::to_string(k * 3 - 4) : RandomText(k, random));
         document.model.targetCounts.push_back(RandomCount(random));
     }
-    // Equal counts now and then, so that categories tie.
+    // Sometimes equal counts, so that categories tie.
     if (OneIn(4, random)) std::ranges::fill(document.model.targetCounts, 7.0);
     document.model.threshold = RandomThreshold(random);
-    document.text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<PMML version=\"4.4\">\n" +
-                    DictionaryText(document, declarations.dataFields) + declarations.transformations +
-                    ModelText(document, declarations.schema, random) + "</PMML>\n";
+    document.text = PmmlDocument(DictionaryText(document, declarations.dataFields) + declarations.transformations +
+                                 ModelText(document, declarations.schema, random));
     return document;
 }
 

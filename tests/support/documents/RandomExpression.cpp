@@ -1,4 +1,4 @@
-#include "cases/RandomExpression.h"
+#include "support/documents/RandomExpression.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <set>
 #include <utility>
 
-#include "cases/DocumentText.h"
+#include "support/documents/Elements.h"
 
 namespace nbscore::test {
 namespace {
@@ -39,7 +39,7 @@ const std::vector<Signature>& SignaturesGiving(Kind kind) {
     return kind == Kind::Number ? numbers : kind == Kind::Text ? texts : truths;
 }
 
-/// The same number in other digits, where it is a plain one.
+/// The same number with one more digit, unless it has an exponent.
 std::string WithAnotherZero(const std::string& digits) {
     if (digits.find('e') != std::string::npos) return digits;
     return digits + (digits.find('.') == std::string::npos ? ".0" : "0");
@@ -70,7 +70,7 @@ double RandomMargin(Randomness& random) {
     return Between(-8, 10, random) / 2.0;
 }
 
-/// Cells of which each has the meaning of another one are the same key.
+/// Cells that mean the same are the same key.
 std::string KeyOf(const std::string& cell, Kind kind) {
     if (kind == Kind::Text || (kind == Kind::Truth && !AsTruth(cell))) return cell;
     const BruteForceValue meant = Converted(cell, kind == Kind::Any ? Kind::Number : kind);
@@ -165,7 +165,7 @@ private:
         return made;
     }
 
-    /// From left to right, with gaps now and then, never two over one number.
+    /// From left to right, sometimes with gaps, never overlapping.
     void AddBins(BruteForceExpression& discretize, Kind kind) {
         static const Names closures = {"openOpen", "openClosed", "closedOpen", "closedClosed"};
         const int count = Between(1, 5, random);
@@ -216,7 +216,7 @@ private:
     void SetOptions(BruteForceExpression& apply, Kind kind) {
         static const Names treatments = {"", "", "returnInvalid", "asIs", "asMissing"};
         apply.invalidValueTreatment = OneOf(treatments, random);
-        // Now and then they do not read as what the function gives.
+        // Sometimes they do not read as what the function gives.
         apply.mapMissingTo = NowAndThen(6, OneIn(5, random) ? AnyKind() : kind, random);
         apply.defaultValue = NowAndThen(6, OneIn(5, random) ? AnyKind() : kind, random);
     }
@@ -254,11 +254,11 @@ private:
     void AddCall(BruteForceExpression& apply, Kind kind, int levels) {
         const Signature& signature = OneOf(SignaturesGiving(kind), random);
         apply.name = signature.function;
-        // Values of one kind, so that they often compare; arguments may differ in kind all the same.
+        // Values of one kind, so that they can often be compared; arguments may still differ in kind.
         const Kind argument = signature.argument == Kind::Any ? AnyKind() : signature.argument;
         for (int i = Between(signature.least, signature.most, random); i > 0; --i)
             apply.arguments.push_back(Make(argument, levels - 1));
-        // What a declaration allows is asked of fields.
+        // Only fields have declarations that say what is valid.
         const bool asksForValid = apply.name == "isValid" || apply.name == "isNotValid";
         if (asksForValid && !OneIn(3, random)) apply.arguments[0] = FieldRef(AnyKind());
         if (apply.name != "substring" || OneIn(6, random)) return;

@@ -1,11 +1,10 @@
-#include "cases/RandomInput.h"
+#include "support/documents/RandomInput.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdlib>
-
-#include "cases/DocumentText.h"
+#include <optional>
 
 namespace nbscore::test {
 namespace {
@@ -25,16 +24,16 @@ bool MustBeCounted(const RandomInput& input, std::size_t row) {
     return row == 0 || input.kind == RandomInput::LearnedTexts || input.kind == RandomInput::LearnedNumbers;
 }
 
-std::string DiscretizeText(const RandomInput& input) {
-    std::string text = "<DerivedField name=\"bin\" optype=\"categorical\" dataType=\"integer\"><Discretize" +
-                       Attribute("field", input.name) + ">";
-    for (std::size_t bin = 0; bin <= input.cutpoints.size(); ++bin) {
-        text += "<DiscretizeBin binValue=\"b\"><Interval closure=\"openClosed\"";
-        if (bin > 0) text += Attribute("leftMargin", Digits(input.cutpoints[bin - 1]));
-        if (bin < input.cutpoints.size()) text += Attribute("rightMargin", Digits(input.cutpoints[bin]));
-        text += "/></DiscretizeBin>";
+std::string BinsText(const RandomInput& input) {
+    std::string bins;
+    std::optional<std::string> left;
+    for (const double cutpoint : input.cutpoints) {
+        const std::string right = Digits(cutpoint);
+        bins += DiscretizeBin("b", "openClosed", left, right);
+        left = right;
     }
-    return text + "</Discretize></DerivedField>\n";
+    bins += DiscretizeBin("b", "openClosed", left, {});
+    return BinsOfInput("bin", input.name, bins) + "\n";
 }
 
 }  // namespace
@@ -96,38 +95,35 @@ std::string RandomCell(const RandomInput& input, Randomness& random) {
 }
 
 std::string FieldText(const std::string& element, const RandomInput& input, const std::string& content) {
-    const std::string values = input.IsDeclared() ? ValuesText(input.categories) : std::string();
-    return "<" + element + DeclarationText(input.name, input.IsNumeric(), input.kind == RandomInput::Binned) + ">" +
-           content + values + "</" + element + ">\n";
+    const std::string values = input.IsDeclared() ? ValueElements(input.categories) : std::string();
+    return XmlElement(element, Declaration(input.name, input.Type()), content + values) + "\n";
 }
 
 std::string CountsText(const std::vector<std::string>& targetCategories, const std::vector<double>& counts,
                        Randomness& random) {
-    std::string text = "<TargetValueCounts>";
+    std::string entries;
     for (std::size_t k = 0; k < counts.size(); ++k) {
-        if (OneIn(15, random)) text += "<TargetValueCount value=\"98765\" count=\"5\"/>";
+        if (OneIn(15, random)) entries += TargetValueCount("98765", "5");
         const bool canBeLeftOut = counts[k] == 0.0 && counts.size() > 1;
         if (canBeLeftOut && OneIn(2, random)) continue;
-        text += "<TargetValueCount" + Attribute("value", targetCategories[k]) + Attribute("count", Digits(counts[k])) +
-                "/>";
+        entries += TargetValueCount(targetCategories[k], Digits(counts[k]));
     }
-    return text + "</TargetValueCounts>";
+    return TargetValueCounts(entries);
 }
 
 std::string BayesInputText(const RandomInput& input, const std::vector<std::string>& targetCategories,
                            RandomCounts& counts, Randomness& random) {
     counts.assign(input.Size(), std::vector<double>(targetCategories.size(), 0.0));
-    std::string text = "<BayesInput" + Attribute("fieldName", input.name) + ">\n";
-    if (input.kind == RandomInput::Binned) text += DiscretizeText(input);
+    std::string content = "\n";
+    if (input.kind == RandomInput::Binned) content += BinsText(input);
     for (std::size_t row = 0; row < counts.size(); ++row) {
         if (!MustBeCounted(input, row) && OneIn(8, random)) continue;
         for (double& count : counts[row])
             count = RandomCount(random);
         const std::string value = input.kind == RandomInput::Binned ? std::to_string(row) : input.categories[row];
-        text += "<PairCounts" + Attribute("value", value) + ">" + CountsText(targetCategories, counts[row], random) +
-                "</PairCounts>\n";
+        content += PairCounts(value, CountsText(targetCategories, counts[row], random)) + "\n";
     }
-    return text + "</BayesInput>\n";
+    return BayesInput(input.name, content) + "\n";
 }
 
 }  // namespace nbscore::test

@@ -1,10 +1,10 @@
-#include "cases/ExpressionText.h"
+#include "support/documents/ExpressionText.h"
 
 #include <array>
 #include <cstddef>
 #include <optional>
 
-#include "cases/DocumentText.h"
+#include "support/documents/Elements.h"
 
 namespace nbscore::test {
 namespace {
@@ -20,43 +20,37 @@ std::string AttributeUnlessEmpty(const std::string& name, const std::string& val
     return value.empty() ? "" : Attribute(name, value);
 }
 
-std::string AttributeIf(const std::string& name, const std::optional<double>& number) {
-    return number ? Attribute(name, Digits(*number)) : "";
+std::optional<std::string> DigitsIf(const std::optional<double>& number) {
+    return number ? std::optional(Digits(*number)) : std::nullopt;
 }
 
 std::string BinsText(const BruteForceExpression& discretize) {
     std::string text;
-    for (const BruteForceBin& bin : discretize.bins) {
-        text += "<DiscretizeBin" + Attribute("binValue", bin.value) + "><Interval" + Attribute("closure", bin.closure) +
-                AttributeIf("leftMargin", bin.left) + AttributeIf("rightMargin", bin.right) + "/></DiscretizeBin>";
-    }
+    for (const BruteForceBin& bin : discretize.bins)
+        text += DiscretizeBin(bin.value, bin.closure, DigitsIf(bin.left), DigitsIf(bin.right));
     return text;
 }
 
 std::string PointsText(const BruteForceExpression& line) {
     std::string text;
     for (const auto& [orig, norm] : line.points)
-        text += "<LinearNorm" + Attribute("orig", Digits(orig)) + Attribute("norm", Digits(norm)) + "/>";
+        text += XmlElement("LinearNorm", Attribute("orig", Digits(orig)) + Attribute("norm", Digits(norm)));
     return text;
 }
 
 std::string TableText(const BruteForceExpression& table) {
-    std::string text;
-    for (std::size_t i = 0; i < table.keyFields.size(); ++i) {
-        text += "<FieldColumnPair" + Attribute("field", table.keyFields[i]) +
-                Attribute("column", "k" + std::to_string(i)) + "/>";
-    }
-    text += "<InlineTable>";
+    std::string pairs;
+    for (std::size_t i = 0; i < table.keyFields.size(); ++i)
+        pairs += FieldColumnPair(table.keyFields[i], "k" + std::to_string(i));
+    std::string rows;
     for (const BruteForceRow& row : table.rows) {
-        text += "<row>";
-        for (std::size_t i = 0; i < row.keys.size(); ++i) {
-            const std::string column = "k" + std::to_string(i);
-            text += "<" + column + ">" + Escaped(row.keys[i]) + "</" + column + ">";
-        }
-        if (row.output) text += "<out>" + Escaped(*row.output) + "</out>";
-        text += "</row>";
+        std::string cells;
+        for (std::size_t i = 0; i < row.keys.size(); ++i)
+            cells += Cell("k" + std::to_string(i), row.keys[i]);
+        if (row.output) cells += Cell("out", *row.output);
+        rows += Row(cells);
     }
-    return text + "</InlineTable>";
+    return pairs + XmlElement("InlineTable", "", rows);
 }
 
 std::string ContentText(const BruteForceExpression& expression) {
@@ -97,21 +91,22 @@ std::string NameText(const BruteForceExpression& expression) {
 
 std::string ExpressionText(const BruteForceExpression& expression) {
     const std::string& element = elementNames[static_cast<std::size_t>(expression.kind)];
-    return "<" + element + NameText(expression) + AttributeUnlessEmpty("dataType", expression.dataType) +
-           AttributeIf("mapMissingTo", expression.mapMissingTo) + AttributeIf("defaultValue", expression.defaultValue) +
-           AttributeUnlessEmpty("outliers", expression.outliers) +
-           AttributeUnlessEmpty("invalidValueTreatment", expression.invalidValueTreatment) + ">" +
-           ContentText(expression) + "</" + element + ">";
+    const std::string attributes = NameText(expression) + AttributeUnlessEmpty("dataType", expression.dataType) +
+                                   AttributeIf("mapMissingTo", expression.mapMissingTo) +
+                                   AttributeIf("defaultValue", expression.defaultValue) +
+                                   AttributeUnlessEmpty("outliers", expression.outliers) +
+                                   AttributeUnlessEmpty("invalidValueTreatment", expression.invalidValueTreatment);
+    return XmlElement(element, attributes, ContentText(expression));
 }
 
 std::string FunctionText(const std::string& name, const BruteForceFunction& function) {
-    std::string text = "<DefineFunction" + Attribute("name", name) + " optype=\"categorical\"" +
-                       AttributeUnlessEmpty("dataType", function.dataType) + ">";
-    for (const BruteForceParameter& parameter : function.parameters) {
-        text += "<ParameterField" + Attribute("name", parameter.name) +
-                AttributeUnlessEmpty("dataType", parameter.dataType) + "/>";
-    }
-    return text + ExpressionText(function.body) + "</DefineFunction>\n";
+    const std::string parameters = Each(function.parameters, [](const BruteForceParameter& parameter) {
+        return XmlElement("ParameterField",
+                          Attribute("name", parameter.name) + AttributeUnlessEmpty("dataType", parameter.dataType));
+    });
+    const std::string attributes = Attribute("name", name) + Attribute("optype", "categorical") +
+                                   AttributeUnlessEmpty("dataType", function.dataType);
+    return XmlElement("DefineFunction", attributes, parameters + ExpressionText(function.body)) + "\n";
 }
 
 }  // namespace nbscore::test

@@ -3,9 +3,59 @@
 #include <string>
 #include <vector>
 
-#include "translator/TestDocument.h"
+#include "support/documents/Elements.h"
+
+/// @file
+/// Complete documents, in which each test replaces the part that it is about.
 
 namespace nbscore::test {
+
+/// A small document without a fault: it predicts from the outlook whether one plays. The temperature is declared, for
+/// tests that add an input for it.
+struct TestDocument {
+    std::string head = "<Header/>";
+    std::string dataFields = R"(
+        <DataField name="outlook" optype="categorical" dataType="string">
+            <Value value="sunny"/><Value value="rain"/>
+        </DataField>
+        <DataField name="temperature" optype="continuous" dataType="double"/>
+        <DataField name="play" optype="categorical" dataType="string">
+            <Value value="yes"/><Value value="no"/>
+        </DataField>)";
+    std::string transformations;
+    std::string modelAttributes = R"(modelName="weather" functionName="classification" threshold="0.5")";
+    std::string miningSchema = R"(
+        <MiningField name="outlook"/>
+        <MiningField name="temperature"/>
+        <MiningField name="play" usageType="predicted"/>)";
+    std::string bayesInputs = R"(
+        <BayesInput fieldName="outlook">
+            <PairCounts value="sunny"><TargetValueCounts>
+                <TargetValueCount value="yes" count="3"/><TargetValueCount value="no" count="1"/>
+            </TargetValueCounts></PairCounts>
+            <PairCounts value="rain"><TargetValueCounts>
+                <TargetValueCount value="yes" count="2"/><TargetValueCount value="no" count="4"/>
+            </TargetValueCounts></PairCounts>
+        </BayesInput>)";
+    std::string bayesOutput = R"(
+        <BayesOutput fieldName="play"><TargetValueCounts>
+            <TargetValueCount value="yes" count="5"/><TargetValueCount value="no" count="5"/>
+        </TargetValueCounts></BayesOutput>)";
+
+    std::string ModelChildren() const {
+        return "<MiningSchema>" + miningSchema + "\n</MiningSchema>\n<BayesInputs>" + bayesInputs + "\n</BayesInputs>" +
+               bayesOutput;
+    }
+    std::string Model() const {
+        return "<NaiveBayesModel " + modelAttributes + ">\n" + ModelChildren() + "\n</NaiveBayesModel>";
+    }
+    /// The document with other content in the place of the model element.
+    std::string TextWith(const std::string& models) const {
+        return PmmlDocument(head + "\n<DataDictionary>" + dataFields + "\n</DataDictionary>\n" + transformations +
+                            "\n" + models + "\n");
+    }
+    std::string Text() const { return TextWith(Model()); }
+};
 
 /// One model element of a self-learning document; each test replaces the part that it is about.
 struct SubModelText {
@@ -52,7 +102,7 @@ inline std::string Output(const std::string& entries) {
 }
 
 inline std::string Entry(const std::string& value, const std::string& count) {
-    return "<TargetValueCount value=\"" + value + "\" count=\"" + count + "\"/>";
+    return TargetValueCount(value, count);
 }
 
 /// The model elements of a self-learning document: the first one names the algorithm.

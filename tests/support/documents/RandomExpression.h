@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "cases/RandomDraws.h"
 #include "support/BruteForceExpression.h"
+#include "support/documents/RandomDraws.h"
 
 namespace nbscore::test {
 
@@ -18,14 +18,14 @@ struct RandomScope {
     BruteForceFunctions functions;
 };
 
-/// An expression that gives a value of the kind as a rule, though now and then one of another.
-/// @param levels how many may be nested in one another, itself counted.
+/// An expression that usually gives a value of this kind, sometimes one of another.
+/// @param levels how deep expressions may nest, the outermost included.
 BruteForceExpression MakeRandomExpression(BruteForceKind kind, int levels, const RandomScope& scope,
                                           Randomness& random);
 
-/// Texts that stand in tables, in constants and in the cells of cases, some of them odd where a number is meant.
+/// Texts for tables, constants and the cells of cases, some of them odd where a number is expected.
 std::string RandomWord(Randomness& random);
-/// Numbers of which few differ, so that they meet one another.
+/// Few different numbers, so that the same one is often drawn again.
 double RandomSmallNumber(Randomness& random);
 
 }  // namespace nbscore::test
