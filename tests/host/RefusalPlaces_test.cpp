@@ -113,12 +113,20 @@ bool Fits(std::string_view message, std::string_view form) {
     return message.ends_with(form);
 }
 
+/// A notice is shown on one line.
+std::string FormOf(const RefusalEntry& entry) {
+    std::string form(entry.message);
+    if (const std::size_t lineEnd = form.find('\n'); lineEnd != std::string::npos) form.replace(lineEnd, 1, ". ");
+    return form;
+}
+
 TEST_F(RefusalPlaces, AreKnownForEveryRefusalOfTheTable) {
     std::set<Refusal> reached = otherRefusals;
+    // Behind the advice, a word about warnings may stand.
     const auto note = [&reached](int code, const std::string& message, const std::string& advice) {
         bool isListed = false;
         for (const RefusalEntry& entry : GetRefusals()) {
-            if (entry.code != code || entry.advice != advice || !Fits(message, entry.message)) continue;
+            if (entry.code != code || !advice.starts_with(entry.advice) || !Fits(message, FormOf(entry))) continue;
             reached.insert(entry.id);
             isListed = true;
         }
@@ -127,7 +135,10 @@ TEST_F(RefusalPlaces, AreKnownForEveryRefusalOfTheTable) {
     for (const RefusedSample& sample : RefusedSamples()) {
         for (const DocumentProblem& problem : CheckOf(sample).problems) {
             const bool isListed = note(problem.code, problem.message, problem.advice);
-            EXPECT_TRUE(isListed || sample.place.empty() || problem.code == 0) << problem.message;
+            // What is no refusal's advice: that of warnings, of models that cannot be scored, and to adapt the document.
+            const bool isOther =
+                problem.code == 0 || sample.place.empty() || problem.advice.starts_with("Read it with");
+            EXPECT_TRUE(isListed || isOther) << problem.message;
         }
     }
     for (const RefusedTestCases& sample : RefusedTestCaseSamples()) {

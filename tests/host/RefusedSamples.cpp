@@ -281,6 +281,8 @@ std::vector<RefusedSample> MakeSamples() {
         {Fruit("0.001", "0,001"), model, "Write the number with a decimal point"},
         {Fruit("<PairCounts value=\"0\">", "<PairCounts value=\"light\">"),
          model + "/BayesInputs[1]/BayesInput[2]/PairCounts[1]", "Name the bin by its number"},
+        {Fruit("<PairCounts value=\"0\">", "<PairCounts value=\"0,5\">"),
+         model + "/BayesInputs[1]/BayesInput[2]/PairCounts[1]", "Write the number with a decimal point"},
         {Searching("maxLevenshteinDistance=\"few\"", "<Constant>red</Constant>"), field + "/TextIndex[1]",
          "Write a whole number."},
         {Computing(Apply("round", "<Constant dataType=\"double\">x</Constant>")), field + "/Apply[1]/Constant[1]",
