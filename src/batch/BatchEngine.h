@@ -20,7 +20,7 @@
 namespace nbscore {
 
 /// The tables of a model that is fit for being scored from them. Throws std::invalid_argument, with a sentence for
-/// people, when the model does not lay them open, cannot score every case, or has an encoder that nobody else knows.
+/// people, when the model does not lay them open, cannot score every case, or has an encoder of a class of its own.
 ModelTables GetScorableTables(const ScoreModel& model);
 
 /// Throws std::invalid_argument when an answer that is asked for has not rows times columns entries.

@@ -51,7 +51,7 @@ public:
 
 private:
     static constexpr std::size_t fewEntries = 48;
-    /// Many millions of entries hardly ever take so many steps under a seed that nobody knew when they were chosen.
+    /// Many millions of entries hardly ever take so many steps under a seed that was unknown when they were chosen.
     static constexpr std::size_t longestProbe = 128;
     static constexpr std::uint64_t numAttempts = 256;
 

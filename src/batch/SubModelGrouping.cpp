@@ -12,9 +12,9 @@ namespace {
 using Positions = std::vector<std::size_t>;
 
 /// How much more room than by themselves sub-models may take side by side: so many times as many rows, and some that
-/// nobody minds.
+/// do no harm.
 constexpr std::size_t factorOfRoom = 4;
-constexpr std::size_t rowsThatNobodyMinds = 100'000;
+constexpr std::size_t harmlessRows = 100'000;
 
 std::size_t CountOwn(const PredictorTables& predictor) {
     return (predictor.kind == PredictorTables::Texts ? predictor.texts.size() : predictor.numbers.size()) + 1;
@@ -43,7 +43,7 @@ bool AreAlike(const ModelTables& set, const Positions& positions) {
             own += CountOwn(set.classifiers[position].predictors[j]);
         together += CountUnited(set, positions, j) * positions.size();
     }
-    return together <= factorOfRoom * own + rowsThatNobodyMinds;
+    return together <= factorOfRoom * own + harmlessRows;
 }
 
 void AddDivided(const ModelTables& set, const Positions& positions, std::vector<Positions>& groups) {

@@ -7,7 +7,7 @@
 #include "framework/ScoreValue.h"
 
 /// @file
-/// A configured model laid open: the numbers that scoring multiplies, for whoever scores in a way of its own.
+/// A configured model laid open: the numbers that scoring multiplies, for scoring it in another way.
 
 namespace nbscore {
 

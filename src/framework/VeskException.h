@@ -58,7 +58,7 @@ public:
     bool HasPlace() const noexcept { return placeKnown; }
     void SetPlace(const nbscore::DocumentPlace& faultPlace);
 
-    /// Where the one who refuses knows better what to do.
+    /// For a thrower who knows better what to do.
     void SetAdvice(const std::string& adviceText);
 
     /// Names the document, leaving line, column and path as they are.

@@ -18,7 +18,7 @@ public:
         const std::lock_guard lock(mutex);
         if (IsDone()) return;
         work();
-        // Last, because whoever sees it no longer waits for the mutex.
+        // Last, because a thread that sees it no longer waits for the mutex.
         done.store(true, std::memory_order_release);
     }
 

@@ -64,7 +64,7 @@ void ValuePercentFinder::IndexEntry(std::size_t position, const ScoreValue* valu
     if (value == nullptr) return;
     switch (value->GetType()) {
         case ScoreValue::Numeric:
-            // A NaN is found by nobody. Negative and positive zero are one key, as they are one value.
+            // A NaN is never found. Negative and positive zero are one key, as they are one value.
             if (!std::isnan(value->GetDouble())) positionsByNumber.try_emplace(value->GetDouble(), position);
             break;
         case ScoreValue::String:

@@ -19,7 +19,7 @@ namespace nbscore {
 
 /// Knows how full each place is in the table in which the XML library looks the names of elements up.
 ///
-/// The library compares a name with all that share its place, for every element anew. Names fall on places by a hash
+/// The library compares a name with all that share its place, again for every element. Names fall on places by a hash
 /// that everybody can compute: real ones spread over the table, which grows with them; names that were made to meet in
 /// one place make reading them take time that grows with the square of their number.
 class ElementNameTable {

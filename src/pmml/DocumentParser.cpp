@@ -302,7 +302,7 @@ private:
     std::ios::iostate wanted;
 };
 
-/// Parses and lets go of all that was built when memory ends, so that there is some for saying so.
+/// Parses; when memory runs out, frees all that was built, so that there is some left to say so.
 ParsedDocument ParseWithinMemory(std::istream& stream, const Limits& limits) {
     Position reached;
     const auto parse = [&] {

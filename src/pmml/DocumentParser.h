@@ -18,8 +18,8 @@ namespace nbscore {
 /// itself; nothing is fetched; nothing nests deeper, is longer or more than DocumentLimits says, and names do not crowd
 /// the XML library's table of them.
 ///
-/// Throws VeskException 3 for what is no acceptable XML, 4 for a stream that fails, 10 for an encoding that nobody
-/// knows, 12 when there is too little memory for it or the limits refuse it, and CancelledError; nothing of the XML
+/// Throws VeskException 3 for what is no acceptable XML, 4 for a stream that fails, 10 for an unknown encoding,
+/// 12 when there is too little memory for it or the limits refuse it, and CancelledError; nothing of the XML
 /// library's own. Refusals have line and column.
 /// @param limits stay with the document: who walks through it later asks them too.
 SCOREFRAMEWORK_API ParsedDocument ParseDocument(std::istream& stream, const Limits& limits = {});

@@ -79,7 +79,7 @@ public:
     /// Whether two elements are spelt alike: names, attributes in any order, texts and children.
     bool IsLike(Element other) const;
 
-    /// Where the start tag begins, from 1; 0 where nobody knows.
+    /// Where the start tag begins, from 1; 0 where that is unknown.
     std::uint32_t GetLine() const;
     std::uint32_t GetColumn() const;
     /// With the path, which takes a walk along the elder siblings: see ElementPaths for many.

@@ -354,7 +354,7 @@ constexpr RefusalEntry table[] = {
      "Let the VerificationField name an input or a result that the message lists."},
     {Refusal::TestRowUnusable, InvalidNumber, "Row {} of the test cases: {}.", "Correct the row's cell."},
 
-    // Remarks that are made beside a refusal.
+    // Notices that come with a refusal.
     {Refusal::BinningExpectedNotice, noRefusal, "Element DerivedField not found in ParseDiscretize\nThe element is {}",
      "Look at the error: the element is the first one in the BayesInput of a continuous field."},
 };

@@ -10,7 +10,7 @@
 #include "framework/VeskException.h"
 
 /// @file
-/// Every refusal of a document, once: whoever refuses names it by its id, with what the message has to say of the
+/// Every refusal of a document, once. The code that refuses names the id, and gives what the message says about the
 /// document at hand (Refusal.h).
 
 namespace nbscore {
@@ -199,7 +199,7 @@ struct RefusalEntry {
     std::string_view advice;
 };
 
-/// The code of what is said beside a refusal.
+/// The code of a notice that comes with a refusal.
 inline constexpr auto noRefusal = static_cast<VeskException::ExceptionCode>(0);
 
 SCOREFRAMEWORK_API std::span<const RefusalEntry> GetRefusals();

@@ -10,7 +10,7 @@
 namespace nbscore {
 namespace {
 
-/// To the parser a stream that fails looks like one that ends; whoever started the parser asks the stream which.
+/// To the parser a stream that fails looks like one that ends; the caller of the parser asks the stream which.
 class StdInputStream : public xercesc::BinInputStream {
 public:
     StdInputStream(std::istream& input, const Limits& documentLimits, const StreamInputSource::Watch& watch)

@@ -10,7 +10,7 @@
 /// Turns a document's texts into narrow strings of one encoding. Used by one thread at a time.
 class SCOREFRAMEWORK_API Transcoder {
 public:
-    /// Throws VeskException 10 when nobody knows the encoding. An empty name means UTF-8.
+    /// Throws VeskException 10 for an unknown encoding. An empty name means UTF-8.
     explicit Transcoder(const std::string& encoding);
     ~Transcoder();
     Transcoder(const Transcoder&) = delete;

@@ -59,7 +59,7 @@ public:
     /// Counts the pieces of memory that are taken from now on and calls `tooMany`, which throws, instead of giving out
     /// more than `most`.
     void LimitPieces(std::uint64_t most, std::function<void()> tooMany);
-    /// Begins to count anew.
+    /// Starts counting from zero again.
     void RecountPieces() { pieces = 0; }
     /// Gives out as many as are asked for, as it does at first.
     void LiftLimit() { onTooManyPieces = nullptr; }

@@ -23,7 +23,7 @@ DOMElement* ThisOrNextElement(DOMNode* node) {
     return static_cast<DOMElement*>(node);
 }
 
-/// How messages speak of an element, or of the document where that is null.
+/// How messages name an element, or of the document where that is null.
 std::string TagOf(const DOMNode* node) {
     if (!node || node->getNodeType() == DOMNode::DOCUMENT_NODE) return "The document";
     return "<" + nbscore::ExcerptOf(nbscore::Utf8Of(node->getNodeName())) + ">";

@@ -54,7 +54,7 @@ public:
     /// about it.
     using Notices =
         std::function<void(const std::string& text, const nbscore::DocumentPlace& place, std::string_view advice)>;
-    /// From now on hands such texts over; where nobody takes them, or an empty function does, they go to the standard
+    /// From now on hands such texts over; without this, or with an empty function, they go to the standard
     /// error stream.
     void SetNotices(Notices taker);
     /// Says something about what stands at a place.

@@ -28,7 +28,7 @@ public:
     /// A new dictionary of the DataDictionary's fields; the caller owns it. Texts are UTF-8 unless
     /// CreateTranscoder named another encoding before.
     ///
-    /// A field without a name and children that are no DataField are passed over; of fields of one name the first
+    /// A field without a name and children that are no DataField are ignored; of fields of one name the first
     /// counts. `dataType` integer, float and double hold numbers, all others text. A missing `dataType` (documents
     /// before version 3) means numbers when `optype` is continuous, else text; a missing `optype` means continuous
     /// for numbers without declared values, else categorical. Throws VeskException 1 for null, 10 for a text that

@@ -10,9 +10,9 @@
 /// What a set of sub-models says of one case: its prediction is a `VectorValue<ModelDescriptor>` with one entry per
 /// sub-model, in their order. The confidence stays -1: the sub-models are not combined into one answer.
 ///
-/// **Copies are shallow.** A copy refers to the same prediction, and each of the two deletes it: whoever copies must
-/// take the prediction out of one of them with SetPrediction(nullptr) before both are destroyed. Assigning over a
-/// result that has a prediction of its own loses that prediction. Deliberate, part of the interface: to keep a result,
+/// **Copies are shallow.** A copy refers to the same prediction, and each of the two deletes it: after copying, take
+/// the prediction out of one of them with SetPrediction(nullptr) before both are destroyed. Assigning over a result
+/// that has a prediction of its own loses that prediction. Deliberate, part of the interface: to keep a result,
 /// clone its prediction or keep the object itself.
 class NAIVEBAYES_API SelfLearningResult : public ScoreResult {
 public:

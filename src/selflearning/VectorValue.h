@@ -13,7 +13,7 @@
 /// As a value among values it is no more than its length: comparisons set this value's length against the other
 /// value's whole number, whatever the elements hold. Its number is missing; its text tells the length.
 ///
-/// It owns its elements and copies them with itself. A list that nobody changes may be read from any number of threads.
+/// It owns its elements and copies them with itself. An unchanging list may be read from any number of threads.
 template <typename Element>
 class NBSCORE_HEADER_TYPE VectorValue : public ScoreValue {
 public:

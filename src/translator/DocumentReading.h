@@ -96,7 +96,7 @@ struct TargetCategories {
 
 /// What the readers of a document's parts share while it is read. It is gone when the document has been read.
 struct DocumentReading {
-    /// For what is to be said beside reading or refusing the document.
+    /// For notices about the document.
     const BaseTranslator& translator;
     const Transcoder& transcoder;
     /// Both dictionaries are the model's by now; the second is null when the document has no derived fields.

@@ -32,7 +32,7 @@ void ReadModelElement(Element modelElement, int modelIndex, DocumentReading& rea
 ///
 /// Throws VeskException 5 for a field that its dictionary does not know, 1 for one that is listed twice. A
 /// second predicted field is thrown as a *pointer* to a new VeskException 12, unlike everything else. This is
-/// deliberate and part of the interface; whoever catches it deletes it.
+/// deliberate and part of the interface; the catcher deletes it.
 /// @return the predicted field's name, empty when there is none.
 std::string ReadMiningSchema(Element schema, int modelIndex, DocumentReading& reading);
 
@@ -72,7 +72,7 @@ struct TargetValueCountsOptions {
 /// has categories when it has more than one.
 ///
 /// Counts are taken as they stand, negative and fractional ones too; of a repeated value the last counts. A
-/// value that is no category is passed over without a look at its count. Throws VeskException 1 for other
+/// value that is no category is ignored, whatever its count. Throws VeskException 1 for other
 /// elements, 2 for an entry without a value or count, 9 for a count that is no number, 10 for a value that the encoding
 /// cannot hold, 12 for a target index that is too high, and 5 where a self-learning output has not one or two entries;
 /// and CancelledError.

@@ -58,7 +58,7 @@ void ReadOutput(Element output, DocumentReading& reading) {
 
 /// Reads an Extension of a sub-model. `meanPerformance` is the assessment's mean. `stdDevPerformance` is its standard
 /// deviation, and `trainingSampleSize` is stored there too, deliberately: of the two the later one counts, which is
-/// part of the interface. Any other name is passed over, but its value must be a number all the same.
+/// part of the interface. Any other name is ignored, but its value must be a number all the same.
 void ReadAssessment(Element extension, ModelUnderConstruction& model) {
     const double value = RequiredDouble(extension, Name::value);
     const auto name = extension.GetAttribute(Name::name);
@@ -69,7 +69,7 @@ void ReadAssessment(Element extension, ModelUnderConstruction& model) {
     }
 }
 
-/// Which of the parts that a model needs were met.
+/// Which of the parts that a model needs were found.
 struct PartsSeen {
     int inputs = 0;
     bool output = false;
