@@ -99,7 +99,7 @@ TEST_F(CheckCommandTest, RemarksOnWhatIsOdd) {
 
 TEST_F(CheckCommandTest, RemarksOnWhatScoringIgnores) {
     folder.Write("ignored.pmml", Replaced(fruitDocument, "<MiningField name=\"weight\"",
-                                       "<MiningField name=\"weight\" missingValueReplacement=\"1\""));
+                                          "<MiningField name=\"weight\" missingValueReplacement=\"1\""));
     const CommandResult result = Check({"ignored.pmml"});
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_THAT(
