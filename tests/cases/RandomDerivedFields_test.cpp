@@ -29,7 +29,7 @@ constexpr int casesThroughCommand = 40;
 
 /// What the random documents contained.
 struct Seen {
-    std::map<int, int> kinds;
+    std::map<BruteForceExpression::Kind, int> kinds;
     std::map<std::string, int> functions;
     std::set<std::string> details;
     int values = 0;
@@ -42,13 +42,14 @@ struct Seen {
 
     void Note(const BruteForceExpression& expression) {
         ++kinds[expression.kind];
-        if (expression.kind == BruteForceExpression::Apply) {
+        if (expression.kind == BruteForceExpression::Kind::Apply) {
             ++functions[expression.name.starts_with("f") && expression.name != "floor" ? "defined" : expression.name];
             details.insert("treatment " + expression.invalidValueTreatment);
             standIns += expression.mapMissingTo || expression.defaultValue ? 1 : 0;
         }
-        if (expression.kind == BruteForceExpression::NormContinuous) details.insert("outliers " + expression.outliers);
-        if (expression.kind == BruteForceExpression::MapValues)
+        if (expression.kind == BruteForceExpression::Kind::NormContinuous)
+            details.insert("outliers " + expression.outliers);
+        if (expression.kind == BruteForceExpression::Kind::MapValues)
             details.insert("keys " + std::to_string(expression.keyFields.size()));
         for (const BruteForceBin& bin : expression.bins)
             details.insert("closure " + bin.closure);
@@ -130,7 +131,7 @@ void ExpectCasesScored(ScoreModel& model, const RandomDerivedDocument& made, Ran
 void ExpectAllCameUp(const Seen& seen) {
     EXPECT_EQ(seen.kinds.size(), 7u);
     for (const auto& [kind, count] : seen.kinds)
-        EXPECT_GT(count, documentCount / 5) << "kind " << kind;
+        EXPECT_GT(count, documentCount / 5) << "kind " << static_cast<int>(kind);
     for (const char* function : {"+",
                                  "-",
                                  "*",

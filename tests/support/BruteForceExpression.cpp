@@ -87,7 +87,7 @@ BruteForceValue BinValue(const BruteForceExpression& discretize, double x) {
 BruteForceValue OfNumber(const BruteForceExpression& expression, const BruteForceField& field) {
     const auto number = AsNumber(Seen(field));
     const bool isPresent = number && !std::isnan(*number);
-    if (expression.kind == BruteForceExpression::NormContinuous) {
+    if (expression.kind == BruteForceExpression::Kind::NormContinuous) {
         const BruteForceValue none = MappedMissing(expression, BruteForceKind::Number);
         return isPresent ? PointOnLine(expression, *number, none) : none;
     }
@@ -139,7 +139,7 @@ BruteForceValue Result(const BruteForceExpression& apply, BruteForceKind kind, B
 bool IsValid(const BruteForceExpression& argument, const BruteForceValue& value, const BruteForceFields& fields) {
     const auto* number = std::get_if<double>(&value);
     if (IsMissing(value) || (number != nullptr && std::isnan(*number))) return false;
-    if (argument.kind != BruteForceExpression::FieldRef) return true;
+    if (argument.kind != BruteForceExpression::Kind::FieldRef) return true;
     // A replacement for a missing field is valid.
     const BruteForceField& field = fields.at(argument.name);
     return IsMissing(field.value) || field.isAllowed;
@@ -205,18 +205,18 @@ BruteForceKind KindOfDataType(const std::string& dataType) {
 BruteForceValue Evaluate(const BruteForceExpression& expression, const BruteForceFields& fields,
                          const BruteForceFunctions& functions) {
     switch (expression.kind) {
-        case BruteForceExpression::Constant:
+        case BruteForceExpression::Kind::Constant:
             return ConstantValue(expression);
-        case BruteForceExpression::MapValues:
+        case BruteForceExpression::Kind::MapValues:
             return RowOutput(expression, fields);
-        case BruteForceExpression::Apply:
+        case BruteForceExpression::Kind::Apply:
             return CallResult(expression, fields, functions);
         default:
             break;
     }
     const BruteForceField& field = fields.at(expression.name);
-    if (expression.kind == BruteForceExpression::NormDiscrete) return Indicator(expression, field);
-    if (expression.kind != BruteForceExpression::FieldRef) return OfNumber(expression, field);
+    if (expression.kind == BruteForceExpression::Kind::NormDiscrete) return Indicator(expression, field);
+    if (expression.kind != BruteForceExpression::Kind::FieldRef) return OfNumber(expression, field);
     return IsMissing(field.value) ? MappedMissing(expression, field.kind) : Seen(field);
 }
 

@@ -28,9 +28,9 @@ struct BruteForceRow {
 };
 
 struct BruteForceExpression {
-    enum Kind { Constant, FieldRef, NormContinuous, NormDiscrete, Discretize, MapValues, Apply };
+    enum class Kind { Constant, FieldRef, NormContinuous, NormDiscrete, Discretize, MapValues, Apply };
 
-    Kind kind = Constant;
+    Kind kind = Kind::Constant;
     /// The field that is read, or the function that is called.
     std::string name;
     /// Empty for none.

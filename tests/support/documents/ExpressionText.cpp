@@ -55,13 +55,13 @@ std::string TableText(const BruteForceExpression& table) {
 
 std::string ContentText(const BruteForceExpression& expression) {
     switch (expression.kind) {
-        case BruteForceExpression::Constant:
+        case BruteForceExpression::Kind::Constant:
             return Escaped(expression.text);
-        case BruteForceExpression::NormContinuous:
+        case BruteForceExpression::Kind::NormContinuous:
             return PointsText(expression);
-        case BruteForceExpression::Discretize:
+        case BruteForceExpression::Kind::Discretize:
             return BinsText(expression);
-        case BruteForceExpression::MapValues:
+        case BruteForceExpression::Kind::MapValues:
             return TableText(expression);
         default:
             break;
@@ -74,13 +74,13 @@ std::string ContentText(const BruteForceExpression& expression) {
 
 std::string NameText(const BruteForceExpression& expression) {
     switch (expression.kind) {
-        case BruteForceExpression::Constant:
+        case BruteForceExpression::Kind::Constant:
             return expression.missing ? Attribute("missing", "true") : "";
-        case BruteForceExpression::MapValues:
+        case BruteForceExpression::Kind::MapValues:
             return Attribute("outputColumn", "out");
-        case BruteForceExpression::Apply:
+        case BruteForceExpression::Kind::Apply:
             return Attribute("function", expression.name);
-        case BruteForceExpression::NormDiscrete:
+        case BruteForceExpression::Kind::NormDiscrete:
             return Attribute("field", expression.name) + Attribute("value", expression.text);
         default:
             return Attribute("field", expression.name);

@@ -125,7 +125,7 @@ private:
 
     BruteForceExpression FieldRef(Kind kind) {
         BruteForceExpression made;
-        made.kind = BruteForceExpression::FieldRef;
+        made.kind = BruteForceExpression::Kind::FieldRef;
         made.name = Field(kind).name;
         made.mapMissingTo = NowAndThen(8, kind, random);
         return made;
@@ -135,14 +135,14 @@ private:
         BruteForceExpression made;
         made.mapMissingTo = NowAndThen(4, Kind::Number, random);
         if (OneIn(3, random)) {
-            made.kind = BruteForceExpression::NormDiscrete;
+            made.kind = BruteForceExpression::Kind::NormDiscrete;
             const RandomScope::Field& field = Field(AnyKind());
             made.name = field.name;
             made.text = RandomLiteral(field.kind, random);
             return made;
         }
         static const Names outliers = {"", "asIs", "asMissingValues", "asExtremeValues"};
-        made.kind = BruteForceExpression::NormContinuous;
+        made.kind = BruteForceExpression::Kind::NormContinuous;
         made.name = Field(OneIn(4, random) ? AnyKind() : Kind::Number).name;
         made.outliers = OneOf(outliers, random);
         double orig = RandomMargin(random);
@@ -155,7 +155,7 @@ private:
 
     BruteForceExpression Discretize(Kind kind) {
         BruteForceExpression made;
-        made.kind = BruteForceExpression::Discretize;
+        made.kind = BruteForceExpression::Kind::Discretize;
         made.name = Field(Kind::Number).name;
         if (kind == Kind::Number || OneIn(2, random)) made.dataType = RandomDataType(kind, random);
         made.mapMissingTo = NowAndThen(4, kind, random);
@@ -188,7 +188,7 @@ private:
 
     BruteForceExpression MapValues(Kind kind) {
         BruteForceExpression made;
-        made.kind = BruteForceExpression::MapValues;
+        made.kind = BruteForceExpression::Kind::MapValues;
         std::vector<const RandomScope::Field*> keys;
         for (int i = Between(1, 2, random); i > 0; --i) {
             keys.push_back(&OneOf(scope.fields, random));
@@ -223,7 +223,7 @@ private:
 
     BruteForceExpression Apply(Kind kind, int levels) {
         BruteForceExpression made;
-        made.kind = BruteForceExpression::Apply;
+        made.kind = BruteForceExpression::Kind::Apply;
         SetOptions(made, kind);
         const int choice = Between(0, 9, random);
         if (choice == 0) {
