@@ -12,13 +12,11 @@
 
 #include "check/DocumentCheck.h"
 #include "faults/FailingAllocations.h"
-#include "check/DocumentCheck.h"
 #include "faults/Work.h"
 #include "host/LoadedModel.h"
 #include "host/SourceDocument.h"
 #include "output/OutputSink.h"
 #include "support/TextSink.h"
-#include "verify/ModelVerifier.h"
 #include "table/TableScorer.h"
 #include "verify/ModelVerifier.h"
 

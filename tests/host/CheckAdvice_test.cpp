@@ -50,7 +50,7 @@ TEST_F(CheckAdvice, NamesTheRightFunction_WhereOnlyUpperAndLowerCaseDiffer) {
 
 TEST_F(CheckAdvice, LooksBehindThePrefixOfProducers) {
     const auto adviceFor = [this](const std::string& function) {
-        return Check(Transforming(TextField("d", Apply(function, FieldRef("colour"))))).problems.front().advice;
+        return Check(Transforming(DerivedText("d", Apply(function, FieldRef("colour"))))).problems.front().advice;
     };
     EXPECT_THAT(adviceFor("x-Round"), HasSubstr("built-in function \"round\""));
     EXPECT_THAT(adviceFor("x-guess"), StartsWith("Define the function"));

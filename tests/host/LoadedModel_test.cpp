@@ -8,7 +8,6 @@
 #include "output/HostError.h"
 #include "support/Message.h"
 #include "support/TemporaryFolder.h"
-#include "output/HostError.h"
 #include "support/documents/CompleteDocuments.h"
 
 namespace nbscore::test {
