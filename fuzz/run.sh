@@ -54,7 +54,7 @@ run() {
     shift
     mkdir -p "$work/faults/$fuzzer"
     ASAN_OPTIONS=detect_leaks=1:strict_string_checks=1 UBSAN_OPTIONS=print_stacktrace=1 \
-        LLVM_PROFILE_FILE=/dev/null "$programs/fuzz_$fuzzer" -timeout=25 -rss_limit_mb=2560 -max_len="${longest[$fuzzer]}" -len_control=0 \
+        "$programs/fuzz_$fuzzer" -timeout=25 -rss_limit_mb=2560 -max_len="${longest[$fuzzer]}" -len_control=0 \
         -artifact_prefix="$work/faults/$fuzzer/" -print_final_stats=1 -entropic="${entropic[$fuzzer]:-1}" \
         ${dictionary[$fuzzer]:+-dict="fuzz/dictionaries/${dictionary[$fuzzer]}.txt"} "$@"
 }
