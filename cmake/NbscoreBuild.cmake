@@ -82,11 +82,11 @@ if(NBSCORE_COVERAGE)
     # Each program and library adds its counts to files of its own, up to four so that processes seldom wait for one.
     target_compile_options(nbscore_measured INTERFACE
         -fprofile-instr-generate=${CMAKE_BINARY_DIR}/coverage/%4m.profraw -fcoverage-mapping)
-    target_link_options(nbscore_build INTERFACE -fprofile-instr-generate)
+    target_link_options(nbscore_measured INTERFACE -fprofile-instr-generate)
 endif()
 if(NBSCORE_FUZZ)
     target_compile_options(nbscore_measured INTERFACE -fsanitize=fuzzer-no-link)
-    target_link_options(nbscore_build INTERFACE -fsanitize=fuzzer-no-link)
+    target_link_options(nbscore_measured INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
 # Windows has no prefix for libraries: the plug-in is naivebayes.dll.
