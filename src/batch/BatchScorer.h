@@ -36,7 +36,7 @@ struct BatchInput {
 /// classes of variables of its own, which copy themselves. Nothing in it ever changes: copies are cheap and share
 /// everything, and any number of threads may score with one.
 ///
-/// Derived inputs are inputs like any other here: whoever has a table of what they are computed from computes them
+/// Derived inputs are inputs like any other here: a caller with the fields that they are computed from computes them
 /// first (TransformationDictionary).
 class BatchScorer {
 public:

@@ -5,7 +5,7 @@
 ///
 /// Everything is compiled with hidden visibility. A class or function that other libraries may use carries the
 /// macro of the library it lives in: SCOREFRAMEWORK_API or NAIVEBAYES_API. Each library defines its own
-/// `<NAME>_BUILDING` while it is being compiled; whoever only uses it does not.
+/// `<NAME>_BUILDING` while it is being compiled; a library that only uses it does not.
 
 #if defined(_WIN32)
 #define NBSCORE_SYMBOL_EXPORT __declspec(dllexport)

@@ -36,7 +36,7 @@ struct SCOREFRAMEWORK_API Limits {
     /// It should go on answering true, and may not throw. Empty: never cancelled.
     ///
     /// It is not asked inside a single call of the regular-expression library, nor while a stream of the caller's own
-    /// waits; a document's file is opened and waited for here, and a named pipe that says nothing keeps nobody.
+    /// waits; a document's file is opened and waited for here, and a silent named pipe does not block it.
     std::function<bool()> isCancelled;
 
     /// maxMemory or its default.

@@ -16,7 +16,7 @@
 ///
 /// Life: a translator makes the model, configures it on one thread and hands it over; the caller owns it. From the
 /// first case on any number of threads may score, each with a record and a result of its own, and call what is const.
-/// What a model sets up when the first case comes, it sets up once, whoever comes first; where that fails with an
+/// What a model sets up when the first case comes, it sets up once, on any thread; where that fails with an
 /// exception, the next call does it.
 ///
 /// The order of the operations is the order of the virtual table, which plug-ins rely on.

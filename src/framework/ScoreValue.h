@@ -7,7 +7,7 @@
 /// One value of a variable: a number, a text, or something richer.
 ///
 /// Values are compared with values of any class; a number and a text are never equal. Reading a value changes
-/// nothing, so a value that nobody writes to may be read from any number of threads.
+/// nothing, so any number of threads may read a value while none writes to it.
 ///
 /// The order of the operations is the order of the virtual table, which plug-ins rely on.
 class SCOREFRAMEWORK_API ScoreValue {

@@ -14,7 +14,7 @@
 #include "framework/Export.h"
 
 /// @file
-/// Hashing of what comes from outside: texts and numbers of documents and tables. Whoever writes these must not be able
+/// Hashing of what comes from outside: texts and numbers of documents and tables. Their authors must not be able
 /// to choose ones that fall together, because finding one among a hundred thousand that do takes as many comparisons.
 /// So every hash is made under numbers that each process draws anew. What is found never depends on them, and nothing
 /// may: the order in which a container of these is walked through is another in every run.

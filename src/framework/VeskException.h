@@ -18,7 +18,7 @@ inline constexpr std::string_view adviceForAnyRefusal =
 /// Why a document was refused.
 ///
 /// Thrown by value, with one deliberate exception: the mining schema's "Only one target is allowed." is thrown as
-/// a pointer to a new VeskException. Whoever reads documents must catch both and delete the pointer.
+/// a pointer to a new VeskException. Code that reads documents must catch both and delete the pointer.
 ///
 /// The message is fixed text. The place and the advice stand beside it and never inside it, so that messages can be
 /// compared.

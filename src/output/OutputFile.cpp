@@ -113,7 +113,7 @@ void OutputFile::Writing::Write(std::string_view bytes) {
     syncStarted = written;
 }
 
-/// Nobody waits for a file that appears only when it is whole.
+/// No reader waits for a file that appears only when it is whole.
 void OutputFile::Writing::Flush() {
     if (IsDirect() && !buffer.Flush(file)) Fail(GetSystemReason(errno));
 }

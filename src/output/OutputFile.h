@@ -16,9 +16,9 @@ namespace nbscore {
 /// user may. A file that may not be written to is not replaced. A destination that is no regular file (a device, a
 /// named pipe) is written to directly.
 ///
-/// No file of another user is touched, whoever owns the folder: no permission is changed by name, and no link that is
-/// put into the folder meanwhile is followed. The folder's owner can always remove files from it, and decides by the
-/// file to be replaced who may read the new one.
+/// No file of another user is touched, even in that user's own folder: no permission is changed by name, and no link
+/// that is put into the folder meanwhile is followed. The folder's owner can always remove files from it, and decides
+/// by the file to be replaced who may read the new one.
 class OutputFile : public OutputSink {
 public:
     /// Throws InputOutputError when the destination is a folder, or nothing can be written beside it.

@@ -94,7 +94,7 @@ std::FILE* OutputPlace::CreateBeside(fs::path& name) const {
 }
 
 bool OutputPlace::IsNameOf(std::FILE*, const fs::path&) const {
-    return true;  // nobody can take away or rename a file that is open
+    return true;  // an open file cannot be removed or renamed
 }
 
 bool OutputPlace::PrepareToReplace(std::FILE*) const {

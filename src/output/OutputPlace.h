@@ -25,8 +25,8 @@ public:
 
     /// True when there is a regular file and it may be written to; nothing is changed.
     bool MayBeReplaced() const;
-    /// Creates an empty file in the folder, for nobody but its owner to read or write, and opens it for writing bytes.
-    /// Its name is random, so that nobody can prepare a file or link of that name. Null on failure.
+    /// Creates an empty file in the folder, which only its owner may read or write, and opens it for writing bytes.
+    /// Its name is random, so that no other user can prepare a file or link of that name. Null on failure.
     std::FILE* CreateBeside(std::filesystem::path& name) const;
     /// Whether this name in the folder still stands for this open file.
     bool IsNameOf(std::FILE* file, const std::filesystem::path& name) const;

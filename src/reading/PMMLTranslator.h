@@ -37,8 +37,8 @@ public:
     /// The same in a tree; throws VeskException 1 for none.
     ScoreDictionary* ParseDictionary(nbscore::Element dataDictionary);
     /// A new dictionary of the TransformationDictionary's derived fields; the caller owns it, and it needs the data
-    /// dictionary only during this call. Throws VeskException 1 for null or a misplaced element, 8 for a field that
-    /// nobody knows, 11 for an expression that is not supported, 12 for a name used twice or a field that depends
+    /// dictionary only during this call. Throws VeskException 1 for null or a misplaced element, 8 for an unknown
+    /// field, 11 for an expression that is not supported, 12 for a name used twice or a field that depends
     /// on itself. Texts as above.
     TransformationDictionary* HandleTransformationDictionary(const xercesc::DOMElement* element,
                                                              const ScoreDictionary* dictionary);

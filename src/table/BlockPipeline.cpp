@@ -5,7 +5,7 @@
 namespace nbscore {
 namespace {
 
-/// Enough that a thread which is done finds the next block read, and a slow block holds nobody up.
+/// Enough that a thread which is done finds the next block read, and a slow block does not hold the others up.
 constexpr std::size_t blocksPerThread = 3;
 
 /// Scores that grew long give their memory back.
@@ -111,7 +111,7 @@ void BlockPipeline::HandOnPart(std::uint64_t number, BlockScores& scores) {
                      [this, number] { return isEnding || failure != nullptr || (handedOn == number && !isHandingOn); });
         if (isEnding || failure != nullptr) throw Dropped();
     }
-    // Nobody else hands on: the block whose turn it is, is this one, and it is not done.
+    // No other thread hands on: it is this block's turn, and it is not done.
     handOn(scores);
     scores.Clear();
 }

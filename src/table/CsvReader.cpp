@@ -106,7 +106,7 @@ std::string_view CsvRowReader::TakeQuotesOff(std::string_view cell) {
     const std::string_view text = cell.substr(1, cell.size() - 2);
     const std::size_t quote = text.find('"');
     if (quote == std::string_view::npos) return text;
-    // One of two quotes is left where they stand: the text only shrinks, and nobody reads these bytes again.
+    // One of two quotes is left where they stand: the text only shrinks, and these bytes are not read again.
     char* const begin = block->room.data() + (text.data() - block->room.data());
     char* write = begin + quote;
     for (const char* read = write; read < begin + text.size(); ++read) {

@@ -51,7 +51,7 @@ public:
     /// Goes on to the end of the bytes, for row ends and line ends only.
     ///
     /// A row that ends in a CR is whole at once, though an LF may follow with the next bytes. A stray quote ends the
-    /// search: whoever reads the row meets it. Text behind a quote is left to that reader, too.
+    /// search: the reader of the row meets it. Text behind a quote is left to that reader, too.
     /// @param bytes all from the first one; those handed in before must be the same.
     void FindRowEnds(std::string_view bytes);
 

@@ -29,7 +29,7 @@ inline void AppendCsvCell(std::string& text, std::string_view cell, char delimit
 /// Appends one row of comma-separated values to a text, cell by cell. Rows end in LF on every system.
 class CsvRow {
 public:
-    /// @param destination borrowed; nobody else appends to it before End.
+    /// @param destination borrowed; nothing else appends to it before End.
     /// @param isBegun whether cells of the row stand at the text's end already.
     CsvRow(std::string& destination, char cellDelimiter, bool isBegun = false)
         : text(destination),

@@ -1,5 +1,5 @@
 // The command between two pipes: as a filter that answers row by row, that stops when it is told to, and that ends when
-// nobody reads on.
+// the reader has gone.
 
 #include <csignal>
 #include <functional>

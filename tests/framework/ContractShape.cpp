@@ -21,7 +21,7 @@
 
 namespace {
 
-/// An interface: cannot be made, and whoever deletes through it deletes the whole object.
+/// An interface: cannot be made, and deleting through it deletes the whole object.
 template <class Class>
 concept Interface = std::is_abstract_v<Class> && std::has_virtual_destructor_v<Class>;
 

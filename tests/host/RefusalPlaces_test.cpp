@@ -135,7 +135,7 @@ TEST_F(RefusalPlaces, AreKnownForEveryRefusalOfTheTable) {
     for (const RefusedSample& sample : RefusedSamples()) {
         for (const DocumentProblem& problem : CheckOf(sample).problems) {
             const bool isListed = note(problem.code, problem.message, problem.advice);
-            // What is no refusal's advice: that of warnings, of models that cannot be scored, and to adapt the document.
+            // The advice of warnings, of models that cannot be scored, and to adapt the document, is no refusal's.
             const bool isOther =
                 problem.code == 0 || sample.place.empty() || problem.advice.starts_with("Read it with");
             EXPECT_TRUE(isListed || isOther) << problem.message;

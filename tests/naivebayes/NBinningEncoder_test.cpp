@@ -50,7 +50,7 @@ TEST(NBinningEncoder, PutsInfinitiesIntoTheOuterBins) {
     EXPECT_EQ(BinOf(encoder, std::numeric_limits<double>::infinity()), 2);
 }
 
-// The search compares a NaN with every cutpoint in vain, ends at the first one and answers the code behind it.
+// The search finds a NaN below no cutpoint, ends at the first one and answers the code behind it.
 TEST(NBinningEncoder, PutsANanBehindTheFirstCutpoint) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     for (const Cutpoints& cutpoints :

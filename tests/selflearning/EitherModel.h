@@ -93,7 +93,7 @@ public:
         return dynamic_cast<const Face&>(Get());
     }
 
-    /// All that is said of a case: the categories' probabilities, or the sub-models' scores.
+    /// All results of a case: the categories' probabilities, or the sub-models' scores.
     /// @param result of the case before; null for the first.
     std::vector<double> ScoreAll(const ScoreCaseRecord& record, std::unique_ptr<ScoreResult>& result,
                                  bool derivedInRecord = false) const {

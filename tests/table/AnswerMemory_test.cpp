@@ -83,8 +83,8 @@ TEST(AnswerMemory, NoCaseIsTakenForAnother_WhenThereAreMany) {
 }
 
 /// Cases of one row whose searches all begin in the same place. This repeats how places are told; where that changes,
-/// the test that takes these cases fails, because it wants some of them not to be kept. Whoever does not know the seed
-/// of the process cannot choose them.
+/// the test that takes these cases fails, because it wants some of them not to be kept. Without the
+/// seed of the process they cannot be chosen.
 std::vector<Rows> CasesThatFallTogether(std::size_t count) {
     std::vector<Rows> cases;
     for (FactorRow row = 0; cases.size() < count; ++row) {

@@ -15,7 +15,7 @@ namespace {
 using Fault = CsvScanner::Fault;
 using Positions = std::vector<std::uint32_t>;
 
-/// What is told of a text: row by row and byte by byte, or by a scanner.
+/// What a text holds: found row by row and byte by byte, or by a scanner.
 struct Scanned {
     Positions marks;
     Fault fault = Fault::None;
@@ -140,7 +140,7 @@ TEST_P(CsvScannerOnEach, FindsTheLastRowEndAndAllLineEnds_WhereverThePiecesEnd) 
         for (std::size_t size = 0;; size = std::min(text.size(), size + 1 + random() % 80)) {
             const std::string_view bytes = std::string_view(text).substr(0, size);
             scanner.FindRowEnds(bytes);
-            // Behind a fault nothing is promised but that whoever reads the rows meets it.
+            // Behind a fault, the only promise is that the reader of the rows meets it.
             if (ScanByLooking(bytes, delimiter).fault != Fault::None) break;
             ASSERT_EQ(scanner.GetFault(), Fault::None);
             ASSERT_EQ(scanner.GetRowEnd(), FindRowEndByLooking(bytes, delimiter)) << bytes;
