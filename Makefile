@@ -23,7 +23,6 @@ help:
 	@echo 'make bench-load         measure loading documents against parsing alone (ten minutes)'
 	@echo 'make bench-growth       measure how time grows with documents and tables; fails if it grows too fast'
 	@echo 'make lint               check formatting and the rules of the source tree'
-	@echo 'make tidy               analyse src/ statically, every finding an error (ten minutes)'
 	@echo 'make format             format every source file'
 	@echo 'make install            install the built command and libraries (PREFIX=/usr/local)'
 	@echo 'make clean              remove everything built'
@@ -116,11 +115,9 @@ bench-growth: bench-build
 coverage:
 	scripts/coverage.sh files
 
-.PHONY: lint tidy
+.PHONY: lint
 lint: packages-lint
 	scripts/lint.sh
-tidy: packages-lint
-	scripts/lint.sh tidy
 
 .PHONY: format
 format:

@@ -14,7 +14,7 @@ packages_for() {
             echo g++-mingw-w64-x86-64-posix dpkg-dev unicode-data python3-six zip
             ;;
         windows-run) echo wine wine64 ;;
-        lint) echo clang clang-format clang-tidy libclang-rt-14-dev llvm-14 python3 git ;;
+        lint) echo clang clang-format libclang-rt-14-dev llvm-14 python3 git ;;
         bench) echo libbenchmark-dev python3 valgrind ;;
         peers) echo python3-sklearn python3-pandas ;;
         *) echo "install-packages.sh: unknown group $1" >&2; exit 2 ;;

@@ -1,6 +1,5 @@
 #!/bin/sh
 # Checks the sources: formatting, the rules of the source tree, and that each header compiles alone.
-# `lint.sh tidy` runs the static analysis instead, with every finding an error.
 set -eu
 cd "$(dirname "$0")/.."
 jobs=$(nproc)
@@ -13,13 +12,6 @@ sources() {
     [ -n "$list" ] || { echo "lint: no files in $*" >&2; exit 1; }
     echo "$list"
 }
-
-if [ "${1:-}" = tidy ]; then
-    cmake --preset dev -B build/lint -DNBSCORE_TESTS=OFF -DCMAKE_CXX_COMPILER=clang++ >/dev/null
-    sources cpp src | xargs -P "$jobs" -n 4 clang-tidy --quiet -p build/lint
-    echo "tidy: no findings"
-    exit
-fi
 
 for suffix in h cpp; do
     sources $suffix src tests bench fuzz | xargs clang-format --dry-run -Werror

@@ -98,7 +98,6 @@ private:
     void RenameTarget(Element schema) {
         for (const Element field : schema.GetChildren(Name::MiningField)) {
             if (field.GetAttribute(Name::usageType) != "target") continue;
-            // NOLINTNEXTLINE(modernize-raw-string-literal): written as all messages are
             edits.SetAttribute(field, Name::usageType, "predicted", "usageType \"target\" is read as \"predicted\"");
         }
     }

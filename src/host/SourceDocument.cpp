@@ -37,7 +37,6 @@ auto Named(const std::string& name, const Work& work) {
     } catch (VeskException& refusal) {
         refusal.SetSource(name);
         throw;
-        // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference,cert-err09-cpp,cert-err61-cpp): see below
     } catch (VeskException* refusal) {
         // A second target in a mining schema is thrown as a pointer.
         const std::unique_ptr<VeskException> owned(refusal);

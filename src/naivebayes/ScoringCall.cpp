@@ -57,7 +57,6 @@ ScoreDictionary* CopyVarsOfRole(const ScoreModel& model, const ScoreDictVar* tar
 
 ScoreValue* ChangeablePrediction(const ScoreResult& result) {
     // A result was given its prediction as a changeable object; it only shows it as a const one.
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast): see above
     return const_cast<ScoreValue*>(result.GetPrediction());
 }
 

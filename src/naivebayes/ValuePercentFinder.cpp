@@ -22,7 +22,7 @@ bool EqualsItself(const ScoreValue& value) {
         case ScoreValue::String:
             return true;
         default:
-            // NOLINTNEXTLINE(misc-redundant-expression): a foreign class may hold a value that equals nothing
+            // A foreign class may hold a value that equals nothing.
             return value == value;
     }
 }

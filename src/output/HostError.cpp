@@ -12,7 +12,7 @@ namespace nbscore {
 void RethrowPluginFailure(const std::string& whatWasDone) {
     try {
         throw;
-        // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference,cert-err09-cpp,cert-err61-cpp): plug-ins throw some
+        // Plug-ins throw some by pointer.
     } catch (const VeskException* thrown) {
         const std::unique_ptr<const VeskException> owned(thrown);
         throw VeskException(*owned);

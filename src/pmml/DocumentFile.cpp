@@ -82,7 +82,6 @@ std::unique_ptr<std::streambuf> OpenFile(const std::filesystem::path& path, cons
     // Opened in this way, a named pipe does not wait for its writer; reading does.
     const int nonBlocking = std::filesystem::is_fifo(path, ignored) ? O_NONBLOCK : 0;
     int descriptor = -1;
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-vararg): the system has no other way to open a file
     while ((descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | nonBlocking)) < 0 && errno == EINTR)
         limits.ThrowIfCancelled();
     if (descriptor < 0) return nullptr;

@@ -73,7 +73,7 @@ private:
 
     /// False when the encoding lacks one of the text's characters.
     bool AppendTranscoded(std::string& narrow, const XMLCh* xmlText, XMLSize_t left) const {
-        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): what is read of it was written just before
+        // Not initialized: only what was written is read.
         std::array<XMLByte, transcoderBlockSize> block;
         try {
             while (left > 0) {

@@ -42,7 +42,6 @@ ScoreModel* BaseTranslator::ParseFromTree(std::istream& source, const std::strin
         unfinishedModel.reset();
         refusal.SetSource(sourceName);
         throw;
-        // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference,cert-err09-cpp,cert-err61-cpp): see below
     } catch (VeskException* refusal) {
         // A second target in a mining schema is thrown as a pointer; it stays the same pointer for the catcher.
         unfinishedModel.reset();

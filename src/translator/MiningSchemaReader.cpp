@@ -69,7 +69,6 @@ void SchemaReader::ReadPredictedField(Element field, const ScoreDictVar& var, co
     if (!isFirstModel) return;
     if (targetFound) {
         // By pointer on purpose: see the header.
-        // NOLINTNEXTLINE(misc-throw-by-value-catch-by-reference,cert-err09-cpp,cert-err61-cpp): the same
         throw new VeskException(RefusalAt(field, Refusal::SecondTarget));
     }
     reading.model.GetModel().SetVarRole(&var, ScoreModel::TargetRole);

@@ -34,7 +34,6 @@ constexpr std::string_view timeIsOver = "the run takes more time than --max-time
 constexpr Clock::rep noDeadline = std::numeric_limits<Clock::rep>::max();
 
 // A signal handler reaches nothing but objects of the whole program.
-// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables)
 std::atomic<int> requestedSignal{0};
 std::atomic<int> requests{0};
 std::atomic<bool> endsProcess{false};
@@ -72,7 +71,6 @@ std::array<struct sigaction, writeSignals.size()> earlierWriteActions;
 struct sigaction earlierAlarmAction;
 
 #endif
-// NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
 void Say(std::string_view text) {
 #if defined(_WIN32)
