@@ -35,6 +35,7 @@ set(NBSCORE_PUBLIC_HEADERS
     framework/VersionInfo.h
     framework/VeskException.h
     reading/BaseTranslator.h
+    reading/DocumentFaults.h
     reading/PMMLTranslator.h
     naivebayes/INBVeskEncoder.h
     naivebayes/NBCatNumericEncoder.h
