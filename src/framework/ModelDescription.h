@@ -11,9 +11,12 @@ namespace nbscore {
 
 /// One input of a classifier.
 struct InputDescription {
-    enum Kind { Texts, Numbers, Bins };
+    /// An input with densities has no categories, and none are counted.
+    enum Kind { Texts, Numbers, Bins, Densities };
 
     std::string name;
+    /// The field that it reads: that of its name, or a derived one that was made for this input alone.
+    std::string field;
     Kind kind = Texts;
     /// How many categories or bins it has, and how many of them were ever counted.
     std::size_t categories = 0;
