@@ -89,7 +89,7 @@ TEST_F(HostileStandard, GivesProbabilities_WhenCountsAreExtreme) {
         StandardDocument document;
         document.targetCounts = TargetValueCount("apple", count) + TargetValueCount("pear", "1e308");
         const std::string counts = TargetValueCounts(document.targetCounts);
-        document.inputs += BayesInput("weight", PairCounts("0", counts) + PairCounts("1", counts));
+        document.inputs = BayesInput("weight", PairCounts("0", counts) + PairCounts("1", counts));
         ExpectProbabilities(document.Text(), extremeCases);
     }
 }

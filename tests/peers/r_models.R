@@ -2,8 +2,8 @@
 #
 #     Rscript r_models.R FOLDER
 #
-# Each model gets a folder: cases.csv with the cases, answers.csv with what predict gives them, figures.csv with what the
-# model holds (kind, field, value, category, figure), settings.csv with the target and predict's threshold.
+# Each model gets a folder: cases.csv with the cases, answers.csv with what predict gives them, figures.csv with what
+# the model holds (kind, field, value, category, figure), settings.csv with the target and predict's threshold.
 
 suppressPackageStartupMessages(library(e1071))
 folder <- commandArgs(trailingOnly = TRUE)[1]

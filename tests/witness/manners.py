@@ -1,4 +1,4 @@
-"""Documents as their producers write them: each manner changes a document that says the same, or draws one of its own."""
+"""Documents as their producers write them: each manner changes a document, which goes on saying the same."""
 import xml.etree.ElementTree as ElementTree
 
 from elements import (E, NAMESPACE, density_input, gaussian, interval, naive_bayes, pmml, table_input)
@@ -73,9 +73,26 @@ def inside_a_mining_model(document):
 
 
 def old(document):
-    """As of 3.2: nothing but active and predicted fields, in a namespace of its time."""
+    """As of 3.2: nothing but active and predicted fields, and an element more around inputs and output."""
     version(document, "3.2")
     rename_usage(document, "predicted")
+    model = model_of(document)
+    parts = [model.find(name) for name in ("BayesInputs", "BayesOutput")]
+    for part in parts:
+        model.remove(part)
+    model.append(E("NaiveBayes", None, parts))
+
+
+def statistics_among_the_inputs(document):
+    """As R wrote it later: no invalid value is tolerated, and the output names the result."""
+    version(document, "4.2")
+    rename_usage(document, "predicted")
+    for field in document.iter("MiningField"):
+        field.set("invalidValueTreatment", "returnInvalid")
+        field.attrib.pop("invalidValueReplacement", None)
+    for entry in document.find("NaiveBayesModel").find("BayesInputs").iter("TargetValueCount"):
+        if float(entry.get("count")) == 0:
+            entry.set("count", "NaN")
 
 
 def newest(document):
@@ -83,7 +100,7 @@ def newest(document):
     rename_usage(document, "target")
 
 
-MANNERS = (newest, old, pretty_printed, statistics_in_an_extension, inside_a_mining_model)
+MANNERS = (newest, old, pretty_printed, statistics_in_an_extension, statistics_among_the_inputs, inside_a_mining_model)
 
 
 # Documents that a producer's own kind of model gives. Each answers a document and a table.

@@ -19,7 +19,6 @@ Decimal = decimal.Decimal
 PI = Decimal("3.14159265358979323846264338327950288419716939937510582097494459")
 
 
-# The field of a model of continuous inputs alone, where a schema of its time wanted a categorical one.
 PLACE_HOLDER = "DiscretePlaceHolder"
 
 
@@ -99,17 +98,21 @@ class Answer:
         self.best = probabilities.index(max(probabilities)) if probabilities else None
 
 
-def inputs_of(element):
-    """BayesInput elements, wherever they stand: among the inputs or in an extension there."""
-    found = [input_ for group in children(element, "BayesInputs", "Extension") for input_ in inputs_of(group)]
-    return children(element, "BayesInput") + found
+def within(element, name):
+    return [found for found in element.iter() if local(found) == name]
+
+
+def is_place_holder(element):
+    """Where no input has counts, a schema of its time wanted one all the same."""
+    return element.get("fieldName") == PLACE_HOLDER and [
+        pair.get("value") for pair in children(element, "PairCounts")] == ["pseudoValue"]
 
 
 class Model:
     def __init__(self, path, plain=False):
         root, self.plain = ElementTree.parse(path).getroot(), plain
-        outer = next((e for e in root if local(e) in ("NaiveBayesModel", "MiningModel", "NaiveBayes")))
-        element = next(e for e in outer.iter() if local(e) == "NaiveBayesModel")
+        outer = children(root, "NaiveBayesModel", "MiningModel")[0]
+        element = within(outer, "NaiveBayesModel")[0]
         around = [element] if outer is element else [outer, element]
         self.fields = {f.get("name"): DataField(f) for f in children(child(root, "DataDictionary"), "DataField")}
         transformations = children(root, "TransformationDictionary")
@@ -117,10 +120,10 @@ class Model:
             transformations += children(part, "LocalTransformations")
         self.functions = {f.get("name"): f for t in transformations for f in children(t, "DefineFunction")}
         derived = {f.get("name"): DerivedField(f) for t in transformations for f in children(t, "DerivedField")}
-        inputs = [e for e in inputs_of(child(element, "BayesInputs")) if e.get("fieldName") != PLACE_HOLDER]
+        inputs = [e for e in within(element, "BayesInput") if not is_place_holder(e)]
         self.read_schema(child(element, "MiningSchema"), [e.get("fieldName") for e in inputs])
         self.fields.update(derived)
-        output = child(element, "BayesOutput")
+        output = within(element, "BayesOutput")[0]
         self.target = self.fields[self.target_name or output.get("fieldName")]
         entries = child(output, "TargetValueCounts")
         self.categories = self.target.values or [self.target.key(e.get("value")) for e in entries]

@@ -3,6 +3,7 @@ import math
 import pathlib
 import tempfile
 import unittest
+from decimal import Decimal
 
 from elements import (E, density_input, field_ref, gaussian, apply, constant, interval, naive_bayes, pmml, table_input,
                       write)
@@ -131,10 +132,11 @@ class WitnessTest(unittest.TestCase):
         model = self.model([text_field("a", "known")], [table_input("a", NO_YES, [("known", [1, 1])])],
                            parts=[output, targets])
         _, cells = model.cells({"a": "", "t": "yes"})
-        self.assertEqual(["no", "Not at all", 0.25, 0.75, "call"], [c if isinstance(c, str) else float(c) for c in cells])
+        self.assertEqual(["no", "Not at all", 0.25, 0.75, "call"],
+                         [cell if isinstance(cell, str) else float(cell) for cell in cells])
         answer, cells = model.cells({"a": "unknown"})
         self.assertEqual("invalid", answer.outcome)
-        self.assertEqual(["yes", "yes", 0.6, None, "call"], [float(c) if hasattr(c, "sqrt") else c for c in cells])
+        self.assertEqual(["yes", "yes", 0.6, None, "call"], [float(cell) if isinstance(cell, Decimal) else cell for cell in cells])
 
 
 if __name__ == "__main__":
