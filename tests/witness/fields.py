@@ -72,7 +72,8 @@ class Treatment:
                 raise InvalidValue(self.field.name)
             if self.instead_of_missing is not None:
                 value = self.field.key(self.instead_of_missing)
-        return value
+        # What is taken as it stands and is no number says nothing in a field of numbers.
+        return None if self.field.numeric and isinstance(value, str) else value
 
 
 class DerivedField:

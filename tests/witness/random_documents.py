@@ -84,7 +84,7 @@ class Drawn:
             attributes["optype"] = "continuous"
         if not self.chance(0.05):
             self.schema.append(E("MiningField", attributes))
-        self.cells[name] = cells + [""]
+        self.cells[name] = cells + [""] + ["n/a"] * (numeric and self.chance(0.2))
 
     # The kinds of inputs. Each adds a field and an input.
 

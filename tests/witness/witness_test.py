@@ -136,7 +136,8 @@ class WitnessTest(unittest.TestCase):
                          [cell if isinstance(cell, str) else float(cell) for cell in cells])
         answer, cells = model.cells({"a": "unknown"})
         self.assertEqual("invalid", answer.outcome)
-        self.assertEqual(["yes", "yes", 0.6, None, "call"], [float(cell) if isinstance(cell, Decimal) else cell for cell in cells])
+        self.assertEqual(["yes", "yes", 0.6, None, "call"],
+                         [float(cell) if isinstance(cell, Decimal) else cell for cell in cells])
 
 
 if __name__ == "__main__":
