@@ -6,10 +6,12 @@ set(NBSCORE_PUBLIC_HEADERS
     framework/BaseDictVar.h
     framework/BaseDictionary.h
     framework/BaseModel.h
+    framework/CaseFacts.h
     framework/DocumentPlace.h
     framework/Limits.h
     framework/MCMV.h
     framework/MCScore.h
+    framework/ModelOutputs.h
     framework/ModelSelfCheck.h
     framework/ModelSelfDescription.h
     framework/ModelSelfTables.h
@@ -26,6 +28,7 @@ set(NBSCORE_PUBLIC_HEADERS
     framework/ScoreValueLabel.h
     framework/ScoreValueLabelSet.h
     framework/ScoreVersionInfo.h
+    framework/ScoringRule.h
     framework/StringValue.h
     framework/SubModelScoring.h
     framework/TransformationDictionary.h
@@ -71,6 +74,7 @@ set(NBSCORE_NEEDED_HEADERS
     pmml/Names.h
     pmml/Transcoder.h
     naivebayes/Classifier.h
+    naivebayes/Density.h
     naivebayes/DoneOnce.h
     naivebayes/Target.h
     naivebayes/ValuePercentFinder.h

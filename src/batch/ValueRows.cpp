@@ -4,7 +4,6 @@
 #include <map>
 #include <string>
 #include <string_view>
-#include <typeinfo>
 
 #include "framework/BaseDictVar.h"
 #include "framework/NumericValue.h"
@@ -12,12 +11,6 @@
 
 namespace nbscore {
 namespace {
-
-/// Variables of other classes than the framework's own, even ones derived from it, may have rules of their own and have
-/// to be asked about each value.
-bool MayDeclareMissing(const ScoreDictVar& var) {
-    return typeid(var) != typeid(BaseDictVar) || static_cast<const BaseDictVar&>(var).HasMissingValues();
-}
 
 constexpr int noCode = -1;
 

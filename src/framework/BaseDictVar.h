@@ -3,6 +3,7 @@
 #include <atomic>
 #include <memory>
 #include <string>
+#include <typeinfo>
 #include <vector>
 
 #include "framework/Export.h"
@@ -67,3 +68,13 @@ private:
     /// Written by the first scoring call with a record that has positions, while other threads may copy the variable.
     std::atomic<int> index = -1;
 };
+
+namespace nbscore {
+
+/// Whether the variable may declare missing values. One of another class than the framework's own, even one derived
+/// from it, may have a rule of its own and has to be asked about each value.
+inline bool MayDeclareMissing(const ScoreDictVar& var) {
+    return typeid(var) != typeid(BaseDictVar) || static_cast<const BaseDictVar&>(var).HasMissingValues();
+}
+
+}  // namespace nbscore

@@ -11,7 +11,8 @@ namespace nbscore {
 
 /// One input of a classifier.
 struct InputDescription {
-    enum Kind { Texts, Numbers, Bins };
+    /// An input with densities has no categories, and none are counted.
+    enum Kind { Texts, Numbers, Bins, Densities };
 
     std::string name;
     Kind kind = Texts;

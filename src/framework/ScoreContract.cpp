@@ -5,7 +5,9 @@
 /// where its first operation with a body outside the class stands. So there is one of each, in this library,
 /// and a dynamic_cast or a catch means the same class in every library that uses it.
 
+#include "framework/CaseFacts.h"
 #include "framework/DerivedFieldSources.h"
+#include "framework/ModelOutputs.h"
 #include "framework/ModelSelfCheck.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/ModelSelfTables.h"
@@ -18,13 +20,17 @@
 #include "framework/ScoreTranslator.h"
 #include "framework/ScoreValue.h"
 #include "framework/ScoreVersionInfo.h"
+#include "framework/ScoringRule.h"
 #include "framework/SubModelScoring.h"
 #include "framework/TransformationDictionary.h"
 
 DerivedFieldSources::~DerivedFieldSources() = default;
+ModelDensities::~ModelDensities() = default;
+ModelOutputs::~ModelOutputs() = default;
 ModelSelfCheck::~ModelSelfCheck() = default;
 ModelSelfDescription::~ModelSelfDescription() = default;
 ModelSelfTables::~ModelSelfTables() = default;
+ResultFacts::~ResultFacts() = default;
 ScoreCaseRecord::~ScoreCaseRecord() = default;
 ScoreClsResult::~ScoreClsResult() = default;
 ScoreDictVar::~ScoreDictVar() = default;

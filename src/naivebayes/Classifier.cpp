@@ -1,32 +1,41 @@
 #include "naivebayes/Classifier.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <numeric>
 #include <ostream>
 #include <typeinfo>
 #include <utility>
 
+#include "framework/MCMV.h"
+#include "naivebayes/DensityFactor.h"
 #include "naivebayes/Dump.h"
 #include "naivebayes/Existing.h"
 #include "naivebayes/NBCatNumericEncoder.h"
 #include "naivebayes/NBCatStringEncoder.h"
 #include "naivebayes/NBinningEncoder.h"
 #include "naivebayes/Smoothing.h"
+#include "naivebayes/StandardFactors.h"
+#include "naivebayes/StandardProduct.h"
 
 namespace nbscore {
 namespace {
 
-const ScoreValue* FindValue(const ScoreCaseRecord& record, bool indexed, const ScoreCaseRecord* derivedRecord,
-                            const ScoreDictVar& var) {
+struct FoundValue {
+    const ScoreValue* value;
+    bool isDerived;
+};
+
+FoundValue FindValue(const ScoreCaseRecord& record, bool indexed, const ScoreCaseRecord* derivedRecord,
+                     const ScoreDictVar& var) {
     const ScoreValue* value = indexed ? record.GetValueByIndex(var.GetIndex()) : record.GetValueByName(var.GetName());
-    if (value == nullptr && derivedRecord != nullptr) value = derivedRecord->GetValueByName(var.GetName());
-    return value;
+    if (value != nullptr || derivedRecord == nullptr) return {value, false};
+    return {derivedRecord->GetValueByName(var.GetName()), true};
 }
 
-/// Only a continuous variable leaves its missing values out: a categorical one has them coded like any other.
-bool IsLeftOut(const ScoreDictVar& var, const ScoreValue* value) {
-    return var.GetMeasureLevel() == ScoreDictVar::Continuous && var.IsMissingValue(value);
+bool IsNotANumber(const ScoreValue& value) {
+    return value.GetType() == ScoreValue::Numeric && std::isnan(value.GetDouble());
 }
 
 InputDescription::Kind KindOf(const INBVeskEncoder& encoder) {
@@ -37,6 +46,30 @@ InputDescription::Kind KindOf(const INBVeskEncoder& encoder) {
             return InputDescription::Numbers;
         default:
             return InputDescription::Texts;
+    }
+}
+
+void DisplayDensities(std::ostream& out, std::span<const Density> densities) {
+    for (std::size_t k = 0; k < densities.size(); ++k) {
+        const auto& [kind, first, second] = densities[k];
+        out << "Target category " << k << ": ";
+        switch (kind) {
+            case Density::Gaussian:
+            case Density::Any:
+                out << (kind == Density::Any ? "any distribution" : "Gaussian") << " with mean = " << DumpNumber(first)
+                    << ", variance = " << DumpNumber(second);
+                break;
+            case Density::Poisson:
+                out << "Poisson with mean = " << DumpNumber(first);
+                break;
+            case Density::Uniform:
+                out << "uniform from " << DumpNumber(first) << " to " << DumpNumber(second);
+                break;
+            case Density::None:
+                out << "no distribution";
+                break;
+        }
+        out << std::endl;
     }
 }
 
@@ -68,7 +101,7 @@ void LayOpenEncoder(const INBVeskEncoder& encoder, PredictorTables& predictor) {
 }  // namespace
 
 std::vector<double> Classifier::ComputePriors() const {
-    return SmoothPriors(targetCounts, threshold);
+    return rule == ScoringRule::Standard ? StandardPriors(targetCounts) : SmoothPriors(targetCounts, threshold);
 }
 
 void Classifier::AddPredictor(const std::string& name, const ScoreDictVar* var) {
@@ -82,8 +115,23 @@ void Classifier::AddEncoder(std::unique_ptr<INBVeskEncoder> encoder) {
 
 void Classifier::AddTable(const NBayesInputBase::Matrix& counts) {
     auto table = std::make_unique<NBayesInputBase>();
-    table->SetCounts(threshold, counts);
+    if (rule == ScoringRule::Standard) {
+        table->SetStandardCounts(threshold, counts);
+    } else {
+        table->SetCounts(threshold, counts);
+    }
     tables.push_back(std::move(table));
+}
+
+void Classifier::AddDensities(std::vector<Density> byTargetCategory) {
+    encoders.emplace_back();
+    tables.emplace_back();
+    densities.resize(predictorNames.size());
+    densities.back() = std::move(byTargetCategory);
+}
+
+std::span<const Density> Classifier::DensitiesOf(std::size_t predictor) const {
+    return predictor < densities.size() ? std::span<const Density>(densities[predictor]) : std::span<const Density>();
 }
 
 void Classifier::RemovePredictors() {
@@ -91,22 +139,42 @@ void Classifier::RemovePredictors() {
     predictorVars.clear();
     encoders.clear();
     tables.clear();
+    densities.clear();
 }
 
-EncodedCase Classifier::Encode(const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord) const {
-    EncodedCase encoded;
+bool Classifier::IsLeftOut(const ScoreDictVar& var, const ScoreValue& value, bool isDerived) const {
+    if (rule == ScoringRule::Standard) return isDerived && (var.IsMissingValue(&value) || IsNotANumber(value));
+    // Only a continuous variable leaves its missing values out: a categorical one has them coded like any other.
+    return var.GetMeasureLevel() == ScoreDictVar::Continuous && var.IsMissingValue(&value);
+}
+
+int Classifier::EncodeValue(std::size_t predictor, const ScoreValue& value, EncodedCase& encoded) const {
+    const std::span<const Density> ofPredictor = DensitiesOf(predictor);
+    if (ofPredictor.empty()) return Existing(encoders[predictor].get()).GetCategory(&value);
+    const double number = value.GetDouble();
+    if (MCMV::IsMissing(number) || !SpeakOf(ofPredictor, number)) return EncodedCase::noCode;
+    encoded.numbers[predictor] = number;
+    return 0;
+}
+
+void Classifier::Encode(const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord, EncodedCase& encoded,
+                        std::vector<CaseFacts::Unknown>* unknown) const {
     encoded.codes.assign(predictorNames.size(), EncodedCase::noCode);
+    encoded.numbers.resize(densities.size());
+    encoded.usable = 0;
     const bool indexed = record.IsIndexed();
     for (std::size_t j = 0; j < predictorNames.size(); ++j) {
         const ScoreDictVar& var = Existing(predictorVars[j]);
-        const ScoreValue* value = FindValue(record, indexed, derivedRecord, var);
-        if (value == nullptr || IsLeftOut(var, value)) continue;
-        const int code = Existing(encoders[j].get()).GetCategory(value);
-        if (code < 0) continue;
-        encoded.codes[j] = code;
-        ++encoded.usable;
+        const auto [value, isDerived] = FindValue(record, indexed, derivedRecord, var);
+        if (value == nullptr || IsLeftOut(var, *value, isDerived)) continue;
+        const int code = EncodeValue(j, *value, encoded);
+        if (code >= 0) {
+            encoded.codes[j] = code;
+            ++encoded.usable;
+        } else if (unknown != nullptr) {
+            unknown->push_back({&predictorNames[j], value->GetString()});
+        }
     }
-    return encoded;
 }
 
 void Classifier::ComputePosteriors(const EncodedCase& encoded, std::span<double> posteriors) const {
@@ -125,6 +193,21 @@ void Classifier::ComputePosteriors(const EncodedCase& encoded, std::span<double>
         posterior /= sum;
 }
 
+bool Classifier::ComputePosteriors(const EncodedCase& encoded, StandardProduct& product,
+                                   std::span<double> posteriors) const {
+    product.Begin(priors);
+    for (std::size_t j = 0; j < tables.size(); ++j) {
+        const int code = encoded.codes[j];
+        if (code < 0) continue;
+        if (const std::span<const Density> ofPredictor = DensitiesOf(j); !ofPredictor.empty()) {
+            product.MultiplyBy(ofPredictor, encoded.numbers[j], threshold, floor);
+        } else {
+            product.MultiplyBy(tables[j]->GetProbabilities()[static_cast<std::size_t>(code)]);
+        }
+    }
+    return product.Finish(posteriors);
+}
+
 ClassifierDescription Classifier::Describe() const {
     ClassifierDescription description;
     description.threshold = threshold;
@@ -132,6 +215,10 @@ ClassifierDescription Classifier::Describe() const {
     for (std::size_t j = 0; j < predictorNames.size(); ++j) {
         InputDescription& input = description.inputs.emplace_back();
         input.name = predictorNames[j];
+        if (!DensitiesOf(j).empty()) {
+            input.kind = InputDescription::Densities;
+            continue;
+        }
         if (j < encoders.size()) {
             const INBVeskEncoder& encoder = Existing(encoders[j].get());
             input.kind = KindOf(encoder);
@@ -146,9 +233,15 @@ ClassifierTables Classifier::GetTables(std::vector<double> priorsOfTables) const
     ClassifierTables open;
     open.priors = std::move(priorsOfTables);
     open.targetCounts = targetCounts;
+    open.threshold = threshold;
     for (std::size_t j = 0; j < predictorNames.size(); ++j) {
         PredictorTables& predictor = open.predictors.emplace_back();
         predictor.var = predictorVars[j];
+        if (!DensitiesOf(j).empty()) {
+            predictor.kind = PredictorTables::Densities;
+            predictor.densities = &densities[j];
+            continue;
+        }
         if (j < tables.size()) predictor.probabilities = &tables[j]->GetProbabilities();
         LayOpenEncoder(Existing(encoders[j].get()), predictor);
     }
@@ -157,8 +250,9 @@ ClassifierTables Classifier::GetTables(std::vector<double> priorsOfTables) const
 
 void Classifier::DisplayEncoders(std::ostream& out) const {
     out << "Encoders: " << std::endl;
-    for (const auto& encoder : encoders)
-        Existing(encoder.get()).Display(out);
+    for (std::size_t j = 0; j < encoders.size(); ++j) {
+        if (DensitiesOf(j).empty()) Existing(encoders[j].get()).Display(out);
+    }
 }
 
 void Classifier::DisplayTargetCounts(std::ostream& out) const {
@@ -170,7 +264,11 @@ void Classifier::DisplayPredictors(std::ostream& out) const {
     out << "Predictor variables and their stats:";
     for (std::size_t j = 0; j < predictorVars.size(); ++j) {
         if (predictorVars[j] != nullptr) predictorVars[j]->Print(out);
-        tables[j]->Display(out);
+        if (DensitiesOf(j).empty()) {
+            Existing(tables[j].get()).Display(out);
+        } else {
+            DisplayDensities(out, DensitiesOf(j));
+        }
     }
 }
 

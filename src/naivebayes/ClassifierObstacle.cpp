@@ -47,13 +47,41 @@ const ScoreValue* FindRepeated(const std::vector<ScoreValue*>& values) {
     return nullptr;
 }
 
+ScoringObstacle CategoryTwice(const Target& target, const ScoreValue& category) {
+    return {ScoringObstacle::TargetValueTwice, "The target variable " + Quoted(target.DescribeName()) +
+                                                   " declares the value " + Quoted(category.GetString()) +
+                                                   " more than once."};
+}
+
 }  // namespace
+
+ScoringObstacle Classifier::FindTargetObstacle(const Target& target) const {
+    if (target.GetVar() == nullptr) return NoTargetVariable();
+    const std::string named = "The target variable " + Quoted(target.DescribeName());
+    const std::size_t numCategories = target.GetCategories().size();
+    const std::size_t numCounts = targetCounts.size();
+    if (numCategories == 0) return {ScoringObstacle::TargetValuesMissing, named + " declares no values."};
+    if (numCounts == 0) return {ScoringObstacle::CountsMissing, named + " has no counts."};
+    if (numCounts > numCategories) {
+        return Mismatch(named + " declares " + CountedNoun(numCategories, "value") + ", but the model has " +
+                        CountedNoun(numCounts, "target count") + ".");
+    }
+    // By the smoothed rule that matters only where predictors multiply, and a value that is declared twice never does.
+    if (rule == ScoringRule::Smoothed) return {};
+    if (const ScoreValue* repeated = FindRepeated(target.GetCategories())) return CategoryTwice(target, *repeated);
+    return numCounts < numCategories ? FindTargetCountObstacle(target) : ScoringObstacle();
+}
 
 ScoringObstacle Classifier::FindObstacle(const Target& target) const {
     const std::size_t numPredictors = predictorNames.size();
     bool anyUsable = false;
     for (std::size_t j = 0; j < numPredictors; ++j) {
         if (ScoringObstacle obstacle = FindPredictorObstacle(j)) return obstacle;
+        if (!DensitiesOf(j).empty()) {
+            anyUsable = true;
+            if (ScoringObstacle obstacle = FindDensityObstacle(target, j)) return obstacle;
+            continue;
+        }
         const int highestCode = HighestCode(*encoders[j]);
         if (highestCode < 0) continue;
         anyUsable = true;
@@ -69,8 +97,19 @@ ScoringObstacle Classifier::FindPredictorObstacle(std::size_t predictor) const {
     const std::string named = "The predictor " + Quoted(predictorNames[predictor]);
     if (predictor >= predictorVars.size() || predictorVars[predictor] == nullptr)
         return Mismatch(named + " has no variable.");
+    if (!DensitiesOf(predictor).empty()) return {};
     if (predictor >= encoders.size() || encoders[predictor] == nullptr) return Mismatch(named + " has no encoder.");
     return {};
+}
+
+ScoringObstacle Classifier::FindDensityObstacle(const Target& target, std::size_t predictor) const {
+    const std::size_t numCategories = target.GetCategories().size();
+    if (targetCounts.size() < numCategories) return FindTargetCountObstacle(target);
+    const std::size_t numDensities = DensitiesOf(predictor).size();
+    if (numDensities >= numCategories) return {};
+    return Mismatch("The predictor " + Quoted(predictorNames[predictor]) + " has densities for " +
+                    CountedNoun(numDensities, "target value") + " only, but the target variable " +
+                    Quoted(target.DescribeName()) + " declares " + std::to_string(numCategories) + ".");
 }
 
 /// Of a predictor that some case has a code for.
@@ -102,10 +141,7 @@ ScoringObstacle Classifier::FindTableObstacle(const Target& target, std::size_t 
 
 ScoringObstacle Classifier::FindTargetCountObstacle(const Target& target) const {
     const std::string declares = "The target variable " + Quoted(target.DescribeName()) + " declares ";
-    if (const ScoreValue* repeated = FindRepeated(target.GetCategories())) {
-        return {ScoringObstacle::TargetValueTwice,
-                declares + "the value " + Quoted(repeated->GetString()) + " more than once."};
-    }
+    if (const ScoreValue* repeated = FindRepeated(target.GetCategories())) return CategoryTwice(target, *repeated);
     return Mismatch(declares + CountedNoun(target.GetCategories().size(), "value") + ", but the model has only " +
                     CountedNoun(targetCounts.size(), "target count") + ".");
 }

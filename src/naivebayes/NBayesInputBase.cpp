@@ -8,6 +8,7 @@
 #include "framework/MCMV.h"
 #include "naivebayes/Dump.h"
 #include "naivebayes/Smoothing.h"
+#include "naivebayes/StandardFactors.h"
 
 namespace {
 
@@ -37,14 +38,25 @@ int NBayesInputBase::SetSize(int categories, int targetCategories) {
 }
 
 int NBayesInputBase::SetCounts(double threshold, const Matrix& newCounts) {
+    TakeCounts(newCounts);
+    ComputeProbabilities(threshold);
+    return 0;
+}
+
+void NBayesInputBase::SetStandardCounts(double threshold, const Matrix& newCounts) {
+    if (newCounts.empty()) return;
+    TakeCounts(newCounts);
+    numNonEmptyCategories = nbscore::CountNonEmptyRows(counts);
+    nbscore::StandardConditionals(counts, threshold, probabilities);
+}
+
+void NBayesInputBase::TakeCounts(const Matrix& newCounts) {
     std::size_t longest = newCounts[0].size();
     for (const std::vector<double>& row : newCounts)
         longest = std::max(longest, row.size());
 
     counts = newCounts;
     SetSize(static_cast<int>(newCounts.size()), static_cast<int>(longest));
-    ComputeProbabilities(threshold);
-    return 0;
 }
 
 int NBayesInputBase::ComputeProbabilities(double threshold) {

@@ -29,6 +29,8 @@ public:
     /// Takes the counts (rows shorter than the longest are padded with zeros) and computes the probabilities.
     /// Always 0. No rows at all is a caller's error and stops the process.
     int SetCounts(double threshold, const Matrix& newCounts);
+    /// The same, by another rule than that which stands above (StandardFactors.h). Of no rows at all there is nothing.
+    void SetStandardCounts(double threshold, const Matrix& newCounts);
     /// Computes the probabilities from the counts; the number of non-empty categories.
     int ComputeProbabilities(double threshold);
     /// Writes the table as text for people.
@@ -42,6 +44,8 @@ public:
     const Matrix& GetProbabilities() const { return probabilities; }
 
 private:
+    void TakeCounts(const Matrix& newCounts);
+
     int numCategories = -1;
     int numNonEmptyCategories = 0;
     int numTargetCategories = -1;

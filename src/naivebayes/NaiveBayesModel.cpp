@@ -1,14 +1,9 @@
 #include "naivebayes/NaiveBayesModel.h"
 
 #include <cstddef>
-#include <memory>
 #include <ostream>
 #include <span>
 
-#include "framework/CountedNoun.h"
-#include "framework/NumericValue.h"
-#include "framework/StringValue.h"
-#include "naivebayes/BorrowedText.h"
 #include "naivebayes/Dump.h"
 #include "naivebayes/Existing.h"
 #include "naivebayes/NaiveBayesClsResult.h"
@@ -23,33 +18,6 @@ ScoreClsResult& ResultToFill(ScoreResult*& result, const ScoreDictVar* target) {
         if (auto* reusable = dynamic_cast<ScoreClsResult*>(result)) return *reusable;
     }
     return nbscore::ReplaceResult<NaiveBayesClsResult>(result, target);
-}
-
-/// Changes the prediction object that a result has already; false when it is none of the class that the
-/// target's storage asks for.
-bool UpdatePrediction(ScoreValue* prediction, bool numeric, const ScoreValue& category) {
-    if (numeric) {
-        auto* number = dynamic_cast<NumericValue*>(prediction);
-        if (number == nullptr) return false;
-        number->SetDoubleValue(category.GetDouble());
-        return true;
-    }
-    auto* text = dynamic_cast<StringValue*>(prediction);
-    if (text == nullptr) return false;
-    text->SetString(nbscore::BorrowedText(category).Get());
-    return true;
-}
-
-std::unique_ptr<ScoreValue> MakePrediction(bool numeric, const ScoreValue& category) {
-    if (numeric) return std::make_unique<NumericValue>(category.GetDouble());
-    return std::make_unique<StringValue>(category.GetString());
-}
-
-void SetPredictedValue(ScoreResult& result, const ScoreDictVar& target, const ScoreValue& category) {
-    const bool numeric = target.GetStorageType() == ScoreDictVar::NumericStorage;
-    ScoreValue* prediction = nbscore::ChangeablePrediction(result);
-    if (prediction != nullptr && UpdatePrediction(prediction, numeric, category)) return;
-    nbscore::ReplacePrediction(result, MakePrediction(numeric, category));
 }
 
 }  // namespace
@@ -135,7 +103,8 @@ void NaiveBayesModel::SetUpDictVarIndex(const ScoreCaseRecord* record, bool deri
 // A case without any usable predictor keeps the priors as they stand.
 std::vector<double> NaiveBayesModel::ComputeProbabilities(const ScoreCaseRecord& record,
                                                           const ScoreCaseRecord* derivedRecord) const {
-    const nbscore::EncodedCase encoded = classifier.Encode(record, derivedRecord);
+    nbscore::EncodedCase encoded;
+    classifier.Encode(record, derivedRecord, encoded);
     std::vector<double> probabilities = classifier.GetPriors();
     if (encoded.usable > 0) {
         classifier.ComputePosteriors(encoded, std::span(probabilities).first(target.GetCategories().size()));
@@ -152,7 +121,7 @@ void NaiveBayesModel::FillResult(ScoreClsResult& result, const std::vector<doubl
             result.AddValuePercent(categories[k], probabilities[k]);
     }
     const ScoreValue& predicted = nbscore::Existing(categories[best]);
-    SetPredictedValue(result, nbscore::Existing(target.GetVar()), predicted);
+    nbscore::SetPredictedValue(result, nbscore::Existing(target.GetVar()), predicted);
 }
 
 void NaiveBayesModel::Display(std::ostream& out) const {
@@ -175,24 +144,8 @@ void NaiveBayesModel::Display(std::ostream& out) const {
 }
 
 nbscore::ScoringObstacle NaiveBayesModel::FindScoringObstacle() const {
-    if (nbscore::ScoringObstacle obstacle = FindTargetObstacle()) return obstacle;
+    if (nbscore::ScoringObstacle obstacle = classifier.FindTargetObstacle(target)) return obstacle;
     return classifier.FindObstacle(target);
-}
-
-nbscore::ScoringObstacle NaiveBayesModel::FindTargetObstacle() const {
-    using nbscore::ScoringObstacle;
-    if (target.GetVar() == nullptr) return nbscore::NoTargetVariable();
-    const std::string named = "The target variable \"" + target.DescribeName() + "\"";
-    const std::size_t numCategories = target.GetCategories().size();
-    const std::size_t numCounts = classifier.GetTargetCounts().size();
-    if (numCategories == 0) return {ScoringObstacle::TargetValuesMissing, named + " declares no values."};
-    if (numCounts == 0) return {ScoringObstacle::CountsMissing, named + " has no counts."};
-    if (numCounts > numCategories) {
-        return {ScoringObstacle::Other, named + " declares " + nbscore::CountedNoun(numCategories, "value") +
-                                            ", but the model has " + nbscore::CountedNoun(numCounts, "target count") +
-                                            "."};
-    }
-    return {};
 }
 
 nbscore::ModelDescription NaiveBayesModel::Describe() const {

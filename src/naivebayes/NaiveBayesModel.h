@@ -75,7 +75,6 @@ private:
     void SetUpDictVarIndex(const ScoreCaseRecord* record, bool derivedInRecord);
     std::vector<double> ComputeProbabilities(const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord) const;
     void FillResult(ScoreClsResult& result, const std::vector<double>& probabilities) const;
-    nbscore::ScoringObstacle FindTargetObstacle() const;
 
     nbscore::Target target;
     nbscore::Classifier classifier;

@@ -1,6 +1,9 @@
 #include "naivebayes/ScoringCall.h"
 
 #include "framework/BaseDictionary.h"
+#include "framework/NumericValue.h"
+#include "framework/StringValue.h"
+#include "naivebayes/BorrowedText.h"
 
 namespace nbscore {
 namespace {
@@ -8,6 +11,26 @@ namespace {
 void AddCopy(ScoreDictionary& dictionary, const ScoreDictVar& var) {
     const std::string name = var.GetName();  // before there is a copy that could be lost
     dictionary.AddVar(name, var.Clone());
+}
+
+/// Changes the prediction object that a result has already; false when it is none of the class that the
+/// target's storage asks for.
+bool UpdatePrediction(ScoreValue* prediction, bool numeric, const ScoreValue& category) {
+    if (numeric) {
+        auto* number = dynamic_cast<NumericValue*>(prediction);
+        if (number == nullptr) return false;
+        number->SetDoubleValue(category.GetDouble());
+        return true;
+    }
+    auto* text = dynamic_cast<StringValue*>(prediction);
+    if (text == nullptr) return false;
+    text->SetString(nbscore::BorrowedText(category).Get());
+    return true;
+}
+
+std::unique_ptr<ScoreValue> MakePrediction(bool numeric, const ScoreValue& category) {
+    if (numeric) return std::make_unique<NumericValue>(category.GetDouble());
+    return std::make_unique<StringValue>(category.GetString());
 }
 
 }  // namespace
@@ -63,6 +86,13 @@ ScoreValue* ChangeablePrediction(const ScoreResult& result) {
 void ReplacePrediction(ScoreResult& result, std::unique_ptr<ScoreValue> prediction) {
     const std::unique_ptr<ScoreValue> replaced(ChangeablePrediction(result));
     result.SetPrediction(prediction.release());
+}
+
+void SetPredictedValue(ScoreResult& result, const ScoreDictVar& target, const ScoreValue& category) {
+    const bool numeric = target.GetStorageType() == ScoreDictVar::NumericStorage;
+    ScoreValue* prediction = ChangeablePrediction(result);
+    if (prediction != nullptr && UpdatePrediction(prediction, numeric, category)) return;
+    ReplacePrediction(result, MakePrediction(numeric, category));
 }
 
 }  // namespace nbscore

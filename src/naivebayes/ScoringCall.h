@@ -37,12 +37,12 @@ const ScoreCaseRecord* ComputeDerivedValues(const ScoreModel& model, bool needed
 /// @param target may be null: there is none.
 ScoreDictionary* CopyVarsOfRole(const ScoreModel& model, const ScoreDictVar* target, ScoreModel::VarRole role);
 
-/// Puts a new result for this target in the place of the caller's, which is deleted. Where making it fails, the
-/// caller keeps what it had.
+/// Puts a new result, made of these arguments, in the place of the caller's, which is deleted. Where making it fails,
+/// the caller keeps what it had.
 /// @param result may be null on entry; the caller owns what it points to afterwards.
-template <typename Result>
-Result& ReplaceResult(ScoreResult*& result, const ScoreDictVar* target) {
-    auto fresh = std::make_unique<Result>(target);
+template <typename Result, typename... Arguments>
+Result& ReplaceResult(ScoreResult*& result, const Arguments&... arguments) {
+    auto fresh = std::make_unique<Result>(arguments...);
     Result& replacement = *fresh;
     delete result;
     result = fresh.release();
@@ -54,5 +54,9 @@ ScoreValue* ChangeablePrediction(const ScoreResult& result);
 
 /// Gives a result a prediction in the place of the one it has, which is deleted here: SetPrediction forgets it.
 void ReplacePrediction(ScoreResult& result, std::unique_ptr<ScoreValue> prediction);
+
+/// Makes a category a result's prediction, as a number or a text, whichever the target holds. A prediction of that class
+/// is changed in place.
+void SetPredictedValue(ScoreResult& result, const ScoreDictVar& target, const ScoreValue& category);
 
 }  // namespace nbscore

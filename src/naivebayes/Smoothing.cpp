@@ -18,14 +18,14 @@ std::vector<double> ColumnTotals(const Matrix& counts, std::size_t columns) {
     return totals;
 }
 
+}  // namespace
+
 int CountNonEmptyRows(const Matrix& counts) {
     const auto isNonEmpty = [](const std::vector<double>& row) {
         return std::accumulate(row.begin(), row.end(), 0.0) > 0.0;
     };
     return static_cast<int>(std::count_if(counts.begin(), counts.end(), isNonEmpty));
 }
-
-}  // namespace
 
 std::vector<double> SmoothPriors(const std::vector<double>& targetCounts, double threshold) {
     const auto categories = static_cast<double>(targetCounts.size());

@@ -8,6 +8,9 @@
 
 namespace nbscore {
 
+/// How many rows have a total above zero.
+int CountNonEmptyRows(const std::vector<std::vector<double>>& counts);
+
 /// The prior of each target category: (t + n_k) / (K * t + 1 / t), with n_k the counts and K their number. The
 /// denominator is K * t + 1 / t and not the total count, on purpose: the priors are only compared and normalised,
 /// where a common factor cancels. With t = 0 every prior is 0.

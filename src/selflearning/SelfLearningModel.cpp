@@ -199,7 +199,8 @@ double SelfLearningModel::GetScoreFromModel(const ScoreCaseRecord* record, const
     const double prior = priors[scoredCategory];
     if (priors[0] == 0.0 || prior == 0.0) return prior;
 
-    const nbscore::EncodedCase encoded = classifier.Encode(Existing(record), derivedRecord);
+    nbscore::EncodedCase encoded;
+    classifier.Encode(Existing(record), derivedRecord, encoded);
     if (encoded.usable < 1) return prior;
 
     std::vector<double> posteriors(target.GetCategories().size());

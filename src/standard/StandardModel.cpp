@@ -1,0 +1,248 @@
+#include "standard/StandardModel.h"
+
+#include <algorithm>
+#include <optional>
+#include <ostream>
+#include <set>
+#include <utility>
+
+#include "framework/CountedNoun.h"
+#include "framework/DerivedFieldSources.h"
+#include "naivebayes/Dump.h"
+#include "naivebayes/Existing.h"
+#include "naivebayes/PredictedCategory.h"
+#include "naivebayes/ScoringCall.h"
+
+StandardModel::StandardModel() = default;
+
+StandardModel::~StandardModel() = default;
+
+void StandardModel::SetPredictionOnly(bool only) {
+    predictionOnly = only;
+}
+
+bool StandardModel::GetPredictionOnly() const {
+    return predictionOnly;
+}
+
+ScoreModel::ModelType StandardModel::GetModelType() {
+    return ScoreModel::NaiveBayesModel;
+}
+
+ScoreDictionary* StandardModel::GetVarsOfRole(VarRole role) const {
+    return nbscore::CopyVarsOfRole(*this, target.GetVar(), role);
+}
+
+void StandardModel::SetDensityFloor(nbscore::DensityFloor floor) {
+    classifier.SetDensityFloor(floor);
+}
+
+void StandardModel::SetThreshold(double threshold) {
+    classifier.SetThreshold(threshold);
+}
+
+void StandardModel::SetTargetVar(const ScoreDictVar* targetVar) {
+    target.Set(targetVar);
+}
+
+void StandardModel::SetTargetCounts(const std::vector<double>& counts) {
+    classifier.SetTargetCounts(counts);
+    classifier.SetPriors();
+}
+
+void StandardModel::AddTable(const std::string& name, const ScoreDictVar* var, std::unique_ptr<INBVeskEncoder> encoder,
+                             const NBayesInputBase::Matrix& counts) {
+    NoteReading(var);
+    classifier.AddPredictor(name, var);
+    classifier.AddEncoder(std::move(encoder));
+    classifier.AddTable(counts);
+}
+
+void StandardModel::AddDensities(const std::string& name, const ScoreDictVar* var,
+                                 std::vector<nbscore::Density> byTargetCategory) {
+    NoteReading(var);
+    classifier.AddPredictor(name, var);
+    classifier.AddDensities(std::move(byTargetCategory));
+}
+
+void StandardModel::NoteReading(const ScoreDictVar* var) {
+    if (var == nullptr) return;
+    const std::string name = var->GetName();
+    const TransformationDictionary* derived = GetTransformationDictionary();
+    if (derived != nullptr && derived->GetVar(name) == var) {
+        derivedFieldsRead.insert(name);
+        return;
+    }
+    dataFieldsRead.insert(name);
+    NoteSlot(name, fields.Require(*var));
+}
+
+void StandardModel::AddTreatment(const ScoreDictVar* field, nbscore::FieldTreatment treatment) {
+    if (field != nullptr) NoteSlot(field->GetName(), fields.Set(*field, std::move(treatment)));
+}
+
+// The records that the classifier sees have positions of their own.
+void StandardModel::NoteSlot(const std::string& field, std::size_t slot) {
+    ScoreDictVar* var = GetDictionary() != nullptr ? GetDictionary()->GetVar(field) : nullptr;
+    if (var != nullptr) var->SetIndex(static_cast<int>(slot));
+}
+
+void StandardModel::SetTargetPriors(std::vector<double> priors) {
+    targetPriors = std::move(priors);
+}
+
+void StandardModel::SetOutputs(std::unique_ptr<const nbscore::OutputFields> newOutputs) {
+    outputs = std::move(newOutputs);
+}
+
+MCScore::MCStatus StandardModel::GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool derivedInRecord) {
+    const ScoreCaseRecord& caseRecord = nbscore::Existing(record);
+    if (caseRecord.IsIndexed()) positionsReady.Do([&] { fields.NotePositions(caseRecord); });
+    auto* reused = dynamic_cast<StandardResult*>(result);
+    if (reused == nullptr || !reused->IsOf(*this)) {
+        reused = &nbscore::ReplaceResult<StandardResult>(result, *this, target.GetVar());
+    }
+    ScoreInto(*reused, caseRecord, derivedInRecord);
+    return MCScore::MCStatus();
+}
+
+void StandardModel::ScoreInto(StandardResult& result, const ScoreCaseRecord& record, bool derivedInRecord) const {
+    using nbscore::CaseOutcome;
+    nbscore::CaseFacts& facts = result.facts;
+    facts.field.clear();
+    facts.usable = 0;
+    facts.unknown.clear();
+
+    if (const auto* invalid = result.treated.Fill(fields, record, record.IsIndexed())) {
+        facts.outcome = CaseOutcome::InvalidValue;
+        facts.field = invalid->name;
+        FillWithoutResult(result);
+        return;
+    }
+    facts.outcome = ComputeProbabilities(result, derivedInRecord) ? CaseOutcome::Scored : CaseOutcome::NothingPossible;
+    if (facts.outcome == CaseOutcome::Scored) {
+        Fill(result, result.probabilities);
+    } else {
+        FillWithoutResult(result);
+    }
+}
+
+bool StandardModel::ComputeProbabilities(StandardResult& result, bool derivedInRecord) const {
+    const ScoreCaseRecord* derived =
+        nbscore::ComputeDerivedValues(*this, !derivedFieldsRead.empty(), &result.treated, derivedInRecord);
+    // The case's own record may bring derived values along.
+    if (derived == nullptr) derived = &result.treated;
+    classifier.Encode(result.treated, derived, result.encoded, &result.facts.unknown);
+    result.facts.usable = static_cast<std::size_t>(result.encoded.usable);
+    result.probabilities.resize(target.GetCategories().size());
+    return classifier.ComputePosteriors(result.encoded, result.product, result.probabilities);
+}
+
+void StandardModel::Fill(StandardResult& result, std::span<const double> probabilities) const {
+    const std::vector<ScoreValue*>& categories = target.GetCategories();
+    // Ties go to the first.
+    const std::size_t best = nbscore::predicted_category::FirstHighest(probabilities);
+    if (predictionOnly) {
+        result.RemoveValuePercent();
+        result.SetConfidence(-1.0);
+    } else {
+        for (std::size_t k = 0; k < probabilities.size(); ++k)
+            result.AddValuePercent(categories[k], probabilities[k]);
+        result.SetConfidence(probabilities[best]);
+    }
+    nbscore::SetPredictedValue(result, nbscore::Existing(target.GetVar()), nbscore::Existing(categories[best]));
+}
+
+void StandardModel::FillWithoutResult(StandardResult& result) const {
+    if (targetPriors.empty()) {
+        result.Empty();
+    } else {
+        Fill(result, targetPriors);
+    }
+}
+
+void StandardModel::Display(std::ostream& out) const {
+    out << "\nBegin Display of StandardModel." << std::endl;
+    out << "Scoring rule: standard" << std::endl;
+    out << "Input variable names: ";
+    nbscore::DumpList(out, classifier.GetPredictorNames());
+    out << std::endl;
+    out << "Threshold value = " << nbscore::DumpNumber(classifier.GetThreshold()) << " Only prediction? "
+        << nbscore::DumpFlag(predictionOnly) << "." << std::endl;
+    classifier.DisplayEncoders(out);
+    target.Display(out);
+    out << std::endl;
+    classifier.DisplayTargetCounts(out);
+    out << std::endl;
+    out << "Target probabilities: ";
+    nbscore::DumpList(out, classifier.GetPriors());
+    out << std::endl;
+    out << "Treated fields: ";
+    for (const auto& field : fields.GetAll())
+        out << field.name << " ";
+    out << std::endl;
+    classifier.DisplayPredictors(out);
+    out << "End of StandardModel display." << std::endl;
+}
+
+nbscore::ScoringObstacle StandardModel::FindScoringObstacle() const {
+    using nbscore::ScoringObstacle;
+    if (ScoringObstacle obstacle = classifier.FindTargetObstacle(target)) return obstacle;
+    const std::size_t numCategories = target.GetCategories().size();
+    if (!targetPriors.empty() && targetPriors.size() != numCategories) {
+        return {ScoringObstacle::Other, "The target variable \"" + target.DescribeName() + "\" declares " +
+                                            nbscore::CountedNoun(numCategories, "value") + ", but " +
+                                            std::to_string(targetPriors.size()) + " of them have a prior probability."};
+    }
+    return classifier.FindObstacle(target);
+}
+
+nbscore::ModelDescription StandardModel::Describe() const {
+    return {.target = target.DescribeName(),
+            .targetCategories = target.DescribeCategories(),
+            .classifiers = {classifier.Describe()}};
+}
+
+nbscore::ModelTables StandardModel::GetTables() const {
+    nbscore::ModelTables tables;
+    tables.rule = nbscore::ScoringRule::Standard;
+    tables.densityFloor = classifier.GetDensityFloor();
+    tables.readsDerivedFields = !derivedFieldsRead.empty();
+    tables.target = target.GetVar();
+    tables.targetCategories = {target.GetCategories().begin(), target.GetCategories().end()};
+    tables.classifiers.push_back(classifier.GetTables(classifier.GetPriors()));
+    for (const auto& field : fields.GetAll())
+        tables.treatedFields.push_back({field.var, &field.treatment});
+    tables.targetPriors = targetPriors;
+    return tables;
+}
+
+std::vector<nbscore::OutputColumn> StandardModel::GetOutputColumns() const {
+    return outputs ? outputs->GetColumns() : std::vector<nbscore::OutputColumn>();
+}
+
+void StandardModel::ComputeOutputs(const ScoreCaseRecord& record, const ScoreResult& result,
+                                   std::vector<nbscore::OutputValue>& values) const {
+    if (outputs) {
+        outputs->Compute(*this, record, result, values);
+    } else {
+        values.clear();
+    }
+}
+
+std::vector<std::string> StandardModel::GetOptionalFields() const {
+    std::set<std::string> required = dataFieldsRead;
+    if (GetTransformationDictionary() != nullptr) {
+        if (auto read = nbscore::FindFieldsOfDerivedFields(*GetTransformationDictionary(), derivedFieldsRead)) {
+            required.merge(*read);
+        }
+    }
+    std::vector<std::string> optional;
+    const auto add = [&](const std::string& name) {
+        if (required.insert(name).second) optional.push_back(name);
+    };
+    for (const auto& field : fields.GetAll())
+        add(field.name);
+    if (outputs) std::ranges::for_each(outputs->GetFieldsRead(), add);
+    return optional;
+}
