@@ -60,11 +60,14 @@ ScoreDictionary* PMMLTranslator::ParseDictionary(nbscore::Element dataDictionary
     return ReadDictionary(dataDictionary, converter, addField);
 }
 
-ScoreDictionary* PMMLTranslator::ParseDictionary(nbscore::Element dataDictionary, nbscore::FieldFaults& faults) {
+ScoreDictionary* PMMLTranslator::ParseDictionary(nbscore::Element dataDictionary, nbscore::FieldFaults& faults,
+                                                 const Optypes& optypes) {
     const Transcoder& converter = TranscoderOf(*this);
     const auto addField = [&](BaseDictionary& dictionary, nbscore::Element field, const std::string& name) {
         std::optional<nbscore::FieldFaults::Fault> fault;
-        auto variable = nbscore::ReadFieldDeclaration(field, name, converter, fault);
+        nbscore::DeclaredElsewhere instead;
+        if (const auto optype = optypes.find(name); optype != optypes.end()) instead.optype = optype->second;
+        auto variable = nbscore::ReadFieldDeclaration(field, name, converter, fault, instead);
         // Of several declarations the first counts.
         if (dictionary.AddVar(name, variable.release()) && fault) faults.Add(name, *fault);
     };

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <functional>
+#include <map>
 #include <string>
+#include <string_view>
 
 #include "framework/Export.h"
 #include "framework/ScoreDictionary.h"
@@ -49,9 +52,13 @@ public:
     const std::string& GetDocumentName() const { return documentName; }
 
 protected:
+    using Optypes = std::map<std::string, std::string_view, std::less<>>;
+
     /// The same, but keeps what a field declares wrongly, so that it can be thrown where the field is used and passed
     /// over where nothing does.
-    ScoreDictionary* ParseDictionary(nbscore::Element dataDictionary, nbscore::FieldFaults& faults);
+    /// @param optypes by names of fields, what counts instead of their own.
+    ScoreDictionary* ParseDictionary(nbscore::Element dataDictionary, nbscore::FieldFaults& faults,
+                                     const Optypes& optypes = {});
 
 private:
     std::string documentName;
