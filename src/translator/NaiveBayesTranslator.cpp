@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "framework/DerivedFieldSources.h"
-#include "framework/VersionInfo.h"
 #include "pmml/DocumentParts.h"
 #include "pmml/DomDocument.h"
 #include "pmml/Refusal.h"
@@ -32,12 +31,6 @@ Element RequireDataDictionary(Element root) {
     throw RefusalAt(root,
                     root.Is(Name::PMML) ? Refusal::DataDictionaryMissing : Refusal::DataDictionaryMissingInOtherRoot,
                     {root.GetTag()});
-}
-
-/// The version of the application that wrote the document.
-std::string ReadVersion(Element application, const Transcoder& transcoder) {
-    const std::string version = AttributeText(transcoder, application, Name::version);
-    return version.empty() ? "2.1" : version;
 }
 
 /// What a document says before its model elements. Owned here until the model takes it.
@@ -109,7 +102,7 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(const DocumentTree& document, co
     if (!root) throw MakeRefusal(Refusal::RootMissing);
     const ModelsRead models = FindModelsRead(root);
     DocumentHead head;
-    head.version = std::make_unique<VersionInfo>(ReadVersion(FindApplication(root), narrowing));
+    head.version = ParseVersion(root);
 
     const Element dataDictionary = RequireDataDictionary(root);
     FieldFaults faults;
