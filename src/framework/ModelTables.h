@@ -65,9 +65,9 @@ struct ModelTables {
     /// Of a single model one; of a set one for each sub-model, in order.
     std::vector<ClassifierTables> classifiers;
     /// The data fields whose values are treated, by the standard's rule; each once.
-    std::vector<TreatedFieldTables> treatedFields;
+    std::vector<TreatedFieldTables> treatedFields = {};
     /// By the standard's rule, the probabilities of a case without a result; empty where it has none.
-    std::vector<double> targetPriors;
+    std::vector<double> targetPriors = {};
 };
 
 }  // namespace nbscore

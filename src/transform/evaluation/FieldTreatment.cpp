@@ -17,15 +17,15 @@ using Treated = FieldTreatment::Treated;
 using Kind = FieldTreatment::Kind;
 
 Treated NumberValue(double number) {
-    return {.kind = Kind::Value, .isNumber = true, .number = number};
+    return {Kind::Value, true, number, {}};
 }
 
 Treated TextValue(std::string_view text) {
-    return {.kind = Kind::Value, .text = text};
+    return {Kind::Value, false, 0.0, text};
 }
 
-constexpr Treated missingValue{.kind = Kind::Missing};
-constexpr Treated invalidValue{.kind = Kind::Invalid};
+constexpr Treated missingValue{Kind::Missing, false, 0.0, {}};
+constexpr Treated invalidValue{Kind::Invalid, false, 0.0, {}};
 
 /// What stands in for a value. Its text stays where it is.
 Treated Replacement(const ExpressionValue& value) {
