@@ -7,6 +7,8 @@
 #include <optional>
 
 #include "framework/BaseDictionary.h"
+#include "framework/VersionInfo.h"
+#include "pmml/DocumentParts.h"
 #include "pmml/DomDocument.h"
 #include "pmml/FieldDeclarationReader.h"
 #include "pmml/Refusal.h"
@@ -72,6 +74,12 @@ ScoreDictionary* PMMLTranslator::ParseDictionary(nbscore::Element dataDictionary
         if (dictionary.AddVar(name, variable.release()) && fault) faults.Add(name, *fault);
     };
     return ReadDictionary(dataDictionary, converter, addField);
+}
+
+std::unique_ptr<ScoreVersionInfo> PMMLTranslator::ParseVersion(nbscore::Element root) {
+    const std::string version =
+        nbscore::AttributeText(TranscoderOf(*this), nbscore::FindApplication(root), nbscore::Name::version);
+    return std::make_unique<VersionInfo>(version.empty() ? "2.1" : version);
 }
 
 TransformationDictionary* PMMLTranslator::HandleTransformationDictionary(const xercesc::DOMElement* element,

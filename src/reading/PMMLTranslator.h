@@ -2,11 +2,13 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "framework/Export.h"
 #include "framework/ScoreDictionary.h"
+#include "framework/ScoreVersionInfo.h"
 #include "framework/TransformationDictionary.h"
 #include "pmml/DocumentTree.h"
 #include "reading/BaseTranslator.h"
@@ -59,6 +61,8 @@ protected:
     /// @param optypes by names of fields, what counts instead of their own.
     ScoreDictionary* ParseDictionary(nbscore::Element dataDictionary, nbscore::FieldFaults& faults,
                                      const Optypes& optypes = {});
+    /// The version of the application that wrote the document; 2.1 where it names none. Texts as above.
+    std::unique_ptr<ScoreVersionInfo> ParseVersion(nbscore::Element root);
 
 private:
     std::string documentName;

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "framework/DerivedFieldSources.h"
-#include "framework/VersionInfo.h"
 #include "framework/VeskException.h"
 #include "pmml/DocumentParts.h"
 #include "pmml/DomDocument.h"
@@ -34,12 +33,6 @@ Element RequireDataDictionary(Element root) {
     throw RefusalAt(root,
                     root.Is(Name::PMML) ? Refusal::DataDictionaryMissing : Refusal::DataDictionaryMissingInOtherRoot,
                     {root.GetTag()});
-}
-
-/// The version of the application that wrote the document.
-std::string ReadVersion(Element application, const Transcoder& transcoder) {
-    const std::string version = AttributeText(transcoder, application, Name::version);
-    return version.empty() ? "2.1" : version;
 }
 
 /// What a document says before its model elements. Owned here until the model takes it.
@@ -149,7 +142,7 @@ ScoreModel* NaiveBayesTranslator::Read(const DocumentTree& document, const std::
     if (!root) throw MakeRefusal(Refusal::RootMissing);
     const ModelsRead models = FindModelsRead(root);
     DocumentHead head;
-    head.version = std::make_unique<VersionInfo>(ReadVersion(FindApplication(root), narrowing));
+    head.version = ParseVersion(root);
 
     const Element dataDictionary = RequireDataDictionary(root);
     FieldFaults fieldFaults;
@@ -205,7 +198,7 @@ std::vector<VeskException> NaiveBayesTranslator::Survey(const DocumentTree& docu
     FaultSurvey survey(CountCells(GetLimits().GetMemory(), document.GetMemory()));
     FieldFaults fieldFaults;
     DocumentHead head;
-    head.version = std::make_unique<VersionInfo>(std::string());
+    head.version = ParseVersion(root);
     if (!survey.Try([&] { head.dictionary.reset(ParseDictionary(dataDictionary, fieldFaults)); })) {
         return survey.faults.Take();
     }
