@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <new>
+#include <string_view>
 #include <utility>
 
 #include "adapt/DocumentAdapter.h"
@@ -43,6 +44,16 @@ auto Named(const std::string& name, const Work& work) {
         owned->SetSource(name);
         throw VeskException(*owned);
     }
+}
+
+/// What documents name that this project writes.
+constexpr std::string_view ownApplication = "nbscore";
+
+bool HasOwnExtension(Element root) {
+    for (const Element extension : root.GetDescendants(Name::Extension)) {
+        if (extension.GetAttribute(Name::extender) == vendor_extension::extender) return true;
+    }
+    return false;
 }
 
 std::vector<IgnoredConstruct> PlacedIn(const std::string& name, std::vector<IgnoredConstruct> constructs) {
@@ -98,6 +109,16 @@ std::vector<IgnoredConstruct> SourceDocument::FindIgnored() const {
 
 std::vector<IgnoredConstruct> SourceDocument::FindWarnings() const {
     return PlacedIn(name, Named(name, [this] { return nbscore::FindWarnings(*document); }));
+}
+
+std::optional<std::string> SourceDocument::FindOtherProducer() const {
+    return Named(name, [this]() -> std::optional<std::string> {
+        const Element root = document->GetRoot();
+        const std::string_view application = FindApplication(root).GetAttributeOr(Name::name, {});
+        if (application.empty() || application == ownApplication) return std::nullopt;
+        if (FindModelsRead(root).selfLearning || HasOwnExtension(root)) return std::nullopt;
+        return std::string(application);
+    });
 }
 
 std::optional<std::string> SourceDocument::ReadApplicationVersion() const {

@@ -48,6 +48,10 @@ public:
     /// Only those that are warnings (FindWarnings).
     std::vector<IgnoredConstruct> FindWarnings() const;
 
+    /// The name of the application that wrote the document, where its answers are by the standard's rule as far as
+    /// can be seen: it is no application of this project, and the document has nothing that only the smoothed rule
+    /// knows (a set of sub-models, an extension of the mining schema).
+    std::optional<std::string> FindOtherProducer() const;
     /// The version of the application that wrote the document; nothing where the document does not say.
     std::optional<std::string> ReadApplicationVersion() const;
 

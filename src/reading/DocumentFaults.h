@@ -5,14 +5,17 @@
 #include "framework/Export.h"
 #include "framework/VeskException.h"
 
-/// A face that a translator may have beside ScoreTranslator: it reads on behind a fault, as far as that makes sense, and
-/// tells all that it found. To be asked for by `dynamic_cast<const DocumentFaults*>(translator)`.
+/// A face that a translator may have beside ScoreTranslator: it knows all that is wrong with a document, and not only
+/// what it refuses the document for. To be asked for by `dynamic_cast<DocumentFaults*>(translator)`.
 class SCOREFRAMEWORK_API DocumentFaults {
 public:
     virtual ~DocumentFaults();
 
-    /// What the last ParseFromTree found wrong with a document, in the order of the document: the first is what it threw.
-    /// None where it read the document, or could not parse it. A hundred at most.
+    /// From now on looks for further faults behind the first one, in what can be read without what is at fault. A
+    /// translator that always does so need not do anything here.
+    virtual void GoOnBehindFaults() {}
+    /// What the last ParseFromTree of a tree found wrong, in document order: the first is what it threw. Empty when it
+    /// found nothing, or failed for a reason that is no fault of the document's.
     virtual const std::vector<VeskException>& GetFaults() const = 0;
 
 protected:

@@ -195,13 +195,13 @@ VerifyCommand::VerifyCommand(CLI::App& parent) : Command(parent, "verify", descr
     AddChoice(app, "--format", format, {{"text", Format::Text}, {"json", Format::Json}},
               "Write lines for people (text, the default) or one JSON object (json).");
     model.DeclareReading(app);
+    model.DeclareDensities(app);
 }
 
 ExitStatus VerifyCommand::Run(Console& console) {
     const TimeLimit timeLimit(model.GetReading().GetMaxTime());
     const SourceDocument source = model.Parse(console);
-    const LoadedModel loaded = model.Read(source, console);
-    loaded.RequireScorable();
+    const LoadedModel loaded = model.ReadScorable(source, console);
     const std::vector<VerificationSuite> suites = source.ReadVerification();
     for (const VerificationSuite& suite : suites)
         TellUnusedColumns(console, suite);
