@@ -47,6 +47,7 @@ set(NBSCORE_PUBLIC_HEADERS
     selflearning/SelfLearningModel.h
     selflearning/SelfLearningResult.h
     selflearning/VectorValue.h
+    standardtranslator/GiveMyStandardTranslator.h
     translator/GiveMyTranslator.h
     translator/NaiveBayesTranslator.h
     batch/BatchScorer.h

@@ -12,6 +12,7 @@
 #include "framework/VeskException.h"
 #include "output/HostError.h"
 #include "output/MessageText.h"
+#include "pmml/RefusalTable.h"
 
 namespace nbscore {
 namespace {
@@ -34,11 +35,11 @@ std::optional<std::uint64_t> ReadByteCount(std::string_view text) {
 }  // namespace
 
 void ReadingArgument::Declare(CLI::App& app) {
-    AddChoice(app, "--rule", rule,
-              {{"smoothed", ScoringRule::Smoothed}, {"standard", ScoringRule::Standard}},
-              "Read and score by the engine's own rule, which smooths counts (smoothed, the default), or by that of the "
-              "PMML standard, which gives the answers of other producers of documents (standard). Sets of sub-models "
-              "have the smoothed rule only.");
+    AddChoice(
+        app, "--rule", rule, {{"smoothed", ScoringRule::Smoothed}, {"standard", ScoringRule::Standard}},
+        "Read and score by the engine's own rule, which smooths counts (smoothed, the default), or by that of the "
+        "PMML standard, which gives the answers of other producers of documents (standard). Sets of sub-models "
+        "have the smoothed rule only.");
     app.add_flag("--adapt", adapt,
                  "Before a document is read, rewrite what newer producers write into what is read here and means the "
                  "same, and tell each change. What cannot be rewritten without changing the meaning is refused.");
@@ -141,10 +142,10 @@ void ModelArgument::DeclareReading(CLI::App& app) {
 }
 
 void ModelArgument::DeclareDensities(CLI::App& app) {
-    AddChoice(app, "--densities", densityFloor,
-              {{"floored", DensityFloor::Threshold}, {"plain", DensityFloor::ExactZeros}},
-              "By the standard's rule, for inputs with distributions: raise densities below the threshold to it, as the "
-              "standard says (floored, the default), or only those that are exactly 0, as R predicts (plain).");
+    AddChoice(
+        app, "--densities", densityFloor, {{"floored", DensityFloor::Threshold}, {"plain", DensityFloor::ExactZeros}},
+        "By the standard's rule, for inputs with distributions: raise densities below the threshold to it, as the "
+        "standard says (floored, the default), or only those that are exactly 0, as R predicts (plain).");
 }
 
 SourceDocument ModelArgument::Parse(Console& console, bool quiet) const {
@@ -175,11 +176,14 @@ LoadedModel ModelArgument::Read(const SourceDocument& source, Console& console, 
         if (!quiet && !reading.IsRuleGiven()) TellRule(console, source);
         return model;
     } catch (VeskException& refusal) {
-        if (CanScoreByOtherRule(plugin, source, rule)) refusal.SetAdvice(AdviceToReadBy(OtherThan(rule)));
+        if (CanScoreByOtherRule(plugin, source, rule)) {
+            refusal.SetAdvice(refusal.GetAdvice() + ' ' + AdviceToReadBy(OtherThan(rule)));
+        }
         throw;
     } catch (const UnscorableModelError& error) {
         if (!CanScoreByOtherRule(plugin, source, rule)) throw;
-        VeskException refusal(VeskException::InconsistentDocument, error.what(), AdviceToReadBy(OtherThan(rule)));
+        VeskException refusal(VeskException::InconsistentDocument, error.what(),
+                              std::string(AdviceAgainst(error.GetKind())) + ' ' + AdviceToReadBy(OtherThan(rule)));
         refusal.SetSource(source.GetName());
         throw refusal;
     }
