@@ -21,7 +21,8 @@ class BatchEngine;
 /// with; each thread scores with one of its own.
 class BatchCases {
 public:
-    /// Nothing for a model that does not lay its tables open, or whose tables the batch engine cannot use.
+    /// Nothing for a model that does not lay its tables open, or whose tables the batch engine cannot use, as it
+    /// cannot where the standard's rule is to be used.
     /// @param scorable in the sense of LoadedModel::RequireScorable; need not outlive this.
     static std::optional<BatchCases> Find(const ScoreModel& scorable, bool onlyPrediction);
 
