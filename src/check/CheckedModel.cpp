@@ -77,8 +77,9 @@ private:
         for (std::size_t k = 0; k < classifier.targetCounts.size() && k < model.targetCategories.size(); ++k) {
             if (classifier.targetCounts[k] != 0.0) continue;
             Add("The target category " + QuoteForMessage(model.targetCategories[k]) + Of(classifier) +
-                    (check.rule == ScoringRule::Standard ? " was never counted: it is never predicted."
-                                                         : " was never counted: it is predicted by the threshold alone."),
+                    (check.rule == ScoringRule::Standard
+                         ? " was never counted: it is never predicted."
+                         : " was never counted: it is predicted by the threshold alone."),
                 "Count it in BayesOutput, or take its Value out of the field.");
         }
         for (const InputDescription& input : classifier.inputs)

@@ -150,8 +150,8 @@ LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const std::
     });
 }
 
-LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document,
-                              ScoringRule rule, const ReadingListeners& listeners) {
+LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document, ScoringRule rule,
+                              const ReadingListeners& listeners) {
     return ReadWith(std::move(plugin), rule, document.GetName(), [&](ScoreTranslator& translator) {
         auto* const base = dynamic_cast<BaseTranslator*>(&translator);
         if (base != nullptr) base->SetNotices(AsLinesAbout(document.GetName(), listeners.onNotice));

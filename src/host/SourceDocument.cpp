@@ -96,8 +96,9 @@ std::unique_ptr<ScoreModel> SourceDocument::Translate(ScoreTranslator& translato
     });
 }
 
-std::vector<VerificationSuite> SourceDocument::ReadVerification() const {
-    std::vector<VerificationSuite> suites = Named(name, [this] { return ReadVerificationSuites(*document); });
+std::vector<VerificationSuite> SourceDocument::ReadVerification(ScoringRule rule) const {
+    std::vector<VerificationSuite> suites =
+        Named(name, [this, rule] { return ReadVerificationSuites(*document, rule); });
     for (VerificationSuite& suite : suites)
         suite.source = name;
     return suites;

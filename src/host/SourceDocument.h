@@ -9,6 +9,7 @@
 #include "framework/Limits.h"
 #include "framework/ScoreModel.h"
 #include "framework/ScoreTranslator.h"
+#include "framework/ScoringRule.h"
 #include "ignored/IgnoredConstructs.h"
 #include "verify/VerificationSuite.h"
 
@@ -39,9 +40,9 @@ public:
     /// (which is freed).
     std::unique_ptr<ScoreModel> Translate(ScoreTranslator& translator) const;
 
-    /// The test cases in the model elements that the plug-in reads, in document order. Throws VeskException, with the
-    /// file's name (ReadVerificationSuites).
-    std::vector<VerificationSuite> ReadVerification() const;
+    /// The test cases in the model elements that the plug-in reads by the rule, in document order. Throws VeskException,
+    /// with the file's name (ReadVerificationSuites).
+    std::vector<VerificationSuite> ReadVerification(ScoringRule rule = ScoringRule::Smoothed) const;
 
     /// What scoring by the plug-in ignores in the document, in document order (FindIgnoredConstructs).
     std::vector<IgnoredConstruct> FindIgnored() const;

@@ -14,8 +14,8 @@ public:
     /// From now on looks for further faults behind the first one, in what can be read without what is at fault. A
     /// translator that always does so need not do anything here.
     virtual void GoOnBehindFaults() {}
-    /// What the last ParseFromTree of a tree found wrong, in document order: the first is what it threw. Empty when it
-    /// found nothing, or failed for a reason that is no fault of the document's.
+    /// What the last ParseFromTree of a tree found wrong: the first is what it threw, the others follow in document
+    /// order. Empty when it found nothing, or failed for a reason that is no fault of the document's.
     virtual const std::vector<VeskException>& GetFaults() const = 0;
 
 protected:

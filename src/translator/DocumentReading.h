@@ -14,6 +14,7 @@
 #include "pmml/Transcoder.h"
 #include "reading/BaseTranslator.h"
 #include "reading/CountCells.h"
+#include "translator/FaultSurvey.h"
 #include "translator/ModelUnderConstruction.h"
 
 /// @file
@@ -73,6 +74,19 @@ struct DocumentReading {
     /// The derived fields that inputs name, where a data field has a fault: they must not be computed from it.
     std::set<std::string> derivedInputs;
     LimitWatch watch;
+    /// Null where the first fault ends the reading.
+    FaultSurvey* survey = nullptr;
+
+    /// Reads a part that stands by itself. Its fault leaves this, except in a survey.
+    /// @return whether the part was read, and without a fault.
+    template <typename Work>
+    bool ReadPart(const Work& work) {
+        if (survey != nullptr) return survey->Try(work);
+        work();
+        return true;
+    }
+    bool IsBroken(const std::string& field) const { return survey != nullptr && survey->brokenFields.contains(field); }
+    bool IsTargetBroken() const { return survey != nullptr && survey->isTargetBroken; }
 };
 
 }  // namespace nbscore

@@ -34,11 +34,11 @@ std::optional<std::uint64_t> ReadByteCount(std::string_view text) {
 }  // namespace
 
 void ReadingArgument::Declare(CLI::App& app) {
-    AddChoice(app, "--rule", rule,
-              {{"smoothed", ScoringRule::Smoothed}, {"standard", ScoringRule::Standard}},
-              "Read and score by the engine's own rule, which smooths counts (smoothed, the default), or by that of the "
-              "PMML standard, which gives the answers of other producers of documents (standard). Sets of sub-models "
-              "have the smoothed rule only.");
+    AddChoice(
+        app, "--rule", rule, {{"smoothed", ScoringRule::Smoothed}, {"standard", ScoringRule::Standard}},
+        "Read and score by the engine's own rule, which smooths counts (smoothed, the default), or by that of the "
+        "PMML standard, which gives the answers of other producers of documents (standard). Sets of sub-models "
+        "have the smoothed rule only.");
     app.add_flag("--adapt", adapt,
                  "Before a document is read, rewrite what newer producers write into what is read here and means the "
                  "same, and tell each change. What cannot be rewritten without changing the meaning is refused.");
@@ -141,10 +141,10 @@ void ModelArgument::DeclareReading(CLI::App& app) {
 }
 
 void ModelArgument::DeclareDensities(CLI::App& app) {
-    AddChoice(app, "--densities", densityFloor,
-              {{"floored", DensityFloor::Threshold}, {"plain", DensityFloor::ExactZeros}},
-              "By the standard's rule, for inputs with distributions: raise densities below the threshold to it, as the "
-              "standard says (floored, the default), or only those that are exactly 0, as R predicts (plain).");
+    AddChoice(
+        app, "--densities", densityFloor, {{"floored", DensityFloor::Threshold}, {"plain", DensityFloor::ExactZeros}},
+        "By the standard's rule, for inputs with distributions: raise densities below the threshold to it, as the "
+        "standard says (floored, the default), or only those that are exactly 0, as R predicts (plain).");
 }
 
 SourceDocument ModelArgument::Parse(Console& console, bool quiet) const {

@@ -116,9 +116,10 @@ ScoreCommand::ScoreCommand(CLI::App& parent) : Command(parent, "score", descript
 }
 
 void ScoreCommand::DeclareResultOptions() {
-    AddChoice(app, "--columns", columns, {{"output", ResultColumns::Output}, {"usual", ResultColumns::Usual}},
-              "By the standard's rule: add what the document's Output asks for, by its names (output, the default for a "
-              "document with an Output), or the prediction, its confidence and the probabilities (usual).");
+    AddChoice(
+        app, "--columns", columns, {{"output", ResultColumns::Output}, {"usual", ResultColumns::Usual}},
+        "By the standard's rule: add what the document's Output asks for, by its names (output, the default for a "
+        "document with an Output), or the prediction, its confidence and the probabilities (usual).");
     AddChoice(app, "--format", options.output.format, {{"csv", ScoreFormat::Csv}, {"jsonl", ScoreFormat::JsonLines}},
               "Write a table (csv, the default) or one JSON object for each case, each on a line (jsonl), which "
               "never holds the input's columns.");
