@@ -12,6 +12,7 @@
 #include "framework/VeskException.h"
 #include "output/HostError.h"
 #include "output/MessageText.h"
+#include "pmml/RefusalTable.h"
 
 namespace nbscore {
 namespace {
@@ -175,11 +176,14 @@ LoadedModel ModelArgument::Read(const SourceDocument& source, Console& console, 
         if (!quiet && !reading.IsRuleGiven()) TellRule(console, source);
         return model;
     } catch (VeskException& refusal) {
-        if (CanScoreByOtherRule(plugin, source, rule)) refusal.SetAdvice(AdviceToReadBy(OtherThan(rule)));
+        if (CanScoreByOtherRule(plugin, source, rule)) {
+            refusal.SetAdvice(refusal.GetAdvice() + ' ' + AdviceToReadBy(OtherThan(rule)));
+        }
         throw;
     } catch (const UnscorableModelError& error) {
         if (!CanScoreByOtherRule(plugin, source, rule)) throw;
-        VeskException refusal(VeskException::InconsistentDocument, error.what(), AdviceToReadBy(OtherThan(rule)));
+        VeskException refusal(VeskException::InconsistentDocument, error.what(),
+                              std::string(AdviceAgainst(error.GetKind())) + ' ' + AdviceToReadBy(OtherThan(rule)));
         refusal.SetSource(source.GetName());
         throw refusal;
     }
