@@ -18,8 +18,9 @@ ContractBlockScorer::ContractBlockScorer(ScoreModel& scoringModel, CaseBinder ca
 void ContractBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) {
     while (rows.ReadRow()) {
         limits.ThrowIfCancelled();
-        const ScoreResult& scored = result.Score(model, binder.Bind(rows.GetCells(), rows.GetRowLine()));
-        writer->AppendCase(scores.text, rows.GetInputRow(copiesRows), results.Read(scored));
+        const ScoreCaseRecord& record = binder.Bind(rows.GetCells(), rows.GetRowLine());
+        const ScoreResult& scored = result.Score(model, record);
+        writer->AppendCase(scores.text, rows.GetInputRow(copiesRows), results.Read(record, scored));
         ++scores.rows;
         if (HasNonFiniteNumber(scored)) scores.NoteNonFinite(rows.GetRowLine());
         if (scores.text.size() >= longText) onLongText(scores);
