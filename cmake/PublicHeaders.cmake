@@ -35,6 +35,7 @@ set(NBSCORE_PUBLIC_HEADERS
     framework/VersionInfo.h
     framework/VeskException.h
     reading/BaseTranslator.h
+    reading/DocumentFaults.h
     reading/PMMLTranslator.h
     naivebayes/INBVeskEncoder.h
     naivebayes/NBCatNumericEncoder.h
@@ -46,6 +47,7 @@ set(NBSCORE_PUBLIC_HEADERS
     selflearning/SelfLearningModel.h
     selflearning/SelfLearningResult.h
     selflearning/VectorValue.h
+    standardtranslator/GiveMyStandardTranslator.h
     translator/GiveMyTranslator.h
     translator/NaiveBayesTranslator.h
     batch/BatchScorer.h

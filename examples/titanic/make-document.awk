@@ -43,7 +43,7 @@ END {
     print "<?xml version=\"1.0\" encoding=\"UTF-8\"?>"
     print "<PMML version=\"4.4\" xmlns=\"http://www.dmg.org/PMML-4_4\">"
     print "  <Header description=\"Who survived the Titanic: 2,201 people by class, sex and age\">"
-    print "    <Application name=\"make-document.awk\" version=\"1.0\"/>"
+    print "    <Application name=\"nbscore\" version=\"1.0\"/>"
     print "  </Header>"
     print "  <DataDictionary numberOfFields=\"" inputs + 1 "\">"
     for (i = 1; i <= inputs; ++i) {

@@ -1,6 +1,7 @@
 // Checks of documents as JSON for programs.
 
 #include "check/DocumentCheck.h"
+#include "host/LoadedModel.h"
 #include "output/JsonText.h"
 
 namespace nbscore {
@@ -18,6 +19,7 @@ const char* NameSeverity(DocumentProblem::Severity severity) {
 
 const char* NameKind(InputDescription::Kind kind) {
     if (kind == InputDescription::Bins) return "bins";
+    if (kind == InputDescription::Densities) return "densities";
     return kind == InputDescription::Numbers ? "numbers" : "texts";
 }
 
@@ -77,6 +79,7 @@ private:
     void AddCheck(const DocumentCheck& check) {
         json.BeginObject();
         AddText("document", check.document);
+        AddText("rule", NameRule(check.rule));
         AddTruth("sound", check.IsSound());
         AddTextOrNull("kind", check.modelType.has_value(), check.modelType ? NameModelKind(*check.modelType) : "");
         AddTextOrNull("application_version", check.applicationVersion.has_value(),
@@ -85,6 +88,16 @@ private:
         AddList("fields", check.fields, &Report::AddField);
         json.AddName("model");
         check.model ? AddModel(*check.model) : json.AddNull();
+        AddList("problems", check.problems, &Report::AddProblem);
+        json.AddName("other_rule");
+        check.otherRule ? AddOtherRule(*check.otherRule) : json.AddNull();
+        json.EndObject();
+    }
+
+    void AddOtherRule(const OtherRuleCheck& check) {
+        json.BeginObject();
+        AddText("rule", NameRule(check.rule));
+        AddTruth("sound", check.IsSound());
         AddList("problems", check.problems, &Report::AddProblem);
         json.EndObject();
     }

@@ -6,6 +6,7 @@
 #include "framework/CountedNoun.h"
 #include "framework/MCMV.h"
 #include "framework/NumberText.h"
+#include "host/LoadedModel.h"
 #include "output/MessageText.h"
 
 namespace nbscore {
@@ -38,6 +39,7 @@ std::string DescribeField(const FieldDescription& field) {
 }
 
 std::string DescribeInput(const InputDescription& input) {
+    if (input.kind == InputDescription::Densities) return QuoteForMessage(input.name) + " (densities)";
     return QuoteForMessage(input.name) + " (" +
            CountedNoun(input.categories, input.kind == InputDescription::Bins ? "bin" : "value") + ", count " +
            FormatNumber(input.total) + ")";
@@ -72,8 +74,8 @@ std::string DescribeModel(const DocumentCheck& check) {
     return text;
 }
 
-std::string DescribePlace(const DocumentCheck& check, const DocumentPlace& place) {
-    std::string text = check.document + ':';
+std::string DescribePlace(const std::string& document, const DocumentPlace& place) {
+    std::string text = document + ':';
     if (place.line != 0) text += std::to_string(place.line) + ':' + std::to_string(place.column) + ':';
     return text + ' ';
 }
@@ -84,16 +86,33 @@ std::string NameSeverity(const DocumentProblem& problem) {
 }
 
 std::string DescribeState(const DocumentCheck& check) {
-    if (!check.IsSound()) return check.modelType ? ", cannot be scored\n" : "\n";
-    return check.HasWarnings() ? ", sound but for a warning\n" : ", sound\n";
+    // What is usual is not said.
+    const std::string rule = check.rule == ScoringRule::Standard ? " by the standard's rule" : "";
+    if (!check.IsSound()) return (check.modelType ? ", cannot be scored" : "") + rule + '\n';
+    return (check.HasWarnings() ? ", sound but for a warning" : ", sound") + rule + '\n';
 }
 
-std::string DescribeProblem(const DocumentCheck& check, const DocumentProblem& problem) {
-    std::string text = DescribePlace(check, problem.place);
+std::string DescribeProblem(const std::string& document, const DocumentProblem& problem) {
+    std::string text = DescribePlace(document, problem.place);
     text += NameSeverity(problem);
     text += ": " + problem.message + '\n';
     if (!problem.place.elementPath.empty()) text += "  at " + problem.place.elementPath + '\n';
     return text + "  do: " + problem.advice + '\n';
+}
+
+/// What both rules have in common was told already.
+std::string DescribeOtherRule(const DocumentCheck& check) {
+    const OtherRuleCheck& other = *check.otherRule;
+    std::string text = check.document + ": by the " + NameRule(other.rule) + " rule (--rule " + NameRule(other.rule) +
+                       "): " + (other.IsSound() ? "sound\n" : "cannot be scored\n");
+    for (const DocumentProblem& problem : other.problems) {
+        const bool isTold = std::ranges::any_of(check.problems, [&problem](const DocumentProblem& told) {
+            return told.severity == problem.severity && told.message == problem.message &&
+                   told.place.elementPath == problem.place.elementPath;
+        });
+        if (!isTold) text += DescribeProblem(check.document, problem);
+    }
+    return text;
 }
 
 }  // namespace
@@ -108,14 +127,15 @@ std::string WriteCheckAsText(const DocumentCheck& check) {
     text += check.modelType ? NameModelKind(*check.modelType) : std::string("refused");
     text += DescribeState(check);
     for (const Adaptation& adaptation : check.adaptations)
-        text += DescribePlace(check, adaptation.place) + (adaptation.isMade ? "adapted: " : "not adapted: ") +
+        text += DescribePlace(check.document, adaptation.place) + (adaptation.isMade ? "adapted: " : "not adapted: ") +
                 adaptation.change + '\n';
     if (!check.fields.empty()) text += "  " + CountedNoun(check.fields.size(), "field") + '\n';
     for (const FieldDescription& field : check.fields)
         text += DescribeField(field);
     if (check.model) text += DescribeModel(check);
     for (const DocumentProblem& problem : check.problems)
-        text += DescribeProblem(check, problem);
+        text += DescribeProblem(check.document, problem);
+    if (check.otherRule) text += DescribeOtherRule(check);
     return text;
 }
 

@@ -77,7 +77,9 @@ private:
         for (std::size_t k = 0; k < classifier.targetCounts.size() && k < model.targetCategories.size(); ++k) {
             if (classifier.targetCounts[k] != 0.0) continue;
             Add("The target category " + QuoteForMessage(model.targetCategories[k]) + Of(classifier) +
-                    " was never counted: it is predicted by the threshold alone.",
+                    (check.rule == ScoringRule::Standard
+                         ? " was never counted: it is never predicted."
+                         : " was never counted: it is predicted by the threshold alone."),
                 "Count it in BayesOutput, or take its Value out of the field.");
         }
         for (const InputDescription& input : classifier.inputs)
@@ -85,7 +87,8 @@ private:
     }
 
     void LookAt(const InputDescription& input, const ClassifierDescription& classifier) {
-        usedFields.insert(input.name);
+        usedFields.insert(input.field);
+        if (input.kind == InputDescription::Densities) return;
         const std::string named = "The input " + QuoteForMessage(input.name) + Of(classifier);
         if (input.countedCategories == 0) {
             Add(named + " has no counts above zero: it says nothing about any case.",

@@ -33,10 +33,10 @@ DocumentProblem ErrorOf(const UnscorableModelError& error) {
 
 /// What would be wrong with a document after its adaptation; nothing when it would be sound.
 std::optional<DocumentProblem> FindErrorOfAdapted(const std::shared_ptr<PluginLibrary>& plugin,
-                                                  SourceDocument& adapted) {
+                                                  const SourceDocument& adapted, ScoringRule rule) {
     try {
         const auto passOver = [](const std::string&, const DocumentPlace&, std::string_view) {};
-        LoadedModel::Read(plugin, adapted, passOver).RequireScorable();
+        LoadedModel::Read(plugin, adapted, rule, {.onNotice = passOver, .onFault = {}}).RequireScorable();
         return std::nullopt;
     } catch (const VeskException& refusal) {
         return ErrorOf(refusal);
@@ -45,13 +45,14 @@ std::optional<DocumentProblem> FindErrorOfAdapted(const std::shared_ptr<PluginLi
     }
 }
 
-/// What adapting would do about the refusal of a document; empty when it would not help.
-std::string AdviceToAdapt(const std::shared_ptr<PluginLibrary>& plugin, const std::string& name,
-                          const DocumentProblem& error, const Limits& limits) {
+/// What adapting would do about the first error of a check; empty when it would not help.
+std::string AdviceToAdapt(const std::shared_ptr<PluginLibrary>& plugin, const DocumentCheck& check,
+                          const Limits& limits) {
+    const DocumentProblem& error = check.problems.front();
     try {
-        SourceDocument source = SourceDocument::Read(name, limits);
+        SourceDocument source = SourceDocument::Read(check.document, limits);
         if (source.Adapt().empty()) return {};
-        const std::optional<DocumentProblem> next = FindErrorOfAdapted(plugin, source);
+        const std::optional<DocumentProblem> next = FindErrorOfAdapted(plugin, source, check.rule);
         if (!next) return "Read it with --adapt: the document is fine but for what that rewrites.";
         if (next->message == error.message && next->place.elementPath == error.place.elementPath) return {};
         return "Read it with --adapt, which rewrites this. What is wrong then: " + next->message;
@@ -68,33 +69,52 @@ DocumentProblem ProblemOf(const IgnoredConstruct& ignored) {
             .advice = ignored.advice};
 }
 
-/// What the plug-in is known to ignore, and what is odd about the model itself.
-void AddRemarks(const SourceDocument& source, DocumentCheck& check) {
-    if (!check.model) return;
-    check.problems = FindRemarks(check, *check.model);
-    for (const IgnoredConstruct& ignored : source.FindIgnored())
-        check.problems.push_back(ProblemOf(ignored));
-    std::ranges::stable_sort(check.problems, {}, &DocumentProblem::severity);
-}
-
-/// A refusal, and behind it the warnings that the document would get if it were not refused.
-/// @param source null when the document could not be parsed.
-std::vector<DocumentProblem> WithWarnings(DocumentProblem error, const SourceDocument* source) {
-    std::vector<DocumentProblem> problems = {std::move(error)};
-    if (source == nullptr) return problems;
-    try {
-        for (const IgnoredConstruct& ignored : source->FindWarnings())
-            problems.push_back(ProblemOf(ignored));
-    } catch (const VeskException& refusal) {
-        return {ErrorOf(refusal)};  // because memory ran out
+/// What the smoothed rule is known to ignore, and what is odd about the model itself. The standard's rule ignores
+/// nothing that could change an answer.
+std::vector<DocumentProblem> RemarksOf(const SourceDocument& source, const DocumentCheck& check) {
+    if (!check.model) return {};
+    std::vector<DocumentProblem> remarks = FindRemarks(check, *check.model);
+    if (check.rule == ScoringRule::Smoothed) {
+        for (const IgnoredConstruct& ignored : source.FindIgnored())
+            remarks.push_back(ProblemOf(ignored));
     }
-    if (problems.size() > 1)
-        problems.front().advice += " That alone does not make its answers right: see the warning below.";
-    return problems;
+    std::ranges::stable_sort(remarks, {}, &DocumentProblem::severity);
+    return remarks;
 }
 
-void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limits& limits, DocumentCheck& check) {
-    std::optional<SourceDocument> source;
+/// The warnings that a refused document would get if it were not refused.
+std::vector<DocumentProblem> WarningsOf(const SourceDocument& source, ScoringRule rule) {
+    std::vector<DocumentProblem> warnings;
+    if (rule != ScoringRule::Smoothed) return warnings;
+    for (const IgnoredConstruct& ignored : source.FindWarnings())
+        warnings.push_back(ProblemOf(ignored));
+    return warnings;
+}
+
+/// Reads the document by the check's rule and describes it.
+/// @return all that keeps it from being scored, as far as faults are known apart.
+std::vector<DocumentProblem> FindErrors(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source,
+                                        const BaseTranslator::Notices& onNotice, DocumentCheck& check) {
+    std::vector<DocumentProblem> faults;
+    const auto takeFault = [&faults](const VeskException& fault) { faults.push_back(ErrorOf(fault)); };
+    try {
+        LoadedModel loaded =
+            LoadedModel::Read(plugin, source, check.rule, {.onNotice = onNotice, .onFault = takeFault});
+        check.applicationVersion = source.ReadApplicationVersion();
+        DescribeModel(loaded.Get(), check);
+        loaded.RequireScorable();
+        return {};
+    } catch (const VeskException& refusal) {
+        if (faults.empty()) faults.push_back(ErrorOf(refusal));
+        return faults;
+    } catch (const UnscorableModelError& error) {
+        return {ErrorOf(error)};
+    }
+}
+
+/// All that is to be said of a document under the check's rule, which it describes.
+std::vector<DocumentProblem> FindProblems(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source,
+                                          DocumentCheck& check) {
     std::vector<DocumentProblem> notices;
     const auto takeNotice = [&notices](const std::string& line, const DocumentPlace& place, std::string_view advice) {
         notices.push_back({.severity = DocumentProblem::Remark,
@@ -103,23 +123,50 @@ void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limit
                            .message = line,
                            .advice = std::string(advice)});
     };
+    std::vector<DocumentProblem> problems = FindErrors(plugin, source, takeNotice, check);
+    try {
+        std::vector<DocumentProblem> more =
+            problems.empty() ? RemarksOf(source, check) : WarningsOf(source, check.rule);
+        more.insert(more.end(), notices.begin(), notices.end());
+        problems.insert(problems.end(), more.begin(), more.end());
+    } catch (const VeskException& refusal) {
+        return {ErrorOf(refusal)};  // because memory ran out
+    }
+    return problems;
+}
+
+std::optional<OtherRuleCheck> CheckByOtherRule(const std::shared_ptr<PluginLibrary>& plugin,
+                                               const SourceDocument& source, ScoringRule asked) {
+    DocumentCheck check;
+    check.rule = OtherThan(asked);
+    if (!plugin->Knows(check.rule)) return std::nullopt;
+    return OtherRuleCheck{check.rule, FindProblems(plugin, source, check)};
+}
+
+/// Says what would make a refused document sound as a whole, where something does.
+void AdviseWayOut(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limits& limits,
+                  DocumentCheck& check) {
+    std::string& advice = check.problems.front().advice;
+    if (check.otherRule && check.otherRule->IsSound()) {
+        advice = AdviceToReadBy(check.otherRule->rule);
+        return;
+    }
+    const std::string toAdapt = adapt ? std::string() : AdviceToAdapt(plugin, check, limits);
+    if (!toAdapt.empty()) advice = toAdapt;
+    if (check.HasWarnings()) advice += " That alone does not make its answers right: see the warning below.";
+}
+
+void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limits& limits, DocumentCheck& check) {
+    std::optional<SourceDocument> source;
     try {
         source.emplace(SourceDocument::Read(check.document, limits));
         if (adapt) check.adaptations = source->Adapt();
-        LoadedModel loaded = LoadedModel::Read(plugin, *source, takeNotice);
-        check.applicationVersion = source->ReadApplicationVersion();
-        DescribeModel(loaded.Get(), check);
-        loaded.RequireScorable();
-        AddRemarks(*source, check);
+        check.problems = FindProblems(plugin, *source, check);
+        check.otherRule = CheckByOtherRule(plugin, *source, check.rule);
     } catch (const VeskException& refusal) {
-        DocumentProblem error = ErrorOf(refusal);
-        const std::string toAdapt = adapt ? std::string() : AdviceToAdapt(plugin, check.document, error, limits);
-        if (!toAdapt.empty()) error.advice = toAdapt;
-        check.problems = WithWarnings(std::move(error), source ? &*source : nullptr);
-    } catch (const UnscorableModelError& error) {
-        check.problems = WithWarnings(ErrorOf(error), &*source);
+        check.problems = {ErrorOf(refusal)};
     }
-    check.problems.insert(check.problems.end(), notices.begin(), notices.end());
+    if (!check.IsSound()) AdviseWayOut(plugin, adapt, limits, check);
 }
 
 /// Of a document whose description takes more memory than there is.
@@ -132,11 +179,19 @@ DocumentCheck CheckForMemory(const std::filesystem::path& document) {
     return check;
 }
 
-}  // namespace
-
-bool DocumentCheck::IsSound() const {
+bool HaveNoError(const std::vector<DocumentProblem>& problems) {
     return std::ranges::none_of(
         problems, [](const DocumentProblem& problem) { return problem.severity == DocumentProblem::Error; });
+}
+
+}  // namespace
+
+bool OtherRuleCheck::IsSound() const {
+    return HaveNoError(problems);
+}
+
+bool DocumentCheck::IsSound() const {
+    return HaveNoError(problems);
 }
 
 bool DocumentCheck::HasWarnings() const {
@@ -150,9 +205,10 @@ bool DocumentCheck::IsReadable() const {
 }
 
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
-                            bool adapt, const Limits& limits) {
+                            bool adapt, const Limits& limits, ScoringRule rule) {
     try {
         DocumentCheck check;
+        check.rule = rule;
         check.document = ToUtf8(document);
         Check(plugin, adapt, limits, check);
         return check;

@@ -11,6 +11,7 @@
 #include "framework/Limits.h"
 #include "framework/ModelDescription.h"
 #include "framework/ScoreModel.h"
+#include "framework/ScoringRule.h"
 #include "host/PluginLibrary.h"
 
 namespace nbscore {
@@ -52,9 +53,21 @@ struct FieldDescription {
     std::optional<bool> isReadByDerivedInputs;
 };
 
+/// What a check says of the rule that it was not asked about.
+struct OtherRuleCheck {
+    ScoringRule rule = ScoringRule::Standard;
+    /// Errors first, then warnings.
+    std::vector<DocumentProblem> problems;
+
+    /// Whether the document can be scored by this rule: there is no error.
+    bool IsSound() const;
+};
+
 /// What a document holds and what is wrong with it, found without scoring.
 struct DocumentCheck {
     std::string document;
+    /// By which rule the document was read for all that follows, down to the problems.
+    ScoringRule rule = ScoringRule::Smoothed;
     std::vector<Adaptation> adaptations;
     /// Nothing when the document was refused.
     std::optional<ScoreModel::ModelType> modelType;
@@ -63,8 +76,10 @@ struct DocumentCheck {
     std::vector<FieldDescription> fields;
     /// Nothing also for a model that does not describe itself.
     std::optional<ModelDescription> model;
-    /// Errors first, then warnings.
+    /// Errors first, all that the document has as far as they are known apart, then warnings.
     std::vector<DocumentProblem> problems;
+    /// Nothing where the document cannot be parsed, and where the plug-in has no other rule.
+    std::optional<OtherRuleCheck> otherRule;
 
     /// Whether there is no error.
     bool IsSound() const;
@@ -78,8 +93,10 @@ struct DocumentCheck {
 /// problem reported (code 12); std::bad_alloc is thrown only when memory does not suffice for that either.
 /// @param adapt rewrite it first (SourceDocument::Adapt).
 /// @param limits of the reading; CancelledError leaves this.
+/// @param rule by which the document is meant to be scored; whether the other one would do is found out too. Throws
+///     InputOutputError where the plug-in lacks it.
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
-                            bool adapt, const Limits& limits = {});
+                            bool adapt, const Limits& limits = {}, ScoringRule rule = ScoringRule::Smoothed);
 
 /// A check as text for people: what the document holds, then what is wrong, each with what to do about it.
 std::string WriteCheckAsText(const DocumentCheck& check);

@@ -15,6 +15,8 @@ struct InputDescription {
     enum Kind { Texts, Numbers, Bins, Densities };
 
     std::string name;
+    /// The field that it reads: that of its name, or a derived one that was made for this input alone.
+    std::string field;
     Kind kind = Texts;
     /// How many categories or bins it has, and how many of them were ever counted.
     std::size_t categories = 0;

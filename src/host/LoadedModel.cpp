@@ -11,18 +11,19 @@
 #include "output/HostError.h"
 #include "output/MessageText.h"
 #include "reading/BaseTranslator.h"
+#include "reading/DocumentFaults.h"
 
 namespace nbscore {
 namespace {
 
 /// @param translate what to have a new translator of the plug-in do.
 template <typename Translate>
-LoadedModel ReadWith(std::shared_ptr<PluginLibrary> plugin, const std::string& documentName,
+LoadedModel ReadWith(std::shared_ptr<PluginLibrary> plugin, ScoringRule rule, const std::string& documentName,
                      const Translate& translate) {
     try {
         std::unique_ptr<ScoreModel> model;
         try {
-            model = translate(*plugin->MakeTranslator());
+            model = translate(*plugin->MakeTranslator(rule));
         } catch (...) {
             RethrowPluginFailure("reading " + documentName);
         }
@@ -31,6 +32,26 @@ LoadedModel ReadWith(std::shared_ptr<PluginLibrary> plugin, const std::string& d
     } catch (const VeskException& refusal) {
         if (refusal.GetCode() != VeskException::UnreadableSource) throw;
         throw InputOutputError(refusal.GetMessage());  // which names the file
+    }
+}
+
+/// Has the model made, and tells of each fault where that fails.
+std::unique_ptr<ScoreModel> TranslateTelling(ScoreTranslator& translator, const SourceDocument& document,
+                                             const std::function<void(const VeskException&)>& onFault) {
+    auto* const faults = onFault ? dynamic_cast<DocumentFaults*>(&translator) : nullptr;
+    if (faults != nullptr) faults->GoOnBehindFaults();
+    try {
+        return document.Translate(translator);
+    } catch (const VeskException& first) {
+        if (faults == nullptr || faults->GetFaults().empty()) {
+            if (onFault) onFault(first);
+            throw;
+        }
+        for (VeskException fault : faults->GetFaults()) {
+            fault.SetSource(document.GetName());
+            onFault(fault);
+        }
+        throw;
     }
 }
 
@@ -108,21 +129,33 @@ ScoringObstacle FindObstacle(ScoreModel& model) {
 
 }  // namespace
 
+const char* NameRule(ScoringRule rule) {
+    return rule == ScoringRule::Standard ? "standard" : "smoothed";
+}
+
+ScoringRule OtherThan(ScoringRule rule) {
+    return rule == ScoringRule::Standard ? ScoringRule::Smoothed : ScoringRule::Standard;
+}
+
+std::string AdviceToReadBy(ScoringRule rule) {
+    return std::string("Read it with --rule ") + NameRule(rule) + ": by that rule it can be scored.";
+}
+
 LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const std::filesystem::path& document,
-                              const Limits& limits) {
+                              ScoringRule rule, const Limits& limits) {
     const std::string name = ToUtf8(document);
-    return ReadWith(std::move(plugin), name, [&](ScoreTranslator& translator) {
+    return ReadWith(std::move(plugin), rule, name, [&](ScoreTranslator& translator) {
         if (auto* const ours = dynamic_cast<BaseTranslator*>(&translator)) ours->SetLimits(limits);
         return std::unique_ptr<ScoreModel>(translator.ParseFromTree(name, "UTF-8"));
     });
 }
 
-LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document,
-                              const BaseTranslator::Notices& notices) {
-    return ReadWith(std::move(plugin), document.GetName(), [&](ScoreTranslator& translator) {
+LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document, ScoringRule rule,
+                              const ReadingListeners& listeners) {
+    return ReadWith(std::move(plugin), rule, document.GetName(), [&](ScoreTranslator& translator) {
         auto* const base = dynamic_cast<BaseTranslator*>(&translator);
-        if (base != nullptr) base->SetNotices(AsLinesAbout(document.GetName(), notices));
-        return document.Translate(translator);
+        if (base != nullptr) base->SetNotices(AsLinesAbout(document.GetName(), listeners.onNotice));
+        return TranslateTelling(translator, document, listeners.onFault);
     });
 }
 

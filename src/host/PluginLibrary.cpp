@@ -19,6 +19,7 @@ namespace nbscore {
 namespace {
 
 constexpr const char* factoryName = "GiveMyTranslator";
+constexpr const char* standardFactoryName = "GiveMyStandardTranslator";
 #ifdef _WIN32
 
 constexpr const char* bundledFileName = "naivebayes.dll";
@@ -133,7 +134,8 @@ private:
 PluginLibrary::PluginLibrary(const std::filesystem::path& path)
     : library(std::make_unique<SharedObject>(path)),
       pathText(ToUtf8(path)),
-      factory(reinterpret_cast<Factory>(library->Find(factoryName))) {
+      factory(reinterpret_cast<Factory>(library->Find(factoryName))),
+      standardFactory(reinterpret_cast<Factory>(library->Find(standardFactoryName))) {
     if (factory == nullptr) {
         throw InputOutputError(pathText + " is no plug-in: it exports no function " + factoryName);
     }
@@ -166,8 +168,20 @@ std::filesystem::path PluginLibrary::FindBundled(const std::vector<std::filesyst
     throw InputOutputError("cannot find this program's plug-in; looked for" + tried);
 }
 
-std::unique_ptr<ScoreTranslator> PluginLibrary::MakeTranslator() const {
-    std::unique_ptr<ScoreTranslator> translator(factory());
+PluginLibrary::Factory PluginLibrary::FactoryOf(ScoringRule rule) const {
+    return rule == ScoringRule::Standard ? standardFactory : factory;
+}
+
+bool PluginLibrary::Knows(ScoringRule rule) const {
+    return FactoryOf(rule) != nullptr;
+}
+
+std::unique_ptr<ScoreTranslator> PluginLibrary::MakeTranslator(ScoringRule rule) const {
+    if (!Knows(rule)) {
+        throw InputOutputError(pathText + " does not know the standard's rule: it exports no function " +
+                               standardFactoryName);
+    }
+    std::unique_ptr<ScoreTranslator> translator(FactoryOf(rule)());
     if (!translator) throw InputOutputError(pathText + " gives no translator");
     return translator;
 }

@@ -6,10 +6,12 @@
 #include <vector>
 
 #include "framework/ScoreTranslator.h"
+#include "framework/ScoringRule.h"
 
 namespace nbscore {
 
-/// A plug-in, loaded at run time and known only by its exported factory, GiveMyTranslator.
+/// A plug-in, loaded at run time and known only by its exported factories: GiveMyTranslator, which each has, and
+/// GiveMyStandardTranslator where it has the standard's rule too.
 ///
 /// The library stays loaded while this object lives. Every object that it made must be gone before: LoadedModel
 /// takes care of that for models.
@@ -26,18 +28,23 @@ public:
 
     ~PluginLibrary();
 
-    /// A new translator. Throws InputOutputError when the plug-in gives none.
-    std::unique_ptr<ScoreTranslator> MakeTranslator() const;
+    /// Whether it has a factory for the rule.
+    bool Knows(ScoringRule rule) const;
+    /// A new translator, which makes models that score by the rule. Throws InputOutputError when the plug-in gives none.
+    std::unique_ptr<ScoreTranslator> MakeTranslator(ScoringRule rule = ScoringRule::Smoothed) const;
 
 private:
     class SharedObject;
     using Factory = ScoreTranslator* (*)();
 
     explicit PluginLibrary(const std::filesystem::path& path);
+    Factory FactoryOf(ScoringRule rule) const;
 
     std::unique_ptr<SharedObject> library;
     std::string pathText;
     Factory factory;
+    /// Null where the plug-in lacks the standard's rule.
+    Factory standardFactory;
 };
 
 }  // namespace nbscore

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <new>
+#include <string_view>
 #include <utility>
 
 #include "adapt/DocumentAdapter.h"
@@ -45,6 +46,16 @@ auto Named(const std::string& name, const Work& work) {
     }
 }
 
+/// What documents name that this project writes.
+constexpr std::string_view ownApplication = "nbscore";
+
+bool HasOwnExtension(Element root) {
+    for (const Element extension : root.GetDescendants(Name::Extension)) {
+        if (extension.GetAttribute(Name::extender) == vendor_extension::extender) return true;
+    }
+    return false;
+}
+
 std::vector<IgnoredConstruct> PlacedIn(const std::string& name, std::vector<IgnoredConstruct> constructs) {
     for (IgnoredConstruct& construct : constructs)
         construct.place.source = name;
@@ -85,8 +96,9 @@ std::unique_ptr<ScoreModel> SourceDocument::Translate(ScoreTranslator& translato
     });
 }
 
-std::vector<VerificationSuite> SourceDocument::ReadVerification() const {
-    std::vector<VerificationSuite> suites = Named(name, [this] { return ReadVerificationSuites(*document); });
+std::vector<VerificationSuite> SourceDocument::ReadVerification(ScoringRule rule) const {
+    std::vector<VerificationSuite> suites =
+        Named(name, [this, rule] { return ReadVerificationSuites(*document, rule); });
     for (VerificationSuite& suite : suites)
         suite.source = name;
     return suites;
@@ -98,6 +110,16 @@ std::vector<IgnoredConstruct> SourceDocument::FindIgnored() const {
 
 std::vector<IgnoredConstruct> SourceDocument::FindWarnings() const {
     return PlacedIn(name, Named(name, [this] { return nbscore::FindWarnings(*document); }));
+}
+
+std::optional<std::string> SourceDocument::FindOtherProducer() const {
+    return Named(name, [this]() -> std::optional<std::string> {
+        const Element root = document->GetRoot();
+        const std::string_view application = FindApplication(root).GetAttributeOr(Name::name, {});
+        if (application.empty() || application == ownApplication) return std::nullopt;
+        if (FindModelsRead(root).selfLearning || HasOwnExtension(root)) return std::nullopt;
+        return std::string(application);
+    });
 }
 
 std::optional<std::string> SourceDocument::ReadApplicationVersion() const {

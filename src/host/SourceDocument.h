@@ -9,6 +9,7 @@
 #include "framework/Limits.h"
 #include "framework/ScoreModel.h"
 #include "framework/ScoreTranslator.h"
+#include "framework/ScoringRule.h"
 #include "ignored/IgnoredConstructs.h"
 #include "verify/VerificationSuite.h"
 
@@ -39,15 +40,19 @@ public:
     /// (which is freed).
     std::unique_ptr<ScoreModel> Translate(ScoreTranslator& translator) const;
 
-    /// The test cases in the model elements that the plug-in reads, in document order. Throws VeskException, with the
-    /// file's name (ReadVerificationSuites).
-    std::vector<VerificationSuite> ReadVerification() const;
+    /// The test cases in the model elements that the plug-in reads by the rule, in document order. Throws VeskException,
+    /// with the file's name (ReadVerificationSuites).
+    std::vector<VerificationSuite> ReadVerification(ScoringRule rule = ScoringRule::Smoothed) const;
 
     /// What scoring by the plug-in ignores in the document, in document order (FindIgnoredConstructs).
     std::vector<IgnoredConstruct> FindIgnored() const;
     /// Only those that are warnings (FindWarnings).
     std::vector<IgnoredConstruct> FindWarnings() const;
 
+    /// The name of the application that wrote the document, where its answers are by the standard's rule as far as
+    /// can be seen: it is no application of this project, and the document has nothing that only the smoothed rule
+    /// knows (a set of sub-models, an extension of the mining schema).
+    std::optional<std::string> FindOtherProducer() const;
     /// The version of the application that wrote the document; nothing where the document does not say.
     std::optional<std::string> ReadApplicationVersion() const;
 

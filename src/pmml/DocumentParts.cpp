@@ -47,6 +47,17 @@ ModelsRead FindModelsRead(Element root) {
     return models;
 }
 
+bool IsMarkedAsSelfLearningTarget(Element dataField) {
+    for (const Element extension : dataField.GetDescendants(Name::Extension)) {
+        // Exact in upper and lower case: "TRUE" marks nothing.
+        if (extension.GetAttribute(Name::name) == "isSelfLearningTarget" &&
+            extension.GetAttribute(Name::value) == "true") {
+            return true;
+        }
+    }
+    return false;
+}
+
 Element FindApplication(Element root) {
     if (root.Is(Name::Application)) return root;
     for (const Element application : root.GetDescendants(Name::Application))

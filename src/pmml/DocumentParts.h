@@ -40,6 +40,9 @@ struct ModelsRead {
 };
 SCOREFRAMEWORK_API ModelsRead FindModelsRead(Element root);
 
+/// Whether a DataField has an Extension, at any depth, that marks it as the target of a self-learning model.
+SCOREFRAMEWORK_API bool IsMarkedAsSelfLearningTarget(Element dataField);
+
 /// The first Application element, or none.
 SCOREFRAMEWORK_API Element FindApplication(Element root);
 

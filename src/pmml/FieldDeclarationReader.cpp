@@ -34,14 +34,20 @@ std::unique_ptr<ScoreValue> NumberOrText(const std::string& text, bool isNumeric
     return std::make_unique<StringValue>(text);
 }
 
+ScoreDictVar::StorageType StorageTypeOf(std::optional<std::string_view> dataType,
+                                        std::optional<std::string_view> optype) {
+    const bool isNumeric = dataType ? IsNumericDataType(*dataType) : optype == "continuous";
+    return isNumeric ? ScoreDictVar::NumericStorage : ScoreDictVar::StringStorage;
+}
+
 /// Reads one declaration. What it throws has no place; the fault stands at the element that is being read.
 class DeclarationReader {
 public:
-    DeclarationReader(Element fieldElement, const Transcoder& documentTranscoder)
-        : field(fieldElement), transcoder(documentTranscoder), current(fieldElement) {}
+    DeclarationReader(Element fieldElement, const Transcoder& documentTranscoder, const DeclaredElsewhere& elsewhere)
+        : field(fieldElement), transcoder(documentTranscoder), instead(elsewhere), current(fieldElement) {}
 
     std::unique_ptr<BaseDictVar> Read(const std::string& name) {
-        const ScoreDictVar::StorageType storage = ReadStorageType(field);
+        const ScoreDictVar::StorageType storage = FindStorageType();
         auto variable = std::make_unique<BaseDictVar>(name, storage, ReadMeasureLevel(storage));
         current = field;
         variable->SetHoldsTruthValues(field.GetAttribute(Name::dataType) == "boolean");
@@ -57,10 +63,17 @@ public:
         return variable;
     }
     Element GetCurrent() const { return current; }
+    ScoreDictVar::StorageType FindStorageType() const {
+        return instead.storage.value_or(StorageTypeOf(field.GetAttribute(Name::dataType), GetOptype()));
+    }
 
 private:
+    std::optional<std::string_view> GetOptype() const {
+        return instead.optype ? instead.optype : field.GetAttribute(Name::optype);
+    }
+
     ScoreDictVar::MeasureLevel ReadMeasureLevel(ScoreDictVar::StorageType storage) {
-        const auto optype = field.GetAttribute(Name::optype);
+        const auto optype = GetOptype();
         if (!optype) {
             const bool isContinuous = storage == ScoreDictVar::NumericStorage && !HasValidValue();
             return isContinuous ? ScoreDictVar::Continuous : ScoreDictVar::Categorical;
@@ -99,6 +112,7 @@ private:
 
     Element field;
     const Transcoder& transcoder;
+    DeclaredElsewhere instead;
     Element current;
 };
 
@@ -126,9 +140,9 @@ void FieldFaults::RequireSound(const std::string& field) const {
     throw VeskException(refusal);
 }
 
-std::unique_ptr<BaseDictVar> ReadFieldDeclaration(Element field, const std::string& name,
-                                                  const Transcoder& transcoder) {
-    DeclarationReader reader(field, transcoder);
+std::unique_ptr<BaseDictVar> ReadFieldDeclaration(Element field, const std::string& name, const Transcoder& transcoder,
+                                                  const DeclaredElsewhere& instead) {
+    DeclarationReader reader(field, transcoder, instead);
     try {
         return reader.Read(name);
     } catch (VeskException& fault) {
@@ -138,20 +152,19 @@ std::unique_ptr<BaseDictVar> ReadFieldDeclaration(Element field, const std::stri
 }
 
 std::unique_ptr<BaseDictVar> ReadFieldDeclaration(Element field, const std::string& name, const Transcoder& transcoder,
-                                                  std::optional<FieldFaults::Fault>& fault) {
-    DeclarationReader reader(field, transcoder);
+                                                  std::optional<FieldFaults::Fault>& fault,
+                                                  const DeclaredElsewhere& instead) {
+    DeclarationReader reader(field, transcoder, instead);
     try {
         return reader.Read(name);
     } catch (const VeskException& refusal) {
         fault = {reader.GetCurrent(), refusal};
-        return std::make_unique<BaseDictVar>(name, ReadStorageType(field), ScoreDictVar::Categorical);
+        return std::make_unique<BaseDictVar>(name, reader.FindStorageType(), ScoreDictVar::Categorical);
     }
 }
 
 ScoreDictVar::StorageType ReadStorageType(Element field) {
-    const auto dataType = field.GetAttribute(Name::dataType);
-    const bool isNumeric = dataType ? IsNumericDataType(*dataType) : field.GetAttribute(Name::optype) == "continuous";
-    return isNumeric ? ScoreDictVar::NumericStorage : ScoreDictVar::StringStorage;
+    return StorageTypeOf(field.GetAttribute(Name::dataType), field.GetAttribute(Name::optype));
 }
 
 bool IsNumericDataType(std::string_view dataType) {

@@ -38,6 +38,13 @@ private:
     std::map<std::string, Fault> faults;
 };
 
+/// What counts instead of what the element of a field says itself.
+struct DeclaredElsewhere {
+    /// As the attribute is spelt.
+    std::optional<std::string_view> optype = {};
+    std::optional<ScoreDictVar::StorageType> storage = {};
+};
+
 /// The variable that a DataField or DerivedField element declares. Throws VeskException 2, 9, 10 or 12 with the place
 /// of the element at fault.
 ///
@@ -45,12 +52,14 @@ private:
 /// missing `dataType` means numbers when `optype` is continuous, else text; a missing `optype` means continuous for
 /// numbers without declared values, else categorical. Texts keep every blank. A missing or invalid value that is no
 /// number is kept as text, so that it meets its like.
-std::unique_ptr<BaseDictVar> ReadFieldDeclaration(Element field, const std::string& name, const Transcoder& transcoder);
+std::unique_ptr<BaseDictVar> ReadFieldDeclaration(Element field, const std::string& name, const Transcoder& transcoder,
+                                                  const DeclaredElsewhere& instead = {});
 
 /// The same of a field that may turn out to be unused: where the declaration is wrong, that is told instead of thrown,
 /// and the variable has the field's storage type and nothing else.
 std::unique_ptr<BaseDictVar> ReadFieldDeclaration(Element field, const std::string& name, const Transcoder& transcoder,
-                                                  std::optional<FieldFaults::Fault>& fault);
+                                                  std::optional<FieldFaults::Fault>& fault,
+                                                  const DeclaredElsewhere& instead = {});
 
 /// Whether a DataField or DerivedField element holds numbers or texts, by the same rule.
 SCOREFRAMEWORK_API ScoreDictVar::StorageType ReadStorageType(Element field);

@@ -10,25 +10,31 @@
 // Every name that is looked for in documents, in the order of the alphabet. Attributes follow elements.
 // clang-format off
 #define NBSCORE_KNOWN_NAMES(KNOWN) \
-    KNOWN(Application) KNOWN(Apply) KNOWN(BayesInput) KNOWN(BayesInputs) KNOWN(BayesOutput) KNOWN(Constant) \
-    KNOWN(DataDictionary) KNOWN(DataField) KNOWN(DefineFunction) KNOWN(DerivedField) KNOWN(Discretize) \
-    KNOWN(DiscretizeBin) KNOWN(Extension) KNOWN(FieldColumnPair) KNOWN(FieldRef) KNOWN(InlineTable) KNOWN(Interval) \
-    KNOWN(LinearNorm) KNOWN(LocalTransformations) KNOWN(MapValues) KNOWN(MiningField) KNOWN(MiningModel) \
-    KNOWN(MiningSchema) KNOWN(ModelVerification) KNOWN(NaiveBayesModel) KNOWN(NormContinuous) KNOWN(NormDiscrete) \
-    KNOWN(Output) KNOWN(OutputField) KNOWN(PMML) KNOWN(PairCounts) KNOWN(ParameterField) KNOWN(Segment) \
-    KNOWN(Segmentation) KNOWN(TableLocator) KNOWN(Target) KNOWN(TargetValue) KNOWN(TargetValueCount) \
-    KNOWN(TargetValueCounts) KNOWN(TargetValueStats) KNOWN(Targets) KNOWN(Taxonomy) KNOWN(TextIndex) \
-    KNOWN(TextIndexNormalization) KNOWN(TransformationDictionary) KNOWN(Value) KNOWN(VerificationField) \
-    KNOWN(VerificationFields) KNOWN(row) KNOWN(algorithmName) KNOWN(binValue) KNOWN(closure) KNOWN(column) \
-    KNOWN(count) KNOWN(countHits) KNOWN(dataType) KNOWN(defaultValue) KNOWN(displayName) KNOWN(displayValue) \
-    KNOWN(extender) KNOWN(feature) KNOWN(field) KNOWN(fieldCount) KNOWN(fieldName) KNOWN(function) KNOWN(highValue) \
-    KNOWN(inField) KNOWN(invalidValueTreatment) KNOWN(isCaseSensitive) KNOWN(isScorable) KNOWN(leftMargin) \
-    KNOWN(localTermWeights) KNOWN(lowValue) KNOWN(mapMissingTo) KNOWN(maxLevenshteinDistance) KNOWN(method) \
-    KNOWN(missing) KNOWN(missingValueReplacement) KNOWN(missingValueTreatment) KNOWN(modelName) KNOWN(name) \
-    KNOWN(norm) KNOWN(numberOfFields) KNOWN(optype) KNOWN(orig) KNOWN(outField) KNOWN(outliers) KNOWN(outputColumn) \
-    KNOWN(precision) KNOWN(priorProbability) KNOWN(property) KNOWN(rank) KNOWN(recordCount) KNOWN(recursive) \
-    KNOWN(regexField) KNOWN(rightMargin) KNOWN(segmentId) KNOWN(targetField) KNOWN(textField) KNOWN(threshold) \
-    KNOWN(tokenize) KNOWN(usageType) KNOWN(value) KNOWN(version) KNOWN(wordSeparatorCharacterRE) KNOWN(zeroThreshold)
+    KNOWN(AnyDistribution) KNOWN(Application) KNOWN(Apply) KNOWN(BayesInput) KNOWN(BayesInputs) KNOWN(BayesOutput) \
+    KNOWN(Constant) KNOWN(DataDictionary) KNOWN(DataField) KNOWN(Decisions) KNOWN(DefineFunction) KNOWN(DerivedField) \
+    KNOWN(Discretize) KNOWN(DiscretizeBin) KNOWN(Extension) KNOWN(FieldColumnPair) KNOWN(FieldRef) \
+    KNOWN(GaussianDistribution) KNOWN(Header) KNOWN(InlineTable) KNOWN(Interval) KNOWN(LinearNorm) \
+    KNOWN(LocalTransformations) KNOWN(MapValues) KNOWN(MiningBuildTask) KNOWN(MiningField) KNOWN(MiningModel) \
+    KNOWN(MiningSchema) KNOWN(ModelExplanation) KNOWN(ModelStats) KNOWN(ModelVerification) KNOWN(NaiveBayes) \
+    KNOWN(NaiveBayesModel) KNOWN(NormContinuous) KNOWN(NormDiscrete) KNOWN(Output) KNOWN(OutputField) KNOWN(PMML) \
+    KNOWN(PairCounts) KNOWN(ParameterField) KNOWN(PoissonDistribution) KNOWN(Segment) KNOWN(Segmentation) \
+    KNOWN(TableLocator) KNOWN(Target) KNOWN(TargetValue) KNOWN(TargetValueCount) KNOWN(TargetValueCounts) \
+    KNOWN(TargetValueStat) KNOWN(TargetValueStats) KNOWN(Targets) KNOWN(Taxonomy) KNOWN(TextIndex) \
+    KNOWN(TextIndexNormalization) KNOWN(TransformationDictionary) KNOWN(True) KNOWN(UniformDistribution) KNOWN(Value) \
+    KNOWN(VerificationField) KNOWN(VerificationFields) KNOWN(row) KNOWN(algorithm) KNOWN(algorithmName) \
+    KNOWN(binValue) KNOWN(closure) KNOWN(column) KNOWN(count) KNOWN(countHits) KNOWN(dataType) KNOWN(defaultValue) \
+    KNOWN(displayName) KNOWN(displayValue) KNOWN(extender) KNOWN(feature) KNOWN(field) KNOWN(fieldCount) \
+    KNOWN(fieldName) KNOWN(function) KNOWN(functionName) KNOWN(highValue) KNOWN(id) KNOWN(importance) KNOWN(inField) \
+    KNOWN(invalidValueReplacement) KNOWN(invalidValueTreatment) KNOWN(isCaseSensitive) KNOWN(isFinalResult) \
+    KNOWN(isMultiValued) KNOWN(isScorable) KNOWN(leftMargin) KNOWN(localTermWeights) KNOWN(lower) KNOWN(lowValue) \
+    KNOWN(mapMissingTo) KNOWN(maxLevenshteinDistance) KNOWN(mean) KNOWN(method) KNOWN(missing) \
+    KNOWN(missingPredictionTreatment) KNOWN(missingThreshold) KNOWN(missingValueReplacement) \
+    KNOWN(missingValueTreatment) KNOWN(modelName) KNOWN(multipleModelMethod) KNOWN(name) KNOWN(norm) \
+    KNOWN(numberOfFields) KNOWN(optype) KNOWN(orig) KNOWN(outField) KNOWN(outliers) KNOWN(outputColumn) \
+    KNOWN(precision) KNOWN(priorProbability) KNOWN(property) KNOWN(rank) KNOWN(rankBasis) KNOWN(rankOrder) \
+    KNOWN(recordCount) KNOWN(recursive) KNOWN(regexField) KNOWN(rightMargin) KNOWN(ruleFeature) KNOWN(segmentId) \
+    KNOWN(targetField) KNOWN(textField) KNOWN(threshold) KNOWN(tokenize) KNOWN(upper) KNOWN(usageType) KNOWN(value) \
+    KNOWN(variance) KNOWN(version) KNOWN(weight) KNOWN(wordSeparatorCharacterRE) KNOWN(zeroThreshold)
 // clang-format on
 
 namespace nbscore {

@@ -1,5 +1,6 @@
 #include "pmml/Refusal.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "framework/NumberText.h"
@@ -12,6 +13,16 @@ namespace {
 VeskException NotANumber(std::string_view text, Refusal id, Refusal idWithComma) {
     const std::string excerpt = ExcerptOf(text);
     return MakeRefusal(excerpt.find(',') == std::string::npos ? id : idWithComma, {excerpt});
+}
+
+/// "a, b or c".
+std::string Listed(std::span<const std::string_view> words) {
+    std::string list;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        if (i > 0) list += i + 1 < words.size() ? ", " : " or ";
+        list += words[i];
+    }
+    return list;
 }
 
 }  // namespace
@@ -63,6 +74,17 @@ std::string AttributeText(const Transcoder& transcoder, Element element, Name na
 
 std::string RequiredText(const Transcoder& transcoder, Element element, Name name, Refusal id) {
     return TextAt(element, RequiredAttribute(element, name, id), transcoder);
+}
+
+std::size_t WordAttribute(Element element, Name name, std::span<const std::string_view> words) {
+    const auto word = element.GetAttribute(name);
+    if (!word) return 0;
+    const auto found = std::ranges::find(words, *word);
+    if (found == words.end()) {
+        throw RefusalAt(element, Refusal::NoListedWord,
+                        {ExcerptOf(*word), SpellingOf(name), element.GetTag(), Listed(words)});
+    }
+    return static_cast<std::size_t>(found - words.begin());
 }
 
 }  // namespace nbscore

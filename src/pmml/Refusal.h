@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <initializer_list>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -57,5 +59,9 @@ SCOREFRAMEWORK_API std::string TextAt(Element element, std::string_view text, co
 SCOREFRAMEWORK_API std::string AttributeText(const Transcoder& transcoder, Element element, Name name);
 SCOREFRAMEWORK_API std::string RequiredText(const Transcoder& transcoder, Element element, Name name,
                                             Refusal id = Refusal::AttributeMissing);
+
+/// The position of the attribute among the words; 0 when the element has no such attribute. Throws VeskException 5,
+/// with all the words, for any other.
+SCOREFRAMEWORK_API std::size_t WordAttribute(Element element, Name name, std::span<const std::string_view> words);
 
 }  // namespace nbscore

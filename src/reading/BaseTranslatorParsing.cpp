@@ -10,6 +10,9 @@
 #include "pmml/DomDocument.h"
 #include "pmml/XmlLibrary.h"
 #include "reading/BaseTranslator.h"
+#include "reading/DocumentFaults.h"
+
+DocumentFaults::~DocumentFaults() = default;
 
 BaseTranslator::BaseTranslator() {
     nbscore::EnsureXmlPlatform();

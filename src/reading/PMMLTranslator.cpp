@@ -7,6 +7,8 @@
 #include <optional>
 
 #include "framework/BaseDictionary.h"
+#include "framework/VersionInfo.h"
+#include "pmml/DocumentParts.h"
 #include "pmml/DomDocument.h"
 #include "pmml/FieldDeclarationReader.h"
 #include "pmml/Refusal.h"
@@ -60,15 +62,24 @@ ScoreDictionary* PMMLTranslator::ParseDictionary(nbscore::Element dataDictionary
     return ReadDictionary(dataDictionary, converter, addField);
 }
 
-ScoreDictionary* PMMLTranslator::ParseDictionary(nbscore::Element dataDictionary, nbscore::FieldFaults& faults) {
+ScoreDictionary* PMMLTranslator::ParseDictionary(nbscore::Element dataDictionary, nbscore::FieldFaults& faults,
+                                                 const Optypes& optypes) {
     const Transcoder& converter = TranscoderOf(*this);
     const auto addField = [&](BaseDictionary& dictionary, nbscore::Element field, const std::string& name) {
         std::optional<nbscore::FieldFaults::Fault> fault;
-        auto variable = nbscore::ReadFieldDeclaration(field, name, converter, fault);
+        nbscore::DeclaredElsewhere instead;
+        if (const auto optype = optypes.find(name); optype != optypes.end()) instead.optype = optype->second;
+        auto variable = nbscore::ReadFieldDeclaration(field, name, converter, fault, instead);
         // Of several declarations the first counts.
         if (dictionary.AddVar(name, variable.release()) && fault) faults.Add(name, *fault);
     };
     return ReadDictionary(dataDictionary, converter, addField);
+}
+
+std::unique_ptr<ScoreVersionInfo> PMMLTranslator::ParseVersion(nbscore::Element root) {
+    const std::string version =
+        nbscore::AttributeText(TranscoderOf(*this), nbscore::FindApplication(root), nbscore::Name::version);
+    return std::make_unique<VersionInfo>(version.empty() ? "2.1" : version);
 }
 
 TransformationDictionary* PMMLTranslator::HandleTransformationDictionary(const xercesc::DOMElement* element,

@@ -1,9 +1,14 @@
 #pragma once
 
+#include <functional>
+#include <map>
+#include <memory>
 #include <string>
+#include <string_view>
 
 #include "framework/Export.h"
 #include "framework/ScoreDictionary.h"
+#include "framework/ScoreVersionInfo.h"
 #include "framework/TransformationDictionary.h"
 #include "pmml/DocumentTree.h"
 #include "reading/BaseTranslator.h"
@@ -49,9 +54,15 @@ public:
     const std::string& GetDocumentName() const { return documentName; }
 
 protected:
+    using Optypes = std::map<std::string, std::string_view, std::less<>>;
+
     /// The same, but keeps what a field declares wrongly, so that it can be thrown where the field is used and passed
     /// over where nothing does.
-    ScoreDictionary* ParseDictionary(nbscore::Element dataDictionary, nbscore::FieldFaults& faults);
+    /// @param optypes by names of fields, what counts instead of their own.
+    ScoreDictionary* ParseDictionary(nbscore::Element dataDictionary, nbscore::FieldFaults& faults,
+                                     const Optypes& optypes = {});
+    /// The version of the application that wrote the document; 2.1 where it names none. Texts as above.
+    std::unique_ptr<ScoreVersionInfo> ParseVersion(nbscore::Element root);
 
 private:
     std::string documentName;

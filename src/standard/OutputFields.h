@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstddef>
+#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -7,18 +10,53 @@
 #include "framework/ScoreCaseRecord.h"
 #include "framework/ScoreModel.h"
 #include "framework/ScoreResult.h"
+#include "framework/SeededHash.h"
+#include "framework/TransformationDictionary.h"
 
 namespace nbscore {
 
-/// What a document's Output asks for, computed from a case and its result.
+/// One field of a document's Output.
+struct OutputField {
+    enum Feature { PredictedValue, PredictedDisplayValue, Probability, Residual, Warning, Expression };
+
+    std::string name;
+    Feature feature = PredictedValue;
+    /// Of a probability or residual: the position of the target category that it is about. Nothing: the predicted one.
+    std::optional<std::size_t> category = {};
+    bool isNumber = false;
+    /// Whether it is a column of the result. The others are there for expressions.
+    bool isColumn = true;
+};
+
+/// What a document's Output asks for, computed from a case and its result. Any number of threads may compute at once.
 class OutputFields {
 public:
+    /// @param outputFields in the document's order, each under a name of its own.
+    /// @param shownTexts for each target category, what is shown for it.
+    /// @param expressionFields the derived fields whose names those of expressions are; null where there are none.
+    ///     They may read the other fields by their names, and what else the case has.
+    OutputFields(std::vector<OutputField> outputFields, std::vector<std::string> shownTexts,
+                 std::unique_ptr<TransformationDictionary> expressionFields);
+
     std::vector<OutputColumn> GetColumns() const;
     /// The data fields that residuals and expressions read.
-    std::vector<std::string> GetFieldsRead() const;
-    /// Fills in one value for each column.
+    /// @param target whose value residuals compare.
+    std::vector<std::string> GetFieldsRead(const ScoreDictVar* target) const;
+    bool ReadsCase() const { return readsCase; }
+    /// Fills in one value for each column. Of a case without a result, what is not said otherwise has no value, and
+    /// expressions see none.
+    /// @param record with the values that the model has seen, treated where fields are; the target's as it is.
     void Compute(const ScoreModel& model, const ScoreCaseRecord& record, const ScoreResult& result,
                  std::vector<OutputValue>& values) const;
+
+private:
+    class CaseValues;
+
+    std::vector<OutputField> fields;
+    std::vector<std::string> texts;
+    std::unique_ptr<TransformationDictionary> expressions;
+    SeededMap<std::string, std::size_t> positions;
+    bool readsCase = false;
 };
 
 }  // namespace nbscore

@@ -223,11 +223,11 @@ std::vector<nbscore::OutputColumn> StandardModel::GetOutputColumns() const {
 
 void StandardModel::ComputeOutputs(const ScoreCaseRecord& record, const ScoreResult& result,
                                    std::vector<nbscore::OutputValue>& values) const {
-    if (outputs) {
-        outputs->Compute(*this, record, result, values);
-    } else {
-        values.clear();
-    }
+    values.clear();
+    if (!outputs) return;
+    nbscore::TreatedRecord treated;
+    if (outputs->ReadsCase()) treated.Fill(fields, record, false);
+    outputs->Compute(*this, outputs->ReadsCase() ? treated : record, result, values);
 }
 
 std::vector<std::string> StandardModel::GetOptionalFields() const {
@@ -243,6 +243,6 @@ std::vector<std::string> StandardModel::GetOptionalFields() const {
     };
     for (const auto& field : fields.GetAll())
         add(field.name);
-    if (outputs) std::ranges::for_each(outputs->GetFieldsRead(), add);
+    if (outputs) std::ranges::for_each(outputs->GetFieldsRead(target.GetVar()), add);
     return optional;
 }

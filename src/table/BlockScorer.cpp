@@ -54,8 +54,9 @@ void ContractBlockScorer::Count(const ScoreResult& scored, std::uint64_t line) {
 void ContractBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) {
     while (rows.ReadRow()) {
         limits.ThrowIfCancelled();
-        const ScoreResult& scored = result.Score(model, binder.Bind(rows.GetCells(), rows.GetRowLine()));
-        writer->AppendCase(scores.text, rows.GetInputRow(copiesRows), results.Read(scored));
+        const ScoreCaseRecord& record = binder.Bind(rows.GetCells(), rows.GetRowLine());
+        const ScoreResult& scored = result.Score(model, record);
+        writer->AppendCase(scores.text, rows.GetInputRow(copiesRows), results.Read(record, scored));
         ++scores.rows;
         Count(scored, rows.GetRowLine());
         if (HasNonFiniteNumber(scored)) scores.NoteNonFinite(rows.GetRowLine());

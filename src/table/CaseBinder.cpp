@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "framework/DerivedFieldSources.h"
+#include "framework/ModelOutputs.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/NumberText.h"
 #include "framework/SeededHash.h"
@@ -20,8 +21,8 @@ std::optional<FieldsOfInputs> FindFieldsOfInputs(const ScoreModel& model) {
     std::set<std::string> derivedInputs;
     for (const ClassifierDescription& classifier : description->Describe().classifiers) {
         for (const InputDescription& input : classifier.inputs) {
-            const bool isDerived = derived != nullptr && derived->GetVar(input.name) != nullptr;
-            (isDerived ? derivedInputs : fields.asTheyAre).insert(input.name);
+            const bool isDerived = derived != nullptr && derived->GetVar(input.field) != nullptr;
+            (isDerived ? derivedInputs : fields.asTheyAre).insert(input.field);
         }
     }
     if (derived == nullptr) return fields;
@@ -47,6 +48,7 @@ CaseBinder::CaseBinder(const ScoreModel& model, const std::vector<std::string>& 
                        const CaseBinderOptions& binderOptions)
     : source(sourceName),
       options(binderOptions),
+      passesTextsOn(!options.badValues && dynamic_cast<const ModelOutputs*>(&model) != nullptr),
       columnNames(header),
       predictors(model.GetVarsOfRole(ScoreModel::PredictorRole)) {
     IndexHeader();
@@ -69,7 +71,12 @@ void CaseBinder::IndexHeader() {
 CaseBinder::Fields CaseBinder::CollectFields(const ScoreModel& model) const {
     Fields fields{.needed = GetVariables(predictors.get()), .optional = {}};
     const std::optional<FieldsOfInputs> read = FindFieldsOfInputs(model);
-    if (!read && model.GetTransformationDictionary() == nullptr) return fields;
+    SeededSet<std::string> alsoRead;
+    if (const auto* const outputs = dynamic_cast<const ModelOutputs*>(&model)) {
+        for (std::string& name : outputs->GetOptionalFields())
+            alsoRead.insert(std::move(name));
+    }
+    if (!read && alsoRead.empty() && model.GetTransformationDictionary() == nullptr) return fields;
 
     SeededSet<std::string> taken;
     for (const ScoreDictVar* field : fields.needed) {
@@ -79,12 +86,14 @@ CaseBinder::Fields CaseBinder::CollectFields(const ScoreModel& model) const {
     for (const ScoreDictVar* field : GetVariables(model.GetDictionary())) {
         const std::string name = field->GetName();
         const bool isTarget = name == target;
-        const bool isWanted = read
-                                  ? read->ofDerivedInputs.contains(name) || (isTarget && read->asTheyAre.contains(name))
-                                  : columnsByName.contains(name);
-        if (!isWanted || !taken.insert(name).second) continue;
+        const bool isOfDerivedInputs = read && read->ofDerivedInputs.contains(name);
+        const bool isNeeded = isOfDerivedInputs && !isTarget;
+        const bool isTargetOfInputs = isTarget && (isOfDerivedInputs || (read && read->asTheyAre.contains(name)));
+        const bool mayBeRead = alsoRead.contains(name) || (!read && model.GetTransformationDictionary() != nullptr);
+        const bool isOptional = isTargetOfInputs || (mayBeRead && columnsByName.contains(name));
+        if ((!isNeeded && !isOptional) || !taken.insert(name).second) continue;
         fields.haveTarget = fields.haveTarget || isTarget;
-        (read && !isTarget ? fields.needed : fields.optional).push_back(field);
+        (isNeeded ? fields.needed : fields.optional).push_back(field);
     }
     return fields;
 }
@@ -154,6 +163,8 @@ void CaseBinder::BindCell(const BoundColumn& column, std::string_view cell, std:
     const std::optional<double> number = cell.empty() ? std::nullopt : ReadNumberCell(column, cell, line);
     if (number) {
         record->SetNumber(column.position, *number);
+    } else if (!cell.empty() && passesTextsOn) {
+        record->SetText(column.position, cell);
     } else {
         record->SetAbsent(column.position);
     }
@@ -163,7 +174,8 @@ std::optional<double> CaseBinder::ReadNumberCell(const BoundColumn& column, std:
                                                  std::uint64_t line) const {
     if (const std::optional<double> number = ReadNumber(cell)) return number;
     const StringValue text{std::string(cell)};
-    if (options.badValues == BadValues::Stop && !column.var->IsMissingValue(&text)) {
+    const bool stops = options.badValues != BadValues::Missing && !passesTextsOn;
+    if (stops && !column.var->IsMissingValue(&text)) {
         throw CaseDataError(
             source, line,
             "column " + QuoteForMessage(columnNames[column.column]) + ": " + QuoteForMessage(cell) + " is no number");

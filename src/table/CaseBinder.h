@@ -41,7 +41,8 @@ struct PlacedCell {
 /// by name, because models keep no position of their target. For a model with derived fields whose inputs are not known
 /// (FindFieldsOfInputs), every field of the dictionary that the table has is used. An empty cell is an absent value.
 /// Cells of numeric fields are read as numbers; a text that the field declares as a missing value is absent. Texts are
-/// taken as they are.
+/// taken as they are. A model with output columns (ModelOutputs) also uses its optional fields where the table has them,
+/// and gets texts that are no numbers, to treat them as invalid values.
 class CaseBinder {
 public:
     /// @param model borrowed, to outlive the binder.
@@ -68,8 +69,8 @@ public:
     const std::vector<BoundColumn>& GetColumns() const { return columns; }
     /// Throws CaseDataError, naming the line, for a row with too many or too few cells.
     void RequireAllCells(const std::vector<std::string_view>& cells, std::uint64_t line) const;
-    /// The number of a cell of a numeric field that is not empty; nothing where it is absent. Throws CaseDataError,
-    /// naming line, column and text, for a text that is no number.
+    /// The number of a cell of a numeric field that is not empty; nothing where it is absent, or a text that the model
+    /// gets. Throws CaseDataError, naming line, column and text, for another text that is no number.
     std::optional<double> ReadNumberCell(const BoundColumn& column, std::string_view cell, std::uint64_t line) const;
 
 private:
@@ -97,6 +98,8 @@ private:
 
     std::string source;
     CaseBinderOptions options;
+    /// Whether the model gets texts that are no numbers.
+    bool passesTextsOn;
     std::vector<std::string> columnNames;
     SeededMap<std::string_view, std::size_t> columnsByName;
     std::unique_ptr<ScoreDictionary> predictors;  // owns the variables of the needed columns

@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstdint>
 #include <string_view>
+#include <variant>
 
 #include "framework/MCMV.h"
 #include "framework/NumberText.h"
@@ -27,6 +28,16 @@ void AddNumber(CsvRow& row, double number, bool needsQuotes) {
     row.AddPlain([number](std::string& text) {
         if (!MCMV::IsMissing(number)) AppendNumber(text, number);
     });
+}
+
+/// The cell of a value that there is none of is empty.
+void AddOutput(CsvRow& row, const OutputValue& value, bool numbersNeedQuotes) {
+    if (const auto* const number = std::get_if<double>(&value)) {
+        AddNumber(row, *number, numbersNeedQuotes);
+    } else {
+        const auto* const text = std::get_if<std::string>(&value);
+        row.Add(text == nullptr ? std::string_view() : *text);
+    }
 }
 
 bool HaveSameBits(double one, double other) {
@@ -54,6 +65,14 @@ CsvScoreWriter::CsvScoreWriter(const ScoreDictVar& target, const std::vector<std
         for (std::size_t i = 0; i < categories.GetNames().size(); ++i)
             AddColumn("probability_" + categories.GetNames()[i], Content::Probability, i);
     }
+    RequireDistinctNames(sourceName);
+}
+
+CsvScoreWriter::CsvScoreWriter(const std::vector<OutputColumn>& outputs, const std::vector<std::string>& header,
+                               const std::string& sourceName, const ScoreWriterOptions& options)
+    : CsvScoreWriter(header, options) {
+    for (std::size_t i = 0; i < outputs.size(); ++i)
+        AddColumn(outputs[i].name, Content::Output, i);
     RequireDistinctNames(sourceName);
 }
 
@@ -147,7 +166,7 @@ void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std:
     for (const auto& [content, number] : columns) {
         switch (content) {
             case Content::Prediction:
-                row.Add(scored.prediction->GetString());
+                row.Add(scored.prediction == nullptr ? std::string() : scored.prediction->GetString());
                 break;
             case Content::Confidence:
                 confidenceBegin = text.size();
@@ -161,6 +180,9 @@ void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std:
                 } else {
                     AddNumber(row, scored.probabilities[number], numbersNeedQuotes);
                 }
+                break;
+            case Content::Output:
+                AddOutput(row, scored.outputs[number], numbersNeedQuotes);
                 break;
             case Content::Label:
                 row.AddPlain([&label = labelCells[shown[number]]](std::string& cells) { cells += label; });

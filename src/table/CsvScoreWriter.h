@@ -19,6 +19,10 @@ public:
     CsvScoreWriter(const ScoreDictVar& target, const std::vector<std::string>& header, const std::string& sourceName,
                    const ScoreWriterOptions& options);
 
+    /// For a single classifier whose document names the columns itself. The rest as above.
+    CsvScoreWriter(const std::vector<OutputColumn>& outputs, const std::vector<std::string>& header,
+                   const std::string& sourceName, const ScoreWriterOptions& options);
+
     /// For a set of sub-models: `score_<label>` for each (LabelSubModels); or of the best ones `best_1_model`,
     /// `best_1_score`, `best_2_model` and so on; or a row for each case and sub-model with `model` (the label), `score`,
     /// `assessment_mean` and `assessment_std_dev`, so that a case without sub-models has no row.
@@ -34,12 +38,12 @@ public:
     void AppendScores(std::string& text, const ScoredCase& scored) override;
 
 private:
-    enum class Content { Prediction, Confidence, Probability, Label, Score, AssessmentMean, AssessmentStdDev };
+    enum class Content { Prediction, Confidence, Probability, Output, Label, Score, AssessmentMean, AssessmentStdDev };
 
     /// A column that scoring adds.
     struct Column {
         Content content;
-        /// Which one: of the target's categories, or of the sub-models that a row shows.
+        /// Which one: of the target's categories, of the outputs, or of the sub-models that a row shows.
         std::size_t number;
     };
 

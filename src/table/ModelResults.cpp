@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numeric>
 
+#include "framework/CaseFacts.h"
 #include "framework/CountedNoun.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/SeededHash.h"
@@ -131,7 +132,7 @@ const ScoreResult& ReusedResult::Score(ScoreModel& model, const ScoreCaseRecord&
 const ScoreClsResult& RequireClassification(const ScoreResult& result) {
     const auto* const classification = dynamic_cast<const ScoreClsResult*>(&result);
     if (classification == nullptr) throw UnscorableModelError("The model's results are no classifications.");
-    if (classification->GetPrediction() == nullptr) {
+    if (classification->GetPrediction() == nullptr && dynamic_cast<const ResultFacts*>(&result) == nullptr) {
         throw UnscorableModelError("The model predicted no value for a case.");
     }
     return *classification;
@@ -181,23 +182,36 @@ void CategoryProbabilities::LearnEntries(const std::vector<ScoreClsResult::Value
     }
 }
 
-ScoredCaseReader::ScoredCaseReader(ScoreModel& model, bool onlyPrediction) : predictionOnly(onlyPrediction) {
+std::vector<OutputColumn> FindOutputColumns(const ScoreModel& model, const ScoreWriterOptions& options) {
+    if (options.columns == ResultColumns::Usual || options.predictionOnly) return {};
+    const auto* const outputs = dynamic_cast<const ModelOutputs*>(&model);
+    return outputs == nullptr ? std::vector<OutputColumn>() : outputs->GetOutputColumns();
+}
+
+ScoredCaseReader::ScoredCaseReader(ScoreModel& model, const ScoreWriterOptions& options)
+    : predictionOnly(options.predictionOnly) {
     if (const auto names = FindSubModelNames(model)) {
         numSubModels = names->size();
     } else {
         probabilities.emplace(*model.GetTargetVar());
     }
+    if (!FindOutputColumns(model, options).empty()) asked = dynamic_cast<const ModelOutputs*>(&model);
 }
 
-ScoredCase ScoredCaseReader::Read(const ScoreResult& result) {
+ScoredCase ScoredCaseReader::Read(const ScoreCaseRecord& record, const ScoreResult& result) {
     ScoredCase scored;
     if (numSubModels) {
         scored.subModels = RequireSubModelScores(result, *numSubModels);
         return scored;
     }
     const ScoreClsResult& classification = RequireClassification(result);
+    if (asked != nullptr) {
+        asked->ComputeOutputs(record, result, outputs);
+        scored.outputs = outputs;
+        return scored;
+    }
     scored.prediction = classification.GetPrediction();
-    scored.confidence = classification.GetConfidence();
+    if (scored.prediction != nullptr) scored.confidence = classification.GetConfidence();
     if (!predictionOnly) scored.probabilities = probabilities->Arrange(classification);
     return scored;
 }

@@ -7,11 +7,13 @@
 #include <vector>
 
 #include "framework/MCMV.h"
+#include "framework/ModelOutputs.h"
 #include "framework/ScoreClsResult.h"
 #include "framework/ScoreModel.h"
 #include "framework/ScoreResult.h"
 #include "framework/SeededHash.h"
 #include "selflearning/SelfLearningResult.h"
+#include "table/TableOptions.h"
 
 namespace nbscore {
 
@@ -71,9 +73,13 @@ private:
     ScoreResult* result = nullptr;  // the model replaces it through a reference to this very pointer
 };
 
-/// The result as a classification that has a prediction. Throws UnscorableModelError when it is none: a plug-in may
-/// return any kind of result.
+/// The result as a classification. It has a prediction, unless it tells what became of a case without one
+/// (ResultFacts). Throws UnscorableModelError when it is none: a plug-in may return any kind of result.
 const ScoreClsResult& RequireClassification(const ScoreResult& result);
+
+/// The columns that a model's document asks for and that writers of these options show; none where the usual ones are
+/// shown.
+std::vector<OutputColumn> FindOutputColumns(const ScoreModel& model, const ScoreWriterOptions& options);
 
 /// True when some probability of a result is not finite: the arithmetic broke down, which takes an extreme threshold or
 /// extreme counts.
@@ -113,7 +119,7 @@ private:
 
 /// The result of one case, from any scorer. Everything is borrowed.
 struct ScoredCase {
-    /// Of a single classifier; null for a set.
+    /// Of a single classifier; null for a set, and for a case without a result.
     const ScoreValue* prediction = nullptr;
     double confidence = MCMV::gMissingValue;
     /// In the order in which the target declares its categories, system-missing for one that the scorer does not give;
@@ -121,20 +127,26 @@ struct ScoredCase {
     std::span<const double> probabilities;
     /// Of a set, one for each sub-model.
     std::span<const SubModelScore> subModels;
+    /// What the document's Output asks for, one for each of its columns; empty where the usual columns are shown.
+    std::span<const OutputValue> outputs;
 };
 
 /// Reads a model's results for writers.
 class ScoredCaseReader {
 public:
-    /// @param model must be scorable, because a set of sub-models is asked how many there are.
-    ScoredCaseReader(ScoreModel& model, bool onlyPrediction);
+    /// @param model must be scorable, because a set of sub-models is asked how many there are. Borrowed.
+    ScoredCaseReader(ScoreModel& model, const ScoreWriterOptions& options);
 
     /// Valid as long as the result is unchanged, and until the next call. Throws UnscorableModelError for a result that
     /// is not of the model's kind: a plug-in may return any.
-    ScoredCase Read(const ScoreResult& result);
+    /// @param record the case that the result is of.
+    ScoredCase Read(const ScoreCaseRecord& record, const ScoreResult& result);
 
 private:
     bool predictionOnly;
+    /// Null where the usual columns are shown.
+    const ModelOutputs* asked = nullptr;
+    std::vector<OutputValue> outputs;
     std::optional<std::size_t> numSubModels;
     std::optional<CategoryProbabilities> probabilities;
 };

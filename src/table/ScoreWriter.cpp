@@ -1,5 +1,7 @@
 #include "table/ScoreWriter.h"
 
+#include <variant>
+
 #include "output/HostError.h"
 #include "output/JsonText.h"
 #include "table/CsvScoreWriter.h"
@@ -14,6 +16,9 @@ public:
     /// For a single classifier: `{"prediction": …, "confidence": …, "probabilities": {"<category>": …}}`, categories in
     /// the target's order. The prediction of a numeric target is a number.
     JsonLinesScoreWriter(const ScoreDictVar& target, const ScoreWriterOptions& options);
+
+    /// For a single classifier whose document names the values itself: these names are the keys.
+    explicit JsonLinesScoreWriter(const std::vector<OutputColumn>& outputs);
 
     /// For a set of sub-models:
     /// `{"models": [{"name": …, "score": …, "assessment_mean": …, "assessment_std_dev": …}]}`. Names stand as the
@@ -30,32 +35,47 @@ public:
     void AppendScores(std::string& text, const ScoredCase& scored) override;
 
 private:
+    enum class Shape { Classification, Outputs, SubModels };
+
+    void AddKey(const std::string& key);
     void AppendClassification(std::string& text, const ScoredCase& scored) const;
-    void AppendPrediction(std::string& text, const ScoreValue& prediction) const;
+    void AppendPrediction(std::string& text, const ScoreValue* prediction) const;
+    void AppendOutputs(std::string& text, const ScoredCase& scored) const;
     void AppendSubModels(std::string& text, const ScoredCase& scored);
 
+    Shape shape;
     bool predictionOnly;
     bool numericTarget = false;
-    /// What stands in front of the number of each category, `, "yes": `, or of each sub-model's score,
+    /// What stands in front of the number of each category or each output, `, "yes": `, or of each sub-model's score,
     /// `{"name": "a", "score": `.
     std::vector<std::string> openings;
     SubModelRanking ranking;
 };
 
 JsonLinesScoreWriter::JsonLinesScoreWriter(const ScoreDictVar& target, const ScoreWriterOptions& options)
-    : predictionOnly(options.predictionOnly),
+    : shape(Shape::Classification),
+      predictionOnly(options.predictionOnly),
       numericTarget(target.GetStorageType() == ScoreDictVar::NumericStorage),
       ranking(options.subModels.best) {
     const CategoryProbabilities categories(target);
-    for (const std::string& category : categories.GetNames()) {
-        std::string opening = openings.empty() ? "" : ", ";
-        AppendJsonText(opening, category);
-        openings.push_back(opening + ": ");
-    }
+    for (const std::string& category : categories.GetNames())
+        AddKey(category);
+}
+
+JsonLinesScoreWriter::JsonLinesScoreWriter(const std::vector<OutputColumn>& outputs)
+    : shape(Shape::Outputs), predictionOnly(false), ranking(std::nullopt) {
+    for (const OutputColumn& output : outputs)
+        AddKey(output.name);
+}
+
+void JsonLinesScoreWriter::AddKey(const std::string& key) {
+    std::string opening = openings.empty() ? "" : ", ";
+    AppendJsonText(opening, key);
+    openings.push_back(opening + ": ");
 }
 
 JsonLinesScoreWriter::JsonLinesScoreWriter(const std::vector<std::string>& names, const ScoreWriterOptions& options)
-    : predictionOnly(options.predictionOnly), ranking(options.subModels.best) {
+    : shape(Shape::SubModels), predictionOnly(options.predictionOnly), ranking(options.subModels.best) {
     for (const std::string& name : names) {
         std::string opening = "{\"name\": ";
         AppendJsonText(opening, name);
@@ -64,16 +84,22 @@ JsonLinesScoreWriter::JsonLinesScoreWriter(const std::vector<std::string>& names
 }
 
 void JsonLinesScoreWriter::AppendScores(std::string& text, const ScoredCase& scored) {
-    if (scored.prediction != nullptr) {
-        AppendClassification(text, scored);
-    } else {
-        AppendSubModels(text, scored);
+    switch (shape) {
+        case Shape::Classification:
+            AppendClassification(text, scored);
+            break;
+        case Shape::Outputs:
+            AppendOutputs(text, scored);
+            break;
+        case Shape::SubModels:
+            AppendSubModels(text, scored);
+            break;
     }
 }
 
 void JsonLinesScoreWriter::AppendClassification(std::string& text, const ScoredCase& scored) const {
     text += "{\"prediction\": ";
-    AppendPrediction(text, *scored.prediction);
+    AppendPrediction(text, scored.prediction);
     if (!predictionOnly) {
         text += ", \"confidence\": ";
         AppendJsonNumber(text, scored.confidence);
@@ -87,12 +113,30 @@ void JsonLinesScoreWriter::AppendClassification(std::string& text, const ScoredC
     text += "}\n";
 }
 
-void JsonLinesScoreWriter::AppendPrediction(std::string& text, const ScoreValue& prediction) const {
-    if (numericTarget) {
-        AppendJsonNumber(text, prediction.GetDouble());
+void JsonLinesScoreWriter::AppendPrediction(std::string& text, const ScoreValue* prediction) const {
+    if (prediction == nullptr) {
+        text += "null";
+    } else if (numericTarget) {
+        AppendJsonNumber(text, prediction->GetDouble());
     } else {
-        AppendJsonText(text, prediction.GetString());
+        AppendJsonText(text, prediction->GetString());
     }
+}
+
+void JsonLinesScoreWriter::AppendOutputs(std::string& text, const ScoredCase& scored) const {
+    text += '{';
+    for (std::size_t i = 0; i < scored.outputs.size(); ++i) {
+        text += openings[i];
+        const OutputValue& value = scored.outputs[i];
+        if (const auto* const number = std::get_if<double>(&value)) {
+            AppendJsonNumber(text, *number);
+        } else if (const auto* const string = std::get_if<std::string>(&value)) {
+            AppendJsonText(text, *string);
+        } else {
+            text += "null";
+        }
+    }
+    text += "}\n";
 }
 
 void JsonLinesScoreWriter::AppendSubModels(std::string& text, const ScoredCase& scored) {
@@ -133,6 +177,10 @@ std::unique_ptr<ScoreWriter> MakeScoreWriter(ScoreModel& model, const std::vecto
     if (const auto names = FindSubModelNames(model)) {
         if (isCsv) return std::make_unique<CsvScoreWriter>(*names, header, sourceName, options);
         return std::make_unique<JsonLinesScoreWriter>(*names, options);
+    }
+    if (const std::vector<OutputColumn> outputs = FindOutputColumns(model, options); !outputs.empty()) {
+        if (isCsv) return std::make_unique<CsvScoreWriter>(outputs, header, sourceName, options);
+        return std::make_unique<JsonLinesScoreWriter>(outputs);
     }
     const ScoreDictVar& target = RequireTarget(model);
     if (isCsv) return std::make_unique<CsvScoreWriter>(target, header, sourceName, options);

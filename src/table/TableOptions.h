@@ -13,12 +13,22 @@ enum class BadValues { Stop, Missing };
 
 /// How the rows of a table are taken.
 struct CaseBinderOptions {
-    BadValues badValues = BadValues::Stop;
+    /// With nothing, a model that treats invalid values itself (ModelOutputs) gets such texts; for any other it is Stop.
+    std::optional<BadValues> badValues;
     /// A field that the model needs and the table lacks is absent in every case, instead of an error.
     bool allowMissingFields = false;
 };
 
 enum class ScoreFormat { Csv, JsonLines };
+
+/// What scoring adds for a single classifier.
+enum class ResultColumns {
+    /// The fields that the document's Output asks for, in its order and by its names, where the model knows of such
+    /// (ModelOutputs) and not the prediction alone is wanted; else the usual ones.
+    Output,
+    /// The prediction, its confidence, and the probability of each category.
+    Usual
+};
 
 /// How the scores of a set of sub-models are written; for a single classifier it does nothing.
 struct SubModelOptions {
@@ -31,13 +41,14 @@ struct SubModelOptions {
 /// How scored cases are written. What only a table of columns can have does nothing for JSON lines.
 struct ScoreWriterOptions {
     ScoreFormat format = ScoreFormat::Csv;
+    ResultColumns columns = ResultColumns::Output;
     /// Between the cells of a CSV row.
     char delimiter = ',';
     /// Leave the input's own columns out (CSV; JSON lines never have them).
     bool onlyScores = false;
     /// Only the prediction: no confidence, no probabilities; of sub-models the scores without assessment figures.
     bool predictionOnly = false;
-    /// Put in front of the name of every column that scoring adds (CSV; the keys of JSON lines are fixed).
+    /// Put in front of the name of every column that scoring adds (CSV; the keys of JSON lines stay as they are).
     std::string prefix;
     SubModelOptions subModels;
 };

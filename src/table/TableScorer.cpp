@@ -66,7 +66,7 @@ private:
                                                       options.limits);
         }
         CaseBinder binder(model, header, source, options.cases);
-        ScoredCaseReader results(model, options.output.predictionOnly);
+        ScoredCaseReader results(model, options.output);
         return std::make_unique<ContractBlockScorer>(model, std::move(binder), std::move(results), CopyWriter(),
                                                      options.CopiesRows(), options.limits);
     }

@@ -148,16 +148,22 @@ void InputReader::FinishCounts(int predictorIndex) {
     reading.model.SetPredCounts(predictorIndex, counts);
 }
 
+void ReadInput(Element input, DocumentReading& reading) {
+    if (reading.survey != nullptr) reading.cells = reading.survey->cells;
+    if (!reading.IsBroken(std::string(input.GetAttributeOr(Name::fieldName, {})))) InputReader(input, reading).Read();
+}
+
 }  // namespace
 
 int ReadBayesInputs(Element inputs, DocumentReading& reading) {
     int numInputs = 0;
     for (const Element child : inputs.GetChildren()) {
         if (child.Is(Name::Extension)) continue;
-        RequireName(child, Name::BayesInput, inputs, Refusal::BayesInputExpected);
+        if (!reading.ReadPart([&] { RequireName(child, Name::BayesInput, inputs, Refusal::BayesInputExpected); }))
+            continue;
         reading.watch.Step();
         ++numInputs;
-        InputReader(child, reading).Read();
+        reading.ReadPart([&] { ReadInput(child, reading); });
     }
     return numInputs;
 }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <set>
 #include <string>
@@ -15,54 +13,17 @@
 #include "pmml/FieldDeclarationReader.h"
 #include "pmml/Transcoder.h"
 #include "reading/BaseTranslator.h"
+#include "reading/CountCells.h"
+#include "translator/FaultSurvey.h"
 #include "translator/ModelUnderConstruction.h"
 
 /// @file
-/// What the readers of a document's parts share while it is read, and how much memory it may ask for. Few characters of
-/// a document can ask for very much: a bin number makes all the factor rows below it, and each is as long as the target
-/// has categories.
+/// What the readers of a document's parts share while it is read.
 
 namespace nbscore {
 
 /// The highest bin number and target index that are taken.
 inline constexpr int highestCountIndex = 1'000'000;
-
-/// What the count tables and encoders of one document may hold together, in cells. A cell is what a count takes: eight
-/// bytes, and as many for the probability beside it.
-class CountCells {
-public:
-    /// What a row costs beside its counts: 104 bytes while the model takes the table over, as measured with a million
-    /// rows.
-    static constexpr std::size_t cellsPerRow = 7;
-    /// What a category costs an encoder beside its text: the node of a map and a place in a list, 88 bytes as measured
-    /// with 20,000 categories.
-    static constexpr std::size_t cellsPerCategory = 6;
-    static constexpr std::size_t bytesPerCell = 16;
-
-    /// @param maxMemory what the document may take in all, in bytes, and @param taken what its elements take of that.
-    CountCells(std::uint64_t maxMemory, std::uint64_t taken)
-        : total(maxMemory), left(maxMemory > taken ? (maxMemory - taken) / bytesPerCell : 0) {}
-
-    /// Takes cells out of what is left, or refuses the document at this element with code 12.
-    void Take(Element element, std::size_t cells);
-
-private:
-    std::uint64_t total;
-    std::uint64_t left;
-};
-
-/// What one count table has taken while it grows: every cell once, however often the table is measured.
-class TableCells {
-public:
-    explicit TableCells(CountCells& documentCells) : all(documentCells) {}
-
-    /// Takes what the table needs by now and has not taken before. A table never gives cells back.
-    void Require(Element element, std::size_t rows, std::size_t counts);
-
-private:
-    CountCells& all;
-    std::size_t taken = 0;
-};
 
 /// The active fields of the model element being read. The position of a name is the predictor index of the
 /// inputs that use it; of equal names the first one counts.
@@ -113,6 +74,19 @@ struct DocumentReading {
     /// The derived fields that inputs name, where a data field has a fault: they must not be computed from it.
     std::set<std::string> derivedInputs;
     LimitWatch watch;
+    /// Null where the first fault ends the reading.
+    FaultSurvey* survey = nullptr;
+
+    /// Reads a part that stands by itself. Its fault leaves this, except in a survey.
+    /// @return whether the part was read, and without a fault.
+    template <typename Work>
+    bool ReadPart(const Work& work) {
+        if (survey != nullptr) return survey->Try(work);
+        work();
+        return true;
+    }
+    bool IsBroken(const std::string& field) const { return survey != nullptr && survey->brokenFields.contains(field); }
+    bool IsTargetBroken() const { return survey != nullptr && survey->isTargetBroken; }
 };
 
 }  // namespace nbscore

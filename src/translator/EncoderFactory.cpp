@@ -3,7 +3,7 @@
 #include "naivebayes/BorrowedText.h"
 #include "naivebayes/NBCatNumericEncoder.h"
 #include "naivebayes/NBCatStringEncoder.h"
-#include "translator/DocumentReading.h"
+#include "reading/CountCells.h"
 
 namespace nbscore {
 

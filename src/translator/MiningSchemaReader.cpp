@@ -18,6 +18,7 @@ public:
     std::string Read(Element schema);
 
 private:
+    void NoteBroken(Element child);
     void ReadMiningField(Element field);
     void ReadActiveField(const ScoreDictVar& var, const std::string& name);
     void ReadPredictedField(Element field, const ScoreDictVar& var, const std::string& name);
@@ -32,13 +33,24 @@ private:
 std::string SchemaReader::Read(Element schema) {
     for (const Element child : schema.GetChildren()) {
         reading.watch.Step();
-        if (!child.Is(Name::Extension)) {
-            ReadMiningField(child);  // whatever its name
-        } else if (reading.derivedFields != nullptr) {
-            ReadDerivedFields(child);
-        }
+        const bool isRead = reading.ReadPart([&] {
+            if (!child.Is(Name::Extension)) {
+                ReadMiningField(child);  // whatever its name
+            } else if (reading.derivedFields != nullptr) {
+                ReadDerivedFields(child);
+            }
+        });
+        if (!isRead) NoteBroken(child);
     }
     return targetName;
+}
+
+/// In a survey.
+void SchemaReader::NoteBroken(Element child) {
+    for (const Element field : child.GetDescendants(Name::MiningField))
+        reading.survey->brokenFields.emplace(field.GetAttributeOr(Name::name, {}));
+    reading.survey->brokenFields.emplace(child.GetAttributeOr(Name::name, {}));
+    if (child.GetAttribute(Name::usageType) == "predicted") reading.survey->isTargetBroken = true;
 }
 
 void SchemaReader::ReadMiningField(Element field) {

@@ -37,11 +37,13 @@ void RequireSharedTarget(Element schema, int modelIndex, const std::string& targ
 void ReadSchema(Element schema, int modelIndex, DocumentReading& reading) {
     const std::string targetName = ReadMiningSchema(schema, modelIndex, reading);
     if (modelIndex == 0) NoteTarget(targetName, reading);
-    if (reading.model.IsSelfLearning()) RequireSharedTarget(schema, modelIndex, targetName, reading.target);
+    if (!reading.model.IsSelfLearning() || reading.IsTargetBroken()) return;
+    RequireSharedTarget(schema, modelIndex, targetName, reading.target);
 }
 
 /// The counts of the target's categories.
 void ReadOutput(Element output, DocumentReading& reading) {
+    if (reading.IsTargetBroken()) return;
     const std::string fieldName =
         RequiredText(reading.transcoder, output, Name::fieldName, Refusal::OutputFieldMissing);
     if (fieldName != reading.target.name) {
@@ -92,17 +94,20 @@ void ReadChild(Element child, int modelIndex, DocumentReading& reading, PartsSee
 
 void ReadModelElement(Element modelElement, int modelIndex, DocumentReading& reading) {
     reading.model.BeginSubModel(modelIndex);
-    ReadThreshold(modelElement, reading.model);
+    reading.ReadPart([&] { ReadThreshold(modelElement, reading.model); });
     if (reading.model.IsSelfLearning()) {
-        reading.model.SetModelName(RequiredText(reading.transcoder, modelElement, Name::modelName));
+        reading.ReadPart(
+            [&] { reading.model.SetModelName(RequiredText(reading.transcoder, modelElement, Name::modelName)); });
     }
     PartsSeen seen;
     for (const Element child : modelElement.GetChildren()) {
         reading.watch.Step();
-        ReadChild(child, modelIndex, reading, seen);
+        reading.ReadPart([&] { ReadChild(child, modelIndex, reading, seen); });
     }
     const bool inputsSuffice = seen.inputs > 0 || reading.model.IsSelfLearning();
-    if (!seen.output || !inputsSuffice) throw RefusalAt(modelElement, Refusal::InputsOrOutputMissing);
+    if (!seen.output || !inputsSuffice) {
+        reading.ReadPart([&] { throw RefusalAt(modelElement, Refusal::InputsOrOutputMissing); });
+    }
     reading.activeFields = {};
 }
 

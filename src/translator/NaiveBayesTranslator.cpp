@@ -7,12 +7,13 @@
 #include <vector>
 
 #include "framework/DerivedFieldSources.h"
-#include "framework/VersionInfo.h"
+#include "framework/VeskException.h"
 #include "pmml/DocumentParts.h"
 #include "pmml/DomDocument.h"
 #include "pmml/Refusal.h"
 #include "translator/DocumentReading.h"
 #include "translator/ElementReaders.h"
+#include "translator/FaultSurvey.h"
 #include "translator/GiveMyTranslator.h"
 
 using namespace nbscore;
@@ -32,12 +33,6 @@ Element RequireDataDictionary(Element root) {
     throw RefusalAt(root,
                     root.Is(Name::PMML) ? Refusal::DataDictionaryMissing : Refusal::DataDictionaryMissingInOtherRoot,
                     {root.GetTag()});
-}
-
-/// The version of the application that wrote the document.
-std::string ReadVersion(Element application, const Transcoder& transcoder) {
-    const std::string version = AttributeText(transcoder, application, Name::version);
-    return version.empty() ? "2.1" : version;
 }
 
 /// What a document says before its model elements. Owned here until the model takes it.
@@ -76,8 +71,33 @@ DocumentReading ShareForReading(const NaiveBayesTranslator& translator, const Do
             .activeFields = {},
             .cells = CountCells(translator.GetLimits().GetMemory(), document.GetMemory()),
             .derivedInputs = {},
-            .watch = LimitWatch(translator.GetLimits())};
+            .watch = LimitWatch(translator.GetLimits()),
+            .survey = nullptr};
 }
+
+/// Keeps nothing of what it is given but the encoder that is being filled.
+class SurveyedModel : public ModelUnderConstruction {
+public:
+    using ModelUnderConstruction::ModelUnderConstruction;
+
+    void BeginSubModel(int) override {}
+    void SetThreshold(double) override {}
+    void SetTargetVar(const ScoreDictVar*) override {}
+    void SetNeedDerivedPredictor(bool) override {}
+    void AddPredictorVar(const std::string&, const ScoreDictVar*) override {}
+    INBVeskEncoder& AddEncoder(int, std::unique_ptr<INBVeskEncoder> given) override {
+        encoder = std::move(given);
+        return *encoder;
+    }
+    void SetPredCounts(int, const NBayesInputBase::Matrix&) override {}
+    void SetTargetCounts(const std::vector<double>&) override {}
+    void SetModelName(const std::string&) override {}
+    void SetAssessmentMean(double) override {}
+    void SetAssessmentStdDev(double) override {}
+
+private:
+    std::unique_ptr<INBVeskEncoder> encoder;
+};
 
 /// @param markedTarget null when the dictionary marks no self-learning target.
 void ReadModels(const std::vector<Element>& modelElements, const std::string* markedTarget, DocumentReading& reading) {
@@ -102,6 +122,19 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(xercesc::DOMDocument* document, 
 }
 
 ScoreModel* NaiveBayesTranslator::ParseFromTree(const DocumentTree& document, const std::string& encoding) {
+    faults.clear();
+    try {
+        return Read(document, encoding);
+    } catch (const VeskException& first) {
+        if (goesOnBehindFaults) NoteFaults(document, encoding, first);
+        throw;
+    } catch (const VeskException* first) {
+        if (goesOnBehindFaults) NoteFaults(document, encoding, *first);
+        throw;
+    }
+}
+
+ScoreModel* NaiveBayesTranslator::Read(const DocumentTree& document, const std::string& encoding) {
     LeaveUnfinishedModel(nullptr);
     CreateTranscoder(encoding);
     const Transcoder& narrowing = *GetTranscoder();
@@ -109,11 +142,11 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(const DocumentTree& document, co
     if (!root) throw MakeRefusal(Refusal::RootMissing);
     const ModelsRead models = FindModelsRead(root);
     DocumentHead head;
-    head.version = std::make_unique<VersionInfo>(ReadVersion(FindApplication(root), narrowing));
+    head.version = ParseVersion(root);
 
     const Element dataDictionary = RequireDataDictionary(root);
-    FieldFaults faults;
-    head.dictionary.reset(ParseDictionary(dataDictionary, faults));
+    FieldFaults fieldFaults;
+    head.dictionary.reset(ParseDictionary(dataDictionary, fieldFaults));
     std::string markedTarget;
     const bool dictionaryMarksTarget = ReadDictionaryExtension(narrowing, dataDictionary, markedTarget);
     if (const Element derivedFields = root.GetChild(Name::TransformationDictionary)) {
@@ -125,13 +158,68 @@ ScoreModel* NaiveBayesTranslator::ParseFromTree(const DocumentTree& document, co
     model = &construction.GetModel();
     try {
         GiveTo(construction.GetModel(), std::move(head));
-        DocumentReading reading = ShareForReading(*this, document, faults, construction);
+        DocumentReading reading = ShareForReading(*this, document, fieldFaults, construction);
         ReadModels(models.elements, dictionaryMarksTarget ? &markedTarget : nullptr, reading);
     } catch (...) {
         LeaveUnfinishedModel(construction.Release().release());
         throw;
     }
     return construction.Release().release();
+}
+
+void NaiveBayesTranslator::GoOnBehindFaults() {
+    goesOnBehindFaults = true;
+}
+
+const std::vector<VeskException>& NaiveBayesTranslator::GetFaults() const {
+    return faults;
+}
+
+void NaiveBayesTranslator::NoteFaults(const DocumentTree& document, const std::string& encoding,
+                                      const VeskException& first) {
+    faults = {first};
+    NaiveBayesTranslator surveyor(GetDocumentName());
+    surveyor.SetLimits(GetLimits());
+    // What it would say was said before the first fault, or belongs to the others.
+    surveyor.SetNotices([](const std::string&, const DocumentPlace&, std::string_view) {});
+    surveyor.CreateTranscoder(encoding);
+    for (const VeskException& fault : surveyor.Survey(document)) {
+        const bool isFirst =
+            fault.GetMessage() == first.GetMessage() && fault.GetPlace().elementPath == first.GetPlace().elementPath;
+        if (!isFirst) faults.push_back(fault);
+    }
+}
+
+std::vector<VeskException> NaiveBayesTranslator::Survey(const DocumentTree& document) {
+    const Element root = document.GetRoot();
+    const Element dataDictionary = root ? root.GetChild(Name::DataDictionary) : Element();
+    if (!dataDictionary) return {};
+    const ModelsRead models = FindModelsRead(root);
+    FaultSurvey survey(CountCells(GetLimits().GetMemory(), document.GetMemory()));
+    FieldFaults fieldFaults;
+    DocumentHead head;
+    head.version = ParseVersion(root);
+    if (!survey.Try([&] { head.dictionary.reset(ParseDictionary(dataDictionary, fieldFaults)); })) {
+        return survey.faults.Take();
+    }
+    std::string markedTarget;
+    survey.Try([&] { ReadDictionaryExtension(*GetTranscoder(), dataDictionary, markedTarget); });
+    if (const Element derivedFields = root.GetChild(Name::TransformationDictionary)) {
+        const bool isRead = survey.Try(
+            [&] { head.derivedFields.reset(HandleTransformationDictionary(derivedFields, head.dictionary.get())); });
+        if (!isRead) {
+            for (const Element field : derivedFields.GetChildren(Name::DerivedField))
+                survey.brokenFields.emplace(field.GetAttributeOr(Name::name, {}));
+        }
+    }
+    SurveyedModel surveyed(models.selfLearning);
+    GiveTo(surveyed.GetModel(), std::move(head));
+    DocumentReading reading = ShareForReading(*this, document, fieldFaults, surveyed);
+    reading.survey = &survey;
+    for (std::size_t i = 0; i < models.elements.size(); ++i)
+        reading.ReadPart([&] { ReadModelElement(models.elements[i], static_cast<int>(i), reading); });
+    reading.ReadPart([&] { RequireSoundSources(reading); });
+    return survey.faults.Take();
 }
 
 NBinningEncoder* NaiveBayesTranslator::ParseDiscretize(const NaiveBayesTranslator& translator,

@@ -32,7 +32,7 @@ public:
     /// @param model borrowed.
     void Bind(const ScoreModel& model) {
         // Fields that the test cases leave out are missing in all of them. Errors are reported by row, not by source.
-        const CaseBinderOptions options{.badValues = BadValues::Stop, .allowMissingFields = true};
+        const CaseBinderOptions options{.badValues = {}, .allowMissingFields = true};
         binder.emplace(model, header, "", options);
     }
 
@@ -160,7 +160,8 @@ private:
         }
         ++summary.cells;
         std::optional<NumericTolerance> tolerance;
-        if (value.kind != VerifiedValue::Kind::Prediction) tolerance = {field.precision, field.zeroThreshold};
+        const bool isPrediction = value.kind == VerifiedValue::Kind::Prediction;
+        if (!isPrediction && expected.number) tolerance = {field.precision, field.zeroThreshold};
         VerifiedCell actual = scores->Get(value);
         if (Agree(expected, actual, tolerance)) return;
         ++summary.differences;

@@ -180,6 +180,15 @@ VerificationSuite ReadModelVerification(Element verification, ElementPaths& path
     return suite;
 }
 
+/// The outermost first.
+std::vector<Element> MiningModelsAround(Element model) {
+    std::vector<Element> around;
+    for (Element element = model.GetParent(); element; element = element.GetParent()) {
+        if (element.Is(Name::MiningModel)) around.insert(around.begin(), element);
+    }
+    return around;
+}
+
 std::string ItemPath(const std::string& parentPath, Name name, std::size_t index) {
     return parentPath + "/" + std::string(SpellingOf(name)) + "[" + std::to_string(index + 1) + "]";
 }
@@ -194,17 +203,23 @@ DocumentPlace VerificationSuite::GetPlaceOfRow(std::size_t row) const {
     return {source, rows[row].line, rows[row].column, ItemPath(rowsPath, Name::row, row)};
 }
 
-std::vector<VerificationSuite> ReadVerificationSuites(const DocumentTree& document) {
+std::vector<VerificationSuite> ReadVerificationSuites(const DocumentTree& document, ScoringRule rule) {
     const ModelsRead models = FindModelsRead(document.GetRoot());
     std::vector<VerificationSuite> suites;
     ElementPaths paths;
-    for (std::size_t i = 0; i < models.elements.size(); ++i) {
-        const Element model = models.elements[i];
+    const auto read = [&](Element model, std::size_t index) {
         const Element verification = OnlyChild(model, Name::ModelVerification);
-        if (!verification) continue;
+        if (!verification) return;
         suites.push_back(ReadModelVerification(verification, paths));
         suites.back().outputs = ReadOutput(model);
-        suites.back().modelIndex = i;
+        suites.back().modelIndex = index;
+    };
+    for (std::size_t i = 0; i < models.elements.size(); ++i) {
+        if (rule == ScoringRule::Standard) {
+            for (const Element around : MiningModelsAround(models.elements[i]))
+                read(around, i);
+        }
+        read(models.elements[i], i);
     }
     return suites;
 }

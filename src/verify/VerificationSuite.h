@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "framework/DocumentPlace.h"
+#include "framework/ScoringRule.h"
 
 namespace nbscore {
 
@@ -74,13 +75,14 @@ struct VerificationSuite {
     DocumentPlace GetPlaceOfRow(std::size_t row) const;
 };
 
-/// Reads the ModelVerification of each model element that the plug-in reads, in document order. Takes time proportional
-/// to the document.
+/// Reads the ModelVerification of each model element that the plug-in reads, in document order; by the standard's rule
+/// also those of the models around it (MiningModel). Takes time proportional to the document.
 ///
 /// Throws VeskException, with the place: 1 for a missing part, 2 for a VerificationField without `field`, 5 for a
 /// negative precision or zero threshold, for a cell that holds elements and for text between cells, 9 for a text that
 /// should be a number, 11 for a TableLocator, which points outside the document, 12 for contradictions: an element,
 /// field, column or output field that may occur once and occurs twice, or a wrong recordCount or fieldCount.
-std::vector<VerificationSuite> ReadVerificationSuites(const DocumentTree& document);
+std::vector<VerificationSuite> ReadVerificationSuites(const DocumentTree& document,
+                                                      ScoringRule rule = ScoringRule::Smoothed);
 
 }  // namespace nbscore

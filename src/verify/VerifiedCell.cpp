@@ -26,12 +26,17 @@ VerifiedCell VerifiedCell::OfText(std::string text) {
     return {std::move(text), std::nullopt};
 }
 
+VerifiedCell VerifiedCell::Nothing() {
+    return {{}, std::nullopt, true};
+}
+
 VerifiedCell VerifiedCell::OfNumber(double number) {
-    if (MCMV::IsMissing(number)) return {};
+    if (MCMV::IsMissing(number)) return Nothing();
     return {FormatNumber(number), number};
 }
 
 bool Agree(const VerifiedCell& expected, const VerifiedCell& actual, const std::optional<NumericTolerance>& tolerance) {
+    if (expected.isNothing || actual.isNothing) return false;
     if (expected.number.has_value() != actual.number.has_value()) return false;
     if (!expected.number) return expected.text == actual.text;
     return tolerance ? tolerance->Allows(*expected.number, *actual.number) : *expected.number == *actual.number;

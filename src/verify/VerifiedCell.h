@@ -22,16 +22,18 @@ struct NumericTolerance {
 /// What a test case expects, or what scoring gave: a text, a number, or nothing.
 struct VerifiedCell {
     static VerifiedCell OfText(std::string text);
-    /// Nothing, with an empty text, for the system-missing number.
+    /// Nothing for the system-missing number.
     static VerifiedCell OfNumber(double number);
+    static VerifiedCell Nothing();
 
-    /// Of a number as it was written, or as FormatNumber writes it.
+    /// Of a number as it was written, or as FormatNumber writes it; empty of nothing.
     std::string text;
     std::optional<double> number;
+    bool isNothing = false;
 };
 
 /// True when the actual value is what is expected: texts byte by byte, numbers within a tolerance, or, without one, as
-/// equal numbers. A number never agrees with anything else.
+/// equal numbers. A number never agrees with anything else, and nothing with nothing at all.
 bool Agree(const VerifiedCell& expected, const VerifiedCell& actual, const std::optional<NumericTolerance>& tolerance);
 
 }  // namespace nbscore

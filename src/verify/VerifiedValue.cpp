@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <utility>
+#include <variant>
 
 #include "framework/NumberText.h"
 #include "output/HostError.h"
@@ -32,6 +33,14 @@ VeskException Unsupported(const OutputDeclaration& output, const std::string& wi
     return MakeRefusal(Refusal::OutputFieldUnsupported, {QuoteForMessage(output.name), wish});
 }
 
+VerifiedCell CellOf(const OutputValue& value, bool isNumber) {
+    if (const auto* const number = std::get_if<double>(&value)) {
+        return isNumber ? VerifiedCell::OfNumber(*number) : VerifiedCell::OfText(FormatNumber(*number));
+    }
+    const auto* const text = std::get_if<std::string>(&value);
+    return text == nullptr ? VerifiedCell::Nothing() : VerifiedCell::OfText(*text);
+}
+
 std::vector<std::string> NamesOfInputs(const ScoreModel& model) {
     const std::unique_ptr<ScoreDictionary> predictors(model.GetVarsOfRole(ScoreModel::PredictorRole));
     std::vector<ScoreDictVar*> vars;
@@ -60,7 +69,14 @@ VerifiedValueFinder::VerifiedValueFinder(const ScoreModel& scoredModel, const Ve
     for (std::size_t category = 0; category < categories.size(); ++category) {
         categoryNumbers.emplace(categories[category], category);
     }
+    if (const auto* const asked = dynamic_cast<const ModelOutputs*>(&model)) {
+        for (const OutputColumn& column : asked->GetOutputColumns()) {
+            columns.emplace(column.name, columns.size());
+            resultNames.push_back(column.name);
+        }
+    }
     for (const OutputDeclaration& output : suite.outputs) {
+        if (columns.contains(output.name)) continue;
         outputs.emplace(output.name, &output);
         resultNames.push_back(output.name);
     }
@@ -69,7 +85,8 @@ VerifiedValueFinder::VerifiedValueFinder(const ScoreModel& scoredModel, const Ve
 
 void VerifiedValueFinder::NameResults() {
     const auto add = [this](const std::string& name, const VerifiedValue& value) {
-        if (results.emplace(name, value).second && !outputs.contains(name)) resultNames.push_back(name);
+        const bool isDeclared = columns.contains(name) || outputs.contains(name);
+        if (results.emplace(name, value).second && !isDeclared) resultNames.push_back(name);
     };
     if (subModelLabel) {
         add("score_" + *subModelLabel, {VerifiedValue::Kind::Score});
@@ -97,6 +114,8 @@ VerifiedValue VerifiedValueFinder::FindNamed(const std::string& name) const {
     const ScoreDictionary* const dictionary = model.GetDictionary();
     const bool isTarget = name == target.GetName();
     if (!isTarget && dictionary != nullptr && dictionary->GetVar(name) != nullptr) return {};
+    const auto column = isTarget ? columns.end() : columns.find(name);
+    if (column != columns.end()) return {VerifiedValue::Kind::Output, column->second};
     const auto output = isTarget ? outputs.end() : outputs.find(name);
     if (output != outputs.end()) return FindOutput(*output->second);
     if (const auto result = results.find(name); result != results.end()) return result->second;
@@ -137,16 +156,21 @@ VerifiedValue VerifiedValueFinder::FindProbability(const OutputDeclaration& outp
 
 VerifiedScores::VerifiedScores(ScoreModel& scoredModel, std::optional<std::size_t> subModels)
     : model(scoredModel),
+      asked(dynamic_cast<const ModelOutputs*>(&scoredModel)),
       subModelScoring(dynamic_cast<SubModelScoring*>(&scoredModel)),
       numericTarget(scoredModel.GetTargetVar()->GetStorageType() == ScoreDictVar::NumericStorage),
       numSubModels(subModels),
-      probabilities(*scoredModel.GetTargetVar()) {}
+      probabilities(*scoredModel.GetTargetVar()) {
+    if (asked != nullptr) columns = asked->GetOutputColumns();
+}
 
 void VerifiedScores::Score(const ScoreCaseRecord& record, std::size_t subModel) {
     if (numSubModels) {
         subModelScore = ScoreSubModel(record, subModel);
     } else {
         scored = &result.Score(model, record);
+        scoredRecord = &record;
+        outputs.clear();
     }
 }
 
@@ -166,18 +190,28 @@ VerifiedCell VerifiedScores::Get(const VerifiedValue& value) {
     const ScoreClsResult& classification = RequireClassification(*scored);
     switch (value.kind) {
         case VerifiedValue::Kind::Confidence:
+            if (classification.GetPrediction() == nullptr) return VerifiedCell::Nothing();
             return VerifiedCell::OfNumber(classification.GetConfidence());
         case VerifiedValue::Kind::Probability:
-            return VerifiedCell::OfNumber(probabilities.Arrange(classification).at(value.category));
+            return VerifiedCell::OfNumber(probabilities.Arrange(classification).at(value.number));
+        case VerifiedValue::Kind::Output:
+            return CellOf(GetOutput(value.number), columns.at(value.number).isNumber);
         default:
             break;
     }
-    const ScoreValue& prediction = *classification.GetPrediction();
-    return numericTarget ? VerifiedCell::OfNumber(prediction.GetDouble())
-                         : VerifiedCell::OfText(prediction.GetString());
+    const ScoreValue* const prediction = classification.GetPrediction();
+    if (prediction == nullptr) return VerifiedCell::Nothing();
+    return numericTarget ? VerifiedCell::OfNumber(prediction->GetDouble())
+                         : VerifiedCell::OfText(prediction->GetString());
+}
+
+const OutputValue& VerifiedScores::GetOutput(std::size_t column) {
+    if (outputs.empty()) asked->ComputeOutputs(*scoredRecord, *scored, outputs);
+    return outputs.at(column);
 }
 
 bool VerifiedScores::IsNumber(const VerifiedValue& value) const {
+    if (value.kind == VerifiedValue::Kind::Output) return columns.at(value.number).isNumber;
     return value.kind != VerifiedValue::Kind::Prediction || numericTarget;
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "framework/ModelOutputs.h"
 #include "framework/ScoreModel.h"
 #include "framework/SeededHash.h"
 #include "framework/SubModelScoring.h"
@@ -21,17 +22,19 @@ struct VerifiedValue {
         Prediction,
         Confidence,   ///< the probability of the prediction
         Probability,  ///< of one category
+        Output,       ///< a column that the document's Output asks for, where the model computes it (ModelOutputs)
         Score         ///< of a sub-model: the probability of the target's second category
     };
     Kind kind = Kind::Input;
-    /// For a probability: the category's number in the order in which the target declares them.
-    std::size_t category = 0;
+    /// Of a probability, the category's in the order in which the target declares them; of an output, the column's.
+    std::size_t number = 0;
 };
 
 /// Finds out what verification fields mean to a model.
 ///
-/// The target's name is the prediction, any other field of the dictionary an input. An OutputField stands for its
-/// feature: `predictedValue`, or `probability` of its value, or of the prediction without one. Results that the
+/// The target's name is the prediction, any other field of the dictionary an input. An OutputField is what the model
+/// computes for it; where the model computes none, it stands for its feature: `predictedValue`, or `probability` of its
+/// value, or of the prediction without one. Results that the
 /// document does not declare have the names of the columns that scoring a table adds: predicted_TARGET, confidence,
 /// probability_CATEGORY; for a sub-model score_NAME. A sub-model has nothing but its score, which is the probability of
 /// the second category.
@@ -60,6 +63,8 @@ private:
     const ScoreDictVar& target;
     std::vector<std::string> categories;
     SeededMap<std::string, std::size_t> categoryNumbers;
+    /// The columns that the model computes, by their names.
+    SeededMap<std::string, std::size_t> columns;
     SeededMap<std::string, const OutputDeclaration*> outputs;
     /// Results that the document need not declare, and all names in the order in which messages list them.
     SeededMap<std::string, VerifiedValue> results;
@@ -79,7 +84,7 @@ public:
     /// Throws as ReusedResult does, and UnscorableModelError for a result that is not of the model's kind.
     void Score(const ScoreCaseRecord& record, std::size_t subModel);
 
-    /// @param value no input. To be asked for when a case is scored. Throws UnscorableModelError for a result that is
+    /// @param value no input. To be asked for when a case is scored, whose record still holds it. Throws UnscorableModelError for a result that is
     /// not of the model's kind.
     VerifiedCell Get(const VerifiedValue& value);
 
@@ -89,7 +94,15 @@ public:
 private:
     double ScoreSubModel(const ScoreCaseRecord& record, std::size_t subModel);
 
+    const OutputValue& GetOutput(std::size_t column);
+
     ScoreModel& model;
+    /// Null where the model computes no output columns.
+    const ModelOutputs* asked;
+    std::vector<OutputColumn> columns;
+    /// Of the case that was scored last; empty until one is asked for.
+    std::vector<OutputValue> outputs;
+    const ScoreCaseRecord* scoredRecord = nullptr;
     /// Null where sub-models cannot be scored one by one.
     SubModelScoring* subModelScoring;
     bool numericTarget;

@@ -73,7 +73,8 @@ ExitStatus CheckCommand::Run(Console& console) {
     std::vector<DocumentCheck> checks;
     for (const std::string& document : documents) {
         Interrupts::ThrowIfRequested();
-        checks.push_back(CheckDocument(plugin, PathFromArgument(document), reading.IsAdapting(), reading.GetLimits()));
+        checks.push_back(CheckDocument(plugin, PathFromArgument(document), reading.IsAdapting(), reading.GetLimits(),
+                                       reading.GetRule()));
         if (format == Format::Text) {
             console.results.Write(MakePrintableLines(WriteCheckAsText(checks.back())));
             console.results.Flush();

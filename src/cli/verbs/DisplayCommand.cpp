@@ -46,7 +46,7 @@ DisplayCommand::DisplayCommand(CLI::App& parent) : Command(parent, "display", de
 
 ExitStatus DisplayCommand::Run(Console& console) {
     const TimeLimit timeLimit(model.GetReading().GetMaxTime());
-    const LoadedModel loaded = model.Read(console);
+    const LoadedModel loaded = model.Read(model.Parse(console), console);
     const OpenedOutput opened = output.Open(console, model.GetDocumentName());
     SinkStream stream(opened.sink);
     loaded.Get().Display(stream);

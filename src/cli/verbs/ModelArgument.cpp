@@ -11,6 +11,7 @@
 #include "framework/NumberText.h"
 #include "framework/VeskException.h"
 #include "output/HostError.h"
+#include "output/MessageText.h"
 
 namespace nbscore {
 namespace {
@@ -33,6 +34,11 @@ std::optional<std::uint64_t> ReadByteCount(std::string_view text) {
 }  // namespace
 
 void ReadingArgument::Declare(CLI::App& app) {
+    AddChoice(
+        app, "--rule", rule, {{"smoothed", ScoringRule::Smoothed}, {"standard", ScoringRule::Standard}},
+        "Read and score by the engine's own rule, which smooths counts (smoothed, the default), or by that of the "
+        "PMML standard, which gives the answers of other producers of documents (standard). Sets of sub-models "
+        "have the smoothed rule only.");
     app.add_flag("--adapt", adapt,
                  "Before a document is read, rewrite what newer producers write into what is read here and means the "
                  "same, and tell each change. What cannot be rewritten without changing the meaning is refused.");
@@ -90,6 +96,29 @@ void Tell(Console& console, const std::string& document, const Adaptation& adapt
         << (adaptation.isMade ? "adapted: " : "not adapted: ") << MakePrintable(adaptation.change) << '\n';
 }
 
+/// Where no rule was asked for, and the document comes from a producer that goes by the standard's.
+void TellRule(Console& console, const SourceDocument& source) {
+    const std::optional<std::string> producer = source.FindOtherProducer();
+    if (!producer) return;
+    console.messages << "note: " << MakePrintable(source.GetName())
+                     << ": read by the smoothed rule; --rule standard gives the answers of its producer, "
+                     << MakePrintable(QuoteForMessage(*producer)) << '\n';
+}
+
+/// Asked only of a document that was refused, so that others are read once.
+bool CanScoreByOtherRule(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source, ScoringRule rule) {
+    if (!plugin->Knows(OtherThan(rule))) return false;
+    try {
+        const auto passOver = [](const std::string&, const DocumentPlace&, std::string_view) {};
+        LoadedModel::Read(plugin, source, OtherThan(rule), {.onNotice = passOver, .onFault = {}}).RequireScorable();
+        return true;
+    } catch (const VeskException&) {
+        return false;
+    } catch (const UnscorableModelError&) {
+        return false;
+    }
+}
+
 /// Warnings are about what the plug-in of this project ignores, and true of that only.
 void Warn(Console& console, const SourceDocument& source, const ScoreModel& model) {
     if (dynamic_cast<const ModelSelfDescription*>(&model) == nullptr) return;
@@ -111,6 +140,13 @@ void ModelArgument::DeclareReading(CLI::App& app) {
     reading.Declare(app);
 }
 
+void ModelArgument::DeclareDensities(CLI::App& app) {
+    AddChoice(
+        app, "--densities", densityFloor, {{"floored", DensityFloor::Threshold}, {"plain", DensityFloor::ExactZeros}},
+        "By the standard's rule, for inputs with distributions: raise densities below the threshold to it, as the "
+        "standard says (floored, the default), or only those that are exactly 0, as R predicts (plain).");
+}
+
 SourceDocument ModelArgument::Parse(Console& console, bool quiet) const {
     try {
         SourceDocument source = SourceDocument::Read(document, reading.GetLimits());
@@ -126,18 +162,46 @@ SourceDocument ModelArgument::Parse(Console& console, bool quiet) const {
     }
 }
 
-LoadedModel ModelArgument::Read(const SourceDocument& source, Console& console, bool quiet) const {
+LoadedModel ModelArgument::Read(const SourceDocument& source, Console& console, bool quiet, bool mustScore) const {
     const auto takeNotice = [&](const std::string& line, const DocumentPlace& place, std::string_view /*advice*/) {
         if (!quiet) TellAt(console, "note", place.source, place) << MakePrintable(line) << '\n';
     };
-    LoadedModel model = LoadedModel::Read(reading.LoadPlugin(), source, takeNotice);
-    Warn(console, source, model.Get());
+    const std::shared_ptr<PluginLibrary> plugin = reading.LoadPlugin();
+    const ScoringRule rule = reading.GetRule();
+    try {
+        LoadedModel model = LoadedModel::Read(plugin, source, rule, {.onNotice = takeNotice, .onFault = {}});
+        if (mustScore) model.RequireScorable();
+        if (rule == ScoringRule::Smoothed) Warn(console, source, model.Get());
+        if (!quiet && !reading.IsRuleGiven()) TellRule(console, source);
+        return model;
+    } catch (VeskException& refusal) {
+        if (CanScoreByOtherRule(plugin, source, rule)) refusal.SetAdvice(AdviceToReadBy(OtherThan(rule)));
+        throw;
+    } catch (const UnscorableModelError& error) {
+        if (!CanScoreByOtherRule(plugin, source, rule)) throw;
+        VeskException refusal(VeskException::InconsistentDocument, error.what(), AdviceToReadBy(OtherThan(rule)));
+        refusal.SetSource(source.GetName());
+        throw refusal;
+    }
+}
+
+LoadedModel ModelArgument::Read(const SourceDocument& source, Console& console, bool quiet) const {
+    LoadedModel model = Read(source, console, quiet, false);
     Interrupts::ThrowIfRequested();
     return model;
 }
 
-LoadedModel ModelArgument::Read(Console& console, bool quiet) const {
-    return Read(Parse(console, quiet), console, quiet);
+LoadedModel ModelArgument::ReadScorable(const SourceDocument& source, Console& console, bool quiet) const {
+    LoadedModel model = Read(source, console, quiet, true);
+    if (densityFloor) SetDensityFloor(model.Get());
+    Interrupts::ThrowIfRequested();
+    return model;
+}
+
+void ModelArgument::SetDensityFloor(ScoreModel& model) const {
+    auto* const densities = dynamic_cast<ModelDensities*>(&model);
+    if (densities == nullptr) throw CLI::ValidationError("--densities", "it is for --rule standard");
+    densities->SetDensityFloor(*densityFloor);
 }
 
 }  // namespace nbscore

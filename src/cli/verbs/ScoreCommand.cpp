@@ -78,15 +78,19 @@ private:
     void DeclareFindingsOptions();
     void RequireSensibleOptions() const;
     void RequireOptionsOfASingleClassifier() const;
+    void RequireColumnsOf(const ScoreModel& scorable) const;
     void CheckAgainstModel(ScoreModel& scorable, Console& console) const;
     OpenedFile OpenSummary() const;
     ScoringSummary Score(LoadedModel& loaded, CaseInput& input, const OpenedOutput& opened, Console& console) const;
+    ExitStatus Finish(const ScoringSummary& summary, const std::string& inputName, const OpenedOutput& opened,
+                      const OpenedFile& summaryOpened, Console& console) const;
 
     ModelArgument model;
     std::string cases = "-";
     OutputArgument output;
     std::string summaryFile;
     TableScorerOptions options;
+    std::optional<ResultColumns> columns;
     bool strict = false;
     bool quiet = false;
 };
@@ -103,6 +107,7 @@ ScoreCommand::ScoreCommand(CLI::App& parent) : Command(parent, "score", descript
     DeclareSubModelOptions();
     DeclareTableOptions();
     model.DeclareReading(app);
+    model.DeclareDensities(app);
     const auto takeThreads = [this](const std::string& text) {
         const int count = ReadInt(text).value_or(0);
         if (count < 1 || count > mostThreads) {
@@ -132,6 +137,10 @@ void ScoreCommand::DeclareFindingsOptions() {
 }
 
 void ScoreCommand::DeclareResultOptions() {
+    AddChoice(
+        app, "--columns", columns, {{"output", ResultColumns::Output}, {"usual", ResultColumns::Usual}},
+        "By the standard's rule: add what the document's Output asks for, by its names (output, the default for a "
+        "document with an Output), or the prediction, its confidence and the probabilities (usual).");
     AddChoice(app, "--format", options.output.format, {{"csv", ScoreFormat::Csv}, {"jsonl", ScoreFormat::JsonLines}},
               "Write a table (csv, the default) or one JSON object for each case, each on a line (jsonl), which "
               "never holds the input's columns.");
@@ -182,7 +191,8 @@ void ScoreCommand::DeclareTableOptions() {
     AddChoice(app, "--bad-values", options.cases.badValues,
               {{"stop", BadValues::Stop}, {"missing", BadValues::Missing}},
               "Where a numeric field holds a text that is no number: stop with an error (the default), or take the "
-              "value as missing.");
+              "value as missing. By the standard's rule, if not given, the value is treated as the document says of "
+              "invalid ones.");
     app.add_flag("--allow-missing-fields", options.cases.allowMissingFields,
                  "Take a field that the model needs, as an input or to compute a derived one, and that the table lacks "
                  "as missing in every case, instead of as an error.");
@@ -197,6 +207,9 @@ void ScoreCommand::RequireSensibleOptions() const {
     if (options.output.format == ScoreFormat::JsonLines && options.output.subModels.longRows) {
         throw CLI::ValidationError("--long", "it shapes the rows of a table, and --format jsonl has none");
     }
+    if (columns == ResultColumns::Output && options.output.predictionOnly) {
+        throw CLI::ValidationError("--columns", "output is more than --prediction-only gives");
+    }
 }
 
 void ScoreCommand::RequireOptionsOfASingleClassifier() const {
@@ -207,9 +220,18 @@ void ScoreCommand::RequireOptionsOfASingleClassifier() const {
         "it is for sets of sub-models, and '" + model.GetDocumentName() + "' holds a single classifier");
 }
 
+void ScoreCommand::RequireColumnsOf(const ScoreModel& scorable) const {
+    if (columns != ResultColumns::Output || !FindOutputColumns(scorable, options.output).empty()) return;
+    throw CLI::ValidationError("--columns",
+                               model.GetReading().GetRule() == ScoringRule::Standard
+                                   ? "'" + model.GetDocumentName() + "' has no Output that names columns"
+                                   : std::string("what an Output asks for is computed by --rule standard only"));
+}
+
 /// Remarks on the options that need the model.
 void ScoreCommand::CheckAgainstModel(ScoreModel& scorable, Console& console) const {
     const std::optional<std::vector<std::string>> subModels = FindSubModelNames(scorable);
+    RequireColumnsOf(scorable);
     if (!subModels) {
         RequireOptionsOfASingleClassifier();
     } else if (subModels->empty() && !quiet) {
@@ -220,9 +242,9 @@ void ScoreCommand::CheckAgainstModel(ScoreModel& scorable, Console& console) con
 
 ExitStatus ScoreCommand::Run(Console& console) {
     RequireSensibleOptions();
+    options.output.columns = columns.value_or(ResultColumns::Output);
     const TimeLimit timeLimit(model.GetReading().GetMaxTime());
-    LoadedModel loaded = model.Read(console, quiet);
-    loaded.RequireScorable();
+    LoadedModel loaded = model.ReadScorable(model.Parse(console, quiet), console, quiet);
     CheckAgainstModel(loaded.Get(), console);
 
     std::optional<CaseInput> input(std::in_place, cases);
@@ -238,6 +260,11 @@ ExitStatus ScoreCommand::Run(Console& console) {
     Interrupts::ThrowIfRequested();
     // The table may be what is replaced, and Windows replaces no file that is open.
     input.reset();
+    return Finish(summary, inputName, opened, summaryOpened, console);
+}
+
+ExitStatus ScoreCommand::Finish(const ScoringSummary& summary, const std::string& inputName, const OpenedOutput& opened,
+                                const OpenedFile& summaryOpened, Console& console) const {
     const std::vector<std::string> findings = TellFindings(summary, inputName);
     const bool isRefused = strict && (!findings.empty() || !summary.counts.areTold);
     if (!isRefused) opened.Commit();

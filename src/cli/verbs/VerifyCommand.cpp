@@ -19,7 +19,7 @@ constexpr const char* description = R"(Score the test cases that a document carr
 
 A PMML document can hold test cases of its own, in the element ModelVerification of its model: rows of inputs with the prediction or the probabilities that they must give. Each row is scored and each of its expected values compared. Predictions must be equal. A probability must lie between expected * (1 - precision) and expected * (1 + precision), or, where it is expected to be 0 (to within the zero threshold), within the zero threshold; the document says both for each field, else they are 1e-06 and 1e-16. Blank and absent cells are missing inputs, or are not compared.
 
-A field with an expected value is the target, an OutputField of the model (predictedValue, probability), or one of the columns that the score command adds. The sub-models of a self-learning document have test cases each on its own; what they can expect is the score.
+A field with an expected value is the target, an OutputField of the model (predictedValue, probability; by the standard's rule any), or one of the columns that the score command adds. The sub-models of a self-learning document have test cases each on its own; what they can expect is the score.
 
 Each difference is a line with the place in the document, the row, the field, and both values. The exit status is 1 if there is any. A document without test cases passes, and a note says so.)";
 
@@ -77,10 +77,9 @@ std::string DescribeExpected(const VerifiedCell& expected) {
     return expected.number ? MakePrintable(expected.text) : Quote(expected.text);
 }
 
-/// @param expectsNumber distinguishes a missing number from an empty text.
-std::string DescribeActual(const VerifiedCell& actual, bool expectsNumber) {
-    if (actual.number) return actual.text;
-    return expectsNumber ? "nothing" : Quote(actual.text);
+std::string DescribeActual(const VerifiedCell& actual) {
+    if (actual.isNothing) return "nothing";
+    return actual.number ? actual.text : Quote(actual.text);
 }
 
 /// For people: a line for each difference, and a summary.
@@ -93,8 +92,7 @@ public:
             << ": row " << difference.row;
         if (difference.subModel) out << " of " << MakePrintable(*difference.subModel);
         out << ", " << MakePrintable(difference.field) << ": expected " << DescribeExpected(difference.expected) << " ("
-            << DescribeTolerance(difference) << "), actual "
-            << DescribeActual(difference.actual, difference.expected.number.has_value()) << '\n';
+            << DescribeTolerance(difference) << "), actual " << DescribeActual(difference.actual) << '\n';
     }
 
     void Finish(const VerificationSummary& summary) override {
@@ -129,9 +127,8 @@ public:
         text += "\"row\": " + std::to_string(difference.row) + ", \"line\": " + std::to_string(difference.place.line) +
                 ", \"column\": " + std::to_string(difference.place.column);
         AppendText(text, ", \"field\": ", difference.field);
-        const bool isNumber = difference.expected.number.has_value();
-        AppendCell(text, ", \"expected\": ", difference.expected, isNumber);
-        AppendCell(text, ", \"actual\": ", difference.actual, isNumber);
+        AppendCell(text, ", \"expected\": ", difference.expected);
+        AppendCell(text, ", \"actual\": ", difference.actual);
         if (difference.tolerance) {
             AppendNumberAs(text, ", \"precision\": ", difference.tolerance->precision);
             AppendNumberAs(text, ", \"zero_threshold\": ", difference.tolerance->zeroThreshold);
@@ -155,10 +152,10 @@ private:
         AppendJsonNumber(text, number);
     }
 
-    static void AppendCell(std::string& text, const char* before, const VerifiedCell& cell, bool isNumber) {
+    static void AppendCell(std::string& text, const char* before, const VerifiedCell& cell) {
         if (cell.number) {
             AppendNumberAs(text, before, *cell.number);
-        } else if (isNumber) {
+        } else if (cell.isNothing) {
             text += std::string(before) + "null";
         } else {
             AppendText(text, before, cell.text);
@@ -195,14 +192,14 @@ VerifyCommand::VerifyCommand(CLI::App& parent) : Command(parent, "verify", descr
     AddChoice(app, "--format", format, {{"text", Format::Text}, {"json", Format::Json}},
               "Write lines for people (text, the default) or one JSON object (json).");
     model.DeclareReading(app);
+    model.DeclareDensities(app);
 }
 
 ExitStatus VerifyCommand::Run(Console& console) {
     const TimeLimit timeLimit(model.GetReading().GetMaxTime());
     const SourceDocument source = model.Parse(console);
-    const LoadedModel loaded = model.Read(source, console);
-    loaded.RequireScorable();
-    const std::vector<VerificationSuite> suites = source.ReadVerification();
+    const LoadedModel loaded = model.ReadScorable(source, console);
+    const std::vector<VerificationSuite> suites = source.ReadVerification(model.GetReading().GetRule());
     for (const VerificationSuite& suite : suites)
         TellUnusedColumns(console, suite);
 

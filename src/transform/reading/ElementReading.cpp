@@ -1,25 +1,10 @@
 #include "transform/reading/ElementReading.h"
 
-#include <algorithm>
-
 #include "pmml/FieldDeclarationReader.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
 
 namespace nbscore {
-namespace {
-
-/// "a, b or c".
-std::string Listed(std::span<const std::string_view> words) {
-    std::string list;
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        if (i > 0) list += i + 1 < words.size() ? ", " : " or ";
-        list += words[i];
-    }
-    return list;
-}
-
-}  // namespace
 
 std::vector<Element> ChildrenOf(Element element) {
     std::vector<Element> children;
@@ -64,17 +49,6 @@ std::optional<bool> FlagAttribute(Element element, Name name) {
 bool TruthAt(Element element, std::string_view text) {
     if (const auto truth = TruthOf(std::string(text))) return *truth;
     throw RefusalAt(element, Refusal::NoTruthValue, {ExcerptOf(text)});
-}
-
-std::size_t WordAttribute(Element element, Name name, std::span<const std::string_view> words) {
-    const auto word = element.GetAttribute(name);
-    if (!word) return 0;
-    const auto found = std::ranges::find(words, *word);
-    if (found == words.end()) {
-        throw RefusalAt(element, Refusal::NoListedWord,
-                        {ExcerptOf(*word), SpellingOf(name), element.GetTag(), Listed(words)});
-    }
-    return static_cast<std::size_t>(found - words.begin());
 }
 
 FieldReference ReadFieldReference(Element element, FieldScope& scope) {

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <cstddef>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "framework/VeskException.h"
 #include "pmml/DocumentTree.h"
+#include "pmml/Refusal.h"
 #include "pmml/Transcoder.h"
 #include "transform/evaluation/Expression.h"
 #include "transform/reading/FieldScope.h"
@@ -44,10 +43,6 @@ std::optional<bool> FlagAttribute(Element element, Name name);
 
 /// true, false, 1 or 0 as a truth value. Throws VeskException 5 for any other text.
 bool TruthAt(Element element, std::string_view text);
-
-/// The position of the attribute among the words; 0 when the element has no such attribute. Throws VeskException 5,
-/// with all the words, for any other.
-std::size_t WordAttribute(Element element, Name name, std::span<const std::string_view> words);
 
 /// The field that the attribute `field` names.
 FieldReference ReadFieldReference(Element element, FieldScope& scope);

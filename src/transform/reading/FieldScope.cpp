@@ -10,8 +10,11 @@
 namespace nbscore {
 
 FieldScope::FieldScope(DerivedFields& derivedFields, const ScoreDictionary* dataDictionary,
-                       const Transcoder& textTranscoder)
-    : derived(derivedFields), dictionary(dataDictionary), transcoder(textTranscoder) {}
+                       const Transcoder& textTranscoder, Refusal refusalOfUnknownField)
+    : derived(derivedFields),
+      dictionary(dataDictionary),
+      transcoder(textTranscoder),
+      unknownField(refusalOfUnknownField) {}
 
 void FieldScope::Readings::Begin(std::size_t derivedField) {
     reader = derivedField + 1;
@@ -64,7 +67,7 @@ FieldReference FieldScope::Resolve(Element element, std::string_view quotedName)
     if (found != derived.positionsByName.end()) return ResolveDerived(found->second);
     const ScoreDictVar* variable = dictionary ? dictionary->GetVar(name) : nullptr;
     if (variable) return ResolveInput(name, *variable);
-    throw RefusalAt(element, Refusal::FieldUnknown, {ExcerptOf(quotedName)});
+    throw RefusalAt(element, unknownField, {ExcerptOf(quotedName)});
 }
 
 FieldReference FieldScope::ResolveParameter(Element element, std::string_view quotedName, const std::string& name) {

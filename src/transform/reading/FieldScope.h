@@ -8,6 +8,7 @@
 #include "framework/ScoreDictionary.h"
 #include "framework/SeededHash.h"
 #include "pmml/DocumentTree.h"
+#include "pmml/RefusalTable.h"
 #include "pmml/Transcoder.h"
 #include "transform/evaluation/DerivedFields.h"
 #include "transform/functions/RegularExpression.h"
@@ -21,7 +22,9 @@ namespace nbscore {
 class FieldScope {
 public:
     /// @param dataDictionary null when there are no data fields.
-    FieldScope(DerivedFields& derivedFields, const ScoreDictionary* dataDictionary, const Transcoder& textTranscoder);
+    /// @param refusalOfUnknownField what a reference to no field is refused with.
+    FieldScope(DerivedFields& derivedFields, const ScoreDictionary* dataDictionary, const Transcoder& textTranscoder,
+               Refusal refusalOfUnknownField = Refusal::FieldUnknown);
 
     /// The derived field whose expression is read from now on.
     void EnterField(std::size_t derivedField);
@@ -78,6 +81,7 @@ private:
     DerivedFields& derived;
     const ScoreDictionary* dictionary;
     const Transcoder& transcoder;
+    Refusal unknownField;
     SeededMap<std::string, std::size_t> inputPositions;
     std::size_t field = 0;
     Readings inputs;

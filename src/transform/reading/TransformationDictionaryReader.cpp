@@ -27,9 +27,10 @@ bool IsParameter(Element element) {
     return element.Is(Name::ParameterField);
 }
 
-/// The name of a function or derived field, as messages show it.
+/// The name of a function or derived field, as messages show it. A field in an input may have none: then the input's.
 std::string QuotableName(Element element) {
-    return ExcerptOf(RequiredAttribute(element, Name::name));
+    return ExcerptOf(
+        element.GetAttributeOr(Name::name, element.GetParent().GetAttributeOr(Name::fieldName, std::string_view())));
 }
 
 /// The function that a DefineFunction element declares, without its body. Throws VeskException 1 for a function without
@@ -123,63 +124,98 @@ Element ExpressionOf(Element field) {
     Element expression;
     for (const Element child : ChildrenOf(field)) {
         if (child.Is(Name::Value) || child.Is(Name::Interval)) continue;
-        if (expression) throw UnexpectedChild(child, "<DerivedField> behind its expression");
+        if (child.Is(Name::Decisions) && field.Is(Name::OutputField)) continue;
+        if (expression) throw UnexpectedChild(child, field.GetTag() + " behind its expression");
         expression = child;
     }
     if (expression) return expression;
     throw RefusalAt(field, Refusal::DerivedFieldWithoutExpression, {QuotableName(field)});
 }
 
-/// Reads a TransformationDictionary element. First all functions and fields are declared, then all expressions are
+/// Keeps no fault and ends at the first one.
+class NoFaults {
+public:
+    template <typename Work>
+    bool Try(const Work& work) {
+        work();
+        return true;
+    }
+};
+
+/// Reads lists of derived fields and functions. First all functions and fields are declared, then all expressions are
 /// read: so they may refer to one another in any order.
+/// @tparam Faults what is asked to read a part; see FaultList.
+template <typename Faults>
 class Reader {
 public:
-    Reader(const ScoreDictionary* dataDictionary, const Transcoder& textTranscoder, const Limits& limits)
-        : dictionary(dataDictionary), transcoder(textTranscoder), functions(derived->functions, textTranscoder) {
+    Reader(const ScoreDictionary* dataDictionary, const Transcoder& textTranscoder, const Limits& limits,
+           Refusal refusalOfUnknownField, Faults& faultsOfParts)
+        : dictionary(dataDictionary),
+          transcoder(textTranscoder),
+          unknownField(refusalOfUnknownField),
+          faults(faultsOfParts),
+          functions(derived->functions, textTranscoder) {
         derived->limits = limits;
     }
 
-    std::unique_ptr<const DerivedFields> Read(Element transformations) {
-        for (const Element child : ChildrenOf(transformations))
-            Declare(child);
-        FieldScope scope(*derived, dictionary, transcoder);
-        functionCosts = functions.ReadBodies(scope);
-        ReadExpressions(scope);
-        RefuseCycles();
+    std::unique_ptr<const DerivedFields> Read(const DerivedFieldElements& parts) {
+        bool isSound = true;
+        for (const Element list : parts.lists) {
+            for (const Element child : ChildrenOf(list))
+                isSound = faults.Try([&] { Declare(child, list); }) && isSound;
+        }
+        for (const FieldByItself& field : parts.others)
+            isSound = faults.Try([&] { DeclareField(field); }) && isSound;
+        FieldScope scope(*derived, dictionary, transcoder, unknownField);
+        // Without one of the functions and fields, what names it would seem to be at fault.
+        if (isSound && faults.Try([&] { functionCosts = functions.ReadBodies(scope); })) {
+            if (ReadExpressions(scope)) faults.Try([this] { RefuseCycles(); });
+        }
         return std::move(derived);
     }
 
 private:
-    void Declare(Element child) {
-        if (child.Is(Name::DerivedField)) return DeclareField(child);
-        if (child.Is(Name::DefineFunction)) return functions.Declare(child);
-        throw UnexpectedChild(child, "<TransformationDictionary>");
+    void Declare(Element child, Element list) {
+        if (child.Is(Name::DerivedField)) {
+            DeclareField({child, RequiredText(transcoder, child, Name::name), std::nullopt});
+        } else if (child.Is(Name::DefineFunction)) {
+            functions.Declare(child);
+        } else {
+            throw UnexpectedChild(child, list.GetTag());
+        }
     }
 
-    void DeclareField(Element field) {
-        const std::string name = RequiredText(transcoder, field, Name::name);
-        if (dictionary && dictionary->GetVar(name)) {
-            throw RefusalAt(field, Refusal::DerivedFieldNamedAsDataField, {QuotableName(field)});
+    void DeclareField(const FieldByItself& field) {
+        if (dictionary && dictionary->GetVar(field.name)) {
+            throw RefusalAt(field.element, Refusal::DerivedFieldNamedAsDataField, {QuotableName(field.element)});
         }
-        if (!derived->positionsByName.try_emplace(name, elements.size()).second) {
-            throw RefusalAt(field, Refusal::DerivedFieldTwice, {QuotableName(field)});
+        if (derived->positionsByName.contains(field.name)) {
+            throw RefusalAt(field.element, Refusal::DerivedFieldTwice, {QuotableName(field.element)});
         }
-        auto variable = ReadFieldDeclaration(field, name, transcoder);
+        auto variable = ReadFieldDeclaration(field.element, field.name, transcoder, {.storage = field.storage});
         FunctionTreeImp function(variable->GetStorageType() == ScoreDictVar::NumericStorage);
+        derived->positionsByName.emplace(field.name, elements.size());
         derived->fields.push_back({variable.get(), DeclaredValidity(*variable), std::move(function), {}, {}, {}});
-        derived->variables.AddVar(name, variable.release());
-        elements.push_back(field);
+        derived->variables.AddVar(field.name, variable.release());
+        elements.push_back(field.element);
     }
 
-    void ReadExpressions(FieldScope& scope) {
-        for (std::size_t position = 0; position < elements.size(); ++position) {
-            scope.EnterField(position);
-            derived->fields[position].function.SetExpression(ReadExpression(ExpressionOf(elements[position]), scope));
-            scope.FinishField();
-            const EvaluationCost cost = CostWithCalls(scope.GetCost(), functionCosts);
-            RefuseTooMuchWork(elements[position], cost, !scope.GetCost().calls.empty());
-            derived->fields[position].levels = cost.levels;
-        }
+    /// False where a field has a fault.
+    bool ReadExpressions(FieldScope& scope) {
+        bool isSound = true;
+        for (std::size_t position = 0; position < elements.size(); ++position)
+            isSound = faults.Try([&] { ReadExpressionOf(position, scope); }) && isSound;
+        return isSound;
+    }
+
+    void ReadExpressionOf(std::size_t position, FieldScope& scope) {
+        const Element field = elements[position];
+        scope.EnterField(position);
+        derived->fields[position].function.SetExpression(ReadExpression(ExpressionOf(field), scope));
+        scope.FinishField();
+        const EvaluationCost cost = CostWithCalls(scope.GetCost(), functionCosts);
+        RefuseTooMuchWork(field, cost, !scope.GetCost().calls.empty());
+        derived->fields[position].levels = cost.levels;
     }
 
     void RefuseTooMuchWork(Element field, const EvaluationCost& cost, bool callsFunctions) {
@@ -207,6 +243,8 @@ private:
 
     const ScoreDictionary* dictionary;
     const Transcoder& transcoder;
+    Refusal unknownField;
+    Faults& faults;
     std::unique_ptr<DerivedFields> derived = std::make_unique<DerivedFields>();
     UserFunctionsReader functions;
     std::vector<EvaluationCost> functionCosts;
@@ -222,7 +260,17 @@ std::unique_ptr<TransformationDictionary> ReadTransformationDictionary(Element e
                                                                        const ScoreDictionary* dictionary,
                                                                        const Transcoder& transcoder,
                                                                        const Limits& limits) {
-    return std::make_unique<DerivedFieldDictionary>(Reader(dictionary, transcoder, limits).Read(element));
+    NoFaults faults;
+    Reader reader(dictionary, transcoder, limits, Refusal::FieldUnknown, faults);
+    return std::make_unique<DerivedFieldDictionary>(reader.Read({.lists = {element}, .others = {}}));
+}
+
+std::unique_ptr<TransformationDictionary> ReadDerivedFields(const DerivedFieldElements& elements,
+                                                            const ScoreDictionary* dictionary,
+                                                            const Transcoder& transcoder, const Limits& limits,
+                                                            FaultList& faults) {
+    Reader reader(dictionary, transcoder, limits, elements.unknownField, faults);
+    return std::make_unique<DerivedFieldDictionary>(reader.Read(elements));
 }
 
 }  // namespace nbscore

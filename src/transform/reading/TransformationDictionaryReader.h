@@ -1,11 +1,18 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
+#include "framework/Export.h"
 #include "framework/Limits.h"
+#include "framework/ScoreDictVar.h"
 #include "framework/ScoreDictionary.h"
 #include "framework/TransformationDictionary.h"
 #include "pmml/DocumentTree.h"
+#include "pmml/FaultList.h"
+#include "pmml/RefusalTable.h"
 #include "pmml/Transcoder.h"
 
 namespace nbscore {
@@ -23,5 +30,33 @@ std::unique_ptr<TransformationDictionary> ReadTransformationDictionary(Element e
                                                                        const ScoreDictionary* dictionary,
                                                                        const Transcoder& transcoder,
                                                                        const Limits& limits = {});
+
+/// A field that is computed like a derived field and stands in no list of them: what an input or an output is computed
+/// from. Its element declares it and has its expression inside.
+struct FieldByItself {
+    Element element;
+    /// What other fields know it by.
+    std::string name;
+    /// Whether it holds numbers or texts; nothing where the element says so.
+    std::optional<ScoreDictVar::StorageType> storage;
+};
+
+/// All that one dictionary of derived fields is made of.
+struct DerivedFieldElements {
+    /// TransformationDictionary and LocalTransformations elements.
+    std::vector<Element> lists;
+    /// Behind those of the lists.
+    std::vector<FieldByItself> others;
+    /// What a reference to no field is refused with.
+    Refusal unknownField = Refusal::FieldUnknown;
+};
+
+/// The same of several elements, whose fields may all refer to one another.
+/// @param faults takes what each field has wrong, so that the others are read all the same; the dictionary cannot be
+///     used then.
+SCOREFRAMEWORK_API std::unique_ptr<TransformationDictionary> ReadDerivedFields(const DerivedFieldElements& elements,
+                                                                               const ScoreDictionary* dictionary,
+                                                                               const Transcoder& transcoder,
+                                                                               const Limits& limits, FaultList& faults);
 
 }  // namespace nbscore

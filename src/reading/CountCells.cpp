@@ -1,4 +1,4 @@
-#include "translator/DocumentReading.h"
+#include "reading/CountCells.h"
 
 #include "pmml/Refusal.h"
 

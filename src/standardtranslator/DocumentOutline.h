@@ -1,0 +1,40 @@
+#pragma once
+
+#include <vector>
+
+#include "pmml/DocumentTree.h"
+#include "pmml/FaultList.h"
+
+namespace nbscore {
+
+/// Where the parts of a document stand that a model is made of. A part that is not there is none.
+///
+/// A MiningModel whose only segment holds the model, whatever the case, is that model: its parts stand beside the
+/// model's own, in front of them. So is what old documents wrap in an element NaiveBayes.
+struct DocumentOutline {
+    Element root;
+    Element dataDictionary;
+    Element model;
+    /// The segment of the MiningModel around the model; none where the model stands by itself.
+    Element segment;
+    /// MiningSchema elements.
+    std::vector<Element> schemas;
+    /// TransformationDictionary and LocalTransformations elements.
+    std::vector<Element> transformations;
+    std::vector<Element> targets;
+    /// Output elements.
+    std::vector<Element> outputs;
+    /// BayesInput elements, those in an Extension of BayesInputs among them: so wrote a producer when the standard had no
+    /// other place for continuous inputs.
+    std::vector<Element> inputs;
+    Element bayesOutput;
+};
+
+/// Looks through a document for its parts, and refuses everything that is not known. What is harmless is passed over:
+/// Extension elements without inputs, what describes and explains the model, test cases.
+///
+/// Throws VeskException 1 without a data dictionary or model, 5 for a set of sub-models, and for a model that says that
+/// it is not to be scored or what is no classification; 12 for a MiningModel that is more than its only segment.
+DocumentOutline FindOutline(Element root, FaultList& faults);
+
+}  // namespace nbscore

@@ -1,0 +1,170 @@
+#include "standardtranslator/MiningFields.h"
+
+#include <algorithm>
+#include <iterator>
+#include <span>
+#include <utility>
+
+#include "framework/Blanks.h"
+#include "pmml/Refusal.h"
+#include "pmml/Utf8.h"
+#include "standardtranslator/KnownContent.h"
+
+namespace nbscore {
+namespace {
+
+/// Of which two schemas may not say different things.
+constexpr Name treatments[] = {Name::optype,
+                               Name::outliers,
+                               Name::lowValue,
+                               Name::highValue,
+                               Name::missingValueReplacement,
+                               Name::missingValueTreatment,
+                               Name::invalidValueTreatment,
+                               Name::invalidValueReplacement};
+
+constexpr std::string_view outlierWords[] = {"asIs", "asMissingValues", "asExtremeValues"};
+constexpr std::string_view invalidWords[] = {"returnInvalid", "asIs", "asMissing", "asValue"};
+/// All but the last only say where a replacement came from.
+constexpr std::string_view missingWords[] = {"asIs", "asMean", "asMode", "asMedian", "asValue", "returnInvalid"};
+
+MiningFieldEntry::Usage ReadUsage(Element field) {
+    static constexpr std::string_view words[] = {"active", "predicted", "target",          "supplementary",
+                                                 "group",  "order",     "frequencyWeight", "analysisWeight"};
+    switch (WordAttribute(field, Name::usageType, words)) {
+        case 0:
+            return MiningFieldEntry::Active;
+        case 1:
+        case 2:
+            return MiningFieldEntry::Target;
+        default:
+            return MiningFieldEntry::Other;
+    }
+}
+
+class SchemaReader {
+public:
+    SchemaReader(const SeededSet<std::string>& namesOfDataFields, const Transcoder& textTranscoder,
+                 FaultList& faultsOfFields)
+        : dataFields(namesOfDataFields), transcoder(textTranscoder), faults(faultsOfFields) {}
+
+    void Read(Element schema) {
+        faults.Try([schema] { RequireKnownChildren(schema, {Name::MiningField}); });
+        for (const Element field : schema.GetChildren(Name::MiningField))
+            faults.Try([&] { ReadField(field); });
+    }
+    std::vector<MiningFieldEntry> TakeEntries() { return std::move(entries); }
+
+private:
+    void ReadField(Element field) {
+        RequireKnownAttributes(
+            field, {Name::name, Name::usageType, Name::optype, Name::importance, Name::outliers, Name::lowValue,
+                    Name::highValue, Name::missingValueReplacement, Name::missingValueTreatment,
+                    Name::invalidValueTreatment, Name::invalidValueReplacement});
+        RequireKnownChildren(field, {});
+        static constexpr std::string_view optypes[] = {"continuous", "ordinal", "categorical"};
+        WordAttribute(field, Name::optype, optypes);
+        const std::string name = FindName(RequiredText(transcoder, field, Name::name));
+        const MiningFieldEntry::Usage usage = ReadUsage(field);
+        const auto [position, isNew] = positions.emplace(name, entries.size());
+        if (isNew) {
+            entries.emplace_back(field, name, usage);
+        } else if (entries[position->second].GetElement().GetParent() == field.GetParent()) {
+            throw RefusalAt(field, Refusal::FieldRedefined, {ExcerptOf(name)});
+        } else {
+            entries[position->second].Join(field, usage);
+        }
+    }
+
+    std::string FindName(const std::string& written) const {
+        const std::string trimmed(WithoutOuterBlanks(written));
+        return !dataFields.contains(written) && dataFields.contains(trimmed) ? trimmed : written;
+    }
+
+    const SeededSet<std::string>& dataFields;
+    const Transcoder& transcoder;
+    FaultList& faults;
+    std::vector<MiningFieldEntry> entries;
+    SeededMap<std::string, std::size_t> positions;
+};
+
+}  // namespace
+
+void MiningFieldEntry::Join(Element element, Usage otherUsage) {
+    for (const Name attribute : treatments) {
+        const auto mine = GetAttribute(attribute);
+        const auto other = element.GetAttribute(attribute);
+        if (mine && other && mine != other) {
+            throw RefusalAt(element, Refusal::FieldTreatedTwice,
+                            {ExcerptOf(name), SpellingOf(attribute), ExcerptOf(*mine), ExcerptOf(*other)});
+        }
+    }
+    elements.push_back(element);
+    if (otherUsage == Target || usage == Other) usage = otherUsage;
+}
+
+Element MiningFieldEntry::GetElementWith(Name attribute) const {
+    const auto found = std::ranges::find_if(elements, [attribute](Element each) { return each.Has(attribute); });
+    return found == elements.end() ? elements.front() : *found;
+}
+
+FieldTreatmentRules MiningFieldEntry::ReadTreatment(const ScoreDictVar& variable, const Transcoder& transcoder) const {
+    const bool isNumeric = variable.GetStorageType() == ScoreDictVar::NumericStorage;
+    const auto wordOf = [this](Name attribute, std::span<const std::string_view> words) {
+        return WordAttribute(GetElementWith(attribute), attribute, words);
+    };
+    const auto numberOf = [this](Name attribute) -> std::optional<double> {
+        const Element element = GetElementWith(attribute);
+        if (const auto text = element.GetAttribute(attribute)) return DoubleAt(element, *text);
+        return std::nullopt;
+    };
+    const auto valueOf = [&](Name attribute) -> ExpressionValue {
+        const Element element = GetElementWith(attribute);
+        if (!element.Has(attribute)) return {};
+        if (isNumeric) return RequiredDouble(element, attribute);
+        return AttributeText(transcoder, element, attribute);
+    };
+
+    FieldTreatmentRules rules;
+    rules.outliers = static_cast<FieldTreatmentRules::Outliers>(wordOf(Name::outliers, outlierWords));
+    if (rules.outliers != FieldTreatmentRules::OutliersAsIs && !isNumeric) {
+        throw RefusalAt(GetElementWith(Name::outliers), Refusal::OutliersOfTexts, {ExcerptOf(name)});
+    }
+    rules.lowValue = numberOf(Name::lowValue);
+    rules.highValue = numberOf(Name::highValue);
+    rules.invalid = static_cast<FieldTreatmentRules::Invalid>(wordOf(Name::invalidValueTreatment, invalidWords));
+    if (rules.invalid == FieldTreatmentRules::InvalidAsValue) {
+        RequiredAttribute(GetElementWith(Name::invalidValueReplacement), Name::invalidValueReplacement);
+        rules.invalidReplacement = valueOf(Name::invalidValueReplacement);
+    }
+    rules.missingReplacement = valueOf(Name::missingValueReplacement);
+    rules.missingIsInvalid = wordOf(Name::missingValueTreatment, missingWords) + 1 == std::size(missingWords);
+    return rules;
+}
+
+void MiningFieldEntry::RequireUntreated() const {
+    const auto refuse = [this](Name attribute) {
+        return RefusalAt(GetElementWith(attribute), Refusal::DerivedFieldTreated,
+                         {ExcerptOf(name), SpellingOf(attribute)});
+    };
+    if (WordAttribute(GetElementWith(Name::outliers), Name::outliers, outlierWords) != 0) throw refuse(Name::outliers);
+    // What a derived field gives is taken as it stands.
+    if (WordAttribute(GetElementWith(Name::invalidValueTreatment), Name::invalidValueTreatment, invalidWords) > 1) {
+        throw refuse(Name::invalidValueTreatment);
+    }
+    if (GetAttribute(Name::missingValueReplacement)) throw refuse(Name::missingValueReplacement);
+    const std::size_t missing =
+        WordAttribute(GetElementWith(Name::missingValueTreatment), Name::missingValueTreatment, missingWords);
+    if (missing + 1 == std::size(missingWords)) throw refuse(Name::missingValueTreatment);
+}
+
+std::vector<MiningFieldEntry> ReadMiningSchemas(const std::vector<Element>& schemas,
+                                                const SeededSet<std::string>& dataFields, const Transcoder& transcoder,
+                                                FaultList& faults) {
+    SchemaReader reader(dataFields, transcoder, faults);
+    for (const Element schema : schemas)
+        reader.Read(schema);
+    return reader.TakeEntries();
+}
+
+}  // namespace nbscore

@@ -1,0 +1,197 @@
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <utility>
+
+#include "framework/BaseDictVar.h"
+#include "framework/BaseDictionary.h"
+#include "framework/Blanks.h"
+#include "framework/NumberText.h"
+#include "pmml/Refusal.h"
+#include "pmml/Utf8.h"
+#include "standard/OutputFields.h"
+#include "standardtranslator/KnownContent.h"
+#include "standardtranslator/StandardReading.h"
+
+namespace nbscore {
+namespace {
+
+struct FeatureWord {
+    std::string_view word;
+    OutputField::Feature feature;
+};
+
+constexpr FeatureWord features[] = {
+    {"predictedValue", OutputField::PredictedValue},
+    {"predictedDisplayValue", OutputField::PredictedDisplayValue},
+    {"probability", OutputField::Probability},
+    {"residual", OutputField::Residual},
+    {"warning", OutputField::Warning},
+    {"transformedValue", OutputField::Expression},
+    {"decision", OutputField::Expression},
+};
+
+std::string Quoted(std::string_view text) {
+    return '"' + ExcerptOf(text) + '"';
+}
+
+/// The fields that expressions of the output can name: the output fields that are none, before the data fields.
+class NamesInOutput : public ScoreDictionary {
+public:
+    explicit NamesInOutput(const ScoreDictionary& documentsFields) : dataFields(documentsFields) {}
+
+    bool AddVar(const std::string& name, ScoreDictVar* var) override { return outputFields.AddVar(name, var); }
+    ScoreDictVar* GetVar(const std::string& name) const override {
+        ScoreDictVar* const output = outputFields.GetVar(name);
+        return output != nullptr ? output : dataFields.GetVar(name);
+    }
+    void GetAllVars(std::vector<ScoreDictVar*>& vars) const override { outputFields.GetAllVars(vars); }
+
+private:
+    const ScoreDictionary& dataFields;
+    BaseDictionary outputFields;
+};
+
+class OutputReader {
+public:
+    explicit OutputReader(StandardReading& documentReading) : reading(documentReading) {}
+
+    void Read(std::vector<std::string> displayValues) {
+        for (const Element output : reading.outline.outputs)
+            ReadOutput(output, output == reading.outline.outputs.front());
+        if (fields.empty()) return;
+        std::unique_ptr<TransformationDictionary> expressions = ReadExpressions();
+        reading.model.SetOutputs(std::make_unique<const OutputFields>(
+            std::move(fields), ShownTexts(std::move(displayValues)), std::move(expressions)));
+    }
+
+private:
+    /// @param namesColumns true for the only one, and for that of the MiningModel around the model: what the model's own
+    ///     declares is there for that one's expressions.
+    void ReadOutput(Element output, bool namesColumns) {
+        reading.faults.Try([output] { RequireKnownChildren(output, {Name::OutputField}); });
+        for (const Element element : output.GetChildren(Name::OutputField)) {
+            reading.watch.Step();
+            reading.faults.Try([&] { ReadField(element, namesColumns); });
+        }
+    }
+
+    void ReadField(Element element, bool namesColumns) {
+        RequireKnownAttributes(
+            element, {Name::name, Name::displayName, Name::optype, Name::dataType, Name::targetField, Name::feature,
+                      Name::value, Name::rank, Name::segmentId, Name::isFinalResult, Name::ruleFeature, Name::algorithm,
+                      Name::rankBasis, Name::rankOrder, Name::isMultiValued});
+        OutputField field{.name = RequiredText(reading.transcoder, element, Name::name)};
+        if (!names.insert(field.name).second) {
+            throw RefusalAt(element, Refusal::OutputFieldTwice, {ExcerptOf(field.name)});
+        }
+        field.feature = ReadFeature(element, field.name);
+        RequireOwn(element, field.name);
+        if (field.feature == OutputField::Probability || field.feature == OutputField::Residual) {
+            field.category = ReadCategory(element, field.name);
+        }
+        static constexpr std::string_view truths[] = {"true", "1", "false", "0"};
+        field.isColumn = namesColumns && WordAttribute(element, Name::isFinalResult, truths) < 2;
+        if (field.feature == OutputField::Expression) {
+            expressionFields.push_back({element, field.name, std::nullopt});
+        } else {
+            RequireKnownChildren(element, {Name::Value});
+            field.isNumber = HoldsNumbers(field, element);
+        }
+        fields.push_back(std::move(field));
+    }
+
+    static OutputField::Feature ReadFeature(Element element, const std::string& name) {
+        const auto word = element.GetAttribute(Name::feature);
+        if (!word) return OutputField::PredictedValue;
+        const auto* const found = std::ranges::find(features, *word, &FeatureWord::word);
+        if (found != std::end(features)) return found->feature;
+        throw RefusalAt(element, Refusal::OutputFeatureUnsupported, {ExcerptOf(name), ExcerptOf(*word)});
+    }
+
+    /// Refuses what asks for the second best category, or for another target or model.
+    void RequireOwn(Element element, const std::string& name) const {
+        const auto target = element.GetAttribute(Name::targetField);
+        if (target && TextAt(element, WithoutOuterBlanks(*target), reading.transcoder) !=
+                          WithoutOuterBlanks(reading.target.GetName())) {
+            throw RefusalAt(element, Refusal::OutputFieldOfOtherTarget, {Quoted(name), Quoted(*target)});
+        }
+        const auto rank = element.GetAttribute(Name::rank);
+        if (rank && IntAt(element, *rank) != 1) throw OtherThanOwn(element, Name::rank);
+        const auto segment = element.GetAttribute(Name::segmentId);
+        if (segment && segment != reading.outline.segment.GetAttribute(Name::id)) {
+            throw OtherThanOwn(element, Name::segmentId);
+        }
+    }
+
+    static VeskException OtherThanOwn(Element element, Name attribute) {
+        return RefusalAt(element, Refusal::AttributeNotUnderstood, {SpellingOf(attribute), element.GetTag()});
+    }
+
+    std::optional<std::size_t> ReadCategory(Element element, const std::string& name) const {
+        if (!element.Has(Name::value)) return std::nullopt;
+        const std::string value = AttributeText(reading.transcoder, element, Name::value);
+        if (const auto category = reading.targetValues.Find(value)) return category;
+        std::string known;
+        for (const ScoreValueLabel& label : reading.target.GetValueLabelSet()->GetValueLabels())
+            known += (known.empty() ? "" : ", ") + Quoted(label.GetValue()->GetString());
+        throw RefusalAt(element, Refusal::OutputFieldOfOtherValue, {Quoted(name), Quoted(value), ExcerptOf(known)});
+    }
+
+    /// A prediction is what the output field calls it, where each category can be that.
+    bool HoldsNumbers(const OutputField& field, Element element) const {
+        if (field.feature == OutputField::Probability || field.feature == OutputField::Residual) return true;
+        if (field.feature != OutputField::PredictedValue) return false;
+        const bool isTargetNumeric = reading.target.GetStorageType() == ScoreDictVar::NumericStorage;
+        const auto dataType = element.GetAttribute(Name::dataType);
+        if (!dataType || isTargetNumeric == IsNumericDataType(*dataType)) return isTargetNumeric;
+        if (isTargetNumeric) return false;
+        return std::ranges::all_of(
+            reading.target.GetValueLabelSet()->GetValueLabels(),
+            [](const ScoreValueLabel& label) { return ReadNumber(label.GetValue()->GetString()).has_value(); });
+    }
+
+    std::unique_ptr<TransformationDictionary> ReadExpressions() {
+        if (expressionFields.empty()) return nullptr;
+        NamesInOutput visible(reading.dictionary);
+        for (const OutputField& field : fields) {
+            if (field.feature == OutputField::Expression) continue;
+            const auto storage = field.isNumber ? ScoreDictVar::NumericStorage : ScoreDictVar::StringStorage;
+            visible.AddVar(field.name, new BaseDictVar(field.name, storage, ScoreDictVar::Categorical));
+        }
+        // Fields of the document are read once more, because there they see no output.
+        auto expressions = ReadDerivedFields({.lists = reading.outline.transformations,
+                                              .others = expressionFields,
+                                              .unknownField = Refusal::FieldUnknownAnywhere},
+                                             &visible, reading.transcoder, reading.watch.GetLimits(), reading.faults);
+        for (OutputField& field : fields) {
+            if (field.feature != OutputField::Expression) continue;
+            const ScoreDictVar* const variable = expressions->GetVar(field.name);
+            field.isNumber = variable != nullptr && variable->GetStorageType() == ScoreDictVar::NumericStorage;
+        }
+        return expressions;
+    }
+
+    /// What the targets say, else what the data dictionary says, else the values themselves.
+    std::vector<std::string> ShownTexts(std::vector<std::string> displayValues) const {
+        const auto& labels = reading.target.GetValueLabelSet()->GetValueLabels();
+        for (std::size_t i = 0; i < labels.size(); ++i) {
+            if (displayValues[i].empty()) displayValues[i] = labels[i].GetDisplayValue();
+            if (displayValues[i].empty()) displayValues[i] = labels[i].GetValue()->GetString();
+        }
+        return displayValues;
+    }
+
+    StandardReading& reading;
+    std::vector<OutputField> fields;
+    std::vector<FieldByItself> expressionFields;
+    SeededSet<std::string> names;
+};
+
+}  // namespace
+
+void ReadOutputs(std::vector<std::string> displayValues, StandardReading& reading) {
+    OutputReader(reading).Read(std::move(displayValues));
+}
+
+}  // namespace nbscore

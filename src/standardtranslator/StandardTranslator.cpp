@@ -1,0 +1,249 @@
+#include "standardtranslator/StandardTranslator.h"
+
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+
+#include "framework/BaseDictVar.h"
+#include "framework/Blanks.h"
+#include "framework/DerivedFieldSources.h"
+#include "framework/NumericValue.h"
+#include "framework/StringValue.h"
+#include "pmml/DomDocument.h"
+#include "pmml/Refusal.h"
+#include "pmml/Utf8.h"
+#include "standardtranslator/GiveMyStandardTranslator.h"
+#include "standardtranslator/KnownContent.h"
+#include "standardtranslator/MiningFields.h"
+#include "standardtranslator/StandardReading.h"
+
+namespace nbscore {
+
+/// Reads one document.
+class StandardTranslator::Reader {
+public:
+    Reader(StandardTranslator& documentTranslator, const DocumentTree& documentTree, FaultList& faultsOfParts)
+        : translator(documentTranslator),
+          transcoder(*translator.GetTranscoder()),
+          document(documentTree),
+          faults(faultsOfParts) {}
+
+    std::unique_ptr<ScoreModel> Read();
+
+private:
+    void ReadSchemas();
+    ScoreDictVar* FindDataField(const std::string& name) const;
+    /// Throws VeskException 8 where it is not clear which field is predicted, or where there is no such field.
+    BaseDictVar& FindTarget();
+    std::string FindTargetInSchemas();
+    void DeclareTargetValues(BaseDictVar& target);
+    void ReadDerivedFieldsOf(std::vector<InputParts>& inputs);
+    StandardReading BeginModel(const ScoreDictVar& target);
+    void ReadThreshold();
+    void FindSources(StandardReading& reading);
+    void ReadTreatments(StandardReading& reading);
+    void Treat(const ScoreDictVar& field, FieldTreatmentRules rules, Element element, StandardReading& reading);
+
+    StandardTranslator& translator;
+    const Transcoder& transcoder;
+    const DocumentTree& document;
+    FaultList& faults;
+
+    DocumentOutline outline;
+    std::vector<MiningFieldEntry> miningFields;
+    FieldFaults fieldFaults;
+    /// The model's, once it has begun.
+    std::unique_ptr<ScoreDictionary> dictionary;
+    std::unique_ptr<TransformationDictionary> derivedFields;
+    std::unique_ptr<StandardModel> model = std::make_unique<StandardModel>();
+};
+
+std::unique_ptr<ScoreModel> StandardTranslator::Reader::Read() {
+    outline = FindOutline(document.GetRoot(), faults);
+    ReadSchemas();
+    BaseDictVar& target = FindTarget();
+    DeclareTargetValues(target);
+    std::vector<InputParts> inputs = FindInputParts(outline, transcoder, faults);
+    ReadDerivedFieldsOf(inputs);
+
+    StandardReading reading = BeginModel(target);
+    faults.Try([this] { ReadThreshold(); });
+    model->SetTargetVar(&target);
+    faults.Try([&] {
+        RequireKnownAttributes(outline.bayesOutput, {Name::fieldName});
+        model->SetTargetCounts(ReadCounts(outline.bayesOutput, reading));
+    });
+    ReadInputs(inputs, reading);
+    FindSources(reading);
+    ReadTreatments(reading);
+    ReadOutputs(ReadTargets(reading), reading);
+    return std::move(model);
+}
+
+/// The schemas come first, because they may say that a field's values are of another kind than the dictionary says.
+void StandardTranslator::Reader::ReadSchemas() {
+    SeededSet<std::string> names;
+    for (const Element field : outline.dataDictionary.GetChildren(Name::DataField))
+        names.insert(AttributeText(transcoder, field, Name::name));
+    miningFields = ReadMiningSchemas(outline.schemas, names, transcoder, faults);
+    Optypes optypes;
+    for (const MiningFieldEntry& entry : miningFields) {
+        if (const auto optype = entry.GetAttribute(Name::optype)) optypes.emplace(entry.GetName(), *optype);
+    }
+    dictionary.reset(translator.ParseDictionary(outline.dataDictionary, fieldFaults, optypes));
+}
+
+ScoreDictVar* StandardTranslator::Reader::FindDataField(const std::string& name) const {
+    ScoreDictVar* const field = dictionary->GetVar(name);
+    return field != nullptr ? field : dictionary->GetVar(std::string(WithoutOuterBlanks(name)));
+}
+
+BaseDictVar& StandardTranslator::Reader::FindTarget() {
+    std::string name = FindTargetInSchemas();
+    const Element output = outline.bayesOutput;
+    if (name.empty() || output.Has(Name::fieldName)) {
+        const std::string counted = RequiredText(transcoder, output, Name::fieldName, Refusal::OutputFieldMissing);
+        if (!name.empty() && WithoutOuterBlanks(counted) != WithoutOuterBlanks(name)) {
+            throw RefusalAt(output, Refusal::OutputNotOfTarget, {ExcerptOf(counted)});
+        }
+        if (name.empty()) name = counted;
+    }
+    auto* const target = dynamic_cast<BaseDictVar*>(FindDataField(name));
+    if (target == nullptr) throw RefusalAt(output, Refusal::OutputNotOfTarget, {ExcerptOf(name)});
+    fieldFaults.RequireSound(target->GetName());
+    return *target;
+}
+
+/// Empty where the schemas name none: then it is the one that is counted.
+std::string StandardTranslator::Reader::FindTargetInSchemas() {
+    const MiningFieldEntry* target = nullptr;
+    for (const MiningFieldEntry& entry : miningFields) {
+        if (entry.GetUsage() != MiningFieldEntry::Target) continue;
+        if (target != nullptr) faults.Try([&] { throw RefusalAt(entry.GetElement(), Refusal::SecondTarget); });
+        if (target == nullptr) target = &entry;
+    }
+    return target == nullptr ? std::string() : target->GetName();
+}
+
+/// A target that declares no values has those that are counted.
+void StandardTranslator::Reader::DeclareTargetValues(BaseDictVar& target) {
+    if (target.GetValueLabelSet() != nullptr) return;
+    const bool isNumeric = target.GetStorageType() == ScoreDictVar::NumericStorage;
+    for (const Element list : outline.bayesOutput.GetChildren(Name::TargetValueCounts)) {
+        for (const Element entry : list.GetChildren(Name::TargetValueCount)) {
+            if (isNumeric) {
+                target.AddValidValue(std::make_unique<NumericValue>(RequiredDouble(entry, Name::value)), {});
+            } else {
+                target.AddValidValue(std::make_unique<StringValue>(RequiredText(transcoder, entry, Name::value)), {});
+            }
+        }
+    }
+    if (target.GetValueLabelSet() == nullptr) {
+        throw RefusalAt(outline.bayesOutput, Refusal::TargetValueCountsExpected);
+    }
+}
+
+void StandardTranslator::Reader::ReadDerivedFieldsOf(std::vector<InputParts>& inputs) {
+    std::vector<FieldByItself> own = NameFieldsOfInputs(inputs, outline, *dictionary, transcoder);
+    if (outline.transformations.empty() && own.empty()) return;
+    derivedFields = ReadDerivedFields(
+        {.lists = outline.transformations, .others = std::move(own), .unknownField = Refusal::FieldUnknownAnywhere},
+        dictionary.get(), transcoder, translator.GetLimits(), faults);
+    derivedFields->SetUpDerivedCaseRecord();
+}
+
+StandardReading StandardTranslator::Reader::BeginModel(const ScoreDictVar& target) {
+    model->SetVersionInfo(translator.ParseVersion(outline.root).release());
+    model->SetScoreDictionary(dictionary.release());
+    if (derivedFields != nullptr) model->SetTransformationScoreDictionary(derivedFields.release());
+    model->SetVarRole(&target, ScoreModel::TargetRole);
+    return {.outline = outline,
+            .transcoder = transcoder,
+            .faults = faults,
+            .model = *model,
+            .dictionary = *model->GetDictionary(),
+            .derivedFields = model->GetTransformationDictionary(),
+            .fieldFaults = fieldFaults,
+            .target = target,
+            .targetValues = WrittenValues(target),
+            .cells = CountCells(translator.GetLimits().GetMemory(), document.GetMemory()),
+            .watch = LimitWatch(translator.GetLimits())};
+}
+
+void StandardTranslator::Reader::ReadThreshold() {
+    const double threshold = RequiredDouble(outline.model, Name::threshold, Refusal::ThresholdMissing);
+    if (threshold < 0.0) {
+        throw RefusalAt(outline.model, Refusal::ThresholdNegative,
+                        {ExcerptOf(RequiredAttribute(outline.model, Name::threshold))});
+    }
+    model->SetThreshold(threshold);
+}
+
+/// Inputs may be computed from fields that no schema lists.
+void StandardTranslator::Reader::FindSources(StandardReading& reading) {
+    if (reading.derivedFields == nullptr) return;
+    auto sources = FindFieldsOfDerivedFields(*reading.derivedFields, reading.derivedFieldsRead);
+    if (sources) reading.dataFieldsRead.merge(*sources);
+}
+
+void StandardTranslator::Reader::ReadTreatments(StandardReading& reading) {
+    std::set<std::string> untreated = reading.dataFieldsRead;
+    for (const MiningFieldEntry& entry : miningFields) {
+        faults.Try([&] {
+            const bool isRead = untreated.erase(entry.GetName()) > 0;
+            if (const ScoreDictVar* const field = reading.dictionary.GetVar(entry.GetName())) {
+                const bool isUsed = isRead || entry.GetUsage() == MiningFieldEntry::Active;
+                if (field == &reading.target || !isUsed) return;
+                Treat(*field, entry.ReadTreatment(*field, transcoder), entry.GetElement(), reading);
+            } else if (reading.derivedFields != nullptr && reading.derivedFields->GetVar(entry.GetName()) != nullptr) {
+                entry.RequireUntreated();
+            } else {
+                throw RefusalAt(entry.GetElement(), Refusal::MiningFieldUndeclared, {ExcerptOf(entry.GetName())});
+            }
+        });
+    }
+    for (const std::string& name : untreated) {
+        const ScoreDictVar* const field = reading.dictionary.GetVar(name);
+        if (field != nullptr && field != &reading.target) {
+            faults.Try([&] { Treat(*field, {}, outline.bayesOutput, reading); });
+        }
+    }
+}
+
+void StandardTranslator::Reader::Treat(const ScoreDictVar& field, FieldTreatmentRules rules, Element element,
+                                       StandardReading& reading) {
+    fieldFaults.RequireSound(field.GetName());
+    // It keeps a copy of the field, and beside that all that the field declares.
+    if (const ScoreValueLabelSet* const declared = field.GetValueLabelSet()) {
+        reading.cells.Take(element, 2 * CountCells::cellsPerCategory * declared->GetValueLabels().size());
+    }
+    model->AddTreatment(&field, FieldTreatment(field, std::move(rules)));
+}
+
+ScoreModel* StandardTranslator::ParseFromTree(xercesc::DOMDocument* document, const std::string& encoding) {
+    found.clear();
+    LeaveUnfinishedModel(nullptr);
+    CreateTranscoder(encoding);
+    if (document == nullptr) throw MakeRefusal(Refusal::RootMissing);
+    return ParseFromTree(*ReadDom(*document, GetLimits()), encoding);
+}
+
+ScoreModel* StandardTranslator::ParseFromTree(const DocumentTree& document, const std::string& encoding) {
+    found.clear();
+    LeaveUnfinishedModel(nullptr);
+    CreateTranscoder(encoding);
+    if (!document.GetRoot()) throw MakeRefusal(Refusal::RootMissing);
+    std::unique_ptr<ScoreModel> model;
+    FaultList faults;
+    faults.Try([&] { model = Reader(*this, document, faults).Read(); });
+    found = faults.Take();
+    if (!found.empty()) throw VeskException(found.front());
+    return model.release();
+}
+
+}  // namespace nbscore
+
+ScoreTranslator* GiveMyStandardTranslator() {
+    return new nbscore::StandardTranslator();
+}
