@@ -6,6 +6,7 @@
 
 #include "batch/BatchEngine.h"
 #include "framework/MCMV.h"
+#include "framework/ModelOutputs.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/NumericValue.h"
 #include "framework/StringValue.h"
@@ -54,6 +55,8 @@ BatchCases::BatchCases(const ScoreModel& model, bool onlyPrediction)
 
 std::optional<BatchCases> BatchCases::Find(const ScoreModel& scorable, bool onlyPrediction) {
     if (dynamic_cast<const ModelSelfDescription*>(&scorable) == nullptr) return std::nullopt;
+    // The answers here say nothing of cases without a result, nor what a document's Output asks for.
+    if (dynamic_cast<const ModelOutputs*>(&scorable) != nullptr) return std::nullopt;
     try {
         return BatchCases(scorable, onlyPrediction);
     } catch (const std::invalid_argument&) {

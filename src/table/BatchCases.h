@@ -21,7 +21,8 @@ class BatchEngine;
 /// with; each thread scores with one of its own.
 class BatchCases {
 public:
-    /// Nothing for a model that does not lay its tables open, or whose tables the batch engine cannot use.
+    /// Nothing for a model that does not lay its tables open, or whose tables the batch engine cannot use; nor for one
+    /// that may leave a case without a result or computes output columns (ModelOutputs).
     /// @param scorable in the sense of LoadedModel::RequireScorable; need not outlive this.
     static std::optional<BatchCases> Find(const ScoreModel& scorable, bool onlyPrediction);
 
