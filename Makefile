@@ -8,6 +8,9 @@ help:
 	@echo 'make run                install missing packages, build, and score the bundled example'
 	@echo 'make build              build the command: $(NBSCORE)'
 	@echo 'make test               install missing packages, build and run every test'
+	@echo 'make test-peers         hold the answers by the standard'"'"'s rule to those of R and scikit-learn, which are'
+	@echo '                        installed for it'
+	@echo 'make test-all           both'
 	@echo 'make windows            cross-build for 64-bit Windows and pack build/nbscore-*-windows-x64.zip'
 	@echo 'make test-windows       test that build under Wine (three minutes once everything is built)'
 	@echo 'make test-windows-core  test only its built plug-in and command'
@@ -55,6 +58,15 @@ test: packages-test
 	cmake --preset test
 	cmake --build --preset test -j $(JOBS)
 	ctest --preset test -j $(JOBS)
+
+# As the interpreter of Debian's packages, whatever else is installed.
+.PHONY: test-peers test-all
+test-peers:
+	@scripts/install-packages.sh build test test-peers
+	cmake --preset test
+	cmake --build --preset test -j $(JOBS) --target nbscore_command naivebayes
+	/usr/bin/python3 tests/peers/peers.py build/test/bin/nbscore
+test-all: test test-peers
 
 .PHONY: windows windows-configured test-windows test-windows-core
 windows-configured:

@@ -157,14 +157,14 @@ std::vector<BaseCaseRecord> MakeCases(const ScoreModel& model) {
 void Score(ScoreModel& model) {
     const std::unique_ptr<ScoreWriter> writer =
         MakeScoreWriter(model, {}, "cases", {.format = ScoreFormat::JsonLines, .prefix = {}, .subModels = {}});
-    ScoredCaseReader results(model, false);
+    ScoredCaseReader results(model, {});
     ReusedResult reused;
     for (const BaseCaseRecord& record : MakeCases(model)) {
         ReusedResult fresh;
         std::string again;
         std::string first;
-        writer->AppendCase(first, {}, results.Read(fresh.Score(model, record)));
-        writer->AppendCase(again, {}, results.Read(reused.Score(model, record)));
+        writer->AppendCase(first, {}, results.Read(record, fresh.Score(model, record)));
+        writer->AppendCase(again, {}, results.Read(record, reused.Score(model, record)));
         Require(first == again, "a result that is filled again tells the same as a new one");
     }
 }

@@ -102,10 +102,10 @@ template <typename Cases, typename Check>
 void AskOneByOne(ScoreModel& model, const test::DocumentShape& shape, const Cases& cases, const Check& check) {
     BaseCaseRecord record = MakeRecord(shape);
     ReusedResult result;
-    ScoredCaseReader reader(model, false);
+    ScoredCaseReader reader(model, {});
     for (std::size_t i = 0; i < cases.Count(); i += sampleStep) {
         FillRecord(record, shape, cases.GetCodes(), i);
-        check(i, reader.Read(result.Score(model, record)));
+        check(i, reader.Read(record, result.Score(model, record)));
     }
 }
 

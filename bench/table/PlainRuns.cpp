@@ -57,10 +57,12 @@ private:
 template <typename Take>
 void ScoreEachRow(ScoreModel& model, Table& table, const Take& take) {
     CaseBinder binder(model, table.GetHeader(), table.GetName(), {});
-    ScoredCaseReader results(model, false);
+    ScoredCaseReader results(model, {});
     ReusedResult result;
-    while (table.ReadRow())
-        take(results.Read(result.Score(model, binder.Bind(table.GetCells(), table.GetLine()))));
+    while (table.ReadRow()) {
+        const ScoreCaseRecord& record = binder.Bind(table.GetCells(), table.GetLine());
+        take(results.Read(record, result.Score(model, record)));
+    }
 }
 
 void Append(std::vector<double>& numbers, std::span<const double> some) {

@@ -34,7 +34,17 @@ void RequireAnswerSize(const std::string& what, std::size_t size, std::size_t ro
                                 std::to_string(rows) + " times " + std::to_string(columns) + " are to be written.");
 }
 
+void RequireRoom(const AnswerColumns& answers, std::size_t cases, std::size_t numbersPerCase, const std::string& what,
+                 std::size_t predictors) {
+    RequireAnswerSize("predictions", answers.predicted.size(), cases);
+    RequireAnswerSize("confidences", answers.confidence.size(), cases);
+    RequireAnswerSize(what, answers.probabilities.size(), cases, numbersPerCase);
+    RequireAnswerSize("counters of missing values", answers.missing.size(), predictors);
+    RequireAnswerSize("counters of unknown values", answers.unknown.size(), predictors);
+}
+
 BatchEngine::BatchEngine(const ModelTables& model) : readsDerivedFields(model.readsDerivedFields) {
+    if (model.rule == ScoringRule::Standard) throw std::invalid_argument("The model is scored by the standard's rule.");
     for (const ClassifierTables& classifier : model.classifiers)
         AddInputs(classifier);
     readersOfInputs.resize(inputs.size());
@@ -118,17 +128,6 @@ std::vector<std::string> BatchEngine::GetFieldsOfReaders() const {
     return fields;
 }
 
-void BatchEngine::RequireRoom(std::size_t cases, const AnswerColumns& answers) const {
-    if (IsSet() && !(answers.predicted.empty() && answers.confidence.empty())) {
-        throw std::invalid_argument("A set of sub-models has no prediction and no confidence.");
-    }
-    RequireAnswerSize("predictions", answers.predicted.size(), cases);
-    RequireAnswerSize("confidences", answers.confidence.size(), cases);
-    RequireAnswerSize(IsSet() ? "scores" : "probabilities", answers.probabilities.size(), cases, GetNumbersPerCase());
-    RequireAnswerSize("counters of missing values", answers.missing.size(), inputsOfPredictors.size());
-    RequireAnswerSize("counters of unknown values", answers.unknown.size(), inputsOfPredictors.size());
-}
-
 void BatchEngine::Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const {
     RequireReadable(columns, cases, identity, inputs);
     ScoreValues({.readers = readers, .columns = columns, .rows = {}, .cases = cases}, answers);
@@ -149,7 +148,11 @@ void BatchEngine::ScoreRows(std::span<const std::span<const FactorRow>> rows, st
 }
 
 void BatchEngine::ScoreValues(const CaseValues& values, const AnswerColumns& answers) const {
-    RequireRoom(values.cases, answers);
+    if (IsSet() && !(answers.predicted.empty() && answers.confidence.empty())) {
+        throw std::invalid_argument("A set of sub-models has no prediction and no confidence.");
+    }
+    RequireRoom(answers, values.cases, GetNumbersPerCase(), IsSet() ? "scores" : "probabilities",
+                inputsOfPredictors.size());
     if (values.cases == 0) return;
     if (single) single->Score(values, answers);
     for (const SubModelGroup& group : groups)

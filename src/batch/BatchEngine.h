@@ -11,6 +11,7 @@
 #include "batch/BatchScorer.h"
 #include "batch/CaseValues.h"
 #include "batch/Column.h"
+#include "batch/ColumnScorer.h"
 #include "batch/FactorRow.h"
 #include "batch/SingleClassifier.h"
 #include "batch/SubModelGroup.h"
@@ -27,29 +28,34 @@ ModelTables GetScorableTables(const ScoreModel& model);
 /// @param what names the entries in the message.
 void RequireAnswerSize(const std::string& what, std::size_t size, std::size_t rows, std::size_t columns = 1);
 
-/// What copies of a BatchScorer share (see there for the rules), and what the scoring of tables uses directly, which
-/// meets the same values again and again and keeps their rows.
+/// Throws std::invalid_argument when there is not the room that answers about so many cases need.
+/// @param what names the numbers of a case in the message.
+void RequireRoom(const AnswerColumns& answers, std::size_t cases, std::size_t numbersPerCase, const std::string& what,
+                 std::size_t predictors);
+
+/// Scores by the smoothed rule. The scoring of tables uses it directly, which meets the same values again and again and
+/// keeps their rows.
 ///
 /// A single classifier is scored with its cases or its categories side by side (SingleClassifier), sub-models that read
 /// alike side by side themselves (SubModelGroup).
-class BatchEngine {
+class BatchEngine : public ColumnScorer {
 public:
+    /// Throws as GetScorableTables does, and for a model that is scored by the standard's rule (StandardBatch).
     explicit BatchEngine(const ScoreModel& model) : BatchEngine(GetScorableTables(model)) {}
-    BatchEngine(const BatchEngine&) = delete;
-    BatchEngine& operator=(const BatchEngine&) = delete;
+    explicit BatchEngine(const ModelTables& model);
 
-    bool IsSet() const { return !single.has_value(); }
-    bool ReadsDerivedFields() const { return readsDerivedFields; }
-    const std::vector<BatchInput>& GetInputs() const { return inputs; }
-    const std::vector<std::size_t>& GetInputsOfPredictors() const { return inputsOfPredictors; }
-    const std::vector<std::string>& GetCategories() const { return categories; }
-    const std::vector<std::string>& GetSubModels() const { return subModels; }
+    bool IsSet() const override { return !single.has_value(); }
+    bool ReadsDerivedFields() const override { return readsDerivedFields; }
+    const std::vector<BatchInput>& GetInputs() const override { return inputs; }
+    const std::vector<std::size_t>& GetInputsOfPredictors() const override { return inputsOfPredictors; }
+    const std::vector<std::string>& GetCategories() const override { return categories; }
+    const std::vector<std::string>& GetSubModels() const override { return subModels; }
     /// How many probabilities a case has: one for each category, or one for each sub-model.
     std::size_t GetNumbersPerCase() const { return IsSet() ? subModels.size() : categories.size(); }
 
-    InputDictionary MakeDictionary(std::size_t input, std::span<const std::string_view> values) const;
-    InputDictionary MakeDictionary(std::size_t input, std::span<const double> values) const;
-    void Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const;
+    InputDictionary MakeDictionary(std::size_t input, std::span<const std::string_view> values) const override;
+    InputDictionary MakeDictionary(std::size_t input, std::span<const double> values) const override;
+    void Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const override;
 
     /// The name of the field that each reader reads.
     std::vector<std::string> GetFieldsOfReaders() const;
@@ -65,15 +71,12 @@ public:
                    const AnswerColumns& answers) const;
 
 private:
-    explicit BatchEngine(const ModelTables& model);
-
     void AddInputs(const ClassifierTables& classifier);
     void AddSubModels(const ModelTables& set);
     /// @param predictors of the same variable and kind.
     void AddReader(std::span<const PredictorTables* const> predictors);
     template <typename Value>
     InputDictionary LookUp(std::size_t input, std::span<const Value> values) const;
-    void RequireRoom(std::size_t cases, const AnswerColumns& answers) const;
     void ScoreValues(const CaseValues& values, const AnswerColumns& answers) const;
 
     /// Of the dictionaries that are made here.

@@ -1,45 +1,56 @@
 #include "batch/BatchScorer.h"
 
 #include "batch/BatchEngine.h"
+#include "batch/ColumnScorer.h"
+#include "batch/StandardBatch.h"
 
 namespace nbscore {
+namespace {
 
-BatchScorer::BatchScorer(const ScoreModel& model) : engine(std::make_shared<BatchEngine>(model)) {}
+std::shared_ptr<const ColumnScorer> MakeScorer(const ScoreModel& model) {
+    const ModelTables tables = GetScorableTables(model);
+    if (tables.rule == ScoringRule::Standard) return std::make_shared<StandardBatch>(tables);
+    return std::make_shared<BatchEngine>(tables);
+}
+
+}  // namespace
+
+BatchScorer::BatchScorer(const ScoreModel& model) : scorer(MakeScorer(model)) {}
 
 bool BatchScorer::IsSet() const {
-    return engine->IsSet();
+    return scorer->IsSet();
 }
 
 const std::vector<BatchInput>& BatchScorer::GetInputs() const {
-    return engine->GetInputs();
+    return scorer->GetInputs();
 }
 
 const std::vector<std::size_t>& BatchScorer::GetInputsOfPredictors() const {
-    return engine->GetInputsOfPredictors();
+    return scorer->GetInputsOfPredictors();
 }
 
 const std::vector<std::string>& BatchScorer::GetCategories() const {
-    return engine->GetCategories();
+    return scorer->GetCategories();
 }
 
 const std::vector<std::string>& BatchScorer::GetSubModels() const {
-    return engine->GetSubModels();
+    return scorer->GetSubModels();
 }
 
 bool BatchScorer::ReadsDerivedFields() const {
-    return engine->ReadsDerivedFields();
+    return scorer->ReadsDerivedFields();
 }
 
 InputDictionary BatchScorer::MakeDictionary(std::size_t input, std::span<const std::string_view> values) const {
-    return engine->MakeDictionary(input, values);
+    return scorer->MakeDictionary(input, values);
 }
 
 InputDictionary BatchScorer::MakeDictionary(std::size_t input, std::span<const double> values) const {
-    return engine->MakeDictionary(input, values);
+    return scorer->MakeDictionary(input, values);
 }
 
 void BatchScorer::Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const {
-    engine->Score(columns, cases, answers);
+    scorer->Score(columns, cases, answers);
 }
 
 }  // namespace nbscore

@@ -14,7 +14,7 @@
 
 namespace nbscore {
 
-class BatchEngine;
+class ColumnScorer;
 
 /// One column that a scorer reads.
 struct BatchInput {
@@ -30,7 +30,8 @@ struct BatchInput {
 ///
 /// It gives the same answers as the model's GetScore, to the last bit, whatever the number of cases in a call, the kind
 /// of the columns or the thread: products are taken from the left in the order of the predictors, sums in the order of
-/// the categories, divisions are divisions.
+/// the categories, divisions are divisions. A model that is scored by the standard's rule has its values treated here,
+/// as there; the values of its derived inputs are to be computed from treated ones.
 ///
 /// It holds copies of all that it needs: the model and its document may go, and so may its plug-in, unless it brings
 /// classes of variables of its own, which copy themselves. Nothing in it ever changes: copies are cheap and share
@@ -47,7 +48,8 @@ public:
 
     /// Whether there are sub-models, each of which scores a case by itself.
     bool IsSet() const;
-    /// The fields that are read, each once, in the order in which predictors first name them.
+    /// The fields that are read, each once, in the order in which predictors first name them. Behind them, by the
+    /// standard's rule, fields that no predictor reads and whose values may be invalid.
     const std::vector<BatchInput>& GetInputs() const;
     /// For each predictor the position of its input; of a set those of the first sub-model in front.
     const std::vector<std::size_t>& GetInputsOfPredictors() const;
@@ -74,7 +76,7 @@ public:
     void Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const;
 
 private:
-    std::shared_ptr<const BatchEngine> engine;
+    std::shared_ptr<const ColumnScorer> scorer;
 };
 
 }  // namespace nbscore

@@ -44,21 +44,12 @@ void EncodeColumn(const ValueRows& valueRows, std::size_t, const NumberColumn& c
 
 template <typename Row, typename Offset>
 void EncodeColumn(const ValueRows& valueRows, std::size_t, const TextColumn<Offset>& column, const Cases<Row>& cases) {
-    EncodeValues(valueRows, column.validity, cases, [&](std::size_t entry) {
-        const auto begin = static_cast<std::size_t>(column.offsets[entry]);
-        return std::string_view(column.bytes + begin, static_cast<std::size_t>(column.offsets[entry + 1]) - begin);
-    });
+    EncodeValues(valueRows, column.validity, cases, [&](std::size_t entry) { return column.At(entry); });
 }
 
 template <typename Row>
 void EncodeColumn(const ValueRows& valueRows, std::size_t, const TextViewColumn& column, const Cases<Row>& cases) {
     EncodeValues(valueRows, column.validity, cases, [&](std::size_t entry) { return column.values[entry]; });
-}
-
-template <typename Code>
-[[noreturn]] void RefuseCode(std::size_t entry, Code code, std::size_t size) {
-    throw std::out_of_range("case " + std::to_string(entry) + " has the code " + std::to_string(code) +
-                            ", but the dictionary has " + std::to_string(size) + " values");
 }
 
 template <typename Row, typename Code>
@@ -134,6 +125,11 @@ private:
 };
 
 }  // namespace
+
+void RefuseCode(std::size_t entry, std::int64_t code, std::size_t size) {
+    throw std::out_of_range("case " + std::to_string(entry) + " has the code " + std::to_string(code) +
+                            ", but the dictionary has " + std::to_string(size) + " values");
+}
 
 void RequireReadable(std::span<const Column> columns, std::size_t cases, const ScorerIdentity& scorer,
                      const std::vector<BatchInput>& inputs) {

@@ -28,6 +28,17 @@ private:
     std::shared_ptr<const char> token;
 };
 
+/// What an input's values say by the standard's rule, where they are treated first: for each entry of a list of values.
+struct TreatedValues {
+    /// Whether the value ends the case: 1 or 0.
+    std::vector<std::uint8_t> invalid;
+    /// For each predictor that reads the input: the row. Of one with densities any row from firstKnownRow on says that
+    /// there is a number.
+    std::vector<std::vector<FactorRow>> rows;
+    /// For each predictor that reads the input and has densities: the number.
+    std::vector<std::vector<double>> numbers;
+};
+
 struct InputDictionary::Lookup {
     ScorerIdentity scorer;
     std::size_t input;
@@ -35,6 +46,8 @@ struct InputDictionary::Lookup {
     std::size_t size;
     /// For each reader of the input the row of each code, that of -1 in front.
     std::vector<std::vector<FactorRow>> rowsOfReaders;
+    /// Instead of these, by the standard's rule, in the same order.
+    TreatedValues treated = {};
 };
 
 /// What turns the values of an input into rows: for one predictor of a single classifier, or for the predictors of
@@ -62,6 +75,9 @@ struct CaseValues {
     template <typename Row>
     void Encode(std::size_t reader, std::size_t first, std::size_t count, Row* out) const;
 };
+
+/// Throws std::out_of_range, telling the case.
+[[noreturn]] void RefuseCode(std::size_t entry, std::int64_t code, std::size_t size);
 
 /// Throws std::invalid_argument when there is not one column for each input, and, naming the input, when one cannot be
 /// read for so many cases: it has another number of values, offsets that fall, or a dictionary of another scorer or

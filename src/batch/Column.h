@@ -61,6 +61,11 @@ struct TextColumn {
     const char* bytes = nullptr;
     std::span<const Offset> offsets;
     Validity validity;
+
+    std::string_view At(std::size_t entry) const {
+        const auto begin = static_cast<std::size_t>(offsets[entry]);
+        return {bytes + begin, static_cast<std::size_t>(offsets[entry + 1]) - begin};
+    }
 };
 
 /// Texts that lie anywhere.

@@ -51,9 +51,6 @@ bool DeclaredMissing::IsDeclared(std::string_view text) const {
     return declaring->IsMissingValue(&value);
 }
 
-ValueRows::ValueRows(std::span<const PredictorTables* const> predictors)
-    : missing(*predictors.front()->var), known(MakeKnown(predictors, codesOfPredictors)) {}
-
 ValueRows::Known ValueRows::MakeTexts(std::span<const PredictorTables* const> predictors,
                                       std::vector<std::vector<int>>& codes) {
     std::vector<const std::vector<const std::string*>*> lists;

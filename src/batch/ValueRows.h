@@ -4,6 +4,7 @@
 #include <memory>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -19,6 +20,8 @@ namespace nbscore {
 /// missing values looked up like any other.
 class DeclaredMissing {
 public:
+    /// None.
+    DeclaredMissing() = default;
     /// @param var copied.
     explicit DeclaredMissing(const ScoreDictVar& var);
 
@@ -32,7 +35,7 @@ private:
     bool IsDeclared(double number) const;
     bool IsDeclared(std::string_view text) const;
 
-    bool continuous;
+    bool continuous = false;
     /// To be asked about each value, the system-missing number too. Null when the variable is not continuous, or is
     /// known to declare none.
     std::shared_ptr<const ScoreDictVar> declaring;
@@ -42,8 +45,13 @@ private:
 /// read the same variable. Immutable; any number of threads may ask.
 class ValueRows {
 public:
-    /// @param predictors of the same variable and the same kind, which is not Foreign; at least one.
-    explicit ValueRows(std::span<const PredictorTables* const> predictors);
+    /// @param predictors of the same variable and the same kind, which is Texts, Numbers or Bins; at
+    /// least one.
+    explicit ValueRows(std::span<const PredictorTables* const> predictors)
+        : ValueRows(predictors, DeclaredMissing(*predictors.front()->var)) {}
+    /// @param missingValues those that stand for none, whatever the variable says.
+    ValueRows(std::span<const PredictorTables* const> predictors, DeclaredMissing missingValues)
+        : missing(std::move(missingValues)), known(MakeKnown(predictors, codesOfPredictors)) {}
 
     /// A Value is a double or a std::string_view: what a case record would hold as a number or as a text.
     template <typename Value>

@@ -45,6 +45,8 @@ std::optional<DocumentProblem> FindErrorOfAdapted(const std::shared_ptr<PluginLi
     }
 }
 
+constexpr const char* adaptingSuffices = "Read it with --adapt: the document is fine but for what that rewrites.";
+
 /// What adapting would do about the first error of a check; empty when it would not help.
 std::string AdviceToAdapt(const std::shared_ptr<PluginLibrary>& plugin, const DocumentCheck& check,
                           const Limits& limits) {
@@ -53,7 +55,7 @@ std::string AdviceToAdapt(const std::shared_ptr<PluginLibrary>& plugin, const Do
         SourceDocument source = SourceDocument::Read(check.document, limits);
         if (source.Adapt().empty()) return {};
         const std::optional<DocumentProblem> next = FindErrorOfAdapted(plugin, source, check.rule);
-        if (!next) return "Read it with --adapt: the document is fine but for what that rewrites.";
+        if (!next) return adaptingSuffices;
         if (next->message == error.message && next->place.elementPath == error.place.elementPath) return {};
         return "Read it with --adapt, which rewrites this. What is wrong then: " + next->message;
     } catch (const VeskException&) {
@@ -147,13 +149,12 @@ std::optional<OtherRuleCheck> CheckByOtherRule(const std::shared_ptr<PluginLibra
 void AdviseWayOut(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limits& limits,
                   DocumentCheck& check) {
     std::string& advice = check.problems.front().advice;
-    if (check.otherRule && check.otherRule->IsSound()) {
-        advice = AdviceToReadBy(check.otherRule->rule);
-        return;
-    }
     const std::string toAdapt = adapt ? std::string() : AdviceToAdapt(plugin, check, limits);
     if (!toAdapt.empty()) advice = toAdapt;
     if (check.HasWarnings()) advice += " That alone does not make its answers right: see the warnings below.";
+    if (advice == adaptingSuffices || !check.otherRule || !check.otherRule->IsSound()) return;
+    if (advice.find(std::string("--rule ") + NameRule(check.otherRule->rule)) != std::string::npos) return;
+    advice += ' ' + AdviceToReadBy(check.otherRule->rule);
 }
 
 void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limits& limits, DocumentCheck& check) {

@@ -138,7 +138,7 @@ ScoringRule OtherThan(ScoringRule rule) {
 }
 
 std::string AdviceToReadBy(ScoringRule rule) {
-    return std::string("Read it with --rule ") + NameRule(rule) + ": by that rule it can be scored.";
+    return std::string("Or read it with --rule ") + NameRule(rule) + ": by that rule it can be scored.";
 }
 
 LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const std::filesystem::path& document,

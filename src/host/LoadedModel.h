@@ -28,7 +28,7 @@ struct ReadingListeners {
 /// `smoothed` or `standard`, as the command's option has it.
 const char* NameRule(ScoringRule rule);
 ScoringRule OtherThan(ScoringRule rule);
-/// What to do about a document that is refused under one rule and can be scored by this other one.
+/// What the advice about a refused document ends with, behind a blank, when it can be scored by this other rule.
 std::string AdviceToReadBy(ScoringRule rule);
 
 /// A model and the plug-in that it came from, which stays loaded as long as the model lives.

@@ -31,7 +31,7 @@ struct EncodedCase {
     /// number, and which code it is means nothing.
     std::vector<int> codes;
     /// For each predictor, as far as some have densities: the number of one that does.
-    std::vector<double> numbers;
+    std::vector<double> numbers = {};
     /// How many predictors have a code.
     int usable = 0;
 };

@@ -34,7 +34,11 @@ inline std::optional<ScaledNumber> GaussianAt(double mean, double variance, doub
 /// v = (x - mean) / (x + mean) stands for it: ln(x / mean) = 2 (v + v^3 / 3 + v^5 / 5 + ...).
 inline double PoissonDeviance(double x, double mean) {
     const double v = (x - mean) / (x + mean);
-    if (std::abs(v) > 0.1) return x * (std::log(x) - std::log(mean)) + mean - x;
+    if (std::abs(v) > 0.5) {
+        const double ratio = x / mean;
+        const double logarithm = std::isnormal(ratio) ? std::log(ratio) : std::log(x) - std::log(mean);
+        return x * logarithm + mean - x;
+    }
     double sum = (x - mean) * v;
     double power = 2.0 * x * v;
     for (int odd = 3; odd < 1000; odd += 2) {
@@ -75,8 +79,8 @@ inline std::optional<ScaledNumber> PoissonAt(double mean, double x) {
 inline std::optional<ScaledNumber> UniformAt(double lower, double upper, double x) {
     if (!(lower < upper)) return std::nullopt;
     if (!(x >= lower && x <= upper)) return ScaledNumber{0.0, 0.0};
-    // Of halves, because the whole could overflow.
-    ScaledNumber width{upper / 2.0 - lower / 2.0, 1.0};
+    ScaledNumber width{upper - lower, 0.0};
+    if (std::isinf(width.mantissa)) width = {upper / 2.0 - lower / 2.0, 1.0};
     width.Normalize();
     return ScaledNumber{1.0 / width.mantissa, -width.exponent};
 }

@@ -48,6 +48,9 @@ inline ScaledNumber ScaledExp(double power) {
     constexpr double highPart = 0x1.62e42feep-1;
     constexpr double lowPart = 0x1.a39ef35793c76p-33;
     const double twos = std::nearbyint(power / (highPart + lowPart));
+    // Of such a power the digits behind the point are not known, and with them the mantissa.
+    constexpr double lowestKnownPower = -0x1p50;
+    if (power < lowestKnownPower) return {1.0, twos};
     return {std::exp((power - twos * highPart) - twos * lowPart), twos};
 }
 

@@ -10,6 +10,7 @@
 #include "pmml/DomDocument.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
+#include "reading/DocumentFaults.h"
 
 namespace {
 
@@ -30,6 +31,8 @@ std::string TagOf(const DOMNode* node) {
 }
 
 }  // namespace
+
+DocumentFaults::~DocumentFaults() = default;
 
 DOMElement* BaseTranslator::GetChildByTag(const DOMNode* node, const XMLCh* tag) {
     for (DOMElement* child = GetFirstChildElt(node); child; child = GetNextSiblingElt(child)) {

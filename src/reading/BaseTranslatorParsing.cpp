@@ -10,9 +10,6 @@
 #include "pmml/DomDocument.h"
 #include "pmml/XmlLibrary.h"
 #include "reading/BaseTranslator.h"
-#include "reading/DocumentFaults.h"
-
-DocumentFaults::~DocumentFaults() = default;
 
 BaseTranslator::BaseTranslator() {
     nbscore::EnsureXmlPlatform();

@@ -67,7 +67,8 @@ TEST_F(DocumentWarnings, SayThatAnotherThresholdAloneDoesNotHelp) {
     EXPECT_EQ(result.exitStatus, 3);
     EXPECT_THAT(result.out, HasSubstr("error 5: Threshold can't be zero!\n  at /PMML/NaiveBayesModel[1]\n"
                                       "  do: Write a small threshold instead, such as one over the number of training "
-                                      "cases. That alone does not make its answers right: see the warning below.\n"
+                                      "cases. That alone does not make its answers right: see the warning below. Or "
+                                      "read it with --rule standard: by that rule it can be scored.\n"
                                       "model.pmml:36:18: warning: " +
                                       leftOut));
 }

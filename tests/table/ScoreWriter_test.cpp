@@ -31,7 +31,7 @@ protected:
         const auto writer = MakeScoreWriter(model, header, "t.csv", options);
         std::string text;
         writer->AppendHeader(text);
-        AppendResult(*writer, model, options.predictionOnly, text, cells, result);
+        AppendResult(*writer, model, options, text, cells, result);
         return text;
     }
 
@@ -58,9 +58,9 @@ TEST_F(ScoreWriterTest, ACopyWritesTheSame) {
         options.format = format;
         std::string expected;
         const auto writer = MakeScoreWriter(model, {"id"}, "t.csv", options);
-        AppendResult(*writer, model, false, expected, {"1"}, result);
+        AppendResult(*writer, model, {}, expected, {"1"}, result);
         std::string text;
-        AppendResult(*writer->Copy(), model, false, text, {"1"}, result);
+        AppendResult(*writer->Copy(), model, {}, text, {"1"}, result);
         EXPECT_EQ(text, expected);
     }
 }
@@ -202,8 +202,8 @@ TEST_F(ScoreWriterTest, ResultIsRefused_WhenItIsNoClassification) {
         options.format = format;
         const auto writer = MakeScoreWriter(model, {}, "t.csv", options);
         std::string text;
-        EXPECT_THROW(AppendResult(*writer, model, false, text, {}, bare), UnscorableModelError);
-        EXPECT_THROW(AppendResult(*writer, model, false, text, {}, FakeResult()), UnscorableModelError);
+        EXPECT_THROW(AppendResult(*writer, model, {}, text, {}, bare), UnscorableModelError);
+        EXPECT_THROW(AppendResult(*writer, model, {}, text, {}, FakeResult()), UnscorableModelError);
     }
 }
 

@@ -20,7 +20,7 @@ protected:
         const auto writer = MakeScoreWriter(set, header, "t.csv", options);
         std::string text;
         writer->AppendHeader(text);
-        AppendResult(*writer, set, options.predictionOnly, text, cells, FakeSetResult(set.scores));
+        AppendResult(*writer, set, options, text, cells, FakeSetResult(set.scores));
         return text;
     }
     void ExpectClash(const std::string& name) {
@@ -123,7 +123,7 @@ TEST_F(SubModelWritersTest, ResultIsRefused_WhenItDoesNotHoldAScoreForEachSubMod
         std::string text;
         const auto getFault = [&](const ScoreResult& result) {
             return GetMessageOf<UnscorableModelError>(
-                [&] { AppendResult(*writer, set, options.predictionOnly, text, {}, result); });
+                [&] { AppendResult(*writer, set, options, text, {}, result); });
         };
         EXPECT_EQ(getFault(FakeSetResult({MakeScore("card", 1)})), "The model gave 1 score for its 4 sub-models.");
         EXPECT_EQ(getFault(FakeSetResult()), "The model's results are no scores of sub-models.");

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "batch/AnswerColumns.h"
+#include "batch/BatchScorer.h"
+#include "batch/CaseValues.h"
+#include "batch/Column.h"
+#include "batch/ColumnScorer.h"
+#include "batch/ValueRows.h"
+#include "framework/ModelTables.h"
+#include "framework/ScoreDictVar.h"
+#include "framework/ScoringRule.h"
+#include "framework/SeededHash.h"
+#include "naivebayes/Density.h"
+#include "transform/evaluation/FieldTreatment.h"
+
+namespace nbscore {
+
+/// Scores by the standard's rule. Values are treated here; then a case is scored by the arithmetic that the model itself
+/// uses (StandardProduct).
+class StandardBatch : public ColumnScorer {
+public:
+    /// @param model of the standard's rule, and scorable from its tables (GetScorableTables).
+    explicit StandardBatch(const ModelTables& model);
+
+    bool IsSet() const override { return false; }
+    bool ReadsDerivedFields() const override { return readsDerivedFields; }
+    const std::vector<BatchInput>& GetInputs() const override { return inputs; }
+    const std::vector<std::size_t>& GetInputsOfPredictors() const override { return inputsOfPredictors; }
+    const std::vector<std::string>& GetCategories() const override { return categories; }
+    const std::vector<std::string>& GetSubModels() const override { return noSubModels; }
+
+    InputDictionary MakeDictionary(std::size_t input, std::span<const std::string_view> values) const override;
+    InputDictionary MakeDictionary(std::size_t input, std::span<const double> values) const override;
+    void Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const override;
+
+private:
+    /// Either counted values or densities.
+    struct Predictor {
+        std::optional<ValueRows> rows;
+        /// Of a row from firstKnownRow on, one factor for each category.
+        std::vector<std::vector<double>> factors;
+        std::vector<Density> densities;
+        /// Its place among the predictors that read the same input.
+        std::size_t place;
+
+        template <typename Value>
+        FactorRow RowOf(Value value, double& number) const;
+    };
+    /// A field as it is read.
+    struct Field {
+        /// Of a data field.
+        std::optional<FieldTreatment> treatment;
+        /// Of a derived one: its variable, to be asked which values are missing.
+        std::shared_ptr<const ScoreDictVar> derived;
+        std::vector<std::size_t> predictors;
+    };
+    class Encoder;
+    class Call;
+
+    void AddInput(const ScoreDictVar& var, PredictorTables::Kind kind, const ModelTables& model);
+    void AddPredictor(const PredictorTables& predictor);
+    template <typename Value>
+    InputDictionary LookUp(std::size_t input, std::span<const Value> values) const;
+
+    /// Of the dictionaries that are made here.
+    ScorerIdentity identity;
+    bool readsDerivedFields;
+    double threshold;
+    DensityFloor densityFloor;
+    std::vector<double> priors;
+    /// Of a case without a result; empty where it has none.
+    std::vector<double> targetPriors;
+    std::vector<std::string> categories;
+    std::vector<std::string> noSubModels;
+    std::vector<BatchInput> inputs;
+    /// One for each input.
+    std::vector<Field> fields;
+    SeededMap<std::string, std::size_t> positionsOfInputs;
+    std::vector<std::size_t> inputsOfPredictors;
+    std::vector<Predictor> predictors;
+};
+
+}  // namespace nbscore

@@ -1,0 +1,255 @@
+#!/usr/bin/env python3
+"""Scores Naive Bayes documents as the PMML standard says: an independent witness for `nbscore score --rule standard`.
+
+    standard_witness.py [--plain] [--usual] DOCUMENT.pmml ROWS.csv
+
+It shares nothing with the engine: another language, another XML parser, another CSV parser, and decimals of 50 digits
+with exponents that do not run out in place of doubles. It reads sound documents only.
+"""
+import csv
+import decimal
+import sys
+import xml.etree.ElementTree as ElementTree
+
+from expressions import child, children, evaluate, expression_of, local, number_of, text_of
+from fields import CaseScope, DataField, DerivedField, InvalidValue, Treatment
+
+decimal.setcontext(decimal.Context(prec=50, Emax=decimal.MAX_EMAX, Emin=decimal.MIN_EMIN))
+Decimal = decimal.Decimal
+PI = Decimal("3.14159265358979323846264338327950288419716939937510582097494459")
+
+
+PLACE_HOLDER = "DiscretePlaceHolder"
+
+
+def exactly(text):
+    """The double that a text stands for, as a decimal; NaN, which some write for no count, is 0."""
+    number = float(text)
+    return Decimal(0) if number != number else Decimal(number)
+
+
+class Density:
+    """The density of one target category; none where the category has no statistics."""
+
+    def __init__(self, element=None):
+        self.kind = None if element is None else local(element)
+        self.figures = {} if element is None else {name: exactly(text) for name, text in element.items()}
+
+    def at(self, x):
+        """None where the input says nothing of the value at all."""
+        x, figures = Decimal(x), self.figures
+        if self.kind == "PoissonDistribution":
+            if x < 0 or x != x.to_integral_value():
+                return None
+            result = (-figures["mean"]).exp()
+            for factor in range(1, int(x) + 1):
+                result *= figures["mean"] / factor
+            return result
+        if self.kind == "UniformDistribution":
+            inside = figures["lower"] <= x <= figures["upper"]
+            return 1 / (figures["upper"] - figures["lower"]) if inside else Decimal(0)
+        if self.kind is None or figures["variance"] <= 0:
+            return Decimal(0)
+        variance = figures["variance"]
+        return (-(x - figures["mean"]) ** 2 / (2 * variance)).exp() / (2 * PI * variance).sqrt()
+
+
+class Table:
+    """An input with counts."""
+
+    def __init__(self, element, key, model):
+        self.key, self.threshold, rows = key, model.threshold, {}
+        for pair in children(element, "PairCounts"):
+            rows[key(pair.get("value"))] = model.counts(child(pair, "TargetValueCounts"))
+        self.rows = rows
+        self.totals = [sum(row[k] for row in rows.values()) for k in range(len(model.categories))]
+
+    def factors(self, value, plain):
+        row = self.rows.get(value)
+        if row is None:
+            return None
+        return [count / total if count and total else self.threshold for count, total in zip(row, self.totals)]
+
+
+class Statistics:
+    """An input with a density for each target category."""
+
+    def __init__(self, element, model):
+        self.threshold = model.threshold
+        by_category = {model.target.key(stat.get("value")): Density(list(stat)[-1])
+                       for stat in children(element, "TargetValueStat")}
+        self.densities = [by_category.get(category, Density()) for category in model.categories]
+
+    def factors(self, value, plain):
+        number = number_of(value)
+        if number is None:
+            return None
+        densities = [density.at(number) for density in self.densities]
+        if None in densities:
+            return None
+        if plain:
+            return [self.threshold if float(density) == 0 else density for density in densities]
+        return [max(density, self.threshold) for density in densities]
+
+
+class Answer:
+    def __init__(self, outcome, field=None, probabilities=None):
+        self.outcome, self.field, self.probabilities = outcome, field, probabilities
+        self.best = probabilities.index(max(probabilities)) if probabilities else None
+
+
+def within(element, name):
+    return [found for found in element.iter() if local(found) == name]
+
+
+def is_place_holder(element):
+    """Where no input has counts, a schema of its time wanted one all the same."""
+    return element.get("fieldName") == PLACE_HOLDER and [
+        pair.get("value") for pair in children(element, "PairCounts")] == ["pseudoValue"]
+
+
+class Model:
+    def __init__(self, path, plain=False):
+        root, self.plain = ElementTree.parse(path).getroot(), plain
+        outer = children(root, "NaiveBayesModel", "MiningModel")[0]
+        element = within(outer, "NaiveBayesModel")[0]
+        around = [element] if outer is element else [outer, element]
+        self.fields = {f.get("name"): DataField(f) for f in children(child(root, "DataDictionary"), "DataField")}
+        transformations = children(root, "TransformationDictionary")
+        for part in around:
+            transformations += children(part, "LocalTransformations")
+        self.functions = {f.get("name"): f for t in transformations for f in children(t, "DefineFunction")}
+        derived = {f.get("name"): DerivedField(f) for t in transformations for f in children(t, "DerivedField")}
+        inputs = [e for e in within(element, "BayesInput") if not is_place_holder(e)]
+        self.read_schema(child(element, "MiningSchema"), [e.get("fieldName") for e in inputs])
+        self.fields.update(derived)
+        output = within(element, "BayesOutput")[0]
+        self.target = self.fields[self.target_name or output.get("fieldName")]
+        entries = child(output, "TargetValueCounts")
+        self.categories = self.target.values or [self.target.key(e.get("value")) for e in entries]
+        self.threshold = exactly(element.get("threshold"))
+        self.class_counts = self.counts(entries)
+        self.inputs = [self.read_input(e) for e in inputs]
+        self.read_targets([t for part in around for t in children(part, "Targets")])
+        self.outputs = [f for part in around for o in children(part, "Output") for f in children(o, "OutputField")]
+
+    def read_schema(self, schema, read_by_inputs):
+        self.target_name, self.treatments = None, []
+        for mining_field in children(schema, "MiningField"):
+            usage, field = mining_field.get("usageType", "active"), self.fields[mining_field.get("name")]
+            if usage in ("target", "predicted"):
+                self.target_name = field.name
+            elif usage == "active" and field.name != PLACE_HOLDER:
+                self.treatments.append(Treatment(field, mining_field))
+        listed = [mining_field.get("name") for mining_field in children(schema, "MiningField")]
+        unlisted = [name for name in read_by_inputs if name in self.fields and name not in listed]
+        self.treatments += [Treatment(self.fields[name], {}) for name in unlisted]
+
+    def counts(self, entries):
+        found = {self.target.key(e.get("value")): exactly(e.get("count")) for e in entries}
+        return [found.get(category, Decimal(0)) for category in self.categories]
+
+    def read_input(self, element):
+        own, statistics = child(element, "DerivedField"), child(element, "TargetValueStats")
+        field = self.fields[element.get("fieldName")] if own is None else DerivedField(own)
+        judge = Statistics(statistics, self) if statistics is not None else Table(element, field.key, self)
+        return (element.get("fieldName") if own is None else field), judge
+
+    def read_targets(self, elements):
+        values = {self.target.key(v.get("value")): v for t in elements for f in t for v in children(f, "TargetValue")}
+        shares = [values[c].get("priorProbability") for c in self.categories if c in values]
+        complete = len(shares) == len(self.categories) and None not in shares
+        self.without_result = [exactly(share) for share in shares] if complete else None
+        self.display = dict(self.target.display)
+        self.display.update({c: v.get("displayValue") for c, v in values.items() if v.get("displayValue")})
+
+    def scope(self, case):
+        treated = {t.field.name: t.treated(case.get(t.field.name)) for t in self.treatments
+                   if t.field is not self.target}
+        return CaseScope(self.fields, self.functions, treated)
+
+    def answer(self, case):
+        try:
+            scope = self.scope(case)
+        except InvalidValue as fault:
+            return Answer("invalid", str(fault), self.without_result)
+        likelihoods = list(self.class_counts)
+        for field, judge in self.inputs:
+            value = scope.value(field) if isinstance(field, str) else field.value(scope)
+            factors = None if value is None else judge.factors(value, self.plain)
+            if factors is not None:
+                likelihoods = [likelihood * factor for likelihood, factor in zip(likelihoods, factors)]
+        total = sum(likelihoods)
+        if total == 0:
+            return Answer("nothing", None, self.without_result)
+        return Answer("scored", None, [likelihood / total for likelihood in likelihoods])
+
+    def category_text(self, index):
+        return text_of(self.categories[index])
+
+    def usual_columns(self):
+        return ["predicted_" + self.target.name, "confidence"] + [
+            "probability_" + text_of(category) for category in self.categories]
+
+    def usual_cells(self, case):
+        answer = self.answer(case)
+        if answer.best is None:
+            return answer, [None] * (2 + len(self.categories))
+        return answer, [self.categories[answer.best], answer.probabilities[answer.best]] + answer.probabilities
+
+    def columns(self):
+        return [field.get("name") for field in self.outputs]
+
+    def cells(self, case):
+        """What the document's Output asks for."""
+        answer, given = self.answer(case), {}
+        for field in self.outputs:
+            given[field.get("name")] = self.output(field, case, answer, given)
+        return answer, [given[name] for name in self.columns()]
+
+    def output(self, field, case, answer, given):
+        feature = field.get("feature", "predictedValue")
+        if feature == "warning":
+            return None if answer.outcome == "scored" else "a warning"
+        if feature in ("transformedValue", "decision"):
+            readable = {n: float(v) if isinstance(v, Decimal) else v for n, v in given.items()}
+            return evaluate(expression_of(field), CaseScope(self.fields, self.functions, {}, readable))
+        if answer.best is None:
+            return None
+        if feature == "predictedValue":
+            return self.categories[answer.best]
+        if feature == "predictedDisplayValue":
+            category = self.categories[answer.best]
+            return self.display.get(category, text_of(category))
+        wanted = field.get("value")
+        index = answer.best if wanted is None else self.categories.index(self.target.key(wanted))
+        if feature == "residual":
+            actual = case.get(self.target.name)
+            if actual in (None, ""):
+                return None
+            return (self.target.key(actual) == self.categories[index]) - answer.probabilities[index]
+        return answer.probabilities[index]
+
+
+def read_rows(path):
+    with open(path, newline="", encoding="utf-8") as stream:
+        return list(csv.DictReader(stream))
+
+
+def cell_text(value):
+    return "" if value is None else repr(float(value)) if isinstance(value, Decimal) else text_of(value)
+
+
+def main(arguments):
+    document, rows = [argument for argument in arguments if not argument.startswith("--")]
+    model = Model(document, plain="--plain" in arguments)
+    usual = "--usual" in arguments or not model.outputs
+    writer = csv.writer(sys.stdout, lineterminator="\n")
+    writer.writerow(model.usual_columns() if usual else model.columns())
+    for case in read_rows(rows):
+        _, cells = model.usual_cells(case) if usual else model.cells(case)
+        writer.writerow([cell_text(cell) for cell in cells])
+
+
+if __name__ == "__main__":
+    main(sys.argv[1:])

@@ -1,0 +1,144 @@
+"""The witness itself, held to examples that were computed by hand."""
+import math
+import pathlib
+import tempfile
+import unittest
+from decimal import Decimal
+
+from elements import (E, density_input, field_ref, gaussian, apply, constant, interval, naive_bayes, pmml, table_input,
+                      write)
+from standard_witness import Model
+
+NO_YES = ["no", "yes"]
+TARGET = [E("DataField", {"name": "t", "optype": "categorical", "dataType": "string"},
+            [E("Value", {"value": value}) for value in NO_YES])]
+
+
+def text_field(name, *values):
+    return E("DataField", {"name": name, "optype": "categorical", "dataType": "string"},
+             [E("Value", {"value": value}) for value in values])
+
+
+def number_field(name, *content):
+    return E("DataField", {"name": name, "optype": "continuous", "dataType": "double"}, content)
+
+
+class WitnessTest(unittest.TestCase):
+    def model(self, fields, inputs, threshold=0.25, counts=(3, 1), treatments=None, parts=(), plain=False):
+        """A model of the fields and the target, whose categories no and yes have three cases and one."""
+        schema = [E("MiningField", {"name": "t", "usageType": "target"})] + [
+            E("MiningField", {"name": field.get("name"), **(treatments or {})}) for field in fields]
+        model = naive_bayes("t", threshold, schema, inputs, NO_YES, counts, parts)
+        with tempfile.TemporaryDirectory() as folder:
+            path = pathlib.Path(folder, "model.pmml")
+            write(pmml("hand", fields + TARGET, model), path)
+            return Model(path, plain)
+
+    def expect(self, model, case, no, yes):
+        answer = model.answer(case)
+        self.assertEqual("scored", answer.outcome)
+        for expected, actual in zip((no, yes), answer.probabilities):
+            self.assertAlmostEqual(expected, float(actual), delta=1e-15)
+
+    def test_counts_are_shares_of_their_column_and_none_is_the_threshold(self):
+        model = self.model([text_field("colour")],
+                           [table_input("colour", NO_YES, [("red", [2, 0]), ("blue", [1, 1])])])
+        # red: 3 * 2/3 = 2 against 1 * 0.25; blue: 3 * 1/3 = 1 against 1 * 1.
+        self.expect(model, {"colour": "red"}, 2 / 2.25, 0.25 / 2.25)
+        self.expect(model, {"colour": "blue"}, 0.5, 0.5)
+        self.expect(model, {"colour": "green"}, 0.75, 0.25)
+        self.expect(model, {}, 0.75, 0.25)
+
+    def test_nothing_is_possible_without_a_threshold(self):
+        rows = [("red", [2, 0]), ("blue", [0, 1])]
+        inputs = [table_input(name, NO_YES, rows) for name in ("a", "b")]
+        model = self.model([text_field("a"), text_field("b")], inputs, threshold=0)
+        self.expect(model, {"a": "red"}, 1, 0)
+        self.assertEqual("nothing", model.answer({"a": "red", "b": "blue"}).outcome)
+
+    def test_densities_are_floored(self):
+        inputs = [density_input("x", NO_YES, [gaussian(0, 1), gaussian(100, 1)])]
+        at_zero = 1 / math.sqrt(2 * math.pi)
+        model = self.model([number_field("x")], inputs, threshold=0.001)
+        self.expect(model, {"x": "0"}, 3 * at_zero / (3 * at_zero + 0.001), 0.001 / (3 * at_zero + 0.001))
+        self.expect(model, {"x": "80"}, 0.75, 0.25)
+        # As doubles exp(-5000) and exp(-3200) are 0, exp(-200) is not.
+        model = self.model([number_field("x")], inputs, threshold=0.001, plain=True)
+        self.expect(model, {"x": "0"}, 3 * at_zero / (3 * at_zero + 0.001), 0.001 / (3 * at_zero + 0.001))
+        self.expect(model, {"x": "80"}, 1, 0)
+
+    def test_other_distributions(self):
+        poisson = E("PoissonDistribution", {"mean": 2})
+        uniform = E("UniformDistribution", {"lower": 0, "upper": 4})
+        model = self.model([number_field("x")], [density_input("x", NO_YES, [poisson, uniform])], threshold=0)
+        three = 3 * 8 * math.exp(-2) / 6  # three cases, mean 2, 3 events
+        self.expect(model, {"x": "3"}, three / (three + 0.25), 0.25 / (three + 0.25))
+        self.expect(model, {"x": "2.5"}, 0.75, 0.25)
+        self.expect(model, {"x": "5"}, 1, 0)
+
+    def test_no_variance_and_no_statistics_are_the_threshold(self):
+        model = self.model([number_field("x")], [density_input("x", NO_YES, [gaussian(0, 0), None])], threshold=0.5)
+        self.expect(model, {"x": "0"}, 0.75, 0.25)
+
+    def test_bins_have_closures_and_gaps(self):
+        bins = [E("DiscretizeBin", {"binValue": "low"}, [interval("closedOpen", 0, 10)]),
+                E("DiscretizeBin", {"binValue": "high"}, [interval("openClosed", 10, 20)])]
+        own = E("DerivedField", {"optype": "categorical", "dataType": "string"},
+                [E("Discretize", {"field": "x", "mapMissingTo": "high"}, bins)])
+        model = self.model([number_field("x")],
+                           [table_input("x", NO_YES, [("low", [1, 0]), ("high", [0, 1])], own)])
+        for cell, no, yes in (("0", 3, 0.25), ("10", 3, 1), ("20", 0.75, 1), ("21", 3, 1), ("", 0.75, 1)):
+            self.expect(model, {"x": cell}, no / (no + yes), yes / (no + yes))
+
+    def test_treatments(self):
+        inputs = [density_input("x", NO_YES, [gaussian(0, 1), gaussian(1, 1)])]
+        fields = [number_field("x", interval("closedClosed", -5, 5))]
+
+        def ratio(x):
+            """Of the likelihoods of yes and no."""
+            return math.exp(-(x - 1) ** 2 / 2 + x ** 2 / 2) / 3
+
+        for treatments, cell, used in (
+                ({}, "2", 2), ({}, "6", "invalid"), ({"invalidValueTreatment": "asIs"}, "6", 6),
+                ({"invalidValueTreatment": "asMissing"}, "6", None),
+                ({"invalidValueTreatment": "asMissing", "missingValueReplacement": "3"}, "6", 3),
+                ({"invalidValueTreatment": "asValue", "invalidValueReplacement": "4"}, "6", 4),
+                ({"missingValueTreatment": "returnInvalid"}, "", "invalid"),
+                ({"missingValueTreatment": "returnInvalid", "invalidValueTreatment": "asMissing"}, "6", "invalid"),
+                ({"outliers": "asExtremeValues", "lowValue": -1, "highValue": 2}, "6", 2),
+                ({"outliers": "asExtremeValues", "lowValue": -1, "highValue": 2}, "-6", -1),
+                ({"outliers": "asMissingValues", "lowValue": -1, "highValue": 2}, "3", None),
+                ({"outliers": "asMissingValues", "highValue": 2, "missingValueReplacement": "0"}, "3", 0)):
+            with self.subTest(treatments=treatments, cell=cell):
+                model = self.model(fields, inputs, threshold=0, treatments=treatments)
+                if used == "invalid":
+                    self.assertEqual(("invalid", "x"), (model.answer({"x": cell}).outcome,
+                                                        model.answer({"x": cell}).field))
+                else:
+                    odds = 1 / 3 if used is None else ratio(used)
+                    self.expect(model, {"x": cell}, 1 / (1 + odds), odds / (1 + odds))
+
+    def test_outputs(self):
+        output = E("Output", None, [
+            E("OutputField", {"name": "p"}), E("OutputField", {"name": "s", "feature": "predictedDisplayValue"}),
+            E("OutputField", {"name": "q", "feature": "probability", "value": "yes"}),
+            E("OutputField", {"name": "r", "feature": "residual", "value": "yes"}),
+            E("OutputField", {"name": "d", "feature": "decision"}, [
+                apply("if", apply("greaterThan", field_ref("q"), constant(0.2)), constant("call", "string"),
+                      constant("wait", "string"))])])
+        targets = E("Targets", None, [E("Target", {"field": "t"}, [
+            E("TargetValue", {"value": "no", "displayValue": "Not at all", "priorProbability": 0.4}),
+            E("TargetValue", {"value": "yes", "priorProbability": 0.6})])])
+        model = self.model([text_field("a", "known")], [table_input("a", NO_YES, [("known", [1, 1])])],
+                           parts=[output, targets])
+        _, cells = model.cells({"a": "", "t": "yes"})
+        self.assertEqual(["no", "Not at all", 0.25, 0.75, "call"],
+                         [cell if isinstance(cell, str) else float(cell) for cell in cells])
+        answer, cells = model.cells({"a": "unknown"})
+        self.assertEqual("invalid", answer.outcome)
+        self.assertEqual(["yes", "yes", 0.6, None, "call"],
+                         [float(cell) if isinstance(cell, Decimal) else cell for cell in cells])
+
+
+if __name__ == "__main__":
+    unittest.main()
