@@ -129,7 +129,8 @@ std::string SuggestDelimiter(const std::vector<std::string>& columns, const std:
                    HoldsBetween(column, separator.character, lackingName);
         });
         if (holds) {
-            return std::string("; it has it between ") + separator.name + ": try --delimiter " + separator.option;
+            return std::string("; its columns seem to stand between ") + separator.name + ": try --delimiter " +
+                   separator.option;
         }
     }
     return {};
