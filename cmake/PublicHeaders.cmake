@@ -54,6 +54,7 @@ set(NBSCORE_PUBLIC_HEADERS
     output/HostError.h
     output/OutputFile.h
     output/OutputSink.h
+    table/CaseCounts.h
     table/ModelResults.h
     table/TableOptions.h
     table/TableScorer.h

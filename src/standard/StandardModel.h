@@ -77,7 +77,7 @@ public:
     void SetTargetCounts(const std::vector<double>& counts);
     /// Appends an input whose values are counted.
     /// @param name what descriptions call it.
-    /// @param var the field that it reads, of the data or derived; borrowed.
+    /// @param var the field that it reads, one of the dictionary's or a derived one; borrowed.
     /// @param counts indexed [code][target category].
     void AddTable(const std::string& name, const ScoreDictVar* var, std::unique_ptr<INBVeskEncoder> encoder,
                   const NBayesInputBase::Matrix& counts);

@@ -43,6 +43,8 @@ public:
     void Submit();
     /// Waits until all blocks are handed on. Throws as Begin.
     void Finish();
+    /// What scored the blocks; to be asked for after Finish alone.
+    const std::vector<std::unique_ptr<BlockScorer>>& GetScorers() const { return scorers; }
 
 private:
     struct Slot {

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "framework/CaseFacts.h"
+#include "framework/ModelSelfDescription.h"
+
 namespace nbscore {
 
 ContractBlockScorer::ContractBlockScorer(ScoreModel& scoringModel, CaseBinder caseBinder, ScoredCaseReader resultReader,
@@ -13,7 +16,40 @@ ContractBlockScorer::ContractBlockScorer(ScoreModel& scoringModel, CaseBinder ca
       results(std::move(resultReader)),
       writer(std::move(scoreWriter)),
       copiesRows(copiesInput),
-      limits(workLimits) {}
+      limits(workLimits) {
+    PrepareCounts();
+}
+
+void ContractBlockScorer::PrepareCounts() {
+    const auto* const description = dynamic_cast<const ModelSelfDescription*>(&model);
+    if (description == nullptr) return;
+    for (const ClassifierDescription& classifier : description->Describe().classifiers) {
+        for (const InputDescription& input : classifier.inputs) {
+            const bool isNew = positionsOfFields.try_emplace(input.name, counts.fields.size()).second;
+            if (isNew) counts.fields.emplace_back().field = input.name;
+        }
+    }
+}
+
+void ContractBlockScorer::Count(const ScoreResult& scored, std::uint64_t line) {
+    const auto* const told = dynamic_cast<const ResultFacts*>(&scored);
+    if (told == nullptr) {
+        counts.areTold = false;
+        return;
+    }
+    const CaseFacts& facts = told->GetFacts();
+    if (facts.outcome == CaseOutcome::NothingPossible) counts.nothingPossible.Add(line);
+    if (facts.outcome == CaseOutcome::InvalidValue && counts.invalid.Add(line)) counts.firstInvalidField = facts.field;
+    if (facts.usable == 0 && facts.outcome != CaseOutcome::InvalidValue && !counts.fields.empty()) {
+        counts.nothingKnown.Add(line);
+    }
+    for (const CaseFacts::Unknown& unknown : facts.unknown) {
+        const auto position = positionsOfFields.find(*unknown.field);
+        if (position == positionsOfFields.end()) continue;
+        FieldCount& count = counts.fields[position->second];
+        if (count.unknown.Add(line)) count.firstUnknown = unknown.text;
+    }
+}
 
 void ContractBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) {
     while (rows.ReadRow()) {
@@ -22,6 +58,7 @@ void ContractBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const O
         const ScoreResult& scored = result.Score(model, record);
         writer->AppendCase(scores.text, rows.GetInputRow(copiesRows), results.Read(record, scored));
         ++scores.rows;
+        Count(scored, rows.GetRowLine());
         if (HasNonFiniteNumber(scored)) scores.NoteNonFinite(rows.GetRowLine());
         if (scores.text.size() >= longText) onLongText(scores);
     }

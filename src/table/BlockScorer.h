@@ -11,10 +11,12 @@
 #include <vector>
 
 #include "framework/Limits.h"
+#include "framework/SeededHash.h"
 #include "table/AnswerMemory.h"
 #include "table/BatchCases.h"
 #include "table/CaseBinder.h"
 #include "table/CaseCoder.h"
+#include "table/CaseCounts.h"
 #include "table/CsvReader.h"
 #include "table/ModelResults.h"
 #include "table/ScoreWriter.h"
@@ -51,6 +53,9 @@ public:
     /// Scores all rows that the reader has, in order, and appends them. Throws CaseDataError for a row that cannot be
     /// read or scored, and UnscorableModelError and InputOutputError for what goes wrong with a model.
     virtual void Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) = 0;
+
+    /// Of all rows that it scored.
+    virtual const CaseCounts& GetCounts() const = 0;
 };
 
 /// Scores rows one by one by the model itself: for models of which only the contract is known.
@@ -63,8 +68,12 @@ public:
                         std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits);
 
     void Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) override;
+    const CaseCounts& GetCounts() const override { return counts; }
 
 private:
+    void PrepareCounts();
+    void Count(const ScoreResult& scored, std::uint64_t line);
+
     ScoreModel& model;
     CaseBinder binder;
     ScoredCaseReader results;
@@ -72,6 +81,9 @@ private:
     bool copiesRows;
     Limits limits;
     ReusedResult result;
+    CaseCounts counts;
+    /// Of the fields, among the counts.
+    SeededMap<std::string, std::size_t> positionsOfFields;
 };
 
 /// Scores many rows at a time by a batch scorer, and repeated ones from memory.
@@ -82,6 +94,7 @@ public:
                      bool copiesInput, const Limits& workLimits);
 
     void Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) override;
+    const CaseCounts& GetCounts() const override { return coder.GetCounts(); }
 
 private:
     /// A row that was read and not written yet.

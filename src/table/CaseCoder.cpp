@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "framework/NumberText.h"
 #include "framework/SeededHash.h"
 #include "output/HostError.h"
 
@@ -28,15 +29,71 @@ CaseCoder::CaseCoder(const ScoreModel& readModel, const BatchCases& batchScorer,
         if (readers != readersOfFields.end()) column.readers = readers->second;
         if (areFew && column.readers.size() == 1) column.memory.emplace();
     }
+    PrepareCounts();
+}
+
+void CaseCoder::PrepareCounts() {
+    SeededMap<std::string_view, std::size_t> positions;
+    for (std::size_t reader = 0; reader < scorer.GetFieldsOfReaders().size(); ++reader) {
+        const std::string& name = scorer.GetFieldsOfReaders()[reader];
+        const auto [entry, isNew] = positions.try_emplace(name, countedFields.size());
+        if (isNew) {
+            countedFields.emplace_back();
+            counts.fields.emplace_back().field = name;
+        }
+        countedFields[entry->second].readers.push_back(reader);
+    }
+    for (const CodedColumn& column : columns) {
+        const auto field = positions.find(column.bound.var->GetName());
+        if (field != positions.end()) countedFields[field->second].column = column.bound.column;
+    }
 }
 
 void CaseCoder::Encode(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<FactorRow> rows) {
     if (readsDerivedFields) {
         EncodeWithDerivedFields(binder.Bind(cells, line), rows);
-        return;
+    } else {
+        binder.RequireAllCells(cells, line);
+        EncodeColumns(cells, line, rows);
     }
-    binder.RequireAllCells(cells, line);
-    EncodeColumns(cells, line, rows);
+    Count(cells, line, rows);
+}
+
+/// Of most rows all values are known, or missing: these cost a look at each.
+void CaseCoder::Count(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<const FactorRow> rows) {
+    bool isAnyKnown = false;
+    bool isAnyUnknown = false;
+    for (const FactorRow row : rows) {
+        isAnyKnown |= row >= firstKnownRow;
+        isAnyUnknown |= row == unknownRow;
+    }
+    if (!isAnyKnown && !rows.empty()) counts.nothingKnown.Add(line);
+    if (isAnyUnknown) CountUnknown(cells, line, rows);
+}
+
+/// Of a set, a value counts as unknown when no sub-model knows it: each has learned values of its own.
+void CaseCoder::CountUnknown(const std::vector<std::string_view>& cells, std::uint64_t line,
+                             std::span<const FactorRow> rows) {
+    for (std::size_t i = 0; i < countedFields.size(); ++i) {
+        bool isAnyKnown = false;
+        bool isAnyUnknown = false;
+        for (const std::size_t reader : countedFields[i].readers) {
+            isAnyKnown |= rows[reader] >= firstKnownRow;
+            isAnyUnknown |= rows[reader] == unknownRow;
+        }
+        if (isAnyKnown || !isAnyUnknown) continue;
+        FieldCount& count = counts.fields[i];
+        if (count.unknown.Add(line)) count.firstUnknown = TextOf(countedFields[i], count.field, cells);
+    }
+}
+
+/// A value that no cell holds is a derived one.
+std::string CaseCoder::TextOf(const CountedField& field, const std::string& name,
+                              const std::vector<std::string_view>& cells) const {
+    if (field.column && !cells[*field.column].empty()) return std::string(cells[*field.column]);
+    const ScoreValue* const value = derivedFields == nullptr ? nullptr : derivedFields->GetValueByName(name);
+    if (value == nullptr) return {};
+    return value->GetType() == ScoreValue::Numeric ? FormatNumber(value->GetDouble()) : value->GetString();
 }
 
 void CaseCoder::EncodeColumns(const std::vector<std::string_view>& cells, std::uint64_t line,
@@ -72,12 +129,12 @@ void CaseCoder::EncodeCell(const CodedColumn& column, std::string_view cell, std
 }
 
 /// A value that the case has goes before a derived one of the same name.
-void CaseCoder::EncodeWithDerivedFields(const ScoreCaseRecord& record, std::span<FactorRow> rows) const {
-    const ScoreCaseRecord* const derived = ComputeDerivedFields(record);
+void CaseCoder::EncodeWithDerivedFields(const ScoreCaseRecord& record, std::span<FactorRow> rows) {
+    derivedFields = ComputeDerivedFields(record);
     for (std::size_t reader = 0; reader < rows.size(); ++reader) {
         const std::string& field = scorer.GetFieldsOfReaders()[reader];
         const ScoreValue* value = record.GetValueByName(field);
-        if (value == nullptr && derived != nullptr) value = derived->GetValueByName(field);
+        if (value == nullptr && derivedFields != nullptr) value = derivedFields->GetValueByName(field);
         rows[reader] = value == nullptr ? missingRow : RowOf(reader, *value);
     }
 }

@@ -16,6 +16,7 @@
 #include "framework/ScoreModel.h"
 #include "table/BatchCases.h"
 #include "table/CaseBinder.h"
+#include "table/CaseCounts.h"
 
 namespace nbscore {
 
@@ -65,7 +66,7 @@ private:
     std::unique_ptr<std::array<Entry, numEntries>> entries;
 };
 
-/// Finds the factor rows of a table's row for each reader of a batch scorer.
+/// Finds the factor rows of a table's row for each reader of a batch scorer, and counts what is unknown.
 class CaseCoder {
 public:
     /// @param model borrowed: derived fields are computed by it. @param scorer borrowed. The rest as for CaseBinder.
@@ -75,6 +76,9 @@ public:
     /// @param rows room for one factor row for each reader. Throws CaseDataError as CaseBinder::Bind does.
     void Encode(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<FactorRow> rows);
 
+    /// Of the rows that were encoded.
+    const CaseCounts& GetCounts() const { return counts; }
+
 private:
     /// A column of the table and the readers that read it.
     struct CodedColumn {
@@ -83,19 +87,34 @@ private:
         /// Only where there are few columns: each takes some memory.
         std::optional<CellMemory> memory;
     };
+    /// Where the values of one of the counted fields come from, in the order of the counts.
+    struct CountedField {
+        std::vector<std::size_t> readers;
+        /// Nothing where the table has no column for it.
+        std::optional<std::size_t> column;
+    };
 
+    void PrepareCounts();
     void EncodeColumns(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<FactorRow> rows);
     void EncodeCell(const CodedColumn& column, std::string_view cell, std::uint64_t line,
                     std::span<FactorRow> rows) const;
-    void EncodeWithDerivedFields(const ScoreCaseRecord& record, std::span<FactorRow> rows) const;
+    void EncodeWithDerivedFields(const ScoreCaseRecord& record, std::span<FactorRow> rows);
     const ScoreCaseRecord* ComputeDerivedFields(const ScoreCaseRecord& record) const;
     FactorRow RowOf(std::size_t reader, const ScoreValue& value) const;
+    void Count(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<const FactorRow> rows);
+    void CountUnknown(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<const FactorRow> rows);
+    std::string TextOf(const CountedField& field, const std::string& name,
+                       const std::vector<std::string_view>& cells) const;
 
     const ScoreModel& model;
     const BatchCases& scorer;
     CaseBinder binder;
     bool readsDerivedFields;
     std::vector<CodedColumn> columns;
+    /// Of the row that was encoded last, where there are any.
+    const ScoreCaseRecord* derivedFields = nullptr;
+    std::vector<CountedField> countedFields;
+    CaseCounts counts;
 };
 
 }  // namespace nbscore

@@ -40,6 +40,10 @@ public:
             ScoreHere(*scorer);
         }
         RequireCases();
+        summary.counts = scorer->GetCounts();
+        for (const CaseCounts& counts : countsOfThreads)
+            summary.counts.Add(counts);
+        summary.counts.FindKnownSpellings(model);
         TellProgress();
         return summary;
     }
@@ -106,6 +110,8 @@ private:
             return;
         }
         ScoreBy(*pipeline);
+        for (const std::unique_ptr<BlockScorer>& scorer : pipeline->GetScorers())
+            countsOfThreads.push_back(scorer->GetCounts());
     }
 
     void ScoreBy(BlockPipeline& pipeline) {
@@ -167,6 +173,7 @@ private:
     std::optional<BatchCases> batch;
     std::unique_ptr<ScoreWriter> writer;
     BlockScores scores;
+    std::vector<CaseCounts> countsOfThreads;
     ScoringSummary summary;
     std::atomic<std::uint64_t> rowsWritten = 0;
     bool hasWrittenHeader = false;

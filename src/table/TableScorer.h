@@ -7,6 +7,7 @@
 
 #include "framework/ScoreModel.h"
 #include "output/OutputSink.h"
+#include "table/CaseCounts.h"
 #include "table/TableOptions.h"
 
 namespace nbscore {
@@ -22,6 +23,8 @@ struct ScoringSummary {
     std::uint64_t rows = 0;
     /// The line of the first case with a non-finite probability (HasNonFiniteNumber); 0 when there was none.
     std::uint64_t firstNonFiniteLine = 0;
+    /// The same for any number of threads.
+    CaseCounts counts;
 };
 
 /// Scores every row of a table, in order, with memory bounded whatever the table's size.

@@ -60,8 +60,8 @@ const std::string extremeCases =
 
 TEST_F(HostileStandard, GivesProbabilities_WhenDensitiesAreExtreme) {
     const std::vector<std::string> numbers = {"1e308", "1.7976931348623157e308", "1e-308", "5e-324", "1", "0"};
-    for (const std::string& threshold : {"0", "5e-324", "0.001"}) {
-        for (const std::string& mean : {"0", "1e308", "-1e308", "5e-324"}) {
+    for (const std::string threshold : {"0", "5e-324", "0.001"}) {
+        for (const std::string mean : {"0", "1e308", "-1e308", "5e-324"}) {
             for (const std::string& variance : numbers) {
                 SCOPED_TRACE(threshold + " " + mean + " " + variance);
                 StandardDocument document = WithDensities(Gaussian(mean, variance), Gaussian("1", "1"));
@@ -73,7 +73,7 @@ TEST_F(HostileStandard, GivesProbabilities_WhenDensitiesAreExtreme) {
 }
 
 TEST_F(HostileStandard, GivesProbabilities_WhenRatesAndBoundsAreExtreme) {
-    for (const std::string& mean : {"1e308", "5e-324", "1e15", "0"}) {
+    for (const std::string mean : {"1e308", "5e-324", "1e15", "0"}) {
         SCOPED_TRACE(mean);
         ExpectProbabilities(WithDensities(Poisson(mean), Poisson("3")).Text(), extremeCases);
     }
@@ -84,7 +84,7 @@ TEST_F(HostileStandard, GivesProbabilities_WhenRatesAndBoundsAreExtreme) {
 }
 
 TEST_F(HostileStandard, GivesProbabilities_WhenCountsAreExtreme) {
-    for (const std::string& count : {"1e308", "1.7976931348623157e308", "5e-324"}) {
+    for (const std::string count : {"1e308", "1.7976931348623157e308", "5e-324"}) {
         SCOPED_TRACE(count);
         StandardDocument document;
         document.targetCounts = TargetValueCount("apple", count) + TargetValueCount("pear", "1e308");
@@ -95,7 +95,7 @@ TEST_F(HostileStandard, GivesProbabilities_WhenCountsAreExtreme) {
 }
 
 TEST_F(HostileStandard, IsRefused_WhenANumberIsNone) {
-    for (const std::string& number : {"NaN", "INF", "-INF", "inf", "1e999", "0x10", "1,5", ""}) {
+    for (const std::string number : {"NaN", "INF", "-INF", "inf", "1e999", "0x10", "1,5", ""}) {
         SCOPED_TRACE(number);
         ExpectRefusal(WithDensities(Gaussian(number, "1"), Gaussian("1", "1")).Text(), "error 9");
         ExpectRefusal(WithDensities(Gaussian("1", number), Gaussian("1", "1")).Text(), "error 9");

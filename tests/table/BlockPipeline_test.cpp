@@ -61,9 +61,11 @@ public:
             if (scores.text.size() >= longText) onLongText(scores);
         }
     }
+    const CaseCounts& GetCounts() const override { return counts; }
 
 private:
     Rule rule;
+    CaseCounts counts;
 };
 
 std::vector<std::unique_ptr<BlockScorer>> MakeScorers(std::size_t threads, const Rule& rule) {

@@ -58,9 +58,20 @@ timer_t alarmClock;
 std::atomic<bool> hasAlarmClock{false};
 /// Whether a request to stop, or the end of the run's time, was noted.
 std::atomic<bool> isStopNoted{false};
-/// Where the temporary file is; empty without one.
-std::array<char, 4096> temporaryFile;
-std::atomic<bool> hasTemporaryFile{false};
+/// A temporary file whose path a signal's handler can read.
+struct TemporaryFile {
+    std::array<char, 4096> path;
+    std::atomic<bool> isThere{false};
+
+    void Set(const std::filesystem::path& file) {
+        const std::string& name = file.native();
+        if (name.empty() || name.size() >= path.size()) return;
+        path[name.copy(path.data(), name.size())] = '\0';
+        isThere = true;
+    }
+};
+TemporaryFile temporaryFile;
+TemporaryFile furtherTemporaryFile;
 
 constexpr std::array stopSignals = {SIGINT, SIGTERM, SIGHUP, SIGXCPU};
 std::array<struct sigaction, stopSignals.size()> earlierActions;
@@ -86,7 +97,8 @@ void EndProcess() {
     const int signal = requestedSignal;
 #if !defined(_WIN32)
     // A file that is not there any more has got its own name already.
-    if (hasTemporaryFile && unlink(temporaryFile.data()) != 0 && errno == ENOENT) isCommitted = true;
+    if (temporaryFile.isThere && unlink(temporaryFile.path.data()) != 0 && errno == ENOENT) isCommitted = true;
+    if (furtherTemporaryFile.isThere) unlink(furtherTemporaryFile.path.data());
 #endif
     if (isCommitted) std::_Exit(static_cast<int>(ExitStatus::Fine));
     if (signal != 0) {
@@ -278,7 +290,8 @@ UnfinishedOutput::UnfinishedOutput() {
 
 UnfinishedOutput::~UnfinishedOutput() {
 #if !defined(_WIN32)
-    hasTemporaryFile = false;
+    temporaryFile.isThere = false;
+    furtherTemporaryFile.isThere = false;
 #endif
     hasUnfinishedOutput = false;
     if (endsProcess && Interrupts::AreRequested()) EndProcess();
@@ -286,10 +299,13 @@ UnfinishedOutput::~UnfinishedOutput() {
 
 void UnfinishedOutput::SetTemporaryFile([[maybe_unused]] const std::filesystem::path& path) {
 #if !defined(_WIN32)
-    const std::string& name = path.native();
-    if (name.empty() || name.size() >= temporaryFile.size()) return;
-    temporaryFile[name.copy(temporaryFile.data(), name.size())] = '\0';
-    hasTemporaryFile = true;
+    temporaryFile.Set(path);
+#endif
+}
+
+void UnfinishedOutput::SetFurtherTemporaryFile([[maybe_unused]] const std::filesystem::path& path) {
+#if !defined(_WIN32)
+    furtherTemporaryFile.Set(path);
 #endif
 }
 

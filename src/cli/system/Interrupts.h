@@ -66,6 +66,8 @@ public:
 
     /// The file to remove when the run has not noticed the request.
     static void SetTemporaryFile(const std::filesystem::path& path);
+    /// Another one to remove, which does not tell whether the output is complete.
+    static void SetFurtherTemporaryFile(const std::filesystem::path& path);
     /// From now on the output is complete: whenever the process ends, it went well.
     static void NoteCommitted();
 };

@@ -61,24 +61,36 @@ void OutputArgument::Declare(CLI::App& app) {
         ->check(RefuseEmptyName);
 }
 
+OpenedFile OpenFile(const std::string& destination) {
+    OpenedFile opened{std::make_unique<OutputFile>(PathFromArgument(destination), InterruptibleWriting()), nullptr};
+    if (opened.file->IsTerminal()) opened.shown = std::make_unique<TerminalSink>(*opened.file);
+    return opened;
+}
+
+bool NameOneFile(const std::string& argument, const std::string& other) {
+    std::error_code absent;
+    if (std::filesystem::equivalent(PathFromArgument(argument), PathFromArgument(other), absent)) return true;
+    // Of files that are not there yet, the path tells.
+    const auto pathOf = [&absent](const std::string& text) {
+        return std::filesystem::weakly_canonical(std::filesystem::absolute(PathFromArgument(text), absent), absent);
+    };
+    const std::filesystem::path path = pathOf(argument);
+    return !path.empty() && path == pathOf(other);
+}
+
 OpenedOutput OutputArgument::Open(Console& console, const std::string& modelDocument) const {
     auto unfinished = std::make_unique<UnfinishedOutput>();
     if (destination == "-") {
-        return {std::move(unfinished), nullptr, nullptr, console.results, console.resultsAreTerminal};
+        return {std::move(unfinished), {}, console.results, console.resultsAreTerminal};
     }
-    std::error_code absent;
-    if (std::filesystem::equivalent(PathFromArgument(destination), PathFromArgument(modelDocument), absent)) {
+    if (NameOneFile(destination, modelDocument)) {
         throw CLI::ValidationError("--output", "'" + destination + "' is the model's own document");
     }
-    auto file = std::make_unique<OutputFile>(PathFromArgument(destination), InterruptibleWriting());
-    UnfinishedOutput::SetTemporaryFile(file->GetTemporaryPath());
-    if (!file->IsTerminal()) {
-        OutputSink& sink = *file;
-        return {std::move(unfinished), std::move(file), nullptr, sink};
-    }
-    auto shown = std::make_unique<TerminalSink>(*file);
-    OutputSink& sink = *shown;
-    return {std::move(unfinished), std::move(file), std::move(shown), sink, true};
+    OpenedFile file = OpenFile(destination);
+    UnfinishedOutput::SetTemporaryFile(file.file->GetTemporaryPath());
+    OutputSink& sink = file.GetSink();
+    const bool isTerminal = file.shown != nullptr;
+    return {std::move(unfinished), std::move(file), sink, isTerminal};
 }
 
 void OpenedOutput::Commit() const {

@@ -75,11 +75,24 @@ private:
     std::istream stream;
 };
 
+/// A file to write, which appears when it is committed.
+struct OpenedFile {
+    std::unique_ptr<OutputFile> file;
+    std::unique_ptr<TerminalSink> shown;  // in front of a file that is a terminal
+
+    OutputSink& GetSink() const { return shown ? static_cast<OutputSink&>(*shown) : *file; }
+};
+
+/// @param destination not empty. Throws InputOutputError when it cannot be written.
+OpenedFile OpenFile(const std::string& destination);
+
+/// Whether two arguments name one file, which need not be there.
+bool NameOneFile(const std::string& argument, const std::string& other);
+
 /// A run's output: a file, which appears when it is committed, or standard output.
 struct OpenedOutput {
     std::unique_ptr<UnfinishedOutput> unfinished;  // declared first, so that it is destroyed last
-    std::unique_ptr<OutputFile> file;              // null for standard output
-    std::unique_ptr<TerminalSink> fileShown;       // in front of a file that is a terminal
+    OpenedFile file;                               // none for standard output
     OutputSink& sink;
     bool isTerminal = false;
 
@@ -94,6 +107,8 @@ public:
 
     /// Opens the output. Throws a usage error when it is the file of the model, which it would destroy.
     OpenedOutput Open(Console& console, const std::string& modelDocument) const;
+    /// As it was given; "-" for standard output.
+    const std::string& GetDestination() const { return destination; }
 
 private:
     std::string destination = "-";

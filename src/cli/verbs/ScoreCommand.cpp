@@ -11,7 +11,9 @@
 #include "cli/verbs/Arguments.h"
 #include "cli/verbs/Command.h"
 #include "cli/verbs/ModelArgument.h"
+#include "cli/verbs/RunFindings.h"
 #include "framework/NumberText.h"
+#include "output/HostError.h"
 #include "table/ModelResults.h"
 #include "table/TableScorer.h"
 
@@ -73,17 +75,23 @@ private:
     void DeclareTableOptions();
     void DeclareResultOptions();
     void DeclareSubModelOptions();
+    void DeclareFindingsOptions();
     void RequireSensibleOptions() const;
     void RequireOptionsOfASingleClassifier() const;
     void RequireColumnsOf(const ScoreModel& scorable) const;
     void CheckAgainstModel(ScoreModel& scorable, Console& console) const;
+    OpenedFile OpenSummary() const;
     ScoringSummary Score(LoadedModel& loaded, CaseInput& input, const OpenedOutput& opened, Console& console) const;
+    ExitStatus Finish(const ScoringSummary& summary, const std::string& inputName, const OpenedOutput& opened,
+                      const OpenedFile& summaryOpened, Console& console) const;
 
     ModelArgument model;
     std::string cases = "-";
     OutputArgument output;
+    std::string summaryFile;
     TableScorerOptions options;
     std::optional<ResultColumns> columns;
+    bool strict = false;
     bool quiet = false;
 };
 
@@ -112,7 +120,20 @@ ScoreCommand::ScoreCommand(CLI::App& parent) : Command(parent, "score", descript
                                          "Score on N threads; as many as there are processors if not given. The result "
                                          "is the same for any number.")
         ->type_name("N");
-    app.add_flag("--quiet", quiet, "Show no progress and no remarks. Errors and warnings are still shown.");
+    DeclareFindingsOptions();
+    app.add_flag("--quiet", quiet, "Show no progress, no remarks and no notes. Errors and warnings are still shown.");
+}
+
+void ScoreCommand::DeclareFindingsOptions() {
+    app.add_flag("--strict", strict,
+                 "Take it as an error, with exit status 1, when a row has a value that the model does not know, no "
+                 "value that it knows, or no result. A file of --output is not written then.");
+    app.add_option("--summary", summaryFile,
+                   "Write to FILE, as JSON, how many rows there were, how many had a value of each field that the "
+                   "model does not know, no known value, or no result. It is written under --strict, too, when that "
+                   "makes an error of them.")
+        ->type_name("FILE")
+        ->check(RefuseEmptyName);
 }
 
 void ScoreCommand::DeclareResultOptions() {
@@ -234,13 +255,47 @@ ExitStatus ScoreCommand::Run(Console& console) {
                          << std::flush;
     }
     const OpenedOutput opened = output.Open(console, model.GetDocumentName());
+    const OpenedFile summaryOpened = OpenSummary();
     const ScoringSummary summary = Score(loaded, *input, opened, console);
     Interrupts::ThrowIfRequested();
     // The table may be what is replaced, and Windows replaces no file that is open.
     input.reset();
-    opened.Commit();
+    return Finish(summary, inputName, opened, summaryOpened, console);
+}
+
+ExitStatus ScoreCommand::Finish(const ScoringSummary& summary, const std::string& inputName, const OpenedOutput& opened,
+                                const OpenedFile& summaryOpened, Console& console) const {
+    const std::vector<std::string> findings = TellFindings(summary, inputName);
+    const bool isRefused = strict && (!findings.empty() || !summary.counts.areTold);
+    if (!isRefused) opened.Commit();
+    if (!summaryFile.empty()) {
+        summaryOpened.GetSink().Write(WriteSummaryAsJson(summary, model.GetDocumentName(), inputName));
+        summaryOpened.GetSink().Commit();
+    }
     if (summary.firstNonFiniteLine != 0) WarnOfBrokenArithmetic(console, inputName, summary.firstNonFiniteLine);
-    return ExitStatus::Fine;
+    if (isRefused && !summary.counts.areTold) {
+        throw CaseDataError(inputName, 0, "--strict cannot be kept: the plug-in does not tell what its model knows");
+    }
+    for (const std::string& finding : findings) {
+        if (isRefused || !quiet)
+            console.messages << (isRefused ? "error: " : "note: ") << MakePrintable(finding) << '\n';
+    }
+    return isRefused ? ExitStatus::CaseDataRefused : ExitStatus::Fine;
+}
+
+/// Before the first row, so that a long run does not end for the want of it.
+OpenedFile ScoreCommand::OpenSummary() const {
+    if (summaryFile.empty()) return {};
+    const auto refuseIf = [this](bool isSame, const std::string& what) {
+        if (isSame) throw CLI::ValidationError("--summary", "'" + summaryFile + "' is " + what);
+    };
+    refuseIf(summaryFile == "-", "no file: the scores go to standard output");
+    refuseIf(NameOneFile(summaryFile, model.GetDocumentName()), "the model's own document");
+    refuseIf(cases != "-" && NameOneFile(summaryFile, cases), "the table");
+    refuseIf(output.GetDestination() != "-" && NameOneFile(summaryFile, output.GetDestination()), "the result");
+    OpenedFile opened = OpenFile(summaryFile);
+    UnfinishedOutput::SetFurtherTemporaryFile(opened.file->GetTemporaryPath());
+    return opened;
 }
 
 ScoringSummary ScoreCommand::Score(LoadedModel& loaded, CaseInput& input, const OpenedOutput& opened,

@@ -1,0 +1,71 @@
+#include "table/CaseCounts.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+
+#include "framework/ModelSelfTables.h"
+#include "framework/NumberText.h"
+#include "framework/SeededHash.h"
+
+namespace nbscore {
+
+bool RowCount::Add(const RowCount& other) {
+    rows += other.rows;
+    if (other.firstLine == 0 || (firstLine != 0 && firstLine < other.firstLine)) return false;
+    firstLine = other.firstLine;
+    return true;
+}
+
+void CaseCounts::Add(const CaseCounts& other) {
+    areTold = areTold && other.areTold;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        if (fields[i].unknown.Add(other.fields[i].unknown)) fields[i].firstUnknown = other.fields[i].firstUnknown;
+    }
+    nothingKnown.Add(other.nothingKnown);
+    if (invalid.Add(other.invalid)) firstInvalidField = other.firstInvalidField;
+    nothingPossible.Add(other.nothingPossible);
+}
+
+namespace {
+
+std::string_view WithoutBlanksAround(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    const std::size_t begin = text.find_first_not_of(blanks);
+    if (begin == std::string_view::npos) return {};
+    return text.substr(begin, text.find_last_not_of(blanks) - begin + 1);
+}
+
+char ToLower(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
+
+/// Whether two different texts are probably meant as the same value.
+bool AreAlike(std::string_view text, std::string_view other) {
+    const std::optional<double> number = ReadNumber(text);
+    if (number && number == ReadNumber(other)) return true;
+    return std::ranges::equal(WithoutBlanksAround(text), WithoutBlanksAround(other), {}, ToLower, ToLower);
+}
+
+}  // namespace
+
+void CaseCounts::FindKnownSpellings(const ScoreModel& model) {
+    SeededMap<std::string_view, FieldCount*> wanted;
+    for (FieldCount& field : fields) {
+        if (field.unknown.rows > 0) wanted.emplace(field.field, &field);
+    }
+    const auto* const open = dynamic_cast<const ModelSelfTables*>(&model);
+    if (open == nullptr || wanted.empty()) return;
+    for (const ClassifierTables& classifier : open->GetTables().classifiers) {
+        for (const PredictorTables& predictor : classifier.predictors) {
+            const auto field = wanted.find(predictor.var->GetName());
+            if (field == wanted.end() || !field->second->knownSpelling.empty()) continue;
+            const auto known = std::ranges::find_if(predictor.texts, [&field](const std::string* text) {
+                return AreAlike(field->second->firstUnknown, *text);
+            });
+            if (known != predictor.texts.end()) field->second->knownSpelling = **known;
+        }
+    }
+}
+
+}  // namespace nbscore
