@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "framework/BaseModel.h"
-#include "framework/Export.h"
 #include "framework/ModelOutputs.h"
 #include "framework/ModelSelfCheck.h"
 #include "framework/ModelSelfDescription.h"
@@ -41,7 +40,7 @@
 ///
 /// Threads: from the first case on, any number of scoring calls at once. The first one whose record has positions notes
 /// them, once, and others with such records wait for it.
-class NAIVEBAYES_API StandardModel : public BaseModel,
+class StandardModel : public BaseModel,
                                      public ModelSelfCheck,
                                      public ModelSelfDescription,
                                      public ModelSelfTables,

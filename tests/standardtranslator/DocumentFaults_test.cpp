@@ -22,10 +22,10 @@ std::vector<std::string> PathsOf(const DocumentFaults& faults) {
 /// With a fault in nearly each of its parts.
 StandardDocument FaultyDocument() {
     StandardDocument document = ColourDocument();
-    document.transformations = XmlElement("TransformationDictionary", "",
-                                          "\n" + DerivedText("a", FieldRef("none")) + "\n" +
-                                              DerivedText("b", FieldRef("colour")) + "\n" +
-                                              DerivedText("c", "<Lag field='colour'/>"));
+    document.transformations =
+        XmlElement("TransformationDictionary", "",
+                   "\n" + DerivedText("a", FieldRef("none")) + "\n" + DerivedText("b", FieldRef("colour")) + "\n" +
+                       DerivedText("c", "<Lag field='colour'/>"));
     document.miningFields =
         "\n" + TreatedField("colour", Attribute("outliers", "asMissingValues")) + "\n" + MiningField("size");
     document.output = "\n" + OutputField("o", "affinity") + "\n" + OutputField("p", "predictedValue");
@@ -62,8 +62,7 @@ TEST(DocumentFaults, AreNone_WhereADocumentWasRead) {
 
 TEST(DocumentFaults, AreToldOnce_ThoughOutputsReadDerivedFieldsAgain) {
     StandardDocument document = ColourDocument();
-    document.transformations =
-        XmlElement("TransformationDictionary", "", DerivedText("a", FieldRef("none")));
+    document.transformations = XmlElement("TransformationDictionary", "", DerivedText("a", FieldRef("none")));
     document.output = OutputField("o", "transformedValue", FieldRef("colour"));
     StandardTranslator translator;
     ASSERT_TRUE(ParseWith(translator, document.Text()).refusal);

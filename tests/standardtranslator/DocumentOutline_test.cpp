@@ -109,8 +109,8 @@ TEST(DocumentOutline, TakesTheOnlySegmentOfAMiningModelForTheModel) {
 TEST(DocumentOutline, JoinsThePartsOfAMiningModelAndOfItsModel) {
     StandardDocument document;
     document.miningFields = MiningField("half");
-    document.inputs = DensityInput("half", TargetValueStat("apple", Gaussian("100", "400")) +
-                                               TargetValueStat("pear", Gaussian("75", "100")));
+    document.inputs = DensityInput(
+        "half", TargetValueStat("apple", Gaussian("100", "400")) + TargetValueStat("pear", Gaussian("75", "100")));
     document.output = OutputField("inner", "predictedValue");
     const std::string outer =
         OuterSchema(TreatedField("weight", Attribute("missingValueReplacement", "170"))) +

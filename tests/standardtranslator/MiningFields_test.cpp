@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "standardtranslator/ScoredCase.h"
 
 namespace nbscore::test {
@@ -24,7 +26,9 @@ StandardDocument TreatingWeight(const std::string& attributes) {
 }
 
 std::vector<double> SharesOfWeight(double weight) {
-    return Shares({3 * GaussianDensity(weight, 200, 400), GaussianDensity(weight, 150, 100)});
+    const auto atLeastThreshold = [](double density) { return std::max(density, 0.001); };
+    return Shares(
+        {3 * atLeastThreshold(GaussianDensity(weight, 200, 400)), atLeastThreshold(GaussianDensity(weight, 150, 100))});
 }
 
 void ExpectInvalid(const ScoredCase& scored, const std::string& field) {
@@ -63,13 +67,14 @@ TEST(MiningFields, EndCasesWithInvalidValues_UnlessTheySayOtherwise) {
     const std::string asValue = Attribute("invalidValueTreatment", "asValue");
     ExpectProbabilities(
         ScoreCase(Treating(asValue + Attribute("invalidValueReplacement", "red")), {{"colour", "blue"}}), sharesOfRed);
-    EXPECT_EQ(RefusalOf(Treating(asValue)), "2: <MiningField> has no attribute \"invalidValueReplacement\". " + fieldPath);
+    EXPECT_EQ(RefusalOf(Treating(asValue)),
+              "2: <MiningField> has no attribute \"invalidValueReplacement\". " + fieldPath);
 }
 
 TEST(MiningFields, ReplaceMissingValues) {
     for (const std::string treatment : {"asMode", "asValue"}) {
-        const StandardDocument document = Treating(Attribute("missingValueReplacement", "red") +
-                                                   Attribute("missingValueTreatment", treatment));
+        const StandardDocument document =
+            Treating(Attribute("missingValueReplacement", "red") + Attribute("missingValueTreatment", treatment));
         ExpectProbabilities(ScoreCase(document, {{"colour", ""}}), sharesOfRed);
     }
     ExpectInvalid(ScoreCase(Treating(Attribute("missingValueTreatment", "returnInvalid")), {{"colour", ""}}), "colour");

@@ -44,10 +44,10 @@ bool IsEmpty(const ScoredCase& scored, const std::string& column) {
 }
 
 TEST(OutputFields, NameTheColumnsInTheirOrder) {
-    const ParseOutcome outcome = ParseStandard(WithOutput(
-        Field("z", Feature("probability", "pear")) + Field("a") +
-        Field("hidden", Feature("probability", "apple") + Attribute("isFinalResult", "false")) +
-        Computed("sum", "double", Apply("+", FieldRef("z") + FieldRef("hidden")))));
+    const ParseOutcome outcome = ParseStandard(
+        WithOutput(Field("z", Feature("probability", "pear")) + Field("a") +
+                   Field("hidden", Feature("probability", "apple") + Attribute("isFinalResult", "false")) +
+                   Computed("sum", "double", Apply("+", FieldRef("z") + FieldRef("hidden")))));
     ASSERT_TRUE(outcome.model);
     const auto columns = dynamic_cast<const ModelOutputs&>(*outcome.model).GetOutputColumns();
     std::vector<std::string> names;
@@ -90,8 +90,8 @@ TEST(OutputFields, HaveAResidual_WhereTheActualValueIsKnown) {
 
 TEST(OutputFields, ShowWhatStandsForTheValue) {
     StandardDocument document = WithOutput(Field("d", Feature("predictedDisplayValue")));
-    document.target = DataField("fruit", FieldType::Texts,
-                                "<Value value=\"apple\" displayValue=\"Apple\"/><Value value=\"pear\"/>");
+    document.target =
+        DataField("fruit", FieldType::Texts, "<Value value=\"apple\" displayValue=\"Apple\"/><Value value=\"pear\"/>");
     EXPECT_EQ(TextIn(ScoreCase(document, {{"colour", "red"}}), "d"), "Apple");
     EXPECT_EQ(TextIn(ScoreCase(document, {{"colour", "green"}}), "d"), "pear");
     const std::string targets =
@@ -117,18 +117,18 @@ TEST(OutputFields, AreNumbers_WhereTheTargetHoldsNumbersOrTheOutputSaysSo) {
 }
 
 TEST(OutputFields, AreComputedFromOutputsAndFields) {
-    StandardDocument document = WithOutput(
-        Computed("verdict", "string",
-                 "<Decisions><Decision value=\"keep\"/></Decisions>" +
-                     Apply("if", Apply("greaterThan", FieldRef("loss") + Constant("0.2")) + TextConstant("keep") +
-                                     TextConstant("sell")),
-                 "decision") +
-        Computed("loss", "double", Apply("*", FieldRef("p") + FieldRef("half"))) +
-        Field("p", Feature("probability", "apple")));
+    StandardDocument document =
+        WithOutput(Computed("verdict", "string",
+                            "<Decisions><Decision value=\"keep\"/></Decisions>" +
+                                Apply("if", Apply("greaterThan", FieldRef("loss") + Constant("0.2")) +
+                                                TextConstant("keep") + TextConstant("sell")),
+                            "decision") +
+                   Computed("loss", "double", Apply("*", FieldRef("p") + FieldRef("half"))) +
+                   Field("p", Feature("probability", "apple")));
     document.dataFields += DataField("weight", FieldType::Bins);
     document.miningFields += TreatedField("weight", Attribute("missingValueReplacement", "2"));
-    document.transformations =
-        XmlElement("TransformationDictionary", "", DerivedNumber("half", Apply("/", FieldRef("weight") + Constant("2"))));
+    document.transformations = XmlElement("TransformationDictionary", "",
+                                          DerivedNumber("half", Apply("/", FieldRef("weight") + Constant("2"))));
     const ScoredCase scored = ScoreCase(document, {{"colour", "red"}, {"weight", "1"}});
     EXPECT_DOUBLE_EQ(NumberIn(scored, "loss"), sharesOfRed[0] / 2);
     EXPECT_EQ(TextIn(scored, "verdict"), "keep");
@@ -142,11 +142,10 @@ TEST(OutputFields, AreSeenInTheirPlaces_WhereADataFieldHasTheSameName) {
 }
 
 TEST(OutputFields, AreEmpty_WhereACaseHasNoResult) {
-    const StandardDocument document =
-        WithOutput(Field("predicted") + Field("p", Feature("probability", "pear")) + Field("q", Feature("probability")) +
-                   Field("d", Feature("predictedDisplayValue")) + Field("r", Feature("residual", "pear")) +
-                   Field("w", Feature("warning")) +
-                   Computed("lost", "string", Apply("isMissing", FieldRef("p"))));
+    const StandardDocument document = WithOutput(
+        Field("predicted") + Field("p", Feature("probability", "pear")) + Field("q", Feature("probability")) +
+        Field("d", Feature("predictedDisplayValue")) + Field("r", Feature("residual", "pear")) +
+        Field("w", Feature("warning")) + Computed("lost", "string", Apply("isMissing", FieldRef("p"))));
     const ScoredCase invalid = ScoreCase(document, {{"colour", "blue"}, {"fruit", "pear"}});
     for (const std::string column : {"predicted", "p", "q", "d", "r"})
         EXPECT_TRUE(IsEmpty(invalid, column)) << column;

@@ -178,8 +178,8 @@ TEST(ProducersDocuments, OfACluster) {
     const auto counts = [](const std::string& first, const std::string& second) {
         return TargetValueCounts(TargetValueCount("0.0", first) + TargetValueCount("1.0", second));
     };
-    document.inputs = BayesInput("word", PairCounts("0.0", counts("0.75", "0.125")) +
-                                             PairCounts("1.0", counts("0.25", "0.875")));
+    document.inputs =
+        BayesInput("word", PairCounts("0.0", counts("0.75", "0.125")) + PairCounts("1.0", counts("0.25", "0.875")));
     document.targetCounts = TargetValueCount("0.0", "0.5") + TargetValueCount("1.0", "1.5");
     const ScoredCase scored = ScoreCase(document, {{"word", "1"}});
     EXPECT_EQ(scored.prediction, "1");
@@ -214,7 +214,7 @@ TEST(ProducersDocuments, ThatDeclareNothing) {
     ExpectProbabilities(scored, Shares({3 * 0.01, 2}));
     const ScoredCase unknown = ScoreCase(undeclared, {{"outlook", "1"}});
     ExpectProbabilities(unknown, Shares({3, 2}));
-    EXPECT_EQ(unknown.facts.unknown.size(), 1U);
+    EXPECT_EQ(unknown.unknown.size(), 1U);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <numbers>
 #include <numeric>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "framework/BaseCaseRecord.h"
@@ -49,6 +50,8 @@ struct ScoredCase {
     std::string prediction;
     std::vector<double> probabilities;
     CaseFacts facts;
+    /// Inputs and texts of values that the model does not know.
+    std::vector<std::pair<std::string, std::string>> unknown;
     /// By column.
     std::map<std::string, OutputValue> outputs;
 };
@@ -73,6 +76,9 @@ inline ScoredCase ScoreCase(ScoreModel& model, const CaseCells& cells) {
     for (const auto& [value, probability] : dynamic_cast<const ScoreClsResult&>(*result).GetAllValuePercent())
         scored.probabilities.push_back(probability);
     scored.facts = dynamic_cast<const ResultFacts&>(*result).GetFacts();
+    for (const CaseFacts::Unknown& unknown : scored.facts.unknown)
+        scored.unknown.emplace_back(*unknown.field, unknown.text);
+    scored.facts.unknown.clear();  // the names in it are the model's, which may go
     const auto& outputs = dynamic_cast<const ModelOutputs&>(model);
     std::vector<OutputValue> values;
     outputs.ComputeOutputs(record, *result, values);
@@ -122,8 +128,8 @@ inline StandardDocument ColourDocument() {
     StandardDocument document;
     document.dataFields = DataField("colour", FieldType::Texts, ValueElements({"red", "green"}));
     document.miningFields = MiningField("colour");
-    document.inputs = BayesInput(
-        "colour", PairCounts("red", FruitCounts("3", "1")) + PairCounts("green", FruitCounts("1", "4")));
+    document.inputs =
+        BayesInput("colour", PairCounts("red", FruitCounts("3", "1")) + PairCounts("green", FruitCounts("1", "4")));
     document.targetCounts = TargetValueCount("apple", "4") + TargetValueCount("pear", "5");
     return document;
 }
@@ -144,10 +150,10 @@ inline std::string Replaced(std::string text, std::string_view piece, std::strin
 /// @param outerParts stand in front of the Segmentation.
 inline std::string InMiningModel(const StandardDocument& document, const std::string& outerParts,
                                  const std::string& predicate = "<True/>") {
-    return document.TextWith(XmlElement(
-        "MiningModel", Attribute("functionName", "classification"),
-        outerParts + XmlElement("Segmentation", Attribute("multipleModelMethod", "selectFirst"),
-                                XmlElement("Segment", Attribute("id", "1"), predicate + document.Model()))));
+    return document.TextWith(
+        XmlElement("MiningModel", Attribute("functionName", "classification"),
+                   outerParts + XmlElement("Segmentation", Attribute("multipleModelMethod", "selectFirst"),
+                                           XmlElement("Segment", Attribute("id", "1"), predicate + document.Model()))));
 }
 
 inline std::string OuterSchema(const std::string& fields) {

@@ -23,8 +23,8 @@ TEST(StandardTarget, HasTheValuesThatAreCounted_WhereItDeclaresNone) {
 TEST(StandardTarget, IsFoundByNumber_WhereItHoldsNumbers) {
     StandardDocument document = ColourDocument();
     document.target = DataField("fruit", FieldType::Numbers, ValueElements({"1", "0"}));
-    document.inputs = BayesInput("colour", PairCounts("red", TargetValueCounts(TargetValueCount("0.0", "1") +
-                                                                                TargetValueCount("1.0", "3"))));
+    document.inputs = BayesInput(
+        "colour", PairCounts("red", TargetValueCounts(TargetValueCount("0.0", "1") + TargetValueCount("1.0", "3"))));
     document.targetCounts = TargetValueCount("0.0", "5") + TargetValueCount(" 1 ", "4");
     const ScoredCase scored = ScoreCase(document, {{"colour", "red"}});
     EXPECT_EQ(scored.prediction, "0");
@@ -52,7 +52,7 @@ TEST(StandardTarget, IsRefused_WhereItIsNotClear) {
         Replaced(ColourDocument().Text(), "<BayesOutput fieldName=\"fruit\"", "<BayesOutput fieldName=\"colour\"");
     EXPECT_EQ(RefusalOf(counted), "8: colour does not match the target variable name. " + outputPath);
     EXPECT_EQ(RefusalOf(Replaced(counted, MiningField("fruit", "target"), "")),
-              "7: The target has no value \"apple\". " + entryPath + "[1]");
+              "12: The input \"colour\" is the target. /PMML/NaiveBayesModel[1]/BayesInputs[1]/BayesInput[1]");
 }
 
 TEST(StandardTarget, HasNoOtherValuesThanItDeclares_UnlessTheyNeverOccurred) {

@@ -29,11 +29,13 @@ def exactly(text):
 
 
 class Density:
-    """The density of one target category; none where the category has no statistics."""
+    """The density of one target category. A category has none without an element, nor where its figures are NaN: so R
+    writes those of a category that never occurred."""
 
     def __init__(self, element=None):
-        self.kind = None if element is None else local(element)
-        self.figures = {} if element is None else {name: exactly(text) for name, text in element.items()}
+        unknown = element is None or any(float(text) != float(text) for _, text in element.items())
+        self.kind = None if unknown else local(element)
+        self.figures = {} if unknown else {name: exactly(text) for name, text in element.items()}
 
     def at(self, x):
         """None where the input says nothing of the value at all."""
