@@ -1,6 +1,6 @@
-// Bytes as a document: read, scored, displayed, checked, adapted, verified. What is refused is refused with a number, a
-// message and a place, and by all ways of reading it alike; what is read scores the same whether or not a result is
-// filled again.
+// Bytes as a document: by either rule read, scored, displayed, checked, adapted, verified. What is refused is refused
+// with a number, a message and a place, and by all ways of reading it alike; what is read scores the same whether or not
+// a result is filled again.
 
 #include <algorithm>
 #include <array>
@@ -19,10 +19,12 @@
 #include "check/DocumentCheck.h"
 #include "framework/BaseCaseRecord.h"
 #include "framework/ScoreModel.h"
+#include "framework/ScoringRule.h"
 #include "framework/VeskException.h"
 #include "host/LoadedModel.h"
 #include "output/HostError.h"
 #include "reading/BaseTranslator.h"
+#include "reading/DocumentFaults.h"
 #include "table/ModelResults.h"
 #include "table/ScoreWriter.h"
 #include "verify/ModelVerifier.h"
@@ -62,11 +64,19 @@ Outcome OutcomeOf(const Read& read) {
     return outcome;
 }
 
-LoadedModel ReadStream(const std::string& text) {
+LoadedModel ReadStream(const std::string& text, ScoringRule rule) {
     std::istringstream stream(text);
-    const std::unique_ptr<ScoreTranslator> translator = Plugin()->MakeTranslator();
+    const std::unique_ptr<ScoreTranslator> translator = Plugin()->MakeTranslator(rule);
     dynamic_cast<BaseTranslator&>(*translator).SetLimits(FuzzLimits());
-    return {Plugin(), std::unique_ptr<ScoreModel>(translator->ParseFromTree(stream, "UTF-8"))};
+    try {
+        return {Plugin(), std::unique_ptr<ScoreModel>(translator->ParseFromTree(stream, "UTF-8"))};
+    } catch (const VeskException& refusal) {
+        const auto* const faults = dynamic_cast<const DocumentFaults*>(translator.get());
+        const bool knowsMore = faults != nullptr && !faults->GetFaults().empty();
+        Require(!knowsMore || faults->GetFaults().front().GetMessage() == refusal.GetMessage(),
+                "a document is refused for its first fault");
+        throw;
+    }
 }
 
 void RequireFullRefusal(const VeskException& refusal) {
@@ -181,34 +191,34 @@ void RequireSoundIf(bool scorable, const DocumentCheck& check) {
     Require(!WriteCheckAsText(check).empty() && !WriteChecksAsJson({check}).empty(), "a check has reports");
 }
 
-void Verify(ScoreModel& model, const SourceDocument& source) {
+void Verify(ScoreModel& model, const SourceDocument& source, ScoringRule rule) {
     try {
         VerifyModel(
-            model, source.ReadVerification(), [](const CellDifference&) {}, [] {});
+            model, source.ReadVerification(rule), [](const CellDifference&) {}, [] {});
     } catch (const VeskException& refusal) {
         RequireFullRefusal(refusal);
     }
 }
 
-Outcome ReadAdapted(SourceDocument& source) {
-    return OutcomeOf([&source] {
+Outcome ReadAdapted(SourceDocument& source, ScoringRule rule) {
+    return OutcomeOf([&source, rule] {
         source.Adapt();
-        return LoadedModel::Read(Plugin(), source);
+        return LoadedModel::Read(Plugin(), source, rule);
     });
 }
 
-void Adapt(SourceDocument& source) {
-    const Outcome adapted = ReadAdapted(source);
+void Adapt(SourceDocument& source, ScoringRule rule) {
+    const Outcome adapted = ReadAdapted(source, rule);
     if (adapted.refusal) RequireFullRefusal(*adapted.refusal);
     if (adapted.model && IsScorable(*adapted.model)) {
         Score(adapted.model->Get());
         source.FindIgnored();
     }
-    RequireSame(adapted, ReadAdapted(source), "a document that is adapted again stays the same");
+    RequireSame(adapted, ReadAdapted(source, rule), "a document that is adapted again stays the same");
 }
 
-void TryDocument(const std::string& text) {
-    const Outcome read = OutcomeOf([&text] { return ReadStream(text); });
+void TryDocument(const std::string& text, ScoringRule rule) {
+    const Outcome read = OutcomeOf([&text, rule] { return ReadStream(text, rule); });
     if (read.refusal) RequireFullRefusal(*read.refusal);
     const bool scorable = read.model && IsScorable(*read.model);
     if (read.model) Display(read.model->Get());
@@ -216,20 +226,22 @@ void TryDocument(const std::string& text) {
 
     const MemoryFile file(text);
     std::optional<SourceDocument> source;
-    RequireSame(read, OutcomeOf([&file, &source] {
+    RequireSame(read, OutcomeOf([&file, &source, rule] {
                     source.emplace(SourceDocument::Read(file.GetPath(), FuzzLimits()));
-                    return LoadedModel::Read(Plugin(), *source);
+                    return LoadedModel::Read(Plugin(), *source, rule);
                 }),
                 "a document is refused for the same reason however it is read");
-    RequireSoundIf(scorable, CheckDocument(Plugin(), file.GetPath(), false, FuzzLimits()));
-    if (scorable) Verify(read.model->Get(), *source);
-    if (source) Adapt(*source);
+    RequireSoundIf(scorable, CheckDocument(Plugin(), file.GetPath(), false, FuzzLimits(), rule));
+    if (scorable) Verify(read.model->Get(), *source, rule);
+    if (source) Adapt(*source, rule);
 }
 
 }  // namespace
 }  // namespace nbscore::fuzz
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    nbscore::fuzz::TryDocument(std::string(reinterpret_cast<const char*>(data), size));
+    const std::string text(reinterpret_cast<const char*>(data), size);
+    nbscore::fuzz::TryDocument(text, nbscore::ScoringRule::Smoothed);
+    nbscore::fuzz::TryDocument(text, nbscore::ScoringRule::Standard);
     return 0;
 }

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <stdexcept>
-#include <type_traits>
+#include <unordered_map>
 #include <utility>
 
 #include "batch/BatchEngine.h"
@@ -249,25 +249,27 @@ StandardBatch::StandardBatch(const ModelTables& model)
       targetPriors(model.targetPriors) {
     for (const ScoreValue* category : model.targetCategories)
         categories.push_back(category->GetString());
+    std::unordered_map<const ScoreDictVar*, const FieldTreatment*> treatments;
+    for (const TreatedFieldTables& field : model.treatedFields)
+        treatments.emplace(field.var, field.treatment);
     for (const PredictorTables& predictor : model.classifiers.front().predictors) {
-        AddInput(*predictor.var, predictor.kind, model);
+        const auto treated = treatments.find(predictor.var);
+        AddInput(*predictor.var, predictor.kind, treated == treatments.end() ? nullptr : treated->second);
         AddPredictor(predictor);
     }
-    for (const TreatedFieldTables& field : model.treatedFields) {
-        const bool isNumeric = field.var->GetStorageType() == ScoreDictVar::NumericStorage;
-        AddInput(*field.var, isNumeric ? PredictorTables::Numbers : PredictorTables::Texts, model);
+    for (const auto& [var, treatment] : model.treatedFields) {
+        const bool isNumeric = var->GetStorageType() == ScoreDictVar::NumericStorage;
+        AddInput(*var, isNumeric ? PredictorTables::Numbers : PredictorTables::Texts, treatment);
     }
 }
 
-void StandardBatch::AddInput(const ScoreDictVar& var, PredictorTables::Kind kind, const ModelTables& model) {
+void StandardBatch::AddInput(const ScoreDictVar& var, PredictorTables::Kind kind, const FieldTreatment* treatment) {
     const auto [entry, isNew] = positionsOfInputs.try_emplace(var.GetName(), inputs.size());
     if (!isNew) return;
     inputs.push_back({entry->first, kind});
     Field& field = fields.emplace_back();
-    const auto treated = std::ranges::find_if(
-        model.treatedFields, [&](const TreatedFieldTables& candidate) { return candidate.var == &var; });
-    if (treated != model.treatedFields.end()) {
-        field.treatment = *treated->treatment;
+    if (treatment != nullptr) {
+        field.treatment = *treatment;
     } else {
         field.derived.reset(var.Clone());
     }

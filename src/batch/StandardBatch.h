@@ -23,8 +23,8 @@
 
 namespace nbscore {
 
-/// Scores by the standard's rule. Values are treated here; then a case is scored by the arithmetic that the model itself
-/// uses (StandardProduct).
+/// Scores by the standard's rule. Values are treated here; then a case is scored by the arithmetic that the model uses
+/// (StandardProduct).
 class StandardBatch : public ColumnScorer {
 public:
     /// @param model of the standard's rule, and scorable from its tables (GetScorableTables).
@@ -65,7 +65,8 @@ private:
     class Encoder;
     class Call;
 
-    void AddInput(const ScoreDictVar& var, PredictorTables::Kind kind, const ModelTables& model);
+    /// @param treatment null for a derived field.
+    void AddInput(const ScoreDictVar& var, PredictorTables::Kind kind, const FieldTreatment* treatment);
     void AddPredictor(const PredictorTables& predictor);
     template <typename Value>
     InputDictionary LookUp(std::size_t input, std::span<const Value> values) const;

@@ -55,8 +55,8 @@ ScoreValue* ChangeablePrediction(const ScoreResult& result);
 /// Gives a result a prediction in the place of the one it has, which is deleted here: SetPrediction forgets it.
 void ReplacePrediction(ScoreResult& result, std::unique_ptr<ScoreValue> prediction);
 
-/// Makes a category a result's prediction, as a number or a text, whichever the target holds. A prediction of that class
-/// is changed in place.
+/// Makes a category a result's prediction, as a number or a text, whichever the target holds. A prediction of that
+/// class is changed in place.
 void SetPredictedValue(ScoreResult& result, const ScoreDictVar& target, const ScoreValue& category);
 
 }  // namespace nbscore

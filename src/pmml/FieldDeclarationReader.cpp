@@ -128,6 +128,9 @@ ValueInterval::Closure ReadClosure(Element interval) {
 
 }  // namespace
 
+FieldFaults::FieldFaults() = default;
+FieldFaults::~FieldFaults() = default;
+
 void FieldFaults::Add(const std::string& field, const Fault& fault) {
     faults.emplace(field, fault);
 }

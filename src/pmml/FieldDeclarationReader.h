@@ -29,6 +29,11 @@ public:
         VeskException refusal;
     };
 
+    FieldFaults();
+    ~FieldFaults();
+    FieldFaults(const FieldFaults&) = delete;
+    FieldFaults& operator=(const FieldFaults&) = delete;
+
     void Add(const std::string& field, const Fault& fault);
     bool IsEmpty() const { return faults.empty(); }
     /// Throws the fault of a field that has one, with its place.

@@ -128,10 +128,10 @@ void StandardModel::ScoreInto(StandardResult& result, const ScoreCaseRecord& rec
 }
 
 bool StandardModel::ComputeProbabilities(StandardResult& result, bool derivedInRecord) const {
-    const ScoreCaseRecord* derived =
-        nbscore::ComputeDerivedValues(*this, !derivedFieldsRead.empty(), &result.treated, derivedInRecord);
-    // The case's own record may bring derived values along.
-    if (derived == nullptr) derived = &result.treated;
+    // Where the case's own record brings derived values along, the treated one hands them on.
+    const ScoreCaseRecord* derived = derivedInRecord ? &result.treated
+                                                     : nbscore::ComputeDerivedValues(*this, !derivedFieldsRead.empty(),
+                                                                                     &result.treated, derivedInRecord);
     classifier.Encode(result.treated, derived, result.encoded, &result.facts.unknown);
     result.facts.usable = static_cast<std::size_t>(result.encoded.usable);
     result.probabilities.resize(target.GetCategories().size());

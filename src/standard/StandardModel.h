@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "framework/BaseModel.h"
-#include "framework/Export.h"
 #include "framework/ModelOutputs.h"
 #include "framework/ModelSelfCheck.h"
 #include "framework/ModelSelfDescription.h"
@@ -41,7 +40,7 @@
 ///
 /// Threads: from the first case on, any number of scoring calls at once. The first one whose record has positions notes
 /// them, once, and others with such records wait for it.
-class NAIVEBAYES_API StandardModel : public BaseModel,
+class StandardModel : public BaseModel,
                                      public ModelSelfCheck,
                                      public ModelSelfDescription,
                                      public ModelSelfTables,
@@ -77,7 +76,7 @@ public:
     void SetTargetCounts(const std::vector<double>& counts);
     /// Appends an input whose values are counted.
     /// @param name what descriptions call it.
-    /// @param var the field that it reads, of the data or derived; borrowed.
+    /// @param var the field that it reads, one of the dictionary's or a derived one; borrowed.
     /// @param counts indexed [code][target category].
     void AddTable(const std::string& name, const ScoreDictVar* var, std::unique_ptr<INBVeskEncoder> encoder,
                   const NBayesInputBase::Matrix& counts);

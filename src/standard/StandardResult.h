@@ -3,7 +3,6 @@
 #include <vector>
 
 #include "framework/CaseFacts.h"
-#include "framework/Export.h"
 #include "framework/ScoreModel.h"
 #include "naivebayes/Classifier.h"
 #include "naivebayes/NaiveBayesClsResult.h"
@@ -12,7 +11,7 @@
 
 /// The result of a classification by the standard's rule. It knows what scoring the case found out, and keeps the
 /// memory that scoring a case takes, for the next one.
-class NAIVEBAYES_API StandardResult : public NaiveBayesClsResult, public ResultFacts {
+class StandardResult : public NaiveBayesClsResult, public ResultFacts {
 public:
     /// @param scoringModel the only one that fills the result; it must outlive it.
     StandardResult(const ScoreModel& scoringModel, const ScoreDictVar* targetVariable);

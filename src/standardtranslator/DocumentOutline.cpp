@@ -201,22 +201,23 @@ private:
     }
 
     void ReadSegment() {
-        bool isTrue = false;
+        bool hasPredicate = false;
         faults.Try([this] { RequireKnownAttributes(outline.segment, {Name::id, Name::weight}); });
         for (const Element child : outline.segment.GetChildren()) {
             if (child.Is(Name::NaiveBayesModel)) {
                 RefuseSet(child);
                 TakeOnly(child, outline.model);
             } else if (child.Is(Name::True)) {
-                isTrue = true;
+                hasPredicate = true;
             } else if (IsModel(child)) {
                 throw OtherModel(child);
             } else if (!child.Is(Name::Extension)) {
                 faults.Try([child] { throw NotUnderstood(child); });
+                hasPredicate = true;  // it is another one, most likely
             }
         }
         if (!outline.model) throw RefusalAt(outline.segment, Refusal::ModelMissing);
-        if (!isTrue) faults.Try([this] { throw RefusalAt(outline.segment, Refusal::PredicateNotTrue); });
+        if (!hasPredicate) faults.Try([this] { throw RefusalAt(outline.segment, Refusal::PredicateNotTrue); });
     }
 
     void ReadModel() {

@@ -22,8 +22,8 @@ std::optional<FieldsOfInputs> FindFieldsOfInputs(const ScoreModel& model) {
     std::set<std::string> derivedInputs;
     for (const ClassifierDescription& classifier : description->Describe().classifiers) {
         for (const InputDescription& input : classifier.inputs) {
-            const bool isDerived = derived != nullptr && derived->GetVar(input.field) != nullptr;
-            (isDerived ? derivedInputs : fields.asTheyAre).insert(input.field);
+            const bool isDerived = derived != nullptr && derived->GetVar(input.GetField()) != nullptr;
+            (isDerived ? derivedInputs : fields.asTheyAre).insert(input.GetField());
         }
     }
     if (derived == nullptr) return fields;

@@ -23,8 +23,9 @@ std::string Fruit(std::string_view piece, std::string_view replacement) {
 
 class CheckAdvice : public testing::Test {
 protected:
-    DocumentCheck Check(const std::string& document, bool adapt = false, const Limits& limits = {}) const {
-        return CheckDocument(plugin, folder.Write("document.pmml", document), adapt, limits);
+    DocumentCheck Check(const std::string& document, bool adapt = false, const Limits& limits = {},
+                        ScoringRule rule = ScoringRule::Smoothed) const {
+        return CheckDocument(plugin, folder.Write("document.pmml", document), adapt, limits, rule);
     }
 
     TemporaryFolder folder;
@@ -35,7 +36,7 @@ TEST_F(CheckAdvice, IsThatOfTheRefusalOrObstacle) {
     std::set<std::string> given;
     const std::string otherRule = ' ' + AdviceToReadBy(ScoringRule::Standard);
     for (const RefusedSample& sample : RefusedSamples()) {
-        const DocumentCheck check = Check(sample.document, sample.adapt, sample.limits);
+        const DocumentCheck check = Check(sample.document, sample.adapt, sample.limits, sample.rule);
         ASSERT_FALSE(check.problems.empty()) << sample.advice;
         EXPECT_THAT(check.problems.front().advice, StartsWith(sample.advice)) << check.problems.front().message;
         std::string advice = check.problems.front().advice;

@@ -48,7 +48,8 @@ void ExpectPlace(const DocumentPlace& place, const std::string& document, const 
 class RefusalPlaces : public testing::Test {
 protected:
     DocumentCheck CheckOf(const RefusedSample& sample) const {
-        return CheckDocument(plugin, folder.Write("document.pmml", sample.document), sample.adapt, sample.limits);
+        return CheckDocument(plugin, folder.Write("document.pmml", sample.document), sample.adapt, sample.limits,
+                             sample.rule);
     }
 
     DocumentProblem ProblemOf(const RefusedSample& sample) const {

@@ -550,7 +550,12 @@ std::vector<RefusedTestCases> MakeTestCases() {
 }  // namespace
 
 const std::vector<RefusedSample>& RefusedSamples() {
-    static const std::vector<RefusedSample> samples = MakeSamples();
+    static const std::vector<RefusedSample> samples = [] {
+        std::vector<RefusedSample> all = MakeSamples();
+        for (RefusedSample& sample : MakeStandardSamples())
+            all.push_back(std::move(sample));
+        return all;
+    }();
     return samples;
 }
 

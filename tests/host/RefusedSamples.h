@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "framework/Limits.h"
+#include "framework/ScoringRule.h"
 
 /// @file
 /// A document for every refusal of the table that a document can meet.
@@ -20,10 +21,13 @@ struct RefusedSample {
     bool adapt = false;
     /// What the document is read under.
     Limits limits = {};
+    ScoringRule rule = ScoringRule::Smoothed;
 };
 
 /// Documents that cannot be read or, as they are read, not be scored.
 const std::vector<RefusedSample>& RefusedSamples();
+/// Those among them that only the standard's rule meets.
+std::vector<RefusedSample> MakeStandardSamples();
 
 struct RefusedTestCases {
     std::string document;

@@ -58,22 +58,35 @@ StandardDocument WithDensities(const std::string& apple, const std::string& pear
 const std::string extremeCases =
     "weight\n0\n1\n-1\n1e308\n-1e308\n1.7976931348623157e308\n1e-308\n5e-324\n9007199254740993\n0.5\n\n";
 
-TEST_F(HostileStandard, GivesProbabilities_WhenDensitiesAreExtreme) {
-    const std::vector<std::string> numbers = {"1e308", "1.7976931348623157e308", "1e-308", "5e-324", "1", "0"};
-    for (const std::string& threshold : {"0", "5e-324", "0.001"}) {
-        for (const std::string& mean : {"0", "1e308", "-1e308", "5e-324"}) {
-            for (const std::string& variance : numbers) {
-                SCOPED_TRACE(threshold + " " + mean + " " + variance);
-                StandardDocument document = WithDensities(Gaussian(mean, variance), Gaussian("1", "1"));
-                document.threshold = threshold;
-                ExpectProbabilities(document.Text(), extremeCases);
-            }
+/// Each mean with each variance, as the density of a target category of its own.
+StandardDocument WithExtremeDensities(const std::string& threshold) {
+    StandardDocument document;
+    std::string values;
+    std::string statistics;
+    document.threshold = threshold;
+    document.targetCounts.clear();
+    for (const std::string mean : {"0", "1", "1e308", "-1e308", "5e-324"}) {
+        for (const std::string variance : {"1e308", "1.7976931348623157e308", "1e-308", "5e-324", "1", "0"}) {
+            const std::string category = mean + " " + variance;
+            values += ValueElement(category);
+            statistics += TargetValueStat(category, Gaussian(mean, variance));
+            document.targetCounts += TargetValueCount(category, "1");
         }
+    }
+    document.target = DataField("fruit", FieldType::Texts, values);
+    document.inputs = DensityInput("weight", statistics);
+    return document;
+}
+
+TEST_F(HostileStandard, GivesProbabilities_WhenDensitiesAreExtreme) {
+    for (const std::string threshold : {"0", "5e-324", "0.001", "1e308"}) {
+        SCOPED_TRACE(threshold);
+        ExpectProbabilities(WithExtremeDensities(threshold).Text(), extremeCases);
     }
 }
 
 TEST_F(HostileStandard, GivesProbabilities_WhenRatesAndBoundsAreExtreme) {
-    for (const std::string& mean : {"1e308", "5e-324", "1e15", "0"}) {
+    for (const std::string mean : {"1e308", "5e-324", "1e15", "0"}) {
         SCOPED_TRACE(mean);
         ExpectProbabilities(WithDensities(Poisson(mean), Poisson("3")).Text(), extremeCases);
     }
@@ -84,7 +97,7 @@ TEST_F(HostileStandard, GivesProbabilities_WhenRatesAndBoundsAreExtreme) {
 }
 
 TEST_F(HostileStandard, GivesProbabilities_WhenCountsAreExtreme) {
-    for (const std::string& count : {"1e308", "1.7976931348623157e308", "5e-324"}) {
+    for (const std::string count : {"1e308", "1.7976931348623157e308", "5e-324"}) {
         SCOPED_TRACE(count);
         StandardDocument document;
         document.targetCounts = TargetValueCount("apple", count) + TargetValueCount("pear", "1e308");
@@ -95,7 +108,7 @@ TEST_F(HostileStandard, GivesProbabilities_WhenCountsAreExtreme) {
 }
 
 TEST_F(HostileStandard, IsRefused_WhenANumberIsNone) {
-    for (const std::string& number : {"NaN", "INF", "-INF", "inf", "1e999", "0x10", "1,5", ""}) {
+    for (const std::string number : {"INF", "-INF", "1e999", "0x10", "1,5", ""}) {
         SCOPED_TRACE(number);
         ExpectRefusal(WithDensities(Gaussian(number, "1"), Gaussian("1", "1")).Text(), "error 9");
         ExpectRefusal(WithDensities(Gaussian("1", number), Gaussian("1", "1")).Text(), "error 9");
@@ -118,12 +131,12 @@ TEST_F(HostileStandard, GivesProbabilities_WhenTenThousandFieldsAreTreated) {
     ExpectProbabilities(document.Text(), "weight,x1,x9999\n170,1,2\n,,9\n170,-1e308,\n");
 }
 
-TEST_F(HostileStandard, GivesProbabilities_WhenThereAreAHundredThousandCategories) {
+TEST_F(HostileStandard, GivesProbabilities_WhenManyCategoriesShareOneHash) {
     StandardDocument document;
     std::string values;
     std::string statistics;
     document.targetCounts.clear();
-    for (const std::string& category : CollidingTexts(100'000)) {
+    for (const std::string& category : CollidingTexts(60'000)) {
         values += ValueElement(category);
         statistics += TargetValueStat(category, Gaussian("1", "2"));
         document.targetCounts += TargetValueCount(category, "1");
@@ -138,9 +151,10 @@ TEST_F(HostileStandard, GivesProbabilities_WhenValuesShareOneHash) {
     document.dataFields += DataField("colour", FieldType::Texts);
     document.miningFields += MiningField("colour");
     const std::string counts = TargetValueCounts(document.targetCounts);
-    document.inputs += BayesInput(
-        "colour", Each(CollidingTexts(60'000), [&](const std::string& text) { return PairCounts(text, counts); }));
-    ExpectProbabilities(document.Text(), "weight,colour\n170," + CollidingTexts(60'000).back() + "\n170,none\n");
+    const std::vector<std::string> texts = CollidingTexts(60'000);
+    document.inputs +=
+        BayesInput("colour", Each(texts, [&](const std::string& text) { return PairCounts(text, counts); }));
+    ExpectProbabilities(document.Text(), "weight,colour\n170," + texts.back() + "\n170,none\n");
 }
 
 TEST_F(HostileStandard, GivesItsOutput_WhenTenThousandOutputsReadOneAnother) {

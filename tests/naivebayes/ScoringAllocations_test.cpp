@@ -6,6 +6,7 @@
 
 #include "ModelParts.h"
 #include "ScoredCase.h"
+#include "standard/StandardParts.h"
 
 namespace {
 
@@ -85,6 +86,29 @@ TEST(ScoringAllocations, DoNotGrowWithTheNumberOfCategories_WhenAResultIsUsedAga
     const long used = allocations - before;
     const std::unique_ptr<ScoreResult> owned(result);
     EXPECT_LE(used, 2);
+}
+
+/// The result keeps the memory that a case takes.
+TEST(ScoringAllocations, AreTheTreatedTextAlone_ByTheStandardsRule_WhenAResultIsUsedAgain) {
+    const auto model = nbscore::test::MakeStandardModel(
+        0.01, TextVariable("target", {longYes, longNo}), {5, 4},
+        {nbscore::test::Texts("x", {longCategory, "b"}, {{1, 2}, {3, 1}}),
+         nbscore::test::Densities("y", {nbscore::test::GaussianOf(0, 1), nbscore::test::GaussianOf(1, 2)}),
+         nbscore::test::Numbers("z", {1, 2}, {{1, 2}, {3, 1}})});
+    BaseCaseRecord record({"x", "y", "z"});
+    record.SetText(0, longCategory);
+    record.SetNumber(1, 0.5);
+    ScoreResult* result = nullptr;
+    model->GetScore(&record, result, false);
+    record.SetNumber(2, 2.0);
+    model->GetScore(&record, result, false);
+
+    const long before = allocations;
+    model->GetScore(&record, result, false);
+    const long used = allocations - before;
+    const std::unique_ptr<ScoreResult> owned(result);
+    // The text as an expression sees it, once.
+    EXPECT_LE(used, 1);
 }
 
 }  // namespace

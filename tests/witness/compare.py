@@ -50,8 +50,19 @@ def is_tied(answer):
     return len(top) == 2 and top[1] - top[0] <= top[1] * Decimal("1e-11")
 
 
+def differs(kind, expected, cell, relative):
+    """@param kind the feature of an output, none for the usual columns."""
+    if kind == "warning":
+        return (cell == "") != (expected is None)
+    if kind == "residual" and expected is not None and cell:
+        # A difference of numbers of the size of 1 has their errors, however small it is.
+        return abs(float(expected) - float(cell)) > relative
+    return cell_differs(expected, cell, relative)
+
+
 def differences(model, cases, table, usual, relative):
     names = model.usual_columns() if usual else model.columns()
+    kinds = [None] * len(names) if usual else [field.get("feature") for field in model.outputs]
     if not table or table[0] != names:
         return [f"columns {table[:1]} instead of {names}"]
     if len(table) != len(cases) + 1:
@@ -61,11 +72,8 @@ def differences(model, cases, table, usual, relative):
         answer, expected = model.usual_cells(case) if usual else model.cells(case)
         if is_tied(answer):
             continue
-        for name, wanted, cell in zip(names, expected, cells):
-            is_warning = not usual and any(f.get("name") == name and f.get("feature") == "warning"
-                                           for f in model.outputs)
-            differs = (cell == "") != (wanted is None) if is_warning else cell_differs(wanted, cell, relative)
-            if differs:
+        for name, kind, wanted, cell in zip(names, kinds, expected, cells):
+            if differs(kind, wanted, cell, relative):
                 found.append(f"case {number + 1} ({answer.outcome} {answer.field or ''}), {name}: {cell!r} instead of "
                              f"{wanted!r}; {case}")
     return found

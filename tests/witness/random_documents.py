@@ -141,6 +141,8 @@ class Drawn:
             if kind == "Uniform":
                 low = self.number(-5, 5)
                 return E("UniformDistribution", {"lower": low, "upper": low + self.random.choice([0.5, 4, 20])})
+            if self.chance(0.03):
+                return gaussian("NaN", "NaN")
             variance = self.random.choice([0, 0.01, 0.5, 1, 4, self.random.uniform(0.1, 30)])
             return gaussian(self.number(-3, 12), variance, kind + "Distribution")
         return [None if self.chance(0.05) else draw() for _ in self.categories]

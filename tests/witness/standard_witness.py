@@ -29,11 +29,13 @@ def exactly(text):
 
 
 class Density:
-    """The density of one target category; none where the category has no statistics."""
+    """The density of one target category. A category has none without an element, nor where its figures are NaN: so R
+    writes those of a category that never occurred."""
 
     def __init__(self, element=None):
-        self.kind = None if element is None else local(element)
-        self.figures = {} if element is None else {name: exactly(text) for name, text in element.items()}
+        unknown = element is None or any(float(text) != float(text) for _, text in element.items())
+        self.kind = None if unknown else local(element)
+        self.figures = {} if unknown else {name: exactly(text) for name, text in element.items()}
 
     def at(self, x):
         """None where the input says nothing of the value at all."""
@@ -92,6 +94,18 @@ class Statistics:
         return [max(density, self.threshold) for density in densities]
 
 
+def data_fields_read(inputs, derived):
+    """Names of the data fields that inputs read, themselves or by derived fields, each once."""
+    found, left = [], [e.get("field") or e.get("fieldName") for input_ in inputs for e in input_.iter()]
+    while left:
+        name = left.pop()
+        if name in derived:
+            left += [e.get("field") for e in derived[name].expression.iter()]
+        elif name is not None and name not in found:
+            found.append(name)
+    return found
+
+
 class Answer:
     def __init__(self, outcome, field=None, probabilities=None):
         self.outcome, self.field, self.probabilities = outcome, field, probabilities
@@ -121,7 +135,7 @@ class Model:
         self.functions = {f.get("name"): f for t in transformations for f in children(t, "DefineFunction")}
         derived = {f.get("name"): DerivedField(f) for t in transformations for f in children(t, "DerivedField")}
         inputs = [e for e in within(element, "BayesInput") if not is_place_holder(e)]
-        self.read_schema(child(element, "MiningSchema"), [e.get("fieldName") for e in inputs])
+        self.read_schema(child(element, "MiningSchema"), data_fields_read(inputs, derived))
         self.fields.update(derived)
         output = within(element, "BayesOutput")[0]
         self.target = self.fields[self.target_name or output.get("fieldName")]
@@ -133,7 +147,7 @@ class Model:
         self.read_targets([t for part in around for t in children(part, "Targets")])
         self.outputs = [f for part in around for o in children(part, "Output") for f in children(o, "OutputField")]
 
-    def read_schema(self, schema, read_by_inputs):
+    def read_schema(self, schema, fields_read):
         self.target_name, self.treatments = None, []
         for mining_field in children(schema, "MiningField"):
             usage, field = mining_field.get("usageType", "active"), self.fields[mining_field.get("name")]
@@ -142,7 +156,7 @@ class Model:
             elif usage == "active" and field.name != PLACE_HOLDER:
                 self.treatments.append(Treatment(field, mining_field))
         listed = [mining_field.get("name") for mining_field in children(schema, "MiningField")]
-        unlisted = [name for name in read_by_inputs if name in self.fields and name not in listed]
+        unlisted = [name for name in fields_read if name not in listed]
         self.treatments += [Treatment(self.fields[name], {}) for name in unlisted]
 
     def counts(self, entries):

@@ -140,5 +140,38 @@ class WitnessTest(unittest.TestCase):
                          [float(cell) if isinstance(cell, Decimal) else cell for cell in cells])
 
 
+PAGE = pathlib.Path(__file__).resolve().parents[2] / "docs" / "standard.md"
+
+
+class StandardPageTest(unittest.TestCase):
+    """The example that docs/standard.md computes by both rules, whose commands another test runs."""
+
+    def rows(self):
+        """The cells of the table's rows by the row's name: wanted and spam, smoothed and then standard."""
+        lines = PAGE.read_text(encoding="utf-8").split("| | smoothed: wanted")[1].split("\n\n")[0].splitlines()[2:]
+        return {name.strip(): [cell.strip() for cell in cells] for _, name, *cells, _ in (
+            line.split("|") for line in lines)}
+
+    def test_products_and_probabilities_follow_from_the_factors(self):
+        rows = self.rows()
+        probabilities = [float(cell) for cell in rows.pop("probability")]
+        products = [float(cell) for cell in rows.pop("product")]
+        self.assertEqual(3, len(rows))
+        exact = []
+        for column, product in enumerate(products):
+            fractions = [cells[column].split("/") for cells in rows.values()]
+            exact.append(math.prod(float(f[0]) / (float(f[1]) if f[1:] else 1) for f in fractions))
+            self.assertAlmostEqual(exact[-1], product, delta=5.1e-8)
+        for column, probability in enumerate(probabilities):
+            first = column // 2 * 2
+            self.assertAlmostEqual(exact[column] / sum(exact[first:first + 2]), probability, delta=5.1e-5)
+
+    def test_the_table_shows_what_the_document_counts(self):
+        model = Model(PAGE.parents[1] / "examples" / "mail" / "mail.pmml")
+        answer = model.answer({"sender": "known", "prize": "yes"})
+        for shown, probability in zip(self.rows()["probability"][2:], answer.probabilities):
+            self.assertAlmostEqual(float(shown), float(probability), delta=5.1e-5)
+
+
 if __name__ == "__main__":
     unittest.main()
