@@ -83,8 +83,8 @@ ExitStatus CheckCommand::Run(Console& console) {
     if (format == Format::Json) console.results.Write(WriteChecksAsJson(checks));
     console.results.Commit();
     if (!std::ranges::all_of(checks, &DocumentCheck::IsReadable)) return ExitStatus::InputOutputFailed;
-    const bool allSound = std::ranges::all_of(checks, &DocumentCheck::IsSound);
-    return allSound ? ExitStatus::Fine : ExitStatus::DocumentRefused;
+    const bool canBeScored = std::ranges::all_of(checks, &DocumentCheck::CanBeScored);
+    return canBeScored ? ExitStatus::Fine : ExitStatus::DocumentRefused;
 }
 
 }  // namespace

@@ -244,6 +244,7 @@ ExitStatus ScoreCommand::Run(Console& console) {
     RequireSensibleOptions();
     options.output.columns = columns.value_or(ResultColumns::Output);
     const TimeLimit timeLimit(model.GetReading().GetMaxTime());
+    if (options.output.format == ScoreFormat::JsonLines) model.HushPlugin();
     LoadedModel loaded = model.ReadScorable(model.Parse(console, quiet), console, quiet);
     CheckAgainstModel(loaded.Get(), console);
 
