@@ -67,6 +67,7 @@ private:
                     break;
                 case Name::NaiveBayes:
                     if (parent == outline.root) {
+                        RequireBareWrapper(child);
                         ReadRoot(child);
                         break;
                     }
@@ -77,14 +78,19 @@ private:
         }
     }
 
+    /// What it says of itself, it says of the model in it.
+    void RequireBareWrapper(Element wrapper) {
+        faults.Try([wrapper] {
+            RequireKnownAttributes(wrapper, {Name::modelName, Name::functionName, Name::algorithmName});
+        });
+    }
+
     bool TakeOnly(Element part, Element& place) {
         if (!place) {
             place = part;
             return true;
         }
-        faults.Try([part] {
-            throw RefusalAt(part, Refusal::ChildTwice, {part.GetSpelling(), part.GetParent().GetSpelling()});
-        });
+        faults.Try([part] { throw ThereTwice(part); });
         return false;
     }
 
@@ -133,8 +139,7 @@ private:
             WordAttribute(model, Name::functionName, functions);
         });
         faults.Try([model] {
-            static constexpr std::string_view truths[] = {"true", "1", "false", "0"};
-            if (WordAttribute(model, Name::isScorable, truths) >= 2) {
+            if (!FlagAttribute(model, Name::isScorable).value_or(true)) {
                 throw RefusalAt(model, Refusal::NotScorable, {model.GetTag()});
             }
         });
@@ -242,8 +247,10 @@ private:
             if (child.Is(Name::BayesOutput)) {
                 TakeOnly(child, outline.bayesOutput);
             } else if (child.Is(Name::BayesInputs)) {
+                faults.Try([child] { RequireKnownAttributes(child, {}); });
                 if (TakeOnly(child, bayesInputs)) ReadInputs(child);
             } else if (child.Is(Name::NaiveBayes) && parent == outline.model) {
+                RequireBareWrapper(child);
                 ReadPartsOfModel(child);
             } else if (!TakeCommonPart(child)) {
                 faults.Try([child] { throw NotUnderstood(child); });
