@@ -186,7 +186,7 @@ void Display(const ScoreModel& model) {
 }
 
 void RequireSoundIf(bool scorable, const DocumentCheck& check) {
-    Require(check.IsSound() == scorable, "a check finds a document sound when it can be scored");
+    Require(check.CanBeScored() == scorable, "a check finds that a document can be scored when it can");
     Require(check.IsReadable(), "a check can read what is there");
     Require(!WriteCheckAsText(check).empty() && !WriteChecksAsJson({check}).empty(), "a check has reports");
 }

@@ -81,6 +81,7 @@ private:
         AddText("document", check.document);
         AddText("rule", NameRule(check.rule));
         AddTruth("sound", check.IsSound());
+        AddTruth("can_be_scored", check.CanBeScored());
         AddTextOrNull("kind", check.modelType.has_value(), check.modelType ? NameModelKind(*check.modelType) : "");
         AddTextOrNull("application_version", check.applicationVersion.has_value(),
                       check.applicationVersion.value_or(""));
@@ -98,6 +99,7 @@ private:
         json.BeginObject();
         AddText("rule", NameRule(check.rule));
         AddTruth("sound", check.IsSound());
+        AddTruth("can_be_scored", check.CanBeScored());
         AddList("problems", check.problems, &Report::AddProblem);
         json.EndObject();
     }
@@ -168,6 +170,7 @@ private:
         json.AddName("column");
         place.line == 0 ? json.AddNull() : json.AddCount(place.column);
         AddTextOrNull("path", !place.elementPath.empty(), place.elementPath);
+        AddTextOrNull("start_tag", !place.startTag.empty(), place.startTag);
     }
 
     JsonWriter json;

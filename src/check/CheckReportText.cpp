@@ -42,13 +42,12 @@ std::string DescribeInput(const InputDescription& input) {
     if (input.kind == InputDescription::Densities) return QuoteForMessage(input.name) + " (densities)";
     return QuoteForMessage(input.name) + " (" +
            CountedNoun(input.categories, input.kind == InputDescription::Bins ? "bin" : "value") + ", count " +
-           FormatNumber(input.total) + ")";
+           FormatCount(input.total) + ")";
 }
 
 std::string DescribeClassifier(const ClassifierDescription& classifier) {
-    const auto number = [](double count) { return FormatNumber(count); };
     std::string text = "threshold " + FormatNumber(classifier.threshold) + "; target counts " +
-                       List(classifier.targetCounts, number) + "; ";
+                       List(classifier.targetCounts, FormatCount) + "; ";
     text += classifier.inputs.empty() ? "no inputs" : "inputs " + List(classifier.inputs, DescribeInput);
     if (!MCMV::IsMissing(classifier.assessmentMean)) text += "; mean " + FormatNumber(classifier.assessmentMean);
     if (!MCMV::IsMissing(classifier.assessmentStdDev)) {
@@ -88,8 +87,13 @@ std::string NameSeverity(const DocumentProblem& problem) {
 std::string DescribeState(const DocumentCheck& check) {
     // What is usual is not said.
     const std::string rule = check.rule == ScoringRule::Standard ? " by the standard's rule" : "";
-    if (!check.IsSound()) return (check.modelType ? ", cannot be scored" : "") + rule + '\n';
-    return (check.HasWarnings() ? ", sound but for a warning" : ", sound") + rule + '\n';
+    if (!check.CanBeScored()) return (check.modelType ? ", cannot be scored" : "") + rule + '\n';
+    return (check.IsSound() ? ", sound" : ", can be scored, but see the warnings") + rule + '\n';
+}
+
+std::string DescribeState(const OtherRuleCheck& check) {
+    if (!check.CanBeScored()) return "cannot be scored\n";
+    return check.IsSound() ? "sound\n" : "can be scored, but see the warnings\n";
 }
 
 std::string DescribeProblem(const std::string& document, const DocumentProblem& problem) {
@@ -97,6 +101,9 @@ std::string DescribeProblem(const std::string& document, const DocumentProblem& 
     text += NameSeverity(problem);
     text += ": " + problem.message + '\n';
     if (!problem.place.elementPath.empty()) text += "  at " + problem.place.elementPath + '\n';
+    if (!problem.place.startTag.empty() && problem.severity == DocumentProblem::Error) {
+        text += "  it reads " + problem.place.startTag + '\n';
+    }
     return text + "  do: " + problem.advice + '\n';
 }
 
@@ -104,7 +111,7 @@ std::string DescribeProblem(const std::string& document, const DocumentProblem& 
 std::string DescribeOtherRule(const DocumentCheck& check) {
     const OtherRuleCheck& other = *check.otherRule;
     std::string text = check.document + ": by the " + NameRule(other.rule) + " rule (--rule " + NameRule(other.rule) +
-                       "): " + (other.IsSound() ? "sound\n" : "cannot be scored\n");
+                       "): " + DescribeState(other);
     for (const DocumentProblem& problem : other.problems) {
         const bool isTold = std::ranges::any_of(check.problems, [&problem](const DocumentProblem& told) {
             return told.severity == problem.severity && told.message == problem.message &&

@@ -87,7 +87,7 @@ private:
     }
 
     void LookAt(const InputDescription& input, const ClassifierDescription& classifier) {
-        usedFields.insert(input.field);
+        usedFields.insert(input.GetField());
         if (input.kind == InputDescription::Densities) return;
         const std::string named = "The input " + QuoteForMessage(input.name) + Of(classifier);
         if (input.countedCategories == 0) {

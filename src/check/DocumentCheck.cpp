@@ -151,9 +151,11 @@ void AdviseWayOut(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, cons
     std::string& advice = check.problems.front().advice;
     const std::string toAdapt = adapt ? std::string() : AdviceToAdapt(plugin, check, limits);
     if (!toAdapt.empty()) advice = toAdapt;
-    if (check.HasWarnings()) advice += " That alone does not make its answers right: see the warning below.";
-    if (advice == adaptingSuffices || !check.otherRule || !check.otherRule->IsSound()) return;
-    advice += ' ' + AdviceToReadBy(check.otherRule->rule);
+    const bool isOtherSound = check.otherRule && check.otherRule->IsSound();
+    const std::string option = std::string("--rule ") + NameRule(OtherThan(check.rule));
+    if (isOtherSound && advice.find(option) != std::string::npos) return;
+    if (check.HasWarnings()) advice += " That alone does not make its answers right: see the warnings below.";
+    if (isOtherSound && advice != adaptingSuffices) advice += ' ' + AdviceToReadBy(check.otherRule->rule);
 }
 
 void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limits& limits, DocumentCheck& check) {
@@ -166,7 +168,7 @@ void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limit
     } catch (const VeskException& refusal) {
         check.problems = {ErrorOf(refusal)};
     }
-    if (!check.IsSound()) AdviseWayOut(plugin, adapt, limits, check);
+    if (!check.CanBeScored()) AdviseWayOut(plugin, adapt, limits, check);
 }
 
 /// Of a document whose description takes more memory than there is.
@@ -179,24 +181,30 @@ DocumentCheck CheckForMemory(const std::filesystem::path& document) {
     return check;
 }
 
-bool HaveNoError(const std::vector<DocumentProblem>& problems) {
-    return std::ranges::none_of(
-        problems, [](const DocumentProblem& problem) { return problem.severity == DocumentProblem::Error; });
+bool HaveA(DocumentProblem::Severity severity, const std::vector<DocumentProblem>& problems) {
+    return std::ranges::find(problems, severity, &DocumentProblem::severity) != problems.end();
 }
 
 }  // namespace
 
-bool OtherRuleCheck::IsSound() const {
-    return HaveNoError(problems);
+bool OtherRuleCheck::CanBeScored() const {
+    return !HaveA(DocumentProblem::Error, problems);
 }
 
-bool DocumentCheck::IsSound() const {
-    return HaveNoError(problems);
+bool OtherRuleCheck::IsSound() const {
+    return CanBeScored() && !HaveA(DocumentProblem::Warning, problems);
+}
+
+bool DocumentCheck::CanBeScored() const {
+    return !HaveA(DocumentProblem::Error, problems);
 }
 
 bool DocumentCheck::HasWarnings() const {
-    return std::ranges::any_of(
-        problems, [](const DocumentProblem& problem) { return problem.severity == DocumentProblem::Warning; });
+    return HaveA(DocumentProblem::Warning, problems);
+}
+
+bool DocumentCheck::IsSound() const {
+    return CanBeScored() && !HasWarnings();
 }
 
 bool DocumentCheck::IsReadable() const {
@@ -215,6 +223,22 @@ DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const 
     } catch (const std::bad_alloc&) {
         return CheckForMemory(document);
     }
+}
+
+std::string AdviseOnRefusal(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source, bool isAdapted,
+                            const Limits& limits, ScoringRule rule, const VeskException& refusal) {
+    DocumentCheck check;
+    check.document = source.GetName();
+    check.rule = rule;
+    check.problems = {ErrorOf(refusal)};
+    try {
+        check.otherRule = CheckByOtherRule(plugin, source, rule);
+        AdviseWayOut(plugin, isAdapted, limits, check);
+    } catch (const VeskException&) {
+        // Memory ran out: what is known suffices.
+    } catch (const std::bad_alloc&) {
+    }
+    return check.problems.front().advice;
 }
 
 }  // namespace nbscore

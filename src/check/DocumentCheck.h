@@ -12,7 +12,9 @@
 #include "framework/ModelDescription.h"
 #include "framework/ScoreModel.h"
 #include "framework/ScoringRule.h"
+#include "framework/VeskException.h"
 #include "host/PluginLibrary.h"
+#include "host/SourceDocument.h"
 
 namespace nbscore {
 
@@ -60,6 +62,8 @@ struct OtherRuleCheck {
     std::vector<DocumentProblem> problems;
 
     /// Whether the document can be scored by this rule: there is no error.
+    bool CanBeScored() const;
+    /// Whether there is no warning either.
     bool IsSound() const;
 };
 
@@ -82,8 +86,10 @@ struct DocumentCheck {
     std::optional<OtherRuleCheck> otherRule;
 
     /// Whether there is no error.
-    bool IsSound() const;
+    bool CanBeScored() const;
     bool HasWarnings() const;
+    /// Whether there is neither.
+    bool IsSound() const;
     /// Whether the file could be read at all.
     bool IsReadable() const;
 };
@@ -97,6 +103,12 @@ struct DocumentCheck {
 ///     InputOutputError where the plug-in lacks it.
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
                             bool adapt, const Limits& limits = {}, ScoringRule rule = ScoringRule::Smoothed);
+
+/// What to do about the refusal of a document, as a check says it: whether the other rule, or adapting the document, is
+/// a way out. Reads the document once or twice more.
+/// @param isAdapted whether it was adapted before it was refused.
+std::string AdviseOnRefusal(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source, bool isAdapted,
+                            const Limits& limits, ScoringRule rule, const VeskException& refusal);
 
 /// A check as text for people: what the document holds, then what is wrong, each with what to do about it.
 std::string WriteCheckAsText(const DocumentCheck& check);

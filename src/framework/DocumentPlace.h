@@ -15,6 +15,10 @@ struct DocumentPlace {
     /// Path of the element, such as "/PMML/NaiveBayesModel[1]/BayesInputs[1]/BayesInput[3]"; positions count
     /// siblings of the same name from 1. Empty when no element is known.
     std::string elementPath;
+    /// The element's start tag as it is spelt, cut where it is long, with the BayesInput that the element is in:
+    /// `<PairCounts value="red"> of <BayesInput fieldName="colour">`. Empty where the element's path is, and in a host's
+    /// own DOM.
+    std::string startTag = {};
 };
 
 }  // namespace nbscore

@@ -15,14 +15,17 @@ struct InputDescription {
     enum Kind { Texts, Numbers, Bins, Densities };
 
     std::string name;
-    /// The field that it reads: that of its name, or a derived one that was made for this input alone.
-    std::string field;
+    /// The field that it reads, where that is not the one of its name but a derived one, made for this input alone.
+    std::string madeField;
     Kind kind = Texts;
     /// How many categories or bins it has, and how many of them were ever counted.
     std::size_t categories = 0;
     std::size_t countedCategories = 0;
     /// All its counts together.
     double total = 0.0;
+
+    /// The field that it reads.
+    const std::string& GetField() const { return madeField.empty() ? name : madeField; }
 };
 
 /// One classifier: a single model, or one of a set's sub-models.

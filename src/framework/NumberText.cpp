@@ -114,6 +114,14 @@ std::string FormatNumber(double number) {
     return text;
 }
 
+std::string FormatCount(double count) {
+    constexpr int digitsBehindTheFirst = 14;
+    std::array<char, 32> buffer{};
+    const auto rounded = std::to_chars(buffer.data(), buffer.data() + buffer.size(), count,
+                                       std::chars_format::scientific, digitsBehindTheFirst);
+    return FormatNumber(ReadNumber({buffer.data(), rounded.ptr}).value_or(count));
+}
+
 void AppendNumber(std::string& text, double number) {
     if (std::isnan(number)) {
         // A NaN's sign means nothing; written, it would make equal results look different.

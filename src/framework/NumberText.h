@@ -24,7 +24,11 @@ SCOREFRAMEWORK_API std::optional<int> ReadInt(std::string_view text);
 /// scientific with at least two exponent digits ("0", "0.5", "100000", "1e+22", "1e-07"). "nan", "inf", "-inf".
 SCOREFRAMEWORK_API std::string FormatNumber(double number);
 
-/// The same, appended to a text that the caller keeps.
+/// The same with at most 15 significant digits, for counts that people read: sums of parts of cases differ from the
+/// number that is meant in the last of a double's digits.
+SCOREFRAMEWORK_API std::string FormatCount(double count);
+
+/// As FormatNumber, appended to a text that the caller keeps.
 SCOREFRAMEWORK_API void AppendNumber(std::string& text, double number);
 
 /// Truncated toward zero and held at the limits of 32 bits; 0 for a NaN. A plain conversion is undefined there.

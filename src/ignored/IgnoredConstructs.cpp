@@ -24,7 +24,12 @@ std::vector<IgnoredConstruct> IgnoredLog::Finish() const {
     for (const Entry& entry : entries) {
         std::string message = entry.subject + ' ' + entry.kind->effect;
         if (entry.count > 1) message += " So it is in " + CountedNoun(entry.count - 1, "more place") + '.';
-        constructs.push_back({entry.first.GetPlace(), std::move(message), entry.kind->advice, entry.kind->isWarning});
+        std::string advice = entry.kind->advice;
+        if (entry.kind->weight == IgnoredKind::HeededByStandard && hasStandardRule) {
+            advice += " Or score the document with --rule standard, which heeds this.";
+        }
+        constructs.push_back(
+            {entry.first.GetPlace(), std::move(message), std::move(advice), entry.kind->weight != IgnoredKind::Remark});
     }
     std::ranges::stable_sort(constructs, {}, [](const IgnoredConstruct& construct) {
         return std::tuple(construct.place.line, construct.place.column);
@@ -36,34 +41,25 @@ std::string QuotedAttribute(Element element, Name name) {
     return '"' + ExcerptOf(element.GetAttributeOr(name, {})) + '"';
 }
 
-namespace {
-
-void NoteWarnings(Element root, const ModelsRead& models, IgnoredLog& log) {
-    for (const Element model : models.elements)
-        NoteIgnoredInputs(model, log);
-    NoteCountsOfNoNumber(root, models, log);
-}
-
-}  // namespace
-
 std::vector<IgnoredConstruct> FindIgnoredConstructs(const DocumentTree& document) {
     const Element root = document.GetRoot();
-    IgnoredLog log;
     const ModelsRead models = FindModelsRead(root);
+    IgnoredLog log(models.selfLearning);
     NoteIgnoredFieldRules(root, models, log);
     NoteIgnoredModels(root, models, log);
     for (const Element model : models.elements) {
         NoteIgnoredModelParts(model, log);
         NoteIgnoredBinning(model, log);
+        NoteIgnoredInputs(model, log);
     }
-    NoteWarnings(root, models, log);
+    NoteCountsOfNoNumber(root, models, log);
     return log.Finish();
 }
 
 std::vector<IgnoredConstruct> FindWarnings(const DocumentTree& document) {
-    IgnoredLog log;
-    NoteWarnings(document.GetRoot(), FindModelsRead(document.GetRoot()), log);
-    return log.Finish();
+    std::vector<IgnoredConstruct> constructs = FindIgnoredConstructs(document);
+    std::erase_if(constructs, [](const IgnoredConstruct& construct) { return !construct.isWarning; });
+    return constructs;
 }
 
 }  // namespace nbscore

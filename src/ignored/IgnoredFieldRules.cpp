@@ -12,30 +12,36 @@ namespace {
 
 constexpr IgnoredKind fieldCount{"is not the number of its fields: one may be missing, or one too many.",
                                  "Compare the document with its source, and mend the number."};
-constexpr IgnoredKind secondDictionary{"is not read: the first one counts.", "Let one hold everything."};
-constexpr IgnoredKind secondDeclaration{"is not read: the first one counts.", "Declare each field once."};
+constexpr IgnoredKind secondDictionary{"is not read: the first one counts.", "Let one hold everything.",
+                                       IgnoredKind::Warning};
+constexpr IgnoredKind secondDeclaration{"is not read: the first one counts.", "Declare each field once.",
+                                        IgnoredKind::Warning};
 constexpr IgnoredKind valueOfNoNumber{
     "is no number and is not read: no input uses the field.",
     "Give it the property missing, or the field the dataType string, before an input uses the field."};
 constexpr IgnoredKind declaredValidity{
     "does not bound what is scored: a case with a value that it makes invalid gets an answer all the same.",
-    "Take such cases out of the table, if they should get no answer."};
+    "Take such cases out of the table, if they should get no answer.", IgnoredKind::HeededByStandard};
 constexpr IgnoredKind missingReplacement{"is not used: a missing value stays missing.",
-                                         "Replace missing values in the table before scoring."};
+                                         "Replace missing values in the table before scoring.",
+                                         IgnoredKind::HeededByStandard};
 constexpr IgnoredKind missingRefused{"is not used: a case without the value gets an answer all the same.",
-                                     "Take such cases out of the table, if they should get no answer."};
+                                     "Take such cases out of the table, if they should get no answer.",
+                                     IgnoredKind::HeededByStandard};
 constexpr IgnoredKind invalidRefused{
     "is not used: a case with a value that the field does not declare gets an answer all the same.",
-    "Take such cases out of the table, if they should get no answer."};
+    "Take such cases out of the table, if they should get no answer.", IgnoredKind::HeededByStandard};
 constexpr IgnoredKind invalidReplacement{"is not used: a value that the field does not declare stays as it is.",
-                                         "Replace or empty such cells in the table before scoring."};
+                                         "Replace or empty such cells in the table before scoring.",
+                                         IgnoredKind::HeededByStandard};
 constexpr IgnoredKind invalidReplacedAsMissing{
     "is not used, nor is missingValueReplacement for a value that the field does not declare: it stays as it is.",
-    "Write the missingValueReplacement into such cells in the table before scoring."};
+    "Write the missingValueReplacement into such cells in the table before scoring.", IgnoredKind::HeededByStandard};
 constexpr IgnoredKind outlierRule{"is not used: numbers beyond lowValue and highValue stay as they are.",
-                                  "Cap or empty such cells in the table before scoring."};
+                                  "Cap or empty such cells in the table before scoring.",
+                                  IgnoredKind::HeededByStandard};
 constexpr IgnoredKind optypeOfSchema{"is not used: the optype of its DataField counts.",
-                                     "Give the DataField the optype that is meant."};
+                                     "Give the DataField the optype that is meant.", IgnoredKind::HeededByStandard};
 
 /// `outliers "asExtremeValues" of the field "age"`.
 std::string Subject(Name attribute, Element miningField) {

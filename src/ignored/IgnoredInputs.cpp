@@ -18,11 +18,13 @@ constexpr std::size_t longestList = 12;
 constexpr const char* adviceOnInputs =
     "Do not use the scores until all inputs stand in BayesInputs itself, those of continuous fields with a Discretize "
     "and PairCounts: distributions cannot be read.";
-constexpr IgnoredKind inputsBesideOthers{"alone.", adviceOnInputs, true};
-constexpr IgnoredKind allInputs{"alone: they are the same for every case.", adviceOnInputs, true};
+constexpr IgnoredKind inputsBesideOthers{"alone.", adviceOnInputs, IgnoredKind::HeededByStandard};
+constexpr IgnoredKind allInputs{"alone: they are the same for every case.", adviceOnInputs,
+                                IgnoredKind::HeededByStandard};
 constexpr IgnoredKind countsOfNoNumber{
     "is no number, as the field's values are: no case has it, and of several such rows the last one stands for all.",
-    "Give the field the dataType string, if cases have this value; else take its PairCounts out.", true};
+    "Give the field the dataType string, if cases have this value; else take its PairCounts out.",
+    IgnoredKind::Warning};
 
 std::string ListFields(const std::vector<Element>& inputs) {
     std::string list;
@@ -139,15 +141,17 @@ void NoteCountsOfNoNumber(Element root, const ModelsRead& models, IgnoredLog& lo
 namespace {
 
 constexpr IgnoredKind closure{"is not used: the number on the margin itself belongs to the bin.",
-                              "If numbers stand right on the margin, write it a little lower."};
+                              "If numbers stand right on the margin, write it a little lower.",
+                              IgnoredKind::HeededByStandard};
 constexpr IgnoredKind outerMargin{"is not used: numbers beyond it fall into the bin as well.",
-                                  "Empty such cells in the table before scoring, if they should fall into no bin."};
+                                  "Empty such cells in the table before scoring, if they should fall into no bin.",
+                                  IgnoredKind::HeededByStandard};
 constexpr IgnoredKind binNumber{"is not used: bins are numbered 0, 1, 2 and so on as they stand.",
-                                "Let PairCounts name the bins by these numbers."};
+                                "Let PairCounts name the bins by these numbers.", IgnoredKind::HeededByStandard};
 constexpr IgnoredKind missingBin{"is not used: a missing value leaves the input out.",
-                                 "Replace missing values in the table before scoring."};
+                                 "Replace missing values in the table before scoring.", IgnoredKind::HeededByStandard};
 constexpr IgnoredKind otherField{"is not used: the field that the BayesInput names is put into the bins.",
-                                 "Let both name the same field."};
+                                 "Let both name the same field.", IgnoredKind::HeededByStandard};
 
 std::optional<double> NumberIn(Element element, Name name) {
     const auto text = element.GetAttribute(name);

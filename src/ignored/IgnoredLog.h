@@ -15,14 +15,24 @@ struct IgnoredKind {
     /// Follows the construct's name, with a full stop: `is not used: a missing value stays missing.`
     const char* effect;
     const char* advice;
-    /// See IgnoredConstruct.
-    bool isWarning = false;
+    enum Weight {
+        /// Answers stay as they are, or the document contradicts itself and one of its readings is taken.
+        Remark,
+        /// See IgnoredConstruct::isWarning.
+        Warning,
+        /// The same, and the standard's rule heeds it.
+        HeededByStandard
+    };
+    Weight weight = Remark;
 };
 
 /// Collects what is ignored: the first of each kind, and how many there are, so that the report stays short however
 /// long the document is.
 class IgnoredLog {
 public:
+    /// @param isSet whether the document is a set of sub-models, which the standard's rule does not know.
+    explicit IgnoredLog(bool isSet) : hasStandardRule(!isSet) {}
+
     /// @param kind must outlive the log.
     /// @param subject the construct's name, as the beginning of a sentence.
     void Note(const IgnoredKind& kind, Element element, const std::string& subject);
@@ -37,6 +47,7 @@ private:
         std::string subject;
         std::size_t count;
     };
+    bool hasStandardRule;
     std::vector<Entry> entries;
 };
 

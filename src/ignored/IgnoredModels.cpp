@@ -4,43 +4,48 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "framework/NumberText.h"
 #include "ignored/IgnoredLog.h"
+#include "pmml/DocumentParts.h"
 
 namespace nbscore {
 namespace {
-
-/// Every kind of model but Naive Bayes.
-constexpr std::array<std::string_view, 18> otherModels = {"AnomalyDetectionModel",
-                                                          "AssociationModel",
-                                                          "BaselineModel",
-                                                          "BayesianNetworkModel",
-                                                          "ClusteringModel",
-                                                          "GaussianProcessModel",
-                                                          "MiningModel",
-                                                          "GeneralRegressionModel",
-                                                          "NearestNeighborModel",
-                                                          "NeuralNetwork",
-                                                          "RegressionModel",
-                                                          "RuleSetModel",
-                                                          "Scorecard",
-                                                          "SequenceModel",
-                                                          "TextModel",
-                                                          "TimeSeriesModel",
-                                                          "TreeModel",
-                                                          "SupportVectorMachineModel"};
 
 constexpr IgnoredKind furtherModel{"is not read: only the first NaiveBayesModel is.",
                                    "Make sure that the first one is meant, or give the other a document of its own."};
 constexpr IgnoredKind otherKind{"is not read: only a NaiveBayesModel is.",
                                 "Make sure that the NaiveBayesModel alone answers what is asked."};
+constexpr const char* adviceOnWrapper =
+    "Make sure that the NaiveBayesModel alone answers what is asked, or give it a document of its own.";
 constexpr IgnoredKind wrapper{
     "around the NaiveBayesModel is not read: the model answers every case alone, whatever the segments say.",
-    "Make sure that the NaiveBayesModel alone answers what is asked, or give it a document of its own."};
+    adviceOnWrapper, IgnoredKind::Warning};
+constexpr IgnoredKind wrapperWithRules{
+    "around the NaiveBayesModel is not read: what it says of fields, the target or outputs is not used.",
+    adviceOnWrapper, IgnoredKind::HeededByStandard};
+constexpr IgnoredKind mereWrapper{"around the NaiveBayesModel is not read: the model answers every case by itself.",
+                                  adviceOnWrapper};
 
-bool IsOtherKind(Element element) {
-    return std::ranges::find(otherModels, element.GetSpelling()) != otherModels.end();
+/// A schema that only lists fields leaves values as they are.
+bool TreatsValues(Element schema) {
+    constexpr std::array treatments = {Name::missingValueReplacement, Name::missingValueTreatment,
+                                       Name::invalidValueTreatment, Name::outliers};
+    return std::ranges::any_of(schema.GetChildren(Name::MiningField).List(), [&treatments](Element field) {
+        return std::ranges::any_of(treatments, [field](Name treatment) { return field.Has(treatment); });
+    });
+}
+
+const IgnoredKind& KindOfWrapper(Element around) {
+    const Element segmentation = around.GetChild(Name::Segmentation);
+    const std::vector<Element> segments =
+        segmentation ? segmentation.GetChildren(Name::Segment).List() : std::vector<Element>();
+    if (segments.size() != 1 || !segments.front().GetChild(Name::True)) return wrapper;
+    const bool hasRules = around.GetChild(Name::Output) || around.GetChild(Name::Targets) ||
+                          around.GetChild(Name::LocalTransformations) ||
+                          std::ranges::any_of(around.GetChildren(Name::MiningSchema).List(), TreatsValues);
+    return hasRules ? wrapperWithRules : mereWrapper;
 }
 
 /// By their index in the tree.
@@ -64,7 +69,7 @@ public:
         for (const Element child : parent.GetChildren()) {
             if (child.Is(Name::NaiveBayesModel)) {
                 VisitNaiveBayes(child);
-            } else if (IsOtherKind(child)) {
+            } else if (IsModel(child)) {
                 VisitOther(child);
             }
         }
@@ -78,7 +83,7 @@ private:
 
     void VisitOther(Element model) {
         const std::string tag = '<' + std::string(model.GetSpelling()) + '>';
-        log.Note(around.contains(model.GetIndex()) ? wrapper : otherKind, model, tag);
+        log.Note(around.contains(model.GetIndex()) ? KindOfWrapper(model) : otherKind, model, tag);
         if (!model.Is(Name::MiningModel)) return;
         for (const Element segments : model.GetChildren(Name::Segmentation)) {
             for (const Element one : segments.GetChildren(Name::Segment))
@@ -93,15 +98,19 @@ private:
 };
 
 constexpr IgnoredKind notScorable{"is ignored: the model is scored all the same.",
-                                  "Ask whoever made the document what it is for before its scores are used."};
+                                  "Ask whoever made the document what it is for before its scores are used.",
+                                  IgnoredKind::Warning};
 constexpr IgnoredKind targetPrior{"is not used: priors come from the counts of BayesOutput.",
-                                  "Change the counts of BayesOutput, if other priors are meant."};
+                                  "Change the counts of BayesOutput, if other priors are meant.",
+                                  IgnoredKind::HeededByStandard};
 constexpr IgnoredKind otherOutput{"is not computed: only predictions and probabilities are.",
-                                  "Compute it from the scores, in what reads them."};
+                                  "Compute it from the scores, in what reads them.", IgnoredKind::HeededByStandard};
 constexpr IgnoredKind localField{"is not read: the input takes the field of that name in the dictionaries.",
-                                 "Declare it in the TransformationDictionary, under a name of its own."};
+                                 "Declare it in the TransformationDictionary, under a name of its own.",
+                                 IgnoredKind::HeededByStandard};
 constexpr IgnoredKind earlierOutput{"is not used: of several the last one counts.",
-                                    "Leave the BayesOutput that is meant, and take the others out."};
+                                    "Leave the BayesOutput that is meant, and take the others out.",
+                                    IgnoredKind::Warning};
 
 void NoteTargets(Element model, IgnoredLog& log) {
     for (const Element targets : model.GetChildren(Name::Targets)) {

@@ -215,7 +215,9 @@ ClassifierDescription Classifier::Describe() const {
     for (std::size_t j = 0; j < predictorNames.size(); ++j) {
         InputDescription& input = description.inputs.emplace_back();
         input.name = predictorNames[j];
-        input.field = predictorVars[j] == nullptr ? input.name : predictorVars[j]->GetName();
+        if (predictorVars[j] != nullptr && predictorVars[j]->GetName() != input.name) {
+            input.madeField = predictorVars[j]->GetName();
+        }
         if (!DensitiesOf(j).empty()) {
             input.kind = InputDescription::Densities;
             continue;

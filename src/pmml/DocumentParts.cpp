@@ -4,6 +4,7 @@
 #include <map>
 
 #include "pmml/Refusal.h"
+#include "pmml/Utf8.h"
 
 namespace nbscore {
 namespace {
@@ -45,6 +46,17 @@ ModelsRead FindModelsRead(Element root) {
     models.selfLearning = models.elements.front().GetAttribute(Name::algorithmName) == "SelfLearning";
     if (!models.selfLearning) models.elements.resize(1);
     return models;
+}
+
+bool IsModel(Element element) {
+    const std::string_view name = WithoutPrefix(element.GetSpelling());
+    return name.ends_with("Model") || name == "NeuralNetwork" || name == "Scorecard";
+}
+
+std::string NameKindOf(Element model) {
+    const std::string name = ExcerptOf(model.GetSpelling());
+    const bool beginsWithVowel = std::string_view("AEIOU").find(name.front()) != std::string_view::npos;
+    return (beginsWithVowel ? "an " : "a ") + name;
 }
 
 bool IsMarkedAsSelfLearningTarget(Element dataField) {

@@ -40,6 +40,11 @@ struct ModelsRead {
 };
 SCOREFRAMEWORK_API ModelsRead FindModelsRead(Element root);
 
+/// Whether an element is a model of some kind, by its name.
+SCOREFRAMEWORK_API bool IsModel(Element element);
+/// `a TreeModel`, `an AssociationModel`: what a model is, for messages.
+SCOREFRAMEWORK_API std::string NameKindOf(Element model);
+
 /// Whether a DataField has an Extension, at any depth, that marks it as the target of a self-learning model.
 SCOREFRAMEWORK_API bool IsMarkedAsSelfLearningTarget(Element dataField);
 

@@ -123,9 +123,38 @@ std::uint32_t Element::GetColumn() const {
     return tree == nullptr ? 0 : tree->nodes[index].column;
 }
 
+namespace {
+
+constexpr std::size_t longestStartTag = 200;
+
+std::string SpellStartTag(Element element) {
+    std::string tag = '<' + ExcerptOf(element.GetSpelling());
+    for (std::size_t i = 0; i < element.CountAttributes(); ++i) {
+        if (tag.size() > longestStartTag) return tag + " ...>";
+        const auto [name, value] = element.GetAttributeAt(i);
+        tag += ' ' + ExcerptOf(element.GetTree().GetSpelling(name)) + "=\"" + ExcerptOf(value) + '"';
+    }
+    return tag + '>';
+}
+
+/// Most elements of an input look like those of others.
+std::string SpellStartTagWithInput(Element element) {
+    const std::string tag = SpellStartTag(element);
+    Element around = element.GetParent();
+    while (around && !around.Is(Name::BayesInput))
+        around = around.GetParent();
+    return around ? tag + " of " + SpellStartTag(around) : tag;
+}
+
+}  // namespace
+
 DocumentPlace Element::GetPlace() const {
     if (tree == nullptr) return {};
-    return {.source = {}, .line = GetLine(), .column = GetColumn(), .elementPath = ElementPaths().Find(*this)};
+    return {.source = {},
+            .line = GetLine(),
+            .column = GetColumn(),
+            .elementPath = ElementPaths().Find(*this),
+            .startTag = SpellStartTagWithInput(*this)};
 }
 
 ElementRange::Iterator ElementRange::begin() const {

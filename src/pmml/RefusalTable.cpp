@@ -138,7 +138,8 @@ constexpr RefusalEntry table[] = {
     {Refusal::ThresholdMissing, MissingAttribute, R"({} has no attribute "{}".)",
      "Add a threshold: a small number above 0 that takes the place of counts of 0, such as 0.001."},
     {Refusal::ThresholdZero, InvalidContent, "Threshold can't be zero!",
-     "Write a small threshold instead, such as one over the number of training cases."},
+     "Score the document by the standard's rule, which takes a threshold of 0 as it stands: --rule standard, or "
+     "GiveMyStandardTranslator in C++. With another threshold its answers would be others."},
     // One element is named twice, deliberately.
     {Refusal::InputsOrOutputMissing, UnexpectedElement,
      "At least one <BayesInputs>, one <BayesOutput> and one <BayesOutput> element is required.",
@@ -184,8 +185,8 @@ constexpr RefusalEntry table[] = {
     {Refusal::PairCountsExpected, UnexpectedElement, "Only PairCounts elements are allowed here.",
      "Leave nothing but PairCounts in the input."},
     {Refusal::PairCountsExpectedForStats, UnexpectedElement, "Only PairCounts elements are allowed here.",
-     "Give the input PairCounts alone: distributions cannot be read. Bin the field with Discretize and count each "
-     "bin."},
+     "Score the document by the standard's rule, which reads distributions: --rule standard, or "
+     "GiveMyStandardTranslator in C++. For this rule, bin the field with Discretize and count each bin."},
     {Refusal::PairCountsExpectedForBins, UnexpectedElement, "Only PairCounts elements are allowed here.",
      "Declare the field as continuous, if its values are to be put into bins; else take the DerivedField out."},
     {Refusal::InputValueUnknown, UnknownInput, "Input value not found in DataDictionary.",

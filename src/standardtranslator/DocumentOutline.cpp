@@ -15,15 +15,8 @@
 namespace nbscore {
 namespace {
 
-bool IsModel(Element element) {
-    const std::string_view name = WithoutPrefix(element.GetSpelling());
-    return name.ends_with("Model") || name == "NeuralNetwork" || name == "Scorecard";
-}
-
 VeskException OtherModel(Element model) {
-    const std::string tag = ExcerptOf(model.GetTag());
-    const bool beginsWithVowel = std::string_view("AEIOU").find(tag[1]) != std::string_view::npos;
-    return RefusalAt(model, Refusal::OtherModelFound, {(beginsWithVowel ? "an " : "a ") + tag});
+    return RefusalAt(model, Refusal::OtherModelFound, {NameKindOf(model)});
 }
 
 class OutlineReader {

@@ -1,5 +1,6 @@
 #include "table/CaseBinder.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "framework/DerivedFieldSources.h"
@@ -21,8 +22,8 @@ std::optional<FieldsOfInputs> FindFieldsOfInputs(const ScoreModel& model) {
     std::set<std::string> derivedInputs;
     for (const ClassifierDescription& classifier : description->Describe().classifiers) {
         for (const InputDescription& input : classifier.inputs) {
-            const bool isDerived = derived != nullptr && derived->GetVar(input.field) != nullptr;
-            (isDerived ? derivedInputs : fields.asTheyAre).insert(input.field);
+            const bool isDerived = derived != nullptr && derived->GetVar(input.GetField()) != nullptr;
+            (isDerived ? derivedInputs : fields.asTheyAre).insert(input.GetField());
         }
     }
     if (derived == nullptr) return fields;
@@ -98,6 +99,45 @@ CaseBinder::Fields CaseBinder::CollectFields(const ScoreModel& model) const {
     return fields;
 }
 
+namespace {
+
+struct Separator {
+    char character;
+    const char* name;
+    const char* option;
+};
+constexpr Separator otherSeparators[] = {
+    {';', "semicolons", "\";\""}, {'\t', "tabs", "tab"}, {',', "commas", "\",\""}, {'|', "bars", "\"|\""}};
+
+/// Whether one of the texts between these characters is the name, perhaps in quotes.
+bool HoldsBetween(std::string_view text, char separator, std::string_view name) {
+    for (std::size_t begin = 0; begin <= text.size();) {
+        const std::size_t end = std::min(text.find(separator, begin), text.size());
+        std::string_view part = text.substr(begin, end - begin);
+        if (part.size() > 1 && part.front() == '"' && part.back() == '"') part = part.substr(1, part.size() - 2);
+        if (part == name) return true;
+        begin = end + 1;
+    }
+    return false;
+}
+
+/// What to say where a header's columns hold the name between other characters than those that the table was read with.
+std::string SuggestDelimiter(const std::vector<std::string>& columns, const std::string& lackingName) {
+    for (const Separator& separator : otherSeparators) {
+        const bool holds = std::ranges::any_of(columns, [&](const std::string& column) {
+            return column.find(separator.character) != std::string::npos &&
+                   HoldsBetween(column, separator.character, lackingName);
+        });
+        if (holds) {
+            return std::string("; its columns seem to stand between ") + separator.name + ": try --delimiter " +
+                   separator.option;
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
 void CaseBinder::RequireColumns(const std::vector<const ScoreDictVar*>& neededFields) const {
     std::vector<std::string> lacking;
     for (const ScoreDictVar* field : neededFields) {
@@ -106,7 +146,8 @@ void CaseBinder::RequireColumns(const std::vector<const ScoreDictVar*>& neededFi
     if (lacking.empty()) return;
     throw CaseDataError(source, headerLine,
                         std::string("the header lacks the ") + (lacking.size() == 1 ? "column " : "columns ") +
-                            ListForMessage(lacking) + ", which the model needs");
+                            ListForMessage(lacking) + ", which the model needs" +
+                            SuggestDelimiter(columnNames, lacking.front()));
 }
 
 void CaseBinder::BindColumns(const Fields& fields) {

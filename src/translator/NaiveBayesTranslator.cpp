@@ -1,5 +1,6 @@
 #include "translator/NaiveBayesTranslator.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -20,11 +21,23 @@ using namespace nbscore;
 
 namespace {
 
+/// The message is fixed; the advice says what the document holds instead.
+VeskException NoNaiveBayesModel(Element root) {
+    VeskException refusal = RefusalAt(root, Refusal::ModelMissing);
+    const std::vector<Element> parts = root.GetChildren().List();
+    const auto other = std::ranges::find_if(parts, IsModel);
+    if (other != parts.end()) {
+        refusal.SetAdvice("Take a document with a Naive Bayes model: this one holds " + NameKindOf(*other) +
+                          ", and models of other kinds are not read.");
+    }
+    return refusal;
+}
+
 /// Which kind of model a document asks for. The dictionary's mark of a self-learning target counts only in a document
 /// that has no model element at all. Throws VeskException 1 where there is neither.
 bool AsksForSelfLearning(const ModelsRead& models, bool dictionaryMarksTarget, Element root) {
     if (!models.elements.empty()) return models.selfLearning;
-    if (!dictionaryMarksTarget) throw RefusalAt(root, Refusal::ModelMissing);
+    if (!dictionaryMarksTarget) throw NoNaiveBayesModel(root);
     return true;
 }
 

@@ -45,11 +45,18 @@ std::optional<std::string> ReadIfThere(const std::filesystem::path& path) {
     return ReadWholeFile(path);
 }
 
+ScoringRule ReadRule(const std::filesystem::path& path) {
+    const std::optional<std::string> word = ReadIfThere(path);
+    if (word && *word != "standard\n") throw std::runtime_error(path.string() + ": must say standard");
+    return word ? ScoringRule::Standard : ScoringRule::Smoothed;
+}
+
 CaseFile ReadCase(const std::filesystem::path& folder) {
     CaseFile caseFile;
     caseFile.folder = folder;
     caseFile.document = folder / "document.pmml";
     caseFile.rows = folder / "rows.csv";
+    caseFile.rule = ReadRule(folder / "rule.txt");
     caseFile.expectedTable = ReadIfThere(folder / "expected.csv");
     caseFile.expectedLongTable = ReadIfThere(folder / "expected-long.csv");
     caseFile.expectedMessages = ReadIfThere(folder / "expected-messages.txt").value_or("");
@@ -62,6 +69,11 @@ CaseFile ReadCase(const std::filesystem::path& folder) {
 }
 
 }  // namespace
+
+std::vector<std::string> CaseFile::GetOptions() const {
+    if (rule == ScoringRule::Smoothed) return {};
+    return {"--rule", "standard"};
+}
 
 std::vector<CaseFile> AllCaseFiles() {
     std::vector<CaseFile> cases;

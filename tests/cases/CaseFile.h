@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "framework/ScoringRule.h"
+
 namespace nbscore::test {
 
 /// How a case file's document or rows must be refused; what is not stated is not compared.
@@ -26,15 +28,20 @@ struct ExpectedRefusal {
 /// The folder holds document.pmml, rows.csv and either expected.csv (the scored table) or expected-refusal.txt
 /// (lines of a key and its value: status, error, message, line, column, path, mentions). Beside expected.csv there may
 /// be expected-long.csv (the table with a row for each case and sub-model) and expected-messages.txt (what the command
-/// writes to standard error, for both tables; without this file nothing).
+/// writes to standard error, for both tables; without this file nothing). A case of the standard's rule says so in
+/// rule.txt, whose one line is the word.
 struct CaseFile {
     std::filesystem::path folder;
     std::filesystem::path document;
     std::filesystem::path rows;
+    ScoringRule rule = ScoringRule::Smoothed;
     std::optional<std::string> expectedTable;
     std::optional<std::string> expectedLongTable;
     std::string expectedMessages;
     std::optional<ExpectedRefusal> expectedRefusal;
+
+    /// What the command is called with, beside the document and the rows.
+    std::vector<std::string> GetOptions() const;
 };
 
 /// Every case of the repository, by name; stops the test program when a folder is not as described.

@@ -17,6 +17,8 @@ CommandResult ScoreWithCommand(const CaseFile& caseFile, const std::vector<std::
     CommandCall call;
     call.program = NBSCORE_COMMAND;
     call.arguments = {"score", "document.pmml", "rows.csv"};
+    const std::vector<std::string> own = caseFile.GetOptions();
+    call.arguments.insert(call.arguments.end(), own.begin(), own.end());
     call.arguments.insert(call.arguments.end(), options.begin(), options.end());
     call.workingFolder = caseFile.folder;
     return RunCommand(call);

@@ -17,7 +17,7 @@ namespace nbscore::test {
 namespace {
 
 std::string ScoreCase(const CaseFile& caseFile, bool longRows = false) {
-    LoadedModel model = LoadedModel::Read(PluginLibrary::Load(NBSCORE_PLUGIN), caseFile.document);
+    LoadedModel model = LoadedModel::Read(PluginLibrary::Load(NBSCORE_PLUGIN), caseFile.document, caseFile.rule);
     model.RequireScorable();
     std::ifstream rows(caseFile.rows, std::ios::binary);
     TextSink sink;

@@ -73,9 +73,10 @@ TEST_P(CasesOnThreads, GiveTheSame_OnAnyNumberOfThreads) {
     const CaseFile& caseFile = GetParam();
     const std::string rows = ReadWholeFile(caseFile.rows);
     const int exitStatus = caseFile.expectedRefusal ? caseFile.expectedRefusal->exitStatus : 0;
-    Scoring(caseFile.document, rows).ExpectTheSameOnAnyNumberOfThreads(exitStatus);
+    const std::vector<std::string> options = caseFile.GetOptions();
+    Scoring(caseFile.document, rows).ExpectTheSameOnAnyNumberOfThreads(exitStatus, options);
     // For a refused document no table is read, and a faulty row is refused at its first occurrence.
-    if (exitStatus == 0) Scoring(caseFile.document, RepeatRows(rows)).ExpectTheSameOnAnyNumberOfThreads(0);
+    if (exitStatus == 0) Scoring(caseFile.document, RepeatRows(rows)).ExpectTheSameOnAnyNumberOfThreads(0, options);
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, CasesOnThreads, testing::ValuesIn(AllCaseFiles()),

@@ -60,9 +60,12 @@ TEST_F(CheckCommandTest, AdvisesWhatToDo_WhenADocumentIsRefused) {
     const CommandResult result = Check({"bad.pmml"});
     EXPECT_EQ(result.exitStatus, 3);
     EXPECT_THAT(result.out, StartsWith("bad.pmml: refused\nbad.pmml:"));
-    EXPECT_THAT(result.out,
-                HasSubstr(": error 5: Threshold can't be zero!\n  at /PMML/NaiveBayesModel[1]\n  do: Write a "
-                          "small threshold instead, such as one over the number of training cases.\n"));
+    EXPECT_THAT(
+        result.out,
+        HasSubstr(": error 5: Threshold can't be zero!\n  at /PMML/NaiveBayesModel[1]\n  it reads "
+                  "<NaiveBayesModel functionName=\"classification\" threshold=\"0\" was=\"0.001\">\n  do: Score "
+                  "the document by the standard's rule, which takes a threshold of 0 as it stands: --rule "
+                  "standard, "));
 }
 
 TEST_F(CheckCommandTest, AdvisesToAdapt_WhereThatHelps) {
@@ -104,15 +107,25 @@ TEST_F(CheckCommandTest, RemarksOnWhatScoringIgnores) {
     EXPECT_EQ(result.exitStatus, 0);
     EXPECT_THAT(
         result.out,
-        HasSubstr("ignored.pmml:18:7: remark: missingValueReplacement \"1\" of the field \"weight\" is not used: a "
+        HasSubstr("ignored.pmml:18:7: warning: missingValueReplacement \"1\" of the field \"weight\" is not used: a "
                   "missing value stays missing.\n  at /PMML/NaiveBayesModel[1]/MiningSchema[1]/MiningField[2]\n"
-                  "  do: Replace missing values in the table before scoring.\n"));
+                  "  do: Replace missing values in the table before scoring. Or score the document with --rule "
+                  "standard, which heeds this.\n"));
     const auto json = nlohmann::json::parse(Check({"ignored.pmml", "--format", "json"}).out);
     const auto& problem = json.at("documents").at(0).at("problems").at(0);
-    EXPECT_EQ(problem.at("severity"), "remark");
+    EXPECT_EQ(problem.at("severity"), "warning");
     EXPECT_EQ(problem.at("code"), nullptr);
     EXPECT_EQ(problem.at("line"), 18);
     EXPECT_EQ(problem.at("path"), "/PMML/NaiveBayesModel[1]/MiningSchema[1]/MiningField[2]");
+}
+
+TEST_F(CheckCommandTest, ShowsCountsRounded_AndAllTheirDigitsAsJson) {
+    folder.Write("sums.pmml", Replaced(fruitDocument, "value=\"apple\" count=\"100\"",
+                                       "value=\"apple\" count=\"100.00000000000045\""));
+    EXPECT_THAT(Check({"sums.pmml"}).out, HasSubstr("target counts 100, 100;"));
+    const auto json = nlohmann::json::parse(Check({"sums.pmml", "--format", "json"}).out);
+    EXPECT_EQ(json.at("documents").at(0).at("model").at("classifiers").at(0).at("target_counts").at(0),
+              100.00000000000045);
 }
 
 TEST_F(CheckCommandTest, RemarksWithThePlacesOfTheOriginal_WhenADocumentIsAdapted) {
@@ -121,7 +134,8 @@ TEST_F(CheckCommandTest, RemarksWithThePlacesOfTheOriginal_WhenADocumentIsAdapte
                                        "<MiningField name=\"weight\" missingValueReplacement=\"1\""));
     const CommandResult result = Check({"both.pmml", "--adapt"});
     EXPECT_EQ(result.exitStatus, 0);
-    EXPECT_THAT(result.out, HasSubstr("both.pmml:18:7: remark: missingValueReplacement \"1\" of the field \"weight\""));
+    EXPECT_THAT(result.out,
+                HasSubstr("both.pmml:18:7: warning: missingValueReplacement \"1\" of the field \"weight\""));
 }
 
 TEST_F(CheckCommandTest, ChecksEveryDocument_EvenBehindABadOne) {

@@ -13,6 +13,7 @@ namespace {
 
 using testing::AllOf;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 /// The document of fruits, whose input weight stands in an Extension.
@@ -24,6 +25,11 @@ std::string WithInputInExtension() {
 
 const std::string leftOut =
     "1 input stands in <Extension> and is not read: \"weight\". Answers rest on the input \"colour\" alone.";
+
+const std::string adviceBehind =
+    "all inputs stand in BayesInputs itself, those of continuous fields with a Discretize and PairCounts: "
+    "distributions "
+    "cannot be read. Or score the document with --rule standard, which heeds this.\n";
 
 class DocumentWarnings : public CommandTest {
 protected:
@@ -37,7 +43,8 @@ protected:
 
 TEST_F(DocumentWarnings, AreGivenByEveryVerbThatReadsTheModel_EvenUnderQuiet) {
     WriteModel(WithInputInExtension());
-    const std::string warning = "warning: model.pmml:36:18: " + leftOut + "\n";
+    const std::string warning =
+        "warning: model.pmml:36:18: " + leftOut + "\n  do: Do not use the scores until " + adviceBehind;
     const CommandResult scored = Run({"score", "model.pmml", "cases.csv"});
     EXPECT_EQ(scored.exitStatus, 0);
     EXPECT_EQ(scored.err, warning);
@@ -46,31 +53,63 @@ TEST_F(DocumentWarnings, AreGivenByEveryVerbThatReadsTheModel_EvenUnderQuiet) {
     EXPECT_THAT(Run({"verify", "model.pmml"}).err, StartsWith(warning));
 }
 
-TEST_F(DocumentWarnings, StandBeforeTheRemarksOfACheck_WhichDoesNotCallTheDocumentSoundAlone) {
+TEST_F(DocumentWarnings, StandBeforeTheRemarksOfACheck_WhichDoesNotCallTheDocumentSound) {
     WriteModel(Replace(WithInputInExtension(), "<DataDictionary>", "<DataDictionary numberOfFields=\"7\">"));
     const CommandResult result = Run({"check", "model.pmml"});
     EXPECT_EQ(result.exitStatus, 0);
-    EXPECT_THAT(result.out, StartsWith("model.pmml: single classifier, sound but for a warning\n"));
+    EXPECT_THAT(result.out, StartsWith("model.pmml: single classifier, can be scored, but see the warnings\n"));
     EXPECT_THAT(result.out, HasSubstr("model.pmml:36:18: warning: " + leftOut +
                                       "\n  at /PMML/NaiveBayesModel[1]/BayesInputs[1]/Extension[1]/BayesInput[1]\n"
                                       "  do: Do not use the scores until "));
     const auto check = CheckAsJson({});
-    EXPECT_EQ(check.at("sound"), true);
+    EXPECT_EQ(check.at("sound"), false);
+    EXPECT_EQ(check.at("can_be_scored"), true);
     EXPECT_EQ(check.at("problems").at(0).at("severity"), "warning");
     EXPECT_EQ(check.at("problems").at(0).at("message"), leftOut);
     EXPECT_EQ(check.at("problems").at(1).at("severity"), "remark");
 }
 
-TEST_F(DocumentWarnings, SayThatAnotherThresholdAloneDoesNotHelp) {
+TEST_F(DocumentWarnings, SayThatTheStandardsRuleTakesAThresholdOf0_AndNotToWriteAnother) {
     WriteModel(Replace(WithInputInExtension(), "threshold=\"0.001\"", "threshold=\"0\""));
     const CommandResult result = Run({"check", "model.pmml"});
     EXPECT_EQ(result.exitStatus, 3);
-    EXPECT_THAT(result.out, HasSubstr("error 5: Threshold can't be zero!\n  at /PMML/NaiveBayesModel[1]\n"
-                                      "  do: Write a small threshold instead, such as one over the number of training "
-                                      "cases. That alone does not make its answers right: see the warning below. Or "
-                                      "read it with --rule standard: by that rule it can be scored.\n"
-                                      "model.pmml:36:18: warning: " +
-                                      leftOut));
+    EXPECT_THAT(result.out,
+                HasSubstr("error 5: Threshold can't be zero!\n  at /PMML/NaiveBayesModel[1]\n  it reads "
+                          "<NaiveBayesModel functionName=\"classification\" threshold=\"0\">\n  do: Score the "
+                          "document by the standard's rule, which takes a threshold of 0 as it stands: "
+                          "--rule standard, or GiveMyStandardTranslator in C++. With another threshold its "
+                          "answers would be others.\nmodel.pmml:36:18: warning: " +
+                          leftOut));
+    EXPECT_EQ(result.out.find("small threshold"), std::string::npos);
+}
+
+TEST_F(DocumentWarnings, AreOfWhateverWouldChangeAnAnswer_AndSuchADocumentIsNeverCalledSound) {
+    const std::string weight = "<MiningField name=\"weight\"";
+    const std::string target = "<BayesInputs>";
+    const std::vector<std::pair<std::string, std::string>> changes = {
+        {weight, weight + " missingValueReplacement=\"1\""},
+        {weight, weight + " missingValueTreatment=\"returnInvalid\""},
+        {weight, weight + " outliers=\"asExtremeValues\" lowValue=\"1\""},
+        {weight, weight + " optype=\"categorical\""},
+        {"<MiningField name=\"colour\"", "<MiningField name=\"colour\" invalidValueTreatment=\"returnInvalid\""},
+        {"closure=\"openClosed\" rightMargin", "closure=\"openOpen\" rightMargin"},
+        {target, "<Targets><Target><TargetValue value=\"pear\" priorProbability=\"0.5\"/></Target></Targets>" + target},
+        {target, "<Output><OutputField name=\"o\" feature=\"residual\"/></Output>" + target},
+        {"threshold=", "isScorable=\"false\" threshold="},
+    };
+    for (const auto& [piece, replacement] : changes) {
+        WriteModel(Replace(fruitDocument, piece, replacement));
+        const CommandResult scored = Run({"score", "model.pmml", "cases.csv", "--quiet"});
+        EXPECT_EQ(scored.exitStatus, 0);
+        EXPECT_THAT(scored.err, AllOf(StartsWith("warning: model.pmml:"), HasSubstr("\n  do: "))) << replacement;
+        EXPECT_THAT(Run({"check", "model.pmml"}).out, Not(HasSubstr("single classifier, sound"))) << replacement;
+        EXPECT_EQ(CheckAsJson({}).at("sound"), false) << replacement;
+    }
+}
+
+TEST_F(DocumentWarnings, AreNotGivenOfWhatTheStandardsRuleReads) {
+    WriteModel(WithInputInExtension());
+    EXPECT_EQ(Run({"score", "model.pmml", "cases.csv", "--rule", "standard"}).err, "");
 }
 
 TEST_F(DocumentWarnings, AreGivenOfADocumentWithoutAnyInputElsewhere_BesideItsRefusal) {
@@ -103,6 +142,9 @@ TEST_F(DocumentWarnings, WhatThePluginSaysBesideARefusalIsANote_WithItsPlaceAndN
     EXPECT_THAT(scored.err, StartsWith("note: model.pmml:37:9: " + placedNotice + "\nmodel.pmml:37:9: error 6: "));
     EXPECT_THAT(Run({"score", "model.pmml", "cases.csv", "--quiet"}).err, StartsWith("model.pmml:37:9: error 6: "));
     EXPECT_THAT(Run({"display", "model.pmml"}).err, StartsWith("note: model.pmml:37:9: "));
+    EXPECT_THAT(Run({"verify", "model.pmml", "--format", "json"}).err, StartsWith("model.pmml:37:9: error 6: "));
+    EXPECT_THAT(Run({"score", "model.pmml", "cases.csv", "--format", "jsonl"}).err,
+                StartsWith("model.pmml:37:9: error 6: "));
 }
 
 TEST_F(DocumentWarnings, WhatThePluginSaysBesideARefusalIsARemarkOfACheck_OnceAndNowhereElse) {

@@ -36,28 +36,38 @@ VeskException MakeRefusal(const DocumentPlace& place) {
     return refusal;
 }
 
+const std::string doWhatIsUsual = "  do: " + std::string(adviceForAnyRefusal) + "\n";
+
 }  // namespace
 
 TEST(ErrorReport, NamesPlaceCodeAndPath_WhenADocumentIsRefused) {
     const Reported reported = Report(MakeRefusal({"dir/model.pmml", 12, 5, "/PMML/NaiveBayesModel[1]"}));
     EXPECT_EQ(reported.exitStatus, 3);
-    EXPECT_EQ(reported.text, "dir/model.pmml:12:5: error 5: Threshold can't be zero!\n  at /PMML/NaiveBayesModel[1]\n");
+    EXPECT_EQ(reported.text, "dir/model.pmml:12:5: error 5: Threshold can't be zero!\n  at /PMML/NaiveBayesModel[1]\n" +
+                                 doWhatIsUsual);
 }
 
 TEST(ErrorReport, LeavesLineAndPathOut_WhenTheyAreUnknown) {
-    EXPECT_EQ(Report(MakeRefusal({"other.pmml", 0, 0, ""})).text, "other.pmml: error 5: Threshold can't be zero!\n");
+    EXPECT_EQ(Report(MakeRefusal({"other.pmml", 0, 0, ""})).text,
+              "other.pmml: error 5: Threshold can't be zero!\n" + doWhatIsUsual);
+}
+
+TEST(ErrorReport, ShowsHowTheElementReads_WhereItIsKnown) {
+    EXPECT_EQ(
+        Report(MakeRefusal({"m.pmml", 1, 2, "/PMML", "<PMML version=\"4\">"})).text,
+        "m.pmml:1:2: error 5: Threshold can't be zero!\n  at /PMML\n  it reads <PMML version=\"4\">\n" + doWhatIsUsual);
 }
 
 TEST(ErrorReport, NamesTheDocumentOfTheRun_WhenTheRefusalDoesNot) {
     const Reported reported = Report(VeskException(VeskException::UnknownVariable, "nobody"));
     EXPECT_EQ(reported.exitStatus, 3);
-    EXPECT_EQ(reported.text, "model.pmml: error 8: nobody\n");
+    EXPECT_EQ(reported.text, "model.pmml: error 8: nobody\n" + doWhatIsUsual);
 }
 
 TEST(ErrorReport, NamesTheDocument_WhenItsModelCannotScore) {
     const Reported reported = Report(UnscorableModelError("The target declares no values."));
     EXPECT_EQ(reported.exitStatus, 3);
-    EXPECT_EQ(reported.text, "model.pmml: error 12: The target declares no values.\n");
+    EXPECT_EQ(reported.text, "model.pmml: error 12: The target declares no values.\n" + doWhatIsUsual);
 }
 
 TEST(ErrorReport, PassesFileAndLineOn_WhenCaseDataIsRefused) {

@@ -123,4 +123,66 @@ TEST_F(OddDocumentTest, IsAnInputFailure_WhenItCannotBeRead) {
     }
 }
 
+class RefusalAdvice : public CommandTest {
+protected:
+    /// The lines from the refusal on, and only those of the first error.
+    std::vector<std::string> RefusalBy(const std::vector<std::string>& arguments) const {
+        const CommandResult result = Run(arguments);
+        EXPECT_EQ(result.exitStatus, 3);
+        std::vector<std::string> refusal;
+        for (const std::string& line : Lines(result.out + result.err)) {
+            if (line.find(": error ") != std::string::npos) refusal.clear();
+            refusal.push_back(line);
+            if (line.starts_with("  do: ")) break;
+        }
+        return refusal;
+    }
+};
+
+TEST_F(RefusalAdvice, IsTheSameByEveryVerb) {
+    const std::vector<std::string> documents = {
+        Replace(fruitDocument, "threshold=\"0.001\"", "threshold=\"0\""),
+        Replace(fruitDocument, "<DataDictionary>", "<DataDictionary><Extension/>"),
+        Replace(fruitDocument, "<Value value=\"pear\"/>", "<Value value=\"apple\"/>"),
+        Replace(fruitDocument, "usageType=\"predicted\"", "usageType=\"target\""),
+        Replace(fruitDocument, "count=\"90\"", "count=\"x\""),
+        "<PMML><DataDictionary/><TreeModel/></PMML>",
+        "<PMML>",
+    };
+    for (const std::string& document : documents) {
+        folder.Write("model.pmml", document);
+        const std::vector<std::string> checked = RefusalBy({"check", "model.pmml"});
+        EXPECT_THAT(checked.back(), testing::StartsWith("  do: ")) << document;
+        EXPECT_EQ(RefusalBy({"score", "model.pmml", "cases.csv"}), checked) << document;
+        EXPECT_EQ(RefusalBy({"verify", "model.pmml"}), checked) << document;
+    }
+}
+
+TEST_F(RefusalAdvice, SaysWhichModelTheDocumentHoldsInstead) {
+    folder.Write("model.pmml", "<PMML><DataDictionary/><TreeModel/></PMML>");
+    EXPECT_EQ(
+        RefusalBy({"score", "model.pmml", "cases.csv"}),
+        (std::vector<std::string>{
+            "model.pmml:1:1: error 1: <NaiveBayesModel> is required!", "  at /PMML", "  it reads <PMML>",
+            "  do: Take a document with a Naive Bayes model: this one holds a TreeModel, and models of other kinds "
+            "are not read."}));
+    folder.Write("model.pmml", "<PMML><DataDictionary/><AssociationModel/></PMML>");
+    EXPECT_THAT(RefusalBy({"display", "model.pmml"}).back(), HasSubstr("this one holds an AssociationModel"));
+}
+
+TEST_F(RefusalAdvice, StandsBelowTheElementAtFault_WithTheInputThatItIsIn) {
+    folder.Write("model.pmml", Replace(fruitDocument, "<PairCounts value=\"red\">", "<PairCounts value=\"blue\">"));
+    EXPECT_THAT(RefusalBy({"score", "model.pmml", "cases.csv"}),
+                testing::Contains("  it reads <PairCounts value=\"blue\"> of <BayesInput fieldName=\"colour\">"));
+    const std::string longText(1000, 'x');
+    folder.Write("model.pmml", Replace(fruitDocument, "threshold=\"0.001\"",
+                                       "threshold=\"0\" a=\"" + longText + "\" b=\"" + longText + "\" c=\"" + longText +
+                                           "\" d=\"" + longText + "\""));
+    const std::vector<std::string> refusal = RefusalBy({"score", "model.pmml", "cases.csv"});
+    EXPECT_THAT(refusal.at(2), testing::StartsWith("  it reads <NaiveBayesModel functionName=\"classification\" "
+                                                   "threshold=\"0\" a=\"xxx"));
+    EXPECT_THAT(refusal.at(2), testing::EndsWith(" ...>"));
+    EXPECT_LT(refusal.at(2).size(), 400U);
+}
+
 }  // namespace nbscore::test

@@ -101,7 +101,8 @@ TEST_F(VerifyCommandTest, RefusesTheDocument_WhenItsTestCasesCannotBeTaken) {
     EXPECT_EQ(bad.out, "");
     EXPECT_EQ(bad.err,
               "model.pmml:64:1: error 9: Row 1 of the test cases: column \"weight\": \"x\" is no number.\n"
-              "  at /PMML/NaiveBayesModel[1]/ModelVerification[1]/InlineTable[1]/row[1]\n");
+              "  at /PMML/NaiveBayesModel[1]/ModelVerification[1]/InlineTable[1]/row[1]\n"
+              "  do: Correct the row's cell.\n");
     EXPECT_EQ(Run({"verify", "nothere.pmml"}).exitStatus, 4);
 }
 

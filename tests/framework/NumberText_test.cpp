@@ -164,6 +164,18 @@ TEST(AppendNumber, LeavesTheTextBeforeItAlone) {
     EXPECT_EQ(text, "x = 0.5, nan");
 }
 
+TEST(FormatCount, LeavesOutDigitsThatSumsLeaveBehind) {
+    EXPECT_EQ(FormatCount(435.00000000000045), "435");
+    EXPECT_EQ(FormatCount(0.1 + 0.2), "0.3");
+    EXPECT_EQ(FormatCount(150.0), "150");
+    EXPECT_EQ(FormatCount(0.0), "0");
+    EXPECT_EQ(FormatCount(12345678901234.5), "12345678901234.5");
+    EXPECT_EQ(FormatCount(1e300), "1e+300");
+    EXPECT_EQ(FormatCount(Limits::infinity()), "inf");
+    EXPECT_EQ(FormatCount(Limits::quiet_NaN()), "nan");
+    EXPECT_EQ(FormatCount(Limits::max()), FormatNumber(Limits::max()));
+}
+
 TEST(SaturateToInt, TruncatesTowardZero) {
     EXPECT_EQ(SaturateToInt(2.999), 2);
     EXPECT_EQ(SaturateToInt(-2.999), -2);

@@ -24,6 +24,16 @@ TEST(PluginLibrary, GivesATranslator_WhenItIsAPlugin) {
     EXPECT_NE(plugin->MakeTranslator(), nullptr);
 }
 
+TEST(PluginLibrary, KnowsTheStandardsRule_WhereItExportsThatFactory) {
+    EXPECT_TRUE(PluginLibrary::Load(NAIVEBAYES_PLUGIN)->Knows(ScoringRule::Standard));
+    EXPECT_NE(PluginLibrary::Load(NAIVEBAYES_PLUGIN)->MakeTranslator(ScoringRule::Standard), nullptr);
+    const auto without = PluginLibrary::Load(TROUBLE_PLUGIN);
+    EXPECT_FALSE(without->Knows(ScoringRule::Standard));
+    EXPECT_EQ(GetMessageOf<InputOutputError>([&without] { without->MakeTranslator(ScoringRule::Standard); }),
+              std::string(TROUBLE_PLUGIN) +
+                  " does not know the standard's rule: it exports no function GiveMyStandardTranslator");
+}
+
 TEST(PluginLibrary, IsRefusedWithItsPath_WhenThereIsNoFile) {
     const TemporaryFolder folder;
     const std::string message = GetLoadFault(folder / "none.so");

@@ -53,7 +53,26 @@ TEST(IgnoredConstructs, HaveThePathOfTheFirst) {
     const auto found = FindIn(Replace(fruitDocument, colourField, colourField + " missingValueReplacement=\"red\""));
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found.front().place.elementPath, "/PMML/NaiveBayesModel[1]/MiningSchema[1]/MiningField[1]");
+    EXPECT_EQ(found.front().advice,
+              "Replace missing values in the table before scoring. Or score the document with --rule standard, which "
+              "heeds this.");
+    EXPECT_TRUE(found.front().isWarning);
+}
+
+TEST(IgnoredConstructs, DoNotAdviseTheStandardsRule_InASetOfSubModels) {
+    const std::string set = Replace(fruitDocument, "threshold=", "algorithmName=\"SelfLearning\" threshold=");
+    const auto found = FindIn(Replace(set, colourField, colourField + " missingValueReplacement=\"red\""));
+    ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found.front().advice, "Replace missing values in the table before scoring.");
+}
+
+TEST(IgnoredConstructs, AreNoWarnings_WhereAnswersStayAsTheyAre) {
+    for (const auto& [piece, replacement] :
+         {std::pair{"<DataDictionary>", "<DataDictionary numberOfFields=\"7\">"}, {"</PMML>", "<TreeModel/></PMML>"}}) {
+        const std::string text = Replace(fruitDocument, piece, replacement);
+        EXPECT_EQ(FindIn(text).size(), 1U);
+        EXPECT_THAT(FindWarnings(*TreeOf(text)), IsEmpty());
+    }
 }
 
 TEST(IgnoredConstructs, AreFoldedIntoOneOfEachKind) {
@@ -301,6 +320,29 @@ TEST(IgnoredModels, AreSetsOfModelsAroundTheOneThatIsRead) {
                 ElementsAre("15: <MiningModel> around the NaiveBayesModel is not read: the model answers every case "
                             "alone, whatever the segments say.",
                             "63: <TreeModel> is not read: only a NaiveBayesModel is."));
+}
+
+TEST(IgnoredModels, AreASetOfOneModel_WhichIsAWarningWhereItHasRulesOfItsOwn) {
+    const auto findAround = [](const std::string& before, const std::string& predicate) {
+        const std::string text =
+            Replace(fruitDocument, "<NaiveBayesModel",
+                    "<MiningModel>" + before + "<Segmentation><Segment>" + predicate + "<NaiveBayesModel");
+        const auto found =
+            FindIn(Replace(text, "</NaiveBayesModel>", "</NaiveBayesModel></Segment></Segmentation></MiningModel>"));
+        EXPECT_EQ(found.size(), 1U);
+        return std::pair(found.front().isWarning, found.front().message);
+    };
+    const std::string around = "<MiningModel> around the NaiveBayesModel is not read: ";
+    EXPECT_THAT(findAround("<MiningSchema><MiningField name=\"colour\"/></MiningSchema>", "<True/>"),
+                testing::Pair(false, around + "the model answers every case by itself."));
+    const auto withRules = testing::Pair(true, around + "what it says of fields, the target or outputs is not used.");
+    EXPECT_THAT(findAround("<Output/>", "<True/>"), withRules);
+    EXPECT_THAT(
+        findAround("<MiningSchema><MiningField name=\"colour\" missingValueReplacement=\"red\"/></MiningSchema>",
+                   "<True/>"),
+        withRules);
+    EXPECT_THAT(findAround("", "<False/>"),
+                testing::Pair(true, around + "the model answers every case alone, whatever the segments say."));
 }
 
 }  // namespace

@@ -191,6 +191,22 @@ TEST_F(CaseBinderTest, RowIsRefusedWithBothNumbers_WhenItHasTooManyOrTooFewCells
               "t.csv:6: the row has 1 cell, the header has 2");
 }
 
+TEST_F(CaseBinderTest, ADelimiterIsSuggested_WhereTheHeaderHasTheColumnBetweenOtherCharacters) {
+    const auto hintAt = [this](const std::vector<std::string>& header) {
+        const std::string fault = GetHeaderFault(header);
+        const std::size_t end = fault.find(", which the model needs");
+        return fault.substr(std::min(end, fault.size()));
+    };
+    const std::string hint = ", which the model needs; its columns seem to stand between ";
+    EXPECT_EQ(hintAt({"id;age;sex"}), hint + "semicolons: try --delimiter \";\"");
+    EXPECT_EQ(hintAt({"id;\"age\";sex"}), hint + "semicolons: try --delimiter \";\"");
+    EXPECT_EQ(hintAt({"age\tsex"}), hint + "tabs: try --delimiter tab");
+    EXPECT_EQ(hintAt({"age,sex"}), hint + "commas: try --delimiter \",\"");
+    EXPECT_EQ(hintAt({"a;b", "age;c"}), hint + "semicolons: try --delimiter \";\"");
+    EXPECT_EQ(hintAt({"ages;sex"}), ", which the model needs");
+    EXPECT_EQ(hintAt({"a;b"}), ", which the model needs");
+}
+
 TEST_F(CaseBinderTest, HeaderIsRefused_WhenANameComesTwice) {
     EXPECT_EQ(GetHeaderFault({"age", "x", "sex", "x"}), "t.csv:1: the header has two columns named \"x\"");
     EXPECT_EQ(GetHeaderFault({"", "age", "sex", ""}), "t.csv:1: the header has two columns without a name");

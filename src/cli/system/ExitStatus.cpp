@@ -6,6 +6,7 @@
 #include "cli/system/TerminalText.h"
 #include "framework/VeskException.h"
 #include "output/HostError.h"
+#include "pmml/RefusalTable.h"
 
 namespace nbscore {
 
@@ -37,6 +38,8 @@ void ReportRefusal(std::ostream& messages, const VeskException& refusal, const s
     if (place.line != 0) messages << place.line << ':' << place.column << ':';
     messages << " error " << static_cast<int>(refusal.GetCode()) << ": " << MakePrintable(refusal.GetMessage()) << '\n';
     if (!place.elementPath.empty()) messages << "  at " << MakePrintable(place.elementPath) << '\n';
+    if (!place.startTag.empty()) messages << "  it reads " << MakePrintable(place.startTag) << '\n';
+    messages << "  do: " << MakePrintable(refusal.GetAdvice()) << '\n';
 }
 
 int Report(std::ostream& messages, std::string_view problem, ExitStatus status) {
@@ -57,7 +60,7 @@ int ReportUnguarded(std::ostream& messages, const ErrorContext& context) {
     } catch (const UnscorableModelError& error) {
         messages << MakePrintable(context.document) << ": error "
                  << static_cast<int>(VeskException::InconsistentDocument) << ": " << MakePrintable(error.what())
-                 << '\n';
+                 << "\n  do: " << MakePrintable(AdviceAgainst(error.GetKind())) << '\n';
         return static_cast<int>(ExitStatus::DocumentRefused);
     } catch (const CaseDataError& error) {
         return Report(messages, error.what(), ExitStatus::CaseDataRefused);

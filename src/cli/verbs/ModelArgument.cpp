@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "check/DocumentCheck.h"
 #include "cli/system/Interrupts.h"
 #include "cli/system/TerminalText.h"
 #include "cli/verbs/Arguments.h"
@@ -106,25 +107,12 @@ void TellRule(Console& console, const SourceDocument& source) {
                      << MakePrintable(QuoteForMessage(*producer)) << '\n';
 }
 
-/// Asked only of a document that was refused, so that others are read once.
-bool CanScoreByOtherRule(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source, ScoringRule rule) {
-    if (!plugin->Knows(OtherThan(rule))) return false;
-    try {
-        const auto passOver = [](const std::string&, const DocumentPlace&, std::string_view) {};
-        LoadedModel::Read(plugin, source, OtherThan(rule), {.onNotice = passOver, .onFault = {}}).RequireScorable();
-        return true;
-    } catch (const VeskException&) {
-        return false;
-    } catch (const UnscorableModelError&) {
-        return false;
-    }
-}
-
 /// Warnings are about what the plug-in of this project ignores, and true of that only.
 void Warn(Console& console, const SourceDocument& source, const ScoreModel& model) {
     if (dynamic_cast<const ModelSelfDescription*>(&model) == nullptr) return;
     for (const IgnoredConstruct& ignored : source.FindWarnings()) {
-        TellAt(console, "warning", source.GetName(), ignored.place) << MakePrintable(ignored.message) << '\n';
+        TellAt(console, "warning", source.GetName(), ignored.place)
+            << MakePrintable(ignored.message) << "\n  do: " << MakePrintable(ignored.advice) << '\n';
     }
 }
 
@@ -165,7 +153,8 @@ SourceDocument ModelArgument::Parse(Console& console, bool quiet) const {
 
 LoadedModel ModelArgument::Read(const SourceDocument& source, Console& console, bool quiet, bool mustScore) const {
     const auto takeNotice = [&](const std::string& line, const DocumentPlace& place, std::string_view /*advice*/) {
-        if (!quiet) TellAt(console, "note", place.source, place) << MakePrintable(line) << '\n';
+        if (quiet || isPluginHushed) return;
+        TellAt(console, "note", place.source, place) << MakePrintable(line) << '\n';
     };
     const std::shared_ptr<PluginLibrary> plugin = reading.LoadPlugin();
     const ScoringRule rule = reading.GetRule();
@@ -176,15 +165,12 @@ LoadedModel ModelArgument::Read(const SourceDocument& source, Console& console, 
         if (!quiet && !reading.IsRuleGiven()) TellRule(console, source);
         return model;
     } catch (VeskException& refusal) {
-        if (CanScoreByOtherRule(plugin, source, rule)) {
-            refusal.SetAdvice(refusal.GetAdvice() + ' ' + AdviceToReadBy(OtherThan(rule)));
-        }
+        refusal.SetAdvice(AdviseOnRefusal(plugin, source, reading.IsAdapting(), reading.GetLimits(), rule, refusal));
         throw;
     } catch (const UnscorableModelError& error) {
-        if (!CanScoreByOtherRule(plugin, source, rule)) throw;
-        VeskException refusal(VeskException::InconsistentDocument, error.what(),
-                              std::string(AdviceAgainst(error.GetKind())) + ' ' + AdviceToReadBy(OtherThan(rule)));
+        VeskException refusal(VeskException::InconsistentDocument, error.what(), AdviceAgainst(error.GetKind()));
         refusal.SetSource(source.GetName());
+        refusal.SetAdvice(AdviseOnRefusal(plugin, source, reading.IsAdapting(), reading.GetLimits(), rule, refusal));
         throw refusal;
     }
 }

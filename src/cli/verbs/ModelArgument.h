@@ -64,6 +64,8 @@ public:
     LoadedModel ReadScorable(const SourceDocument& source, Console& console, bool quiet = false) const;
     const std::string& GetDocumentName() const { return document; }
     const ReadingArgument& GetReading() const { return reading; }
+    /// What the plug-in says beside its refusals is not reported: for runs whose results programs read.
+    void HushPlugin() { isPluginHushed = true; }
 
 private:
     LoadedModel Read(const SourceDocument& source, Console& console, bool quiet, bool mustScore) const;
@@ -72,6 +74,7 @@ private:
     std::string document;
     ReadingArgument reading;
     std::optional<DensityFloor> densityFloor;
+    bool isPluginHushed = false;
 };
 
 }  // namespace nbscore

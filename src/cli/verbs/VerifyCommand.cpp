@@ -197,6 +197,7 @@ VerifyCommand::VerifyCommand(CLI::App& parent) : Command(parent, "verify", descr
 
 ExitStatus VerifyCommand::Run(Console& console) {
     const TimeLimit timeLimit(model.GetReading().GetMaxTime());
+    if (format == Format::Json) model.HushPlugin();
     const SourceDocument source = model.Parse(console);
     const LoadedModel loaded = model.ReadScorable(source, console);
     const std::vector<VerificationSuite> suites = source.ReadVerification(model.GetReading().GetRule());
