@@ -151,10 +151,11 @@ void AdviseWayOut(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, cons
     std::string& advice = check.problems.front().advice;
     const std::string toAdapt = adapt ? std::string() : AdviceToAdapt(plugin, check, limits);
     if (!toAdapt.empty()) advice = toAdapt;
+    const bool isOtherSound = check.otherRule && check.otherRule->IsSound();
+    const std::string option = std::string("--rule ") + NameRule(OtherThan(check.rule));
+    if (isOtherSound && advice.find(option) != std::string::npos) return;
     if (check.HasWarnings()) advice += " That alone does not make its answers right: see the warnings below.";
-    if (advice == adaptingSuffices || !check.otherRule || !check.otherRule->IsSound()) return;
-    if (advice.find(std::string("--rule ") + NameRule(check.otherRule->rule)) != std::string::npos) return;
-    advice += ' ' + AdviceToReadBy(check.otherRule->rule);
+    if (isOtherSound && advice != adaptingSuffices) advice += ' ' + AdviceToReadBy(check.otherRule->rule);
 }
 
 void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limits& limits, DocumentCheck& check) {

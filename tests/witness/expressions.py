@@ -166,8 +166,6 @@ FUNCTIONS = {
     "lessOrEqual": compared(lambda a, b: a <= b),
     "greaterThan": compared(lambda a, b: a > b),
     "greaterOrEqual": compared(lambda a, b: a >= b),
-    "and": lambda *values: all(values),
-    "or": lambda *values: any(values),
     "not": lambda value: not value,
     "uppercase": lambda text: text_of(text).upper(),
     "lowercase": lambda text: text_of(text).lower(),
@@ -207,6 +205,10 @@ def result_of(element, scope):
     arguments = [evaluate(expression, scope) for expression in expressions]
     if None in arguments and element.get("mapMissingTo") is not None:
         return guessed(element.get("mapMissingTo"))
+    if name in ("and", "or"):
+        # What is known decides alone where it can.
+        deciding = name == "or"
+        return deciding if deciding in arguments else None if None in arguments else not deciding
     if name in ("isMissing", "isNotMissing"):
         return (arguments[0] is None) == (name == "isMissing")
     if name in scope.functions:

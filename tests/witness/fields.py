@@ -3,7 +3,7 @@ from expressions import NUMBERS, children, contains, converted, evaluate, expres
 
 
 class InvalidValue(Exception):
-    """A value that ends the case without a result; holds the field's name."""
+    """A value that ends the case without a result."""
 
 
 class DataField:
@@ -62,14 +62,14 @@ class Treatment:
             value = self.treated_outlier(value)
         if value is not None and not self.field.admits(value):
             if self.invalid == "returnInvalid":
-                raise InvalidValue(self.field.name)
+                raise InvalidValue
             if self.invalid == "asMissing":
                 value = None
             elif self.invalid == "asValue":
                 value = self.field.key(self.instead_of_invalid)
         if value is None:
             if self.missing_is_invalid:
-                raise InvalidValue(self.field.name)
+                raise InvalidValue
             if self.instead_of_missing is not None:
                 value = self.field.key(self.instead_of_missing)
         # What is taken as it stands and is no number says nothing in a field of numbers.

@@ -180,4 +180,22 @@ def draw_mixed(random):
     return pmml("a sample", fields, model), [names, *rows]
 
 
-OWN_KINDS = (draw_spark, draw_undeclared, draw_mixed)
+def draw_wide(random):
+    """So many inputs that products of plain doubles would vanish."""
+    categories = ["no", "yes"]
+    names = [f"x{number}" for number in range(1200)]
+    fields = [E("DataField", {"name": "class", "optype": "categorical", "dataType": "string"})]
+    fields += [E("DataField", {"name": name, "optype": "continuous", "dataType": "double"}) for name in names]
+    schema = [E("MiningField", {"name": "class", "usageType": "target"})] + [
+        E("MiningField", {"name": name}) for name in names]
+    inputs = [density_input(name, categories, [gaussian(random.uniform(-1, 1), 1e-3), gaussian(0, 2e-3)])
+              if number % 2 else
+              table_input(name, categories, [("0", [1, random.randint(1, 9)]), ("1", [1000, 2000])])
+              for number, name in enumerate(names)]
+    model = naive_bayes("class", "0", schema, inputs, categories, [3, 5])
+    rows = [[str(round(random.uniform(-0.3, 0.3), 3)) if number % 2 else "0" for number, _ in enumerate(names)]
+            for _ in range(2)]
+    return pmml("a wide one", fields, model), [names, *rows]
+
+
+OWN_KINDS = (draw_spark, draw_undeclared, draw_mixed, draw_wide)

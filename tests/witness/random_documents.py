@@ -11,6 +11,7 @@ class Drawn:
 
     def __init__(self, random):
         self.random, self.fields, self.schema, self.derived, self.inputs, self.cells = random, [], [], [], [], {}
+        self.functions = []
         self.threshold = random.choice(["0", "0", "0.001", "0.001", "1e-10", "0.05", "0.25"])
         self.draw_target()
 
@@ -70,13 +71,18 @@ class Drawn:
         return attributes
 
     def add_field(self, name, numeric, values, cells, replacements, content=()):
-        optype = "continuous" if numeric and not values else "categorical"
+        optype = "continuous" if numeric and not values else self.random.choice(["categorical", "ordinal"])
         data_type = self.random.choice(["double", "double", "float"]) if numeric else "string"
         declared = [E("Value", {"value": value}) for value in values] + list(content)
         if self.chance(0.2):
-            self.missing = "-99" if numeric else "unknown"
-            declared.append(E("Value", {"value": self.missing, "property": "missing"}))
-            cells = cells + [self.missing]
+            missing = "-99" if numeric else "unknown"
+            declared.append(E("Value", {"value": missing, "property": "missing"}))
+            cells = cells + [missing]
+        if self.chance(0.15):
+            forbidden = "4" if numeric else "blue"
+            if forbidden not in values:
+                declared.append(E("Value", {"value": forbidden, "property": "invalid"}))
+                cells = cells + [forbidden]
         self.fields.append(E("DataField", {"name": name, "optype": optype, "dataType": data_type}, declared))
         attributes = {"name": name, "usageType": "active" if self.chance(0.5) else None,
                       **self.treatments(numeric and not values, replacements)}
@@ -98,7 +104,7 @@ class Drawn:
     def add_numbers(self, name):
         known = self.random.sample(["0", "1", "2", "3.5", "-4", "1e3"], self.random.randint(2, 4))
         declares = self.chance(0.5)
-        cells = known * 2 + [written(float(value)) for value in known] + ["99", "17"]
+        cells = known * 2 + [written(float(value)) for value in known] + ["99", "17", f" {known[0]} "]
         self.add_field(name, True, known if declares else [], cells, known + ["99"])
         rows = [(written(float(value)) if self.chance(0.3) else value, self.counts()) for value in known]
         self.inputs.append(table_input(name, self.names_of_categories(), rows))
@@ -189,8 +195,46 @@ class Drawn:
         self.inputs.append(table_input(made, self.names_of_categories(), [(t, self.counts()) for t in "abdm"]))
 
     def add_unread(self, name):
-        """A field that no input reads; its values may be invalid all the same."""
+        """A field that no input reads; its values may be invalid all the same. The table need not have it."""
         self.add_field(name, False, ["p", "q"], ["p", "q", "p", "q", "r"], ["p"])
+        if self.chance(0.3):
+            del self.cells[name]
+
+    def add_passed_over(self, name):
+        """A field that has nothing to do with scoring, whatever its values are."""
+        self.add_field(name, False, ["p", "q"], ["p", "r"], ["p"])
+        for field in self.schema:
+            if field.get("name") == name:
+                field.set("usageType", self.random.choice(["supplementary", "order", "group"]))
+
+    def add_truth(self, name):
+        """A field of truth values, which are texts."""
+        self.fields.append(E("DataField", {"name": name, "optype": "categorical", "dataType": "boolean"}))
+        self.schema.append(E("MiningField", {"name": name, **self.treatments(False, ["true", "false"])}))
+        self.cells[name] = ["true", "false", ""]
+        self.inputs.append(table_input(name, self.names_of_categories(), [
+            (value, self.counts()) for value in ("true", "false")]))
+
+    def add_computed(self, name):
+        """An input with an expression of its own, over a derived field that calls a function of the document."""
+        self.continuous(name)
+        made = name + "_half"
+        self.functions.append(E("DefineFunction", {
+            "name": name + "_f", "optype": "continuous", "dataType": "double"}, [
+                E("ParameterField", {"name": "p", "dataType": "double"}), apply("*", field_ref("p"), constant(0.5))]))
+        self.derived.append(E("DerivedField", {"name": made, "optype": "continuous", "dataType": "double"}, [
+            apply(name + "_f", field_ref(name))]))
+        self.derived.append(E("DerivedField", {"name": made + "_again", "optype": "continuous", "dataType": "double"}, [
+            field_ref(made)]))
+        whole = self.chance(0.5)
+        is_small = apply("or", apply("isMissing", field_ref(name)), apply(
+            "greaterOrEqual", constant(3), field_ref(made)))
+        expression = apply("floor", field_ref(made + "_again")) if whole else apply(
+            "if", is_small, constant("small", "string"), constant("large", "string"))
+        own = E("DerivedField", {"optype": "categorical", "dataType": "integer" if whole else "string"}, [expression])
+        values = [str(number) for number in range(-2, 9)] if whole else ["small", "large"]
+        self.inputs.append(table_input(made if whole else name, self.names_of_categories(),
+                                       [(value, self.counts()) for value in values], own))
 
     # What surrounds the model.
 
@@ -225,6 +269,12 @@ class Drawn:
                       constant("sure", "string"), constant("not sure", "string"))], data_type="string"))
             fields.append(self.output_field("again", "transformedValue", [
                 apply("+", field_ref("percent"), constant(1), defaultValue="-1")]))
+        numbers = [name for name in self.cells if name.startswith("density")]
+        if numbers and self.chance(0.5):
+            fields.append(self.output_field("treated", "transformedValue", [field_ref(numbers[0])]))
+        for field in fields[1:]:
+            if self.chance(0.1):
+                field.set("isFinalResult", "false")
         return E("Output", None, fields)
 
     def output_field(self, name, feature, content=(), value=None, data_type=None):
@@ -237,18 +287,19 @@ class Drawn:
             content)
 
 
-KINDS = ("texts", "texts", "numbers", "bins", "density", "density", "derived", "mapped", "unread")
+INPUTS = ("texts", "texts", "numbers", "bins", "density", "density", "derived", "mapped", "truth", "computed")
 
 
 def draw_document(random):
     """A document as an element and its table as a list of rows, the first of them names."""
     drawn = Drawn(random)
     for number in range(random.choice([1, 2, 3, 5, 8])):
-        kind = random.choice(KINDS if number else KINDS[:-1])
+        kind = random.choice(INPUTS + ("unread", "passed_over") if number else INPUTS)
         getattr(drawn, "add_" + kind)(f"{kind}_{number}")
     outputs, targets = drawn.output(), drawn.targets()
     local = drawn.derived and random.random() < 0.6
-    transformations = E("LocalTransformations" if local else "TransformationDictionary", None, drawn.derived)
+    transformations = E("LocalTransformations" if local else "TransformationDictionary", None,
+                        drawn.functions + drawn.derived)
     order = drawn.names_of_categories()
     if drawn.declares_target:
         random.shuffle(order)

@@ -11,7 +11,7 @@ import decimal
 import sys
 import xml.etree.ElementTree as ElementTree
 
-from expressions import child, children, evaluate, expression_of, local, number_of, text_of
+from expressions import child, children, converted, evaluate, expression_of, local, number_of, text_of
 from fields import CaseScope, DataField, DerivedField, InvalidValue, Treatment
 
 decimal.setcontext(decimal.Context(prec=50, Emax=decimal.MAX_EMAX, Emin=decimal.MIN_EMIN))
@@ -107,8 +107,10 @@ def data_fields_read(inputs, derived):
 
 
 class Answer:
-    def __init__(self, outcome, field=None, probabilities=None):
-        self.outcome, self.field, self.probabilities = outcome, field, probabilities
+    """What a case gives: the fields whose value is invalid, and what each category has, which may be nothing."""
+
+    def __init__(self, outcome, invalid, probabilities):
+        self.outcome, self.invalid, self.probabilities = outcome, invalid, probabilities
         self.best = probabilities.index(max(probabilities)) if probabilities else None
 
 
@@ -153,7 +155,7 @@ class Model:
             usage, field = mining_field.get("usageType", "active"), self.fields[mining_field.get("name")]
             if usage in ("target", "predicted"):
                 self.target_name = field.name
-            elif usage == "active" and field.name != PLACE_HOLDER:
+            elif usage == "active" and field.name not in (PLACE_HOLDER, self.target_name):
                 self.treatments.append(Treatment(field, mining_field))
         listed = [mining_field.get("name") for mining_field in children(schema, "MiningField")]
         unlisted = [name for name in fields_read if name not in listed]
@@ -177,16 +179,22 @@ class Model:
         self.display = dict(self.target.display)
         self.display.update({c: v.get("displayValue") for c, v in values.items() if v.get("displayValue")})
 
-    def scope(self, case):
-        treated = {t.field.name: t.treated(case.get(t.field.name)) for t in self.treatments
-                   if t.field is not self.target}
-        return CaseScope(self.fields, self.functions, treated)
+    def treated(self, case):
+        """The treated value of each field, and the names of those whose value ends the case."""
+        values, invalid = {}, []
+        for treatment in self.treatments:
+            name = treatment.field.name
+            try:
+                values[name] = treatment.treated(case.get(name))
+            except InvalidValue:
+                invalid.append(name)
+        return values, invalid
 
     def answer(self, case):
-        try:
-            scope = self.scope(case)
-        except InvalidValue as fault:
-            return Answer("invalid", str(fault), self.without_result)
+        values, invalid = self.treated(case)
+        if invalid:
+            return Answer("invalid", invalid, self.without_result)
+        scope = CaseScope(self.fields, self.functions, values)
         likelihoods = list(self.class_counts)
         for field, judge in self.inputs:
             value = scope.value(field) if isinstance(field, str) else field.value(scope)
@@ -195,8 +203,8 @@ class Model:
                 likelihoods = [likelihood * factor for likelihood, factor in zip(likelihoods, factors)]
         total = sum(likelihoods)
         if total == 0:
-            return Answer("nothing", None, self.without_result)
-        return Answer("scored", None, [likelihood / total for likelihood in likelihoods])
+            return Answer("nothing", [], self.without_result)
+        return Answer("scored", [], [likelihood / total for likelihood in likelihoods])
 
     def category_text(self, index):
         return text_of(self.categories[index])
@@ -212,7 +220,11 @@ class Model:
         return answer, [self.categories[answer.best], answer.probabilities[answer.best]] + answer.probabilities
 
     def columns(self):
-        return [field.get("name") for field in self.outputs]
+        return [field.get("name") for field in self.result_fields()]
+
+    def result_fields(self):
+        """The outputs that are columns; the others are there for expressions."""
+        return [field for field in self.outputs if field.get("isFinalResult", "true") == "true"]
 
     def cells(self, case):
         """What the document's Output asks for."""
@@ -224,10 +236,12 @@ class Model:
     def output(self, field, case, answer, given):
         feature = field.get("feature", "predictedValue")
         if feature == "warning":
-            return None if answer.outcome == "scored" else "a warning"
+            return None if answer.outcome == "scored" else answer.invalid or ["no category"]
         if feature in ("transformedValue", "decision"):
             readable = {n: float(v) if isinstance(v, Decimal) else v for n, v in given.items()}
-            return evaluate(expression_of(field), CaseScope(self.fields, self.functions, {}, readable))
+            scope = CaseScope(self.fields, self.functions, self.treated(case)[0], readable)
+            result = evaluate(expression_of(field), scope)
+            return converted(result, field.get("dataType"))
         if answer.best is None:
             return None
         if feature == "predictedValue":

@@ -112,8 +112,8 @@ class WitnessTest(unittest.TestCase):
             with self.subTest(treatments=treatments, cell=cell):
                 model = self.model(fields, inputs, threshold=0, treatments=treatments)
                 if used == "invalid":
-                    self.assertEqual(("invalid", "x"), (model.answer({"x": cell}).outcome,
-                                                        model.answer({"x": cell}).field))
+                    answer = model.answer({"x": cell})
+                    self.assertEqual(("invalid", ["x"]), (answer.outcome, answer.invalid))
                 else:
                     odds = 1 / 3 if used is None else ratio(used)
                     self.expect(model, {"x": cell}, 1 / (1 + odds), odds / (1 + odds))

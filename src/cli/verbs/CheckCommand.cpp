@@ -15,12 +15,15 @@ namespace {
 
 constexpr const char* description = R"(Say what documents hold and what is wrong with them.
 
-Reads each DOCUMENT without scoring anything. Tells the kind of model, its fields and their roles, the target's categories, and each classifier's threshold, inputs and counts; then what keeps the document from being scored, what may not be as it was meant, and what scoring ignores in it, each with what to do about it.)";
+Reads each DOCUMENT without scoring anything. Tells the kind of model, its fields and their roles, the target's categories, and each classifier's threshold, inputs and counts; then what keeps the document from being scored, what may not be as it was meant, and what scoring ignores in it, each with what to do about it. At the end stands whether the other rule of scoring could score the document (--rule).)";
 
 constexpr const char* footer = R"(Examples:
 
   See whether a document can be scored:
     nbscore check model.pmml
+
+  See whether the standard's rule can score it:
+    nbscore check model.pmml --rule standard
 
   Check many, for a script:
     nbscore check models/*.pmml --format json

@@ -24,7 +24,7 @@ constexpr const char* description = R"(Score every row of a table with a model.
 
 MODEL is a PMML document with a Naive Bayes model. CASES is a table of comma-separated values in UTF-8: the first line names the columns, each further row is one case. Without CASES, or with "-", the table is read from standard input. Columns are matched to the model's fields by name, in any order; columns that the model does not know are passed on. An empty cell is a missing value. Texts are taken as they stand, blanks included; around a number blanks may stand.
 
-The result has one row for each case, in the same order: all columns of the input, then predicted_TARGET, confidence (the probability of the prediction) and probability_CATEGORY for each category of the target. With --format jsonl it has one JSON object for each case instead.
+The result has one row for each case, in the same order: all columns of the input, then predicted_TARGET, confidence (the probability of the prediction) and probability_CATEGORY for each category of the target. With --format jsonl it has one JSON object for each case instead. With --rule standard, which gives the answers of other producers of documents, a document's Output names what is added; a case that has no result has empty cells.
 
 A self-learning document holds sub-models, such as one for each offer. Then the result has score_NAME for each of them: the probability of the target's second category. Where names are equal or empty, the sub-model's number, counted from 0, joins the name or stands for it. See --long and --best for other shapes; as JSON the scores are the list "models".
 
@@ -43,6 +43,9 @@ constexpr const char* footer = R"(Examples:
 
   The three best offers for each customer, from a document of sub-models:
     nbscore score offers.pmml customers.csv --best 3
+
+  A document that other software wrote, with the answers that it gives:
+    nbscore score model.pmml cases.csv --rule standard
 
   In a pipeline, as one JSON object a case:
     zcat cases.csv.gz | nbscore score model.pmml --format jsonl --quiet)";
