@@ -27,8 +27,7 @@ VeskException NoNaiveBayesModel(Element root) {
     const std::vector<Element> parts = root.GetChildren().List();
     const auto other = std::ranges::find_if(parts, IsModel);
     if (other != parts.end()) {
-        refusal.SetAdvice("Take a document with a Naive Bayes model: this one holds " + NameKindOf(*other) +
-                          ", and models of other kinds are not read.");
+        refusal.SetAdvice(refusal.GetAdvice() + " This one holds " + NameKindOf(*other) + '.');
     }
     return refusal;
 }
@@ -190,7 +189,7 @@ const std::vector<VeskException>& NaiveBayesTranslator::GetFaults() const {
 
 void NaiveBayesTranslator::NoteFaults(const DocumentTree& document, const std::string& encoding,
                                       const VeskException& first) {
-    faults = {first};
+    std::vector<VeskException> known = {first};
     NaiveBayesTranslator surveyor(GetDocumentName());
     surveyor.SetLimits(GetLimits());
     // What it would say was said before the first fault, or belongs to the others.
@@ -199,8 +198,10 @@ void NaiveBayesTranslator::NoteFaults(const DocumentTree& document, const std::s
     for (const VeskException& fault : surveyor.Survey(document)) {
         const bool isFirst =
             fault.GetMessage() == first.GetMessage() && fault.GetPlace().elementPath == first.GetPlace().elementPath;
-        if (!isFirst) faults.push_back(fault);
+        if (!isFirst) known.push_back(fault);
     }
+    // All at once: where memory runs out on the way, half of them would pass for all.
+    faults = std::move(known);
 }
 
 std::vector<VeskException> NaiveBayesTranslator::Survey(const DocumentTree& document) {
