@@ -1,7 +1,6 @@
 #include "pmml/Refusal.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "framework/NumberText.h"
 #include "pmml/Utf8.h"
@@ -85,6 +84,12 @@ std::size_t WordAttribute(Element element, Name name, std::span<const std::strin
                         {ExcerptOf(*word), SpellingOf(name), element.GetTag(), Listed(words)});
     }
     return static_cast<std::size_t>(found - words.begin());
+}
+
+std::optional<bool> FlagAttribute(Element element, Name name) {
+    static constexpr std::string_view words[] = {"true", "1", "false", "0"};
+    if (!element.Has(name)) return std::nullopt;
+    return WordAttribute(element, name, words) < 2;
 }
 
 }  // namespace nbscore

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <initializer_list>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -63,5 +64,7 @@ SCOREFRAMEWORK_API std::string RequiredText(const Transcoder& transcoder, Elemen
 /// The position of the attribute among the words; 0 when the element has no such attribute. Throws VeskException 5,
 /// with all the words, for any other.
 SCOREFRAMEWORK_API std::size_t WordAttribute(Element element, Name name, std::span<const std::string_view> words);
+/// true, false, 1 or 0; nothing when the element has no such attribute. Throws VeskException 5 for any other word.
+SCOREFRAMEWORK_API std::optional<bool> FlagAttribute(Element element, Name name);
 
 }  // namespace nbscore

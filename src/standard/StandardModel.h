@@ -41,11 +41,11 @@
 /// Threads: from the first case on, any number of scoring calls at once. The first one whose record has positions notes
 /// them, once, and others with such records wait for it.
 class StandardModel : public BaseModel,
-                                     public ModelSelfCheck,
-                                     public ModelSelfDescription,
-                                     public ModelSelfTables,
-                                     public ModelOutputs,
-                                     public ModelDensities {
+                      public ModelSelfCheck,
+                      public ModelSelfDescription,
+                      public ModelSelfTables,
+                      public ModelOutputs,
+                      public ModelDensities {
 public:
     StandardModel();
     ~StandardModel() override;

@@ -60,6 +60,7 @@ private:
                     break;
                 case Name::NaiveBayes:
                     if (parent == outline.root) {
+                        RequireBareWrapper(child);
                         ReadRoot(child);
                         break;
                     }
@@ -70,14 +71,19 @@ private:
         }
     }
 
+    /// What it says of itself, it says of the model in it.
+    void RequireBareWrapper(Element wrapper) {
+        faults.Try([wrapper] {
+            RequireKnownAttributes(wrapper, {Name::modelName, Name::functionName, Name::algorithmName});
+        });
+    }
+
     bool TakeOnly(Element part, Element& place) {
         if (!place) {
             place = part;
             return true;
         }
-        faults.Try([part] {
-            throw RefusalAt(part, Refusal::ChildTwice, {part.GetSpelling(), part.GetParent().GetSpelling()});
-        });
+        faults.Try([part] { throw ThereTwice(part); });
         return false;
     }
 
@@ -126,8 +132,7 @@ private:
             WordAttribute(model, Name::functionName, functions);
         });
         faults.Try([model] {
-            static constexpr std::string_view truths[] = {"true", "1", "false", "0"};
-            if (WordAttribute(model, Name::isScorable, truths) >= 2) {
+            if (!FlagAttribute(model, Name::isScorable).value_or(true)) {
                 throw RefusalAt(model, Refusal::NotScorable, {model.GetTag()});
             }
         });
@@ -235,8 +240,10 @@ private:
             if (child.Is(Name::BayesOutput)) {
                 TakeOnly(child, outline.bayesOutput);
             } else if (child.Is(Name::BayesInputs)) {
+                faults.Try([child] { RequireKnownAttributes(child, {}); });
                 if (TakeOnly(child, bayesInputs)) ReadInputs(child);
             } else if (child.Is(Name::NaiveBayes) && parent == outline.model) {
+                RequireBareWrapper(child);
                 ReadPartsOfModel(child);
             } else if (!TakeCommonPart(child)) {
                 faults.Try([child] { throw NotUnderstood(child); });

@@ -23,9 +23,7 @@ bool IsPlaceHolder(const InputParts& input) {
 }
 
 void TakeOnly(Element part, Element& place) {
-    if (place) {
-        throw RefusalAt(part, Refusal::ChildTwice, {part.GetSpelling(), part.GetParent().GetSpelling()});
-    }
+    if (place) throw ThereTwice(part);
     place = part;
 }
 

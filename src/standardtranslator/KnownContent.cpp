@@ -13,6 +13,10 @@ VeskException NotUnderstood(Element element) {
                      {ExcerptOf(element.GetTag()), ExcerptOf(element.GetParent().GetTag())});
 }
 
+VeskException ThereTwice(Element second) {
+    return RefusalAt(second, Refusal::ChildTwice, {second.GetSpelling(), second.GetParent().GetSpelling()});
+}
+
 void RequireKnownAttributes(Element element, std::initializer_list<Name> known) {
     for (std::size_t i = 0; i < element.CountAttributes(); ++i) {
         const Name name = element.GetAttributeAt(i).name;

@@ -13,6 +13,9 @@ namespace nbscore {
 /// The refusal of an element that is not expected where it stands.
 VeskException NotUnderstood(Element element);
 
+/// The refusal of an element of which there may be one.
+VeskException ThereTwice(Element second);
+
 /// Refuses the first attribute that is none of these. Those of other namespaces, and those that begin with "x-", are
 /// their writer's own and change nothing.
 void RequireKnownAttributes(Element element, std::initializer_list<Name> known);

@@ -90,8 +90,7 @@ private:
         if (field.feature == OutputField::Probability || field.feature == OutputField::Residual) {
             field.category = ReadCategory(element, field.name);
         }
-        static constexpr std::string_view truths[] = {"true", "1", "false", "0"};
-        field.isColumn = namesColumns && WordAttribute(element, Name::isFinalResult, truths) < 2;
+        field.isColumn = namesColumns && FlagAttribute(element, Name::isFinalResult).value_or(true);
         if (field.feature == OutputField::Expression) {
             expressionFields.push_back({element, field.name, std::nullopt});
         } else {

@@ -189,7 +189,7 @@ const std::vector<VeskException>& NaiveBayesTranslator::GetFaults() const {
 
 void NaiveBayesTranslator::NoteFaults(const DocumentTree& document, const std::string& encoding,
                                       const VeskException& first) {
-    faults = {first};
+    std::vector<VeskException> known = {first};
     NaiveBayesTranslator surveyor(GetDocumentName());
     surveyor.SetLimits(GetLimits());
     // What it would say was said before the first fault, or belongs to the others.
@@ -198,8 +198,10 @@ void NaiveBayesTranslator::NoteFaults(const DocumentTree& document, const std::s
     for (const VeskException& fault : surveyor.Survey(document)) {
         const bool isFirst =
             fault.GetMessage() == first.GetMessage() && fault.GetPlace().elementPath == first.GetPlace().elementPath;
-        if (!isFirst) faults.push_back(fault);
+        if (!isFirst) known.push_back(fault);
     }
+    // All at once: where memory runs out on the way, half of them would pass for all.
+    faults = std::move(known);
 }
 
 std::vector<VeskException> NaiveBayesTranslator::Survey(const DocumentTree& document) {

@@ -31,13 +31,13 @@ protected:
     std::string Do(const Limits& limits) const {
         const DocumentAndRows& subject = GetParam();
         TextSink sink;
-        sink.text = WriteCheckAsText(CheckDocument(plugin, subject.document, true, limits));
+        sink.text = WriteCheckAsText(CheckDocument(plugin, subject.document, true, limits, subject.rule));
         SourceDocument source = SourceDocument::Read(subject.document.string(), limits);
         source.Adapt();
-        LoadedModel loaded = LoadedModel::Read(plugin, source);
+        LoadedModel loaded = LoadedModel::Read(plugin, source, subject.rule);
         loaded.RequireScorable();
         VerifyModel(
-            loaded.Get(), source.ReadVerification(), [](const CellDifference&) {}, [] {});
+            loaded.Get(), source.ReadVerification(subject.rule), [](const CellDifference&) {}, [] {});
         TableScorerOptions options;
         options.limits = limits;
         for (options.threads = 1; options.threads <= 2; ++options.threads) {
@@ -45,6 +45,12 @@ protected:
             ScoreTable(loaded.Get(), rows, "rows", sink, options, {});
         }
         return sink.text;
+    }
+
+    /// The records of derived values that a thread has used go when it uses another one: this is always the last.
+    std::int64_t CountLiveAllocationsWithoutRecords() const {
+        LoadedModel::Read(plugin, std::filesystem::path(NBSCORE_FAULT_DOCUMENTS) / "derived-fields.pmml");
+        return CountLiveAllocations();
     }
 
     /// Limits that cancel the work after this many questions.
@@ -66,10 +72,10 @@ TEST_P(CancelledWork, EndsAtOnceAndLeavesNothingBehind) {
     // After this, whatever is made once in a program's life exists.
     EXPECT_THROW(Do(CancellingAfter(0, asked)), CancelledError);
     for (std::uint64_t answered = 0; answered < questions && !HasFailure(); ++answered) {
-        const std::int64_t before = CountLiveAllocations();
+        const std::int64_t before = CountLiveAllocationsWithoutRecords();
         asked = 0;
         EXPECT_THROW(Do(CancellingAfter(answered, asked)), CancelledError) << "question " << answered + 1;
-        EXPECT_EQ(CountLiveAllocations(), before) << "question " << answered + 1;
+        EXPECT_EQ(CountLiveAllocationsWithoutRecords(), before) << "question " << answered + 1;
     }
     asked = 0;
     EXPECT_EQ(Do(CancellingAfter(never, asked)), expected);

@@ -13,6 +13,7 @@
 #include "output/OutputSink.h"
 #include "selflearning/SelfLearningResult.h"
 #include "selflearning/VectorValue.h"
+#include "standardtranslator/GiveMyStandardTranslator.h"
 #include "support/TextSink.h"
 #include "support/WholeFile.h"
 #include "table/CaseBinder.h"
@@ -36,19 +37,24 @@ std::shared_ptr<PluginLibrary> GetPlugin() {
 }
 
 /// The translator that is part of this program.
-std::unique_ptr<ScoreModel> ReadInProcess(const std::filesystem::path& document) {
-    const std::unique_ptr<ScoreTranslator> translator(GiveMyTranslator());
-    SourceDocument source = SourceDocument::Read(document.string());
+std::unique_ptr<ScoreTranslator> MakeTranslator(ScoringRule rule) {
+    return std::unique_ptr<ScoreTranslator>(rule == ScoringRule::Standard ? GiveMyStandardTranslator()
+                                                                          : GiveMyTranslator());
+}
+
+std::unique_ptr<ScoreModel> ReadInProcess(const DocumentAndRows& about) {
+    const std::unique_ptr<ScoreTranslator> translator = MakeTranslator(about.rule);
+    SourceDocument source = SourceDocument::Read(about.document.string());
     source.Adapt();
     return source.Translate(*translator);
 }
 
 class Reading : public Work {
 public:
-    explicit Reading(const DocumentAndRows& about) : document(about.document.string()) {}
+    explicit Reading(const DocumentAndRows& about) : document(about.document.string()), rule(about.rule) {}
 
     std::string Do() override {
-        const std::unique_ptr<ScoreTranslator> translator(GiveMyTranslator());
+        const std::unique_ptr<ScoreTranslator> translator = MakeTranslator(rule);
         const std::unique_ptr<ScoreModel> model(translator->ParseFromTree(document, "UTF-8"));
         HonestStream text;
         model->Display(text);
@@ -57,43 +63,46 @@ public:
 
 private:
     std::string document;
+    ScoringRule rule;
 };
 
 class Verifying : public Work {
 public:
-    explicit Verifying(const DocumentAndRows& about) : document(about.document.string()) {}
+    explicit Verifying(const DocumentAndRows& about) : document(about.document.string()), rule(about.rule) {}
 
     std::string Do() override {
         SourceDocument source = SourceDocument::Read(document);
         HonestStream text;
         for (const Adaptation& adaptation : source.Adapt())
             text << adaptation.place.line << ' ' << adaptation.change << '\n';
-        const LoadedModel loaded = LoadedModel::Read(GetPlugin(), source);
+        const LoadedModel loaded = LoadedModel::Read(GetPlugin(), source, rule);
         loaded.RequireScorable();
         for (const IgnoredConstruct& ignored : source.FindIgnored())
             text << ignored.place.line << ' ' << ignored.message << '\n';
         const VerificationSummary summary = VerifyModel(
-            loaded.Get(), source.ReadVerification(), [](const CellDifference&) {}, [] {});
+            loaded.Get(), source.ReadVerification(rule), [](const CellDifference&) {}, [] {});
         text << summary.rows << ' ' << summary.cells << ' ' << summary.differences;
         return text.str();
     }
 
 private:
     std::string document;
+    ScoringRule rule;
 };
 
 class Checking : public Work {
 public:
-    explicit Checking(const DocumentAndRows& about) : document(about.document) {}
+    explicit Checking(const DocumentAndRows& about) : document(about.document), rule(about.rule) {}
 
     std::string Do() override {
-        const std::vector<DocumentCheck> checks = {CheckDocument(GetPlugin(), document, true)};
+        const std::vector<DocumentCheck> checks = {CheckDocument(GetPlugin(), document, true, {}, rule)};
         if (!checks.front().IsReadable()) throw std::runtime_error(checks.front().problems.front().message);
         return WriteCheckAsText(checks.front()) + WriteChecksAsJson(checks);
     }
 
 private:
     std::filesystem::path document;
+    ScoringRule rule;
 };
 
 using Descriptors = VectorValue<SelfLearningResult::ModelDescriptor>;
@@ -113,7 +122,7 @@ std::string Describe(const ScoreResult& result) {
 
 class ScoringRecords : public Work {
 public:
-    ScoringRecords(const DocumentAndRows& about, bool reuse) : model(ReadInProcess(about.document)), isReused(reuse) {
+    ScoringRecords(const DocumentAndRows& about, bool reuse) : model(ReadInProcess(about)), isReused(reuse) {
         std::ifstream rows(about.rows, std::ios::binary);
         CsvReader reader(rows, "rows", ',');
         std::vector<std::string_view> cells;
@@ -151,7 +160,7 @@ private:
 class ScoringTables : public Work {
 public:
     explicit ScoringTables(const DocumentAndRows& about)
-        : model(nullptr, ReadInProcess(about.document)), table(ReadWholeFile(about.rows)) {}
+        : model(nullptr, ReadInProcess(about)), table(ReadWholeFile(about.rows)) {}
 
     std::string Do() override {
         TextSink sink;
@@ -186,7 +195,8 @@ std::vector<DocumentAndRows> AllDocuments() {
             {"Iris", examples / "iris/iris.pmml", examples / "iris/flowers.csv"},
             {"Offers", examples / "offers/offers.pmml", examples / "offers/customers.csv"},
             {"DerivedFields", documents / "derived-fields.pmml", documents / "derived-fields.csv"},
-            {"NewerProducer", documents / "newer-producer.pmml", documents / "newer-producer.csv"}};
+            {"NewerProducer", documents / "newer-producer.pmml", documents / "newer-producer.csv"},
+            {"Standard", documents / "standard.pmml", documents / "standard.csv", ScoringRule::Standard}};
 }
 
 std::unique_ptr<Work> MakeReading(const DocumentAndRows& about) {

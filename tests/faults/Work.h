@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "framework/ScoringRule.h"
+
 /// @file
 /// What the tests do while memory runs out: everything that a host does with a document and its rows.
 
@@ -28,6 +30,7 @@ struct DocumentAndRows {
     std::string name;
     std::filesystem::path document;
     std::filesystem::path rows;
+    ScoringRule rule = ScoringRule::Smoothed;
 };
 
 /// How test programs show it.

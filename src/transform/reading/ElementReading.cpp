@@ -40,12 +40,6 @@ ExpressionValue AttributeOfKind(Element element, Name name, ValueKind kind, cons
     return text ? ReadAs(kind, TextAt(element, *text, transcoder)) : ExpressionValue();
 }
 
-std::optional<bool> FlagAttribute(Element element, Name name) {
-    static constexpr std::string_view words[] = {"true", "1", "false", "0"};
-    if (!element.Has(name)) return std::nullopt;
-    return WordAttribute(element, name, words) < 2;
-}
-
 bool TruthAt(Element element, std::string_view text) {
     if (const auto truth = TruthOf(std::string(text))) return *truth;
     throw RefusalAt(element, Refusal::NoTruthValue, {ExcerptOf(text)});

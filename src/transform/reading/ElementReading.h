@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,9 +36,6 @@ ExpressionValue WrittenAttribute(Element element, Name name, ValueKind wanted, c
 /// An attribute that takes the place of values of this kind, or is compared with them: of this kind where its whole
 /// text reads as one, else the text unchanged (ReadAs). Missing when there is none.
 ExpressionValue AttributeOfKind(Element element, Name name, ValueKind kind, const Transcoder& transcoder);
-
-/// true, false, 1 or 0; nothing when the element has no such attribute. Throws VeskException 5 for any other word.
-std::optional<bool> FlagAttribute(Element element, Name name);
 
 /// true, false, 1 or 0 as a truth value. Throws VeskException 5 for any other text.
 bool TruthAt(Element element, std::string_view text);
