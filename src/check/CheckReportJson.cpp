@@ -98,7 +98,6 @@ private:
     void AddOtherRule(const OtherRuleCheck& check) {
         json.BeginObject();
         AddText("rule", NameRule(check.rule));
-        AddTruth("sound", check.IsSound());
         AddTruth("can_be_scored", check.CanBeScored());
         AddList("problems", check.problems, &Report::AddProblem);
         json.EndObject();

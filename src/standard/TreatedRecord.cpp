@@ -37,14 +37,15 @@ const TreatedFields::Field* TreatedRecord::Fill(const TreatedFields& treatedFiel
     fields = &treatedFields;
     record = &caseRecord;
     cells.resize(treatedFields.GetAll().size());
+    const TreatedFields::Field* firstInvalid = nullptr;
     for (std::size_t slot = 0; slot < cells.size(); ++slot) {
         const TreatedFields::Field& field = treatedFields.GetAll()[slot];
         const ScoreValue* value =
             usesPositions ? caseRecord.GetValueByIndex(field.position) : caseRecord.GetValueByName(field.name);
         Treat(field.treatment, value, cells[slot]);
-        if (cells[slot].kind == FieldTreatment::Kind::Invalid) return &field;
+        if (cells[slot].kind == FieldTreatment::Kind::Invalid && firstInvalid == nullptr) firstInvalid = &field;
     }
-    return nullptr;
+    return firstInvalid;
 }
 
 void TreatedRecord::Treat(const FieldTreatment& treatment, const ScoreValue* value, Cell& cell) {

@@ -51,7 +51,7 @@ public:
 
     /// Treats the values of a case. The fields and the case's record are borrowed until the next call.
     /// @param usesPositions whether the record's positions are those that the fields have noted.
-    /// @return the first field with an invalid value, at which treating ends; null when there is none.
+    /// @return the first field with an invalid value, which the record has no value for; null when there is none.
     const TreatedFields::Field* Fill(const TreatedFields& treatedFields, const ScoreCaseRecord& caseRecord,
                                      bool usesPositions);
 

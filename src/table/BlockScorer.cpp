@@ -31,15 +31,25 @@ void ContractBlockScorer::PrepareCounts() {
     }
 }
 
-void ContractBlockScorer::Count(const ScoreResult& scored, std::uint64_t line) {
+std::string ContractBlockScorer::CellOf(const std::string& field, const std::vector<std::string_view>& cells) const {
+    for (const CaseBinder::BoundColumn& column : binder.GetColumns()) {
+        if (column.var->GetName() == field) return std::string(cells[column.column]);
+    }
+    return {};
+}
+
+void ContractBlockScorer::Count(const ScoreResult& scored, const CsvRowReader& rows) {
     const auto* const told = dynamic_cast<const ResultFacts*>(&scored);
     if (told == nullptr) {
         counts.areTold = false;
         return;
     }
     const CaseFacts& facts = told->GetFacts();
+    const std::uint64_t line = rows.GetRowLine();
     if (facts.outcome == CaseOutcome::NothingPossible) counts.nothingPossible.Add(line);
-    if (facts.outcome == CaseOutcome::InvalidValue && counts.invalid.Add(line)) counts.firstInvalidField = facts.field;
+    if (facts.outcome == CaseOutcome::InvalidValue && counts.invalid.Add(line)) {
+        counts.firstInvalid = {facts.field, CellOf(facts.field, rows.GetCells()), {}};
+    }
     if (facts.usable == 0 && facts.outcome != CaseOutcome::InvalidValue && !counts.fields.empty()) {
         counts.nothingKnown.Add(line);
     }
@@ -58,7 +68,7 @@ void ContractBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const O
         const ScoreResult& scored = result.Score(model, record);
         writer->AppendCase(scores.text, rows.GetInputRow(copiesRows), results.Read(record, scored));
         ++scores.rows;
-        Count(scored, rows.GetRowLine());
+        Count(scored, rows);
         if (HasNonFiniteNumber(scored)) scores.NoteNonFinite(rows.GetRowLine());
         if (scores.text.size() >= longText) onLongText(scores);
     }

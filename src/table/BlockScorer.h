@@ -72,7 +72,8 @@ public:
 
 private:
     void PrepareCounts();
-    void Count(const ScoreResult& scored, std::uint64_t line);
+    void Count(const ScoreResult& scored, const CsvRowReader& rows);
+    std::string CellOf(const std::string& field, const std::vector<std::string_view>& cells) const;
 
     ScoreModel& model;
     CaseBinder binder;

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "framework/ModelSelfDescription.h"
 #include "framework/ModelSelfTables.h"
 #include "framework/NumberText.h"
 #include "framework/SeededHash.h"
@@ -23,7 +24,7 @@ void CaseCounts::Add(const CaseCounts& other) {
         if (fields[i].unknown.Add(other.fields[i].unknown)) fields[i].firstUnknown = other.fields[i].firstUnknown;
     }
     nothingKnown.Add(other.nothingKnown);
-    if (invalid.Add(other.invalid)) firstInvalidField = other.firstInvalidField;
+    if (invalid.Add(other.invalid)) firstInvalid = other.firstInvalid;
     nothingPossible.Add(other.nothingPossible);
 }
 
@@ -47,25 +48,53 @@ bool AreAlike(std::string_view text, std::string_view other) {
     return std::ranges::equal(WithoutBlanksAround(text), WithoutBlanksAround(other), {}, ToLower, ToLower);
 }
 
-}  // namespace
+/// Of values as they are listed.
+template <typename Values, typename TextOf>
+std::string FindSpelling(const std::string& text, const Values& values, const TextOf& textOf) {
+    for (const auto& value : values) {
+        if (std::string known = textOf(value); AreAlike(text, known)) return known;
+    }
+    return {};
+}
 
-void CaseCounts::FindKnownSpellings(const ScoreModel& model) {
-    SeededMap<std::string_view, FieldCount*> wanted;
+/// The values that inputs know, of fields with unknown ones.
+void FindSpellingsOfInputs(const ScoreModel& model, std::vector<FieldCount>& fields) {
+    SeededMap<std::string, FieldCount*> wanted;
     for (FieldCount& field : fields) {
         if (field.unknown.rows > 0) wanted.emplace(field.field, &field);
     }
     const auto* const open = dynamic_cast<const ModelSelfTables*>(&model);
-    if (open == nullptr || wanted.empty()) return;
+    const auto* const description = dynamic_cast<const ModelSelfDescription*>(&model);
+    if (open == nullptr || description == nullptr || wanted.empty()) return;
+    for (const ClassifierDescription& classifier : description->Describe().classifiers) {
+        for (const InputDescription& input : classifier.inputs) {
+            const auto field = wanted.find(input.name);
+            if (field != wanted.end()) wanted.emplace(input.GetField(), field->second);
+        }
+    }
     for (const ClassifierTables& classifier : open->GetTables().classifiers) {
         for (const PredictorTables& predictor : classifier.predictors) {
             const auto field = wanted.find(predictor.var->GetName());
             if (field == wanted.end() || !field->second->knownSpelling.empty()) continue;
-            const auto known = std::ranges::find_if(predictor.texts, [&field](const std::string* text) {
-                return AreAlike(field->second->firstUnknown, *text);
-            });
-            if (known != predictor.texts.end()) field->second->knownSpelling = **known;
+            field->second->knownSpelling = FindSpelling(field->second->firstUnknown, predictor.texts,
+                                                        [](const std::string* text) { return *text; });
         }
     }
+}
+
+void FindSpellingOfDeclared(const ScoreModel& model, InvalidValue& value) {
+    const ScoreDictVar* const var =
+        model.GetDictionary() == nullptr ? nullptr : model.GetDictionary()->GetVar(value.field);
+    if (var == nullptr || var->GetValueLabelSet() == nullptr || value.text.empty()) return;
+    value.knownSpelling = FindSpelling(value.text, var->GetValueLabelSet()->GetValueLabels(),
+                                       [](const ScoreValueLabel& label) { return label.GetValue()->GetString(); });
+}
+
+}  // namespace
+
+void CaseCounts::FindKnownSpellings(const ScoreModel& model) {
+    FindSpellingsOfInputs(model, fields);
+    if (invalid.rows > 0) FindSpellingOfDeclared(model, firstInvalid);
 }
 
 }  // namespace nbscore

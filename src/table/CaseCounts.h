@@ -37,6 +37,15 @@ struct FieldCount {
     std::string knownSpelling;
 };
 
+/// A value for which a row has no result.
+struct InvalidValue {
+    std::string field;
+    /// As the table has it; empty where a value is missing that must be there, or the table has no column for it.
+    std::string text;
+    /// As of FieldCount: a value that the field declares.
+    std::string knownSpelling;
+};
+
 /// What a run over a table met that its answers do not show. Takes memory for the counts and the first of each alone,
 /// however long the table is.
 struct CaseCounts {
@@ -46,9 +55,9 @@ struct CaseCounts {
     std::vector<FieldCount> fields;
     /// Rows in which no input has a value that it knows. Not counted of a model without inputs.
     RowCount nothingKnown;
-    /// Rows without a result because a value is invalid, and the field of the first one.
+    /// Rows without a result because a value is invalid, and the first such value.
     RowCount invalid;
-    std::string firstInvalidField;
+    InvalidValue firstInvalid;
     /// Rows without a result because no category is possible.
     RowCount nothingPossible;
 

@@ -27,8 +27,7 @@ VeskException NoNaiveBayesModel(Element root) {
     const std::vector<Element> parts = root.GetChildren().List();
     const auto other = std::ranges::find_if(parts, IsModel);
     if (other != parts.end()) {
-        refusal.SetAdvice("Take a document with a Naive Bayes model: this one holds " + NameKindOf(*other) +
-                          ", and models of other kinds are not read.");
+        refusal.SetAdvice(refusal.GetAdvice() + " This one holds " + NameKindOf(*other) + '.');
     }
     return refusal;
 }

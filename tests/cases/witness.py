@@ -304,6 +304,8 @@ def check(folder):
     checked = 0
     failed = 0
     for expected in sorted(pathlib.Path(folder).glob("*/expected*.csv")):
+        if expected.with_name("rule.txt").exists():
+            continue  # The standard's rule has a witness of its own, in tests/witness.
         given = score_files(expected.with_name("document.pmml"), expected.with_name("rows.csv"),
                             long=expected.name == "expected-long.csv")
         checked += 1

@@ -164,10 +164,10 @@ TEST_F(RefusalAdvice, SaysWhichModelTheDocumentHoldsInstead) {
         RefusalBy({"score", "model.pmml", "cases.csv"}),
         (std::vector<std::string>{
             "model.pmml:1:1: error 1: <NaiveBayesModel> is required!", "  at /PMML", "  it reads <PMML>",
-            "  do: Take a document with a Naive Bayes model: this one holds a TreeModel, and models of other kinds "
-            "are not read."}));
+            "  do: Check that the document holds a Naive Bayes model: models of other kinds are not read. This one holds a "
+                  "TreeModel."}));
     folder.Write("model.pmml", "<PMML><DataDictionary/><AssociationModel/></PMML>");
-    EXPECT_THAT(RefusalBy({"display", "model.pmml"}).back(), HasSubstr("this one holds an AssociationModel"));
+    EXPECT_THAT(RefusalBy({"display", "model.pmml"}).back(), HasSubstr("This one holds an AssociationModel."));
 }
 
 TEST_F(RefusalAdvice, StandsBelowTheElementAtFault_WithTheInputThatItIsIn) {

@@ -112,6 +112,34 @@ TEST_F(RunFindings, TellDerivedValues_WhereInputsAreComputed) {
                                   "does not know, the first \"blue\""));
 }
 
+TEST_F(RunFindings, AreRowsWithoutAResult_ByTheStandardsRule) {
+    const std::vector<std::string> standard = {"--rule", "standard", "--summary", "summary.json"};
+    EXPECT_THAT(NotesOn("colour,weight\nred,200\nRed,200\n,200\nblue,1\nred,100\n", standard),
+                ElementsAre("note: standard input:3: 2 of 5 rows (40 %) have no result, this one the first: 2 invalid "
+                            "values, the first \"Red\" of \"colour\"; the model knows \"red\""));
+    const nlohmann::json summary = ReadSummary();
+    EXPECT_EQ(summary.at("rows_without_result"), nlohmann::json({{"invalid_value", 2}, {"nothing_possible", 0}}));
+    EXPECT_EQ(summary.at("first_invalid_value"),
+              nlohmann::json({{"field", "colour"}, {"value", "Red"}, {"line", 3}, {"known_spelling", "red"}}));
+    folder.Write("model.pmml", Replace(Replace(Replace(fruitDocument, "threshold=\"0.001\"", "threshold=\"0\""),
+                                               "count=\"90\"", "count=\"0\""),
+                                       "<TargetValueCount value=\"pear\" count=\"20\"/>",
+                                       "<TargetValueCount value=\"pear\" count=\"0\"/>"));
+    EXPECT_THAT(NotesOn("colour,weight\nred,100\nred,200\n", standard),
+                ElementsAre("note: standard input:3: 1 of 2 rows (50 %) has no result, this one the first: 1 row for "
+                            "which no category is possible"));
+    EXPECT_EQ(
+        Run({"score", "model.pmml", "-", "--rule", "standard", "--strict"}, "colour,weight\nred,200\n").exitStatus, 1);
+}
+
+TEST_F(RunFindings, HintAtAKnownValue_ByTheStandardsRuleToo) {
+    const std::string free = Replace(fruitDocument, "<MiningField name=\"colour\"/>",
+                                     "<MiningField name=\"colour\" invalidValueTreatment=\"asIs\"/>");
+    folder.Write("model.pmml", free);
+    EXPECT_THAT(NotesOn("colour,weight\nRed,200\n", {"--rule", "standard"}),
+                ElementsAre(EndsWith("the first \"Red\"; the model knows \"red\"")));
+}
+
 TEST_F(RunFindings, AreNotToldUnderQuiet) {
     EXPECT_THAT(NotesOn("colour,weight\nblue,\n", {"--quiet"}), ElementsAre());
 }
@@ -140,6 +168,7 @@ TEST_F(RunFindings, AreInTheSummary_WithZerosWhereThereAreNone) {
                                              {"table", "cases.csv"},
                                              {"rows", 2},
                                              {"rows_without_result", {{"invalid_value", 0}, {"nothing_possible", 0}}},
+                                             {"first_invalid_value", nothing},
                                              {"rows_without_known_value", 0},
                                              {"fields",
                                               {{{"name", "colour"},

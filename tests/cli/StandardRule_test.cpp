@@ -142,7 +142,7 @@ TEST_F(StandardRule, IsNamedInTheAdvice_WhereOnlyItCanScoreADocument) {
     EXPECT_EQ(check.at("rule"), "smoothed");
     EXPECT_EQ(check.at("sound"), false);
     EXPECT_EQ(check.at("other_rule").at("rule"), "standard");
-    EXPECT_EQ(check.at("other_rule").at("sound"), true);
+    EXPECT_EQ(check.at("other_rule").at("can_be_scored"), true);
     EXPECT_THAT(check.at("problems").at(0).at("advice").get<std::string>(), HasSubstr("--rule standard"));
 
     WriteParcels("threshold=\"0\"", "threshold=\"0.001\"");

@@ -8,6 +8,7 @@
 namespace {
 
 using nbscore::AppendNumber;
+using nbscore::FormatCount;
 using nbscore::FormatNumber;
 using nbscore::ReadInt;
 using nbscore::ReadNumber;

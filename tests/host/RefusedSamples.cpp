@@ -174,7 +174,7 @@ std::vector<RefusedSample> MakeSamples() {
         {Fruit("<MiningField name=\"weight\"/>", "<MiningField name=\"weight\"/><MiningField name=\"weight\"/>"),
          model + "/MiningSchema[1]/MiningField[3]", "List each field once"},
         {Fruit("<PairCounts value=\"red\">", "<TargetValueStats/><PairCounts value=\"red\">"),
-         model + "/BayesInputs[1]/BayesInput[1]/TargetValueStats[1]", "Give the input PairCounts alone"},
+         model + "/BayesInputs[1]/BayesInput[1]/TargetValueStats[1]", "Score the document by the standard's rule, which reads distributions"},
         {Fruit("optype=\"continuous\"", "optype=\"categorical\""),
          model + "/BayesInputs[1]/BayesInput[2]/DerivedField[1]", "Declare the field as continuous"},
         {Fruit("<PairCounts value=\"red\">", "<Other/><PairCounts value=\"red\">"),
@@ -217,7 +217,7 @@ std::vector<RefusedSample> MakeSamples() {
          "1:39", "Save the document in the encoding that its XML declaration names"},
         {fruitDocument.substr(0, 500), "15:1", "Mend the XML at this place."},
         // Content that makes no model.
-        {Fruit("0.001", "0"), model, "Write a small threshold"},
+        {Fruit("0.001", "0"), model, "Score the document by the standard's rule, which takes a threshold of 0"},
         {Set("<Value value=\"pear\"/>", "<Value value=\"pear\"/><Value value=\"plum\"/>"), model + "/MiningSchema[1]",
          "Let the MiningSchema of the first sub-model"},
         {Set("</PMML>", "<NaiveBayesModel modelName=\"n\" threshold=\"1\"><MiningSchema/></NaiveBayesModel></PMML>"),

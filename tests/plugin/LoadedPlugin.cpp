@@ -54,10 +54,11 @@ bool LoadedPlugin::HasSymbol(const std::string& name) const {
     return FindSymbol(name) != nullptr;
 }
 
-std::unique_ptr<ScoreTranslator> LoadedPlugin::MakeTranslator() const {
+std::unique_ptr<ScoreTranslator> LoadedPlugin::MakeTranslator(ScoringRule rule) const {
     using Factory = ScoreTranslator* (*)();
-    const auto factory = reinterpret_cast<Factory>(FindSymbol("GiveMyTranslator"));
-    if (factory == nullptr) throw std::runtime_error("the plug-in has no GiveMyTranslator");
+    const std::string name = rule == ScoringRule::Standard ? "GiveMyStandardTranslator" : "GiveMyTranslator";
+    const auto factory = reinterpret_cast<Factory>(FindSymbol(name));
+    if (factory == nullptr) throw std::runtime_error("the plug-in has no " + name);
     return std::unique_ptr<ScoreTranslator>(factory());
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "framework/ScoreTranslator.h"
+#include "framework/ScoringRule.h"
 
 namespace nbscore::test {
 
@@ -17,8 +18,8 @@ public:
     LoadedPlugin(const LoadedPlugin&) = delete;
     LoadedPlugin& operator=(const LoadedPlugin&) = delete;
 
-    /// The translator that the plug-in's factory makes.
-    std::unique_ptr<ScoreTranslator> MakeTranslator() const;
+    /// The translator that the plug-in's factory for this rule makes.
+    std::unique_ptr<ScoreTranslator> MakeTranslator(ScoringRule rule = ScoringRule::Smoothed) const;
     /// Whether the library has a symbol of exactly this name.
     bool HasSymbol(const std::string& name) const;
 

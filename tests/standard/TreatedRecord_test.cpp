@@ -58,6 +58,17 @@ TEST_F(TreatedRecords, TellTheFirstInvalidField) {
     EXPECT_EQ(invalid->var, size.get());
 }
 
+TEST_F(TreatedRecords, HaveTheOtherValues_WhenOneIsInvalid) {
+    for (const auto& name : {"size", "colour"}) {
+        const bool sizeIsInvalid = name == std::string("size");
+        const NamedRecord record =
+            CaseOf({{"size", sizeIsInvalid ? "large" : "3"}, {"colour", sizeIsInvalid ? "red" : "green"}});
+        EXPECT_EQ(treated.Fill(fields, record, false)->name, name);
+        EXPECT_EQ(treated.GetValueByName(name), nullptr);
+        EXPECT_NE(treated.GetValueByName(sizeIsInvalid ? "colour" : "size"), nullptr);
+    }
+}
+
 TEST_F(TreatedRecords, ReadByNotedPositions) {
     BaseCaseRecord record({"a", "colour", "size"});
     record.SetText(1, "red");

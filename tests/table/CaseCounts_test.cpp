@@ -116,7 +116,8 @@ TEST(CaseCounts, AreWhatResultsTell_WhenAModelIsScoredCaseByCase) {
     EXPECT_EQ(counts.fields[0].firstUnknown, "<5>");
     ExpectCount(counts.nothingKnown, 3, 3);
     ExpectCount(counts.invalid, 2, 4);
-    EXPECT_EQ(counts.firstInvalidField, "x");
+    EXPECT_EQ(counts.firstInvalid.field, "x");
+    EXPECT_EQ(counts.firstInvalid.text, "2");
     ExpectCount(counts.nothingPossible, 1, 6);
 }
 

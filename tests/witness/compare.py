@@ -8,6 +8,7 @@ Documents that differ are kept in the folder, with their tables.
 import argparse
 import csv
 import io
+import json
 import pathlib
 import random
 import subprocess
@@ -77,6 +78,21 @@ def differences(model, cases, table, usual, relative):
     return found
 
 
+def summary_differences(model, cases, summary):
+    """What the command counts of a run."""
+    answers = [model.answer(case) for case in cases]
+    outcomes = [answer.outcome for answer in answers]
+    expected = {
+        "rows": len(cases),
+        "rows_without_result": {"invalid_value": outcomes.count("invalid"),
+                                "nothing_possible": outcomes.count("nothing")},
+        "rows_without_known_value": sum(a.known == 0 and a.outcome != "invalid" for a in answers),
+        "fields": {name: sum(name in answer.unknown for answer in answers) for name, _, _ in model.inputs},
+    }
+    summary["fields"] = {field["name"]: field["unknown"] for field in summary["fields"]}
+    return [f"{key}: {summary[key]} instead of {value}" for key, value in expected.items() if summary[key] != value]
+
+
 def read_table(text):
     return [row or [""] for row in csv.reader(io.StringIO(text))]
 
@@ -89,13 +105,16 @@ def compare(command, folder, document, rows, options):
         csv.writer(stream, lineterminator="\n").writerows(rows)
     model = Model(path, plain="plain" in options)
     usual = "usual" in options or not model.outputs
-    run = subprocess.run([command, "score", "--rule", "standard", "--only-scores", *options, path, table],
-                         capture_output=True, encoding="utf-8", check=False)
+    summary = folder / "summary.json"
+    run = subprocess.run([command, "score", "--rule", "standard", "--only-scores", "--summary", summary, *options, path,
+                          table], capture_output=True, encoding="utf-8", check=False)
     if run.returncode != 0:
         return [f"exit status {run.returncode}: {run.stderr}"]
     has_densities = document.find(".//TargetValueStats") is not None
     relative = RELATIVE["densities" if has_densities else "counts"]
-    return differences(model, read_rows(table), read_table(run.stdout), usual, relative)
+    cases = read_rows(table)
+    return differences(model, cases, read_table(run.stdout), usual, relative) + summary_differences(
+        model, cases, json.loads(summary.read_text(encoding="utf-8")))
 
 
 def drawn(draw):

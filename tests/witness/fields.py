@@ -72,8 +72,7 @@ class Treatment:
                 raise InvalidValue
             if self.instead_of_missing is not None:
                 value = self.field.key(self.instead_of_missing)
-        # What is taken as it stands and is no number says nothing in a field of numbers.
-        return None if self.field.numeric and isinstance(value, str) else value
+        return value
 
 
 class DerivedField:
@@ -99,7 +98,9 @@ class CaseScope:
         return self.fields[name].numeric if name in self.fields else isinstance(self.values.get(name), float)
 
     def value(self, name):
+        field = self.fields.get(name)
         if name not in self.values:
-            field = self.fields[name]
             self.values[name] = field.value(self) if isinstance(field, DerivedField) else None
-        return self.values[name]
+        # A text that a field of numbers takes as it stands is none for expressions.
+        is_text = field is not None and field.numeric and isinstance(self.values[name], str)
+        return None if is_text else self.values[name]

@@ -106,7 +106,8 @@ MANNERS = (newest, old, pretty_printed, statistics_in_an_extension, statistics_a
 # Documents that a producer's own kind of model gives. Each answers a document and a table.
 
 def draw_spark(random):
-    """Target and inputs are doubles, 0.0 and 1.0; counts are fractions; no threshold."""
+    """Target and inputs are doubles, 0.0 and 1.0, or numbers of occurrences with Gaussian statistics; counts are
+    fractions; there is no threshold."""
     categories = [repr(float(number)) for number in range(random.randint(2, 3))]
     names = [f"field_{number}" for number in range(random.randint(2, 5))]
     values = [E("Value", {"value": value}) for value in ("0.0", "1.0")]
@@ -121,9 +122,15 @@ def draw_spark(random):
 
     inputs = [table_input(name, categories, [(value, [fraction() for _ in categories]) for value in ("0.0", "1.0")])
               for name in names]
+    words = ["word_0", "word_1"]
+    fields += [E("DataField", {"name": word, "optype": "continuous", "dataType": "double"}) for word in words]
+    schema += [E("MiningField", {"name": word}) for word in words]
+    inputs += [density_input(word, categories, [gaussian(fraction(), fraction()) for _ in categories])
+               for word in words]
     model = naive_bayes("class", "0.0", schema, inputs, categories, [fraction() for _ in categories])
-    rows = [[random.choice(["0", "1", "0.0", "1.0", ""]) for _ in names] for _ in range(20)]
-    return pmml("a cluster", fields, model, version="4.2"), [names, *rows]
+    rows = [[random.choice(["0", "1", "0.0", "1.0", ""]) for _ in names] +
+            [random.choice(["0.0", "3.0", "17", ""]) for _ in words] for _ in range(20)]
+    return pmml("a cluster", fields, model, version="4.2"), [names + words, *rows]
 
 
 def draw_undeclared(random):

@@ -109,8 +109,10 @@ def data_fields_read(inputs, derived):
 class Answer:
     """What a case gives: the fields whose value is invalid, and what each category has, which may be nothing."""
 
-    def __init__(self, outcome, invalid, probabilities):
+    def __init__(self, outcome, invalid, probabilities, known=0, unknown=()):
         self.outcome, self.invalid, self.probabilities = outcome, invalid, probabilities
+        # How many inputs have a value that the model knows, and the names of those whose value it does not.
+        self.known, self.unknown = known, unknown
         self.best = probabilities.index(max(probabilities)) if probabilities else None
 
 
@@ -169,7 +171,7 @@ class Model:
         own, statistics = child(element, "DerivedField"), child(element, "TargetValueStats")
         field = self.fields[element.get("fieldName")] if own is None else DerivedField(own)
         judge = Statistics(statistics, self) if statistics is not None else Table(element, field.key, self)
-        return (element.get("fieldName") if own is None else field), judge
+        return element.get("fieldName"), element.get("fieldName") if own is None else field, judge
 
     def read_targets(self, elements):
         values = {self.target.key(v.get("value")): v for t in elements for f in t for v in children(f, "TargetValue")}
@@ -195,16 +197,19 @@ class Model:
         if invalid:
             return Answer("invalid", invalid, self.without_result)
         scope = CaseScope(self.fields, self.functions, values)
-        likelihoods = list(self.class_counts)
-        for field, judge in self.inputs:
-            value = scope.value(field) if isinstance(field, str) else field.value(scope)
+        likelihoods, known, unknown = list(self.class_counts), 0, []
+        for name, field, judge in self.inputs:
+            value = field.value(scope) if isinstance(field, DerivedField) else values.get(field, scope.value(field))
             factors = None if value is None else judge.factors(value, self.plain)
-            if factors is not None:
+            if factors is None:
+                unknown += [] if value is None else [name]
+            else:
+                known += 1
                 likelihoods = [likelihood * factor for likelihood, factor in zip(likelihoods, factors)]
         total = sum(likelihoods)
         if total == 0:
-            return Answer("nothing", [], self.without_result)
-        return Answer("scored", [], [likelihood / total for likelihood in likelihoods])
+            return Answer("nothing", [], self.without_result, known, unknown)
+        return Answer("scored", [], [likelihood / total for likelihood in likelihoods], known, unknown)
 
     def category_text(self, index):
         return text_of(self.categories[index])

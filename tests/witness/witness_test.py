@@ -1,13 +1,14 @@
-"""The witness itself, held to examples that were computed by hand."""
+"""The witness itself, held to examples that were computed by hand; and the page and the case files, held to it."""
 import math
 import pathlib
 import tempfile
 import unittest
 from decimal import Decimal
 
+from compare import differences, read_table
 from elements import (E, density_input, field_ref, gaussian, apply, constant, interval, naive_bayes, pmml, table_input,
                       write)
-from standard_witness import Model
+from standard_witness import Model, read_rows
 
 NO_YES = ["no", "yes"]
 TARGET = [E("DataField", {"name": "t", "optype": "categorical", "dataType": "string"},
@@ -171,6 +172,20 @@ class StandardPageTest(unittest.TestCase):
         answer = model.answer({"sender": "known", "prize": "yes"})
         for shown, probability in zip(self.rows()["probability"][2:], answer.probabilities):
             self.assertAlmostEqual(float(shown), float(probability), delta=5.1e-5)
+
+
+class CaseFilesTest(unittest.TestCase):
+    """The case files of the standard's rule."""
+
+    def test_expected_tables_are_what_the_witness_computes(self):
+        folders = [rule.parent for rule in (PAGE.parents[1] / "tests" / "cases").glob("*/rule.txt")]
+        self.assertTrue(folders)
+        for folder in folders:
+            with self.subTest(case=folder.name):
+                model, cases = Model(folder / "document.pmml"), read_rows(folder / "rows.csv")
+                own = len(cases[0])
+                table = [row[own:] for row in read_table((folder / "expected.csv").read_text(encoding="utf-8"))]
+                self.assertEqual([], differences(model, cases, table, not model.outputs, 1e-12))
 
 
 if __name__ == "__main__":

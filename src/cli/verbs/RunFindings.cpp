@@ -77,8 +77,11 @@ private:
         if (all.rows == 0) return;
         std::string text = At(all) + ShareOf(all.rows) + " no result, this one the first: ";
         if (invalid.rows > 0) {
-            text += CountedNoun(invalid.rows, "invalid value") + ", the first of " +
-                    QuoteForMessage(summary.counts.firstInvalidField);
+            const InvalidValue& first = summary.counts.firstInvalid;
+            text += CountedNoun(invalid.rows, "invalid value") + ", the first " +
+                    (first.text.empty() ? "a missing one" : QuoteForMessage(first.text)) + " of " +
+                    QuoteForMessage(first.field);
+            if (!first.knownSpelling.empty()) text += "; the model knows " + QuoteForMessage(first.knownSpelling);
         }
         if (invalid.rows > 0 && impossible.rows > 0) text += "; ";
         if (impossible.rows > 0) text += CountedNoun(impossible.rows, "row") + " for which no category is possible";
@@ -110,6 +113,8 @@ public:
         } else {
             json.AddNull();
         }
+        json.AddName("first_invalid_value");
+        counts.invalid.rows > 0 ? AddInvalid(counts) : json.AddNull();
         AddCountIf(counts.areTold, "rows_without_known_value", counts.nothingKnown.rows);
         json.AddName("fields");
         counts.areTold ? AddFields(counts.fields) : json.AddNull();
@@ -117,6 +122,16 @@ public:
     }
 
 private:
+    void AddInvalid(const CaseCounts& counts) {
+        const InvalidValue& first = counts.firstInvalid;
+        json.BeginObject();
+        AddText("field", first.field);
+        AddTextIf(!first.text.empty(), "value", first.text);
+        AddCount("line", counts.invalid.firstLine);
+        AddTextIf(!first.knownSpelling.empty(), "known_spelling", first.knownSpelling);
+        json.EndObject();
+    }
+
     void AddFields(const std::vector<FieldCount>& fields) {
         json.BeginList();
         for (const FieldCount& field : fields) {

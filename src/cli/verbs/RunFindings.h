@@ -15,7 +15,8 @@ std::vector<std::string> TellFindings(const ScoringSummary& summary, const std::
 /// The counts as one JSON object for programs, whether or not there is anything to tell:
 ///
 ///     {"document": …, "table": …, "rows": 150,
-///      "rows_without_result": {"invalid_value": 0, "nothing_possible": 0},
+///      "rows_without_result": {"invalid_value": 2, "nothing_possible": 0},
+///      "first_invalid_value": {"field": …, "value": "x", "line": 7, "known_spelling": null},
 ///      "rows_without_known_value": 0,
 ///      "fields": [{"name": …, "unknown": 12, "first_value": "6.0", "first_line": 3, "known_spelling": "6"}, …]}
 ///
