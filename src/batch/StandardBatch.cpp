@@ -1,19 +1,13 @@
 #include "batch/StandardBatch.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <stdexcept>
 #include <unordered_map>
 #include <utility>
 
 #include "batch/BatchEngine.h"
-#include "framework/BaseDictVar.h"
 #include "framework/MCMV.h"
-#include "framework/NumberText.h"
-#include "framework/NumericValue.h"
-#include "framework/StringValue.h"
-#include "naivebayes/DensityFactor.h"
 #include "naivebayes/PredictedCategory.h"
 #include "naivebayes/StandardProduct.h"
 
@@ -23,100 +17,7 @@ namespace {
 constexpr std::size_t casesPerBlock = 256;
 constexpr std::int32_t noPrediction = -1;
 
-bool IsMissing(const ScoreDictVar& derived, double number) {
-    const NumericValue value(number);
-    return std::isnan(number) || derived.IsMissingValue(&value);
-}
-
-bool IsMissing(const ScoreDictVar& derived, std::string_view text) {
-    if (!MayDeclareMissing(derived)) return false;
-    const StringValue value{std::string(text)};
-    return derived.IsMissingValue(&value);
-}
-
-FieldTreatment::Treated Present(double number) {
-    return {FieldTreatment::Kind::Value, true, number, {}};
-}
-
-FieldTreatment::Treated Present(std::string_view text) {
-    return {FieldTreatment::Kind::Value, false, 0.0, text};
-}
-
-std::optional<double> NumberIn(double number) {
-    return MCMV::IsMissing(number) ? std::nullopt : std::optional(number);
-}
-
-std::optional<double> NumberIn(std::string_view text) {
-    const std::optional<double> number = ReadNumber(text);
-    return number ? NumberIn(*number) : std::nullopt;
-}
-
 }  // namespace
-
-template <typename Value>
-FactorRow StandardBatch::Predictor::RowOf(Value value, double& number) const {
-    if (rows) return rows->RowOf(value);
-    const std::optional<double> held = NumberIn(value);
-    if (!held || !SpeakOf(densities, *held)) return unknownRow;
-    number = *held;
-    return firstKnownRow;
-}
-
-/// Treats the values of one input and tells its predictors what they say.
-class StandardBatch::Encoder {
-public:
-    /// @param values out; given room for so many entries.
-    Encoder(const StandardBatch& batch, std::size_t input, std::size_t entries, TreatedValues& values)
-        : scorer(batch), field(batch.fields[input]), out(values) {
-        out.invalid.resize(entries);
-        out.rows.resize(field.predictors.size());
-        out.numbers.resize(field.predictors.size());
-        for (std::size_t place = 0; place < field.predictors.size(); ++place) {
-            out.rows[place].resize(entries);
-            out.numbers[place].resize(entries);
-        }
-    }
-
-    void EncodeMissing(std::size_t entry) {
-        Put(entry, field.treatment ? field.treatment->TreatMissing() : FieldTreatment::Treated());
-    }
-    void Encode(std::size_t entry, double number) {
-        if (field.treatment) return Put(entry, field.treatment->TreatNumber(number));
-        Put(entry, IsMissing(*field.derived, number) ? FieldTreatment::Treated() : Present(number));
-    }
-    void Encode(std::size_t entry, std::string_view text) {
-        if (field.treatment) return Put(entry, field.treatment->TreatText(text));
-        Put(entry, IsMissing(*field.derived, text) ? FieldTreatment::Treated() : Present(text));
-    }
-    void Copy(std::size_t entry, const TreatedValues& values, std::size_t from) {
-        out.invalid[entry] = values.invalid[from];
-        for (std::size_t place = 0; place < out.rows.size(); ++place) {
-            out.rows[place][entry] = values.rows[place][from];
-            out.numbers[place][entry] = values.numbers[place][from];
-        }
-    }
-
-private:
-    void Put(std::size_t entry, const FieldTreatment::Treated& treated) {
-        out.invalid[entry] = treated.kind == FieldTreatment::Kind::Invalid ? 1 : 0;
-        for (std::size_t place = 0; place < out.rows.size(); ++place) {
-            const Predictor& predictor = scorer.predictors[field.predictors[place]];
-            FactorRow& row = out.rows[place][entry];
-            double& number = out.numbers[place][entry];
-            if (treated.kind != FieldTreatment::Kind::Value) {
-                row = missingRow;
-            } else if (treated.isNumber) {
-                row = predictor.RowOf(treated.number, number);
-            } else {
-                row = predictor.RowOf(treated.text, number);
-            }
-        }
-    }
-
-    const StandardBatch& scorer;
-    const Field& field;
-    TreatedValues& out;
-};
 
 /// One call of Score: its cases go through in blocks, so that what their columns become stays in the cache.
 class StandardBatch::Call {
@@ -142,38 +43,44 @@ public:
 
 private:
     void EncodeColumn(std::size_t input, std::size_t first, std::size_t count) {
-        Encoder encoder(scorer, input, count, values[input]);
+        const TreatedInput& treated = scorer.treatedInputs[input];
+        treated.MakeRoom(values[input], count);
         const auto encode = [&](const auto& column) {
             for (std::size_t i = 0; i < count; ++i)
-                EncodeEntry(column, first + i, i, encoder);
+                EncodeEntry(column, first + i, treated, values[input], i);
         };
         std::visit(encode, columns[input]);
     }
 
-    static void EncodeEntry(const AbsentColumn&, std::size_t, std::size_t out, Encoder& encoder) {
-        encoder.EncodeMissing(out);
+    static void EncodeEntry(const AbsentColumn&, std::size_t, const TreatedInput& input, TreatedValues& out,
+                            std::size_t i) {
+        input.EncodeMissing(out, i);
     }
-    static void EncodeEntry(const NumberColumn& column, std::size_t entry, std::size_t out, Encoder& encoder) {
-        if (!column.validity.HasValue(entry)) return encoder.EncodeMissing(out);
-        encoder.Encode(out, column.values[entry]);
+    static void EncodeEntry(const NumberColumn& column, std::size_t entry, const TreatedInput& input,
+                            TreatedValues& out, std::size_t i) {
+        if (!column.validity.HasValue(entry)) return input.EncodeMissing(out, i);
+        input.Encode(out, i, column.values[entry]);
     }
-    static void EncodeEntry(const TextViewColumn& column, std::size_t entry, std::size_t out, Encoder& encoder) {
-        if (!column.validity.HasValue(entry)) return encoder.EncodeMissing(out);
-        encoder.Encode(out, column.values[entry]);
+    static void EncodeEntry(const TextViewColumn& column, std::size_t entry, const TreatedInput& input,
+                            TreatedValues& out, std::size_t i) {
+        if (!column.validity.HasValue(entry)) return input.EncodeMissing(out, i);
+        input.Encode(out, i, column.values[entry]);
     }
     template <typename Offset>
-    static void EncodeEntry(const TextColumn<Offset>& column, std::size_t entry, std::size_t out, Encoder& encoder) {
-        if (!column.validity.HasValue(entry)) return encoder.EncodeMissing(out);
-        encoder.Encode(out, column.At(entry));
+    static void EncodeEntry(const TextColumn<Offset>& column, std::size_t entry, const TreatedInput& input,
+                            TreatedValues& out, std::size_t i) {
+        if (!column.validity.HasValue(entry)) return input.EncodeMissing(out, i);
+        input.Encode(out, i, column.At(entry));
     }
     template <typename Code>
-    static void EncodeEntry(const CodeColumn<Code>& column, std::size_t entry, std::size_t out, Encoder& encoder) {
+    static void EncodeEntry(const CodeColumn<Code>& column, std::size_t entry, const TreatedInput& input,
+                            TreatedValues& out, std::size_t i) {
         const TreatedValues& known = column.dictionary->GetLookup().treated;
         // The entry of -1 stands in front.
         const auto code = column.validity.HasValue(entry) ? static_cast<std::int64_t>(column.codes[entry]) : -1;
         const auto place = static_cast<std::size_t>(code + 1);
         if (place >= known.invalid.size()) RefuseCode(entry, code, known.invalid.size() - 1);
-        encoder.Copy(out, known, place);
+        input.Copy(out, i, known, place);
     }
 
     void ScoreCase(std::size_t entry, std::size_t i) {
@@ -191,19 +98,20 @@ private:
 
     bool ComputeProbabilities(std::size_t i) {
         product.Begin(scorer.priors);
-        for (std::size_t j = 0; j < scorer.predictors.size(); ++j) {
-            const Predictor& predictor = scorer.predictors[j];
-            const TreatedValues& ofInput = values[scorer.inputsOfPredictors[j]];
-            const FactorRow row = ofInput.rows[predictor.place][i];
+        for (std::size_t j = 0; j < scorer.inputsOfPredictors.size(); ++j) {
+            const std::size_t input = scorer.inputsOfPredictors[j];
+            const std::size_t place = scorer.placesOfPredictors[j];
+            const StandardPredictor& predictor = scorer.treatedInputs[input].GetPredictor(place);
+            const FactorRow row = values[input].rows[place][i];
             if (row == missingRow) {
                 if (!answers.missing.empty()) ++answers.missing[j];
             } else if (row == unknownRow) {
                 if (!answers.unknown.empty()) ++answers.unknown[j];
-            } else if (predictor.rows) {
-                product.MultiplyBy(predictor.factors[row - firstKnownRow]);
-            } else {
-                product.MultiplyBy(predictor.densities, ofInput.numbers[predictor.place][i], scorer.threshold,
+            } else if (predictor.HasDensities()) {
+                product.MultiplyBy(predictor.GetDensities(), values[input].numbers[place][i], scorer.threshold,
                                    scorer.densityFloor);
+            } else {
+                product.MultiplyBy(predictor.GetFactors(row));
             }
         }
         return product.Finish(probabilities);
@@ -255,7 +163,9 @@ StandardBatch::StandardBatch(const ModelTables& model)
     for (const PredictorTables& predictor : model.classifiers.front().predictors) {
         const auto treated = treatments.find(predictor.var);
         AddInput(*predictor.var, predictor.kind, treated == treatments.end() ? nullptr : treated->second);
-        AddPredictor(predictor);
+        const std::size_t input = positionsOfInputs.at(predictor.var->GetName());
+        inputsOfPredictors.push_back(input);
+        placesOfPredictors.push_back(treatedInputs[input].AddPredictor(predictor));
     }
     for (const auto& [var, treatment] : model.treatedFields) {
         const bool isNumeric = var->GetStorageType() == ScoreDictVar::NumericStorage;
@@ -267,40 +177,19 @@ void StandardBatch::AddInput(const ScoreDictVar& var, PredictorTables::Kind kind
     const auto [entry, isNew] = positionsOfInputs.try_emplace(var.GetName(), inputs.size());
     if (!isNew) return;
     inputs.push_back({entry->first, kind});
-    Field& field = fields.emplace_back();
-    if (treatment != nullptr) {
-        field.treatment = *treatment;
-    } else {
-        field.derived.reset(var.Clone());
-    }
-}
-
-void StandardBatch::AddPredictor(const PredictorTables& predictor) {
-    const std::size_t input = positionsOfInputs.at(predictor.var->GetName());
-    std::vector<std::size_t>& ofField = fields[input].predictors;
-    Predictor& added = predictors.emplace_back();
-    added.place = ofField.size();
-    ofField.push_back(inputsOfPredictors.size());
-    inputsOfPredictors.push_back(input);
-    if (predictor.kind == PredictorTables::Densities) {
-        added.densities = *predictor.densities;
-        return;
-    }
-    const PredictorTables* const only = &predictor;
-    // What is missing has gone before rows are asked for.
-    added.rows.emplace(std::span(&only, 1), DeclaredMissing());
-    for (FactorRow row = firstKnownRow; row < added.rows->GetNumRows(); ++row)
-        added.factors.push_back((*predictor.probabilities)[static_cast<std::size_t>(added.rows->GetCode(0, row))]);
+    treatedInputs.emplace_back(var, treatment);
 }
 
 template <typename Value>
 InputDictionary StandardBatch::LookUp(std::size_t input, std::span<const Value> values) const {
     if (input >= inputs.size()) throw std::out_of_range("There is no input " + std::to_string(input) + ".");
     InputDictionary::Lookup lookup{identity, input, values.size(), {}};
-    Encoder encoder(*this, input, values.size() + 1, lookup.treated);
-    encoder.EncodeMissing(0);
+    // The entry of -1 stands in front.
+    const TreatedInput& treatedInput = treatedInputs[input];
+    treatedInput.MakeRoom(lookup.treated, values.size() + 1);
+    treatedInput.EncodeMissing(lookup.treated, 0);
     for (std::size_t code = 0; code < values.size(); ++code)
-        encoder.Encode(code + 1, values[code]);
+        treatedInput.Encode(lookup.treated, code + 1, values[code]);
     return InputDictionary(std::make_shared<InputDictionary::Lookup>(std::move(lookup)));
 }
 

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -13,12 +11,11 @@
 #include "batch/CaseValues.h"
 #include "batch/Column.h"
 #include "batch/ColumnScorer.h"
-#include "batch/ValueRows.h"
+#include "batch/TreatedInput.h"
 #include "framework/ModelTables.h"
 #include "framework/ScoreDictVar.h"
 #include "framework/ScoringRule.h"
 #include "framework/SeededHash.h"
-#include "naivebayes/Density.h"
 #include "transform/evaluation/FieldTreatment.h"
 
 namespace nbscore {
@@ -42,32 +39,10 @@ public:
     void Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const override;
 
 private:
-    /// Either counted values or densities.
-    struct Predictor {
-        std::optional<ValueRows> rows;
-        /// Of a row from firstKnownRow on, one factor for each category.
-        std::vector<std::vector<double>> factors;
-        std::vector<Density> densities;
-        /// Its place among the predictors that read the same input.
-        std::size_t place;
-
-        template <typename Value>
-        FactorRow RowOf(Value value, double& number) const;
-    };
-    /// A field as it is read.
-    struct Field {
-        /// Of a data field.
-        std::optional<FieldTreatment> treatment;
-        /// Of a derived one: its variable, to be asked which values are missing.
-        std::shared_ptr<const ScoreDictVar> derived;
-        std::vector<std::size_t> predictors;
-    };
-    class Encoder;
     class Call;
 
     /// @param treatment null for a derived field.
     void AddInput(const ScoreDictVar& var, PredictorTables::Kind kind, const FieldTreatment* treatment);
-    void AddPredictor(const PredictorTables& predictor);
     template <typename Value>
     InputDictionary LookUp(std::size_t input, std::span<const Value> values) const;
 
@@ -82,11 +57,11 @@ private:
     std::vector<std::string> categories;
     std::vector<std::string> noSubModels;
     std::vector<BatchInput> inputs;
-    /// One for each input.
-    std::vector<Field> fields;
+    std::vector<TreatedInput> treatedInputs;
     SeededMap<std::string, std::size_t> positionsOfInputs;
     std::vector<std::size_t> inputsOfPredictors;
-    std::vector<Predictor> predictors;
+    /// For each predictor its place among those of its input.
+    std::vector<std::size_t> placesOfPredictors;
 };
 
 }  // namespace nbscore

@@ -195,7 +195,8 @@ ScoredCaseReader::ScoredCaseReader(ScoreModel& model, const ScoreWriterOptions& 
     } else {
         probabilities.emplace(*model.GetTargetVar());
     }
-    if (!FindOutputColumns(model, options).empty()) asked = dynamic_cast<const ModelOutputs*>(&model);
+    numOutputs = FindOutputColumns(model, options).size();
+    if (numOutputs > 0) asked = dynamic_cast<const ModelOutputs*>(&model);
 }
 
 ScoredCase ScoredCaseReader::Read(const ScoreCaseRecord& record, const ScoreResult& result) {
@@ -207,6 +208,10 @@ ScoredCase ScoredCaseReader::Read(const ScoreCaseRecord& record, const ScoreResu
     const ScoreClsResult& classification = RequireClassification(result);
     if (asked != nullptr) {
         asked->ComputeOutputs(record, result, outputs);
+        if (outputs.size() != numOutputs) {
+            throw UnscorableModelError("The model gave " + CountedNoun(outputs.size(), "value") + " for its " +
+                                       CountedNoun(numOutputs, "output column") + ".");
+        }
         scored.outputs = outputs;
         return scored;
     }

@@ -146,6 +146,7 @@ private:
     bool predictionOnly;
     /// Null where the usual columns are shown.
     const ModelOutputs* asked = nullptr;
+    std::size_t numOutputs = 0;
     std::vector<OutputValue> outputs;
     std::optional<std::size_t> numSubModels;
     std::optional<CategoryProbabilities> probabilities;

