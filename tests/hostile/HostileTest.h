@@ -53,8 +53,8 @@ protected:
                 {"display", document}};
     }
 
-    /// The command says in one line what is wrong and where in the document, and in the last what to do; between them may
-    /// stand the path and what the element reads.
+    /// The command says in one line what is wrong and where in the document, and in the last what to do. Between them
+    /// may stand the path and what the element reads.
     static void ExpectRefused(const CommandResult& result, const std::string& pattern) {
         EXPECT_EQ(result.exitStatus, 3) << result.err.substr(0, 1000);
         EXPECT_EQ(result.out, "");
