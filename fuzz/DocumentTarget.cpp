@@ -1,6 +1,6 @@
 // Bytes as a document: by either rule read, scored, displayed, checked, adapted, verified. What is refused is refused
-// with a number, a message and a place, and by all ways of reading it alike; what is read scores the same whether or not
-// a result is filled again.
+// with a number, a message and a place, and by all ways of reading it alike; what is read scores the same whether or
+// not a result is filled again.
 
 #include <algorithm>
 #include <array>

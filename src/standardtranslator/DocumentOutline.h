@@ -24,8 +24,8 @@ struct DocumentOutline {
     std::vector<Element> targets;
     /// Output elements.
     std::vector<Element> outputs;
-    /// BayesInput elements, those in an Extension of BayesInputs among them: so wrote a producer when the standard had no
-    /// other place for continuous inputs.
+    /// BayesInput elements, those in an Extension of BayesInputs among them: there a producer wrote continuous inputs
+    /// when the standard had no other place for them.
     std::vector<Element> inputs;
     Element bayesOutput;
 };

@@ -37,7 +37,8 @@ public:
     }
 
     /// Reads how values of the field are treated. Throws VeskException 5 for other than the listed words and for
-    /// outliers of texts, 2 for a value that stands in for invalid ones and is not there, 9 for what should be a number.
+    /// outliers of texts, 2 where the value that stands in for invalid ones is not there, 9 for what should be a
+    /// number.
     FieldTreatmentRules ReadTreatment(const ScoreDictVar& variable, const Transcoder& transcoder) const;
     /// Throws VeskException 5 where the field, which is derived, would have to be treated.
     void RequireUntreated() const;

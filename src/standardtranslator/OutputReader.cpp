@@ -66,8 +66,8 @@ public:
     }
 
 private:
-    /// @param namesColumns true for the only one, and for that of the MiningModel around the model: what the model's own
-    ///     declares is there for that one's expressions.
+    /// @param namesColumns true for the only one, and for that of the MiningModel around the model: what the model's
+    ///     own declares is there for that one's expressions.
     void ReadOutput(Element output, bool namesColumns) {
         reading.faults.Try([output] { RequireKnownChildren(output, {Name::OutputField}); });
         for (const Element element : output.GetChildren(Name::OutputField)) {

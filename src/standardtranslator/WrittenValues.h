@@ -9,8 +9,8 @@
 
 namespace nbscore {
 
-/// The values of a field, so that what a document writes elsewhere is known again: numbers however they are written, texts
-/// as they stand or, where no text is quite so, as they are without the blanks around them.
+/// The values of a field, so that what a document writes elsewhere is known again: numbers however they are written,
+/// texts as they stand or, where no text is quite so, as they are without the blanks around them.
 class WrittenValues {
 public:
     explicit WrittenValues(bool holdNumbers) : areNumbers(holdNumbers) {}

@@ -64,7 +64,7 @@ TEST(DocumentOutline, RefusesModelsThatAreNoneToScore) {
     EXPECT_EQ(RefusalOf(ColourDocument().TextWith(model + "<TreeModel/>")),
               "12: <TreeModel> is a second model. /PMML/TreeModel[1]");
     EXPECT_EQ(RefusalOf(ColourDocument().TextWith("<AssociationModel/>")),
-              "1: The document holds an <AssociationModel>, and no Naive Bayes model. /PMML/AssociationModel[1]");
+              "1: The document holds an AssociationModel, and no Naive Bayes model. /PMML/AssociationModel[1]");
     EXPECT_EQ(RefusalOf(ColourDocument().TextWith("")), "1: <NaiveBayesModel> is required! /PMML");
     EXPECT_EQ(RefusalOf("<PMML><NaiveBayesModel/></PMML>"), "1: <PMML> has no child <DataDictionary>. /PMML");
 }
@@ -136,7 +136,7 @@ TEST(DocumentOutline, RefusesAMiningModelThatIsMoreThanItsOnlySegment) {
                 StartsWith("1: <SimplePredicate> is not understood in <Segment>"));
     EXPECT_THAT(RefusalOf(Replaced(text, "selectFirst", "x-best")), StartsWith("5: \"x-best\" is no"));
     EXPECT_EQ(RefusalOf(document.TextWith("<MiningModel><Segmentation>" + segment + "</Segmentation></MiningModel>")),
-              "1: The document holds a <TreeModel>, and no Naive Bayes model. " + segmentPath + "/TreeModel[1]");
+              "1: The document holds a TreeModel, and no Naive Bayes model. " + segmentPath + "/TreeModel[1]");
     EXPECT_EQ(RefusalOf(document.TextWith("<MiningModel/>")),
               "1: <MiningModel> has no child <Segmentation>. /PMML/MiningModel[1]");
 }

@@ -37,12 +37,14 @@ const std::string olderR = R"(<PMML version="3.2" xmlns="http://www.dmg.org/PMML
    </Extension>
    <BayesInput fieldName="DiscretePlaceHolder">
     <PairCounts value="pseudoValue">
-     <TargetValueCounts><TargetValueCount value="a" count="30"/><TargetValueCount value="b" count="1"/></TargetValueCounts>
+     <TargetValueCounts><TargetValueCount value="a" count="30"/><TargetValueCount value="b" count="1"/>
+      </TargetValueCounts>
     </PairCounts>
    </BayesInput>
   </BayesInputs>
   <BayesOutput fieldName="kind">
-   <TargetValueCounts><TargetValueCount value="a" count="30"/><TargetValueCount value="b" count="20"/></TargetValueCounts>
+   <TargetValueCounts><TargetValueCount value="a" count="30"/><TargetValueCount value="b" count="20"/>
+      </TargetValueCounts>
   </BayesOutput>
  </NaiveBayesModel>
 </PMML>)";
@@ -58,7 +60,8 @@ TEST(ProducersDocuments, OfAnOlderR) {
 /// Every field tolerates nothing invalid, some replace missing values, and a category never occurred.
 const std::string newerR = R"(<PMML version="4.2" xmlns="http://www.dmg.org/PMML-4_2">
  <DataDictionary>
-  <DataField name="class" optype="categorical" dataType="string"><Value value="x"/><Value value="y"/><Value value="z"/></DataField>
+  <DataField name="class" optype="categorical" dataType="string"><Value value="x"/><Value value="y"/>
+      <Value value="z"/></DataField>
   <DataField name="leaf" optype="categorical" dataType="string"><Value value="0"/><Value value="1"/></DataField>
   <DataField name="size" optype="continuous" dataType="double"/>
  </DataDictionary>
@@ -71,10 +74,12 @@ const std::string newerR = R"(<PMML version="4.2" xmlns="http://www.dmg.org/PMML
   <BayesInputs>
    <BayesInput fieldName="leaf">
     <PairCounts value="0"><TargetValueCounts>
-     <TargetValueCount value="x" count="6"/><TargetValueCount value="y" count="1"/><TargetValueCount value="z" count="NaN"/>
+     <TargetValueCount value="x" count="6"/><TargetValueCount value="y" count="1"/>
+      <TargetValueCount value="z" count="NaN"/>
     </TargetValueCounts></PairCounts>
     <PairCounts value="1"><TargetValueCounts>
-     <TargetValueCount value="x" count="2"/><TargetValueCount value="y" count="3"/><TargetValueCount value="z" count="NaN"/>
+     <TargetValueCount value="x" count="2"/><TargetValueCount value="y" count="3"/>
+      <TargetValueCount value="z" count="NaN"/>
     </TargetValueCounts></PairCounts>
    </BayesInput>
    <BayesInput fieldName="size">
@@ -87,7 +92,8 @@ const std::string newerR = R"(<PMML version="4.2" xmlns="http://www.dmg.org/PMML
   </BayesInputs>
   <BayesOutput fieldName="class">
    <TargetValueCounts>
-    <TargetValueCount value="x" count="8"/><TargetValueCount value="y" count="4"/><TargetValueCount value="z" count="1"/>
+    <TargetValueCount value="x" count="8"/><TargetValueCount value="y" count="4"/>
+      <TargetValueCount value="z" count="1"/>
    </TargetValueCounts>
   </BayesOutput>
  </NaiveBayesModel>
@@ -197,12 +203,15 @@ const std::string undeclared = R"(<PMML version="3.2">
   <NaiveBayes>
    <BayesInputs>
     <BayesInput fieldName="outlook">
-     <PairCounts value="1.0"><TargetValueCounts><TargetValueCount value="yes" count="2"/></TargetValueCounts></PairCounts>
-     <PairCounts value="2.0"><TargetValueCounts><TargetValueCount value="no" count="3"/></TargetValueCounts></PairCounts>
+     <PairCounts value="1.0"><TargetValueCounts><TargetValueCount value="yes" count="2"/></TargetValueCounts>
+      </PairCounts>
+     <PairCounts value="2.0"><TargetValueCounts><TargetValueCount value="no" count="3"/></TargetValueCounts>
+      </PairCounts>
     </BayesInput>
    </BayesInputs>
    <BayesOutput fieldName="play">
-    <TargetValueCounts><TargetValueCount value="no" count="3"/><TargetValueCount value="yes" count="2"/></TargetValueCounts>
+    <TargetValueCounts><TargetValueCount value="no" count="3"/><TargetValueCount value="yes" count="2"/>
+      </TargetValueCounts>
    </BayesOutput>
   </NaiveBayes>
  </NaiveBayesModel>
