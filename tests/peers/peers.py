@@ -5,31 +5,22 @@
     peers.py --witness     scores with the witness in tests/witness, which shows that it is right itself
 """
 import csv
-import dataclasses
 import io
 import pathlib
 import subprocess
 import sys
 import tempfile
-import xml.etree.ElementTree as ElementTree
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parent.parent / "witness"))
+WITNESS = pathlib.Path(__file__).resolve().parent.parent / "witness"
+sys.path.insert(0, str(WITNESS))  # for the modules that follow
+
+import r_models
+import scikit_models
+from elements import write
+
 TOLERANCE = 1e-12
 # Below it doubles have fewer digits.
 SMALLEST = 1e-290
-
-
-@dataclasses.dataclass
-class Answers:
-    """A model as a document, its table, and what its maker gives for each case."""
-    name: str
-    document: ElementTree.Element
-    rows: list
-    target: str
-    categories: list
-    probabilities: list
-    predicted: list
-    options: list = dataclasses.field(default_factory=list)
 
 
 def score(arguments):
@@ -46,8 +37,7 @@ def score_with_command(command, answers, path, table):
 
 def score_with_witness(answers, path, table):
     plain = ["--plain"] if "plain" in answers.options else []
-    witness = pathlib.Path(__file__).resolve().parent.parent / "witness" / "standard_witness.py"
-    return score([sys.executable, witness, "--usual", *plain, path, table])
+    return score([sys.executable, WITNESS / "standard_witness.py", "--usual", *plain, path, table])
 
 
 def compare(answers, scored):
@@ -65,10 +55,6 @@ def compare(answers, scored):
 
 
 def main(arguments):
-    import r_models
-    import scikit_models
-    from elements import write
-
     models, cases, differing = 0, 0, 0
     with tempfile.TemporaryDirectory() as folder:
         path, table = pathlib.Path(folder, "model.pmml"), pathlib.Path(folder, "cases.csv")
@@ -87,6 +73,4 @@ def main(arguments):
 
 
 if __name__ == "__main__":
-    # The readers of the models import this file by its name.
-    sys.modules["peers"] = sys.modules["__main__"]
     sys.exit(main(sys.argv[1:]))

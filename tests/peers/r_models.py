@@ -4,9 +4,9 @@ import pathlib
 import subprocess
 import tempfile
 
+from answers import Answers
 from elements import E, density_input, gaussian, naive_bayes, pmml, table_input
 from manners import statistics_in_an_extension
-from peers import Answers
 
 HERE = pathlib.Path(__file__).parent
 

@@ -3,8 +3,8 @@ import numpy
 from sklearn import datasets
 from sklearn.naive_bayes import BernoulliNB, CategoricalNB, GaussianNB
 
+from answers import Answers
 from elements import E, density_input, gaussian, interval, naive_bayes, pmml, table_input, written
-from peers import Answers
 
 
 def loaded():
