@@ -30,7 +30,8 @@ public:
 
     /// Whether it has a factory for the rule.
     bool Knows(ScoringRule rule) const;
-    /// A new translator, which makes models that score by the rule. Throws InputOutputError when the plug-in gives none.
+    /// A new translator, which makes models that score by the rule. Throws InputOutputError when the plug-in gives
+    /// none.
     std::unique_ptr<ScoreTranslator> MakeTranslator(ScoringRule rule = ScoringRule::Smoothed) const;
 
 private:

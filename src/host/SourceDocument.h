@@ -40,8 +40,8 @@ public:
     /// (which is freed).
     std::unique_ptr<ScoreModel> Translate(ScoreTranslator& translator) const;
 
-    /// The test cases in the model elements that the plug-in reads by the rule, in document order. Throws VeskException,
-    /// with the file's name (ReadVerificationSuites).
+    /// The test cases in the model elements that the plug-in reads by the rule, in document order. Throws
+    /// VeskException, with the file's name (ReadVerificationSuites).
     std::vector<VerificationSuite> ReadVerification(ScoringRule rule = ScoringRule::Smoothed) const;
 
     /// What scoring by the plug-in ignores in the document, in document order (FindIgnoredConstructs).

@@ -41,8 +41,8 @@ struct PlacedCell {
 /// by name, because models keep no position of their target. For a model with derived fields whose inputs are not known
 /// (FindFieldsOfInputs), every field of the dictionary that the table has is used. An empty cell is an absent value.
 /// Cells of numeric fields are read as numbers; a text that the field declares as a missing value is absent. Texts are
-/// taken as they are. A model with output columns (ModelOutputs) also uses its optional fields where the table has them,
-/// and gets texts that are no numbers, to treat them as invalid values.
+/// taken as they are. A model with output columns (ModelOutputs) also uses its optional fields where the table has
+/// them, and gets texts that are no numbers, to treat them as invalid values.
 class CaseBinder {
 public:
     /// @param model borrowed, to outlive the binder.

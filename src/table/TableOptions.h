@@ -13,7 +13,8 @@ enum class BadValues { Stop, Missing };
 
 /// How the rows of a table are taken.
 struct CaseBinderOptions {
-    /// With nothing, a model that treats invalid values itself (ModelOutputs) gets such texts; for any other it is Stop.
+    /// With nothing, a model that treats invalid values itself (ModelOutputs) gets such texts; for any other it is
+    /// Stop.
     std::optional<BadValues> badValues;
     /// A field that the model needs and the table lacks is absent in every case, instead of an error.
     bool allowMissingFields = false;

@@ -84,8 +84,8 @@ public:
     /// Throws as ReusedResult does, and UnscorableModelError for a result that is not of the model's kind.
     void Score(const ScoreCaseRecord& record, std::size_t subModel);
 
-    /// @param value no input. To be asked for when a case is scored, whose record still holds it. Throws UnscorableModelError for a result that is
-    /// not of the model's kind.
+    /// @param value no input. To be asked for when a case is scored, while the record still holds it. Throws
+    /// UnscorableModelError for a result that is not of the model's kind.
     VerifiedCell Get(const VerifiedValue& value);
 
     /// True when the expected value must be a number.
