@@ -28,8 +28,8 @@ struct ExpectedRefusal {
 /// The folder holds document.pmml, rows.csv and either expected.csv (the scored table) or expected-refusal.txt
 /// (lines of a key and its value: status, error, message, line, column, path, mentions). Beside expected.csv there may
 /// be expected-long.csv (the table with a row for each case and sub-model) and expected-messages.txt (what the command
-/// writes to standard error, for both tables; without this file nothing; notes only where it has one). A case of the standard's rule says so in
-/// rule.txt, whose one line is the word.
+/// writes to standard error, for both tables; without this file nothing; notes only where it has one). A case of the
+/// standard's rule says so in rule.txt, whose one line is the word.
 struct CaseFile {
     std::filesystem::path folder;
     std::filesystem::path document;

@@ -53,11 +53,13 @@ protected:
                 {"display", document}};
     }
 
-    /// The command says in one line what is wrong and where in the document; a second line may hold the path.
+    /// The command says in one line what is wrong and where in the document; then may come the path and the start tag
+    /// there, and what to do.
     static void ExpectRefused(const CommandResult& result, const std::string& pattern) {
         EXPECT_EQ(result.exitStatus, 3) << result.err.substr(0, 1000);
         EXPECT_EQ(result.out, "");
-        EXPECT_THAT(result.err, FitsPattern("[^:\n]+:" + pattern + "\n(  at /PMML[^\n]*\n)?"));
+        EXPECT_THAT(result.err,
+                    FitsPattern("[^:\n]+:" + pattern + "\n(  at /PMML[^\n]*\n)?(  it reads <[^\n]*\n)?  do: [^\n]+\n"));
         EXPECT_LT(result.err.size(), 3000U);
     }
 
