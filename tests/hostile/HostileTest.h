@@ -53,13 +53,13 @@ protected:
                 {"display", document}};
     }
 
-    /// The command says in one line what is wrong and where in the document, and in the last what to do; between them may
-    /// stand the path and what the element reads.
+    /// The command says in one line what is wrong and where in the document; then may come the path and the start tag
+    /// there, and what to do.
     static void ExpectRefused(const CommandResult& result, const std::string& pattern) {
         EXPECT_EQ(result.exitStatus, 3) << result.err.substr(0, 1000);
         EXPECT_EQ(result.out, "");
         EXPECT_THAT(result.err,
-                    FitsPattern("[^:\n]+:" + pattern + "\n(  at /PMML[^\n]*\n)?(  it reads [^\n]*\n)?  do: [^\n]+\n"));
+                    FitsPattern("[^:\n]+:" + pattern + "\n(  at /PMML[^\n]*\n)?(  it reads <[^\n]*\n)?  do: [^\n]+\n"));
         EXPECT_LT(result.err.size(), 3000U);
     }
 
