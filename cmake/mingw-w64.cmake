@@ -7,7 +7,7 @@ set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 
 # What scripts/windows-prefix.sh built.
-if(DEFINED ENV{NBSCORE_WINDOWS_PREFIX})
+if(NOT "$ENV{NBSCORE_WINDOWS_PREFIX}" STREQUAL "")
     set(NBSCORE_WINDOWS_PREFIX $ENV{NBSCORE_WINDOWS_PREFIX})
 else()
     set(NBSCORE_WINDOWS_PREFIX ${CMAKE_CURRENT_LIST_DIR}/../build/windows-prefix)
