@@ -122,8 +122,7 @@ TEST_F(SubModelWritersTest, ResultIsRefused_WhenItDoesNotHoldAScoreForEachSubMod
         const auto writer = MakeScoreWriter(set, {}, "t.csv", options);
         std::string text;
         const auto getFault = [&](const ScoreResult& result) {
-            return GetMessageOf<UnscorableModelError>(
-                [&] { AppendResult(*writer, set, options, text, {}, result); });
+            return GetMessageOf<UnscorableModelError>([&] { AppendResult(*writer, set, options, text, {}, result); });
         };
         EXPECT_EQ(getFault(FakeSetResult({MakeScore("card", 1)})), "The model gave 1 score for its 4 sub-models.");
         EXPECT_EQ(getFault(FakeSetResult()), "The model's results are no scores of sub-models.");
