@@ -160,12 +160,12 @@ TEST_F(RefusalAdvice, IsTheSameByEveryVerb) {
 
 TEST_F(RefusalAdvice, SaysWhichModelTheDocumentHoldsInstead) {
     folder.Write("model.pmml", "<PMML><DataDictionary/><TreeModel/></PMML>");
-    EXPECT_EQ(
-        RefusalBy({"score", "model.pmml", "cases.csv"}),
-        (std::vector<std::string>{
-            "model.pmml:1:1: error 1: <NaiveBayesModel> is required!", "  at /PMML", "  it reads <PMML>",
-            "  do: Check that the document holds a Naive Bayes model: models of other kinds are not read. This one holds a "
-                  "TreeModel."}));
+    EXPECT_EQ(RefusalBy({"score", "model.pmml", "cases.csv"}),
+              (std::vector<std::string>{"model.pmml:1:1: error 1: <NaiveBayesModel> is required!", "  at /PMML",
+                                        "  it reads <PMML>",
+                                        "  do: Check that the document holds a Naive Bayes model: models of other "
+                                        "kinds are not read. This one holds a "
+                                        "TreeModel."}));
     folder.Write("model.pmml", "<PMML><DataDictionary/><AssociationModel/></PMML>");
     EXPECT_THAT(RefusalBy({"display", "model.pmml"}).back(), HasSubstr("This one holds an AssociationModel."));
 }
