@@ -1,6 +1,7 @@
 #include "standardtranslator/WrittenValues.h"
 
 #include "framework/Blanks.h"
+#include "framework/MCMV.h"
 #include "framework/NumberText.h"
 
 namespace nbscore {
@@ -15,7 +16,8 @@ WrittenValues::WrittenValues(const ScoreDictVar& variable)
 
 bool WrittenValues::Add(const std::string& text) {
     const std::size_t position = size++;
-    if (areNumbers) return numbers.emplace(ReadNumber(text).value(), position).second;
+    // The missing number, which a document may declare like any other, is the only one whose text reads as none.
+    if (areNumbers) return numbers.emplace(ReadNumber(text).value_or(MCMV::gMissingValue), position).second;
     const auto [trimmed, isFirst] = trimmedTexts.emplace(WithoutOuterBlanks(text), position);
     if (!isFirst) trimmed->second.reset();
     return texts.emplace(text, position).second;
