@@ -8,6 +8,7 @@
 #include "adapt/AdaptationRules.h"
 #include "framework/NumberText.h"
 #include "pmml/DocumentParts.h"
+#include "pmml/KnownContent.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
 
@@ -25,8 +26,8 @@ bool HoldsInputs(Element extension) {
 
 void LeaveExtensionsOut(Element top, DocumentEdits& edits) {
     for (const Element extension : top.GetDescendants(Name::Extension)) {
-        // Otherwise it goes with the one around it.
-        if (!edits.IsLeftOut(extension) && !HoldsInputs(extension)) LeaveOut(extension, edits);
+        // Otherwise it goes with the one around it. Counts in it are read by the standard's rule, or refused.
+        if (!edits.IsLeftOut(extension) && !HoldsContent(extension)) LeaveOut(extension, edits);
     }
 }
 
@@ -55,8 +56,8 @@ void CleanDictionary(Element root, DocumentEdits& edits) {
 }
 
 /// Removes Extension from each BayesInput and BayesOutput, at any depth, and from the models of a self-learning
-/// document where it is neither an assessment figure nor has a number for a value. An Extension that holds inputs
-/// stays.
+/// document where it is neither an assessment figure nor has a number for a value. An Extension stays that holds
+/// inputs, or in a BayesInput or BayesOutput anything else that would count outside it.
 void CleanModels(Element root, DocumentEdits& edits) {
     const ModelsRead models = FindModelsRead(root);
     for (const Element model : models.elements) {

@@ -1,6 +1,7 @@
 // Checks of documents as JSON for programs.
 
 #include "check/DocumentCheck.h"
+#include "framework/NumberText.h"
 #include "host/LoadedModel.h"
 #include "output/JsonText.h"
 
@@ -98,6 +99,7 @@ private:
     void AddOtherRule(const OtherRuleCheck& check) {
         json.BeginObject();
         AddText("rule", NameRule(check.rule));
+        AddTruth("sound", check.IsSound());
         AddTruth("can_be_scored", check.CanBeScored());
         AddList("problems", check.problems, &Report::AddProblem);
         json.EndObject();
@@ -150,7 +152,8 @@ private:
         AddText("kind", NameKind(input.kind));
         AddCount("categories", input.categories);
         AddCount("counted_categories", input.countedCategories);
-        AddNumber("count", input.total);
+        // A sum, which the last of a double's digits may be wrong of.
+        AddNumber("count", ReadNumber(FormatCount(input.total)).value_or(input.total));
         json.EndObject();
     }
 

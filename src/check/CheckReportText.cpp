@@ -110,8 +110,9 @@ std::string DescribeProblem(const std::string& document, const DocumentProblem& 
 /// What both rules have in common was told already.
 std::string DescribeOtherRule(const DocumentCheck& check) {
     const OtherRuleCheck& other = *check.otherRule;
-    std::string text = check.document + ": by the " + NameRule(other.rule) + " rule (--rule " + NameRule(other.rule) +
-                       "): " + DescribeState(other);
+    const char* const name = other.rule == ScoringRule::Standard ? "standard's" : "smoothed";
+    std::string text =
+        check.document + ": by the " + name + " rule (--rule " + NameRule(other.rule) + "): " + DescribeState(other);
     for (const DocumentProblem& problem : other.problems) {
         const bool isTold = std::ranges::any_of(check.problems, [&problem](const DocumentProblem& told) {
             return told.severity == problem.severity && told.message == problem.message &&

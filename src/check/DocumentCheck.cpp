@@ -55,7 +55,7 @@ std::string AdviceToAdapt(const std::shared_ptr<PluginLibrary>& plugin, const Do
         SourceDocument source = SourceDocument::Read(check.document, limits);
         if (source.Adapt().empty()) return {};
         const std::optional<DocumentProblem> next = FindErrorOfAdapted(plugin, source, check.rule);
-        if (!next) return adaptingSuffices;
+        if (!next) return check.HasWarnings() ? "Read it with --adapt, which rewrites this." : adaptingSuffices;
         if (next->message == error.message && next->place.elementPath == error.place.elementPath) return {};
         return "Read it with --adapt, which rewrites this. What is wrong then: " + next->message;
     } catch (const VeskException&) {
@@ -63,117 +63,160 @@ std::string AdviceToAdapt(const std::shared_ptr<PluginLibrary>& plugin, const Do
     }
 }
 
-DocumentProblem ProblemOf(const IgnoredConstruct& ignored) {
+DocumentProblem ProblemOf(const IgnoredConstruct& ignored, bool canStandardScore) {
     return {.severity = ignored.isWarning ? DocumentProblem::Warning : DocumentProblem::Remark,
             .code = 0,
             .place = ignored.place,
             .message = ignored.message,
-            .advice = ignored.advice};
+            .advice = canStandardScore ? AdviceWithStandardRule(ignored) : ignored.advice};
 }
 
-/// What the smoothed rule is known to ignore, and what is odd about the model itself. The standard's rule ignores
-/// nothing that could change an answer.
-std::vector<DocumentProblem> RemarksOf(const SourceDocument& source, const DocumentCheck& check) {
-    if (!check.model) return {};
-    std::vector<DocumentProblem> remarks = FindRemarks(check, *check.model);
-    if (check.rule == ScoringRule::Smoothed) {
-        for (const IgnoredConstruct& ignored : source.FindIgnored())
-            remarks.push_back(ProblemOf(ignored));
+bool IsShortageOfMemory(const VeskException& refusal) {
+    return refusal.GetMessage() == GetRefusal(Refusal::OutOfMemory).message;
+}
+
+/// A document's check by one rule.
+class CheckByRule {
+public:
+    CheckByRule(const std::shared_ptr<PluginLibrary>& pluginLibrary, const SourceDocument& sourceDocument,
+                DocumentCheck& checkToFill)
+        : plugin(pluginLibrary), source(sourceDocument), check(checkToFill) {}
+
+    /// Reads the document and describes it. The check's problems are then all that keeps it from being scored, as far
+    /// as faults are known apart.
+    void FindErrors() {
+        const auto takeNotice = [this](const std::string& line, const DocumentPlace& place, std::string_view advice) {
+            notices.push_back({.severity = DocumentProblem::Remark,
+                               .code = 0,
+                               .place = place,
+                               .message = line,
+                               .advice = std::string(advice)});
+        };
+        const auto takeFault = [this](const VeskException& fault) { check.problems.push_back(ErrorOf(fault)); };
+        try {
+            LoadedModel loaded =
+                LoadedModel::Read(plugin, source, check.rule, {.onNotice = takeNotice, .onFault = takeFault});
+            check.applicationVersion = source.ReadApplicationVersion();
+            DescribeModel(loaded.Get(), check);
+            loaded.RequireScorable();
+        } catch (const VeskException& refusal) {
+            if (IsShortageOfMemory(refusal)) throw;
+            if (check.problems.empty()) check.problems.push_back(ErrorOf(refusal));
+        } catch (const UnscorableModelError& error) {
+            check.problems = {ErrorOf(error)};
+        }
     }
-    std::ranges::stable_sort(remarks, {}, &DocumentProblem::severity);
-    return remarks;
-}
 
-/// The warnings that a refused document would get if it were not refused.
-std::vector<DocumentProblem> WarningsOf(const SourceDocument& source, ScoringRule rule) {
-    std::vector<DocumentProblem> warnings;
-    if (rule != ScoringRule::Smoothed) return warnings;
-    for (const IgnoredConstruct& ignored : source.FindWarnings())
-        warnings.push_back(ProblemOf(ignored));
-    return warnings;
-}
-
-/// Reads the document by the check's rule and describes it.
-/// @return all that keeps it from being scored, as far as faults are known apart.
-std::vector<DocumentProblem> FindErrors(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source,
-                                        const BaseTranslator::Notices& onNotice, DocumentCheck& check) {
-    std::vector<DocumentProblem> faults;
-    const auto takeFault = [&faults](const VeskException& fault) { faults.push_back(ErrorOf(fault)); };
-    try {
-        LoadedModel loaded =
-            LoadedModel::Read(plugin, source, check.rule, {.onNotice = onNotice, .onFault = takeFault});
-        check.applicationVersion = source.ReadApplicationVersion();
-        DescribeModel(loaded.Get(), check);
-        loaded.RequireScorable();
-        return {};
-    } catch (const VeskException& refusal) {
-        if (faults.empty()) faults.push_back(ErrorOf(refusal));
-        return faults;
-    } catch (const UnscorableModelError& error) {
-        return {ErrorOf(error)};
-    }
-}
-
-/// All that is to be said of a document under the check's rule, which it describes.
-std::vector<DocumentProblem> FindProblems(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source,
-                                          DocumentCheck& check) {
-    std::vector<DocumentProblem> notices;
-    const auto takeNotice = [&notices](const std::string& line, const DocumentPlace& place, std::string_view advice) {
-        notices.push_back({.severity = DocumentProblem::Remark,
-                           .code = 0,
-                           .place = place,
-                           .message = line,
-                           .advice = std::string(advice)});
-    };
-    std::vector<DocumentProblem> problems = FindErrors(plugin, source, takeNotice, check);
-    try {
+    /// Adds what else is to be said to the errors, which are found by now.
+    /// @param canStandardScore whether the document can be scored by the standard's rule.
+    void AddRemarks(bool canStandardScore) {
         std::vector<DocumentProblem> more =
-            problems.empty() ? RemarksOf(source, check) : WarningsOf(source, check.rule);
+            check.problems.empty() ? RemarksOnModel(canStandardScore) : WarningsBesideErrors(canStandardScore);
         more.insert(more.end(), notices.begin(), notices.end());
-        problems.insert(problems.end(), more.begin(), more.end());
-    } catch (const VeskException& refusal) {
-        return {ErrorOf(refusal)};  // because memory ran out
+        check.problems.insert(check.problems.end(), more.begin(), more.end());
     }
-    return problems;
+
+private:
+    /// What the smoothed rule is known to ignore, and what is odd about the model itself. The standard's rule ignores
+    /// nothing that could change an answer.
+    std::vector<DocumentProblem> RemarksOnModel(bool canStandardScore) const {
+        if (!check.model) return {};
+        std::vector<DocumentProblem> remarks = FindRemarks(check, *check.model);
+        if (check.rule == ScoringRule::Smoothed) {
+            for (const IgnoredConstruct& ignored : source.FindIgnored())
+                remarks.push_back(ProblemOf(ignored, canStandardScore));
+        }
+        std::ranges::stable_sort(remarks, {}, &DocumentProblem::severity);
+        return remarks;
+    }
+
+    /// The warnings that a refused document would get if it were not refused.
+    std::vector<DocumentProblem> WarningsBesideErrors(bool canStandardScore) const {
+        std::vector<DocumentProblem> warnings;
+        if (check.rule != ScoringRule::Smoothed) return warnings;
+        for (const IgnoredConstruct& ignored : source.FindWarnings()) {
+            if (!IsRefused(ignored)) warnings.push_back(ProblemOf(ignored, canStandardScore));
+        }
+        return warnings;
+    }
+
+    bool IsRefused(const IgnoredConstruct& ignored) const {
+        return std::ranges::any_of(check.problems, [&ignored](const DocumentProblem& error) {
+            return error.place.elementPath == ignored.place.elementPath;
+        });
+    }
+
+    const std::shared_ptr<PluginLibrary>& plugin;
+    const SourceDocument& source;
+    DocumentCheck& check;
+    std::vector<DocumentProblem> notices;
+};
+
+/// Checks a document by the check's rule and by the other one, where the plug-in has it. Throws VeskException where
+/// memory runs out: that is true of the document, not of one rule.
+void CheckByBothRules(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source,
+                      DocumentCheck& check) {
+    DocumentCheck other;
+    other.rule = OtherThan(check.rule);
+    CheckByRule asked(plugin, source, check);
+    CheckByRule beside(plugin, source, other);
+    asked.FindErrors();
+    const bool hasOther = plugin->Knows(other.rule);
+    if (hasOther) beside.FindErrors();
+    const bool canStandardScore =
+        check.rule == ScoringRule::Standard ? check.CanBeScored() : hasOther && other.CanBeScored();
+    asked.AddRemarks(canStandardScore);
+    if (!hasOther) return;
+    beside.AddRemarks(canStandardScore);
+    check.otherRule = OtherRuleCheck{other.rule, std::move(other.problems)};
 }
 
-std::optional<OtherRuleCheck> CheckByOtherRule(const std::shared_ptr<PluginLibrary>& plugin,
-                                               const SourceDocument& source, ScoringRule asked) {
-    DocumentCheck check;
-    check.rule = OtherThan(asked);
-    if (!plugin->Knows(check.rule)) return std::nullopt;
-    return OtherRuleCheck{check.rule, FindProblems(plugin, source, check)};
+/// Whether the standard's rule can score a document that the smoothed one refuses, and whether that is how its producer
+/// means it. The smoothed rule is no way out of a refusal by the other: what that one does not understand, it passes
+/// over.
+enum class StandardRule { NoWayOut, WayOut, ProducersRule };
+
+StandardRule StandardRuleFor(const SourceDocument& source, bool canStandardScore) {
+    if (!canStandardScore) return StandardRule::NoWayOut;
+    return source.FindOtherProducer() ? StandardRule::ProducersRule : StandardRule::WayOut;
 }
 
 /// Says what would make a refused document sound as a whole, where something does.
-void AdviseWayOut(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limits& limits,
-                  DocumentCheck& check) {
+void AdviseWayOut(const std::shared_ptr<PluginLibrary>& plugin, bool isAdapted, const Limits& limits,
+                  StandardRule standardRule, DocumentCheck& check) {
     std::string& advice = check.problems.front().advice;
-    const std::string toAdapt = adapt ? std::string() : AdviceToAdapt(plugin, check, limits);
+    const std::string toAdapt = isAdapted ? std::string() : AdviceToAdapt(plugin, check, limits);
     if (!toAdapt.empty()) advice = toAdapt;
-    const bool isOtherSound = check.otherRule && check.otherRule->IsSound();
-    const std::string option = std::string("--rule ") + NameRule(OtherThan(check.rule));
-    if (isOtherSound && advice.find(option) != std::string::npos) return;
+    if (standardRule != StandardRule::NoWayOut && advice.find("--rule standard") != std::string::npos) return;
     if (check.HasWarnings()) advice += " That alone does not make its answers right: see the warnings below.";
-    if (isOtherSound && advice != adaptingSuffices) advice += ' ' + AdviceToReadBy(check.otherRule->rule);
+    const std::string wayOut = "it with --rule standard: by that rule it can be scored.";
+    if (standardRule == StandardRule::ProducersRule) {
+        advice = "Read " + wayOut + " Or: " + advice;
+    } else if (standardRule == StandardRule::WayOut && advice != adaptingSuffices) {
+        advice += " Or read " + wayOut;
+    }
 }
 
 void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limits& limits, DocumentCheck& check) {
     std::optional<SourceDocument> source;
+    auto standardRule = StandardRule::NoWayOut;
     try {
         source.emplace(SourceDocument::Read(check.document, limits));
         if (adapt) check.adaptations = source->Adapt();
-        check.problems = FindProblems(plugin, *source, check);
-        check.otherRule = CheckByOtherRule(plugin, *source, check.rule);
+        CheckByBothRules(plugin, *source, check);
+        const bool isSmoothed = check.rule == ScoringRule::Smoothed;
+        standardRule = StandardRuleFor(*source, isSmoothed && check.otherRule && check.otherRule->CanBeScored());
     } catch (const VeskException& refusal) {
+        if (source && IsShortageOfMemory(refusal)) throw std::bad_alloc();
         check.problems = {ErrorOf(refusal)};
     }
-    if (!check.CanBeScored()) AdviseWayOut(plugin, adapt, limits, check);
+    if (!check.CanBeScored()) AdviseWayOut(plugin, adapt, limits, standardRule, check);
 }
 
 /// Of a document whose description takes more memory than there is.
-DocumentCheck CheckForMemory(const std::filesystem::path& document) {
+DocumentCheck CheckForMemory(const std::filesystem::path& document, ScoringRule rule) {
     DocumentCheck check;
+    check.rule = rule;
     check.document = ToUtf8(document);
     VeskException refusal = MakeRefusal(Refusal::OutOfMemory);
     refusal.SetSource(check.document);
@@ -221,7 +264,7 @@ DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const 
         Check(plugin, adapt, limits, check);
         return check;
     } catch (const std::bad_alloc&) {
-        return CheckForMemory(document);
+        return CheckForMemory(document, rule);
     }
 }
 
@@ -232,8 +275,9 @@ std::string AdviseOnRefusal(const std::shared_ptr<PluginLibrary>& plugin, const 
     check.rule = rule;
     check.problems = {ErrorOf(refusal)};
     try {
-        check.otherRule = CheckByOtherRule(plugin, source, rule);
-        AdviseWayOut(plugin, isAdapted, limits, check);
+        const bool canStandardScore =
+            rule == ScoringRule::Smoothed && LoadedModel::CanScore(plugin, source, ScoringRule::Standard);
+        AdviseWayOut(plugin, isAdapted, limits, StandardRuleFor(source, canStandardScore), check);
     } catch (const VeskException&) {
         // Memory ran out: what is known suffices.
     } catch (const std::bad_alloc&) {

@@ -137,10 +137,6 @@ ScoringRule OtherThan(ScoringRule rule) {
     return rule == ScoringRule::Standard ? ScoringRule::Smoothed : ScoringRule::Standard;
 }
 
-std::string AdviceToReadBy(ScoringRule rule) {
-    return std::string("Or read it with --rule ") + NameRule(rule) + ": by that rule it can be scored.";
-}
-
 LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const std::filesystem::path& document,
                               ScoringRule rule, const Limits& limits) {
     const std::string name = ToUtf8(document);
@@ -157,6 +153,19 @@ LoadedModel LoadedModel::Read(std::shared_ptr<PluginLibrary> plugin, const Sourc
         if (base != nullptr) base->SetNotices(AsLinesAbout(document.GetName(), listeners.onNotice));
         return TranslateTelling(translator, document, listeners.onFault);
     });
+}
+
+bool LoadedModel::CanScore(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document, ScoringRule rule) {
+    if (!plugin->Knows(rule)) return false;
+    try {
+        const auto passOver = [](const std::string&, const DocumentPlace&, std::string_view) {};
+        Read(std::move(plugin), document, rule, {.onNotice = passOver, .onFault = {}}).RequireScorable();
+        return true;
+    } catch (const VeskException&) {
+        return false;
+    } catch (const UnscorableModelError&) {
+        return false;
+    }
 }
 
 void LoadedModel::RequireScorable() const {

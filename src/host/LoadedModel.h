@@ -28,8 +28,6 @@ struct ReadingListeners {
 /// `smoothed` or `standard`, as the command's option has it.
 const char* NameRule(ScoringRule rule);
 ScoringRule OtherThan(ScoringRule rule);
-/// What the advice about a refused document ends with, behind a blank, when it can be scored by this other rule.
-std::string AdviceToReadBy(ScoringRule rule);
 
 /// A model and the plug-in that it came from, which stays loaded as long as the model lives.
 class LoadedModel {
@@ -44,6 +42,10 @@ public:
     /// Reads a document that was parsed already, under its own limits. Throws as above.
     static LoadedModel Read(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document,
                             ScoringRule rule = ScoringRule::Smoothed, const ReadingListeners& listeners = {});
+
+    /// Whether a parsed document can be scored by a rule, found by reading it. False also where the plug-in lacks the
+    /// rule. Throws CancelledError, and InputOutputError where the plug-in fails.
+    static bool CanScore(std::shared_ptr<PluginLibrary> plugin, const SourceDocument& document, ScoringRule rule);
 
     /// Takes a model over.
     /// @param owner the plug-in that made it; null for a model whose code is part of the program.

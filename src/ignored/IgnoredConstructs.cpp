@@ -24,12 +24,11 @@ std::vector<IgnoredConstruct> IgnoredLog::Finish() const {
     for (const Entry& entry : entries) {
         std::string message = entry.subject + ' ' + entry.kind->effect;
         if (entry.count > 1) message += " So it is in " + CountedNoun(entry.count - 1, "more place") + '.';
-        std::string advice = entry.kind->advice;
-        if (entry.kind->weight == IgnoredKind::HeededByStandard && hasStandardRule) {
-            advice += " Or score the document with --rule standard, which heeds this.";
-        }
-        constructs.push_back(
-            {entry.first.GetPlace(), std::move(message), std::move(advice), entry.kind->weight != IgnoredKind::Remark});
+        constructs.push_back({.place = entry.first.GetPlace(),
+                              .message = std::move(message),
+                              .advice = entry.kind->advice,
+                              .isHeededByStandard = entry.kind->weight == IgnoredKind::HeededByStandard,
+                              .isWarning = entry.kind->weight != IgnoredKind::Remark});
     }
     std::ranges::stable_sort(constructs, {}, [](const IgnoredConstruct& construct) {
         return std::tuple(construct.place.line, construct.place.column);
@@ -44,7 +43,8 @@ std::string QuotedAttribute(Element element, Name name) {
 std::vector<IgnoredConstruct> FindIgnoredConstructs(const DocumentTree& document) {
     const Element root = document.GetRoot();
     const ModelsRead models = FindModelsRead(root);
-    IgnoredLog log(models.selfLearning);
+    IgnoredLog log;
+    NoteUnknownContent(root, models, log);
     NoteIgnoredFieldRules(root, models, log);
     NoteIgnoredModels(root, models, log);
     for (const Element model : models.elements) {
@@ -54,6 +54,11 @@ std::vector<IgnoredConstruct> FindIgnoredConstructs(const DocumentTree& document
     }
     NoteCountsOfNoNumber(root, models, log);
     return log.Finish();
+}
+
+std::string AdviceWithStandardRule(const IgnoredConstruct& construct) {
+    if (!construct.isHeededByStandard) return construct.advice;
+    return construct.advice + " Or score the document with --rule standard, which heeds this.";
 }
 
 std::vector<IgnoredConstruct> FindWarnings(const DocumentTree& document) {

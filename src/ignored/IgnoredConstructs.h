@@ -17,6 +17,8 @@ struct IgnoredConstruct {
     std::string message;
     /// What to do about it, as a sentence.
     std::string advice;
+    /// Whether the standard's rule, where it can score the document, does what is meant.
+    bool isHeededByStandard = false;
     /// Whether answers are so far from what the document means that scoring says so every time.
     bool isWarning = false;
 };
@@ -25,6 +27,9 @@ struct IgnoredConstruct {
 /// it occurs. Only what could change an answer is reported, and only of the model elements that are read. Takes time
 /// proportional to the document.
 std::vector<IgnoredConstruct> FindIgnoredConstructs(const DocumentTree& document);
+
+/// The advice with a hint at the standard's rule, where that one heeds the construct. For documents that it can score.
+std::string AdviceWithStandardRule(const IgnoredConstruct& construct);
 
 /// Only those that are warnings; works for a document that the plug-in refuses, too.
 std::vector<IgnoredConstruct> FindWarnings(const DocumentTree& document);

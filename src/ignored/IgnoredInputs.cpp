@@ -21,6 +21,9 @@ constexpr const char* adviceOnInputs =
 constexpr IgnoredKind inputsBesideOthers{"alone.", adviceOnInputs, IgnoredKind::HeededByStandard};
 constexpr IgnoredKind allInputs{"alone: they are the same for every case.", adviceOnInputs,
                                 IgnoredKind::HeededByStandard};
+constexpr IgnoredKind countsInExtension{"is not read: the input counts by what stands right in it.",
+                                        "Take the counts out of the Extension, or leave them out.",
+                                        IgnoredKind::HeededByStandard};
 constexpr IgnoredKind countsOfNoNumber{
     "is no number, as the field's values are: no case has it, and of several such rows the last one stands for all.",
     "Give the field the dataType string, if cases have this value; else take its PairCounts out.",
@@ -116,6 +119,15 @@ private:
 
 void NoteIgnoredInputs(Element model, IgnoredLog& log) {
     InputsOfModel(model).Note(log);
+    for (const Element input : FindInputs(model)) {
+        for (const Element extension : input.GetChildren(Name::Extension)) {
+            for (const Element counts : extension.GetChildren()) {
+                if (!counts.Is(Name::PairCounts) && !counts.Is(Name::TargetValueStats)) continue;
+                log.Note(countsInExtension, counts,
+                         counts.GetTag() + " in an Extension of the input " + QuotedAttribute(input, Name::fieldName));
+            }
+        }
+    }
 }
 
 void NoteCountsOfNoNumber(Element root, const ModelsRead& models, IgnoredLog& log) {

@@ -30,9 +30,6 @@ struct IgnoredKind {
 /// long the document is.
 class IgnoredLog {
 public:
-    /// @param isSet whether the document is a set of sub-models, which the standard's rule does not know.
-    explicit IgnoredLog(bool isSet) : hasStandardRule(!isSet) {}
-
     /// @param kind must outlive the log.
     /// @param subject the construct's name, as the beginning of a sentence.
     void Note(const IgnoredKind& kind, Element element, const std::string& subject);
@@ -47,13 +44,14 @@ private:
         std::string subject;
         std::size_t count;
     };
-    bool hasStandardRule;
     std::vector<Entry> entries;
 };
 
 /// An attribute in quotes, shortened and without control characters, to name a construct by.
 std::string QuotedAttribute(Element element, Name name);
 
+/// Elements and attributes that are not known where they stand: in the dictionaries and in the models that are read.
+void NoteUnknownContent(Element root, const ModelsRead& models, IgnoredLog& log);
 /// Ignored rules for the values of fields: in the data dictionary (declared validity, second declarations, a wrong
 /// number of fields) and in the mining schemas (missing and invalid values, outliers, optype). Rules for fields that
 /// neither an input nor a derived field uses change nothing and are not reported.
@@ -61,13 +59,14 @@ void NoteIgnoredFieldRules(Element root, const ModelsRead& models, IgnoredLog& l
 /// The models of a document that are not read, and a set of models around the only one that is.
 void NoteIgnoredModels(Element root, const ModelsRead& models, IgnoredLog& log);
 /// Ignored children of a model other than its inputs and schema: priors of targets, outputs that are not computed,
-/// local fields, all outputs but the last; and the mark that the model is not meant to be scored.
+/// local fields, all outputs but the last; and the marks that the model is not meant to be scored,
+/// or is no classification.
 void NoteIgnoredModelParts(Element model, IgnoredLog& log);
 /// Ignored parts of the Discretize inside a model's inputs: an input uses only the margins between bins, puts a value
 /// on a margin into the bin below it, and numbers bins in document order.
 void NoteIgnoredBinning(Element model, IgnoredLog& log);
 /// A model's inputs in places where none is looked for, such as an Extension. Producers write inputs with continuous
-/// distributions there, for readers that do not support them.
+/// distributions there, for readers that do not support them. So are the counts of an input in an Extension.
 void NoteIgnoredInputs(Element model, IgnoredLog& log);
 /// Counts whose value is no number, of inputs that learn their numbers from the counts.
 void NoteCountsOfNoNumber(Element root, const ModelsRead& models, IgnoredLog& log);

@@ -9,12 +9,15 @@
 #include "framework/NumberText.h"
 #include "ignored/IgnoredLog.h"
 #include "pmml/DocumentParts.h"
+#include "pmml/KnownContent.h"
+#include "pmml/Utf8.h"
 
 namespace nbscore {
 namespace {
 
 constexpr IgnoredKind furtherModel{"is not read: only the first NaiveBayesModel is.",
-                                   "Make sure that the first one is meant, or give the other a document of its own."};
+                                   "Make sure that the first one is meant, or give the other a document of its own.",
+                                   IgnoredKind::Warning};
 constexpr IgnoredKind otherKind{"is not read: only a NaiveBayesModel is.",
                                 "Make sure that the NaiveBayesModel alone answers what is asked."};
 constexpr const char* adviceOnWrapper =
@@ -37,11 +40,20 @@ bool TreatsValues(Element schema) {
     });
 }
 
+/// Of its own, the model in it aside.
+bool HasUnknownContent(Element around) {
+    bool isFound = false;
+    FindUnknownContent(
+        around, [&isFound](const UnknownContent& /*unknown*/) { isFound = true; },
+        [](Element child) { return !child.Is(Name::NaiveBayesModel); });
+    return isFound;
+}
+
 const IgnoredKind& KindOfWrapper(Element around) {
     const Element segmentation = around.GetChild(Name::Segmentation);
     const std::vector<Element> segments =
         segmentation ? segmentation.GetChildren(Name::Segment).List() : std::vector<Element>();
-    if (segments.size() != 1 || !segments.front().GetChild(Name::True)) return wrapper;
+    if (segments.size() != 1 || !segments.front().GetChild(Name::True) || HasUnknownContent(around)) return wrapper;
     const bool hasRules = around.GetChild(Name::Output) || around.GetChild(Name::Targets) ||
                           around.GetChild(Name::LocalTransformations) ||
                           std::ranges::any_of(around.GetChildren(Name::MiningSchema).List(), TreatsValues);
@@ -97,9 +109,22 @@ private:
     const std::set<std::uint32_t> around;
 };
 
+constexpr IgnoredKind unknownContent{"is not read, and could change the answer.",
+                                     "Take it out, or correct its name: docs/standard.md lists what is known.",
+                                     IgnoredKind::Warning};
+
+/// Models that are not read, and inputs where none is looked for, are noted by themselves.
+bool IsInputs(Element element) {
+    const std::string_view name = WithoutPrefix(element.GetSpelling());
+    return name == SpellingOf(Name::BayesInput) || name == SpellingOf(Name::BayesInputs);
+}
+
 constexpr IgnoredKind notScorable{"is ignored: the model is scored all the same.",
                                   "Ask whoever made the document what it is for before its scores are used.",
                                   IgnoredKind::Warning};
+constexpr IgnoredKind otherFunction{"is ignored: the model is scored as a classification.",
+                                    "Ask whoever made the document what it is for before its scores are used.",
+                                    IgnoredKind::Warning};
 constexpr IgnoredKind targetPrior{"is not used: priors come from the counts of BayesOutput.",
                                   "Change the counts of BayesOutput, if other priors are meant.",
                                   IgnoredKind::HeededByStandard};
@@ -161,6 +186,23 @@ void NoteEarlierOutputs(Element model, IgnoredLog& log) {
 
 }  // namespace
 
+void NoteUnknownContent(Element root, const ModelsRead& models, IgnoredLog& log) {
+    const auto note = [&log](const UnknownContent& unknown) {
+        const Element element = unknown.element;
+        if (!unknown.attribute.empty()) {
+            log.Note(unknownContent, element,
+                     ExcerptOf(unknown.attribute) + " \"" + ExcerptOf(unknown.value) + "\" of " +
+                         ExcerptOf(element.GetTag()));
+        } else if (!IsModel(element) && !IsInputs(element)) {
+            log.Note(unknownContent, element,
+                     ExcerptOf(element.GetTag()) + " in " + ExcerptOf(element.GetParent().GetTag()));
+        }
+    };
+    if (!IsModel(root)) FindUnknownContent(root, note, [](Element child) { return !IsModel(child); });
+    for (const Element model : models.elements)
+        FindUnknownContent(model, note);
+}
+
 void NoteIgnoredModels(Element root, const ModelsRead& models, IgnoredLog& log) {
     ModelWalk(models, log).Visit(root);
 }
@@ -169,6 +211,9 @@ void NoteIgnoredModelParts(Element model, IgnoredLog& log) {
     const auto scorable = model.GetAttribute(Name::isScorable);
     if (scorable == "false" || scorable == "0") {
         log.Note(notScorable, model, "isScorable " + QuotedAttribute(model, Name::isScorable) + " of the model");
+    }
+    if (model.GetAttributeOr(Name::functionName, "classification") != "classification") {
+        log.Note(otherFunction, model, "functionName " + QuotedAttribute(model, Name::functionName) + " of the model");
     }
     NoteTargets(model, log);
     NoteOutput(model, log);

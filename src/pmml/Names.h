@@ -25,16 +25,16 @@
     KNOWN(binValue) KNOWN(closure) KNOWN(column) KNOWN(count) KNOWN(countHits) KNOWN(dataType) KNOWN(defaultValue) \
     KNOWN(displayName) KNOWN(displayValue) KNOWN(extender) KNOWN(feature) KNOWN(field) KNOWN(fieldCount) \
     KNOWN(fieldName) KNOWN(function) KNOWN(functionName) KNOWN(highValue) KNOWN(id) KNOWN(importance) KNOWN(inField) \
-    KNOWN(invalidValueReplacement) KNOWN(invalidValueTreatment) KNOWN(isCaseSensitive) KNOWN(isFinalResult) \
-    KNOWN(isMultiValued) KNOWN(isScorable) KNOWN(leftMargin) KNOWN(localTermWeights) KNOWN(lower) KNOWN(lowValue) \
-    KNOWN(mapMissingTo) KNOWN(maxLevenshteinDistance) KNOWN(mean) KNOWN(method) KNOWN(missing) \
+    KNOWN(invalidValueReplacement) KNOWN(invalidValueTreatment) KNOWN(isCaseSensitive) KNOWN(isCyclic) \
+    KNOWN(isFinalResult) KNOWN(isMultiValued) KNOWN(isScorable) KNOWN(leftMargin) KNOWN(localTermWeights) KNOWN(lower) \
+    KNOWN(lowValue) KNOWN(mapMissingTo) KNOWN(maxLevenshteinDistance) KNOWN(mean) KNOWN(method) KNOWN(missing) \
     KNOWN(missingPredictionTreatment) KNOWN(missingThreshold) KNOWN(missingValueReplacement) \
     KNOWN(missingValueTreatment) KNOWN(modelName) KNOWN(multipleModelMethod) KNOWN(name) KNOWN(norm) \
     KNOWN(numberOfFields) KNOWN(optype) KNOWN(orig) KNOWN(outField) KNOWN(outliers) KNOWN(outputColumn) \
     KNOWN(precision) KNOWN(priorProbability) KNOWN(property) KNOWN(rank) KNOWN(rankBasis) KNOWN(rankOrder) \
     KNOWN(recordCount) KNOWN(recursive) KNOWN(regexField) KNOWN(rightMargin) KNOWN(ruleFeature) KNOWN(segmentId) \
-    KNOWN(targetField) KNOWN(textField) KNOWN(threshold) KNOWN(tokenize) KNOWN(upper) KNOWN(usageType) KNOWN(value) \
-    KNOWN(variance) KNOWN(version) KNOWN(weight) KNOWN(wordSeparatorCharacterRE) KNOWN(zeroThreshold)
+    KNOWN(targetField) KNOWN(taxonomy) KNOWN(textField) KNOWN(threshold) KNOWN(tokenize) KNOWN(upper) KNOWN(usageType) \
+    KNOWN(value) KNOWN(variance) KNOWN(version) KNOWN(weight) KNOWN(wordSeparatorCharacterRE) KNOWN(zeroThreshold)
 // clang-format on
 
 namespace nbscore {

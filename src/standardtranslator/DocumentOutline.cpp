@@ -1,16 +1,14 @@
 #include "standardtranslator/DocumentOutline.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <set>
 #include <string>
 #include <string_view>
 
 #include "framework/CountedNoun.h"
 #include "pmml/DocumentParts.h"
+#include "pmml/KnownContent.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
-#include "standardtranslator/KnownContent.h"
 
 namespace nbscore {
 namespace {
@@ -28,15 +26,13 @@ public:
         ReadRoot(root);
         RequireDataDictionary();
         if (!topModel) throw NoModel();
-        for (const Element element : others)
-            faults.Try([&] { throw IsModel(element) ? SecondModel(element) : NotUnderstood(element); });
         if (topModel.Is(Name::MiningModel)) {
             ReadEnsemble(topModel);
         } else {
             outline.model = topModel;
         }
+        RefuseUnknownContent();
         ReadModel();
-        faults.Try([this] { RefuseHiddenInputs(); });
         return std::move(outline);
     }
 
@@ -44,10 +40,6 @@ private:
     void ReadRoot(Element parent) {
         for (const Element child : parent.GetChildren()) {
             switch (child.GetName()) {
-                case Name::Extension:
-                case Name::Header:
-                case Name::MiningBuildTask:
-                    break;
                 case Name::DataDictionary:
                     TakeOnly(child, outline.dataDictionary);
                     break;
@@ -59,23 +51,12 @@ private:
                     TakeModel(child);
                     break;
                 case Name::NaiveBayes:
-                    if (parent == outline.root) {
-                        RequireBareWrapper(child);
-                        ReadRoot(child);
-                        break;
-                    }
-                    [[fallthrough]];
+                    ReadRoot(child);
+                    break;
                 default:
-                    others.push_back(child);
+                    if (!otherModel && IsModel(child)) otherModel = child;
             }
         }
-    }
-
-    /// What it says of itself, it says of the model in it.
-    void RequireBareWrapper(Element wrapper) {
-        faults.Try([wrapper] {
-            RequireKnownAttributes(wrapper, {Name::modelName, Name::functionName, Name::algorithmName});
-        });
     }
 
     bool TakeOnly(Element part, Element& place) {
@@ -116,13 +97,23 @@ private:
         for (const Element field : outline.dataDictionary.GetChildren(Name::DataField)) {
             if (IsMarkedAsSelfLearningTarget(field)) throw RefusalAt(field, Refusal::SetUnderStandardRule);
         }
-        faults.Try([this] { RequireKnownChildren(outline.dataDictionary, {Name::DataField, Name::Taxonomy}); });
     }
 
     VeskException NoModel() const {
-        const auto model = std::ranges::find_if(others, IsModel);
-        if (model != others.end()) return OtherModel(*model);
-        return RefusalAt(outline.root, Refusal::ModelMissing);
+        return otherModel ? OtherModel(otherModel) : RefusalAt(outline.root, Refusal::ModelMissing);
+    }
+
+    void RefuseUnknownContent() {
+        FindUnknownContent(outline.root, [this](const UnknownContent& unknown) {
+            if (unknown.isInPlaceOfExpression) return;
+            faults.Try([&unknown] { throw RefusalOf(unknown); });
+        });
+    }
+
+    static VeskException RefusalOf(const UnknownContent& unknown) {
+        const Element element = unknown.element;
+        if (unknown.attribute.empty()) return IsModel(element) ? SecondModel(element) : NotUnderstood(element);
+        return RefusalAt(element, Refusal::AttributeNotUnderstood, {ExcerptOf(unknown.attribute), element.GetTag()});
     }
 
     /// What a model and a MiningModel around it may say of themselves.
@@ -138,14 +129,9 @@ private:
         });
     }
 
-    /// Notes a part that a model and a MiningModel around it may both have. False for another one.
-    bool TakeCommonPart(Element part) {
+    /// Notes a part that a model and a MiningModel around it may both have.
+    void TakeCommonPart(Element part) {
         switch (part.GetName()) {
-            case Name::Extension:
-            case Name::ModelExplanation:
-            case Name::ModelStats:
-            case Name::ModelVerification:
-                return true;
             case Name::MiningSchema:
                 return TakeOnlyOfParent(part, outline.schemas);
             case Name::LocalTransformations:
@@ -155,29 +141,24 @@ private:
             case Name::Targets:
                 return TakeOnlyOfParent(part, outline.targets);
             default:
-                return false;
+                return;
         }
     }
 
-    bool TakeOnlyOfParent(Element part, std::vector<Element>& parts) {
+    void TakeOnlyOfParent(Element part, std::vector<Element>& parts) {
         Element before;
         if (!parts.empty() && parts.back().GetParent() == part.GetParent()) before = parts.back();
         if (TakeOnly(part, before)) parts.push_back(part);
-        return true;
     }
 
     void ReadEnsemble(Element ensemble) {
-        faults.Try([ensemble] {
-            RequireKnownAttributes(ensemble,
-                                   {Name::modelName, Name::functionName, Name::algorithmName, Name::isScorable});
-        });
         ReadHead(ensemble);
         Element segmentation;
         for (const Element child : ensemble.GetChildren()) {
             if (child.Is(Name::Segmentation)) {
                 TakeOnly(child, segmentation);
-            } else if (!TakeCommonPart(child)) {
-                faults.Try([child] { throw NotUnderstood(child); });
+            } else {
+                TakeCommonPart(child);
             }
         }
         if (!segmentation) {
@@ -188,14 +169,11 @@ private:
 
     void ReadSegmentation(Element segmentation) {
         faults.Try([segmentation] {
-            RequireKnownAttributes(
-                segmentation, {Name::multipleModelMethod, Name::missingPredictionTreatment, Name::missingThreshold});
             // Of a single segment, each of them gives what the segment gives.
             static constexpr std::string_view methods[] = {"selectFirst", "modelChain",      "selectAll",
                                                            "average",     "weightedAverage", "median",
                                                            "max",         "majorityVote",    "weightedMajorityVote"};
             WordAttribute(segmentation, Name::multipleModelMethod, methods);
-            RequireKnownChildren(segmentation, {Name::Segment});
         });
         const std::vector<Element> segments = segmentation.GetChildren(Name::Segment).List();
         if (segments.size() != 1) {
@@ -207,7 +185,6 @@ private:
 
     void ReadSegment() {
         bool hasPredicate = false;
-        faults.Try([this] { RequireKnownAttributes(outline.segment, {Name::id, Name::weight}); });
         for (const Element child : outline.segment.GetChildren()) {
             if (child.Is(Name::NaiveBayesModel)) {
                 RefuseSet(child);
@@ -217,8 +194,7 @@ private:
             } else if (IsModel(child)) {
                 throw OtherModel(child);
             } else if (!child.Is(Name::Extension)) {
-                faults.Try([child] { throw NotUnderstood(child); });
-                hasPredicate = true;  // it is another one, most likely
+                hasPredicate = true;  // another one, most likely, which is not understood
             }
         }
         if (!outline.model) throw RefusalAt(outline.segment, Refusal::ModelMissing);
@@ -226,10 +202,6 @@ private:
     }
 
     void ReadModel() {
-        faults.Try([this] {
-            RequireKnownAttributes(outline.model, {Name::modelName, Name::functionName, Name::algorithmName,
-                                                   Name::isScorable, Name::threshold});
-        });
         ReadHead(outline.model);
         ReadPartsOfModel(outline.model);
         if (!outline.bayesOutput || !hasInputs) throw RefusalAt(outline.model, Refusal::InputsOrOutputMissing);
@@ -240,13 +212,11 @@ private:
             if (child.Is(Name::BayesOutput)) {
                 TakeOnly(child, outline.bayesOutput);
             } else if (child.Is(Name::BayesInputs)) {
-                faults.Try([child] { RequireKnownAttributes(child, {}); });
                 if (TakeOnly(child, bayesInputs)) ReadInputs(child);
-            } else if (child.Is(Name::NaiveBayes) && parent == outline.model) {
-                RequireBareWrapper(child);
+            } else if (child.Is(Name::NaiveBayes)) {
                 ReadPartsOfModel(child);
-            } else if (!TakeCommonPart(child)) {
-                faults.Try([child] { throw NotUnderstood(child); });
+            } else {
+                TakeCommonPart(child);
             }
         }
     }
@@ -256,22 +226,9 @@ private:
             if (child.Is(Name::BayesInput)) {
                 hasInputs = true;
                 outline.inputs.push_back(child);
-            } else if (!child.Is(Name::Extension)) {
-                // What else an Extension holds is its writer's own.
-                if (parent == bayesInputs) faults.Try([child] { throw NotUnderstood(child); });
-            } else if (parent == bayesInputs) {
+            } else if (child.Is(Name::Extension) && parent == bayesInputs) {
                 ReadInputs(child);
             }
-        }
-    }
-
-    /// Inputs in other places may be meant to count. How many of them there are is not told, only the first.
-    void RefuseHiddenInputs() const {
-        std::set<std::uint32_t> known;
-        for (const Element input : outline.inputs)
-            known.insert(input.GetIndex());
-        for (const Element input : FindInputsAnywhere(outline.model)) {
-            if (!known.contains(input.GetIndex())) throw NotUnderstood(input);
         }
     }
 
@@ -282,11 +239,20 @@ private:
     Element topModel;
     Element bayesInputs;
     bool hasInputs = false;
-    /// Children of the root that are not known.
-    std::vector<Element> others;
+    /// The first of another kind beside those.
+    Element otherModel;
 };
 
 }  // namespace
+
+VeskException NotUnderstood(Element element) {
+    return RefusalAt(element, Refusal::ContentNotUnderstood,
+                     {ExcerptOf(element.GetTag()), ExcerptOf(element.GetParent().GetTag())});
+}
+
+VeskException ThereTwice(Element second) {
+    return RefusalAt(second, Refusal::ChildTwice, {second.GetSpelling(), second.GetParent().GetSpelling()});
+}
 
 DocumentOutline FindOutline(Element root, FaultList& faults) {
     return OutlineReader(faults).Read(root);

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "framework/VeskException.h"
 #include "pmml/DocumentTree.h"
 #include "pmml/FaultList.h"
 
@@ -30,8 +31,14 @@ struct DocumentOutline {
     Element bayesOutput;
 };
 
-/// Looks through a document for its parts, and refuses everything that is not known. What is harmless is passed over:
-/// Extension elements without inputs, what describes and explains the model, test cases.
+/// The refusal of an element that is not expected where it stands.
+VeskException NotUnderstood(Element element);
+
+/// The refusal of an element of which there may be one.
+VeskException ThereTwice(Element second);
+
+/// Looks through a document for its parts, and refuses everything that is not known (FindUnknownContent): by the
+/// standard's rule nothing is passed over that could change the answer.
 ///
 /// Throws VeskException 1 without a data dictionary or model, 5 for a set of sub-models, and for a model that says that
 /// it is not to be scored or what is no classification; 12 for a MiningModel that is more than its only segment.

@@ -11,7 +11,7 @@
 #include "pmml/DocumentParts.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
-#include "standardtranslator/KnownContent.h"
+#include "standardtranslator/DocumentOutline.h"
 #include "standardtranslator/StandardReading.h"
 
 namespace nbscore {
@@ -27,46 +27,34 @@ void TakeOnly(Element part, Element& place) {
     place = part;
 }
 
-/// False for an element that is no part of an input.
-bool TakePart(Element part, InputParts& input) {
+void TakePart(Element part, InputParts& input) {
     switch (part.GetName()) {
         case Name::PairCounts:
-            input.pairCounts.push_back(part);
-            return true;
+            return input.pairCounts.push_back(part);
         case Name::TargetValueStats:
-            TakeOnly(part, input.stats);
-            return true;
+            return TakeOnly(part, input.stats);
         case Name::DerivedField:
-            TakeOnly(part, input.derivedField);
-            return true;
+            return TakeOnly(part, input.derivedField);
         default:
-            return false;
+            return;
     }
 }
 
-/// Takes the parts that stand right in an Extension, and refuses those that stand deeper and may be meant to count.
+/// What may stand right in an Extension: there some wrote statistics when the standard had no other place for them. A
+/// field in one tells where an input comes from, if anything, and is refused with all that is not known.
 void TakePartsInExtension(Element extension, InputParts& input) {
-    for (const Element element : extension.GetDescendants()) {
-        const std::string_view name = WithoutPrefix(element.GetSpelling());
-        if (element.GetParent() == extension) {
-            if (TakePart(element, input)) continue;
-        } else if (element.Is(Name::PairCounts) || element.Is(Name::TargetValueStats)) {
-            throw NotUnderstood(element);
-        }
-        if (name != element.GetSpelling() && (name == "PairCounts" || name == "TargetValueStats")) {
-            throw NotUnderstood(element);
-        }
+    for (const Element part : extension.GetChildren()) {
+        if (!part.Is(Name::DerivedField)) TakePart(part, input);
     }
 }
 
 InputParts ReadParts(Element element, const Transcoder& transcoder) {
     InputParts input{.element = element, .name = RequiredText(transcoder, element, Name::fieldName)};
-    RequireKnownAttributes(element, {Name::fieldName});
     for (const Element child : element.GetChildren()) {
         if (child.Is(Name::Extension)) {
             TakePartsInExtension(child, input);
-        } else if (!TakePart(child, input)) {
-            throw NotUnderstood(child);
+        } else {
+            TakePart(child, input);
         }
     }
     if (input.pairCounts.empty() && !input.stats) {
@@ -98,14 +86,12 @@ public:
     explicit DistributionReader(Element distributionElement) : element(distributionElement) {}
 
     Density Read() {
-        RequireKnownChildren(element, {});
         switch (element.GetName()) {
             case Name::GaussianDistribution:
                 return ReadWithVariance(Density::Gaussian);
             case Name::AnyDistribution:
                 return ReadWithVariance(Density::Any);
             case Name::PoissonDistribution:
-                RequireKnownAttributes(element, {Name::mean});
                 return MakeDensity(Density::Poisson, NumberFrom0(Name::mean), 0.0);
             case Name::UniformDistribution:
                 return ReadUniform();
@@ -116,12 +102,10 @@ public:
 
 private:
     Density ReadWithVariance(Density::Kind kind) {
-        RequireKnownAttributes(element, {Name::mean, Name::variance});
         return MakeDensity(kind, Number(Name::mean), NumberFrom0(Name::variance));
     }
 
     Density ReadUniform() {
-        RequireKnownAttributes(element, {Name::lower, Name::upper});
         const double lower = Number(Name::lower);
         const double upper = Number(Name::upper);
         if (lower >= upper) throw RefusalAt(element, Refusal::UniformWithoutWidth);
@@ -217,13 +201,14 @@ private:
         NBayesInputBase::Matrix counts;
         for (const Element pairCounts : input.pairCounts) {
             reading.watch.Step();
-            RequireKnownAttributes(pairCounts, {Name::value});
-            const std::string value = ReadValue(pairCounts, variable, declared);
-            if (!values.Add(value)) throw RefusalAt(pairCounts, Refusal::ValueTwice, {ExcerptOf(value)});
             reading.cells.Take(pairCounts, CountCells::cellsPerCategory);
             tableCells.Require(pairCounts, counts.size() + 1, (counts.size() + 1) * reading.targetValues.GetSize());
-            encoder->AddCategory(value);
-            counts.push_back(ReadCounts(pairCounts, reading));
+            reading.faults.Try([&] {
+                const std::string value = ReadValue(pairCounts, variable, declared);
+                if (!values.Add(value)) throw RefusalAt(pairCounts, Refusal::ValueTwice, {ExcerptOf(value)});
+                counts.push_back(ReadCounts(pairCounts, reading));
+                encoder->AddCategory(value);
+            });
         }
         reading.model.AddTable(NameOf(variable), &variable, std::move(encoder), counts);
     }
@@ -243,21 +228,20 @@ private:
         if (variable.GetStorageType() != ScoreDictVar::NumericStorage) {
             throw RefusalAt(input.element, Refusal::DensitiesOfTexts, {ExcerptOf(input.name)});
         }
-        RequireKnownAttributes(input.stats, {});
-        RequireKnownChildren(input.stats, {Name::TargetValueStat});
         const std::size_t size = reading.targetValues.GetSize();
         tableCells.Require(input.stats, 1, size * 2);  // a density takes up to as much as two counts
         std::vector<Density> densities(size);
         std::vector<bool> seen(size);
         for (const Element stat : input.stats.GetChildren(Name::TargetValueStat)) {
             reading.watch.Step();
-            RequireKnownAttributes(stat, {Name::value});
-            const std::string value = RequiredText(reading.transcoder, stat, Name::value);
-            const auto category = reading.targetValues.Find(value);
-            if (!category) throw RefusalAt(stat, Refusal::TargetValueUndeclared, {ExcerptOf(value)});
-            if (seen[*category]) throw RefusalAt(stat, Refusal::ValueTwice, {ExcerptOf(value)});
-            seen[*category] = true;
-            densities[*category] = ReadDistribution(stat);
+            reading.faults.Try([&] {
+                const std::string value = RequiredText(reading.transcoder, stat, Name::value);
+                const auto category = reading.targetValues.Find(value);
+                if (!category) throw RefusalAt(stat, Refusal::TargetValueUndeclared, {ExcerptOf(value)});
+                if (seen[*category]) throw RefusalAt(stat, Refusal::ValueTwice, {ExcerptOf(value)});
+                seen[*category] = true;
+                densities[*category] = ReadDistribution(stat);
+            });
         }
         reading.model.AddDensities(NameOf(variable), &variable, std::move(densities));
     }

@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "framework/Blanks.h"
+#include "pmml/DocumentParts.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
-#include "standardtranslator/KnownContent.h"
 
 namespace nbscore {
 namespace {
@@ -49,19 +49,13 @@ public:
         : dataFields(namesOfDataFields), transcoder(textTranscoder), faults(faultsOfFields) {}
 
     void Read(Element schema) {
-        faults.Try([schema] { RequireKnownChildren(schema, {Name::MiningField}); });
-        for (const Element field : schema.GetChildren(Name::MiningField))
+        for (const Element field : FindSchemaFields(schema))
             faults.Try([&] { ReadField(field); });
     }
     std::vector<MiningFieldEntry> TakeEntries() { return std::move(entries); }
 
 private:
     void ReadField(Element field) {
-        RequireKnownAttributes(
-            field, {Name::name, Name::usageType, Name::optype, Name::importance, Name::outliers, Name::lowValue,
-                    Name::highValue, Name::missingValueReplacement, Name::missingValueTreatment,
-                    Name::invalidValueTreatment, Name::invalidValueReplacement});
-        RequireKnownChildren(field, {});
         static constexpr std::string_view optypes[] = {"continuous", "ordinal", "categorical"};
         WordAttribute(field, Name::optype, optypes);
         const std::string name = FindName(RequiredText(transcoder, field, Name::name));

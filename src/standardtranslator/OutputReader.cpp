@@ -10,7 +10,6 @@
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
 #include "standard/OutputFields.h"
-#include "standardtranslator/KnownContent.h"
 #include "standardtranslator/StandardReading.h"
 
 namespace nbscore {
@@ -69,7 +68,6 @@ private:
     /// @param namesColumns true for the only one, and for that of the MiningModel around the model: what the model's
     ///     own declares is there for that one's expressions.
     void ReadOutput(Element output, bool namesColumns) {
-        reading.faults.Try([output] { RequireKnownChildren(output, {Name::OutputField}); });
         for (const Element element : output.GetChildren(Name::OutputField)) {
             reading.watch.Step();
             reading.faults.Try([&] { ReadField(element, namesColumns); });
@@ -77,10 +75,6 @@ private:
     }
 
     void ReadField(Element element, bool namesColumns) {
-        RequireKnownAttributes(
-            element, {Name::name, Name::displayName, Name::optype, Name::dataType, Name::targetField, Name::feature,
-                      Name::value, Name::rank, Name::segmentId, Name::isFinalResult, Name::ruleFeature, Name::algorithm,
-                      Name::rankBasis, Name::rankOrder, Name::isMultiValued});
         OutputField field{.name = RequiredText(reading.transcoder, element, Name::name)};
         if (!names.insert(field.name).second) {
             throw RefusalAt(element, Refusal::OutputFieldTwice, {ExcerptOf(field.name)});
@@ -94,10 +88,16 @@ private:
         if (field.feature == OutputField::Expression) {
             expressionFields.push_back({element, field.name, std::nullopt});
         } else {
-            RequireKnownChildren(element, {Name::Value});
+            RefuseExpression(element);
             field.isNumber = HoldsNumbers(field, element);
         }
         fields.push_back(std::move(field));
+    }
+
+    static void RefuseExpression(Element field) {
+        for (const Element child : field.GetChildren()) {
+            if (!child.Is(Name::Value) && !child.Is(Name::Extension)) throw NotUnderstood(child);
+        }
     }
 
     static OutputField::Feature ReadFeature(Element element, const std::string& name) {

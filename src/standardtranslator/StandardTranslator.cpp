@@ -14,7 +14,6 @@
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
 #include "standardtranslator/GiveMyStandardTranslator.h"
-#include "standardtranslator/KnownContent.h"
 #include "standardtranslator/MiningFields.h"
 #include "standardtranslator/StandardReading.h"
 
@@ -34,10 +33,15 @@ public:
 private:
     void ReadSchemas();
     ScoreDictVar* FindDataField(const std::string& name) const;
-    /// Throws VeskException 8 where it is not clear which field is predicted, or where there is no such field.
+    /// The predicted field. Where the document does not say which, or has no such field, that is a fault, and one
+    /// stands in for it that has the values that are counted: so what is wrong behind it is found as well.
     BaseDictVar& FindTarget();
+    /// Empty where the document does not say.
+    std::string FindTargetName();
     std::string FindTargetInSchemas();
+    /// Throws VeskException 1 where it has none then.
     void DeclareTargetValues(BaseDictVar& target);
+    std::unique_ptr<ScoreValue> ReadCountedValue(Element entry, bool isNumeric) const;
     void ReadDerivedFieldsOf(std::vector<InputParts>& inputs);
     StandardReading BeginModel(const ScoreDictVar& target);
     void ReadThreshold();
@@ -53,6 +57,7 @@ private:
     DocumentOutline outline;
     std::vector<MiningFieldEntry> miningFields;
     FieldFaults fieldFaults;
+    std::unique_ptr<BaseDictVar> standInForTarget;
     /// The model's, once it has begun.
     std::unique_ptr<ScoreDictionary> dictionary;
     std::unique_ptr<TransformationDictionary> derivedFields;
@@ -61,6 +66,7 @@ private:
 
 std::unique_ptr<ScoreModel> StandardTranslator::Reader::Read() {
     outline = FindOutline(document.GetRoot(), faults);
+    faults.Try([this] { ReadThreshold(); });
     ReadSchemas();
     BaseDictVar& target = FindTarget();
     DeclareTargetValues(target);
@@ -68,16 +74,13 @@ std::unique_ptr<ScoreModel> StandardTranslator::Reader::Read() {
     ReadDerivedFieldsOf(inputs);
 
     StandardReading reading = BeginModel(target);
-    faults.Try([this] { ReadThreshold(); });
     model->SetTargetVar(&target);
-    faults.Try([&] {
-        RequireKnownAttributes(outline.bayesOutput, {Name::fieldName});
-        model->SetTargetCounts(ReadCounts(outline.bayesOutput, reading));
-    });
+    faults.Try([&] { model->SetTargetCounts(ReadCounts(outline.bayesOutput, reading)); });
     ReadInputs(inputs, reading);
     FindSources(reading);
     ReadTreatments(reading);
     ReadOutputs(ReadTargets(reading), reading);
+    if (!faults.IsEmpty()) return nullptr;
     return std::move(model);
 }
 
@@ -100,19 +103,29 @@ ScoreDictVar* StandardTranslator::Reader::FindDataField(const std::string& name)
 }
 
 BaseDictVar& StandardTranslator::Reader::FindTarget() {
-    std::string name = FindTargetInSchemas();
-    const Element output = outline.bayesOutput;
-    if (name.empty() || output.Has(Name::fieldName)) {
-        const std::string counted = RequiredText(transcoder, output, Name::fieldName, Refusal::OutputFieldMissing);
-        if (!name.empty() && WithoutOuterBlanks(counted) != WithoutOuterBlanks(name)) {
-            throw RefusalAt(output, Refusal::OutputNotOfTarget, {ExcerptOf(counted)});
-        }
-        if (name.empty()) name = counted;
+    const std::string name = FindTargetName();
+    if (auto* const target = dynamic_cast<BaseDictVar*>(FindDataField(name))) {
+        faults.Try([&] { fieldFaults.RequireSound(target->GetName()); });
+        return *target;
     }
-    auto* const target = dynamic_cast<BaseDictVar*>(FindDataField(name));
-    if (target == nullptr) throw RefusalAt(output, Refusal::OutputNotOfTarget, {ExcerptOf(name)});
-    fieldFaults.RequireSound(target->GetName());
-    return *target;
+    if (!name.empty()) {
+        faults.Try([&] { throw RefusalAt(outline.bayesOutput, Refusal::OutputNotOfTarget, {ExcerptOf(name)}); });
+    }
+    standInForTarget = std::make_unique<BaseDictVar>(name, ScoreDictVar::StringStorage, ScoreDictVar::Categorical);
+    return *standInForTarget;
+}
+
+std::string StandardTranslator::Reader::FindTargetName() {
+    const std::string name = FindTargetInSchemas();
+    const Element output = outline.bayesOutput;
+    if (!name.empty() && !output.Has(Name::fieldName)) return name;
+    std::string counted;
+    faults.Try([&] { counted = RequiredText(transcoder, output, Name::fieldName, Refusal::OutputFieldMissing); });
+    if (name.empty()) return counted;
+    if (WithoutOuterBlanks(counted) != WithoutOuterBlanks(name)) {
+        faults.Try([&] { throw RefusalAt(output, Refusal::OutputNotOfTarget, {ExcerptOf(counted)}); });
+    }
+    return name;
 }
 
 /// Empty where the schemas name none: then it is the one that is counted.
@@ -131,17 +144,17 @@ void StandardTranslator::Reader::DeclareTargetValues(BaseDictVar& target) {
     if (target.GetValueLabelSet() != nullptr) return;
     const bool isNumeric = target.GetStorageType() == ScoreDictVar::NumericStorage;
     for (const Element list : outline.bayesOutput.GetChildren(Name::TargetValueCounts)) {
-        for (const Element entry : list.GetChildren(Name::TargetValueCount)) {
-            if (isNumeric) {
-                target.AddValidValue(std::make_unique<NumericValue>(RequiredDouble(entry, Name::value)), {});
-            } else {
-                target.AddValidValue(std::make_unique<StringValue>(RequiredText(transcoder, entry, Name::value)), {});
-            }
-        }
+        for (const Element entry : list.GetChildren(Name::TargetValueCount))
+            faults.Try([&] { target.AddValidValue(ReadCountedValue(entry, isNumeric), {}); });
     }
     if (target.GetValueLabelSet() == nullptr) {
         throw RefusalAt(outline.bayesOutput, Refusal::TargetValueCountsExpected);
     }
+}
+
+std::unique_ptr<ScoreValue> StandardTranslator::Reader::ReadCountedValue(Element entry, bool isNumeric) const {
+    if (isNumeric) return std::make_unique<NumericValue>(RequiredDouble(entry, Name::value));
+    return std::make_unique<StringValue>(RequiredText(transcoder, entry, Name::value));
 }
 
 void StandardTranslator::Reader::ReadDerivedFieldsOf(std::vector<InputParts>& inputs) {
@@ -192,9 +205,10 @@ void StandardTranslator::Reader::ReadTreatments(StandardReading& reading) {
     for (const MiningFieldEntry& entry : miningFields) {
         faults.Try([&] {
             const bool isRead = untreated.erase(entry.GetName()) > 0;
+            if (entry.GetName() == reading.target.GetName()) return;
             if (const ScoreDictVar* const field = reading.dictionary.GetVar(entry.GetName())) {
                 const bool isUsed = isRead || entry.GetUsage() == MiningFieldEntry::Active;
-                if (field == &reading.target || !isUsed) return;
+                if (!isUsed) return;
                 Treat(*field, entry.ReadTreatment(*field, transcoder), entry.GetElement(), reading);
             } else if (reading.derivedFields != nullptr && reading.derivedFields->GetVar(entry.GetName()) != nullptr) {
                 entry.RequireUntreated();

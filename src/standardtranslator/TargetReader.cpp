@@ -4,7 +4,6 @@
 #include "pmml/DocumentParts.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
-#include "standardtranslator/KnownContent.h"
 #include "standardtranslator/StandardReading.h"
 
 namespace nbscore {
@@ -25,8 +24,6 @@ public:
         : reading(documentReading), displayValues(reading.targetValues.GetSize()), priors(displayValues.size(), -1.0) {}
 
     void Read(Element target) {
-        RequireKnownAttributes(target, {Name::field, Name::optype});
-        RequireKnownChildren(target, {Name::TargetValue});
         if (target.Has(Name::field)) RequireTarget(target);
         for (const Element value : target.GetChildren(Name::TargetValue)) {
             reading.watch.Step();
@@ -46,8 +43,6 @@ private:
     }
 
     void ReadTargetValue(Element element) {
-        RequireKnownAttributes(element, {Name::value, Name::displayValue, Name::priorProbability});
-        RequireKnownChildren(element, {});
         const std::string value = RequiredText(reading.transcoder, element, Name::value);
         const auto category = reading.targetValues.Find(value);
         if (!category) throw RefusalAt(element, Refusal::TargetValueUndeclared, {ExcerptOf(value)});
@@ -85,25 +80,23 @@ private:
 }  // namespace
 
 std::vector<double> ReadCounts(Element parent, StandardReading& reading) {
-    RequireKnownChildren(parent, {Name::TargetValueCounts});
     const Element list = OnlyChild(parent, Name::TargetValueCounts);
     if (!list) throw RefusalAt(parent, Refusal::TargetValueCountsExpected);
-    RequireKnownAttributes(list, {});
-    RequireKnownChildren(list, {Name::TargetValueCount});
     const std::size_t size = reading.targetValues.GetSize();
     std::vector<double> counts(size);
     std::vector<bool> seen(size);
     for (const Element entry : list.GetChildren(Name::TargetValueCount)) {
         reading.watch.Step();
-        RequireKnownAttributes(entry, {Name::value, Name::count});
-        const std::string value = RequiredText(reading.transcoder, entry, Name::value);
-        const double count = ReadCount(entry);
-        const auto category = reading.targetValues.Find(value);
-        if (!category && count == 0.0) continue;
-        if (!category) throw RefusalAt(entry, Refusal::TargetValueUndeclared, {ExcerptOf(value)});
-        if (seen[*category]) throw RefusalAt(entry, Refusal::ValueTwice, {ExcerptOf(value)});
-        seen[*category] = true;
-        counts[*category] = count;
+        reading.faults.Try([&] {
+            const std::string value = RequiredText(reading.transcoder, entry, Name::value);
+            const double count = ReadCount(entry);
+            const auto category = reading.targetValues.Find(value);
+            if (!category && count == 0.0) return;
+            if (!category) throw RefusalAt(entry, Refusal::TargetValueUndeclared, {ExcerptOf(value)});
+            if (seen[*category]) throw RefusalAt(entry, Refusal::ValueTwice, {ExcerptOf(value)});
+            seen[*category] = true;
+            counts[*category] = count;
+        });
     }
     return counts;
 }
@@ -113,7 +106,6 @@ std::vector<std::string> ReadTargets(StandardReading& reading) {
     Element only;
     for (const Element targets : reading.outline.targets) {
         reading.faults.Try([&] {
-            RequireKnownChildren(targets, {Name::Target});
             for (const Element target : targets.GetChildren(Name::Target)) {
                 // The outer model's may say the same once more.
                 if (only && target.IsLike(only)) continue;

@@ -96,6 +96,14 @@ TEST(DocumentAdapter, LooksForNoModel_InWhatItLeavesOut) {
                 ElementsAre("3: " + left));
 }
 
+TEST(DocumentAdapter, KeepsAnExtensionOfAnInput_ThatHoldsCounts) {
+    const std::string text =
+        "<NaiveBayesModel><BayesInputs><BayesInput fieldName='x'><Extension><Deep>"
+        "<TargetValueStats/></Deep></Extension></BayesInput></BayesInputs><BayesOutput "
+        "fieldName='y'><Extension><TargetValueCounts/></Extension></BayesOutput></NaiveBayesModel>";
+    EXPECT_THAT(Adapt(Document("", text)).changes, testing::IsEmpty());
+}
+
 TEST(DocumentAdapter, LeavesOutASubModelsExtension_OnlyWhenItIsNoFigureAndNoNumber) {
     const Adapted adapted = Adapt(Document("",
                                            "<NaiveBayesModel algorithmName='SelfLearning' modelName='a'>"

@@ -119,6 +119,16 @@ TEST_F(CheckCommandTest, RemarksOnWhatScoringIgnores) {
     EXPECT_EQ(problem.at("path"), "/PMML/NaiveBayesModel[1]/MiningSchema[1]/MiningField[2]");
 }
 
+TEST_F(CheckCommandTest, RoundsSumsOfCounts) {
+    std::string document = Replaced(fruitDocument, "value=\"apple\" count=\"90\"", "value=\"apple\" count=\"0.1\"");
+    document = Replaced(document, "value=\"pear\" count=\"10\"", "value=\"pear\" count=\"0.2\"");
+    document = Replaced(document, "value=\"apple\" count=\"10\"", "value=\"apple\" count=\"0.3\"");
+    folder.Write("parts.pmml", Replaced(document, "value=\"pear\" count=\"90\"", "value=\"pear\" count=\"0.1\""));
+    const auto json = nlohmann::json::parse(Check({"parts.pmml", "--format", "json"}).out);
+    const auto& inputs = json.at("documents").at(0).at("model").at("classifiers").at(0).at("inputs");
+    EXPECT_EQ(inputs.at(0).at("count"), 0.7);
+}
+
 TEST_F(CheckCommandTest, ShowsCountsRounded_AndAllTheirDigitsAsJson) {
     folder.Write("sums.pmml", Replaced(fruitDocument, "value=\"apple\" count=\"100\"",
                                        "value=\"apple\" count=\"100.00000000000045\""));

@@ -53,6 +53,14 @@ TEST_F(DocumentWarnings, AreGivenByEveryVerbThatReadsTheModel_EvenUnderQuiet) {
     EXPECT_THAT(Run({"verify", "model.pmml"}).err, StartsWith(warning));
 }
 
+TEST_F(DocumentWarnings, HintAtTheStandardsRule_OnlyWhereThatCanScoreTheDocument) {
+    WriteModel(Replace(WithInputInExtension(), "<BayesInputs>", "<Foo/><BayesInputs>"));
+    const std::string err = Run({"score", "model.pmml", "cases.csv"}).err;
+    EXPECT_THAT(err, HasSubstr("warning: model.pmml:31:5: <Foo> in <NaiveBayesModel> is not read, and could change"));
+    EXPECT_THAT(err, HasSubstr("distributions cannot be read.\n"));
+    EXPECT_THAT(err, Not(HasSubstr("--rule standard")));
+}
+
 TEST_F(DocumentWarnings, StandBeforeTheRemarksOfACheck_WhichDoesNotCallTheDocumentSound) {
     WriteModel(Replace(WithInputInExtension(), "<DataDictionary>", "<DataDictionary numberOfFields=\"7\">"));
     const CommandResult result = Run({"check", "model.pmml"});

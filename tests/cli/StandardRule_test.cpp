@@ -143,6 +143,7 @@ TEST_F(StandardRule, IsNamedInTheAdvice_WhereOnlyItCanScoreADocument) {
     EXPECT_EQ(check.at("sound"), false);
     EXPECT_EQ(check.at("other_rule").at("rule"), "standard");
     EXPECT_EQ(check.at("other_rule").at("can_be_scored"), true);
+    EXPECT_EQ(check.at("other_rule").at("sound"), true);
     EXPECT_THAT(check.at("problems").at(0).at("advice").get<std::string>(), HasSubstr("--rule standard"));
 
     WriteParcels("threshold=\"0\"", "threshold=\"0.001\"");
@@ -155,7 +156,7 @@ TEST_F(StandardRule, IsNamedInTheAdvice_WhereOnlyItCanScoreADocument) {
 TEST_F(StandardRule, IsToldOfByACheck) {
     const CommandResult smoothed = Run({"check", "model.pmml"});
     EXPECT_EQ(smoothed.exitStatus, 0);
-    EXPECT_THAT(smoothed.out, HasSubstr("\nmodel.pmml: by the standard rule (--rule standard): sound\n"));
+    EXPECT_THAT(smoothed.out, HasSubstr("\nmodel.pmml: by the standard's rule (--rule standard): sound\n"));
 
     const CommandResult standard = Run({"check", "parcels.pmml", "--rule", "standard"});
     EXPECT_EQ(standard.exitStatus, 0);

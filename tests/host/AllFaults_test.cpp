@@ -90,6 +90,13 @@ TEST_F(AllFaults, AreNone_OfASoundDocument) {
     EXPECT_THAT(MessagesOf(fruitDocument), IsEmpty());
 }
 
+TEST_F(AllFaults, AreNotWarnedOfBesides) {
+    const DocumentCheck check = CheckDocument(
+        plugin, folder.Write("document.pmml", Replace(fruitDocument, "<BayesInputs>", "<BayesInputs><Other/>")), false);
+    ASSERT_EQ(check.problems.size(), 1U);
+    EXPECT_EQ(check.problems.front().severity, DocumentProblem::Error);
+}
+
 TEST_F(AllFaults, AreListed_ByTheStandardsRule) {
     std::string document = Replace(fruitDocument, "threshold=\"0.001\"", "threshold=\"-1\"");
     document = Replace(document, "value=\"apple\" count=\"90\"", "value=\"apple\" count=\"many\"");

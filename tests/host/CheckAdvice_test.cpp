@@ -79,6 +79,51 @@ TEST_F(CheckAdvice, IsToAdapt_WhereThatHelps) {
         "value \"apple\" twice.");
 }
 
+TEST_F(CheckAdvice, SaysThatAdaptingIsNotAll_WhereThereAreWarnings) {
+    std::string newer = Fruit("<DataDictionary>", "<DataDictionary><Extension/>");
+    newer = Replace(newer, "functionName=", "isScorable=\"false\" functionName=");
+    EXPECT_EQ(Check(newer).problems.front().advice,
+              "Read it with --adapt, which rewrites this. That alone does not make its answers right: see the warnings "
+              "below.");
+}
+
+TEST_F(CheckAdvice, IsTheStandardsRuleFirst_ForDocumentsOfOtherProducers) {
+    const std::string zero = Replace(Fruit("<DataDictionary>", "<DataDictionary><Extension/>"), "0.001", "0.0");
+    const std::string foreign = Replace(zero, "<Header/>", "<Header><Application name=\"Exporter\"/></Header>");
+    EXPECT_EQ(Check(foreign).problems.front().advice,
+              "Read it with --rule standard: by that rule it can be scored. Or: Read it with --adapt, which rewrites "
+              "this. What is wrong then: Threshold can't be zero!");
+}
+
+TEST_F(CheckAdvice, IsNeverTheSmoothedRule_WhichPassesOverWhatIsNotUnderstood) {
+    const std::string text = Fruit("threshold=", "priorWeight=\"3\" threshold=");
+    const DocumentCheck check = Check(text, false, {}, ScoringRule::Standard);
+    ASSERT_EQ(check.problems.size(), 1U);
+    EXPECT_THAT(check.problems.front().advice, StartsWith("Take the attribute out"));
+    EXPECT_THAT(check.problems.front().advice, testing::Not(HasSubstr("smoothed")));
+    ASSERT_TRUE(check.otherRule);
+    EXPECT_TRUE(check.otherRule->CanBeScored());
+    EXPECT_FALSE(check.otherRule->IsSound());
+    EXPECT_FALSE(Check(text).IsSound());
+    const std::string target = Fruit("<BayesInputs>", "<Targets><Target field=\"x\"/></Targets><BayesInputs>");
+    const DocumentCheck ofOtherTarget = Check(target, false, {}, ScoringRule::Standard);
+    EXPECT_TRUE(ofOtherTarget.otherRule->IsSound());
+    EXPECT_THAT(ofOtherTarget.problems.front().advice, testing::Not(HasSubstr("smoothed")));
+}
+
+TEST_F(CheckAdvice, HintsAtTheStandardsRule_OnlyWhereThatCanScoreTheDocument) {
+    const std::string treated =
+        Fruit("<MiningField name=\"colour\"", "<MiningField name=\"colour\" missingValueReplacement=\"red\"");
+    EXPECT_THAT(Check(treated).problems.front().advice, HasSubstr("--rule standard, which heeds this"));
+    const DocumentCheck refused = Check(Replace(treated, "<BayesInputs>", "<Foo/><BayesInputs>"));
+    ASSERT_EQ(refused.problems.size(), 2U);
+    for (const DocumentProblem& problem : refused.problems)
+        EXPECT_THAT(problem.advice, testing::Not(HasSubstr("--rule standard")));
+    const std::string set = Replace(treated, "threshold=", "algorithmName=\"SelfLearning\" threshold=");
+    for (const DocumentProblem& problem : Check(set).problems)
+        EXPECT_THAT(problem.advice, testing::Not(HasSubstr("--rule standard")));
+}
+
 TEST_F(CheckAdvice, IsNotToAdapt_WhereThatLeavesTheFault) {
     const std::string both = Replace(Fruit("<BayesInputs>", "<BayesInputs><Other/>"), "<PairCounts", "<PairCounts");
     EXPECT_THAT(

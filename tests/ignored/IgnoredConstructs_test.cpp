@@ -53,17 +53,19 @@ TEST(IgnoredConstructs, HaveThePathOfTheFirst) {
     const auto found = FindIn(Replace(fruitDocument, colourField, colourField + " missingValueReplacement=\"red\""));
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found.front().place.elementPath, "/PMML/NaiveBayesModel[1]/MiningSchema[1]/MiningField[1]");
-    EXPECT_EQ(found.front().advice,
-              "Replace missing values in the table before scoring. Or score the document with --rule standard, which "
-              "heeds this.");
+    EXPECT_EQ(found.front().advice, "Replace missing values in the table before scoring.");
     EXPECT_TRUE(found.front().isWarning);
 }
 
-TEST(IgnoredConstructs, DoNotAdviseTheStandardsRule_InASetOfSubModels) {
-    const std::string set = Replace(fruitDocument, "threshold=", "algorithmName=\"SelfLearning\" threshold=");
-    const auto found = FindIn(Replace(set, colourField, colourField + " missingValueReplacement=\"red\""));
-    ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found.front().advice, "Replace missing values in the table before scoring.");
+TEST(IgnoredConstructs, AdviseTheStandardsRule_WhereItHeedsThem) {
+    const auto heeded = FindIn(Replace(fruitDocument, colourField, colourField + " missingValueReplacement=\"red\""));
+    ASSERT_EQ(heeded.size(), 1U);
+    EXPECT_EQ(AdviceWithStandardRule(heeded.front()),
+              "Replace missing values in the table before scoring. Or score the document with --rule standard, which "
+              "heeds this.");
+    const auto other = FindIn(Replace(fruitDocument, "threshold=", "isScorable=\"false\" threshold="));
+    ASSERT_EQ(other.size(), 1U);
+    EXPECT_EQ(AdviceWithStandardRule(other.front()), other.front().advice);
 }
 
 TEST(IgnoredConstructs, AreNoWarnings_WhereAnswersStayAsTheyAre) {
@@ -302,10 +304,49 @@ TEST(IgnoredModelParts, AreAllOutputsButTheLast) {
                 ElementsAre("57: A BayesOutput in front of another is not used: of several the last one counts."));
 }
 
+const std::string notRead = " is not read, and could change the answer.";
+
+TEST(UnknownContent, IsAWarning_WhereverItStands) {
+    EXPECT_THAT(IgnoredWith("threshold=", "priorWeight=\"3\" threshold="),
+                ElementsAre("15: priorWeight \"3\" of <NaiveBayesModel>" + notRead));
+    EXPECT_THAT(IgnoredWith("<Value value=\"red\"/>", "<Value value=\"red\"/><Intervall/>"),
+                ElementsAre("6: <Intervall> in <DataField>" + notRead));
+    EXPECT_THAT(IgnoredWith("<DataDictionary>", "<Smoothing alpha=\"1\"/><DataDictionary>"),
+                ElementsAre("4: <Smoothing> in <PMML>" + notRead));
+    EXPECT_THAT(IgnoredWith("<BayesOutput fieldName=\"fruit\">", "<BayesOutput fieldName=\"fruit\"><Foo/>"),
+                ElementsAre("57: <Foo> in <BayesOutput>" + notRead));
+    EXPECT_THAT(IgnoredWith("<BayesInputs>", "<Targets><Target rescaleFactor=\"2\"/></Targets><BayesInputs>"),
+                ElementsAre("21: rescaleFactor \"2\" of <Target>" + notRead));
+    EXPECT_THAT(IgnoredWith("<Discretize ", "<Discretize binning=\"2\" "),
+                ElementsAre("38: binning \"2\" of <Discretize>" + notRead));
+    EXPECT_TRUE(FindIn(Replace(fruitDocument, "threshold=", "priorWeight=\"3\" threshold=")).front().isWarning);
+}
+
+TEST(UnknownContent, IsNotThatOfModelsThatAreNotRead) {
+    EXPECT_THAT(IgnoredWith("</PMML>", "<TreeModel other=\"1\"><Node/></TreeModel></PMML>"),
+                ElementsAre("64: <TreeModel> is not read: only a NaiveBayesModel is."));
+    EXPECT_THAT(IgnoredWith("</PMML>", "<NaiveBayesModel other=\"1\"/></PMML>"),
+                ElementsAre("64: A further <NaiveBayesModel> is not read: only the first NaiveBayesModel is."));
+}
+
+TEST(UnknownContent, IsThatOfEverySubModelOfASet) {
+    const std::string set = Replace(fruitDocument, "threshold=", "algorithmName=\"SelfLearning\" threshold=");
+    EXPECT_THAT(Ignored(Replace(set, "</PMML>", "<NaiveBayesModel other=\"1\"/></PMML>")),
+                ElementsAre("64: other \"1\" of <NaiveBayesModel>" + notRead));
+}
+
+TEST(IgnoredModelParts, AreFunctionsOtherThanClassification) {
+    EXPECT_THAT(IgnoredWith("functionName=\"classification\"", "functionName=\"regression\""),
+                ElementsAre("15: functionName \"regression\" of the model is ignored: the model is scored as a "
+                            "classification."));
+    EXPECT_THAT(IgnoredWith("functionName=\"classification\"", ""), IsEmpty());
+}
+
 TEST(IgnoredModels, AreTheSecondAndThoseOfOtherKinds) {
     EXPECT_THAT(IgnoredWith("</PMML>", "<TreeModel/>\n<NaiveBayesModel/></PMML>"),
                 ElementsAre("64: <TreeModel> is not read: only a NaiveBayesModel is.",
                             "65: A further <NaiveBayesModel> is not read: only the first NaiveBayesModel is."));
+    EXPECT_TRUE(FindIn(Replace(fruitDocument, "</PMML>", "<NaiveBayesModel/></PMML>")).front().isWarning);
     EXPECT_THAT(IgnoredWith("threshold=", "algorithmName=\"SelfLearning\" threshold="), IsEmpty());
     std::string set = Replace(fruitDocument, "threshold=", "algorithmName=\"SelfLearning\" threshold=");
     EXPECT_THAT(Ignored(Replace(set, "</PMML>", "<NaiveBayesModel/></PMML>")), IsEmpty());
@@ -341,6 +382,8 @@ TEST(IgnoredModels, AreASetOfOneModel_WhichIsAWarningWhereItHasRulesOfItsOwn) {
         findAround("<MiningSchema><MiningField name=\"colour\" missingValueReplacement=\"red\"/></MiningSchema>",
                    "<True/>"),
         withRules);
+    EXPECT_THAT(findAround("<Other/>", "<True/>"),
+                testing::Pair(true, around + "the model answers every case alone, whatever the segments say."));
     EXPECT_THAT(findAround("", "<False/>"),
                 testing::Pair(true, around + "the model answers every case alone, whatever the segments say."));
 }

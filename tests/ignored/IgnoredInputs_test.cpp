@@ -88,7 +88,14 @@ TEST(IgnoredInputs, AreNotThoseOfModelsThatAreNotRead) {
     EXPECT_THAT(Warnings("<PMML><NaiveBayesModel><BayesInputs>" + Input("x") +
                          "</BayesInputs></NaiveBayesModel><NaiveBayesModel><Extension>" + Input("a") +
                          "</Extension></NaiveBayesModel></PMML>"),
-                IsEmpty());
+                ElementsAre("1: A further <NaiveBayesModel> is not read: only the first NaiveBayesModel is."));
+}
+
+TEST(IgnoredInputs, AreCountsInAnExtensionOfAnInput) {
+    EXPECT_THAT(Warnings(Model("<BayesInputs><BayesInput fieldName='x'><PairCounts value='1'/><Extension>"
+                               "<PairCounts value='2'/></Extension></BayesInput></BayesInputs>")),
+                ElementsAre("1: <PairCounts> in an Extension of the input \"x\" is not read: the input counts by what "
+                            "stands right in it."));
 }
 
 TEST(IgnoredInputs, AreListedUpToADozen) {

@@ -53,6 +53,60 @@ TEST(DocumentFaults, AreAllThatAreIndependent_InTheOrderOfTheDocument) {
     EXPECT_EQ(outcome.refusal->GetPlace().elementPath, transformations + "[1]/FieldRef[1]");
 }
 
+TEST(DocumentFaults, AreFoundBehindAFaultyTarget) {
+    for (const std::string target : {"none", "colour"}) {
+        StandardDocument document;
+        document.threshold = "-1";
+        document.output = "\n" + OutputField("o", "affinity");
+        document.inputs = "\n" + DensityInput("weight", TargetValueStat("apple", Gaussian("1", "-1")));
+        document.targetCounts = "\n" + TargetValueCount("apple", "1");
+        StandardTranslator translator;
+        ASSERT_TRUE(ParseWith(translator, Replaced(document.Text(), "<BayesOutput fieldName=\"fruit\"",
+                                                   "\n<BayesOutput fieldName=\"" + target + "\""))
+                        .refusal);
+        const std::string model = "/PMML/NaiveBayesModel[1]";
+        EXPECT_THAT(PathsOf(translator),
+                    ElementsAre(model, model + "/Output[1]/OutputField[1]",
+                                model + "/BayesInputs[1]/BayesInput[1]/TargetValueStats[1]/TargetValueStat[1]/"
+                                        "GaussianDistribution[1]",
+                                model + "/BayesOutput[1]"));
+    }
+}
+
+TEST(DocumentFaults, AreFoundBehindATargetThatIsNotDeclared) {
+    StandardDocument document = ColourDocument();
+    document.target = "";
+    document.threshold = "-1";
+    document.inputs = BayesInput("colour", "\n" + PairCounts("red", FruitCounts("1", "-1")));
+    StandardTranslator translator;
+    ASSERT_TRUE(ParseWith(translator, document.Text()).refusal);
+    const std::string model = "/PMML/NaiveBayesModel[1]";
+    EXPECT_THAT(PathsOf(translator),
+                ElementsAre(model,
+                            model + "/BayesInputs[1]/BayesInput[1]/PairCounts[1]/TargetValueCounts[1]/"
+                                    "TargetValueCount[2]",
+                            model + "/BayesOutput[1]"));
+}
+
+TEST(DocumentFaults, AreOneForEachPartOfAnInput) {
+    StandardDocument document;
+    document.inputs = DensityInput("weight", "\n" + TargetValueStat("plum", Gaussian("1", "1")) + "\n" +
+                                                 TargetValueStat("apple", "<Weibull/>") + "\n" +
+                                                 TargetValueStat("pear", Gaussian("1", "-1")));
+    StandardTranslator translator;
+    ASSERT_TRUE(ParseWith(translator, document.Text()).refusal);
+    const std::string stat =
+        "/PMML/NaiveBayesModel[1]/BayesInputs[1]/BayesInput[1]/TargetValueStats[1]/TargetValueStat";
+    EXPECT_THAT(PathsOf(translator),
+                ElementsAre(stat + "[1]", stat + "[2]/Weibull[1]", stat + "[3]/GaussianDistribution[1]"));
+    document = ColourDocument();
+    document.inputs = BayesInput("colour", "\n" + PairCounts("red", FruitCounts("-1", "-1")) + "\n" +
+                                               PairCounts("red", FruitCounts("1", "1")) + "\n" +
+                                               PairCounts("green", FruitCounts("x", "1")));
+    ASSERT_TRUE(ParseWith(translator, document.Text()).refusal);
+    EXPECT_EQ(translator.GetFaults().size(), 4U);
+}
+
 TEST(DocumentFaults, AreNone_WhereADocumentWasRead) {
     StandardTranslator translator;
     ASSERT_TRUE(ParseWith(translator, FaultyDocument().Text()).refusal);

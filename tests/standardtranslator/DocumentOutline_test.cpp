@@ -31,7 +31,8 @@ TEST(DocumentOutline, LeavesAsideWhatIsHarmless) {
         WithModelPart("<ModelStats/><ModelExplanation/><Extension name='note'><Other/></Extension>"),
         WithModelAttribute("algorithmName='Naive' modelName='fruit' x-mine='1' isScorable='true'"),
         Replaced(ColourDocument().Text(), "</NaiveBayesModel>", "<ModelVerification/></NaiveBayesModel>"),
-        Replaced(ColourDocument().Text(), "<PairCounts", "<Extension name='count' value='4'/><PairCounts")};
+        Replaced(ColourDocument().Text(), "<PairCounts", "<Extension name='count' value='4'/><PairCounts"),
+        Replaced(ColourDocument().Text(), "<Value ", "<Extension><Note/></Extension><Value ")};
     for (const std::string& document : documents)
         ExpectProbabilities(ScoreCase(document, {{"colour", "red"}}), sharesOfRed);
 }
@@ -46,6 +47,54 @@ TEST(DocumentOutline, RefusesWhatIsNotKnown) {
                 StartsWith("1: <Field> is not understood in <DataDictionary>"));
     EXPECT_EQ(RefusalOf(WithModelPart("<MiningSchema/>")),
               "12: There may be only one <MiningSchema> in a <NaiveBayesModel>. " + modelPath + "/MiningSchema[2]");
+}
+
+TEST(DocumentOutline, RefusesWhatIsNotKnown_InDictionariesAndExpressions) {
+    const std::string text = ColourDocument().Text();
+    EXPECT_THAT(RefusalOf(Replaced(text, "<Value ", "<Intervall closure='closedClosed'/><Value ")),
+                StartsWith("1: <Intervall> is not understood in <DataField>"));
+    EXPECT_THAT(RefusalOf(Replaced(text, "<Value ", "<Value weight='2' ")),
+                StartsWith("5: The attribute \"weight\" of <Value> is not understood"));
+    StandardDocument document = ColourDocument();
+    document.transformations =
+        XmlElement("TransformationDictionary", "",
+                   DerivedText("d", XmlElement("Apply", Attribute("function", "uppercase") + Attribute("default", "x"),
+                                               FieldRef("colour"))));
+    EXPECT_THAT(RefusalOf(document), StartsWith("5: The attribute \"default\" of <Apply> is not understood"));
+}
+
+TEST(DocumentOutline, RefusesAttributesThatMayBeMeantForKnownOnes) {
+    EXPECT_THAT(RefusalOf(Replaced(ColourDocument().Text(), "<MiningField name=\"colour\"",
+                                   "<MiningField name=\"colour\" x-missingValueReplacement='red'")),
+                StartsWith("5: The attribute \"x-missingValueReplacement\" of <MiningField> is not understood"));
+}
+
+TEST(DocumentOutline, RefusesContentInAnExtension_ThatWouldCountOutside) {
+    const std::string text = ColourDocument().Text();
+    EXPECT_THAT(RefusalOf(Replaced(text, "<TargetValueCount ",
+                                   "<Extension><TargetValueCount value='pear' count='9'/></Extension>"
+                                   "<TargetValueCount ")),
+                StartsWith("1: <TargetValueCount> is not understood in <Extension>"));
+    EXPECT_THAT(RefusalOf(Replaced(text, "<MiningField ",
+                                   "<Extension><MiningField name='colour' missingValueReplacement='red'/></Extension>"
+                                   "<MiningField ")),
+                StartsWith("1: <MiningField> is not understood in <Extension>"));
+    EXPECT_THAT(RefusalOf(WithModelPart("<Extension><Output><OutputField name='o'/></Output></Extension>")),
+                StartsWith("1: <Output> is not understood in <Extension>"));
+    EXPECT_THAT(RefusalOf(Replaced(text, "<PairCounts ",
+                                   "<Extension name='origin'><DerivedField><Constant>red</Constant></DerivedField>"
+                                   "</Extension><PairCounts ")),
+                StartsWith("1: <DerivedField> is not understood in <Extension>"));
+}
+
+TEST(DocumentOutline, ReadsWhatTheExtensionOfASchemaLists) {
+    const std::string listing = "<Extension extender='scoring.nbscore' name='DerivedFields'><MiningField name='";
+    StandardDocument document = ColourDocument();
+    document.transformations = XmlElement("TransformationDictionary", "", DerivedText("d", FieldRef("colour")));
+    document.miningFields += listing + "d'/></Extension>";
+    ExpectProbabilities(ScoreCase(document, {{"colour", "red"}}), sharesOfRed);
+    document.miningFields = MiningField("colour") + listing + "d' missingValueReplacement='x'/></Extension>";
+    EXPECT_THAT(RefusalOf(document), HasSubstr("missingValueReplacement"));
 }
 
 TEST(DocumentOutline, RefusesModelsThatAreNoneToScore) {

@@ -1,5 +1,6 @@
 #include "cli/verbs/ModelArgument.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <string_view>
@@ -108,11 +109,16 @@ void TellRule(Console& console, const SourceDocument& source) {
 }
 
 /// Warnings are about what the plug-in of this project ignores, and true of that only.
-void Warn(Console& console, const SourceDocument& source, const ScoreModel& model) {
+void Warn(Console& console, const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source,
+          const ScoreModel& model) {
     if (dynamic_cast<const ModelSelfDescription*>(&model) == nullptr) return;
-    for (const IgnoredConstruct& ignored : source.FindWarnings()) {
+    const std::vector<IgnoredConstruct> warnings = source.FindWarnings();
+    const bool canStandardScore = std::ranges::any_of(warnings, &IgnoredConstruct::isHeededByStandard) &&
+                                  LoadedModel::CanScore(plugin, source, ScoringRule::Standard);
+    for (const IgnoredConstruct& ignored : warnings) {
         TellAt(console, "warning", source.GetName(), ignored.place)
-            << MakePrintable(ignored.message) << "\n  do: " << MakePrintable(ignored.advice) << '\n';
+            << MakePrintable(ignored.message)
+            << "\n  do: " << MakePrintable(canStandardScore ? AdviceWithStandardRule(ignored) : ignored.advice) << '\n';
     }
 }
 
@@ -161,7 +167,7 @@ LoadedModel ModelArgument::Read(const SourceDocument& source, Console& console, 
     try {
         LoadedModel model = LoadedModel::Read(plugin, source, rule, {.onNotice = takeNotice, .onFault = {}});
         if (mustScore) model.RequireScorable();
-        if (rule == ScoringRule::Smoothed) Warn(console, source, model.Get());
+        if (rule == ScoringRule::Smoothed) Warn(console, plugin, source, model.Get());
         if (!quiet && !reading.IsRuleGiven()) TellRule(console, source);
         return model;
     } catch (VeskException& refusal) {
