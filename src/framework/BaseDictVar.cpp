@@ -97,6 +97,7 @@ BaseDictVar::BaseDictVar(const BaseDictVar& other)
       invalidValues(CopiesOf(other.invalidValues)),
       intervals(other.intervals),
       holdsTruthValues(other.holdsTruthValues),
+      rule(other.rule),
       index(other.index.load(std::memory_order_relaxed)) {}
 
 BaseDictVar::~BaseDictVar() = default;

@@ -8,6 +8,7 @@
 
 #include "framework/Export.h"
 #include "framework/ScoreDictVar.h"
+#include "framework/ScoringRule.h"
 #include "framework/SeededHash.h"
 #include "framework/ValueInterval.h"
 
@@ -49,6 +50,10 @@ public:
     bool HoldsTruthValues() const { return holdsTruthValues; }
     void SetHoldsTruthValues(bool holds) { holdsTruthValues = holds; }
 
+    /// By which rule it is told what the declaration allows; the smoothed one for a new variable.
+    nbscore::ScoringRule GetRule() const { return rule; }
+    void SetRule(nbscore::ScoringRule ruleOfDocument) { rule = ruleOfDocument; }
+
     void AddInterval(const ValueInterval& interval) { intervals.push_back(interval); }
     const std::vector<ValueInterval>& GetIntervals() const { return intervals; }
 
@@ -65,6 +70,7 @@ private:
     std::vector<std::unique_ptr<ScoreValue>> invalidValues;
     std::vector<ValueInterval> intervals;
     bool holdsTruthValues = false;
+    nbscore::ScoringRule rule = nbscore::ScoringRule::Smoothed;
     /// Written by the first scoring call with a record that has positions, while other threads may copy the variable.
     std::atomic<int> index = -1;
 };

@@ -1,5 +1,6 @@
 #include "framework/NumberText.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -44,6 +45,21 @@ bool IsDecimalNumber(std::string_view text) {
         if (!TakeDigits(text)) return false;
     }
     return text.empty();
+}
+
+/// Whether a number in decimal form, its sign aside, is less than 1, however long its digits and its exponent are.
+bool IsBelowOne(std::string_view text) {
+    const std::size_t mark = std::min(text.find_first_of("eE"), text.size());
+    const std::string_view digits = text.substr(0, mark);
+    const auto first = static_cast<std::ptrdiff_t>(digits.find_first_of("123456789"));
+    const auto point = static_cast<std::ptrdiff_t>(std::min(digits.find('.'), digits.size()));
+    if (first < 0) return true;
+    std::string_view exponent = text.substr(std::min(mark + 1, text.size()));
+    TakeOneOf("+", exponent);
+    std::int64_t shift = 0;
+    const auto [end, error] = std::from_chars(exponent.data(), exponent.data() + exponent.size(), shift);
+    if (error == std::errc::result_out_of_range) return exponent.front() == '-';
+    return point - first + shift <= 0;
 }
 
 /// The value of a text of nothing but a sign, a few digits and a point; nothing for any other. Whole numbers below 2^53
@@ -100,6 +116,13 @@ std::optional<double> ReadNumber(std::string_view text) {
     // The form is checked here because the standard conversion takes "inf", "nan" and leading parts as well.
     if (!IsDecimalNumber(text)) return std::nullopt;
     return Convert<double>(text);
+}
+
+std::optional<double> ReadRoundedNumber(std::string_view text) {
+    if (const std::optional<double> number = ReadNumber(text)) return number;
+    text = WithoutBlanks(text);
+    if (IsDecimalNumber(text) && IsBelowOne(text)) return 0.0;
+    return std::nullopt;
 }
 
 std::optional<int> ReadInt(std::string_view text) {

@@ -17,6 +17,9 @@ namespace nbscore {
 /// numbers. Never depends on the locale.
 SCOREFRAMEWORK_API std::optional<double> ReadNumber(std::string_view text);
 
+/// The same, but a number that is too small for a double is 0.
+SCOREFRAMEWORK_API std::optional<double> ReadRoundedNumber(std::string_view text);
+
 /// The whole number (optional sign, digits, 32 bits) that the whole text holds, or nothing. Blanks as above.
 SCOREFRAMEWORK_API std::optional<int> ReadInt(std::string_view text);
 

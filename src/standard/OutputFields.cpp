@@ -1,7 +1,6 @@
 #include "standard/OutputFields.h"
 
 #include <algorithm>
-#include <set>
 #include <utility>
 #include <variant>
 
@@ -30,8 +29,10 @@ OutputValue NumberOrNone(double probability) {
 /// What a result says about a case, as output fields ask for it.
 class ResultView {
 public:
-    ResultView(const ScoreDictVar* targetVariable, const ScoreCaseRecord& caseRecord, const ScoreResult& scoreResult)
+    ResultView(const ScoreDictVar* targetVariable, const ValuePositions& targetCategories,
+               const ScoreCaseRecord& caseRecord, const ScoreResult& scoreResult)
         : target(targetVariable),
+          categories(targetCategories),
           record(caseRecord),
           result(scoreResult),
           classes(dynamic_cast<const ScoreClsResult*>(&scoreResult)) {}
@@ -44,13 +45,7 @@ public:
 
     /// The position of the predicted category; nothing without a prediction.
     std::optional<std::size_t> FindPredicted() const {
-        const ScoreValueLabelSet* const labels = target == nullptr ? nullptr : target->GetValueLabelSet();
-        if (result.GetPrediction() == nullptr || labels == nullptr) return std::nullopt;
-        const auto& declared = labels->GetValueLabels();
-        for (std::size_t i = 0; i < declared.size(); ++i) {
-            if (AreEqual(*declared[i].GetValue(), *result.GetPrediction())) return i;
-        }
-        return std::nullopt;
+        return result.GetPrediction() == nullptr ? std::nullopt : categories.Find(*result.GetPrediction());
     }
 
     /// 1 or 0 for the actual value being the one in question or another, less that one's probability.
@@ -59,8 +54,7 @@ public:
         if (!category) category = FindPredicted();
         const ScoreValue* const actual = target == nullptr ? nullptr : record.GetValueByName(target->GetName());
         if (actual == nullptr || target->IsMissingValue(actual) || probability < 0.0 || !category) return {};
-        const ScoreValue& value = *target->GetValueLabelSet()->GetValueLabels()[*category].GetValue();
-        return (AreEqual(value, *actual) ? 1.0 : 0.0) - probability;
+        return (categories.Find(*actual) == category ? 1.0 : 0.0) - probability;
     }
 
     OutputValue Warning() const {
@@ -71,13 +65,8 @@ public:
     }
 
 private:
-    /// A case may have the text of a number where the target has numbers.
-    bool AreEqual(const ScoreValue& declared, const ScoreValue& value) const {
-        if (target->GetStorageType() == ScoreDictVar::NumericStorage) return declared.GetDouble() == value.GetDouble();
-        return declared.GetString() == value.GetString();
-    }
-
     const ScoreDictVar* target;
+    const ValuePositions& categories;
     const ScoreCaseRecord& record;
     const ScoreResult& result;
     const ScoreClsResult* classes;
@@ -85,11 +74,19 @@ private:
 
 }  // namespace
 
-/// A case as expressions see it: the output fields, and behind them what the case has.
+/// A case as expressions see it: the output fields, behind them the document's derived fields, and what the case has.
 class OutputFields::CaseValues : public ScoreCaseRecord {
 public:
-    CaseValues(const OutputFields& outputFields, const ScoreCaseRecord& caseRecord)
-        : outputs(outputFields), record(caseRecord), held(outputs.fields.size()) {}
+    CaseValues(const OutputFields& outputFields, const ScoreCaseRecord& caseRecord,
+               TransformationDictionary* documentsFields)
+        : outputs(outputFields), record(caseRecord), derivedFields(documentsFields), held(outputs.fields.size()) {
+        if (derivedFields == nullptr) return;
+        derived = derivedFields->GetValuesForDeriedVars(&record, nullptr);
+        // Computed now, because in the midst of an expression the stack may have no room for another one.
+        for (const std::string& name : outputs.fieldsOfDocument) {
+            if (derivedFields->GetVar(name) != nullptr) derived->GetValueByName(name);
+        }
+    }
 
     void Set(std::size_t position, const OutputValue& value) {
         if (const auto* number = std::get_if<double>(&value)) {
@@ -102,7 +99,9 @@ public:
     const ScoreValue* GetValueByIndex(int /*index*/) const override { return nullptr; }
     const ScoreValue* GetValueByName(const std::string& name) const override {
         const auto found = outputs.positions.find(name);
-        return found == outputs.positions.end() ? record.GetValueByName(name) : held[found->second].get();
+        if (found != outputs.positions.end()) return held[found->second].get();
+        const bool isDerived = derivedFields != nullptr && derivedFields->GetVar(name) != nullptr;
+        return (isDerived ? *derived : record).GetValueByName(name);
     }
     bool IsIndexed() const override { return false; }
     int GetVarIndex(const std::string& /*name*/) const override { return -1; }
@@ -110,17 +109,40 @@ public:
 private:
     const OutputFields& outputs;
     const ScoreCaseRecord& record;
+    TransformationDictionary* derivedFields;
+    /// The calling thread's. Null where nothing is derived.
+    const ScoreCaseRecord* derived = nullptr;
     std::vector<std::unique_ptr<ScoreValue>> held;
 };
 
-OutputFields::OutputFields(std::vector<OutputField> outputFields, std::vector<std::string> shownTexts,
+OutputFields::OutputFields(std::vector<OutputField> outputFields, ValuePositions targetCategories,
+                           std::vector<std::string> shownTexts,
                            std::unique_ptr<TransformationDictionary> expressionFields)
-    : fields(std::move(outputFields)), texts(std::move(shownTexts)), expressions(std::move(expressionFields)) {
+    : fields(std::move(outputFields)),
+      categories(std::move(targetCategories)),
+      texts(std::move(shownTexts)),
+      expressions(std::move(expressionFields)) {
     for (std::size_t i = 0; i < fields.size(); ++i) {
         if (fields[i].feature != OutputField::Expression) positions.emplace(fields[i].name, i);
         readsCase =
             readsCase || fields[i].feature == OutputField::Expression || fields[i].feature == OutputField::Residual;
     }
+    fieldsOfDocument = FindFieldsOfDocument();
+}
+
+std::set<std::string> OutputFields::FindFieldsOfDocument() const {
+    std::set<std::string> names;
+    const auto* const sources = dynamic_cast<const DerivedFieldSources*>(expressions.get());
+    if (sources == nullptr) return names;
+    for (const OutputField& field : fields) {
+        if (field.feature != OutputField::Expression) continue;
+        for (const std::string& read : sources->GetFieldsRead(field.name)) {
+            // By its own name an expression reads no output.
+            const bool isOutput = expressions->GetVar(read) != nullptr || positions.contains(read);
+            if (read == field.name || !isOutput) names.insert(read);
+        }
+    }
+    return names;
 }
 
 std::vector<OutputColumn> OutputFields::GetColumns() const {
@@ -131,22 +153,20 @@ std::vector<OutputColumn> OutputFields::GetColumns() const {
     return columns;
 }
 
-std::vector<std::string> OutputFields::GetFieldsRead(const ScoreDictVar* target) const {
-    std::set<std::string> names;
-    for (const OutputField& field : fields) {
-        if (field.feature == OutputField::Expression) names.insert(field.name);
+std::set<std::string> OutputFields::GetFieldsRead(const ScoreModel& model) const {
+    std::set<std::string> read = fieldsOfDocument;
+    if (const TransformationDictionary* const derived = model.GetTransformationDictionary()) {
+        std::erase_if(read, [derived](const std::string& name) { return derived->GetVar(name) != nullptr; });
+        if (auto sources = FindFieldsOfDerivedFields(*derived, fieldsOfDocument)) read.merge(*sources);
     }
-    std::set<std::string> read;
-    if (expressions != nullptr) read = FindFieldsOfDerivedFields(*expressions, names).value_or(read);
-    std::erase_if(read, [this](const std::string& name) { return positions.contains(name); });
     const bool hasResidual = std::ranges::find(fields, OutputField::Residual, &OutputField::feature) != fields.end();
-    if (hasResidual && target != nullptr) read.insert(target->GetName());
-    return {read.begin(), read.end()};
+    if (hasResidual && model.GetTargetVar() != nullptr) read.insert(model.GetTargetVar()->GetName());
+    return read;
 }
 
 void OutputFields::Compute(const ScoreModel& model, const ScoreCaseRecord& record, const ScoreResult& result,
                            std::vector<OutputValue>& values) const {
-    const ResultView view(model.GetTargetVar(), record, result);
+    const ResultView view(model.GetTargetVar(), categories, record, result);
     const auto valueOf = [&](const OutputField& field) -> OutputValue {
         switch (field.feature) {
             case OutputField::PredictedValue:
@@ -168,7 +188,7 @@ void OutputFields::Compute(const ScoreModel& model, const ScoreCaseRecord& recor
     };
     values.clear();
     std::optional<CaseValues> seen;
-    if (expressions != nullptr) seen.emplace(*this, record);
+    if (expressions != nullptr) seen.emplace(*this, record, model.GetTransformationDictionary());
     for (std::size_t i = 0; i < fields.size(); ++i) {
         OutputValue value = valueOf(fields[i]);
         if (seen) seen->Set(i, value);

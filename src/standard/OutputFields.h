@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,7 @@
 #include "framework/ScoreResult.h"
 #include "framework/SeededHash.h"
 #include "framework/TransformationDictionary.h"
+#include "standard/ValuePositions.h"
 
 namespace nbscore {
 
@@ -32,16 +34,17 @@ struct OutputField {
 class OutputFields {
 public:
     /// @param outputFields in the document's order, each under a name of its own.
+    /// @param targetCategories the values of the target.
     /// @param shownTexts for each target category, what is shown for it.
-    /// @param expressionFields the derived fields whose names those of expressions are; null where there are none.
-    ///     They may read the other fields by their names, and what else the case has.
-    OutputFields(std::vector<OutputField> outputFields, std::vector<std::string> shownTexts,
-                 std::unique_ptr<TransformationDictionary> expressionFields);
+    /// @param expressionFields the derived fields whose names those of expressions are; null where there are none. They
+    ///     may read the other output fields by their names, and by other names and their own one what the document's
+    ///     derived fields and the case have.
+    OutputFields(std::vector<OutputField> outputFields, ValuePositions targetCategories,
+                 std::vector<std::string> shownTexts, std::unique_ptr<TransformationDictionary> expressionFields);
 
     std::vector<OutputColumn> GetColumns() const;
     /// The data fields that residuals and expressions read.
-    /// @param target whose value residuals compare.
-    std::vector<std::string> GetFieldsRead(const ScoreDictVar* target) const;
+    std::set<std::string> GetFieldsRead(const ScoreModel& model) const;
     bool ReadsCase() const { return readsCase; }
     /// Fills in one value for each column. Of a case without a result, what is not said otherwise has no value, and
     /// expressions see none.
@@ -52,10 +55,16 @@ public:
 private:
     class CaseValues;
 
+    std::set<std::string> FindFieldsOfDocument() const;
+
     std::vector<OutputField> fields;
+    ValuePositions categories;
     std::vector<std::string> texts;
     std::unique_ptr<TransformationDictionary> expressions;
+    /// Those that are no expressions.
     SeededMap<std::string, std::size_t> positions;
+    /// Names of the derived fields and data fields of the document that expressions read.
+    std::set<std::string> fieldsOfDocument;
     bool readsCase = false;
 };
 

@@ -243,6 +243,6 @@ std::vector<std::string> StandardModel::GetOptionalFields() const {
     };
     for (const auto& field : fields.GetAll())
         add(field.name);
-    if (outputs) std::ranges::for_each(outputs->GetFieldsRead(target.GetVar()), add);
+    if (outputs) std::ranges::for_each(outputs->GetFieldsRead(*this), add);
     return optional;
 }

@@ -5,10 +5,12 @@
 #include <string_view>
 
 #include "framework/CountedNoun.h"
+#include "framework/NumberText.h"
 #include "pmml/DocumentParts.h"
 #include "pmml/KnownContent.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
+#include "standardtranslator/MiningFields.h"
 
 namespace nbscore {
 namespace {
@@ -31,7 +33,7 @@ public:
         } else {
             outline.model = topModel;
         }
-        RefuseUnknownContent();
+        RefuseUnknownContent(outline.root);
         ReadModel();
         return std::move(outline);
     }
@@ -51,9 +53,11 @@ private:
                     TakeModel(child);
                     break;
                 case Name::NaiveBayes:
+                    wrappers.push_back(child);
                     ReadRoot(child);
                     break;
                 default:
+                    if (parent != outline.root) TakeCommonPart(child);
                     if (!otherModel && IsModel(child)) otherModel = child;
             }
         }
@@ -103,11 +107,24 @@ private:
         return otherModel ? OtherModel(otherModel) : RefusalAt(outline.root, Refusal::ModelMissing);
     }
 
-    void RefuseUnknownContent() {
-        FindUnknownContent(outline.root, [this](const UnknownContent& unknown) {
+    void RefuseUnknownContent(Element top) {
+        FindUnknownContent(top, [this](const UnknownContent& unknown) {
             if (unknown.isInPlaceOfExpression) return;
-            faults.Try([&unknown] { throw RefusalOf(unknown); });
+            if (!IsReadHere(unknown)) {
+                faults.Try([&unknown] { throw RefusalOf(unknown); });
+            } else if (unknown.attribute.empty()) {
+                RefuseUnknownContent(unknown.element);
+            }
         });
+    }
+
+    /// What old documents have in other places, or spell otherwise, and by the standard's rule alone is read there.
+    static bool IsReadHere(const UnknownContent& unknown) {
+        const Element element = unknown.element;
+        if (unknown.attribute.empty()) return element.GetParent().Is(Name::NaiveBayes) && IsCommonPart(element);
+        if (element.Is(Name::MiningField)) return unknown.attribute == olderInvalidReplacement;
+        return element.Is(Name::NaiveBayes) &&
+               (unknown.attribute == SpellingOf(Name::threshold) || unknown.attribute == SpellingOf(Name::isScorable));
     }
 
     static VeskException RefusalOf(const UnknownContent& unknown) {
@@ -129,7 +146,12 @@ private:
         });
     }
 
-    /// Notes a part that a model and a MiningModel around it may both have.
+    static bool IsCommonPart(Element part) {
+        return part.Is(Name::MiningSchema) || part.Is(Name::LocalTransformations) || part.Is(Name::Output) ||
+               part.Is(Name::Targets);
+    }
+
+    /// Notes a part that a model and what is around it may both have.
     void TakeCommonPart(Element part) {
         switch (part.GetName()) {
             case Name::MiningSchema:
@@ -170,9 +192,9 @@ private:
     void ReadSegmentation(Element segmentation) {
         faults.Try([segmentation] {
             // Of a single segment, each of them gives what the segment gives.
-            static constexpr std::string_view methods[] = {"selectFirst", "modelChain",      "selectAll",
-                                                           "average",     "weightedAverage", "median",
-                                                           "max",         "majorityVote",    "weightedMajorityVote"};
+            static constexpr std::string_view methods[] = {
+                "selectFirst",  "modelChain",           "selectAll",      "average", "weightedAverage", "median", "max",
+                "majorityVote", "weightedMajorityVote", "multiModelChain"};
             WordAttribute(segmentation, Name::multipleModelMethod, methods);
         });
         const std::vector<Element> segments = segmentation.GetChildren(Name::Segment).List();
@@ -204,7 +226,27 @@ private:
     void ReadModel() {
         ReadHead(outline.model);
         ReadPartsOfModel(outline.model);
+        FindThreshold();
         if (!outline.bayesOutput || !hasInputs) throw RefusalAt(outline.model, Refusal::InputsOrOutputMissing);
+    }
+
+    /// A wrapper may state it for the model, or once more.
+    void FindThreshold() {
+        outline.threshold = outline.model;
+        for (const Element wrapper : wrappers) {
+            ReadHead(wrapper);
+            const auto stated = wrapper.GetAttribute(Name::threshold);
+            if (!stated) continue;
+            const auto before = outline.threshold.GetAttribute(Name::threshold);
+            if (!before) {
+                outline.threshold = wrapper;
+            } else if (before != stated && ReadNumber(*before) != ReadNumber(*stated)) {
+                faults.Try([wrapper] {
+                    throw RefusalAt(wrapper, Refusal::AttributeNotUnderstood,
+                                    {SpellingOf(Name::threshold), wrapper.GetTag()});
+                });
+            }
+        }
     }
 
     void ReadPartsOfModel(Element parent) {
@@ -214,6 +256,7 @@ private:
             } else if (child.Is(Name::BayesInputs)) {
                 if (TakeOnly(child, bayesInputs)) ReadInputs(child);
             } else if (child.Is(Name::NaiveBayes)) {
+                wrappers.push_back(child);
                 ReadPartsOfModel(child);
             } else {
                 TakeCommonPart(child);
@@ -234,6 +277,8 @@ private:
 
     FaultList& faults;
     DocumentOutline outline;
+    /// NaiveBayes elements around the model or its parts.
+    std::vector<Element> wrappers;
     Element transformationDictionary;
     /// The first NaiveBayesModel or MiningModel.
     Element topModel;

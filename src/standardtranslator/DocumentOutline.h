@@ -11,11 +11,13 @@ namespace nbscore {
 /// Where the parts of a document stand that a model is made of. A part that is not there is none.
 ///
 /// A MiningModel whose only segment holds the model, whatever the case, is that model: its parts stand beside the
-/// model's own, in front of them. So is what old documents wrap in an element NaiveBayes.
+/// model's own, in front of them. So do those of an element NaiveBayes that old documents wrap around the model.
 struct DocumentOutline {
     Element root;
     Element dataDictionary;
     Element model;
+    /// What has the threshold: the model, or what is wrapped around it.
+    Element threshold;
     /// The segment of the MiningModel around the model; none where the model stands by itself.
     Element segment;
     /// MiningSchema elements.

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "framework/Blanks.h"
@@ -13,12 +14,13 @@
 #include "pmml/Utf8.h"
 #include "standardtranslator/DocumentOutline.h"
 #include "standardtranslator/StandardReading.h"
+#include "transform/evaluation/DeclaredValidity.h"
 
 namespace nbscore {
 namespace {
 
 bool IsPlaceHolder(const InputParts& input) {
-    return input.name == "DiscretePlaceHolder" && !input.derivedField && input.pairCounts.size() == 1 &&
+    return input.name == placeHolder && !input.derivedField && input.pairCounts.size() == 1 &&
            input.pairCounts.front().GetAttribute(Name::value) == "pseudoValue";
 }
 
@@ -66,13 +68,16 @@ InputParts ReadParts(Element element, const Transcoder& transcoder) {
     return input;
 }
 
-/// Bins are numbers only where all that names them does: a producer may declare numbers and name the bins in words.
-ScoreDictVar::StorageType StorageOfOwnField(const InputParts& input) {
-    if (input.stats) return ScoreDictVar::NumericStorage;
-    const bool areNumbers = std::ranges::all_of(input.pairCounts, [](Element counts) {
+/// A producer may declare that a field holds numbers, and name the bins in words.
+bool CountsWords(const InputParts& input) {
+    return !std::ranges::all_of(input.pairCounts, [](Element counts) {
         return ReadNumber(counts.GetAttributeOr(Name::value, {})).has_value();
     });
-    return areNumbers ? ReadStorageType(input.derivedField) : ScoreDictVar::StringStorage;
+}
+
+ScoreDictVar::StorageType StorageOfOwnField(const InputParts& input) {
+    if (input.stats) return ScoreDictVar::NumericStorage;
+    return CountsWords(input) ? ScoreDictVar::StringStorage : ReadStorageType(input.derivedField);
 }
 
 std::unique_ptr<INBVeskEncoder> MakeEncoder(bool ofNumbers) {
@@ -108,11 +113,11 @@ private:
     Density ReadUniform() {
         const double lower = Number(Name::lower);
         const double upper = Number(Name::upper);
-        if (lower >= upper) throw RefusalAt(element, Refusal::UniformWithoutWidth);
+        if (lower > upper) throw RefusalAt(element, Refusal::UniformWithoutWidth);
         return MakeDensity(Density::Uniform, lower, upper);
     }
 
-    /// A producer writes NaN for a category that never occurred: nothing is known of it.
+    /// A producer writes no figure for a category that never occurred: nothing is known of it.
     static Density MakeDensity(Density::Kind kind, double first, double second) {
         if (std::isnan(first) || std::isnan(second)) return {};
         return {kind, first, second};
@@ -120,7 +125,9 @@ private:
 
     double Number(Name name) const {
         const std::string_view text = RequiredAttribute(element, name);
-        return WithoutBlanks(text) == "NaN" ? std::numeric_limits<double>::quiet_NaN() : DoubleAt(element, text);
+        if (IsNoFigure(text)) return std::numeric_limits<double>::quiet_NaN();
+        if (const std::optional<double> number = ReadRoundedNumber(text)) return *number;
+        return DoubleAt(element, text);
     }
     double NumberFrom0(Name name) const {
         const double number = Number(name);
@@ -168,21 +175,27 @@ private:
             reading.derivedFieldsRead.insert(input.nameOfDerivedField);
             return reading.derivedFields->GetVar(input.nameOfDerivedField);
         }
-        for (const std::string& name : {input.name, std::string(WithoutOuterBlanks(input.name))}) {
-            if (const ScoreDictVar* const variable = reading.dictionary.GetVar(name)) {
-                NoteDataField(*variable, name);
-                return variable;
-            }
-            if (reading.derivedFields == nullptr) continue;
-            if (const ScoreDictVar* const variable = reading.derivedFields->GetVar(name)) {
-                reading.derivedFieldsRead.insert(name);
-                return variable;
-            }
+        // A name that is written quite so comes before one that differs in blanks.
+        if (const ScoreDictVar* const variable = FindDerivedField(input.name)) return variable;
+        if (const ScoreDictVar* const variable = reading.dictionary.GetVar(input.name)) {
+            NoteDataField(*variable);
+            return variable;
+        }
+        if (const ScoreDictVar* const variable = FindDerivedField(reading.namesOfDerivedFields.Find(input.name))) {
+            return variable;
         }
         throw RefusalAt(input.element, Refusal::InputUndeclared, {ExcerptOf(input.name)});
     }
 
-    void NoteDataField(const ScoreDictVar& variable, const std::string& name) {
+    const ScoreDictVar* FindDerivedField(const std::string& name) {
+        const ScoreDictVar* const variable =
+            reading.derivedFields == nullptr ? nullptr : reading.derivedFields->GetVar(name);
+        if (variable != nullptr) reading.derivedFieldsRead.insert(name);
+        return variable;
+    }
+
+    void NoteDataField(const ScoreDictVar& variable) {
+        const std::string name = variable.GetName();
         if (&variable == &reading.target) throw RefusalAt(input.element, Refusal::InputIsTarget, {ExcerptOf(name)});
         reading.dataFieldsRead.insert(name);
         reading.model.SetVarRole(&variable, ScoreModel::PredictorRole);
@@ -190,14 +203,16 @@ private:
 
     /// What messages about cases call the input.
     std::string NameOf(const ScoreDictVar& variable) const {
-        return input.derivedField ? input.name : variable.GetName();
+        if (!input.derivedField) return variable.GetName();
+        const ScoreDictVar* const named = reading.dictionary.GetVar(input.name);
+        return named == nullptr ? std::string(WithoutOuterBlanks(input.name)) : named->GetName();
     }
 
     void ReadTable(const ScoreDictVar& variable) {
-        const bool hasNumbers = variable.GetStorageType() == ScoreDictVar::NumericStorage;
+        const ValueKind kind = KindOfField(variable);
         const WrittenValues declared(variable);
-        WrittenValues values(hasNumbers);
-        std::unique_ptr<INBVeskEncoder> encoder = MakeEncoder(hasNumbers);
+        WrittenValues values(kind);
+        std::unique_ptr<INBVeskEncoder> encoder = MakeEncoder(kind == ValueKind::Number);
         NBayesInputBase::Matrix counts;
         for (const Element pairCounts : input.pairCounts) {
             reading.watch.Step();
@@ -213,7 +228,7 @@ private:
         reading.model.AddTable(NameOf(variable), &variable, std::move(encoder), counts);
     }
 
-    /// As the variable declares it, where it does.
+    /// As the variable declares it, where it does; a truth value as treated ones are.
     std::string ReadValue(Element pairCounts, const ScoreDictVar& variable, const WrittenValues& declared) const {
         const std::string value = RequiredText(reading.transcoder, pairCounts, Name::value);
         if (variable.GetStorageType() == ScoreDictVar::NumericStorage) {
@@ -221,7 +236,9 @@ private:
             return value;
         }
         const auto position = declared.Find(value);
-        return position ? variable.GetValueLabelSet()->GetValueLabels()[*position].GetValue()->GetString() : value;
+        const std::string known =
+            position ? variable.GetValueLabelSet()->GetValueLabels()[*position].GetValue()->GetString() : value;
+        return KindOfField(variable) == ValueKind::Truth ? std::string(AsTruthText(known)) : known;
     }
 
     void ReadDensities(const ScoreDictVar& variable) {
@@ -286,6 +303,24 @@ std::vector<FieldByItself> NameFieldsOfInputs(std::vector<InputParts>& inputs, c
         input.nameOfDerivedField = std::move(name);
     }
     return fields;
+}
+
+std::map<std::string, ScoreDictVar::StorageType> FindStoragesOfBins(const std::vector<InputParts>& inputs,
+                                                                    const DocumentOutline& outline,
+                                                                    const WrittenNames& namesOfDerivedFields,
+                                                                    const Transcoder& transcoder) {
+    SeededSet<std::string> fieldsOfWords;
+    for (const InputParts& input : inputs) {
+        if (!input.derivedField && CountsWords(input)) fieldsOfWords.insert(namesOfDerivedFields.Find(input.name));
+    }
+    std::map<std::string, ScoreDictVar::StorageType> storages;
+    for (const Element list : outline.transformations) {
+        for (const Element field : list.GetChildren(Name::DerivedField)) {
+            const std::string name = AttributeText(transcoder, field, Name::name);
+            if (fieldsOfWords.contains(name)) storages.emplace(name, ScoreDictVar::StringStorage);
+        }
+    }
+    return storages;
 }
 
 void ReadInputs(const std::vector<InputParts>& inputs, StandardReading& reading) {

@@ -5,7 +5,7 @@
 #include <span>
 #include <utility>
 
-#include "framework/Blanks.h"
+#include "framework/SeededHash.h"
 #include "pmml/DocumentParts.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
@@ -24,9 +24,15 @@ constexpr Name treatments[] = {Name::optype,
                                Name::invalidValueReplacement};
 
 constexpr std::string_view outlierWords[] = {"asIs", "asMissingValues", "asExtremeValues"};
-constexpr std::string_view invalidWords[] = {"returnInvalid", "asIs", "asMissing", "asValue"};
-/// All but the last only say where a replacement came from.
-constexpr std::string_view missingWords[] = {"asIs", "asMean", "asMode", "asMedian", "asValue", "returnInvalid"};
+// What the standard did not have at first, producers wrote with "x-".
+constexpr std::string_view invalidWords[] = {"returnInvalid", "asIs", "asMissing", "asValue", "x-asValue"};
+/// All but the last two only say where a replacement came from.
+constexpr std::string_view missingWords[] = {"asIs",    "asMean",        "asMode",         "asMedian",
+                                             "asValue", "returnInvalid", "x-returnInvalid"};
+
+bool IsInvalid(std::size_t missingWord) {
+    return missingWords[missingWord].ends_with("returnInvalid");
+}
 
 MiningFieldEntry::Usage ReadUsage(Element field) {
     static constexpr std::string_view words[] = {"active", "predicted", "target",          "supplementary",
@@ -44,8 +50,7 @@ MiningFieldEntry::Usage ReadUsage(Element field) {
 
 class SchemaReader {
 public:
-    SchemaReader(const SeededSet<std::string>& namesOfDataFields, const Transcoder& textTranscoder,
-                 FaultList& faultsOfFields)
+    SchemaReader(const WrittenNames& namesOfDataFields, const Transcoder& textTranscoder, FaultList& faultsOfFields)
         : dataFields(namesOfDataFields), transcoder(textTranscoder), faults(faultsOfFields) {}
 
     void Read(Element schema) {
@@ -58,7 +63,7 @@ private:
     void ReadField(Element field) {
         static constexpr std::string_view optypes[] = {"continuous", "ordinal", "categorical"};
         WordAttribute(field, Name::optype, optypes);
-        const std::string name = FindName(RequiredText(transcoder, field, Name::name));
+        const std::string name = dataFields.Find(RequiredText(transcoder, field, Name::name));
         const MiningFieldEntry::Usage usage = ReadUsage(field);
         const auto [position, isNew] = positions.emplace(name, entries.size());
         if (isNew) {
@@ -70,12 +75,7 @@ private:
         }
     }
 
-    std::string FindName(const std::string& written) const {
-        const std::string trimmed(WithoutOuterBlanks(written));
-        return !dataFields.contains(written) && dataFields.contains(trimmed) ? trimmed : written;
-    }
-
-    const SeededSet<std::string>& dataFields;
+    const WrittenNames& dataFields;
     const Transcoder& transcoder;
     FaultList& faults;
     std::vector<MiningFieldEntry> entries;
@@ -102,6 +102,18 @@ Element MiningFieldEntry::GetElementWith(Name attribute) const {
     return found == elements.end() ? elements.front() : *found;
 }
 
+MiningFieldEntry::WrittenValue MiningFieldEntry::FindInvalidReplacement() const {
+    const Element element = GetElementWith(Name::invalidValueReplacement);
+    if (const auto text = element.GetAttribute(Name::invalidValueReplacement)) return {element, *text};
+    for (const Element each : elements) {
+        for (std::size_t i = 0; i < each.CountAttributes(); ++i) {
+            const Element::Attribute attribute = each.GetAttributeAt(i);
+            if (each.GetTree().GetSpelling(attribute.name) == olderInvalidReplacement) return {each, attribute.value};
+        }
+    }
+    return {element, RequiredAttribute(element, Name::invalidValueReplacement)};
+}
+
 FieldTreatmentRules MiningFieldEntry::ReadTreatment(const ScoreDictVar& variable, const Transcoder& transcoder) const {
     const bool isNumeric = variable.GetStorageType() == ScoreDictVar::NumericStorage;
     const auto wordOf = [this](Name attribute, std::span<const std::string_view> words) {
@@ -112,11 +124,9 @@ FieldTreatmentRules MiningFieldEntry::ReadTreatment(const ScoreDictVar& variable
         if (const auto text = element.GetAttribute(attribute)) return DoubleAt(element, *text);
         return std::nullopt;
     };
-    const auto valueOf = [&](Name attribute) -> ExpressionValue {
-        const Element element = GetElementWith(attribute);
-        if (!element.Has(attribute)) return {};
-        if (isNumeric) return RequiredDouble(element, attribute);
-        return AttributeText(transcoder, element, attribute);
+    const auto valueOf = [&](Element element, std::string_view text) -> ExpressionValue {
+        if (isNumeric) return DoubleAt(element, text);
+        return TextAt(element, text, transcoder);
     };
 
     FieldTreatmentRules rules;
@@ -126,13 +136,16 @@ FieldTreatmentRules MiningFieldEntry::ReadTreatment(const ScoreDictVar& variable
     }
     rules.lowValue = numberOf(Name::lowValue);
     rules.highValue = numberOf(Name::highValue);
-    rules.invalid = static_cast<FieldTreatmentRules::Invalid>(wordOf(Name::invalidValueTreatment, invalidWords));
+    rules.invalid = static_cast<FieldTreatmentRules::Invalid>(
+        std::min<std::size_t>(wordOf(Name::invalidValueTreatment, invalidWords), FieldTreatmentRules::InvalidAsValue));
     if (rules.invalid == FieldTreatmentRules::InvalidAsValue) {
-        RequiredAttribute(GetElementWith(Name::invalidValueReplacement), Name::invalidValueReplacement);
-        rules.invalidReplacement = valueOf(Name::invalidValueReplacement);
+        const auto written = FindInvalidReplacement();
+        rules.invalidReplacement = valueOf(written.element, written.text);
     }
-    rules.missingReplacement = valueOf(Name::missingValueReplacement);
-    rules.missingIsInvalid = wordOf(Name::missingValueTreatment, missingWords) + 1 == std::size(missingWords);
+    if (const auto text = GetAttribute(Name::missingValueReplacement)) {
+        rules.missingReplacement = valueOf(GetElementWith(Name::missingValueReplacement), *text);
+    }
+    rules.missingIsInvalid = IsInvalid(wordOf(Name::missingValueTreatment, missingWords));
     return rules;
 }
 
@@ -147,14 +160,14 @@ void MiningFieldEntry::RequireUntreated() const {
         throw refuse(Name::invalidValueTreatment);
     }
     if (GetAttribute(Name::missingValueReplacement)) throw refuse(Name::missingValueReplacement);
-    const std::size_t missing =
-        WordAttribute(GetElementWith(Name::missingValueTreatment), Name::missingValueTreatment, missingWords);
-    if (missing + 1 == std::size(missingWords)) throw refuse(Name::missingValueTreatment);
+    if (IsInvalid(
+            WordAttribute(GetElementWith(Name::missingValueTreatment), Name::missingValueTreatment, missingWords))) {
+        throw refuse(Name::missingValueTreatment);
+    }
 }
 
-std::vector<MiningFieldEntry> ReadMiningSchemas(const std::vector<Element>& schemas,
-                                                const SeededSet<std::string>& dataFields, const Transcoder& transcoder,
-                                                FaultList& faults) {
+std::vector<MiningFieldEntry> ReadMiningSchemas(const std::vector<Element>& schemas, const WrittenNames& dataFields,
+                                                const Transcoder& transcoder, FaultList& faults) {
     SchemaReader reader(dataFields, transcoder, faults);
     for (const Element schema : schemas)
         reader.Read(schema);

@@ -7,13 +7,16 @@
 #include <vector>
 
 #include "framework/ScoreDictVar.h"
-#include "framework/SeededHash.h"
 #include "pmml/DocumentTree.h"
 #include "pmml/FaultList.h"
 #include "pmml/Transcoder.h"
+#include "standardtranslator/WrittenValues.h"
 #include "transform/evaluation/FieldTreatment.h"
 
 namespace nbscore {
+
+/// How producers wrote an attribute of mining fields before the standard had it.
+inline constexpr std::string_view olderInvalidReplacement = "x-invalidValueReplacement";
 
 /// A field that mining schemas list: the model's own, and that of a MiningModel around it. What one of them does not
 /// say, the other may; they may not say different things.
@@ -44,6 +47,14 @@ public:
     void RequireUntreated() const;
 
 private:
+    struct WrittenValue {
+        Element element;
+        std::string_view text;
+    };
+
+    /// Throws VeskException 2 where there is none.
+    WrittenValue FindInvalidReplacement() const;
+
     std::vector<Element> elements;
     std::string name;
     Usage usage;
@@ -51,10 +62,8 @@ private:
 
 /// Reads the mining schemas of a document. Each field is in the list once, in the order of the document.
 /// @param schemas that of the outer model first.
-/// @param dataFields names of the data fields: where none is spelt quite as a schema has it, the one is meant that is
-///     spelt so without the blanks around the name.
-std::vector<MiningFieldEntry> ReadMiningSchemas(const std::vector<Element>& schemas,
-                                                const SeededSet<std::string>& dataFields, const Transcoder& transcoder,
-                                                FaultList& faults);
+/// @param dataFields names of the data fields.
+std::vector<MiningFieldEntry> ReadMiningSchemas(const std::vector<Element>& schemas, const WrittenNames& dataFields,
+                                                const Transcoder& transcoder, FaultList& faults);
 
 }  // namespace nbscore

@@ -34,20 +34,24 @@ std::string Quoted(std::string_view text) {
     return '"' + ExcerptOf(text) + '"';
 }
 
-/// The fields that expressions of the output can name: the output fields that are none, before the data fields.
+/// The fields that expressions of the output can name, beside one another: the output fields that are none, before the
+/// derived fields and the data fields of the document.
 class NamesInOutput : public ScoreDictionary {
 public:
-    explicit NamesInOutput(const ScoreDictionary& documentsFields) : dataFields(documentsFields) {}
+    explicit NamesInOutput(const StandardReading& documentReading) : reading(documentReading) {}
 
     bool AddVar(const std::string& name, ScoreDictVar* var) override { return outputFields.AddVar(name, var); }
     ScoreDictVar* GetVar(const std::string& name) const override {
-        ScoreDictVar* const output = outputFields.GetVar(name);
-        return output != nullptr ? output : dataFields.GetVar(name);
+        if (ScoreDictVar* const output = outputFields.GetVar(name)) return output;
+        if (reading.derivedFields != nullptr) {
+            if (ScoreDictVar* const derived = reading.derivedFields->GetVar(name)) return derived;
+        }
+        return reading.dictionary.GetVar(name);
     }
     void GetAllVars(std::vector<ScoreDictVar*>& vars) const override { outputFields.GetAllVars(vars); }
 
 private:
-    const ScoreDictionary& dataFields;
+    const StandardReading& reading;
     BaseDictionary outputFields;
 };
 
@@ -60,8 +64,9 @@ public:
             ReadOutput(output, output == reading.outline.outputs.front());
         if (fields.empty()) return;
         std::unique_ptr<TransformationDictionary> expressions = ReadExpressions();
-        reading.model.SetOutputs(std::make_unique<const OutputFields>(
-            std::move(fields), ShownTexts(std::move(displayValues)), std::move(expressions)));
+        reading.model.SetOutputs(
+            std::make_unique<const OutputFields>(std::move(fields), reading.targetValues.GetPositions(),
+                                                 ShownTexts(std::move(displayValues)), std::move(expressions)));
     }
 
 private:
@@ -76,22 +81,36 @@ private:
 
     void ReadField(Element element, bool namesColumns) {
         OutputField field{.name = RequiredText(reading.transcoder, element, Name::name)};
-        if (!names.insert(field.name).second) {
-            throw RefusalAt(element, Refusal::OutputFieldTwice, {ExcerptOf(field.name)});
-        }
         field.feature = ReadFeature(element, field.name);
         RequireOwn(element, field.name);
         if (field.feature == OutputField::Probability || field.feature == OutputField::Residual) {
             field.category = ReadCategory(element, field.name);
         }
         field.isColumn = namesColumns && FlagAttribute(element, Name::isFinalResult).value_or(true);
+        if (field.feature != OutputField::Expression) field.isNumber = HoldsNumbers(field, element);
+        const auto [position, isNew] = positions.emplace(field.name, fields.size());
+        if (!isNew) {
+            RequireRepeated(position->second, field, element);
+            return;
+        }
+        elements.push_back(element);
         if (field.feature == OutputField::Expression) {
             expressionFields.push_back({element, field.name, std::nullopt});
         } else {
             RefuseExpression(element);
-            field.isNumber = HoldsNumbers(field, element);
         }
         fields.push_back(std::move(field));
+    }
+
+    /// The outer model's may say the same before. Throws VeskException 12 where it does not.
+    void RequireRepeated(std::size_t position, const OutputField& again, Element element) const {
+        const OutputField& before = fields[position];
+        const bool isSame = again.feature == OutputField::Expression
+                                ? element.IsLike(elements[position])
+                                : again.feature == before.feature && again.category == before.category &&
+                                      again.isNumber == before.isNumber;
+        if (isSame && element.GetParent() != elements[position].GetParent()) return;
+        throw RefusalAt(element, Refusal::OutputFieldTwice, {ExcerptOf(again.name)});
     }
 
     static void RefuseExpression(Element field) {
@@ -152,16 +171,17 @@ private:
 
     std::unique_ptr<TransformationDictionary> ReadExpressions() {
         if (expressionFields.empty()) return nullptr;
-        NamesInOutput visible(reading.dictionary);
+        NamesInOutput visible(reading);
         for (const OutputField& field : fields) {
             if (field.feature == OutputField::Expression) continue;
             const auto storage = field.isNumber ? ScoreDictVar::NumericStorage : ScoreDictVar::StringStorage;
             visible.AddVar(field.name, new BaseDictVar(field.name, storage, ScoreDictVar::Categorical));
         }
-        // Fields of the document are read once more, because there they see no output.
         auto expressions = ReadDerivedFields({.lists = reading.outline.transformations,
+                                              .takesOnlyFunctions = true,
                                               .others = expressionFields,
-                                              .unknownField = Refusal::FieldUnknownAnywhere},
+                                              .unknownField = Refusal::FieldUnknownAnywhere,
+                                              .rule = ScoringRule::Standard},
                                              &visible, reading.transcoder, reading.watch.GetLimits(), reading.faults);
         for (OutputField& field : fields) {
             if (field.feature != OutputField::Expression) continue;
@@ -183,8 +203,10 @@ private:
 
     StandardReading& reading;
     std::vector<OutputField> fields;
+    /// Of each of them.
+    std::vector<Element> elements;
+    SeededMap<std::string, std::size_t> positions;
     std::vector<FieldByItself> expressionFields;
-    SeededSet<std::string> names;
 };
 
 }  // namespace

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "framework/Limits.h"
@@ -27,9 +29,10 @@ struct StandardReading {
     const Transcoder& transcoder;
     FaultList& faults;
     StandardModel& model;
-    /// Both dictionaries are the model's by now; the second is null where nothing is derived.
-    const ScoreDictionary& dictionary;
+    /// The data fields, and the derived ones, which are null where there are none. Both are the model's by now.
+    const FieldsByWrittenName& dictionary;
     const TransformationDictionary* derivedFields;
+    const WrittenNames& namesOfDerivedFields;
     /// Of the data dictionary's fields.
     const FieldFaults& fieldFaults;
     const ScoreDictVar& target;
@@ -54,6 +57,12 @@ struct InputParts {
     Element stats = {};
 };
 
+/// Whether a figure says that there is none: "NaN" or, as R has it of what one case alone does not tell, "NA".
+bool IsNoFigure(std::string_view text);
+
+/// The name of a field that only fills a place (FindInputParts).
+inline constexpr std::string_view placeHolder = "DiscretePlaceHolder";
+
 /// Finds the parts of all inputs. Throws nothing: what an input has wrong is a fault of its own, and the input is left
 /// out.
 ///
@@ -66,12 +75,19 @@ std::vector<InputParts> FindInputParts(const DocumentOutline& outline, const Tra
 std::vector<FieldByItself> NameFieldsOfInputs(std::vector<InputParts>& inputs, const DocumentOutline& outline,
                                               const ScoreDictionary& dataDictionary, const Transcoder& transcoder);
 
+/// What derived fields hold that inputs name, where that is something else than they say: as with an input's own
+/// field, bins are numbers only where all that names them does.
+std::map<std::string, ScoreDictVar::StorageType> FindStoragesOfBins(const std::vector<InputParts>& inputs,
+                                                                    const DocumentOutline& outline,
+                                                                    const WrittenNames& namesOfDerivedFields,
+                                                                    const Transcoder& transcoder);
+
 /// Gives the model its inputs, with their counts or distributions; notes the fields that they read.
 void ReadInputs(const std::vector<InputParts>& inputs, StandardReading& reading);
 
 /// The counts of a PairCounts or BayesOutput element by target category, 0 where one is not counted.
 ///
-/// A count of "NaN" is 0: a producer writes it where a category never occurred. Throws VeskException 1 without a
+/// A count that is no figure is 0: a producer writes it where a category never occurred. Throws VeskException 1 without a
 /// TargetValueCounts. Faults of their own are 5 for a count below 0, 7 for a value that the target does not have,
 /// unless its count is 0, and 12 for a value that is there twice.
 std::vector<double> ReadCounts(Element parent, StandardReading& reading);

@@ -33,7 +33,6 @@ public:
 
 private:
     void ReadSchemas();
-    ScoreDictVar* FindDataField(const std::string& name) const;
     /// The predicted field. Where the document does not say which, or has no such field, that is a fault, and one
     /// stands in for it that has the values that are counted: so what is wrong behind it is found as well.
     BaseDictVar& FindTarget();
@@ -58,9 +57,12 @@ private:
     DocumentOutline outline;
     std::vector<MiningFieldEntry> miningFields;
     FieldFaults fieldFaults;
+    WrittenNames namesOfDataFields;
+    WrittenNames namesOfDerivedFields;
     std::unique_ptr<BaseDictVar> standInForTarget;
     /// The model's, once it has begun.
     std::unique_ptr<ScoreDictionary> dictionary;
+    std::optional<FieldsByWrittenName> dataFields;
     std::unique_ptr<TransformationDictionary> derivedFields;
     std::unique_ptr<StandardModel> model = std::make_unique<StandardModel>();
 };
@@ -87,25 +89,25 @@ std::unique_ptr<ScoreModel> StandardTranslator::Reader::Read() {
 
 /// The schemas come first, because they may say that a field's values are of another kind than the dictionary says.
 void StandardTranslator::Reader::ReadSchemas() {
-    SeededSet<std::string> names;
     for (const Element field : outline.dataDictionary.GetChildren(Name::DataField))
-        names.insert(AttributeText(transcoder, field, Name::name));
-    miningFields = ReadMiningSchemas(outline.schemas, names, transcoder, faults);
+        namesOfDataFields.Add(AttributeText(transcoder, field, Name::name));
+    miningFields = ReadMiningSchemas(outline.schemas, namesOfDataFields, transcoder, faults);
     Optypes optypes;
     for (const MiningFieldEntry& entry : miningFields) {
         if (const auto optype = entry.GetAttribute(Name::optype)) optypes.emplace(entry.GetName(), *optype);
     }
     dictionary.reset(translator.ParseDictionary(outline.dataDictionary, fieldFaults, optypes));
-}
-
-ScoreDictVar* StandardTranslator::Reader::FindDataField(const std::string& name) const {
-    ScoreDictVar* const field = dictionary->GetVar(name);
-    return field != nullptr ? field : dictionary->GetVar(std::string(WithoutOuterBlanks(name)));
+    dataFields.emplace(*dictionary, namesOfDataFields);
+    std::vector<ScoreDictVar*> fields;
+    dictionary->GetAllVars(fields);
+    for (ScoreDictVar* const field : fields) {
+        if (auto* const declared = dynamic_cast<BaseDictVar*>(field)) declared->SetRule(ScoringRule::Standard);
+    }
 }
 
 BaseDictVar& StandardTranslator::Reader::FindTarget() {
     const std::optional<std::string> name = FindTargetName();
-    if (auto* const target = name ? dynamic_cast<BaseDictVar*>(FindDataField(*name)) : nullptr) {
+    if (auto* const target = name ? dynamic_cast<BaseDictVar*>(dataFields->GetVar(*name)) : nullptr) {
         faults.Try([&] { fieldFaults.RequireSound(target->GetName()); });
         return *target;
     }
@@ -160,9 +162,17 @@ std::unique_ptr<ScoreValue> StandardTranslator::Reader::ReadCountedValue(Element
 void StandardTranslator::Reader::ReadDerivedFieldsOf(std::vector<InputParts>& inputs) {
     std::vector<FieldByItself> own = NameFieldsOfInputs(inputs, outline, *dictionary, transcoder);
     if (outline.transformations.empty() && own.empty()) return;
-    derivedFields = ReadDerivedFields(
-        {.lists = outline.transformations, .others = std::move(own), .unknownField = Refusal::FieldUnknownAnywhere},
-        dictionary.get(), transcoder, translator.GetLimits(), faults);
+    for (const Element list : outline.transformations) {
+        for (const Element field : list.GetChildren(Name::DerivedField))
+            namesOfDerivedFields.Add(AttributeText(transcoder, field, Name::name));
+    }
+    derivedFields =
+        ReadDerivedFields({.lists = outline.transformations,
+                           .storages = FindStoragesOfBins(inputs, outline, namesOfDerivedFields, transcoder),
+                           .others = std::move(own),
+                           .unknownField = Refusal::FieldUnknownAnywhere,
+                           .rule = ScoringRule::Standard},
+                          &*dataFields, transcoder, translator.GetLimits(), faults);
     derivedFields->SetUpDerivedCaseRecord();
 }
 
@@ -175,8 +185,9 @@ StandardReading StandardTranslator::Reader::BeginModel(const ScoreDictVar& targe
             .transcoder = transcoder,
             .faults = faults,
             .model = *model,
-            .dictionary = *model->GetDictionary(),
+            .dictionary = *dataFields,
             .derivedFields = model->GetTransformationDictionary(),
+            .namesOfDerivedFields = namesOfDerivedFields,
             .fieldFaults = fieldFaults,
             .target = target,
             .targetValues = WrittenValues(target),
@@ -185,10 +196,10 @@ StandardReading StandardTranslator::Reader::BeginModel(const ScoreDictVar& targe
 }
 
 void StandardTranslator::Reader::ReadThreshold() {
-    const double threshold = RequiredDouble(outline.model, Name::threshold, Refusal::ThresholdMissing);
+    const double threshold = RequiredDouble(outline.threshold, Name::threshold, Refusal::ThresholdMissing);
     if (threshold < 0.0) {
-        throw RefusalAt(outline.model, Refusal::ThresholdNegative,
-                        {ExcerptOf(RequiredAttribute(outline.model, Name::threshold))});
+        throw RefusalAt(outline.threshold, Refusal::ThresholdNegative,
+                        {ExcerptOf(RequiredAttribute(outline.threshold, Name::threshold))});
     }
     model->SetThreshold(threshold);
 }
@@ -212,7 +223,7 @@ void StandardTranslator::Reader::ReadTreatments(StandardReading& reading) {
                 Treat(*field, entry.ReadTreatment(*field, transcoder), entry.GetElement(), reading);
             } else if (reading.derivedFields != nullptr && reading.derivedFields->GetVar(entry.GetName()) != nullptr) {
                 entry.RequireUntreated();
-            } else {
+            } else if (entry.GetName() != placeHolder) {
                 throw RefusalAt(entry.GetElement(), Refusal::MiningFieldUndeclared, {ExcerptOf(entry.GetName())});
             }
         });

@@ -11,7 +11,7 @@ namespace {
 
 double ReadCount(Element entry) {
     const std::string_view text = RequiredAttribute(entry, Name::count);
-    if (WithoutBlanks(text) == "NaN") return 0.0;
+    if (IsNoFigure(text)) return 0.0;
     const double count = DoubleAt(entry, text);
     if (count < 0.0) throw RefusalAt(entry, Refusal::CountNegative, {ExcerptOf(text)});
     return count;
@@ -36,8 +36,7 @@ public:
 private:
     void RequireTarget(Element target) const {
         const std::string field = AttributeText(reading.transcoder, target, Name::field);
-        const std::string name = reading.target.GetName();
-        if (field != name && WithoutOuterBlanks(field) != name) {
+        if (WithoutOuterBlanks(field) != WithoutOuterBlanks(reading.target.GetName())) {
             throw RefusalAt(target, Refusal::TargetOfOtherField, {ExcerptOf(field)});
         }
     }
@@ -78,6 +77,11 @@ private:
 };
 
 }  // namespace
+
+bool IsNoFigure(std::string_view text) {
+    const std::string_view word = WithoutBlanks(text);
+    return word == "NaN" || word == "NA";
+}
 
 std::vector<double> ReadCounts(Element parent, StandardReading& reading) {
     const Element list = OnlyChild(parent, Name::TargetValueCounts);

@@ -1,13 +1,11 @@
 #include "standardtranslator/WrittenValues.h"
 
 #include "framework/Blanks.h"
-#include "framework/MCMV.h"
-#include "framework/NumberText.h"
+#include "transform/evaluation/DeclaredValidity.h"
 
 namespace nbscore {
 
-WrittenValues::WrittenValues(const ScoreDictVar& variable)
-    : areNumbers(variable.GetStorageType() == ScoreDictVar::NumericStorage) {
+WrittenValues::WrittenValues(const ScoreDictVar& variable) : WrittenValues(KindOfField(variable)) {
     const ScoreValueLabelSet* const declared = variable.GetValueLabelSet();
     if (declared == nullptr) return;
     for (const ScoreValueLabel& label : declared->GetValueLabels())
@@ -15,23 +13,30 @@ WrittenValues::WrittenValues(const ScoreDictVar& variable)
 }
 
 bool WrittenValues::Add(const std::string& text) {
-    const std::size_t position = size++;
-    // The missing number, which a document may declare like any other, is the only one whose text reads as none.
-    if (areNumbers) return numbers.emplace(ReadNumber(text).value_or(MCMV::gMissingValue), position).second;
-    const auto [trimmed, isFirst] = trimmedTexts.emplace(WithoutOuterBlanks(text), position);
-    if (!isFirst) trimmed->second.reset();
-    return texts.emplace(text, position).second;
+    const std::size_t position = positions.GetSize();
+    if (!positions.Add(text)) return false;
+    if (positions.GetKind() != ValueKind::Number) {
+        const auto [trimmed, isFirst] = trimmedTexts.emplace(WithoutOuterBlanks(text), position);
+        if (!isFirst) trimmed->second.reset();
+    }
+    return true;
 }
 
 std::optional<std::size_t> WrittenValues::Find(const std::string& text) const {
-    if (areNumbers) {
-        const auto number = ReadNumber(text);
-        const auto found = number ? numbers.find(*number) : numbers.end();
-        return found == numbers.end() ? std::nullopt : std::optional(found->second);
-    }
-    if (const auto found = texts.find(text); found != texts.end()) return found->second;
+    if (const auto position = positions.Find(text)) return position;
     const auto found = trimmedTexts.find(std::string(WithoutOuterBlanks(text)));
     return found == trimmedTexts.end() ? std::nullopt : found->second;
+}
+
+void WrittenNames::Add(const std::string& name) {
+    texts.Add(name);
+    names.push_back(name);
+}
+
+const std::string& WrittenNames::Find(const std::string& written) const {
+    auto position = texts.Find(written);
+    if (!position) position = texts.Find(std::string(WithoutOuterBlanks(written)));
+    return position ? names[*position] : written;
 }
 
 }  // namespace nbscore

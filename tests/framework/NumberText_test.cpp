@@ -12,6 +12,7 @@ using nbscore::FormatCount;
 using nbscore::FormatNumber;
 using nbscore::ReadInt;
 using nbscore::ReadNumber;
+using nbscore::ReadRoundedNumber;
 using nbscore::SaturateToInt;
 
 using Limits = std::numeric_limits<double>;
@@ -93,6 +94,22 @@ TEST(ReadNumber, ReadsVeryLongTexts) {
 TEST(ReadNumber, RoundsToTheNearestDouble) {
     EXPECT_EQ(ReadNumber("9007199254740993"), 9007199254740992.0);
     EXPECT_EQ(ReadNumber("9007199254740993.0000000000000000000000000000000000001"), 9007199254740994.0);
+}
+
+TEST(ReadRoundedNumber, Is0_WhereTheNumberIsTooSmallForADouble) {
+    for (const std::string text : {"1e-400", "-1E-400", "0.1e-330", "10e-400", "123456e-99999999999999999999",
+                                   "1e-330 ", "100000000000000000000e-400"})
+        EXPECT_EQ(ReadRoundedNumber(text), 0.0) << text;
+    EXPECT_EQ(ReadRoundedNumber("0." + std::string(400, '0') + "1"), 0.0);
+    EXPECT_EQ(ReadRoundedNumber(" 2.5"), 2.5);
+    EXPECT_EQ(ReadRoundedNumber("5e-324"), 5e-324);
+}
+
+TEST(ReadRoundedNumber, RefusesWhatIsTooLarge) {
+    for (const std::string text :
+         {"1e400", "-1e400", "0.001e400", "1e99999999999999999999", "1e-400x", "e-400", "NaN", ""})
+        EXPECT_FALSE(ReadRoundedNumber(text)) << text;
+    EXPECT_FALSE(ReadRoundedNumber("1" + std::string(400, '0') + "e-10"));
 }
 
 TEST(ReadInt, ReadsWholeNumbersOf32Bits) {

@@ -150,9 +150,37 @@ TEST(DocumentOutline, LooksIntoTheWrapperOfOldDocuments) {
         ExpectProbabilities(ScoreCase(document, {{"colour", "red"}}), sharesOfRed);
 }
 
+TEST(DocumentOutline, TakesWhatTheWrapperOfOldDocumentsSays_WhereThatIsClear) {
+    const std::string text = ColourDocument().Text();
+    const std::string schema = XmlElement(
+        "MiningSchema", "",
+        MiningField("fruit", "predicted") + TreatedField("colour", Attribute("missingValueReplacement", "red")));
+    const auto wrapped = [&](const std::string& attributes, const std::string& inModel) {
+        const std::string begun =
+            Replaced(text, "<NaiveBayesModel", "<NaiveBayes" + attributes + ">" + schema + "<NaiveBayesModel");
+        return Replaced(Replaced(begun, " threshold=\"0.001\"", inModel), "</NaiveBayesModel>",
+                        "</NaiveBayesModel></NaiveBayes>");
+    };
+    for (const std::string& document :
+         {wrapped("", " threshold='0.001'"), wrapped(" threshold='0.0010'", " threshold='0.001'"),
+          wrapped(" threshold='0.001' isScorable='true'", "")}) {
+        ExpectProbabilities(ScoreCase(document, {{"colour", ""}}), sharesOfRed);
+    }
+    const std::string path = "/PMML/NaiveBayes[1]";
+    EXPECT_EQ(RefusalOf(wrapped(" threshold='0.1'", " threshold='0.001'")),
+              "5: The attribute \"threshold\" of <NaiveBayes> is not understood, and could change the answer. " + path);
+    EXPECT_THAT(RefusalOf(wrapped(" isScorable='false'", " threshold='0.001'")), StartsWith("5: <NaiveBayes> says"));
+    EXPECT_THAT(RefusalOf(Replaced(wrapped("", " threshold='0.001'"), "<MiningField", "<MiningField weight='2'")),
+                StartsWith("5: The attribute \"weight\" of <MiningField> is not understood"));
+    EXPECT_THAT(RefusalOf(wrapped(" weight='2'", " threshold='0.001'")), StartsWith("5: The attribute \"weight\""));
+    EXPECT_THAT(RefusalOf(wrapped(" functionName='regression'", " threshold='0.001'")), StartsWith("5: "));
+    EXPECT_THAT(RefusalOf(wrapped("", "")), StartsWith("2: <NaiveBayesModel> has no attribute"));
+}
+
 TEST(DocumentOutline, TakesTheOnlySegmentOfAMiningModelForTheModel) {
     const std::string text = InMiningModel(ColourDocument(), OuterSchema(MiningField("colour")));
     ExpectProbabilities(ScoreCase(text, {{"colour", "red"}}), sharesOfRed);
+    ExpectProbabilities(ScoreCase(Replaced(text, "selectFirst", "multiModelChain"), {{"colour", "red"}}), sharesOfRed);
 }
 
 TEST(DocumentOutline, JoinsThePartsOfAMiningModelAndOfItsModel) {

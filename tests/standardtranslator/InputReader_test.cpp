@@ -64,7 +64,7 @@ TEST(StandardInput, IsRefused_WhereItsDistributionIsNone) {
     EXPECT_EQ(RefusalOf(Weighing("", Gaussian("1", "1"))), "1: The <TargetValueStat> has no distribution. " + stat);
     EXPECT_EQ(RefusalOf(Weighing(Gaussian("1", "-1"), "")),
               "5: The variance of <GaussianDistribution> is below zero: -1. " + stat + "/GaussianDistribution[1]");
-    EXPECT_EQ(RefusalOf(Weighing(XmlElement("UniformDistribution", Attribute("lower", "2") + Attribute("upper", "2")),
+    EXPECT_EQ(RefusalOf(Weighing(XmlElement("UniformDistribution", Attribute("lower", "2") + Attribute("upper", "1")),
                                  Poisson("1"))),
               "5: The <UniformDistribution> does not begin below its end. " + stat + "/UniformDistribution[1]");
     EXPECT_THAT(RefusalOf(Weighing("<LogNormalDistribution/>", Poisson("1"))),
@@ -223,6 +223,8 @@ TEST(StandardInput, ThatOnlyFillsAPlaceIsLeftOut) {
     const ScoredCase scored = ScoreCase(document, {{"weight", "170"}, {"DiscretePlaceHolder", "pseudoValue"}});
     ExpectProbabilities(scored, expected);
     EXPECT_EQ(scored.facts.usable, 1U);
+    document.dataFields = StandardDocument().dataFields;
+    ExpectProbabilities(ScoreCase(document, {{"weight", "170"}}), expected);
 }
 
 TEST(StandardInput, IsRefused_WhereItCannotBeRead) {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "framework/NumberText.h"
 #include "standardtranslator/ScoredCase.h"
 
 namespace nbscore::test {
@@ -99,6 +100,33 @@ TEST(MiningFields, AreAsTheDictionaryHasThem_WhereTheirNamesDifferInBlanks) {
     StandardDocument document = ColourDocument();
     document.miningFields = TreatedField(" colour", Attribute("missingValueReplacement", "red"));
     ExpectProbabilities(ScoreCase(document, {{"colour", ""}}), sharesOfRed);
+}
+
+TEST(MiningFields, MayBeSpeltAsBeforeTheStandardHadThem) {
+    const std::string older = Attribute("invalidValueTreatment", "x-asValue");
+    const std::string replacement = Attribute("x-invalidValueReplacement", "red");
+    ExpectProbabilities(ScoreCase(Treating(older + replacement), {{"colour", "blue"}}), sharesOfRed);
+    ExpectProbabilities(
+        ScoreCase(Treating(Attribute("invalidValueTreatment", "asValue") + replacement), {{"colour", "blue"}}),
+        sharesOfRed);
+    ExpectProbabilities(
+        ScoreCase(Treating(older + replacement + Attribute("invalidValueReplacement", "green")), {{"colour", "blue"}}),
+        sharesOfGreen);
+    EXPECT_EQ(RefusalOf(Treating(older)),
+              "2: <MiningField> has no attribute \"invalidValueReplacement\". " + fieldPath);
+    ExpectInvalid(ScoreCase(Treating(Attribute("missingValueTreatment", "x-returnInvalid")), {{"colour", ""}}),
+                  "colour");
+}
+
+TEST(MiningFields, AllowNumbersThatAreListedOrInsideAnInterval) {
+    StandardDocument document;
+    document.dataFields = DataField("weight", FieldType::Bins,
+                                    "<Interval closure='closedClosed' leftMargin='150' rightMargin='200'/>" +
+                                        ValueElement("170") + ValueElement("140") + ValueElement("0", "missing"));
+    for (const double weight : {140.0, 160.0, 170.0})
+        ExpectProbabilities(ScoreCase(document, {{"weight", FormatNumber(weight)}}), SharesOfWeight(weight));
+    ExpectInvalid(ScoreCase(document, {{"weight", "145"}}), "weight");
+    ExpectProbabilities(ScoreCase(document, {{"weight", "0"}}), Shares({3, 1}));
 }
 
 TEST(MiningFields, OverrideTheOptypeOfTheDictionary) {

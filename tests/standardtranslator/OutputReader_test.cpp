@@ -141,6 +141,71 @@ TEST(OutputFields, AreSeenInTheirPlaces_WhereADataFieldHasTheSameName) {
     EXPECT_EQ(TextIn(ScoreCase(document, {{"colour", "red"}, {"fruit", "pear"}}), "again"), "APPLE");
 }
 
+/// The document of weights with a derived field.
+StandardDocument WithHalf(const std::string& output) {
+    StandardDocument document;
+    document.output = output;
+    document.transformations = XmlElement("TransformationDictionary", "",
+                                          DefineFunction("halved", Apply("/", FieldRef("p") + Constant("2"))) +
+                                              DerivedNumber("half", Apply("halved", FieldRef("weight"))));
+    return document;
+}
+
+TEST(OutputFields, LeaveTheDocumentsDerivedFieldsAsTheyAre_WhateverTheirNamesHide) {
+    const ScoredCase scored = ScoreCase(
+        WithHalf(Field("weight", Feature("probability", "apple")) + Computed("h", "double", FieldRef("half")) +
+                 Computed("p", "double", Apply("halved", FieldRef("weight")))),
+        {{"weight", "170"}});
+    EXPECT_DOUBLE_EQ(NumberIn(scored, "h"), 85);
+    EXPECT_DOUBLE_EQ(NumberIn(scored, "p"), NumberIn(scored, "weight") / 2);
+}
+
+TEST(OutputFields, MayHaveTheNamesOfTheDocumentsFields_WhichTheirExpressionsRead) {
+    const ParseOutcome outcome =
+        ParseStandard(WithHalf(Computed("weight", "double", Apply("+", FieldRef("weight") + Constant("1"))) +
+                               Computed("half", "double", Apply("+", FieldRef("half") + FieldRef("weight"))) +
+                               Computed("again", "double", FieldRef("half"))));
+    ASSERT_TRUE(outcome.model) << outcome.refusal->GetMessage();
+    const ScoredCase scored = ScoreCase(*outcome.model, {{"weight", "170"}});
+    EXPECT_DOUBLE_EQ(NumberIn(scored, "weight"), 171);
+    EXPECT_DOUBLE_EQ(NumberIn(scored, "half"), 85 + 171);
+    EXPECT_DOUBLE_EQ(NumberIn(scored, "again"), 85 + 171);
+}
+
+TEST(OutputFields, NameTheFieldsThatTheyRead_ThoughTheyHideThem) {
+    StandardDocument document = WithHalf(Computed("size", "double", Apply("+", FieldRef("size") + FieldRef("third"))) +
+                                         Field("length", Feature("probability")) +
+                                         Computed("more", "double", Apply("+", FieldRef("length") + FieldRef("size"))));
+    for (const std::string name : {"size", "length", "width"})
+        document.dataFields += DataField(name, FieldType::Bins);
+    document.transformations =
+        Replaced(document.transformations, "<DerivedField",
+                 DerivedNumber("third", Apply("/", FieldRef("width") + Constant("3"))) + "<DerivedField");
+    const ParseOutcome outcome = ParseStandard(document);
+    ASSERT_TRUE(outcome.model) << outcome.refusal->GetMessage();
+    EXPECT_THAT(dynamic_cast<const ModelOutputs&>(*outcome.model).GetOptionalFields(), ElementsAre("size", "width"));
+    const ScoredCase scored = ScoreCase(*outcome.model, {{"weight", "170"}, {"size", "1"}, {"width", "6"}});
+    EXPECT_DOUBLE_EQ(NumberIn(scored, "size"), 3);
+    EXPECT_DOUBLE_EQ(NumberIn(scored, "more"), 3 + NumberIn(scored, "length"));
+}
+
+TEST(OutputFields, MayStandInBothModels_WhereTheySayTheSame) {
+    const std::string fields = Field("p", Feature("probability", "apple")) +
+                               Computed("twice", "double", Apply("*", FieldRef("p") + Constant("2")));
+    const auto inBoth = [&](const std::string& outer) {
+        return InMiningModel(WithOutput(fields), OuterSchema(MiningField("colour")) + XmlElement("Output", "", outer));
+    };
+    const ScoredCase scored =
+        ScoreCase(inBoth(Replaced(fields, "feature", "segmentId=\"1\" feature")), {{"colour", "red"}});
+    EXPECT_EQ(scored.outputs.size(), 2U);
+    EXPECT_DOUBLE_EQ(NumberIn(scored, "p"), sharesOfRed[0]);
+    EXPECT_DOUBLE_EQ(NumberIn(scored, "twice"), 2 * sharesOfRed[0]);
+    EXPECT_THAT(RefusalOf(inBoth(Replaced(fields, "apple", "pear"))),
+                StartsWith("12: The output field \"p\" is declared twice."));
+    EXPECT_THAT(RefusalOf(inBoth(Replaced(fields, "Constant>2<", "Constant>3<"))),
+                StartsWith("12: The output field \"twice\" is declared twice."));
+}
+
 TEST(OutputFields, AreEmpty_WhereACaseHasNoResult) {
     const StandardDocument document = WithOutput(
         Field("predicted") + Field("p", Feature("probability", "pear")) + Field("q", Feature("probability")) +

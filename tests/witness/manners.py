@@ -21,7 +21,7 @@ def rename_usage(document, usage):
 
 def counts_with_a_point(document):
     for entry in document.iter("TargetValueCount"):
-        if entry.get("count") != "NaN":
+        if entry.get("count") not in ("NaN", "NA"):
             entry.set("count", repr(float(entry.get("count"))))
 
 
@@ -45,6 +45,25 @@ def statistics_in_an_extension(document):
                                   [("pseudoValue", [e.get("count") for e in entries])]))
     if continuous:
         inputs.append(E("Extension", None, continuous))
+
+
+def statistics_without_the_place_of_none(document):
+    """The same, where the field of one value stands in the schema alone."""
+    statistics_in_an_extension(document)
+    dictionary = document.find("DataDictionary")
+    for field in dictionary.findall("DataField"):
+        if field.get("name") == "DiscretePlaceHolder":
+            dictionary.remove(field)
+            dictionary.set("numberOfFields", str(len(dictionary)))
+
+
+def blanks_around_names(document):
+    """As XML that was broken into lines by hand: the fields themselves have no blanks in their names."""
+    newest(document)
+    for element in document.iter():
+        for tag, attribute in (("MiningField", "name"), ("BayesInput", "fieldName"), ("Target", "field")):
+            if element.tag == tag:
+                element.set(attribute, f"\n{element.get(attribute)} ")
 
 
 def pretty_printed(document):
@@ -72,6 +91,27 @@ def inside_a_mining_model(document):
     document.append(outer)
 
 
+def inside_a_chain(document):
+    """What the only model in it has to say of its outputs stands around it once more."""
+    output = model_of(document).find("Output")
+    inside_a_mining_model(document)
+    document.find("MiningModel/Segmentation").set("multipleModelMethod", "multiModelChain")
+    if output is not None:
+        model_of(document).insert(1, ElementTree.fromstring(ElementTree.tostring(output)))
+
+
+def wrapped(document):
+    """As of 3.2, with the element more around the model, and the schema in it."""
+    version(document, "3.2")
+    rename_usage(document, "predicted")
+    model = model_of(document)
+    document.remove(model)
+    schema = model.find("MiningSchema")
+    model.remove(schema)
+    document.append(E("NaiveBayes", {"threshold": model.attrib.pop("threshold"), "functionName": "classification"},
+                      [schema, model]))
+
+
 def old(document):
     """As of 3.2: nothing but active and predicted fields, and an element more around inputs and output."""
     version(document, "3.2")
@@ -90,8 +130,9 @@ def statistics_among_the_inputs(document):
     for field in document.iter("MiningField"):
         field.set("invalidValueTreatment", "returnInvalid")
         field.attrib.pop("invalidValueReplacement", None)
+        field.attrib.pop("x-invalidValueReplacement", None)
     for entry in document.find("NaiveBayesModel").find("BayesInputs").iter("TargetValueCount"):
-        if float(entry.get("count")) == 0:
+        if entry.get("count") != "NA" and float(entry.get("count")) == 0:
             entry.set("count", "NaN")
 
 
@@ -100,7 +141,8 @@ def newest(document):
     rename_usage(document, "target")
 
 
-MANNERS = (newest, old, pretty_printed, statistics_in_an_extension, statistics_among_the_inputs, inside_a_mining_model)
+MANNERS = (newest, old, wrapped, pretty_printed, blanks_around_names, statistics_in_an_extension,
+           statistics_without_the_place_of_none, statistics_among_the_inputs, inside_a_mining_model, inside_a_chain)
 
 
 # Documents that a producer's own kind of model gives. Each answers a document and a table.

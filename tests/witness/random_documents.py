@@ -3,6 +3,7 @@ from elements import (E, apply, constant, density_input, field_ref, gaussian, in
                       written)
 
 CLOSURES = ("openOpen", "openClosed", "closedOpen", "closedClosed")
+TRUTHS = {"true": ("true", "TRUE", "True", "1"), "false": ("false", "FALSE", "False", "0")}
 COLOURS = ("red", "green", "blue", "a b", "x&y", "ä", "1.0", "7")
 
 
@@ -24,10 +25,12 @@ class Drawn:
         return self.random.choice([round(drawn, 1), round(drawn), drawn])
 
     def draw_target(self):
-        kind = self.random.choice(["string", "string", "string", "integer", "double"])
+        kind = self.random.choice(["string", "string", "string", "integer", "double", "boolean"])
         amount = self.random.randint(2, 5)
         texts = self.random.sample(["yes", "no", "perhaps", "x y", "später"], amount)
         self.categories = texts if kind == "string" else [str(number) for number in range(amount)]
+        if kind == "boolean":
+            self.categories = self.truths()
         self.target_kind, self.declares_target = kind, self.chance(0.7)
         values = [E("Value", {"value": c, "displayValue": f"<{c}>" if self.chance(0.3) else None})
                   for c in self.categories] if self.declares_target else []
@@ -35,9 +38,16 @@ class Drawn:
         self.schema.append(E("MiningField", {"name": "target",
                                              "usageType": self.random.choice(["target", "predicted"])}))
 
+    def truths(self):
+        """Both truth values, in one of the ways to spell them."""
+        style = self.random.randrange(4)
+        return [TRUTHS["true"][style], TRUTHS["false"][style]]
+
     def names_of_categories(self):
-        """A category of a target that is numeric may be written as another text of the same number."""
-        other = self.target_kind != "string" and self.chance(0.5)
+        """A category of a target that is no text may be written as another text of the same value."""
+        if self.target_kind == "boolean" and self.declares_target:
+            return self.truths()
+        other = self.target_kind in ("integer", "double") and self.chance(0.5)
         return [text + ".0" if other else text for text in self.categories]
 
     def counts(self):
@@ -46,13 +56,14 @@ class Drawn:
         style = self.random.choice(["plain", "plain", "fraction", "gaps"])
         if style == "fraction":
             return [float(count) for count in drawn]
-        return [None if style == "gaps" and count == 0 else "NaN" if count == 0 and self.chance(0.1) else count
+        return [None if style == "gaps" and count == 0 else
+                self.random.choice(["NaN", "NA"]) if count == 0 and self.chance(0.1) else count
                 for count in drawn]
 
     def class_counts(self):
         """Where the target declares no values, those that are counted are its categories, so none may be left out."""
         counts = [count if self.declares_target else count or 0 for count in self.counts()]
-        return counts if any(c not in (None, 0, "NaN") for c in counts) or self.chance(0.2) else [1 for _ in counts]
+        return counts if any(c not in (None, 0, "NaN", "NA") for c in counts) or self.chance(0.2) else [1 for _ in counts]
 
     def treatments(self, numeric, replacements):
         attributes = {}
@@ -64,7 +75,9 @@ class Drawn:
         attributes["invalidValueTreatment"] = self.random.choice(
             [None, "returnInvalid", "asIs", "asIs", "asMissing", "asMissing", "asValue"])
         if attributes["invalidValueTreatment"] == "asValue":
-            attributes["invalidValueReplacement"] = self.random.choice(replacements)
+            older = self.chance(0.3)
+            attributes["invalidValueTreatment"] = "x-asValue" if older else "asValue"
+            attributes[("x-" if older else "") + "invalidValueReplacement"] = self.random.choice(replacements)
         if numeric and self.chance(0.4):
             attributes.update(outliers=self.random.choice(["asIs", "asMissingValues", "asExtremeValues"]),
                               lowValue=self.number(-5, 0), highValue=self.number(10, 20))
@@ -115,6 +128,9 @@ class Drawn:
             bounds = [interval(self.random.choice(CLOSURES), -3, 12) if self.chance(0.5)
                       else interval(self.random.choice(CLOSURES), None, 15)]
         cells = [written(self.number(-6, 22)) for _ in range(12)] + ["-3", "12", "15", "0"] + list(extra)
+        if bounds and self.chance(0.3):
+            bounds += [E("Value", {"value": value}) for value in ("99", "4")]
+            cells += ["99", "99.0", "98"]
         self.add_field(name, True, [], cells, ["0", "2.5", "100"], bounds)
 
     def bins(self, field, margins, texts):
@@ -133,11 +149,15 @@ class Drawn:
         margins = sorted(self.random.sample(range(-5, 20), self.random.randint(2, 4)))
         self.continuous(name, [written(margin) for margin in margins])
         texts = [self.random.choice("abcdef") for _ in range(6)]
-        own = E("DerivedField", {"optype": "categorical", "dataType": "string",
+        own = E("DerivedField", {"optype": "categorical", "dataType": self.type_of_words(),
                                  "name": name + "_bins" if self.chance(0.3) else None},
                 [self.bins(name, margins, texts)])
         counted = sorted(set(texts))[self.chance(0.2):] or texts[:1]
         self.inputs.append(table_input(name, self.names_of_categories(), [(t, self.counts()) for t in counted], own))
+
+    def type_of_words(self):
+        """Bins with names in a field that is said to hold numbers."""
+        return self.random.choice(["string", "string", "string", "double", "integer"])
 
     def densities(self):
         def draw():
@@ -146,10 +166,10 @@ class Drawn:
                 return E("PoissonDistribution", {"mean": self.random.choice([0.5, 3, self.number(1, 20)])})
             if kind == "Uniform":
                 low = self.number(-5, 5)
-                return E("UniformDistribution", {"lower": low, "upper": low + self.random.choice([0.5, 4, 20])})
-            if self.chance(0.03):
-                return gaussian("NaN", "NaN")
-            variance = self.random.choice([0, 0.01, 0.5, 1, 4, self.random.uniform(0.1, 30)])
+                return E("UniformDistribution", {"lower": low, "upper": low + self.random.choice([0.5, 4, 20, 0])})
+            if self.chance(0.05):
+                return self.random.choice([gaussian("NaN", "NaN"), gaussian("2", "NA")])
+            variance = self.random.choice([0, "1e-400", 0.01, 0.5, 1, 4, self.random.uniform(0.1, 30)])
             return gaussian(self.number(-3, 12), variance, kind + "Distribution")
         return [None if self.chance(0.05) else draw() for _ in self.categories]
 
@@ -177,7 +197,8 @@ class Drawn:
         }[kind]()
         self.derived.append(E("DerivedField", {
             "name": made, "optype": "continuous" if is_number else "categorical",
-            "dataType": "double" if is_number else "string"}, [expression]))
+            "dataType": "double" if is_number else self.type_of_words() if kind == "Discretize" else "string"},
+            [expression]))
         names = self.names_of_categories()
         self.inputs.append(density_input(made, names, self.densities()) if is_number else
                            table_input(made, names, [(text, self.counts()) for text in "abcde"]))
@@ -208,12 +229,23 @@ class Drawn:
                 field.set("usageType", self.random.choice(["supplementary", "order", "group"]))
 
     def add_truth(self, name):
-        """A field of truth values, which are texts."""
-        self.fields.append(E("DataField", {"name": name, "optype": "categorical", "dataType": "boolean"}))
-        self.schema.append(E("MiningField", {"name": name, **self.treatments(False, ["true", "false"])}))
-        self.cells[name] = ["true", "false", ""]
-        self.inputs.append(table_input(name, self.names_of_categories(), [
-            (value, self.counts()) for value in ("true", "false")]))
+        """A field of truth values, which everyone spells in a way of his own; or a derived field of them."""
+        spellings = [text for texts in TRUTHS.values() for text in texts]
+        declared = self.truths()[:self.random.choice([2, 2, 1])] if self.chance(0.5) else []
+        self.fields.append(E("DataField", {"name": name, "optype": "categorical", "dataType": "boolean"},
+                             [E("Value", {"value": value}) for value in declared]))
+        self.schema.append(E("MiningField", {"name": name, **self.treatments(False, spellings)}))
+        self.cells[name] = spellings + ["1.0", "perhaps", "", ""]
+        counted = self.truths() + (["perhaps"] if self.chance(0.3) else [])
+        self.inputs.append(table_input(name, self.names_of_categories(), [(v, self.counts()) for v in counted]))
+        if self.chance(0.4):
+            self.continuous(name + "_x")
+            yes, no = self.truths()
+            self.derived.append(E("DerivedField", {"name": name + "_y", "optype": "categorical", "dataType": "boolean"},
+                                  [apply("if", apply("lessThan", field_ref(name + "_x"), constant(4)),
+                                         constant(yes, "string"), constant(no, "string"))]))
+            self.inputs.append(table_input(name + "_y", self.names_of_categories(), [
+                (value, self.counts()) for value in self.truths()]))
 
     def add_computed(self, name):
         """An input with an expression of its own, over a derived field that calls a function of the document."""
@@ -251,7 +283,8 @@ class Drawn:
         if not self.chance(0.6):
             return None
         names = self.names_of_categories()
-        fields = [self.output_field("Predicted_target", None if self.chance(0.5) else "predictedValue")]
+        predicted = self.random.choice(["Predicted_target", "Predicted_target", "target"])
+        fields = [self.output_field(predicted, None if self.chance(0.5) else "predictedValue")]
         for category, name in zip(self.categories, names):
             if self.chance(0.8):
                 fields.append(self.output_field("Probability_" + category, "probability", value=name))
@@ -272,10 +305,28 @@ class Drawn:
         numbers = [name for name in self.cells if name.startswith("density")]
         if numbers and self.chance(0.5):
             fields.append(self.output_field("treated", "transformedValue", [field_ref(numbers[0])]))
+        fields += self.outputs_named_like_fields()
         for field in fields[1:]:
             if self.chance(0.1):
                 field.set("isFinalResult", "false")
         return E("Output", None, fields)
+
+    def outputs_named_like_fields(self):
+        """They hide the fields from the other outputs, not from what the document computes of them."""
+        numbers = [name for name in self.cells if self.random.random() < 0.3 and
+                   name.startswith(("density", "derived", "computed", "bins"))]
+        drawn = []
+        for name in numbers:
+            one_more = [apply("+", field_ref(name), constant(1))]
+            drawn.append(self.output_field(name, "transformedValue", one_more) if self.chance(0.5) else
+                         self.output_field(name, "probability", value=self.names_of_categories()[0]))
+            drawn.append(self.output_field(name + "_seen", "transformedValue", one_more))
+        for derived in self.derived:
+            if derived.get("dataType") == "double" and derived.find("Discretize") is None and self.chance(0.4):
+                own = derived.get("name") if self.chance(0.5) else derived.get("name") + "_out"
+                drawn.append(self.output_field(own, "transformedValue", [
+                    apply("+", field_ref(derived.get("name")), constant(0.5))]))
+        return drawn
 
     def output_field(self, name, feature, content=(), value=None, data_type=None):
         number = feature in ("probability", "residual", "transformedValue") and data_type is None
@@ -312,7 +363,8 @@ def draw_document(random):
 def draw_table(random, drawn):
     columns = {name: cells for name, cells in drawn.cells.items()}
     if random.random() < 0.5:
-        columns["target"] = drawn.categories + [""]
+        others = [text for texts in TRUTHS.values() for text in texts] if drawn.target_kind == "boolean" else []
+        columns["target"] = drawn.categories + others + [""]
     columns["comment"] = ["any text"]
     names = list(columns)
     random.shuffle(names)

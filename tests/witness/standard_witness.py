@@ -12,7 +12,7 @@ import sys
 import xml.etree.ElementTree as ElementTree
 
 from expressions import child, children, converted, evaluate, expression_of, local, number_of, text_of
-from fields import CaseScope, DataField, DerivedField, InvalidValue, Treatment
+from fields import CaseScope, DataField, DerivedField, InvalidValue, OutputScope, Treatment
 
 decimal.setcontext(decimal.Context(prec=50, Emax=decimal.MAX_EMAX, Emin=decimal.MIN_EMIN))
 Decimal = decimal.Decimal
@@ -22,18 +22,22 @@ PI = Decimal("3.14159265358979323846264338327950288419716939937510582097494459")
 PLACE_HOLDER = "DiscretePlaceHolder"
 
 
+def is_no_figure(text):
+    """R writes these where nothing was counted, or not enough."""
+    return text.strip() in ("NaN", "NA")
+
+
 def exactly(text):
-    """The double that a text stands for, as a decimal; NaN, which some write for no count, is 0."""
-    number = float(text)
-    return Decimal(0) if number != number else Decimal(number)
+    """The double that a text stands for, as a decimal; what is no figure counts nothing."""
+    return Decimal(0) if is_no_figure(text) else Decimal(float(text))
 
 
 class Density:
-    """The density of one target category. A category has none without an element, nor where its figures are NaN: so R
+    """The density of one target category. A category has none without an element, nor where a figure is none: so R
     writes those of a category that never occurred."""
 
     def __init__(self, element=None):
-        unknown = element is None or any(float(text) != float(text) for _, text in element.items())
+        unknown = element is None or any(is_no_figure(text) for _, text in element.items())
         self.kind = None if unknown else local(element)
         self.figures = {} if unknown else {name: exactly(text) for name, text in element.items()}
 
@@ -48,7 +52,8 @@ class Density:
                 result *= figures["mean"] / factor
             return result
         if self.kind == "UniformDistribution":
-            inside = figures["lower"] <= x <= figures["upper"]
+            # Without a width there is no density, as there is none without a variance.
+            inside = figures["lower"] < figures["upper"] and figures["lower"] <= x <= figures["upper"]
             return 1 / (figures["upper"] - figures["lower"]) if inside else Decimal(0)
         if self.kind is None or figures["variance"] <= 0:
             return Decimal(0)
@@ -122,14 +127,45 @@ def within(element, name):
 
 def is_place_holder(element):
     """Where no input has counts, a schema of its time wanted one all the same."""
-    return element.get("fieldName") == PLACE_HOLDER and [
-        pair.get("value") for pair in children(element, "PairCounts")] == ["pseudoValue"]
+    return element.get("fieldName") == PLACE_HOLDER and counted_values(element) == ["pseudoValue"]
+
+
+def counted_values(element):
+    return [pair.get("value") for pair in children(element, "PairCounts")]
+
+
+def settle_names(root, known):
+    """Names that differ from a field's in blanks around them are made the field's."""
+    trimmed = {name.strip(): name for name in known if name is not None}
+    for element in root.iter():
+        for attribute in {"MiningField": ["name"], "BayesInput": ["fieldName"], "BayesOutput": ["fieldName"],
+                          "Target": ["field"], "FieldRef": ["field"]}.get(local(element), []):
+            name = element.get(attribute)
+            if name is not None and name not in known and name.strip() in trimmed:
+                element.set(attribute, trimmed[name.strip()])
+
+
+class Given:
+    """The outputs of a case by their names, each computed when it is asked for."""
+
+    def __init__(self, fields, compute):
+        self.fields, self.compute, self.values = {f.get("name"): f for f in fields}, compute, {}
+
+    def value(self, name):
+        if name not in self.values:
+            self.values[name] = self.compute(self.fields[name])
+        return self.values[name]
+
+    def readable(self, name):
+        """As expressions see it."""
+        value = self.value(name)
+        return float(value) if isinstance(value, Decimal) else value
 
 
 class Model:
     def __init__(self, path, plain=False):
         root, self.plain = ElementTree.parse(path).getroot(), plain
-        outer = children(root, "NaiveBayesModel", "MiningModel")[0]
+        outer = children(root, "NaiveBayesModel", "MiningModel", "NaiveBayes")[0]
         element = within(outer, "NaiveBayesModel")[0]
         around = [element] if outer is element else [outer, element]
         self.fields = {f.get("name"): DataField(f) for f in children(child(root, "DataDictionary"), "DataField")}
@@ -139,22 +175,37 @@ class Model:
         self.functions = {f.get("name"): f for t in transformations for f in children(t, "DefineFunction")}
         derived = {f.get("name"): DerivedField(f) for t in transformations for f in children(t, "DerivedField")}
         inputs = [e for e in within(element, "BayesInput") if not is_place_holder(e)]
-        self.read_schema(child(element, "MiningSchema"), data_fields_read(inputs, derived))
+        for known in (self.fields, derived):
+            settle_names(root, known)
+        for e in inputs:
+            if e.get("fieldName") in derived:
+                derived[e.get("fieldName")].count(counted_values(e))
+        self.read_schema([s for part in reversed(around) for s in children(part, "MiningSchema")][0],
+                         data_fields_read(inputs, derived))
         self.fields.update(derived)
         output = within(element, "BayesOutput")[0]
         self.target = self.fields[self.target_name or output.get("fieldName")]
         entries = child(output, "TargetValueCounts")
         self.categories = self.target.values or [self.target.key(e.get("value")) for e in entries]
-        self.threshold = exactly(element.get("threshold"))
+        # Truth values are one however they are spelt, and a prediction is spelt as the document has it.
+        self.predictions = self.categories if not self.target.truth else (
+            self.target.texts or [e.get("value") for e in entries])
+        self.threshold = exactly(element.get("threshold") or outer.get("threshold"))
         self.class_counts = self.counts(entries)
         self.inputs = [self.read_input(e) for e in inputs]
         self.read_targets([t for part in around for t in children(part, "Targets")])
-        self.outputs = [f for part in around for o in children(part, "Output") for f in children(o, "OutputField")]
+        outputs = [children(o, "OutputField") for part in around for o in children(part, "Output")] or [[]]
+        # The outer model's output names the columns. What the inner one says again is said already.
+        self.outputs = [f for fields in reversed(outputs) for f in fields]
+        self.first_output = outputs[0]
 
     def read_schema(self, schema, fields_read):
         self.target_name, self.treatments = None, []
         for mining_field in children(schema, "MiningField"):
+            if mining_field.get("name") == PLACE_HOLDER and PLACE_HOLDER not in self.fields:
+                continue
             usage, field = mining_field.get("usageType", "active"), self.fields[mining_field.get("name")]
+            field.optype = mining_field.get("optype", field.optype)
             if usage in ("target", "predicted"):
                 self.target_name = field.name
             elif usage == "active" and field.name not in (PLACE_HOLDER, self.target_name):
@@ -170,6 +221,8 @@ class Model:
     def read_input(self, element):
         own, statistics = child(element, "DerivedField"), child(element, "TargetValueStats")
         field = self.fields[element.get("fieldName")] if own is None else DerivedField(own)
+        if own is not None:
+            field.count(counted_values(element))
         judge = Statistics(statistics, self) if statistics is not None else Table(element, field.key, self)
         return element.get("fieldName"), element.get("fieldName") if own is None else field, judge
 
@@ -211,49 +264,43 @@ class Model:
             return Answer("nothing", [], self.without_result, known, unknown)
         return Answer("scored", [], [likelihood / total for likelihood in likelihoods], known, unknown)
 
-    def category_text(self, index):
-        return text_of(self.categories[index])
-
     def usual_columns(self):
         return ["predicted_" + self.target.name, "confidence"] + [
-            "probability_" + text_of(category) for category in self.categories]
+            "probability_" + text_of(prediction) for prediction in self.predictions]
 
     def usual_cells(self, case):
         answer = self.answer(case)
         if answer.best is None:
             return answer, [None] * (2 + len(self.categories))
-        return answer, [self.categories[answer.best], answer.probabilities[answer.best]] + answer.probabilities
+        return answer, [self.predictions[answer.best], answer.probabilities[answer.best]] + answer.probabilities
 
     def columns(self):
         return [field.get("name") for field in self.result_fields()]
 
     def result_fields(self):
         """The outputs that are columns; the others are there for expressions."""
-        return [field for field in self.outputs if field.get("isFinalResult", "true") == "true"]
+        return [field for field in self.first_output if field.get("isFinalResult", "true") == "true"]
 
     def cells(self, case):
         """What the document's Output asks for."""
-        answer, given = self.answer(case), {}
-        for field in self.outputs:
-            given[field.get("name")] = self.output(field, case, answer, given)
-        return answer, [given[name] for name in self.columns()]
+        answer = self.answer(case)
+        given = Given(self.outputs, lambda field: self.output(field, case, answer, given))
+        return answer, [given.value(name) for name in self.columns()]
 
     def output(self, field, case, answer, given):
         feature = field.get("feature", "predictedValue")
         if feature == "warning":
             return None if answer.outcome == "scored" else answer.invalid or ["no category"]
         if feature in ("transformedValue", "decision"):
-            readable = {n: float(v) if isinstance(v, Decimal) else v for n, v in given.items()}
-            scope = CaseScope(self.fields, self.functions, self.treated(case)[0], readable)
-            result = evaluate(expression_of(field), scope)
+            scope = CaseScope(self.fields, self.functions, self.treated(case)[0])
+            result = evaluate(expression_of(field), OutputScope(scope, given, field.get("name")))
             return converted(result, field.get("dataType"))
         if answer.best is None:
             return None
         if feature == "predictedValue":
-            return self.categories[answer.best]
+            return self.predictions[answer.best]
         if feature == "predictedDisplayValue":
-            category = self.categories[answer.best]
-            return self.display.get(category, text_of(category))
+            return self.display.get(self.categories[answer.best], text_of(self.predictions[answer.best]))
         wanted = field.get("value")
         index = answer.best if wanted is None else self.categories.index(self.target.key(wanted))
         if feature == "residual":

@@ -81,6 +81,38 @@ class WitnessTest(unittest.TestCase):
         model = self.model([number_field("x")], [density_input("x", NO_YES, [gaussian(0, 0), None])], threshold=0.5)
         self.expect(model, {"x": "0"}, 0.75, 0.25)
 
+    def test_no_width_and_no_figure_are_the_threshold(self):
+        level = E("UniformDistribution", {"lower": 2, "upper": 2})
+        for density in (level, gaussian(2, "NA"), gaussian("NaN", 1), gaussian(2, "1e-400")):
+            model = self.model([number_field("x")], [density_input("x", NO_YES, [density, None])], threshold=0.5)
+            self.expect(model, {"x": "2"}, 0.75, 0.25)
+        model = self.model([text_field("a")], [table_input("a", NO_YES, [("b", ["NA", 1]), ("c", [1, 1])])])
+        self.expect(model, {"a": "b"}, 0.75 / 1.25, 0.5 / 1.25)
+
+    def test_truth_values_are_one_however_they_are_written(self):
+        field = E("DataField", {"name": "b", "optype": "categorical", "dataType": "boolean"},
+                  [E("Value", {"value": value}) for value in ("TRUE", "FALSE")])
+        model = self.model([field], [table_input("b", NO_YES, [("1", [1, 1]), ("false", [2, 0])])], threshold=0)
+        for yes in ("true", "True", "1", "1.0"):
+            self.expect(model, {"b": yes}, 0.5, 0.5)
+        self.expect(model, {"b": "0"}, 1, 0)
+        self.assertEqual("invalid", model.answer({"b": "perhaps"}).outcome)
+
+    def test_numbers_are_valid_inside_an_interval_or_where_they_are_listed(self):
+        field = number_field("x", interval("closedOpen", 0, 10), E("Value", {"value": "99"}))
+        model = self.model([field], [density_input("x", NO_YES, [gaussian(0, 1)] * 2)])
+        self.assertEqual(["scored", "scored", "invalid", "invalid"],
+                         [model.answer({"x": cell}).outcome for cell in ("4", "99.0", "10", "98")])
+
+    def test_bins_may_have_names_in_a_field_of_numbers(self):
+        bins = [E("DiscretizeBin", {"binValue": text}, [interval("closedOpen", left, left + 9)])
+                for text, left in (("low", 0), ("2", 9))]
+        own = E("DerivedField", {"optype": "categorical", "dataType": "double"}, [E("Discretize", {"field": "x"}, bins)])
+        model = self.model([number_field("x")], [table_input("x", NO_YES, [("low", [1, 1]), ("2", [2, 0])], own)],
+                           threshold=0)
+        self.expect(model, {"x": "8"}, 0.5, 0.5)
+        self.expect(model, {"x": "9"}, 1, 0)
+
     def test_bins_have_closures_and_gaps(self):
         bins = [E("DiscretizeBin", {"binValue": "low"}, [interval("closedOpen", 0, 10)]),
                 E("DiscretizeBin", {"binValue": "high"}, [interval("openClosed", 10, 20)])]
@@ -139,6 +171,24 @@ class WitnessTest(unittest.TestCase):
         self.assertEqual("invalid", answer.outcome)
         self.assertEqual(["yes", "yes", 0.6, None, "call"],
                          [float(cell) if isinstance(cell, Decimal) else cell for cell in cells])
+
+
+    def test_outputs_hide_fields_from_one_another_only(self):
+        def plus_one(name, field):
+            return E("OutputField", {"name": name, "feature": "transformedValue", "dataType": "double"},
+                     [apply("+", field_ref(field), constant(1))])
+
+        output = E("Output", None, [plus_one("seen", "x"), plus_one("y", "y"), plus_one("after", "y"),
+                                    plus_one("made", "twice"), E("OutputField", {
+                                        "name": "x", "feature": "probability", "value": "no"})])
+        twice = E("LocalTransformations", None, [E("DerivedField", {
+            "name": "twice", "optype": "continuous", "dataType": "double"}, [
+                apply("*", field_ref("x"), constant(2))])])
+        same = [gaussian(0, 1)] * 2
+        model = self.model([number_field("x"), number_field("y")], [
+            density_input("x", NO_YES, same), density_input("y", NO_YES, same)], parts=[output, twice])
+        _, cells = model.cells({"x": "5", "y": "7"})
+        self.assertEqual([1.75, 8, 9, 11, 0.75], [float(cell) for cell in cells])
 
 
 PAGE = pathlib.Path(__file__).resolve().parents[2] / "docs" / "standard.md"

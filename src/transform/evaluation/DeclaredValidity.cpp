@@ -1,6 +1,8 @@
 #include "transform/evaluation/DeclaredValidity.h"
 
 #include <algorithm>
+#include <string>
+#include <utility>
 
 #include "framework/BaseDictVar.h"
 
@@ -27,8 +29,11 @@ void Extend(ValueInterval& interval, const ValueInterval& other) {
     interval.closure = ClosureOf(interval.IsClosedOnTheLeft(), isClosed);
 }
 
-ExpressionValue Declared(const ScoreValue& value, ValueKind kind) {
-    return kind == ValueKind::Number ? ExpressionValue(value.GetDouble()) : ReadAs(kind, value.GetString());
+ExpressionValue Declared(const ScoreValue& value, ValueKind kind, bool byStandard) {
+    if (kind == ValueKind::Number) return value.GetDouble();
+    std::string text = value.GetString();
+    if (byStandard && kind == ValueKind::Truth) text = AsTruthText(text);
+    return ReadAs(kind, std::move(text));
 }
 
 }  // namespace
@@ -70,25 +75,29 @@ bool JoinedIntervals::Contain(double number) const {
 
 DeclaredValidity::DeclaredValidity(const ScoreDictVar& variable)
     : kind(KindOfField(variable)), declaresValidValues(variable.GetValueLabelSet() != nullptr) {
+    // Only the framework's own variables know their rule, invalid values and intervals.
+    const auto* declared = dynamic_cast<const BaseDictVar*>(&variable);
+    const bool byStandard = declared != nullptr && declared->GetRule() == ScoringRule::Standard;
     if (declaresValidValues) {
         for (const ScoreValueLabel& label : variable.GetValueLabelSet()->GetValueLabels())
-            validValues.insert(Declared(*label.GetValue(), kind));
+            validValues.insert(Declared(*label.GetValue(), kind, byStandard));
     }
-    // Only the framework's own variables know invalid values and intervals.
-    const auto* declared = dynamic_cast<const BaseDictVar*>(&variable);
     if (declared == nullptr) return;
     for (const auto& value : declared->GetInvalidValues())
-        invalidValues.insert(Declared(*value, kind));
+        invalidValues.insert(Declared(*value, kind, byStandard));
     declaresIntervals = !declared->GetIntervals().empty();
     intervals = JoinedIntervals(declared->GetIntervals());
+    eitherIsEnough = byStandard && variable.GetMeasureLevel() == ScoreDictVar::Continuous && declaresValidValues &&
+                     declaresIntervals;
 }
 
 bool DeclaredValidity::Allows(const ExpressionValue& value) const {
     if (!IsValidByItself(value) || invalidValues.contains(value)) return false;
     if (kind == ValueKind::Truth && !std::holds_alternative<bool>(value)) return false;
-    if (declaresValidValues && !validValues.contains(value)) return false;
+    const bool isListed = !declaresValidValues || validValues.contains(value);
     const auto* number = std::get_if<double>(&value);
-    return number == nullptr || !declaresIntervals || intervals.Contain(*number);
+    if (number == nullptr || (isListed && eitherIsEnough)) return isListed;
+    return (isListed || eitherIsEnough) && (!declaresIntervals || intervals.Contain(*number));
 }
 
 }  // namespace nbscore

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "framework/Export.h"
 #include "framework/ScoreDictVar.h"
 #include "framework/SeededHash.h"
 #include "framework/ValueInterval.h"
@@ -11,7 +12,7 @@ namespace nbscore {
 
 /// What a variable's values are to expressions: numbers, texts, or truth values. These are stored as texts, and one
 /// that does not read as a truth value stays a text (ReadAs).
-ValueKind KindOfField(const ScoreDictVar& variable);
+SCOREFRAMEWORK_API ValueKind KindOfField(const ScoreDictVar& variable);
 
 /// Whether no number lies in the interval.
 bool IsEmpty(const ValueInterval& interval);
@@ -35,6 +36,9 @@ private:
 /// Which values a variable's declaration allows: none that it declares invalid; if it declares valid values, only
 /// these; if it declares intervals, only numbers inside one of them. NaN is never allowed, nor is a text that is no
 /// truth value where the variable holds truth values.
+///
+/// By the standard's rule truth values are declared in any spelling (AsTruthText), and a continuous variable that
+/// declares valid values and intervals allows both: a producer lists what a number outside the range stands for.
 class DeclaredValidity {
 public:
     explicit DeclaredValidity(const ScoreDictVar& variable);
@@ -48,6 +52,8 @@ private:
     SeededSet<ExpressionValue> validValues;
     SeededSet<ExpressionValue> invalidValues;
     bool declaresIntervals = false;
+    /// Whether a number need not be both among the valid values and inside an interval.
+    bool eitherIsEnough = false;
     JoinedIntervals intervals;
 };
 

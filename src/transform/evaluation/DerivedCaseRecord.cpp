@@ -108,7 +108,11 @@ void DerivedCaseRecord::Store(ExpressionValue result, std::size_t position) cons
         std::get<NumericValue>(cell.value).SetDoubleValue(*number);
         cell.isPresent = true;
     } else if (const auto* text = std::get_if<std::string>(&result)) {
-        std::get<StringValue>(cell.value).SetText(*text);
+        if (derived.fields[position].hasTruthTexts) {
+            std::get<StringValue>(cell.value).SetText(AsTruthText(*text));
+        } else {
+            std::get<StringValue>(cell.value).SetText(*text);
+        }
         if (text->size() > longestKeptText) longTexts.push_back(position);
         cell.isPresent = true;
     }

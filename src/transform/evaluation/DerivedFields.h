@@ -51,6 +51,8 @@ struct DerivedField {
     std::vector<std::size_t> inputs;
     /// How deep its expression nests, including the functions that it calls.
     std::size_t levels = 0;
+    /// Whether its truth values are stored in one spelling, however the expression spells them (AsTruthText).
+    bool hasTruthTexts = false;
 };
 
 /// One data field that some derived field reads. The variable is a copy of the data dictionary's, so that a

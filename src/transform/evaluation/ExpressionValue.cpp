@@ -1,7 +1,9 @@
 #include "transform/evaluation/ExpressionValue.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "framework/Blanks.h"
 #include "framework/NumberText.h"
 
 namespace nbscore {
@@ -17,6 +19,13 @@ std::optional<bool> TruthOfNumber(double number) {
     if (number == 1.0) return true;
     if (number == 0.0) return false;
     return std::nullopt;
+}
+
+/// @param word in small letters.
+bool IsWord(std::string_view text, std::string_view word) {
+    return std::ranges::equal(text, word, [](char letter, char small) {
+        return letter == small || (letter >= 'A' && letter <= 'Z' && letter - 'A' + 'a' == small);
+    });
 }
 
 std::partial_ordering CompareTexts(const std::string& left, const std::string& right) {
@@ -97,6 +106,18 @@ ExpressionValue ReadAs(ValueKind kind, std::string text) {
     ExpressionValue read = CastTo(kind == ValueKind::Truth ? kind : ValueKind::Number, CopyOf(value));
     if (IsMissing(read)) return value;
     return read;
+}
+
+std::string_view AsTruthText(std::string_view text) {
+    static constexpr std::string_view yes = "true";
+    static constexpr std::string_view no = "false";
+    const std::string_view word = WithoutBlanks(text);
+    if (IsWord(word, yes)) return yes;
+    if (IsWord(word, no)) return no;
+    const std::optional<double> number = ReadNumber(word);
+    const std::optional<bool> truth = number ? TruthOfNumber(*number) : std::nullopt;
+    if (!truth) return text;
+    return *truth ? yes : no;
 }
 
 }  // namespace nbscore

@@ -5,7 +5,10 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
+
+#include "framework/Export.h"
 
 /// @file
 /// The values of expressions: how one kind is read as another, and how any two compare. One rule for every expression
@@ -69,5 +72,9 @@ ExpressionValue CastTo(ValueKind kind, ExpressionValue value);
 /// A text of a document or a case, as a value of this kind where the whole text reads as one, otherwise unchanged. For
 /// any kind it is a number where it reads as one, as a constant without a type is.
 ExpressionValue ReadAs(ValueKind kind, std::string text);
+
+/// A text of a field of truth values by the standard's rule, where producers spell them in many ways: "true" or "false"
+/// for one of these words in letters of any case, and for a number that is 1 or 0; any other text as it stands.
+SCOREFRAMEWORK_API std::string_view AsTruthText(std::string_view text);
 
 }  // namespace nbscore

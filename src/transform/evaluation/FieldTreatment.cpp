@@ -35,8 +35,11 @@ Treated Replacement(const ExpressionValue& value) {
 }
 
 /// Truth values are texts to models.
-ExpressionValue AsStored(ExpressionValue value) {
-    return std::holds_alternative<bool>(value) ? ExpressionValue(TextOf(value)) : std::move(value);
+ExpressionValue AsStored(ExpressionValue value, ValueKind kind) {
+    if (std::holds_alternative<bool>(value)) return TextOf(value);
+    const auto* text = std::get_if<std::string>(&value);
+    if (kind == ValueKind::Truth && text != nullptr) return std::string(AsTruthText(*text));
+    return value;
 }
 
 }  // namespace
@@ -44,8 +47,8 @@ ExpressionValue AsStored(ExpressionValue value) {
 struct FieldTreatment::Field {
     Field(const ScoreDictVar& declared, FieldTreatmentRules rulesOfField)
         : var(declared.Clone()), kind(KindOfField(declared)), validity(declared), rules(std::move(rulesOfField)) {
-        rules.invalidReplacement = AsStored(std::move(rules.invalidReplacement));
-        rules.missingReplacement = AsStored(std::move(rules.missingReplacement));
+        rules.invalidReplacement = AsStored(std::move(rules.invalidReplacement), kind);
+        rules.missingReplacement = AsStored(std::move(rules.missingReplacement), kind);
     }
 
     bool IsMissing(double number) const {
@@ -90,9 +93,16 @@ struct FieldTreatment::Field {
 
     /// What is left to do with a value that is present, after outliers.
     Treated Finish(const Treated& value) const {
-        Treated treated = value;
+        Treated treated = kind == ValueKind::Truth ? AsTruth(value) : value;
         if (treated.kind == Kind::Value && !Allows(treated)) treated = TreatInvalid(treated);
         return treated.kind == Kind::Missing ? Missing() : treated;
+    }
+
+    /// In the one spelling that truth values have, whatever the case's is.
+    static Treated AsTruth(const Treated& value) {
+        if (!value.isNumber) return TextValue(AsTruthText(value.text));
+        if (value.number != 1.0 && value.number != 0.0) return value;
+        return TextValue(value.number == 1.0 ? "true" : "false");
     }
 
     Treated Missing() const { return rules.missingIsInvalid ? invalidValue : Replacement(rules.missingReplacement); }

@@ -31,7 +31,7 @@ struct FieldTreatmentRules {
 
 /// Makes of a field's value in a case the value that is used: outliers first, then values that are not allowed, then
 /// missing ones, those included that were made missing on the way. What stands in for an invalid value or a missing one
-/// is taken as it stands.
+/// is taken as it stands. Truth values come out as the texts "true" and "false", however a case or a rule spells them.
 ///
 /// Never changes: copies share what they can, and any number of threads may use one.
 class SCOREFRAMEWORK_API FieldTreatment {

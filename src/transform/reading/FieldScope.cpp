@@ -64,9 +64,10 @@ FieldReference FieldScope::Resolve(Element element, std::string_view quotedName)
     const std::string name = TextAt(element, quotedName, transcoder);
     if (function) return ResolveParameter(element, quotedName, name);
     const auto found = derived.positionsByName.find(name);
-    if (found != derived.positionsByName.end()) return ResolveDerived(found->second);
     const ScoreDictVar* variable = dictionary ? dictionary->GetVar(name) : nullptr;
-    if (variable) return ResolveInput(name, *variable);
+    const bool isDerived = found != derived.positionsByName.end() && !(variable && found->second == field);
+    if (isDerived) return ResolveDerived(found->second);
+    if (variable) return ResolveInput(variable->GetName(), *variable);
     throw RefusalAt(element, unknownField, {ExcerptOf(quotedName)});
 }
 

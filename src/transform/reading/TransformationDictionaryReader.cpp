@@ -148,25 +148,27 @@ public:
 template <typename Faults>
 class Reader {
 public:
-    Reader(const ScoreDictionary* dataDictionary, const Transcoder& textTranscoder, const Limits& limits,
-           Refusal refusalOfUnknownField, Faults& faultsOfParts)
-        : dictionary(dataDictionary),
+    Reader(const DerivedFieldElements& elementsOfFields, const ScoreDictionary* dataDictionary,
+           const Transcoder& textTranscoder, const Limits& limits, Faults& faultsOfParts)
+        : parts(elementsOfFields),
+          dictionary(dataDictionary),
           transcoder(textTranscoder),
-          unknownField(refusalOfUnknownField),
           faults(faultsOfParts),
           functions(derived->functions, textTranscoder) {
         derived->limits = limits;
     }
 
-    std::unique_ptr<const DerivedFields> Read(const DerivedFieldElements& parts) {
+    std::unique_ptr<const DerivedFields> Read() {
         bool isSound = true;
         for (const Element list : parts.lists) {
-            for (const Element child : ChildrenOf(list))
+            for (const Element child : ChildrenOf(list)) {
+                if (parts.takesOnlyFunctions && child.Is(Name::DerivedField)) continue;
                 isSound = faults.Try([&] { Declare(child, list); }) && isSound;
+            }
         }
         for (const FieldByItself& field : parts.others)
             isSound = faults.Try([&] { DeclareField(field); }) && isSound;
-        FieldScope scope(*derived, dictionary, transcoder, unknownField);
+        FieldScope scope(*derived, dictionary, transcoder, parts.unknownField);
         // Without one of the functions and fields, what names it would seem to be at fault.
         if (isSound && faults.Try([&] { functionCosts = functions.ReadBodies(scope); })) {
             if (ReadExpressions(scope)) faults.Try([this] { RefuseCycles(); });
@@ -177,7 +179,15 @@ public:
 private:
     void Declare(Element child, Element list) {
         if (child.Is(Name::DerivedField)) {
-            DeclareField({child, RequiredText(transcoder, child, Name::name), std::nullopt});
+            const std::string name = RequiredText(transcoder, child, Name::name);
+            const ScoreDictVar* const namesake = dictionary ? dictionary->GetVar(name) : nullptr;
+            // Some dictionaries find names that differ in blanks, too.
+            if (namesake && namesake->GetName() == name) {
+                throw RefusalAt(child, Refusal::DerivedFieldNamedAsDataField, {QuotableName(child)});
+            }
+            const auto storage = parts.storages.find(name);
+            DeclareField(
+                {child, name, storage == parts.storages.end() ? std::nullopt : std::optional(storage->second)});
         } else if (child.Is(Name::DefineFunction)) {
             functions.Declare(child);
         } else {
@@ -186,16 +196,16 @@ private:
     }
 
     void DeclareField(const FieldByItself& field) {
-        if (dictionary && dictionary->GetVar(field.name)) {
-            throw RefusalAt(field.element, Refusal::DerivedFieldNamedAsDataField, {QuotableName(field.element)});
-        }
         if (derived->positionsByName.contains(field.name)) {
             throw RefusalAt(field.element, Refusal::DerivedFieldTwice, {QuotableName(field.element)});
         }
         auto variable = ReadFieldDeclaration(field.element, field.name, transcoder, {.storage = field.storage});
+        variable->SetRule(parts.rule);
+        const bool hasTruthTexts = parts.rule == ScoringRule::Standard && KindOfField(*variable) == ValueKind::Truth;
         FunctionTreeImp function(variable->GetStorageType() == ScoreDictVar::NumericStorage);
         derived->positionsByName.emplace(field.name, elements.size());
-        derived->fields.push_back({variable.get(), DeclaredValidity(*variable), std::move(function), {}, {}, {}});
+        derived->fields.push_back(
+            {variable.get(), DeclaredValidity(*variable), std::move(function), {}, {}, {}, {}, hasTruthTexts});
         derived->variables.AddVar(field.name, variable.release());
         elements.push_back(field.element);
     }
@@ -241,9 +251,9 @@ private:
         throw RefusalAt(field, Refusal::DerivedFieldInCycle, {QuotableName(field)});
     }
 
+    const DerivedFieldElements& parts;
     const ScoreDictionary* dictionary;
     const Transcoder& transcoder;
-    Refusal unknownField;
     Faults& faults;
     std::unique_ptr<DerivedFields> derived = std::make_unique<DerivedFields>();
     UserFunctionsReader functions;
@@ -261,16 +271,17 @@ std::unique_ptr<TransformationDictionary> ReadTransformationDictionary(Element e
                                                                        const Transcoder& transcoder,
                                                                        const Limits& limits) {
     NoFaults faults;
-    Reader reader(dictionary, transcoder, limits, Refusal::FieldUnknown, faults);
-    return std::make_unique<DerivedFieldDictionary>(reader.Read({.lists = {element}, .others = {}}));
+    const DerivedFieldElements elements{.lists = {element}};
+    Reader reader(elements, dictionary, transcoder, limits, faults);
+    return std::make_unique<DerivedFieldDictionary>(reader.Read());
 }
 
 std::unique_ptr<TransformationDictionary> ReadDerivedFields(const DerivedFieldElements& elements,
                                                             const ScoreDictionary* dictionary,
                                                             const Transcoder& transcoder, const Limits& limits,
                                                             FaultList& faults) {
-    Reader reader(dictionary, transcoder, limits, elements.unknownField, faults);
-    return std::make_unique<DerivedFieldDictionary>(reader.Read(elements));
+    Reader reader(elements, dictionary, transcoder, limits, faults);
+    return std::make_unique<DerivedFieldDictionary>(reader.Read());
 }
 
 }  // namespace nbscore

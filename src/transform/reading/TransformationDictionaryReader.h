@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -9,6 +10,7 @@
 #include "framework/Limits.h"
 #include "framework/ScoreDictVar.h"
 #include "framework/ScoreDictionary.h"
+#include "framework/ScoringRule.h"
 #include "framework/TransformationDictionary.h"
 #include "pmml/DocumentTree.h"
 #include "pmml/FaultList.h"
@@ -35,7 +37,8 @@ std::unique_ptr<TransformationDictionary> ReadTransformationDictionary(Element e
 /// from. Its element declares it and has its expression inside.
 struct FieldByItself {
     Element element;
-    /// What other fields know it by.
+    /// What other fields know it by. It hides a field of the dictionary that has the same name from all but itself: by
+    /// that name its own expression reads that field.
     std::string name;
     /// Whether it holds numbers or texts; nothing where the element says so.
     std::optional<ScoreDictVar::StorageType> storage;
@@ -44,11 +47,18 @@ struct FieldByItself {
 /// All that one dictionary of derived fields is made of.
 struct DerivedFieldElements {
     /// TransformationDictionary and LocalTransformations elements.
-    std::vector<Element> lists;
+    std::vector<Element> lists = {};
+    /// Whether fields of the lists are left out, and only their functions are read.
+    bool takesOnlyFunctions = false;
+    /// What fields of the lists hold instead of what they say, by name.
+    std::map<std::string, ScoreDictVar::StorageType> storages = {};
     /// Behind those of the lists.
-    std::vector<FieldByItself> others;
+    std::vector<FieldByItself> others = {};
     /// What a reference to no field is refused with.
     Refusal unknownField = Refusal::FieldUnknown;
+    /// By which their declarations are understood (DeclaredValidity); by the standard's one, truth values are stored in
+    /// one spelling as well (AsTruthText).
+    ScoringRule rule = ScoringRule::Smoothed;
 };
 
 /// The same of several elements, whose fields may all refer to one another.

@@ -100,16 +100,60 @@ TEST(FieldTreatment, AllowsEverything_WhereNothingIsDeclared) {
     EXPECT_EQ(OfNumber(1e22, text), "number 1e+22");
 }
 
-TEST(FieldTreatment, ReadsTruthValuesAsTheyAreWritten) {
+TEST(FieldTreatment, GivesTruthValuesOneSpelling_HoweverTheyAreWritten) {
     BaseDictVar truth("b", ScoreDictVar::StringStorage, ScoreDictVar::Categorical);
     truth.SetHoldsTruthValues(true);
     EXPECT_EQ(OfText("true", truth), "text true");
-    EXPECT_EQ(OfText("1", truth), "text 1");
+    for (const std::string text : {"1", "1.0", "TRUE", "True", " true "})
+        EXPECT_EQ(OfText(text, truth), "text true") << text;
+    for (const std::string text : {"0", "FALSE", "false"})
+        EXPECT_EQ(OfText(text, truth), "text false") << text;
+    EXPECT_EQ(OfNumber(1, truth), "text true");
+    EXPECT_EQ(OfNumber(0, truth), "text false");
+    EXPECT_EQ(OfNumber(2, truth), "invalid");
     EXPECT_EQ(OfText("perhaps", truth), "invalid");
     Rules rules;
     rules.invalid = Rules::InvalidAsValue;
     rules.invalidReplacement = true;
     EXPECT_EQ(OfText("perhaps", truth, rules), "text true");
+    rules.invalidReplacement = std::string("FALSE");
+    EXPECT_EQ(OfText("perhaps", truth, rules), "text false");
+    rules.invalid = Rules::InvalidAsIs;
+    EXPECT_EQ(OfText("perhaps", truth, rules), "text perhaps");
+}
+
+/// From 0 to 10, and 99.
+BaseDictVar LengthOrMark(ScoreDictVar::MeasureLevel level, ScoringRule rule) {
+    BaseDictVar var("length", ScoreDictVar::NumericStorage, level);
+    var.AddInterval({.closure = ValueInterval::ClosedClosed, .leftMargin = 0.0, .rightMargin = 10.0});
+    var.AddValidValue(std::make_unique<NumericValue>(99.0), "");
+    var.AddInvalidValue(std::make_unique<NumericValue>(5.0));
+    var.SetRule(rule);
+    return var;
+}
+
+TEST(FieldTreatment, AllowsWhatIsListedOrInside_WhereTheStandardsRuleHasBoth) {
+    const BaseDictVar either = LengthOrMark(ScoreDictVar::Continuous, ScoringRule::Standard);
+    EXPECT_EQ(OfNumber(4, either), "number 4");
+    EXPECT_EQ(OfNumber(99, either), "number 99");
+    EXPECT_EQ(OfNumber(98, either), "invalid");
+    EXPECT_EQ(OfNumber(5, either), "invalid");
+    EXPECT_EQ(OfText("many", either), "invalid");
+    for (const BaseDictVar& both : {LengthOrMark(ScoreDictVar::Categorical, ScoringRule::Standard),
+                                    LengthOrMark(ScoreDictVar::Continuous, ScoringRule::Smoothed)}) {
+        EXPECT_EQ(OfNumber(4, both), "invalid");
+        EXPECT_EQ(OfNumber(99, both), "invalid");
+    }
+}
+
+TEST(FieldTreatment, KnowsDeclaredTruthValuesInAnySpelling_ByTheStandardsRule) {
+    BaseDictVar truth("b", ScoreDictVar::StringStorage, ScoreDictVar::Categorical);
+    truth.SetHoldsTruthValues(true);
+    truth.AddValidValue(std::make_unique<StringValue>("TRUE"), "");
+    EXPECT_EQ(OfText("true", truth), "invalid");
+    truth.SetRule(ScoringRule::Standard);
+    EXPECT_EQ(OfText("1", truth), "text true");
+    EXPECT_EQ(OfText("FALSE", truth), "invalid");
 }
 
 TEST(FieldTreatment, TreatsInvalidValuesAsToldTo) {
