@@ -140,10 +140,11 @@ private:
         return warnings;
     }
 
+    /// Whether an error tells of it.
     bool IsRefused(const IgnoredConstruct& ignored) const {
-        return std::ranges::any_of(check.problems, [&ignored](const DocumentProblem& error) {
-            return error.place.elementPath == ignored.place.elementPath;
-        });
+        return ignored.count == 1 && std::ranges::any_of(check.problems, [&ignored](const DocumentProblem& error) {
+                   return error.place.elementPath == ignored.place.elementPath;
+               });
     }
 
     const std::shared_ptr<PluginLibrary>& plugin;

@@ -95,8 +95,9 @@ struct DocumentCheck {
 };
 
 /// Reads a document and reports what it holds and what is wrong with it. A refusal becomes a problem of the check, and
-/// so does a file that cannot be read (code 4). When memory runs out for the document or the report, that is the only
-/// problem reported (code 12); std::bad_alloc is thrown only when memory does not suffice for that either.
+/// so does a file that cannot be read (code 4). When memory runs out for the document, read by either rule, or for the
+/// report, that is the only problem reported (code 12); std::bad_alloc is thrown only when memory does not suffice for
+/// that either.
 /// @param adapt rewrite it first (SourceDocument::Adapt).
 /// @param limits of the reading; CancelledError leaves this.
 /// @param rule by which the document is meant to be scored; whether the other one would do is found out too. Throws

@@ -28,7 +28,8 @@ std::vector<IgnoredConstruct> IgnoredLog::Finish() const {
                               .message = std::move(message),
                               .advice = entry.kind->advice,
                               .isHeededByStandard = entry.kind->weight == IgnoredKind::HeededByStandard,
-                              .isWarning = entry.kind->weight != IgnoredKind::Remark});
+                              .isWarning = entry.kind->weight != IgnoredKind::Remark,
+                              .count = entry.count});
     }
     std::ranges::stable_sort(constructs, {}, [](const IgnoredConstruct& construct) {
         return std::tuple(construct.place.line, construct.place.column);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -21,6 +22,8 @@ struct IgnoredConstruct {
     bool isHeededByStandard = false;
     /// Whether answers are so far from what the document means that scoring says so every time.
     bool isWarning = false;
+    /// How many there are of its kind.
+    std::size_t count = 1;
 };
 
 /// What scoring ignores in a document that the plug-in reads, in document order: one entry for each kind, however often

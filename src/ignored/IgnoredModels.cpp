@@ -113,10 +113,24 @@ constexpr IgnoredKind unknownContent{"is not read, and could change the answer."
                                      "Take it out, or correct its name: docs/standard.md lists what is known.",
                                      IgnoredKind::Warning};
 
-/// Models that are not read, and inputs where none is looked for, are noted by themselves.
 bool IsInputs(Element element) {
     const std::string_view name = WithoutPrefix(element.GetSpelling());
     return name == SpellingOf(Name::BayesInput) || name == SpellingOf(Name::BayesInputs);
+}
+
+/// A model is read wherever it stands.
+bool IsRead(Element element, const ModelsRead& models) {
+    if (models.elements.empty() || !element.Is(Name::NaiveBayesModel)) return false;
+    return models.selfLearning || element == models.elements.front();
+}
+
+void Note(const UnknownContent& unknown, IgnoredLog& log) {
+    const Element element = unknown.element;
+    const std::string tag = ExcerptOf(element.GetTag());
+    log.Note(unknownContent, element,
+             unknown.attribute.empty()
+                 ? tag + " in " + ExcerptOf(element.GetParent().GetTag())
+                 : ExcerptOf(unknown.attribute) + " \"" + ExcerptOf(unknown.value) + "\" of " + tag);
 }
 
 constexpr IgnoredKind notScorable{"is ignored: the model is scored all the same.",
@@ -187,18 +201,19 @@ void NoteEarlierOutputs(Element model, IgnoredLog& log) {
 }  // namespace
 
 void NoteUnknownContent(Element root, const ModelsRead& models, IgnoredLog& log) {
-    const auto note = [&log](const UnknownContent& unknown) {
-        const Element element = unknown.element;
-        if (!unknown.attribute.empty()) {
-            log.Note(unknownContent, element,
-                     ExcerptOf(unknown.attribute) + " \"" + ExcerptOf(unknown.value) + "\" of " +
-                         ExcerptOf(element.GetTag()));
-        } else if (!IsModel(element) && !IsInputs(element)) {
-            log.Note(unknownContent, element,
-                     ExcerptOf(element.GetTag()) + " in " + ExcerptOf(element.GetParent().GetTag()));
-        }
+    if (!IsModel(root)) {
+        const auto note = [&](const UnknownContent& unknown) {
+            const bool isNotedAsModel = IsModel(unknown.element) && unknown.element.GetParent() == root;
+            if (!isNotedAsModel && !IsRead(unknown.element, models)) Note(unknown, log);
+        };
+        FindUnknownContent(root, note, [](Element child) { return !IsModel(child); });
+    }
+    const auto note = [&](const UnknownContent& unknown) {
+        const bool isTheElement = unknown.attribute.empty();
+        // NoteIgnoredInputs tells of inputs.
+        if (isTheElement && (IsInputs(unknown.element) || IsRead(unknown.element, models))) return;
+        Note(unknown, log);
     };
-    if (!IsModel(root)) FindUnknownContent(root, note, [](Element child) { return !IsModel(child); });
     for (const Element model : models.elements)
         FindUnknownContent(model, note);
 }

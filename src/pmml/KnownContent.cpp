@@ -249,9 +249,10 @@ private:
     const std::function<bool(Element)>& isEntered;
 };
 
-const KnownElement& FindKnownOr(Name other, Name name) {
+/// An element of any other name may hold what a root does.
+const KnownElement& FindKnownOrRoot(Name name) {
     const KnownElement* const known = FindKnown(name);
-    return known == nullptr ? *FindKnown(other) : *known;
+    return known == nullptr ? *FindKnown(Name::PMML) : *known;
 }
 
 }  // namespace
@@ -259,14 +260,15 @@ const KnownElement& FindKnownOr(Name other, Name name) {
 void FindUnknownContent(Element top, const std::function<void(const UnknownContent&)>& onUnknown,
                         const std::function<bool(Element)>& isEntered) {
     if (!top) return;
-    Walk(onUnknown, isEntered).LookInto(top, FindKnownOr(Name::PMML, top.GetName()), *FindKnown(Name::PMML));
+    Walk(onUnknown, isEntered).LookInto(top, FindKnownOrRoot(top.GetName()), *FindKnown(Name::PMML));
 }
 
 bool HoldsContent(Element extension) {
-    const KnownElement& parent = FindKnownOr(Name::PMML, extension.GetParent().GetName());
-    return std::ranges::any_of(extension.GetDescendants().List(), [&](Element element) {
-        return StandingOf(element, extension, parent) != Standing::MeansNothing;
-    });
+    const KnownElement& parent = FindKnownOrRoot(extension.GetParent().GetName());
+    for (const Element element : extension.GetDescendants()) {
+        if (StandingOf(element, extension, parent) != Standing::MeansNothing) return true;
+    }
+    return false;
 }
 
 }  // namespace nbscore

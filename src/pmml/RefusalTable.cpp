@@ -427,8 +427,8 @@ constexpr RefusalEntry table[] = {
      "Take the output field out; docs/standard.md lists the features that are supported."},
 
     // Notices that come with a refusal.
-    {Refusal::BinningExpectedNotice, noRefusal, "Element DerivedField not found in ParseDiscretize\nThe element is {}",
-     "Look at the error: the element is the first one in the BayesInput of a continuous field."},
+    {Refusal::BinningExpectedNotice, noRefusal, "The first element in the BayesInput of a continuous field is {}.",
+     "Look at the error there, which says what should be."},
 };
 
 constexpr bool IsInOrder() {

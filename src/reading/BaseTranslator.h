@@ -58,7 +58,8 @@ public:
     /// error stream.
     void SetNotices(Notices taker);
     /// Says something about what stands at a place.
-    void GiveNotice(const std::string& text, const nbscore::DocumentPlace& place,
+    /// @param printed what stands for the text on the standard error stream.
+    void GiveNotice(const std::string& text, const std::string& printed, const nbscore::DocumentPlace& place,
                     std::string_view advice = nbscore::adviceForAnyRefusal) const;
 
     /// The first child element of this name, or null.

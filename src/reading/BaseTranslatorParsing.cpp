@@ -66,12 +66,12 @@ void BaseTranslator::SetNotices(Notices taker) {
     notices = std::move(taker);
 }
 
-void BaseTranslator::GiveNotice(const std::string& text, const nbscore::DocumentPlace& place,
-                                std::string_view advice) const {
+void BaseTranslator::GiveNotice(const std::string& text, const std::string& printed,
+                                const nbscore::DocumentPlace& place, std::string_view advice) const {
     if (notices) {
         notices(text, place, advice);
     } else {
-        std::cerr << text << std::endl;
+        std::cerr << printed << std::endl;
     }
 }
 

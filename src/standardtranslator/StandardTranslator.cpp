@@ -1,6 +1,7 @@
 #include "standardtranslator/StandardTranslator.h"
 
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -35,8 +36,8 @@ private:
     /// The predicted field. Where the document does not say which, or has no such field, that is a fault, and one
     /// stands in for it that has the values that are counted: so what is wrong behind it is found as well.
     BaseDictVar& FindTarget();
-    /// Empty where the document does not say.
-    std::string FindTargetName();
+    /// Nothing where the document does not say, which is a fault.
+    std::optional<std::string> FindTargetName();
     std::string FindTargetInSchemas();
     /// Throws VeskException 1 where it has none then.
     void DeclareTargetValues(BaseDictVar& target);
@@ -105,27 +106,26 @@ void StandardTranslator::Reader::ReadSchemas() {
 }
 
 BaseDictVar& StandardTranslator::Reader::FindTarget() {
-    const std::string name = FindTargetName();
-    if (auto* const target = dynamic_cast<BaseDictVar*>(dataFields->GetVar(name))) {
+    const std::optional<std::string> name = FindTargetName();
+    if (auto* const target = name ? dynamic_cast<BaseDictVar*>(dataFields->GetVar(*name)) : nullptr) {
         faults.Try([&] { fieldFaults.RequireSound(target->GetName()); });
         return *target;
     }
-    if (!name.empty()) {
-        faults.Try([&] { throw RefusalAt(outline.bayesOutput, Refusal::OutputNotOfTarget, {ExcerptOf(name)}); });
-    }
-    standInForTarget = std::make_unique<BaseDictVar>(name, ScoreDictVar::StringStorage, ScoreDictVar::Categorical);
+    if (name) faults.Try([&] { throw RefusalAt(outline.bayesOutput, Refusal::OutputNotOfTarget, {ExcerptOf(*name)}); });
+    standInForTarget = std::make_unique<BaseDictVar>(name.value_or(std::string()), ScoreDictVar::StringStorage,
+                                                     ScoreDictVar::Categorical);
     return *standInForTarget;
 }
 
-std::string StandardTranslator::Reader::FindTargetName() {
+std::optional<std::string> StandardTranslator::Reader::FindTargetName() {
     const std::string name = FindTargetInSchemas();
     const Element output = outline.bayesOutput;
     if (!name.empty() && !output.Has(Name::fieldName)) return name;
-    std::string counted;
+    std::optional<std::string> counted;
     faults.Try([&] { counted = RequiredText(transcoder, output, Name::fieldName, Refusal::OutputFieldMissing); });
     if (name.empty()) return counted;
-    if (WithoutOuterBlanks(counted) != WithoutOuterBlanks(name)) {
-        faults.Try([&] { throw RefusalAt(output, Refusal::OutputNotOfTarget, {ExcerptOf(counted)}); });
+    if (counted && WithoutOuterBlanks(*counted) != WithoutOuterBlanks(name)) {
+        faults.Try([&] { throw RefusalAt(output, Refusal::OutputNotOfTarget, {ExcerptOf(*counted)}); });
     }
     return name;
 }

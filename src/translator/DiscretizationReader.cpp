@@ -60,7 +60,9 @@ void RequireDerivedField(const BaseTranslator& translator, Element derivedField,
     const std::string name = WithoutHalfPairs(derivedField.GetSpelling());
     const Element faulty = derivedField ? derivedField : parent;
     const RefusalEntry& notice = GetRefusal(Refusal::BinningExpectedNotice);
-    translator.GiveNotice(FillIn(notice.message, {name}), faulty.GetPlace(), notice.advice);
+    translator.GiveNotice(FillIn(notice.message, {name.empty() ? "missing" : '<' + name + '>'}),
+                          "Element DerivedField not found in ParseDiscretize\nThe element is " + name,
+                          faulty.GetPlace(), notice.advice);
     throw RefusalAt(faulty, Refusal::BinningExpected);
 }
 

@@ -56,7 +56,7 @@ TEST_F(DocumentWarnings, AreGivenByEveryVerbThatReadsTheModel_EvenUnderQuiet) {
 TEST_F(DocumentWarnings, HintAtTheStandardsRule_OnlyWhereThatCanScoreTheDocument) {
     WriteModel(Replace(WithInputInExtension(), "<BayesInputs>", "<Foo/><BayesInputs>"));
     const std::string err = Run({"score", "model.pmml", "cases.csv"}).err;
-    EXPECT_THAT(err, HasSubstr("warning: model.pmml:31:5: <Foo> in <NaiveBayesModel> is not read, and could change"));
+    EXPECT_THAT(err, HasSubstr("warning: model.pmml:21:5: <Foo> in <NaiveBayesModel> is not read, and could change"));
     EXPECT_THAT(err, HasSubstr("distributions cannot be read.\n"));
     EXPECT_THAT(err, Not(HasSubstr("--rule standard")));
 }
@@ -141,7 +141,7 @@ std::string WithoutBins() {
     return fruitDocument.substr(0, begin) + fruitDocument.substr(end);
 }
 
-const std::string placedNotice = "Element DerivedField not found in ParseDiscretize. The element is PairCounts";
+const std::string placedNotice = "The first element in the BayesInput of a continuous field is <PairCounts>.";
 
 TEST_F(DocumentWarnings, WhatThePluginSaysBesideARefusalIsANote_WithItsPlaceAndNotUnderQuiet) {
     WriteModel(WithoutBins());

@@ -147,7 +147,7 @@ TEST_F(StandardRule, IsNamedInTheAdvice_WhereOnlyItCanScoreADocument) {
     EXPECT_THAT(check.at("problems").at(0).at("advice").get<std::string>(), HasSubstr("--rule standard"));
 
     WriteParcels("threshold=\"0\"", "threshold=\"0.001\"");
-    const std::string advice = " Or read it with --rule standard: by that rule it can be scored.\n";
+    const std::string advice = "do: Read it with --rule standard: by that rule it can be scored. Or: Put a ";
     EXPECT_THAT(Run({"check", "parcels.pmml"}).out, HasSubstr(advice));
     for (const char* verb : {"score", "display", "verify"})
         EXPECT_THAT(Run({verb, "parcels.pmml"}).err, HasSubstr(advice)) << verb;

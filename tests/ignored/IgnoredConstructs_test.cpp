@@ -329,6 +329,13 @@ TEST(UnknownContent, IsNotThatOfModelsThatAreNotRead) {
                 ElementsAre("64: A further <NaiveBayesModel> is not read: only the first NaiveBayesModel is."));
 }
 
+TEST(UnknownContent, IsAModelOrAnInput_WhereNoOtherWarningTellsOfIt) {
+    EXPECT_THAT(IgnoredWith("<DataDictionary>", "<BayesInputs/><DataDictionary>"),
+                ElementsAre("4: <BayesInputs> in <PMML>" + notRead));
+    EXPECT_THAT(IgnoredWith("<BayesInputs>", "<Extension><NaiveBayesModel/></Extension><BayesInputs>"),
+                ElementsAre("21: <NaiveBayesModel> in <Extension>" + notRead));
+}
+
 TEST(UnknownContent, IsThatOfEverySubModelOfASet) {
     const std::string set = Replace(fruitDocument, "threshold=", "algorithmName=\"SelfLearning\" threshold=");
     EXPECT_THAT(Ignored(Replace(set, "</PMML>", "<NaiveBayesModel other=\"1\"/></PMML>")),

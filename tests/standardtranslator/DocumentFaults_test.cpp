@@ -54,7 +54,7 @@ TEST(DocumentFaults, AreAllThatAreIndependent_InTheOrderOfTheDocument) {
 }
 
 TEST(DocumentFaults, AreFoundBehindAFaultyTarget) {
-    for (const std::string target : {"none", "colour"}) {
+    for (const std::string target : {"none", "colour", ""}) {
         StandardDocument document;
         document.threshold = "-1";
         document.output = "\n" + OutputField("o", "affinity");

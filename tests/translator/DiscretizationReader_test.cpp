@@ -157,8 +157,8 @@ TEST(DiscretizationReader, GivesTheNoticeToWhoTakesIt_AndNothingToStandardError)
     testing::internal::CaptureStderr();
     const ParseOutcome outcome = Read("\n <Feld-\xC3\xA4/>", translator).outcome;
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    EXPECT_THAT(notices, testing::ElementsAre("2:2 /Feld-\xC3\xA4 Element DerivedField not found in ParseDiscretize\n"
-                                              "The element is Feld-\xC3\xA4"));
+    EXPECT_THAT(notices, testing::ElementsAre("2:2 /Feld-\xC3\xA4 The first element in the BayesInput of a continuous "
+                                              "field is <Feld-\xC3\xA4>."));
     ASSERT_TRUE(outcome.refusal);
     EXPECT_EQ(outcome.refusal->GetCode(), 6);
 
