@@ -39,6 +39,11 @@ public:
                  std::unique_ptr<TransformationDictionary> expressionFields);
 
     std::vector<OutputColumn> GetColumns() const;
+    const std::vector<OutputField>& GetAll() const { return fields; }
+    /// For each target category, what is shown for it.
+    const std::vector<std::string>& GetShownTexts() const { return texts; }
+    /// Null where there are none.
+    const TransformationDictionary* GetExpressions() const { return expressions.get(); }
     /// The data fields that residuals and expressions read.
     /// @param target whose value residuals compare.
     std::vector<std::string> GetFieldsRead(const ScoreDictVar* target) const;

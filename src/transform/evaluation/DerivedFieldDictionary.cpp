@@ -120,4 +120,13 @@ std::vector<std::string> DerivedFieldDictionary::GetFieldsRead(const std::string
     return names;
 }
 
+std::string DerivedFieldDictionary::Describe(const std::string& derivedField) const {
+    const auto found = derived->positionsByName.find(derivedField);
+    return found == derived->positionsByName.end() ? std::string() : derived->fields[found->second].text;
+}
+
+std::vector<std::string> DerivedFieldDictionary::DescribeFunctions() const {
+    return derived->textsOfFunctions;
+}
+
 }  // namespace nbscore

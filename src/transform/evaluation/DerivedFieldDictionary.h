@@ -44,6 +44,8 @@ public:
     ScoreDictVar* GetVar(const std::string& name) const override;
 
     std::vector<std::string> GetFieldsRead(const std::string& derivedField) const override;
+    std::string Describe(const std::string& derivedField) const override;
+    std::vector<std::string> DescribeFunctions() const override;
 
 private:
     std::unique_ptr<const DerivedFields> derived;

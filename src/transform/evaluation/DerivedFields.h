@@ -51,6 +51,8 @@ struct DerivedField {
     std::vector<std::size_t> inputs;
     /// How deep its expression nests, including the functions that it calls.
     std::size_t levels = 0;
+    /// Its expression for people; empty where none was wanted.
+    std::string text = {};
 };
 
 /// One data field that some derived field reads. The variable is a copy of the data dictionary's, so that a
@@ -69,6 +71,8 @@ struct DerivedFields {
     SeededMap<std::string, std::size_t> positionsByName;
     std::vector<InputField> inputs;
     UserFunctions functions;
+    /// The functions for people; empty where none were wanted.
+    std::vector<std::string> textsOfFunctions;
     /// Those of the document's reader. Computing the fields asks them whether to stop.
     Limits limits;
 };

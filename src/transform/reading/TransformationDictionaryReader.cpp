@@ -18,6 +18,7 @@
 #include "transform/reading/ElementReading.h"
 #include "transform/reading/EvaluationPlan.h"
 #include "transform/reading/ExpressionReader.h"
+#include "transform/reading/ExpressionText.h"
 #include "transform/reading/FieldScope.h"
 
 namespace nbscore {
@@ -160,6 +161,7 @@ public:
 
     std::unique_ptr<const DerivedFields> Read(const DerivedFieldElements& parts) {
         bool isSound = true;
+        keepsTexts = parts.keepTexts;
         for (const Element list : parts.lists) {
             for (const Element child : ChildrenOf(list))
                 isSound = faults.Try([&] { Declare(child, list); }) && isSound;
@@ -171,6 +173,7 @@ public:
         if (isSound && faults.Try([&] { functionCosts = functions.ReadBodies(scope); })) {
             if (ReadExpressions(scope)) faults.Try([this] { RefuseCycles(); });
         }
+        if (keepsTexts) DescribeFunctions(parts.lists);
         return std::move(derived);
     }
 
@@ -216,6 +219,14 @@ private:
         const EvaluationCost cost = CostWithCalls(scope.GetCost(), functionCosts);
         RefuseTooMuchWork(field, cost, !scope.GetCost().calls.empty());
         derived->fields[position].levels = cost.levels;
+        if (keepsTexts) derived->fields[position].text = ExpressionText(ExpressionOf(field));
+    }
+
+    void DescribeFunctions(const std::vector<Element>& lists) {
+        for (const Element list : lists) {
+            for (const Element function : list.GetChildren(Name::DefineFunction))
+                derived->textsOfFunctions.push_back(FunctionText(function));
+        }
     }
 
     void RefuseTooMuchWork(Element field, const EvaluationCost& cost, bool callsFunctions) {
@@ -245,6 +256,7 @@ private:
     const Transcoder& transcoder;
     Refusal unknownField;
     Faults& faults;
+    bool keepsTexts = false;
     std::unique_ptr<DerivedFields> derived = std::make_unique<DerivedFields>();
     UserFunctionsReader functions;
     std::vector<EvaluationCost> functionCosts;
@@ -262,7 +274,8 @@ std::unique_ptr<TransformationDictionary> ReadTransformationDictionary(Element e
                                                                        const Limits& limits) {
     NoFaults faults;
     Reader reader(dictionary, transcoder, limits, Refusal::FieldUnknown, faults);
-    return std::make_unique<DerivedFieldDictionary>(reader.Read({.lists = {element}, .others = {}}));
+    return std::make_unique<DerivedFieldDictionary>(
+        reader.Read({.lists = {element}, .others = {}, .keepTexts = false}));
 }
 
 std::unique_ptr<TransformationDictionary> ReadDerivedFields(const DerivedFieldElements& elements,

@@ -49,6 +49,8 @@ struct DerivedFieldElements {
     std::vector<FieldByItself> others;
     /// What a reference to no field is refused with.
     Refusal unknownField = Refusal::FieldUnknown;
+    /// Whether the dictionary is to tell how fields are computed (DerivedFieldSources::Describe).
+    bool keepTexts = true;
 };
 
 /// The same of several elements, whose fields may all refer to one another.
