@@ -126,7 +126,8 @@ OutputFields::OutputFields(std::vector<OutputField> outputFields, std::vector<st
 std::vector<OutputColumn> OutputFields::GetColumns() const {
     std::vector<OutputColumn> columns;
     for (const OutputField& field : fields) {
-        if (field.isColumn) columns.push_back({field.name, field.isNumber});
+        if (field.isColumn)
+            columns.push_back({field.name, field.isNumber, field.feature == OutputField::PredictedValue});
     }
     return columns;
 }
