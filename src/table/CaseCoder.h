@@ -117,7 +117,8 @@ private:
     CaseBinder binder;
     bool readsDerivedFields;
     std::vector<CodedColumn> columns;
-    /// Of the row that was encoded last, where derived fields are read: the row, and its derived fields if there are any.
+    /// Of the row that was encoded last, where derived fields are read: the row, and its derived fields if there are
+    /// any.
     const ScoreCaseRecord* encodedCase = nullptr;
     const ScoreCaseRecord* derivedFields = nullptr;
     std::vector<CountedField> countedFields;
