@@ -59,7 +59,9 @@ std::optional<Names> FindFieldsOfDerivedFields(const TransformationDictionary& d
 
 SourceFields::SourceFields(const TransformationDictionary& derivedFields, const std::string& name,
                            const ScoreDictionary& dictionary) {
-    for (const std::string& source : FindFieldsOfDerivedFields(derivedFields, {name}).value_or(Names()))
+    const auto* const sources = dynamic_cast<const DerivedFieldSources*>(&derivedFields);
+    if (sources == nullptr) return;
+    for (const std::string& source : sources->FindFewSources(name, mostFields))
         fields.emplace_back(source, dictionary.GetVar(source));
 }
 

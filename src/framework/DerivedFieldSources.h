@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <set>
 #include <string>
@@ -21,6 +22,13 @@ public:
     /// The names of the fields that the expression of a derived field reads itself, each once: data fields, then
     /// derived ones. None for a name that is no derived field's. May be called from any thread.
     virtual std::vector<std::string> GetFieldsRead(const std::string& derivedField) const = 0;
+    /// The names of the data fields that a derived field is computed from, directly or through other derived fields,
+    /// each once. None where that takes a look at more than `mostFields` fields, or where it is not known: so the time
+    /// is bounded. May be called from any thread.
+    virtual std::vector<std::string> FindFewSources(const std::string& /*derivedField*/,
+                                                    std::size_t /*mostFields*/) const {
+        return {};
+    }
     /// How a derived field is computed, on one line for people; empty where that is not known. May be called from any
     /// thread.
     virtual std::string Describe(const std::string& /*derivedField*/) const { return {}; }
@@ -45,7 +53,10 @@ SCOREFRAMEWORK_API std::optional<std::set<std::string>> FindFieldsOfDerivedField
 /// none, such as for a number in no bin, theirs are values that a model does not know.
 class SCOREFRAMEWORK_API SourceFields {
 public:
-    /// Has no fields where it is not known which they are.
+    /// So many fields are looked at, derived ones among them.
+    static constexpr std::size_t mostFields = 16;
+
+    /// Has no fields where there are more, and where it is not known which they are.
     /// @param name of the derived field.
     /// @param dictionary of the data fields, which are borrowed from it.
     SourceFields(const TransformationDictionary& derivedFields, const std::string& name,

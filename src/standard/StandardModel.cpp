@@ -142,17 +142,19 @@ bool StandardModel::ComputeProbabilities(StandardResult& result, bool derivedInR
 
 /// An input without a value is unknown where what it is computed from has values, such as a number in no bin.
 void StandardModel::NoteSourcesAlone(StandardResult& result, const ScoreCaseRecord& derived) const {
+    std::vector<nbscore::CaseFacts::Unknown>& unknown = result.facts.unknown;
+    const auto numBefore = static_cast<std::ptrdiff_t>(unknown.size());
     for (const DerivedInput& input : derivedInputs) {
         if (result.encoded.codes[input.position] != nbscore::EncodedCase::noCode) continue;
         if (result.treated.GetValueByName(input.field) != nullptr || derived.GetValueByName(input.field) != nullptr ||
             !input.sources.HaveValues(result.treated)) {
             continue;
         }
-        const std::string* const name = &classifier.GetPredictorNames()[input.position];
-        std::vector<nbscore::CaseFacts::Unknown>& unknown = result.facts.unknown;
-        const auto place = std::ranges::lower_bound(unknown, name, {}, &nbscore::CaseFacts::Unknown::field);
-        unknown.insert(place, {name, input.sources.ListValues(result.treated), true});
+        unknown.push_back(
+            {&classifier.GetPredictorNames()[input.position], input.sources.ListValues(result.treated), true});
     }
+    // The names stand one behind the other, in the order of the inputs.
+    std::ranges::inplace_merge(unknown, unknown.begin() + numBefore, {}, &nbscore::CaseFacts::Unknown::field);
 }
 
 void StandardModel::Fill(StandardResult& result, std::span<const double> probabilities) const {

@@ -98,7 +98,7 @@ TEST_F(RunFindings, TellWhatADerivedInputIsComputedFrom_WhereItHasNoValue) {
          {std::vector<std::string>{"--rule", "standard"}, {"--rule", "smoothed", "--adapt"}}) {
         EXPECT_THAT(NotesOn(table, rule),
                     testing::Contains("note: standard input:5: 1 of 4 rows (25 %) has a value of \"shade\" that the "
-                                      "model does not know, the first computed from \"green, red\""))
+                                      "model does not know, the first computed from \"red, green\""))
             << rule[1];
     }
 }

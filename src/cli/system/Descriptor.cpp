@@ -110,7 +110,7 @@ bool IsTerminal(int descriptor) {
 
 bool IsStandardInput(const std::filesystem::path& path) {
 #if defined(_WIN32)
-    // By the status of a file, which has no number here, two files seem to be one: the handles tell.
+    // The status of a file has nothing here that tells it from other files.
     const int number = OpenFile(path);
     if (number < 0) return false;
     BY_HANDLE_FILE_INFORMATION file = {};
