@@ -1,14 +1,16 @@
 // Bytes as a document: by either rule read, scored, displayed, checked, adapted, verified. What is refused is refused
 // with a number, a message and a place, and by all ways of reading it alike; what is read scores the same whether or
-// not a result is filled again.
+// not a result is filled again, and in a batch.
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <memory>
 #include <optional>
+#include <span>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -16,6 +18,9 @@
 
 #include "MemoryFile.h"
 #include "Require.h"
+#include "batch/AnswerColumns.h"
+#include "batch/BatchScorer.h"
+#include "batch/Column.h"
 #include "check/DocumentCheck.h"
 #include "framework/BaseCaseRecord.h"
 #include "framework/ScoreModel.h"
@@ -179,6 +184,73 @@ void Score(ScoreModel& model) {
     }
 }
 
+/// The value of a case as a column of its own.
+struct SingleValue {
+    explicit SingleValue(const ScoreValue* value) {
+        if (value == nullptr) return;
+        if (value->GetType() == ScoreValue::Numeric) {
+            number = value->GetDouble();
+            column = NumberColumn{std::span(&number, 1), {}};
+        } else {
+            text = value->GetString();
+            view = text;
+            column = TextViewColumn{std::span(&view, 1), {}};
+        }
+    }
+    SingleValue(const SingleValue&) = delete;
+    SingleValue& operator=(const SingleValue&) = delete;
+
+    double number = 0.0;
+    std::string text;
+    std::string_view view;
+    Column column = AbsentColumn{};
+};
+
+bool AreSame(double number, double other) {
+    return number == other || (std::isnan(number) && std::isnan(other));
+}
+
+void RequireSameScores(const BatchScorer& scorer, const std::vector<Column>& columns, const ScoreResult& result) {
+    if (scorer.IsSet()) {
+        const std::vector<SubModelScore>& expected = RequireSubModelScores(result, scorer.GetSubModels().size());
+        std::vector<double> scores(expected.size());
+        AnswerColumns answers;
+        answers.probabilities = scores;
+        scorer.Score(columns, 1, answers);
+        for (std::size_t m = 0; m < scores.size(); ++m)
+            Require(AreSame(scores[m], expected[m].score), "a sub-model scores in a batch what it scores by itself");
+        return;
+    }
+    std::int32_t predicted = 0;
+    double confidence = 0.0;
+    AnswerColumns answers;
+    answers.predicted = std::span(&predicted, 1);
+    answers.confidence = std::span(&confidence, 1);
+    scorer.Score(columns, 1, answers);
+    const ScoreValue* const prediction = result.GetPrediction();
+    Require((predicted < 0) == (prediction == nullptr), "a case has a result in a batch where it has one by itself");
+    if (prediction == nullptr) return;
+    Require(scorer.GetCategories().at(static_cast<std::size_t>(predicted)) == prediction->GetString() &&
+                AreSame(confidence, result.GetConfidence()),
+            "a case scores in a batch as by itself");
+}
+
+/// Models with derived inputs are left out: a batch takes their values as they are given.
+void ScoreInBatches(ScoreModel& model) {
+    const BatchScorer scorer(model);
+    if (scorer.ReadsDerivedFields()) return;
+    for (const BaseCaseRecord& record : MakeCases(model)) {
+        std::vector<std::unique_ptr<const SingleValue>> values;
+        std::vector<Column> columns;
+        for (const BatchInput& input : scorer.GetInputs()) {
+            values.push_back(std::make_unique<const SingleValue>(record.GetValueByName(input.name)));
+            columns.push_back(values.back()->column);
+        }
+        ReusedResult result;
+        RequireSameScores(scorer, columns, result.Score(model, record));
+    }
+}
+
 void Display(const ScoreModel& model) {
     std::ostringstream stream;
     model.Display(stream);
@@ -222,7 +294,10 @@ void TryDocument(const std::string& text, ScoringRule rule) {
     if (read.refusal) RequireFullRefusal(*read.refusal);
     const bool scorable = read.model && IsScorable(*read.model);
     if (read.model) Display(read.model->Get());
-    if (scorable) Score(read.model->Get());
+    if (scorable) {
+        Score(read.model->Get());
+        ScoreInBatches(read.model->Get());
+    }
 
     const MemoryFile file(text);
     std::optional<SourceDocument> source;

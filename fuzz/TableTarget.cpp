@@ -16,6 +16,7 @@
 
 #include "Require.h"
 #include "cli/verbs/Arguments.h"
+#include "cli/verbs/RunFindings.h"
 #include "host/LoadedModel.h"
 #include "output/HostError.h"
 #include "support/DribblingBuffer.h"
@@ -30,6 +31,8 @@ using test::TextSink;
 using Table = std::vector<std::vector<std::string>>;
 
 constexpr std::size_t modelOfOffers = 2;
+/// By the standard's rule, with densities, treatments and an Output.
+constexpr std::size_t modelOfMails = 3;
 constexpr std::size_t numOffers = 4;
 
 /// How a table is scored, read from the line in front of it: a letter for each choice that differs from the usual, as
@@ -69,6 +72,12 @@ void TableChoices::Take(char letter) {
             break;
         case 'o':
             model = modelOfOffers;
+            break;
+        case 'n':
+            model = modelOfMails;
+            break;
+        case 'u':
+            output.columns = ResultColumns::Usual;
             break;
         case 'm':
             options.cases.badValues = BadValues::Missing;
@@ -113,9 +122,11 @@ std::size_t TableChoices::CountRowsPerCase() const {
 
 LoadedModel& Example(std::size_t number) {
     static const std::shared_ptr<PluginLibrary> plugin = PluginLibrary::Load(NBSCORE_PLUGIN);
-    static std::array models = {LoadedModel::Read(plugin, NBSCORE_EXAMPLES "/titanic/titanic.pmml"),
-                                LoadedModel::Read(plugin, NBSCORE_EXAMPLES "/iris/iris.pmml"),
-                                LoadedModel::Read(plugin, NBSCORE_EXAMPLES "/offers/offers.pmml")};
+    static std::array models = {
+        LoadedModel::Read(plugin, NBSCORE_EXAMPLES "/titanic/titanic.pmml"),
+        LoadedModel::Read(plugin, NBSCORE_EXAMPLES "/iris/iris.pmml"),
+        LoadedModel::Read(plugin, NBSCORE_EXAMPLES "/offers/offers.pmml"),
+        LoadedModel::Read(plugin, NBSCORE_EXAMPLES "/mail/mail_with_length.pmml", ScoringRule::Standard)};
     return models[number % models.size()];
 }
 
@@ -124,6 +135,8 @@ struct Outcome {
     std::string result;
     std::string refusal;
     std::uint64_t rows = 0;
+    /// What is told of values and rows.
+    std::string findings;
 };
 
 Outcome Score(const TableChoices& choices, std::istream& table) {
@@ -134,6 +147,9 @@ Outcome Score(const TableChoices& choices, std::istream& table) {
                                                   [](const ScoringProgress&) {});
         outcome.result = sink.text;
         outcome.rows = summary.rows;
+        outcome.findings = WriteSummaryAsJson(summary, "model", "table");
+        for (const std::string& finding : TellFindings(summary, "table"))
+            outcome.findings += finding + '\n';
     } catch (const CaseDataError& error) {
         outcome.refusal = error.what();
     }
@@ -188,8 +204,8 @@ void TryTable(const TableChoices& choices, const std::string& text) {
     test::DribblingBuffer dribbling(text, choices.bytesAtATime);
     std::istream slow(&dribbling);
     const Outcome again = Score(choices, slow);
-    Require(outcome.result == again.result && outcome.refusal == again.refusal,
-            "a table gives the same however slowly it comes");
+    Require(outcome.result == again.result && outcome.refusal == again.refusal && outcome.findings == again.findings,
+            "a table gives the same, and the same is told of it, however slowly it comes");
 }
 
 }  // namespace

@@ -28,19 +28,21 @@ write_seeds() {
     mkdir -p "$seeds"
     case $fuzzer in
         documents)
-            for document in examples/*/*.pmml tests/cases/*/document.pmml fuzz/seeds/documents/*.pmml; do
+            for document in examples/*/*.pmml tests/cases/*/document.pmml tests/faults/documents/*.pmml \
+                fuzz/seeds/documents/*.pmml; do
                 [ "$(stat -c %s "$document")" -gt 16384 ] || cp "$document" "$seeds/${document//\//_}"
             done
             ;;
         tables)
             for table in examples/*/*.csv; do
-                for choices in - i o s p j oj ol olbb 'i m' aemd\; ; do
+                for choices in - i o s p j oj ol olbb n nu nj np 'n m' 'i m' aemd\; ; do
                     { echo "$choices"; cat "$table"; } >"$seeds/${table//\//_}_$choices"
                 done
             done
             ;;
         commands)
-            for words in 'score m t' 'score o t --allow-missing-fields --long' 'check m o --format json' 'display m' \
+            for words in 'score m t' 'score m t --rule standard --summary x' 'display m --rule standard' \
+                'check m --rule standard' 'score o t --allow-missing-fields --long' 'check m o --format json' 'display m' \
                 'verify m' 'verify m --format json' 'score m t -o x' 'score --help' 'score m t --delimiter ; --bad-values missing'; do
                 tr ' ' '\0' <<<"$words" | tr -d '\n' >"$seeds/${words//[^a-z]/_}"
             done

@@ -102,8 +102,24 @@ bool CommandLine::AnswersByItself(const std::vector<std::string>& arguments, Con
     } catch (const CLI::ExtrasError&) {
         RefuseUnknownArguments();
         throw;
+    } catch (const CLI::ArgumentMismatch&) {
+        RefuseRepeatedOptions();
+        throw;
     }
     return true;
+}
+
+/// The parser would say how many "at most" are "required".
+void CommandLine::RefuseRepeatedOptions() const {
+    for (const CLI::App* verb : app.get_subcommands()) {
+        for (const CLI::Option* option : verb->get_options()) {
+            const bool takesOne = option->get_expected_max() == 1;
+            if (takesOne && option->count() > 1) {
+                throw CLI::ValidationError(option->get_name(), "it is given " + std::to_string(option->count()) +
+                                                                   " times, and may be given only once");
+            }
+        }
+    }
 }
 
 void CommandLine::RefuseUnknownArguments() const {

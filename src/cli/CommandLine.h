@@ -29,6 +29,7 @@ private:
     ExitStatus RunChosenCommand(Console& console);
     bool AnswersByItself(const std::vector<std::string>& arguments, Console& console);
     void RefuseUnknownArguments() const;
+    void RefuseRepeatedOptions() const;
     void RequireKnownVerb(const std::vector<std::string>& arguments) const;
     /// Null when the arguments named no verb, or none was parsed yet.
     Command* FindChosenCommand() const;

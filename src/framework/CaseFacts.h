@@ -19,12 +19,15 @@ enum class CaseOutcome {
 
 /// What scoring a case found out beside its result.
 struct CaseFacts {
-    /// An input that has a value which the model does not know.
+    /// An input that has a value which the model does not know, or has none though all fields that it is computed from
+    /// have values.
     struct Unknown {
         /// The input's name, as the model's description has it; the model's own.
         const std::string* field = nullptr;
         /// The value's text.
         std::string text;
+        /// Whether the text is that of the fields that the input is computed from.
+        bool isOfSources = false;
     };
 
     CaseOutcome outcome = CaseOutcome::Scored;

@@ -1,7 +1,11 @@
 #include "framework/DerivedFieldSources.h"
 
+#include <algorithm>
+#include <cmath>
 #include <utility>
 #include <vector>
+
+#include "framework/NumberText.h"
 
 namespace nbscore {
 namespace {
@@ -51,6 +55,35 @@ std::optional<Names> FindFieldsOfDerivedFields(const TransformationDictionary& d
         if (derivedFields.GetVar(name) != nullptr) walk.AddDerived(name);
     }
     return walk.Finish();
+}
+
+SourceFields::SourceFields(const TransformationDictionary& derivedFields, const std::string& name,
+                           const ScoreDictionary& dictionary) {
+    const auto* const sources = dynamic_cast<const DerivedFieldSources*>(&derivedFields);
+    if (sources == nullptr) return;
+    for (const std::string& source : sources->FindFewSources(name, mostFields))
+        fields.emplace_back(source, dictionary.GetVar(source));
+}
+
+bool SourceFields::HaveValues(const ScoreCaseRecord& record) const {
+    const auto hasValue = [&record](const auto& field) {
+        const auto& [name, var] = field;
+        const ScoreValue* const value = record.GetValueByName(name);
+        if (value == nullptr || (var != nullptr && var->IsMissingValue(value))) return false;
+        return value->GetType() != ScoreValue::Numeric || !std::isnan(value->GetDouble());
+    };
+    return !fields.empty() && std::ranges::all_of(fields, hasValue);
+}
+
+std::string SourceFields::ListValues(const ScoreCaseRecord& record) const {
+    std::string list;
+    for (const auto& [name, var] : fields) {
+        const ScoreValue* const value = record.GetValueByName(name);
+        if (value == nullptr) continue;
+        list += list.empty() ? "" : ", ";
+        list += value->GetType() == ScoreValue::Numeric ? FormatNumber(value->GetDouble()) : value->GetString();
+    }
+    return list;
 }
 
 }  // namespace nbscore

@@ -17,6 +17,8 @@ using OutputValue = std::variant<std::monostate, double, std::string>;
 struct OutputColumn {
     std::string name;
     bool isNumber = false;
+    /// Whether it holds the predicted category.
+    bool isPrediction = false;
 };
 
 }  // namespace nbscore

@@ -148,7 +148,8 @@ std::set<std::string> OutputFields::FindFieldsOfDocument() const {
 std::vector<OutputColumn> OutputFields::GetColumns() const {
     std::vector<OutputColumn> columns;
     for (const OutputField& field : fields) {
-        if (field.isColumn) columns.push_back({field.name, field.isNumber});
+        if (field.isColumn)
+            columns.push_back({field.name, field.isNumber, field.feature == OutputField::PredictedValue});
     }
     return columns;
 }

@@ -43,6 +43,11 @@ public:
                  std::vector<std::string> shownTexts, std::unique_ptr<TransformationDictionary> expressionFields);
 
     std::vector<OutputColumn> GetColumns() const;
+    const std::vector<OutputField>& GetAll() const { return fields; }
+    /// For each target category, what is shown for it.
+    const std::vector<std::string>& GetShownTexts() const { return texts; }
+    /// Null where there are none.
+    const TransformationDictionary* GetExpressions() const { return expressions.get(); }
     /// The data fields that residuals and expressions read.
     std::set<std::string> GetFieldsRead(const ScoreModel& model) const;
     bool ReadsCase() const { return readsCase; }

@@ -2,13 +2,11 @@
 
 #include <algorithm>
 #include <optional>
-#include <ostream>
 #include <set>
 #include <utility>
 
 #include "framework/CountedNoun.h"
 #include "framework/DerivedFieldSources.h"
-#include "naivebayes/Dump.h"
 #include "naivebayes/Existing.h"
 #include "naivebayes/PredictedCategory.h"
 #include "naivebayes/ScoringCall.h"
@@ -71,6 +69,9 @@ void StandardModel::NoteReading(const ScoreDictVar* var) {
     const TransformationDictionary* derived = GetTransformationDictionary();
     if (derived != nullptr && derived->GetVar(name) == var) {
         derivedFieldsRead.insert(name);
+        if (GetDictionary() != nullptr) {
+            derivedInputs.push_back({classifier.GetPredictorNames().size(), name, {*derived, name, *GetDictionary()}});
+        }
         return;
     }
     dataFieldsRead.insert(name);
@@ -133,9 +134,27 @@ bool StandardModel::ComputeProbabilities(StandardResult& result, bool derivedInR
                                                      : nbscore::ComputeDerivedValues(*this, !derivedFieldsRead.empty(),
                                                                                      &result.treated, derivedInRecord);
     classifier.Encode(result.treated, derived, result.encoded, &result.facts.unknown);
+    if (derived != nullptr && !derivedInRecord) NoteSourcesAlone(result, *derived);
     result.facts.usable = static_cast<std::size_t>(result.encoded.usable);
     result.probabilities.resize(target.GetCategories().size());
     return classifier.ComputePosteriors(result.encoded, result.product, result.probabilities);
+}
+
+/// An input without a value is unknown where what it is computed from has values, such as a number in no bin.
+void StandardModel::NoteSourcesAlone(StandardResult& result, const ScoreCaseRecord& derived) const {
+    std::vector<nbscore::CaseFacts::Unknown>& unknown = result.facts.unknown;
+    const auto numBefore = static_cast<std::ptrdiff_t>(unknown.size());
+    for (const DerivedInput& input : derivedInputs) {
+        if (result.encoded.codes[input.position] != nbscore::EncodedCase::noCode) continue;
+        if (result.treated.GetValueByName(input.field) != nullptr || derived.GetValueByName(input.field) != nullptr ||
+            !input.sources.HaveValues(result.treated)) {
+            continue;
+        }
+        unknown.push_back(
+            {&classifier.GetPredictorNames()[input.position], input.sources.ListValues(result.treated), true});
+    }
+    // The names stand one behind the other, in the order of the inputs.
+    std::ranges::inplace_merge(unknown, unknown.begin() + numBefore, {}, &nbscore::CaseFacts::Unknown::field);
 }
 
 void StandardModel::Fill(StandardResult& result, std::span<const double> probabilities) const {
@@ -159,30 +178,6 @@ void StandardModel::FillWithoutResult(StandardResult& result) const {
     } else {
         Fill(result, targetPriors);
     }
-}
-
-void StandardModel::Display(std::ostream& out) const {
-    out << "\nBegin Display of StandardModel." << std::endl;
-    out << "Scoring rule: standard" << std::endl;
-    out << "Input variable names: ";
-    nbscore::DumpList(out, classifier.GetPredictorNames());
-    out << std::endl;
-    out << "Threshold value = " << nbscore::DumpNumber(classifier.GetThreshold()) << " Only prediction? "
-        << nbscore::DumpFlag(predictionOnly) << "." << std::endl;
-    classifier.DisplayEncoders(out);
-    target.Display(out);
-    out << std::endl;
-    classifier.DisplayTargetCounts(out);
-    out << std::endl;
-    out << "Target probabilities: ";
-    nbscore::DumpList(out, classifier.GetPriors());
-    out << std::endl;
-    out << "Treated fields: ";
-    for (const auto& field : fields.GetAll())
-        out << field.name << " ";
-    out << std::endl;
-    classifier.DisplayPredictors(out);
-    out << "End of StandardModel display." << std::endl;
 }
 
 nbscore::ScoringObstacle StandardModel::FindScoringObstacle() const {

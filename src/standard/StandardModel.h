@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "framework/BaseModel.h"
+#include "framework/DerivedFieldSources.h"
 #include "framework/ModelOutputs.h"
 #include "framework/ModelSelfCheck.h"
 #include "framework/ModelSelfDescription.h"
@@ -98,6 +99,15 @@ private:
     bool ComputeProbabilities(StandardResult& result, bool derivedInRecord) const;
     void Fill(StandardResult& result, std::span<const double> probabilities) const;
     void FillWithoutResult(StandardResult& result) const;
+    void NoteSourcesAlone(StandardResult& result, const ScoreCaseRecord& derived) const;
+    void DisplaySurroundings(std::ostream& out) const;
+
+    /// An input that reads a derived field.
+    struct DerivedInput {
+        std::size_t position;
+        std::string field;
+        nbscore::SourceFields sources;
+    };
 
     nbscore::Target target;
     nbscore::Classifier classifier{nbscore::ScoringRule::Standard};
@@ -105,6 +115,7 @@ private:
     /// Names of the fields that inputs read.
     std::set<std::string> dataFieldsRead;
     std::set<std::string> derivedFieldsRead;
+    std::vector<DerivedInput> derivedInputs;
     std::vector<double> targetPriors;
     std::unique_ptr<const nbscore::OutputFields> outputs;
     std::atomic<bool> predictionOnly = false;

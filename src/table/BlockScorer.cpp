@@ -5,8 +5,19 @@
 
 #include "framework/CaseFacts.h"
 #include "framework/ModelSelfDescription.h"
+#include "framework/NumberText.h"
 
 namespace nbscore {
+namespace {
+
+/// A number may be written in many ways.
+bool AreSameCell(std::string_view cell, std::string_view text) {
+    if (cell == text) return true;
+    const std::optional<double> number = ReadNumber(cell);
+    return number && number == ReadNumber(text);
+}
+
+}  // namespace
 
 ContractBlockScorer::ContractBlockScorer(ScoreModel& scoringModel, CaseBinder caseBinder, ScoredCaseReader resultReader,
                                          std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput,
@@ -21,19 +32,23 @@ ContractBlockScorer::ContractBlockScorer(ScoreModel& scoringModel, CaseBinder ca
 }
 
 void ContractBlockScorer::PrepareCounts() {
+    counts.delimiterHint = binder.GetDelimiterHint();
     const auto* const description = dynamic_cast<const ModelSelfDescription*>(&model);
     if (description == nullptr) return;
+    const TransformationDictionary* const derived = model.GetTransformationDictionary();
     for (const ClassifierDescription& classifier : description->Describe().classifiers) {
         for (const InputDescription& input : classifier.inputs) {
-            const bool isNew = positionsOfFields.try_emplace(input.name, counts.fields.size()).second;
-            if (isNew) counts.fields.emplace_back().field = input.name;
+            const bool isDerived = derived != nullptr && derived->GetVar(input.GetField()) != nullptr;
+            const CountedField counted{counts.fields.size(), isDerived ? std::string() : input.GetField()};
+            if (countedFields.try_emplace(input.name, counted).second) counts.fields.emplace_back().field = input.name;
         }
     }
 }
 
-std::string ContractBlockScorer::CellOf(const std::string& field, const std::vector<std::string_view>& cells) const {
+std::string_view ContractBlockScorer::CellOf(const std::string& field,
+                                             const std::vector<std::string_view>& cells) const {
     for (const CaseBinder::BoundColumn& column : binder.GetColumns()) {
-        if (column.var->GetName() == field) return std::string(cells[column.column]);
+        if (column.var->GetName() == field) return cells[column.column];
     }
     return {};
 }
@@ -47,18 +62,35 @@ void ContractBlockScorer::Count(const ScoreResult& scored, const CsvRowReader& r
     const CaseFacts& facts = told->GetFacts();
     const std::uint64_t line = rows.GetRowLine();
     if (facts.outcome == CaseOutcome::NothingPossible) counts.nothingPossible.Add(line);
-    if (facts.outcome == CaseOutcome::InvalidValue && counts.invalid.Add(line)) {
-        counts.firstInvalid = {facts.field, CellOf(facts.field, rows.GetCells()), {}};
+    if (facts.outcome == CaseOutcome::InvalidValue) {
+        counts.invalid.Add(line);
+        if (!counts.invalidValues.IsFull()) {
+            counts.invalidValues.Add(
+                {.line = line, .field = facts.field, .text = std::string(CellOf(facts.field, rows.GetCells()))});
+        }
     }
+    if (facts.outcome != CaseOutcome::Scored && scored.GetPrediction() != nullptr) counts.havePriors = true;
     if (facts.usable == 0 && facts.outcome != CaseOutcome::InvalidValue && !counts.fields.empty()) {
         counts.nothingKnown.Add(line);
     }
-    for (const CaseFacts::Unknown& unknown : facts.unknown) {
-        const auto position = positionsOfFields.find(*unknown.field);
-        if (position == positionsOfFields.end()) continue;
-        FieldCount& count = counts.fields[position->second];
-        if (count.unknown.Add(line)) count.firstUnknown = unknown.text;
+    for (const CaseFacts::Unknown& unknown : facts.unknown)
+        CountUnknown(unknown, rows);
+}
+
+void ContractBlockScorer::CountUnknown(const CaseFacts::Unknown& unknown, const CsvRowReader& rows) {
+    const auto counted = countedFields.find(*unknown.field);
+    if (counted == countedFields.end()) return;
+    FieldCount& count = counts.fields[counted->second.position];
+    count.unknown.Add(rows.GetRowLine());
+    if (count.unknownValues.IsFull()) return;
+    MetValue value{.line = rows.GetRowLine(), .field = count.field, .text = unknown.text};
+    const std::string& name = counted->second.nameInTable;
+    if (unknown.isOfSources) {
+        value.origin = MetValue::Source;
+    } else if (!name.empty() && !AreSameCell(CellOf(name, rows.GetCells()), unknown.text)) {
+        value.origin = MetValue::Replacement;
     }
+    count.unknownValues.Add(std::move(value));
 }
 
 void ContractBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) {

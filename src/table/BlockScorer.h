@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "framework/CaseFacts.h"
 #include "framework/Limits.h"
 #include "framework/SeededHash.h"
 #include "table/AnswerMemory.h"
@@ -71,9 +72,18 @@ public:
     const CaseCounts& GetCounts() const override { return counts; }
 
 private:
+    /// A field whose unknown values are counted.
+    struct CountedField {
+        /// Its position among the counts.
+        std::size_t position;
+        /// What it is called in the table; empty where it is derived.
+        std::string nameInTable;
+    };
+
     void PrepareCounts();
     void Count(const ScoreResult& scored, const CsvRowReader& rows);
-    std::string CellOf(const std::string& field, const std::vector<std::string_view>& cells) const;
+    void CountUnknown(const CaseFacts::Unknown& unknown, const CsvRowReader& rows);
+    std::string_view CellOf(const std::string& field, const std::vector<std::string_view>& cells) const;
 
     ScoreModel& model;
     CaseBinder binder;
@@ -83,8 +93,8 @@ private:
     Limits limits;
     ReusedResult result;
     CaseCounts counts;
-    /// Of the fields, among the counts.
-    SeededMap<std::string, std::size_t> positionsOfFields;
+    /// By the names of inputs.
+    SeededMap<std::string, CountedField> countedFields;
 };
 
 /// Scores many rows at a time by a batch scorer, and repeated ones from memory.

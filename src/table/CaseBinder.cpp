@@ -11,6 +11,7 @@
 #include "framework/StringValue.h"
 #include "output/HostError.h"
 #include "output/MessageText.h"
+#include "table/DelimiterHint.h"
 
 namespace nbscore {
 
@@ -54,7 +55,7 @@ CaseBinder::CaseBinder(const ScoreModel& model, const std::vector<std::string>& 
       predictors(model.GetVarsOfRole(ScoreModel::PredictorRole)) {
     IndexHeader();
     const Fields fields = CollectFields(model);
-    if (!options.allowMissingFields) RequireColumns(fields.needed);
+    CheckColumns(fields.needed);
     BindColumns(fields);
 }
 
@@ -99,55 +100,18 @@ CaseBinder::Fields CaseBinder::CollectFields(const ScoreModel& model) const {
     return fields;
 }
 
-namespace {
-
-struct Separator {
-    char character;
-    const char* name;
-    const char* option;
-};
-constexpr Separator otherSeparators[] = {
-    {';', "semicolons", "\";\""}, {'\t', "tabs", "tab"}, {',', "commas", "\",\""}, {'|', "bars", "\"|\""}};
-
-/// Whether one of the texts between these characters is the name, perhaps in quotes.
-bool HoldsBetween(std::string_view text, char separator, std::string_view name) {
-    for (std::size_t begin = 0; begin <= text.size();) {
-        const std::size_t end = std::min(text.find(separator, begin), text.size());
-        std::string_view part = text.substr(begin, end - begin);
-        if (part.size() > 1 && part.front() == '"' && part.back() == '"') part = part.substr(1, part.size() - 2);
-        if (part == name) return true;
-        begin = end + 1;
-    }
-    return false;
-}
-
-/// What to say where a header's columns hold the name between other characters than those that the table was read with.
-std::string SuggestDelimiter(const std::vector<std::string>& columns, const std::string& lackingName) {
-    for (const Separator& separator : otherSeparators) {
-        const bool holds = std::ranges::any_of(columns, [&](const std::string& column) {
-            return column.find(separator.character) != std::string::npos &&
-                   HoldsBetween(column, separator.character, lackingName);
-        });
-        if (holds) {
-            return std::string("; its columns seem to stand between ") + separator.name + ": try --delimiter " +
-                   separator.option;
-        }
-    }
-    return {};
-}
-
-}  // namespace
-
-void CaseBinder::RequireColumns(const std::vector<const ScoreDictVar*>& neededFields) const {
+void CaseBinder::CheckColumns(const std::vector<const ScoreDictVar*>& neededFields) {
     std::vector<std::string> lacking;
     for (const ScoreDictVar* field : neededFields) {
         if (!columnsByName.contains(field->GetName())) lacking.push_back(field->GetName());
     }
     if (lacking.empty()) return;
+    delimiterHint = SuggestDelimiter(columnNames, lacking.front());
+    if (options.allowMissingFields) return;
     throw CaseDataError(source, headerLine,
                         std::string("the header lacks the ") + (lacking.size() == 1 ? "column " : "columns ") +
                             ListForMessage(lacking) + ", which the model needs" +
-                            SuggestDelimiter(columnNames, lacking.front()));
+                            (delimiterHint.empty() ? "" : "; its columns " + delimiterHint));
 }
 
 void CaseBinder::BindColumns(const Fields& fields) {

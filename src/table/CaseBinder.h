@@ -67,6 +67,8 @@ public:
         const ScoreDictVar* var;
     };
     const std::vector<BoundColumn>& GetColumns() const { return columns; }
+    /// What to say where columns lack and the header's seem to stand between other characters (SuggestDelimiter).
+    const std::string& GetDelimiterHint() const { return delimiterHint; }
     /// Throws CaseDataError, naming the line, for a row with too many or too few cells.
     void RequireAllCells(const std::vector<std::string_view>& cells, std::uint64_t line) const;
     /// The number of a cell of a numeric field that is not empty; nothing where it is absent, or a text that the model
@@ -93,7 +95,7 @@ private:
     void IndexHeader();
     Fields CollectFields(const ScoreModel& model) const;
     void BindColumns(const Fields& fields);
-    void RequireColumns(const std::vector<const ScoreDictVar*>& neededFields) const;
+    void CheckColumns(const std::vector<const ScoreDictVar*>& neededFields);
     void BindCell(const BoundColumn& column, std::string_view cell, std::uint64_t line);
 
     std::string source;
@@ -101,6 +103,7 @@ private:
     /// Whether the model gets texts that are no numbers.
     bool passesTextsOn;
     std::vector<std::string> columnNames;
+    std::string delimiterHint;
     SeededMap<std::string_view, std::size_t> columnsByName;
     std::unique_ptr<ScoreDictionary> predictors;  // owns the variables of the needed columns
     std::vector<BoundColumn> columns;

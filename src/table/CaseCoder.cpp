@@ -1,6 +1,7 @@
 #include "table/CaseCoder.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "framework/NumberText.h"
 #include "framework/SeededHash.h"
@@ -33,6 +34,7 @@ CaseCoder::CaseCoder(const ScoreModel& readModel, const BatchCases& batchScorer,
 }
 
 void CaseCoder::PrepareCounts() {
+    counts.delimiterHint = binder.GetDelimiterHint();
     SeededMap<std::string_view, std::size_t> positions;
     for (std::size_t reader = 0; reader < scorer.GetFieldsOfReaders().size(); ++reader) {
         const std::string& name = scorer.GetFieldsOfReaders()[reader];
@@ -46,6 +48,13 @@ void CaseCoder::PrepareCounts() {
     for (const CodedColumn& column : columns) {
         const auto field = positions.find(column.bound.var->GetName());
         if (field != positions.end()) countedFields[field->second].column = column.bound.column;
+    }
+    if (!readsDerivedFields || model.GetDictionary() == nullptr) return;
+    const TransformationDictionary& derived = *model.GetTransformationDictionary();
+    for (const auto& [name, position] : positions) {
+        const std::string field(name);
+        if (derived.GetVar(field) == nullptr) continue;
+        countedFields[position].sources.emplace(derived, field, *model.GetDictionary());
     }
 }
 
@@ -83,17 +92,27 @@ void CaseCoder::CountUnknown(const std::vector<std::string_view>& cells, std::ui
         }
         if (isAnyKnown || !isAnyUnknown) continue;
         FieldCount& count = counts.fields[i];
-        if (count.unknown.Add(line)) count.firstUnknown = TextOf(countedFields[i], count.field, cells);
+        count.unknown.Add(line);
+        if (count.unknownValues.IsFull()) continue;
+        MetValue value = ValueOf(countedFields[i], count.field, cells);
+        value.line = line;
+        count.unknownValues.Add(std::move(value));
     }
 }
 
 /// A value that no cell holds is a derived one.
-std::string CaseCoder::TextOf(const CountedField& field, const std::string& name,
-                              const std::vector<std::string_view>& cells) const {
-    if (field.column && !cells[*field.column].empty()) return std::string(cells[*field.column]);
-    const ScoreValue* const value = derivedFields == nullptr ? nullptr : derivedFields->GetValueByName(name);
-    if (value == nullptr) return {};
-    return value->GetType() == ScoreValue::Numeric ? FormatNumber(value->GetDouble()) : value->GetString();
+MetValue CaseCoder::ValueOf(const CountedField& field, const std::string& name,
+                            const std::vector<std::string_view>& cells) const {
+    MetValue found{.field = name};
+    if (field.onlySourcesHaveValues) {
+        found.text = field.sources->ListValues(*encodedCase);
+        found.origin = MetValue::Source;
+    } else if (field.column && !cells[*field.column].empty()) {
+        found.text = cells[*field.column];
+    } else if (const ScoreValue* value = derivedFields == nullptr ? nullptr : derivedFields->GetValueByName(name)) {
+        found.text = value->GetType() == ScoreValue::Numeric ? FormatNumber(value->GetDouble()) : value->GetString();
+    }
+    return found;
 }
 
 void CaseCoder::EncodeColumns(const std::vector<std::string_view>& cells, std::uint64_t line,
@@ -136,6 +155,24 @@ void CaseCoder::EncodeWithDerivedFields(const ScoreCaseRecord& record, std::span
         const ScoreValue* value = record.GetValueByName(field);
         if (value == nullptr && derivedFields != nullptr) value = derivedFields->GetValueByName(field);
         rows[reader] = value == nullptr ? missingRow : RowOf(reader, *value);
+    }
+    NoteSourcesAlone(record, rows);
+}
+
+/// An input without a value is unknown where what it is computed from has values. Rows for missing and for unknown
+/// values have the same factors.
+void CaseCoder::NoteSourcesAlone(const ScoreCaseRecord& record, std::span<FactorRow> rows) {
+    encodedCase = &record;
+    for (std::size_t i = 0; i < countedFields.size(); ++i) {
+        CountedField& field = countedFields[i];
+        if (!field.sources) continue;
+        const std::string& name = counts.fields[i].field;
+        const bool isMissing = rows[field.readers.front()] == missingRow && record.GetValueByName(name) == nullptr &&
+                               (derivedFields == nullptr || derivedFields->GetValueByName(name) == nullptr);
+        field.onlySourcesHaveValues = isMissing && field.sources->HaveValues(record);
+        if (!field.onlySourcesHaveValues) continue;
+        for (const std::size_t reader : field.readers)
+            rows[reader] = unknownRow;
     }
 }
 

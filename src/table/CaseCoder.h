@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "batch/FactorRow.h"
+#include "framework/DerivedFieldSources.h"
 #include "framework/ScoreModel.h"
 #include "table/BatchCases.h"
 #include "table/CaseBinder.h"
@@ -91,7 +92,11 @@ private:
     struct CountedField {
         std::vector<std::size_t> readers;
         /// Nothing where the table has no column for it.
-        std::optional<std::size_t> column;
+        std::optional<std::size_t> column = {};
+        /// Of a derived field.
+        std::optional<SourceFields> sources = {};
+        /// Whether, of the row that was encoded last, only the sources have values.
+        bool onlySourcesHaveValues = false;
     };
 
     void PrepareCounts();
@@ -103,15 +108,18 @@ private:
     FactorRow RowOf(std::size_t reader, const ScoreValue& value) const;
     void Count(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<const FactorRow> rows);
     void CountUnknown(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<const FactorRow> rows);
-    std::string TextOf(const CountedField& field, const std::string& name,
-                       const std::vector<std::string_view>& cells) const;
+    void NoteSourcesAlone(const ScoreCaseRecord& record, std::span<FactorRow> rows);
+    MetValue ValueOf(const CountedField& field, const std::string& name,
+                     const std::vector<std::string_view>& cells) const;
 
     const ScoreModel& model;
     const BatchCases& scorer;
     CaseBinder binder;
     bool readsDerivedFields;
     std::vector<CodedColumn> columns;
-    /// Of the row that was encoded last, where there are any.
+    /// Of the row that was encoded last, where derived fields are read: the row, and its derived fields if there are
+    /// any.
+    const ScoreCaseRecord* encodedCase = nullptr;
     const ScoreCaseRecord* derivedFields = nullptr;
     std::vector<CountedField> countedFields;
     CaseCounts counts;

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "output/HostError.h"
+#include "table/DelimiterHint.h"
 
 namespace nbscore {
 namespace {
@@ -78,9 +79,11 @@ void CsvRowReader::EndLastRow(std::size_t cellBegin) {
     }
     CheckText(reached, isInQuotes ? std::optional(cellBegin) : std::nullopt);
     if (isInQuotes) Refuse(cellBegin, "the quote that opens here is never closed");
-    Refuse(reached, scanner.GetFault() == CsvScanner::Fault::StrayQuote
-                        ? "a quote stands inside a cell that does not begin with one"
-                        : "text follows the closing quote of a cell");
+    if (scanner.GetFault() == CsvScanner::Fault::StrayQuote) {
+        Refuse(reached, "a quote stands inside a cell that does not begin with one");
+    }
+    const std::string hint = rowLine == 1 ? SuggestDelimiter(block->GetBytes()[reached]) : std::string();
+    Refuse(reached, "text follows the closing quote of a cell" + (hint.empty() ? "" : "; the columns " + hint));
 }
 
 void CsvRowReader::EndRow(std::size_t cellsEnd, std::size_t nextRow) {

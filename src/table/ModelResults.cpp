@@ -182,10 +182,28 @@ void CategoryProbabilities::LearnEntries(const std::vector<ScoreClsResult::Value
     }
 }
 
-std::vector<OutputColumn> FindOutputColumns(const ScoreModel& model, const ScoreWriterOptions& options) {
-    if (options.columns == ResultColumns::Usual || options.predictionOnly) return {};
+namespace {
+
+std::vector<OutputColumn> FindAllOutputColumns(const ScoreModel& model, const ScoreWriterOptions& options) {
     const auto* const outputs = dynamic_cast<const ModelOutputs*>(&model);
-    return outputs == nullptr ? std::vector<OutputColumn>() : outputs->GetOutputColumns();
+    if (outputs == nullptr || options.columns == ResultColumns::Usual) return {};
+    return outputs->GetOutputColumns();
+}
+
+/// The position of the only column that is shown where nothing but the prediction is wanted.
+std::optional<std::size_t> FindPrediction(const std::vector<OutputColumn>& columns) {
+    const auto found = std::ranges::find_if(columns, &OutputColumn::isPrediction);
+    if (found == columns.end()) return std::nullopt;
+    return static_cast<std::size_t>(found - columns.begin());
+}
+
+}  // namespace
+
+std::vector<OutputColumn> FindOutputColumns(const ScoreModel& model, const ScoreWriterOptions& options) {
+    std::vector<OutputColumn> columns = FindAllOutputColumns(model, options);
+    if (!options.predictionOnly) return columns;
+    const std::optional<std::size_t> prediction = FindPrediction(columns);
+    return prediction ? std::vector<OutputColumn>{columns[*prediction]} : std::vector<OutputColumn>();
 }
 
 ScoredCaseReader::ScoredCaseReader(ScoreModel& model, const ScoreWriterOptions& options)
@@ -195,8 +213,10 @@ ScoredCaseReader::ScoredCaseReader(ScoreModel& model, const ScoreWriterOptions& 
     } else {
         probabilities.emplace(*model.GetTargetVar());
     }
-    numOutputs = FindOutputColumns(model, options).size();
-    if (numOutputs > 0) asked = dynamic_cast<const ModelOutputs*>(&model);
+    const std::vector<OutputColumn> columns = FindAllOutputColumns(model, options);
+    numOutputs = columns.size();
+    if (predictionOnly) onlyOutput = FindPrediction(columns);
+    if (predictionOnly ? onlyOutput.has_value() : numOutputs > 0) asked = dynamic_cast<const ModelOutputs*>(&model);
 }
 
 ScoredCase ScoredCaseReader::Read(const ScoreCaseRecord& record, const ScoreResult& result) {
@@ -212,7 +232,7 @@ ScoredCase ScoredCaseReader::Read(const ScoreCaseRecord& record, const ScoreResu
             throw UnscorableModelError("The model gave " + CountedNoun(outputs.size(), "value") + " for its " +
                                        CountedNoun(numOutputs, "output column") + ".");
         }
-        scored.outputs = outputs;
+        scored.outputs = onlyOutput ? std::span(outputs).subspan(*onlyOutput, 1) : std::span(outputs);
         return scored;
     }
     scored.prediction = classification.GetPrediction();

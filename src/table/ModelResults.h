@@ -78,7 +78,7 @@ private:
 const ScoreClsResult& RequireClassification(const ScoreResult& result);
 
 /// The columns that a model's document asks for and that writers of these options show; none where the usual ones are
-/// shown.
+/// shown. Where the prediction alone is wanted, that is the first column that holds it.
 std::vector<OutputColumn> FindOutputColumns(const ScoreModel& model, const ScoreWriterOptions& options);
 
 /// True when some probability of a result is not finite: the arithmetic broke down, which takes an extreme threshold or
@@ -147,6 +147,8 @@ private:
     /// Null where the usual columns are shown.
     const ModelOutputs* asked = nullptr;
     std::size_t numOutputs = 0;
+    /// Of the outputs, the only one that is shown; nothing where all are.
+    std::optional<std::size_t> onlyOutput;
     std::vector<OutputValue> outputs;
     std::optional<std::size_t> numSubModels;
     std::optional<CategoryProbabilities> probabilities;

@@ -25,7 +25,7 @@ enum class ScoreFormat { Csv, JsonLines };
 /// What scoring adds for a single classifier.
 enum class ResultColumns {
     /// The fields that the document's Output asks for, in its order and by its names, where the model knows of such
-    /// (ModelOutputs) and not the prediction alone is wanted; else the usual ones.
+    /// (ModelOutputs); else the usual ones. Where the prediction alone is wanted, only the field that holds it.
     Output,
     /// The prediction, its confidence, and the probability of each category.
     Usual

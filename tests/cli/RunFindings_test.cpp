@@ -56,6 +56,77 @@ TEST_F(RunFindings, HintAtAKnownValue_WhereTheFirstUnknownOneIsOnlyWrittenAnothe
     EXPECT_THAT(hintAt("6"), EndsWith("the first \"6\"; the model knows \"6.0\""));
 }
 
+TEST_F(RunFindings, HintAtAKnownValue_WhereALaterUnknownOneIsWrittenAnotherWay) {
+    const std::string table = "colour,weight\nblue,1\nblack,1\nRed,1\nGREEN,1\n";
+    EXPECT_THAT(NotesOn(table, {"--summary", "summary.json"}),
+                ElementsAre(EndsWith("the first \"blue\"; the model knows \"red\", which the \"Red\" in line 4 may "
+                                     "mean")));
+    const nlohmann::json colour = ReadSummary().at("fields").at(0);
+    EXPECT_EQ(colour.at("first_value"), "blue");
+    EXPECT_EQ(colour.at("misspelt_value"), "Red");
+    EXPECT_EQ(colour.at("known_spelling"), "red");
+    EXPECT_THAT(
+        NotesOn(table, {"--rule", "standard"}),
+        ElementsAre(EndsWith("4 invalid values, the first \"blue\" of \"colour\"; the model knows \"red\", which "
+                             "the \"Red\" in line 4 may mean")));
+}
+
+TEST_F(RunFindings, TellWhatADerivedInputIsComputedFrom_WhereItHasNoValue) {
+    const std::string gap = Replace(fruitDocument, "leftMargin=\"150\"", "leftMargin=\"160\"");
+    folder.Write("model.pmml", gap);
+    EXPECT_THAT(NotesOn("colour,weight\nred,100\nred,\nred,155\nred,200\n",
+                        {"--rule", "standard", "--summary", "summary.json"}),
+                ElementsAre("note: standard input:4: 1 of 4 rows (25 %) has a value of \"weight\" that the model does "
+                            "not know, the first computed from \"155\""));
+    EXPECT_EQ(ReadSummary().at("fields").at(1).at("first_value"), "155");
+
+    std::string text = Replace(fruitDocument, "<NaiveBayesModel ", R"(<TransformationDictionary>
+    <DerivedField name="shade" optype="categorical" dataType="string">
+      <Apply function="if"><Apply function="equal"><FieldRef field="paint"/><FieldRef field="coat"/></Apply>
+        <FieldRef field="paint"/></Apply></DerivedField>
+  </TransformationDictionary>
+  <NaiveBayesModel )");
+    text = Replace(text, "<DataField name=\"weight\"",
+                   "<DataField name=\"paint\" optype=\"categorical\" dataType=\"string\"/><DataField name=\"coat\" "
+                   "optype=\"categorical\" dataType=\"string\"><Value value=\"?\" property=\"missing\"/></DataField>"
+                   "<DataField name=\"weight\"");
+    text = Replace(text, "<MiningField name=\"colour\"/>", "<MiningField name=\"paint\"/><MiningField name=\"coat\"/>");
+    text = Replace(text, "<BayesInput fieldName=\"colour\">", "<BayesInput fieldName=\"shade\">");
+    folder.Write("model.pmml", text);
+    const std::string table = "paint,coat,weight\nred,red,1\nred,,1\nred,?,1\nred,green,1\n";
+    for (const std::vector<std::string>& rule :
+         {std::vector<std::string>{"--rule", "standard"}, {"--rule", "smoothed", "--adapt"}}) {
+        EXPECT_THAT(NotesOn(table, rule),
+                    testing::Contains("note: standard input:5: 1 of 4 rows (25 %) has a value of \"shade\" that the "
+                                      "model does not know, the first computed from \"red, green\""))
+            << rule[1];
+    }
+}
+
+TEST_F(RunFindings, SayWhereAnUnknownValueIsNotTheTables) {
+    folder.Write("model.pmml", Replace(fruitDocument, "<MiningField name=\"colour\"/>",
+                                       "<MiningField name=\"colour\" missingValueReplacement=\"grey\"/>"));
+    EXPECT_THAT(NotesOn("colour,weight\n,100\n", {"--rule", "standard"}),
+                ElementsAre(EndsWith("the first \"grey\", which the document puts in place of what the table has")));
+}
+
+TEST_F(RunFindings, SayThatRowsWithoutAResultHaveTheProbabilitiesOfTheTargets) {
+    folder.Write("model.pmml", Replace(fruitDocument, "<BayesInputs>", R"(<Targets><Target field="fruit">
+      <TargetValue value="apple" priorProbability="0.75"/><TargetValue value="pear" priorProbability="0.25"/>
+    </Target></Targets><BayesInputs>)"));
+    EXPECT_THAT(NotesOn("colour,weight\nblue,100\nred,100\n", {"--rule", "standard"}),
+                ElementsAre(HasSubstr("1 of 2 rows (50 %) has no result but the probabilities that the document's "
+                                      "Targets give such rows, this one the first: 1 invalid value, the first ")));
+}
+
+TEST_F(RunFindings, SuggestADelimiter_WhereTheColumnsMayBeMissing) {
+    EXPECT_THAT(NotesOn("colour;weight\nred;1\n", {"--allow-missing-fields"}),
+                ElementsAre(EndsWith("the counts of the target alone; the table's columns seem to stand between "
+                                     "semicolons: try --delimiter \";\"")));
+    EXPECT_THAT(NotesOn("colours,weights\nred,1\n", {"--allow-missing-fields"}),
+                ElementsAre(EndsWith("the counts of the target alone")));
+}
+
 TEST_F(RunFindings, AreRowsWithoutAnyKnownValue) {
     EXPECT_THAT(NotesOn("colour,weight\nred,1\n,\nblue,\n"),
                 ElementsAre(StartsWith("note: standard input:4: 1 of 3 rows (33.3 %) has a value of \"colour\" that "),
@@ -175,11 +246,13 @@ TEST_F(RunFindings, AreInTheSummary_WithZerosWhereThereAreNone) {
                                                 {"unknown", 0},
                                                 {"first_value", nothing},
                                                 {"first_line", nothing},
+                                                {"misspelt_value", nothing},
                                                 {"known_spelling", nothing}},
                                                {{"name", "weight"},
                                                 {"unknown", 0},
                                                 {"first_value", nothing},
                                                 {"first_line", nothing},
+                                                {"misspelt_value", nothing},
                                                 {"known_spelling", nothing}}}}}));
 }
 
@@ -217,6 +290,28 @@ TEST_F(RunFindings, SummaryIsAFileOfItsOwn) {
     EXPECT_EQ(ReadFile("cases.csv"), fruitCases);
     EXPECT_FALSE(IsThere("new.csv"));
 }
+
+#ifndef _WIN32
+TEST_F(RunFindings, SummaryIsNotWhatStandardInputIsReadFrom) {
+    CommandCall call =
+        MakeCall({"-c", std::string("'") + NBSCORE_COMMAND + "' score model.pmml --summary ./cases.csv <cases.csv"});
+    call.program = "/bin/sh";
+    const CommandResult result = RunCommand(call);
+    EXPECT_EQ(result.exitStatus, 2);
+    EXPECT_THAT(result.err, HasSubstr("--summary: './cases.csv' is the table"));
+    EXPECT_EQ(ReadFile("cases.csv"), fruitCases);
+}
+
+// A device that is always full, which takes the summary without a complaint until the end.
+TEST_F(RunFindings, SummaryThatCannotBeWrittenLeavesTheResultAsItWas) {
+    folder.Write("scores.csv", "as before");
+    const CommandResult result =
+        Run({"score", "model.pmml", "cases.csv", "--summary", "/dev/full", "-o", "scores.csv"});
+    EXPECT_EQ(result.exitStatus, 4);
+    EXPECT_EQ(result.err, "error: cannot write /dev/full: No space left on device\n");
+    EXPECT_EQ(ReadFile("scores.csv"), "as before");
+}
+#endif
 
 TEST_F(RunFindings, SummaryThatCannotBeWrittenIsRefused_BeforeTheFirstRow) {
     const CommandResult result = Run({"score", "model.pmml", "cases.csv", "--summary", "nowhere/summary.json"});

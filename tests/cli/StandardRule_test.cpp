@@ -60,7 +60,28 @@ TEST_F(StandardRule, AddsTheUsualColumns_WhenAskedFor) {
         Score("colour,weight\ngreen,\n", {"--columns", "usual", "--format", "jsonl"}).out,
         "{\"prediction\": null, \"confidence\": null, \"probabilities\": {\"letter\": null, \"parcel\": null}}\n");
     EXPECT_EQ(Score("colour,weight\nblue,\n", {"--prediction-only"}).out,
-              "colour,weight,predicted_kind\nblue,,parcel\n");
+              "colour,weight,Predicted_kind\nblue,,parcel\n");
+}
+
+TEST_F(StandardRule, NamesThePredictionAloneAsTheOutputDoes) {
+    WriteParcels("<Output>\n", "<Output><OutputField name=\"p\" feature=\"probability\"/>\n");
+    const std::string cases = "colour,weight\nblue,\ngreen,\n";
+    EXPECT_EQ(Score(cases, {"--prediction-only", "--only-scores"}).out, "Predicted_kind\nparcel\n\"\"\n");
+    EXPECT_EQ(Score(cases, {"--prediction-only", "--format", "jsonl"}).out,
+              "{\"Predicted_kind\": \"parcel\"}\n{\"Predicted_kind\": null}\n");
+    EXPECT_EQ(Score(cases, {"--prediction-only", "--only-scores", "--columns", "usual"}).out,
+              "predicted_kind\nparcel\n\"\"\n");
+    // Where the Output has no prediction, it is called as usual.
+    WriteParcels("<OutputField name=\"Predicted_kind\" feature=\"predictedValue\"",
+                 "<OutputField name=\"Predicted_kind\" feature=\"predictedDisplayValue\"");
+    EXPECT_EQ(Score(cases, {"--prediction-only", "--only-scores"}).out, "predicted_kind\nparcel\n\"\"\n");
+}
+
+TEST_F(StandardRule, IsToldByDisplay_WithAllThatSurroundsTheModel) {
+    const CommandResult result = Run({"display", "parcels.pmml", "--rule", "standard"});
+    EXPECT_EQ(result.exitStatus, 0);
+    EXPECT_THAT(result.out, HasSubstr("\tstamp: an invalid value ends the case; a missing value is left out\n"));
+    EXPECT_THAT(result.out, HasSubstr("\tProbability_letter: probability of \"letter\"\n"));
 }
 
 TEST_F(StandardRule, NeedsAPrefix_WhereTheTableHasAColumnOfTheOutput) {

@@ -37,6 +37,46 @@ TEST(RowCount, TakesTheEarlierLine_WhenCountsOfSeveralThreadsMeet) {
     EXPECT_EQ(count.firstLine, 4U);
 }
 
+std::vector<std::string> TextsOf(const FirstValues& values) {
+    std::vector<std::string> texts;
+    for (const MetValue& value : values.GetAll())
+        texts.push_back(value.text);
+    return texts;
+}
+
+MetValue ValueAt(std::uint64_t line, const std::string& text) {
+    return {.line = line, .field = "x", .text = text};
+}
+
+TEST(FirstValues, AreKeptOnceEach_AndOnlyAFew) {
+    FirstValues values;
+    values.Add(ValueAt(2, "a"));
+    values.Add(ValueAt(3, "b"));
+    values.Add(ValueAt(4, "a"));
+    EXPECT_EQ(TextsOf(values), (std::vector<std::string>{"a", "b"}));
+    for (std::uint64_t i = 0; i < 2 * FirstValues::most; ++i)
+        values.Add(ValueAt(5 + i, std::to_string(i)));
+    EXPECT_TRUE(values.IsFull());
+    EXPECT_EQ(values.GetAll().size(), FirstValues::most);
+}
+
+TEST(FirstValues, AreTheFirstOfAllRows_WhenThoseOfSeveralThreadsMeet) {
+    FirstValues some;
+    FirstValues others;
+    FirstValues all;
+    for (std::uint64_t line = 2; line < 200; ++line) {
+        const MetValue value = ValueAt(line, std::to_string(line * line % 37));
+        (line / 10 % 2 == 0 ? some : others).Add(value);
+        all.Add(value);
+    }
+    FirstValues met = others;
+    met.Add(some);
+    EXPECT_EQ(TextsOf(met), TextsOf(all));
+    some.Add(others);
+    EXPECT_EQ(TextsOf(some), TextsOf(all));
+    EXPECT_TRUE(all.IsFull());
+}
+
 class FactsResult : public FakeResult, public ResultFacts {
 public:
     const CaseFacts& GetFacts() const override { return facts; }
@@ -113,11 +153,12 @@ TEST(CaseCounts, AreWhatResultsTell_WhenAModelIsScoredCaseByCase) {
     ASSERT_EQ(counts.fields.size(), 1U);
     EXPECT_EQ(counts.fields[0].field, "x");
     ExpectCount(counts.fields[0].unknown, 2, 3);
-    EXPECT_EQ(counts.fields[0].firstUnknown, "<5>");
+    EXPECT_EQ(counts.fields[0].unknownValues.GetAll().front().text, "<5>");
     ExpectCount(counts.nothingKnown, 3, 3);
     ExpectCount(counts.invalid, 2, 4);
-    EXPECT_EQ(counts.firstInvalid.field, "x");
-    EXPECT_EQ(counts.firstInvalid.text, "2");
+    ASSERT_EQ(counts.invalidValues.GetAll().size(), 1U);
+    EXPECT_EQ(counts.invalidValues.GetAll().front().field, "x");
+    EXPECT_EQ(counts.invalidValues.GetAll().front().text, "2");
     ExpectCount(counts.nothingPossible, 1, 6);
 }
 
@@ -137,7 +178,7 @@ TEST(CaseCounts, AreTheSame_OnAnyNumberOfThreads) {
     for (const std::size_t threads : {1U, 2U, 4U}) {
         const CaseCounts counts = CountsOf(table, threads);
         ExpectCount(counts.fields.at(0).unknown, 2 * TableBlockReader::pieceBytes, lineOfFirst);
-        EXPECT_EQ(counts.fields[0].firstUnknown, "<7>");
+        EXPECT_EQ(TextsOf(counts.fields[0].unknownValues), (std::vector<std::string>{"<7>", "<8>"}));
         ExpectCount(counts.nothingKnown, 2 * TableBlockReader::pieceBytes, lineOfFirst);
     }
 }

@@ -14,6 +14,7 @@
 
 #if defined(_WIN32)
 #include <io.h>
+#include <windows.h>
 #else
 #include <unistd.h>
 #endif
@@ -105,6 +106,26 @@ std::optional<std::uint64_t> Descriptor::GetRemainingSize() const {
 
 bool IsTerminal(int descriptor) {
     return isatty(descriptor) != 0;
+}
+
+bool IsStandardInput(const std::filesystem::path& path) {
+#if defined(_WIN32)
+    // The status of a file has nothing here that tells it from other files.
+    const int number = OpenFile(path);
+    if (number < 0) return false;
+    BY_HANDLE_FILE_INFORMATION file = {};
+    BY_HANDLE_FILE_INFORMATION input = {};
+    const bool areKnown = GetFileInformationByHandle(reinterpret_cast<HANDLE>(_get_osfhandle(number)), &file) != 0 &&
+                          GetFileInformationByHandle(reinterpret_cast<HANDLE>(_get_osfhandle(0)), &input) != 0;
+    close(number);
+    return areKnown && file.dwVolumeSerialNumber == input.dwVolumeSerialNumber &&
+           file.nFileIndexHigh == input.nFileIndexHigh && file.nFileIndexLow == input.nFileIndexLow;
+#else
+    struct stat file = {};
+    struct stat input = {};
+    return stat(path.c_str(), &file) == 0 && S_ISREG(file.st_mode) && fstat(0, &input) == 0 &&
+           file.st_dev == input.st_dev && file.st_ino == input.st_ino;
+#endif
 }
 
 void OpenMissingStandardStreams() {

@@ -41,6 +41,9 @@ private:
 /// Whether a standard stream of the process (0 input, 1 output, 2 error) is a terminal.
 bool IsTerminal(int descriptor);
 
+/// Whether standard input is read from the file of this path.
+bool IsStandardInput(const std::filesystem::path& path);
+
 /// Makes sure that the standard streams are open, for a process that was started with some of them closed. A
 /// file opened later would otherwise take the place of one, and errors would be written into it.
 void OpenMissingStandardStreams();

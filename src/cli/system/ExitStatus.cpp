@@ -14,9 +14,9 @@ const std::vector<ExitStatusMeaning>& GetExitStatusMeanings() {
     static const std::vector<ExitStatusMeaning> meanings = {
         {"0", "All went well."},
         {"1",
-         "The table of cases was refused: a row or a column is not as it must be, or, with --strict, the model does "
-         "not "
-         "know a value. Or a document's own test cases differ from what its model gives."},
+         "The table of cases was refused: a row or a column is not as it must be, or, with --strict, a row has a value "
+         "that the model does not know, no known value or no result. Or a document's own test cases differ from what "
+         "its model gives."},
         {"2", "The command was called in a way that it does not understand."},
         {"3", "The model's document was refused, or the model in it cannot score."},
         {"4", "Input or output failed: a file that is not there, a full disk, a closed pipe."},

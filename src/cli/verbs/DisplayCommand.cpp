@@ -12,7 +12,7 @@ namespace {
 constexpr const char* description =
     R"(Show what a model holds, as text for people.
 
-Writes the model's target, its inputs with their categories or bins, and its table of counts. The text is meant for reading; nothing reads it back.)";
+Writes the model's target, its inputs with their categories or bins, and its table of counts; with --rule standard also how fields are treated and computed, and what the document's Output asks for. The text is meant for reading; nothing reads it back.)";
 
 constexpr const char* footer = R"(Examples:
 

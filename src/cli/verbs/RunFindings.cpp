@@ -54,19 +54,40 @@ private:
     }
 
     void Tell(const FieldCount& field) {
-        std::string text = At(field.unknown) + ShareOf(field.unknown.rows) + " a value of " +
-                           QuoteForMessage(field.field) + " that the model does not know, the first " +
-                           QuoteForMessage(field.firstUnknown);
-        text += field.knownSpelling.empty() ? "" : "; the model knows " + QuoteForMessage(field.knownSpelling);
-        sentences.push_back(text);
+        sentences.push_back(At(field.unknown) + ShareOf(field.unknown.rows) + " a value of " +
+                            QuoteForMessage(field.field) + " that the model does not know, the first " +
+                            NameValue(field.unknownValues.GetAll().front()) + HintAtSpelling(field.unknownValues));
+    }
+
+    static std::string NameValue(const MetValue& value) {
+        switch (value.origin) {
+            case MetValue::Replacement:
+                return QuoteForMessage(value.text) + ", which the document puts in place of what the table has";
+            case MetValue::Source:
+                return "computed from " + QuoteForMessage(value.text);
+            case MetValue::AsItIs:
+                break;
+        }
+        return QuoteForMessage(value.text);
+    }
+
+    static std::string HintAtSpelling(const FirstValues& values) {
+        const MetValue* const misspelt = values.FindMisspelt();
+        if (misspelt == nullptr) return {};
+        std::string hint = "; the model knows " + QuoteForMessage(misspelt->knownSpelling);
+        if (misspelt == &values.GetAll().front()) return hint;
+        return hint + ", which the " + QuoteForMessage(misspelt->text) + " in line " + std::to_string(misspelt->line) +
+               " may mean";
     }
 
     void TellNothingKnown() {
         const RowCount& count = summary.counts.nothingKnown;
         if (count.rows == 0) return;
+        const std::string& hint = summary.counts.delimiterHint;
         sentences.push_back(At(count) + ShareOf(count.rows) +
                             " no value that the model knows, this one the first: what it gets rests on the counts of "
-                            "the target alone");
+                            "the target alone" +
+                            (hint.empty() ? "" : "; the table's columns " + hint));
     }
 
     void TellWithoutResult() {
@@ -75,13 +96,16 @@ private:
         RowCount all = invalid;
         all.Add(impossible);
         if (all.rows == 0) return;
-        std::string text = At(all) + ShareOf(all.rows) + " no result, this one the first: ";
+        std::string text = At(all) + ShareOf(all.rows) +
+                           (summary.counts.havePriors ? " no result but the probabilities that the document's Targets "
+                                                        "give such rows, this one the first: "
+                                                      : " no result, this one the first: ");
         if (invalid.rows > 0) {
-            const InvalidValue& first = summary.counts.firstInvalid;
+            const FirstValues& values = summary.counts.invalidValues;
+            const MetValue& first = values.GetAll().front();
             text += CountedNoun(invalid.rows, "invalid value") + ", the first " +
-                    (first.text.empty() ? "a missing one" : QuoteForMessage(first.text)) + " of " +
-                    QuoteForMessage(first.field);
-            if (!first.knownSpelling.empty()) text += "; the model knows " + QuoteForMessage(first.knownSpelling);
+                    (first.text.empty() ? "a missing one" : NameValue(first)) + " of " + QuoteForMessage(first.field) +
+                    HintAtSpelling(values);
         }
         if (invalid.rows > 0 && impossible.rows > 0) text += "; ";
         if (impossible.rows > 0) text += CountedNoun(impossible.rows, "row") + " for which no category is possible";
@@ -123,7 +147,7 @@ public:
 
 private:
     void AddInvalid(const CaseCounts& counts) {
-        const InvalidValue& first = counts.firstInvalid;
+        const MetValue& first = counts.invalidValues.GetAll().front();
         json.BeginObject();
         AddText("field", first.field);
         AddTextIf(!first.text.empty(), "value", first.text);
@@ -136,12 +160,16 @@ private:
         json.BeginList();
         for (const FieldCount& field : fields) {
             const bool hasUnknown = field.unknown.rows > 0;
+            const MetValue first = hasUnknown ? field.unknownValues.GetAll().front() : MetValue();
+            const MetValue* const misspelt = field.unknownValues.FindMisspelt();
+            const MetValue hint = misspelt == nullptr ? MetValue() : *misspelt;
             json.BeginObject();
             AddText("name", field.field);
             AddCount("unknown", field.unknown.rows);
-            AddTextIf(hasUnknown, "first_value", field.firstUnknown);
-            AddCountIf(hasUnknown, "first_line", field.unknown.firstLine);
-            AddTextIf(!field.knownSpelling.empty(), "known_spelling", field.knownSpelling);
+            AddTextIf(hasUnknown, "first_value", first.text);
+            AddCountIf(hasUnknown, "first_line", first.line);
+            AddTextIf(misspelt != nullptr, "misspelt_value", hint.text);
+            AddTextIf(misspelt != nullptr, "known_spelling", hint.knownSpelling);
             json.EndObject();
         }
         json.EndList();

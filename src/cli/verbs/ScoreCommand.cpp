@@ -134,7 +134,7 @@ void ScoreCommand::DeclareFindingsOptions() {
     app.add_option("--summary", summaryFile,
                    "Write to FILE, as JSON, how many rows there were, how many had a value of each field that the "
                    "model does not know, no known value, or no result. It is written under --strict, too, when that "
-                   "makes an error of them.")
+                   "makes an error of them. When it cannot be written, a file of --output stays as it was.")
         ->type_name("FILE")
         ->check(RefuseEmptyName);
 }
@@ -149,7 +149,8 @@ void ScoreCommand::DeclareResultOptions() {
               "never holds the input's columns.");
     app.add_flag("--only-scores", options.output.onlyScores, "Leave the input's own columns out of the result.");
     app.add_flag("--prediction-only", options.output.predictionOnly,
-                 "Give the prediction alone: no confidence, no probabilities. Of sub-models: no assessment figures.");
+                 "Give the prediction alone: no confidence, no probabilities. By the standard's rule it is called as "
+                 "the document's Output calls it. Of sub-models: no assessment figures.");
     app.add_option("--prefix", options.output.prefix,
                    "Begin the name of each column that scoring adds with TEXT. Needed when the input has a column of "
                    "the same name. Not for jsonl.")
@@ -271,11 +272,12 @@ ExitStatus ScoreCommand::Finish(const ScoringSummary& summary, const std::string
                                 const OpenedFile& summaryOpened, Console& console) const {
     const std::vector<std::string> findings = TellFindings(summary, inputName);
     const bool isRefused = strict && (!findings.empty() || !summary.counts.areTold);
-    if (!isRefused) opened.Commit();
+    // The result comes last, so that it stays as it was when the summary cannot be written.
     if (!summaryFile.empty()) {
         summaryOpened.GetSink().Write(WriteSummaryAsJson(summary, model.GetDocumentName(), inputName));
         summaryOpened.GetSink().Commit();
     }
+    if (!isRefused) opened.Commit();
     if (summary.firstNonFiniteLine != 0) WarnOfBrokenArithmetic(console, inputName, summary.firstNonFiniteLine);
     if (isRefused && !summary.counts.areTold) {
         throw CaseDataError(inputName, 0, "--strict cannot be kept: the plug-in does not tell what its model knows");
@@ -295,7 +297,8 @@ OpenedFile ScoreCommand::OpenSummary() const {
     };
     refuseIf(summaryFile == "-", "no file: the scores go to standard output");
     refuseIf(NameOneFile(summaryFile, model.GetDocumentName()), "the model's own document");
-    refuseIf(cases != "-" && NameOneFile(summaryFile, cases), "the table");
+    refuseIf(cases == "-" ? IsStandardInput(PathFromArgument(summaryFile)) : NameOneFile(summaryFile, cases),
+             "the table");
     refuseIf(output.GetDestination() != "-" && NameOneFile(summaryFile, output.GetDestination()), "the result");
     OpenedFile opened = OpenFile(summaryFile);
     UnfinishedOutput::SetFurtherTemporaryFile(opened.file->GetTemporaryPath());

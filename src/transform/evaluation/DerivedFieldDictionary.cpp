@@ -1,5 +1,6 @@
 #include "transform/evaluation/DerivedFieldDictionary.h"
 
+#include <algorithm>
 #include <mutex>
 #include <unordered_map>
 #include <utility>
@@ -118,6 +119,39 @@ std::vector<std::string> DerivedFieldDictionary::GetFieldsRead(const std::string
     for (const std::size_t dependency : field.dependencies)
         names.push_back(derived->fields[dependency].variable->GetName());
     return names;
+}
+
+std::vector<std::string> DerivedFieldDictionary::FindFewSources(const std::string& derivedField,
+                                                                std::size_t mostFields) const {
+    const auto found = derived->positionsByName.find(derivedField);
+    if (found == derived->positionsByName.end()) return {};
+    std::vector<std::size_t> met = {found->second};
+    std::vector<std::size_t> inputs;
+    const auto add = [](std::vector<std::size_t>& positions, std::size_t position) {
+        if (std::ranges::find(positions, position) == positions.end()) positions.push_back(position);
+    };
+    for (std::size_t next = 0; next < met.size(); ++next) {
+        const DerivedField& field = derived->fields[met[next]];
+        if (field.inputs.size() > mostFields || field.dependencies.size() > mostFields) return {};
+        for (const std::size_t input : field.inputs)
+            add(inputs, input);
+        for (const std::size_t dependency : field.dependencies)
+            add(met, dependency);
+        if (met.size() + inputs.size() > mostFields) return {};
+    }
+    std::vector<std::string> names;
+    for (const std::size_t input : inputs)
+        names.push_back(derived->inputs[input].name);
+    return names;
+}
+
+std::string DerivedFieldDictionary::Describe(const std::string& derivedField) const {
+    const auto found = derived->positionsByName.find(derivedField);
+    return found == derived->positionsByName.end() ? std::string() : derived->fields[found->second].text;
+}
+
+std::vector<std::string> DerivedFieldDictionary::DescribeFunctions() const {
+    return derived->textsOfFunctions;
 }
 
 }  // namespace nbscore

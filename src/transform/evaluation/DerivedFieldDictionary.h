@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -44,6 +45,9 @@ public:
     ScoreDictVar* GetVar(const std::string& name) const override;
 
     std::vector<std::string> GetFieldsRead(const std::string& derivedField) const override;
+    std::vector<std::string> FindFewSources(const std::string& derivedField, std::size_t mostFields) const override;
+    std::string Describe(const std::string& derivedField) const override;
+    std::vector<std::string> DescribeFunctions() const override;
 
 private:
     std::unique_ptr<const DerivedFields> derived;

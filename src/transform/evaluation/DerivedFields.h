@@ -53,6 +53,8 @@ struct DerivedField {
     std::size_t levels = 0;
     /// Whether its truth values are stored in one spelling, however the expression spells them (AsTruthText).
     bool hasTruthTexts = false;
+    /// Its expression for people; empty where none was wanted.
+    std::string text = {};
 };
 
 /// One data field that some derived field reads. The variable is a copy of the data dictionary's, so that a
@@ -71,6 +73,8 @@ struct DerivedFields {
     SeededMap<std::string, std::size_t> positionsByName;
     std::vector<InputField> inputs;
     UserFunctions functions;
+    /// The functions for people; empty where none were wanted.
+    std::vector<std::string> textsOfFunctions;
     /// Those of the document's reader. Computing the fields asks them whether to stop.
     Limits limits;
 };

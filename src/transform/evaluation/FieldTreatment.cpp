@@ -133,4 +133,8 @@ FieldTreatment::Treated FieldTreatment::TreatMissing() const {
     return field->Missing();
 }
 
+const FieldTreatmentRules& FieldTreatment::GetRules() const {
+    return field->rules;
+}
+
 }  // namespace nbscore

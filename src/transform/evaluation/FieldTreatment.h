@@ -58,6 +58,9 @@ public:
     /// Of a field that has no value at all.
     Treated TreatMissing() const;
 
+    /// What it was made of; truth values stand there as the texts that they are treated as.
+    const FieldTreatmentRules& GetRules() const;
+
 private:
     struct Field;
 

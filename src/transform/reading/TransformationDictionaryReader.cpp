@@ -18,6 +18,7 @@
 #include "transform/reading/ElementReading.h"
 #include "transform/reading/EvaluationPlan.h"
 #include "transform/reading/ExpressionReader.h"
+#include "transform/reading/ExpressionText.h"
 #include "transform/reading/FieldScope.h"
 
 namespace nbscore {
@@ -173,6 +174,7 @@ public:
         if (isSound && faults.Try([&] { functionCosts = functions.ReadBodies(scope); })) {
             if (ReadExpressions(scope)) faults.Try([this] { RefuseCycles(); });
         }
+        if (parts.keepTexts) DescribeFunctions(parts.lists);
         return std::move(derived);
     }
 
@@ -226,6 +228,14 @@ private:
         const EvaluationCost cost = CostWithCalls(scope.GetCost(), functionCosts);
         RefuseTooMuchWork(field, cost, !scope.GetCost().calls.empty());
         derived->fields[position].levels = cost.levels;
+        if (parts.keepTexts) derived->fields[position].text = ExpressionText(ExpressionOf(field));
+    }
+
+    void DescribeFunctions(const std::vector<Element>& lists) {
+        for (const Element list : lists) {
+            for (const Element function : list.GetChildren(Name::DefineFunction))
+                derived->textsOfFunctions.push_back(FunctionText(function));
+        }
     }
 
     void RefuseTooMuchWork(Element field, const EvaluationCost& cost, bool callsFunctions) {
@@ -271,7 +281,7 @@ std::unique_ptr<TransformationDictionary> ReadTransformationDictionary(Element e
                                                                        const Transcoder& transcoder,
                                                                        const Limits& limits) {
     NoFaults faults;
-    const DerivedFieldElements elements{.lists = {element}};
+    const DerivedFieldElements elements{.lists = {element}, .keepTexts = false};
     Reader reader(elements, dictionary, transcoder, limits, faults);
     return std::make_unique<DerivedFieldDictionary>(reader.Read());
 }

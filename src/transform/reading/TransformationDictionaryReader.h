@@ -59,6 +59,8 @@ struct DerivedFieldElements {
     /// By which their declarations are understood (DeclaredValidity); by the standard's one, truth values are stored in
     /// one spelling as well (AsTruthText).
     ScoringRule rule = ScoringRule::Smoothed;
+    /// Whether the dictionary is to tell how fields are computed (DerivedFieldSources::Describe).
+    bool keepTexts = true;
 };
 
 /// The same of several elements, whose fields may all refer to one another.

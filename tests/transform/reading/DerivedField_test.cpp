@@ -67,6 +67,22 @@ TEST(DerivedFields, ListTheFieldsThatTheyRead) {
     EXPECT_EQ(sources.GetFieldsRead("x"), Names{});
 }
 
+TEST(DerivedFields, NameTheDataFieldsBehindThem_WhereTheyAreFew) {
+    std::string both =
+        "<Apply function='if'><Apply function='equal'><FieldRef field='s'/><FieldRef field='of text'/>"
+        "</Apply><FieldRef field='copy'/></Apply>";
+    const DerivedDocument document(caseFields, Copy("copy", "x") + Copy("of text", "s") + Copy("copy of copy", "copy") +
+                                                   "<DerivedField name='both' optype='categorical' dataType='string'>" +
+                                                   both + "</DerivedField>");
+    const auto& sources = dynamic_cast<const DerivedFieldSources&>(*document.derived);
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(sources.FindFewSources("copy of copy", 3), (Names{"x"}));
+    EXPECT_EQ(sources.FindFewSources("copy of copy", 2), Names{});
+    EXPECT_EQ(sources.FindFewSources("both", 5), (Names{"s", "x"}));
+    EXPECT_EQ(sources.FindFewSources("both", 4), Names{});
+    EXPECT_EQ(sources.FindFewSources("x", 5), Names{});
+}
+
 TEST(DerivedFields, AreNone_WhenTheElementIsEmpty) {
     const DerivedDocument document("", "<Extension/>");
     std::vector<ScoreDictVar*> vars;
