@@ -177,6 +177,14 @@ void Classifier::Encode(const ScoreCaseRecord& record, const ScoreCaseRecord* de
     }
 }
 
+int Classifier::Encode(std::size_t predictor, const ScoreCaseRecord& record,
+                       const ScoreCaseRecord* derivedRecord) const {
+    const ScoreDictVar& var = Existing(predictorVars[predictor]);
+    const auto [value, isDerived] = FindValue(record, record.IsIndexed(), derivedRecord, var);
+    if (value == nullptr || IsLeftOut(var, *value, isDerived)) return EncodedCase::noCode;
+    return Existing(encoders[predictor].get()).GetCategory(value);
+}
+
 void Classifier::ComputePosteriors(const EncodedCase& encoded, std::span<double> posteriors) const {
     for (std::size_t k = 0; k < posteriors.size(); ++k)
         posteriors[k] = priors[k];

@@ -12,6 +12,7 @@
 #include "naivebayes/Existing.h"
 #include "naivebayes/ScoringCall.h"
 #include "selflearning/SelfLearningResult.h"
+#include "selflearning/SetPlan.h"
 
 using nbscore::CountedNoun;
 using nbscore::Existing;
@@ -42,7 +43,13 @@ void SetDescriptors(ScoreResult& result, Descriptors descriptors) {
 
 }  // namespace
 
-SelfLearningModel::SelfLearningModel() = default;
+struct SelfLearningModel::PlanOfSubModels {
+    nbscore::DoneOnce made;
+    /// Null where the sub-models can only be scored one by one.
+    std::unique_ptr<const nbscore::SetPlan> plan;
+};
+
+SelfLearningModel::SelfLearningModel() : plan(std::make_unique<PlanOfSubModels>()) {}
 
 SelfLearningModel::~SelfLearningModel() = default;
 
@@ -64,6 +71,7 @@ ScoreDictionary* SelfLearningModel::GetVarsOfRole(VarRole role) const {
 }
 
 void SelfLearningModel::SetNumOfModels(int count) {
+    ForgetPlan();
     numOfModels = count;
     const auto size = static_cast<std::size_t>(count);
     for (std::size_t m = size; m < subModels.size(); ++m)
@@ -95,6 +103,7 @@ void SelfLearningModel::SetAssessmentStdDevValues(int model, double value) {
 }
 
 void SelfLearningModel::AddPredictorVar(int model, const std::string& name, const ScoreDictVar* var) {
+    ForgetPlan();
     SubModel* const subModel = HasModel(model) ? &subModels[static_cast<std::size_t>(model)] : nullptr;
     Existing(subModel).classifier.AddPredictor(name, var);
 }
@@ -102,17 +111,21 @@ void SelfLearningModel::AddPredictorVar(int model, const std::string& name, cons
 void SelfLearningModel::AddEncoder(int model, int /*predictorIndex*/, INBVeskEncoder* encoder) {
     if (!HasModel(model)) return;
     subModels[static_cast<std::size_t>(model)].classifier.AddEncoder(std::unique_ptr<INBVeskEncoder>(encoder));
+    ForgetPlan();
 }
 
 void SelfLearningModel::SetPredCounts(int model, int /*predictorIndex*/, const NBayesInputBase::Matrix& counts) {
+    ForgetPlan();
     if (HasModel(model)) GetWithThreshold(static_cast<std::size_t>(model)).AddTable(counts);
 }
 
 void SelfLearningModel::SetTargetCounts(const std::vector<double>& counts) {
+    ForgetPlan();
     GetNext(numTargetCounts).SetTargetCounts(counts);
 }
 
 void SelfLearningModel::SetThreshold(double threshold) {
+    ForgetPlan();
     GetNext(numThresholds).SetThreshold(threshold);
 }
 
@@ -134,6 +147,7 @@ nbscore::Classifier& SelfLearningModel::GetWithThreshold(std::size_t model) {
 }
 
 void SelfLearningModel::SetTargetVar(const ScoreDictVar* targetVar) {
+    ForgetPlan();
     target.Set(targetVar);
 }
 
@@ -174,12 +188,12 @@ MCScore::MCStatus SelfLearningModel::GetScore(const ScoreCaseRecord* record, Sco
     const ScoreCaseRecord* derivedRecord =
         nbscore::ComputeDerivedValues(*this, needDerivedPredictor, record, derivedInRecord);
 
+    const std::vector<double> scores = GetScores(record, derivedRecord);
     Descriptors descriptors;
-    descriptors.reserve(static_cast<std::size_t>(numOfModels));
-    for (int model = 0; model < numOfModels; ++model) {
-        const SubModel& subModel = GetSubModel(model);
-        descriptors.push_back({subModel.name, GetScoreFromModel(record, derivedRecord, model), subModel.assessmentMean,
-                               subModel.assessmentStdDev});
+    descriptors.reserve(scores.size());
+    for (std::size_t model = 0; model < scores.size(); ++model) {
+        const SubModel& subModel = subModels[model];
+        descriptors.push_back({subModel.name, scores[model], subModel.assessmentMean, subModel.assessmentStdDev});
     }
     SetDescriptors(filled, std::move(descriptors));
     return MCScore::MCStatus();
@@ -206,6 +220,28 @@ double SelfLearningModel::GetScoreFromModel(const ScoreCaseRecord* record, const
     std::vector<double> posteriors(target.GetCategories().size());
     classifier.ComputePosteriors(encoded, posteriors);
     return posteriors[scoredCategory];
+}
+
+std::vector<double> SelfLearningModel::GetScores(const ScoreCaseRecord* record, const ScoreCaseRecord* derivedRecord) {
+    plan->made.Do([this] {
+        if (numOfModels == 0 || FindScoringObstacle()) return;
+        std::vector<const nbscore::Classifier*> classifiers;
+        for (int model = 0; model < numOfModels; ++model)
+            classifiers.push_back(&GetSubModel(model).classifier);
+        plan->plan = nbscore::SetPlan::Make(std::move(classifiers), GetTables());
+    });
+    std::vector<double> scores(static_cast<std::size_t>(numOfModels));
+    if (plan->plan != nullptr) {
+        plan->plan->Score(Existing(record), derivedRecord, scoredCategory, scores);
+    } else {
+        for (int model = 0; model < numOfModels; ++model)
+            scores[static_cast<std::size_t>(model)] = GetScoreFromModel(record, derivedRecord, model);
+    }
+    return scores;
+}
+
+void SelfLearningModel::ForgetPlan() {
+    if (plan->made.IsDone()) plan = std::make_unique<PlanOfSubModels>();
 }
 
 void SelfLearningModel::PrepareScoring(const ScoreCaseRecord* record, bool derivedInRecord) {

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -29,8 +30,9 @@
 ///
 /// Classifier tells how a sub-model scores a case; each has its own threshold.
 ///
-/// Threads: configuration on one thread, then any number of scoring calls at once. The first one computes the priors,
-/// and the first one whose record has positions notes them; each is done once, and others that need it wait for it.
+/// Threads: configuration on one thread, then any number of scoring calls at once. The first one computes the priors
+/// and lays the sub-models' factors out for scoring (which holds them a second time), and the first one whose record
+/// has positions notes them; each is done once, and others that need it wait for it.
 class NAIVEBAYES_API SelfLearningModel : public BaseModel,
                                          public ModelSelfCheck,
                                          public ModelSelfDescription,
@@ -122,6 +124,10 @@ private:
     /// What they are once the first case has been scored, and what they will be before that.
     std::vector<double> GetTargetProbabilities(std::size_t model) const;
     double GetScoreFromModel(const ScoreCaseRecord* record, const ScoreCaseRecord* derivedRecord, int model) const;
+    /// Those of all sub-models.
+    std::vector<double> GetScores(const ScoreCaseRecord* record, const ScoreCaseRecord* derivedRecord);
+    /// Forgets what was prepared for cases of a model that is about to change.
+    void ForgetPlan();
 
     nbscore::ScoringObstacle FindSubModelObstacle(std::size_t model) const;
     void DisplaySubModel(std::ostream& out, std::size_t model) const;
@@ -140,6 +146,9 @@ private:
     std::vector<std::string> predictorVarNames;
     /// Whether positions in records are noted.
     nbscore::DoneOnce dictVarIndexSetUp;
+    /// How all sub-models are scored; made for the first case. Never null.
+    struct PlanOfSubModels;
+    std::unique_ptr<PlanOfSubModels> plan;
     std::atomic<bool> predictionOnly = false;
     bool needDerivedPredictor = false;
 };

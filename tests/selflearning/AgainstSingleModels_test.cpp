@@ -15,7 +15,11 @@ using nbscore::test::Scores;
 using nbscore::test::SubModelPart;
 using nbscore::test::TextVariable;
 
-const std::vector<std::string> categories{"a", "b", "c"};
+/// Sub-models may know the same categories of a field, others, or the same in another order.
+std::vector<std::string> RandomCategories() {
+    using Texts = std::vector<std::string>;
+    return *rc::gen::element(Texts{"a", "b", "c"}, Texts{"c", "a", "b"}, Texts{"b"});
+}
 
 std::unique_ptr<BaseDictVar> Target() {
     return TextVariable("y", {"yes", "no"});
@@ -29,6 +33,7 @@ std::vector<PredictorPart> RandomPredictors() {
     std::vector<PredictorPart> predictors;
     for (const char* name : {"x0", "x1", "x2"}) {
         if (*rc::gen::inRange(0, 4) == 0) continue;
+        const std::vector<std::string> categories = RandomCategories();
         NBayesInputBase::Matrix counts;
         for (std::size_t row = 0; row < categories.size(); ++row)
             counts.push_back({RandomCount(), RandomCount()});
@@ -50,7 +55,7 @@ NamedRecord RandomCase() {
 // is zero.
 RC_GTEST_PROP(SelfLearningScores, AreThoseOfSingleClassifiers, ()) {
     std::vector<SubModelPart> parts;
-    for (int model = *rc::gen::element(0, 1, 2, 3); model > 0; --model) {
+    for (int model = *rc::gen::element(0, 1, 2, 3, 9); model > 0; --model) {
         parts.push_back({"m",
                          *rc::gen::element(0.5, 0.001, 2.0, -3.0, 1e-100),
                          {RandomCount(), RandomCount()},
@@ -66,6 +71,19 @@ RC_GTEST_PROP(SelfLearningScores, AreThoseOfSingleClassifiers, ()) {
             const double expected = nbscore::test::Score(*single, record).probabilities[1];
             RC_ASSERT(scores[m] == expected || (std::isnan(scores[m]) && std::isnan(expected)));
         }
+    }
+}
+
+RC_GTEST_PROP(SelfLearningScores, AreThoseOfTheModelAsItIs_WhenItChangesBetweenCases, ()) {
+    BaseDictionary added;
+    const auto set = MakeSet(Target(), {{"m", 0.5, {3.0, 5.0}, RandomPredictors()}, {"n", 0.5, {1.0, 5.0}, {}}});
+    for (int number = 0; number < 4; ++number) {
+        for (const PredictorPart& predictor : RandomPredictors())
+            nbscore::test::AddPredictor(*set, number % 2, added, predictor);
+        const NamedRecord record = RandomCase();
+        const std::vector<double> scores = Scores(*set, record);
+        for (int model = 0; model < 2; ++model)
+            RC_ASSERT(scores[static_cast<std::size_t>(model)] == set->ScoreSubModel(&record, model, false));
     }
 }
 
