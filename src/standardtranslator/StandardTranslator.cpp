@@ -221,7 +221,8 @@ void StandardTranslator::Reader::ReadTreatments(StandardReading& reading) {
                 const bool isUsed = isRead || entry.GetUsage() == MiningFieldEntry::Active;
                 if (!isUsed) return;
                 Treat(*field, entry.ReadTreatment(*field, transcoder), entry.GetElement(), reading);
-            } else if (reading.derivedFields != nullptr && reading.derivedFields->GetVar(entry.GetName()) != nullptr) {
+            } else if (reading.derivedFields != nullptr &&
+                       reading.derivedFields->GetVar(namesOfDerivedFields.Find(entry.GetName())) != nullptr) {
                 entry.RequireUntreated();
             } else if (entry.GetName() != placeHolder) {
                 throw RefusalAt(entry.GetElement(), Refusal::MiningFieldUndeclared, {ExcerptOf(entry.GetName())});

@@ -53,6 +53,7 @@ TEST(ProducersSpellings, OfNamesMayDifferInBlanksOnEitherSide) {
     document.transformations =
         XmlElement("TransformationDictionary", "", DerivedText(" shade", Apply("lowercase", FieldRef("colour"))));
     document.inputs = Replaced(document.inputs, "colour", "shade ");
+    document.miningFields += MiningField("shade");
     document.output = OutputField("shade", "transformedValue", FieldRef("colour "));
     const ScoredCase scored = ScoreCase(document, {{" colour", "red"}});
     ExpectProbabilities(scored, sharesOfRed);
