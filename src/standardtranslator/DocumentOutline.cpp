@@ -111,7 +111,7 @@ private:
         FindUnknownContent(top, [this](const UnknownContent& unknown) {
             if (unknown.isInPlaceOfExpression) return;
             if (!IsReadHere(unknown)) {
-                faults.Try([&unknown] { throw RefusalOf(unknown); });
+                faults.Try([&] { throw RefusalOf(unknown); });
             } else if (unknown.attribute.empty()) {
                 RefuseUnknownContent(unknown.element);
             }
@@ -127,9 +127,13 @@ private:
                (unknown.attribute == SpellingOf(Name::threshold) || unknown.attribute == SpellingOf(Name::isScorable));
     }
 
-    static VeskException RefusalOf(const UnknownContent& unknown) {
+    VeskException RefusalOf(const UnknownContent& unknown) const {
         const Element element = unknown.element;
-        if (unknown.attribute.empty()) return IsModel(element) ? SecondModel(element) : NotUnderstood(element);
+        if (unknown.attribute.empty()) {
+            const bool isInPlaceOfModel =
+                element.GetParent() == outline.root || element.GetParent().Is(Name::Extension);
+            return isInPlaceOfModel && IsModel(element) ? SecondModel(element) : NotUnderstood(element);
+        }
         return RefusalAt(element, Refusal::AttributeNotUnderstood, {ExcerptOf(unknown.attribute), element.GetTag()});
     }
 
@@ -227,7 +231,8 @@ private:
         ReadHead(outline.model);
         ReadPartsOfModel(outline.model);
         FindThreshold();
-        if (!outline.bayesOutput || !hasInputs) throw RefusalAt(outline.model, Refusal::InputsOrOutputMissing);
+        if (!outline.bayesOutput || !hasInputs)
+            throw LacksPart(outline.model, RefusalAt(outline.model, Refusal::InputsOrOutputMissing));
     }
 
     /// A wrapper may state it for the model, or once more.
@@ -293,6 +298,15 @@ private:
 VeskException NotUnderstood(Element element) {
     return RefusalAt(element, Refusal::ContentNotUnderstood,
                      {ExcerptOf(element.GetTag()), ExcerptOf(element.GetParent().GetTag())});
+}
+
+VeskException LacksPart(Element element, const VeskException& refusal) {
+    Element instead;
+    const auto take = [&instead](const UnknownContent& unknown) {
+        if (!instead && unknown.attribute.empty()) instead = unknown.element;
+    };
+    FindUnknownContent(element, take, [](Element) { return false; });
+    return instead ? NotUnderstood(instead) : refusal;
 }
 
 VeskException ThereTwice(Element second) {

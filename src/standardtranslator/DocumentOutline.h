@@ -36,6 +36,10 @@ struct DocumentOutline {
 /// The refusal of an element that is not expected where it stands.
 VeskException NotUnderstood(Element element);
 
+/// The refusal of an element that lacks a part: of what is not known in it, where there is such an element, for that
+/// is the part with another name, most likely.
+VeskException LacksPart(Element element, const VeskException& refusal);
+
 /// The refusal of an element of which there may be one.
 VeskException ThereTwice(Element second);
 

@@ -60,7 +60,7 @@ InputParts ReadParts(Element element, const Transcoder& transcoder) {
         }
     }
     if (input.pairCounts.empty() && !input.stats) {
-        throw RefusalAt(element, Refusal::InputWithoutFactors, {ExcerptOf(input.name)});
+        throw LacksPart(element, RefusalAt(element, Refusal::InputWithoutFactors, {ExcerptOf(input.name)}));
     }
     if (!input.pairCounts.empty() && input.stats) {
         throw RefusalAt(element, Refusal::InputWithTwoKinds, {ExcerptOf(input.name)});

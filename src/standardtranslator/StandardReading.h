@@ -87,8 +87,8 @@ void ReadInputs(const std::vector<InputParts>& inputs, StandardReading& reading)
 
 /// The counts of a PairCounts or BayesOutput element by target category, 0 where one is not counted.
 ///
-/// A count that is no figure is 0: a producer writes it where a category never occurred. Throws VeskException 1 without a
-/// TargetValueCounts. Faults of their own are 5 for a count below 0, 7 for a value that the target does not have,
+/// A count that is no figure is 0: a producer writes it where a category never occurred. Throws VeskException 1 without
+/// a TargetValueCounts. Faults of their own are 5 for a count below 0, 7 for a value that the target does not have,
 /// unless its count is 0, and 12 for a value that is there twice.
 std::vector<double> ReadCounts(Element parent, StandardReading& reading);
 

@@ -150,7 +150,7 @@ void StandardTranslator::Reader::DeclareTargetValues(BaseDictVar& target) {
             faults.Try([&] { target.AddValidValue(ReadCountedValue(entry, isNumeric), {}); });
     }
     if (target.GetValueLabelSet() == nullptr) {
-        throw RefusalAt(outline.bayesOutput, Refusal::TargetValueCountsExpected);
+        throw LacksPart(outline.bayesOutput, RefusalAt(outline.bayesOutput, Refusal::TargetValueCountsExpected));
     }
 }
 

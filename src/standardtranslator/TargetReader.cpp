@@ -85,7 +85,7 @@ bool IsNoFigure(std::string_view text) {
 
 std::vector<double> ReadCounts(Element parent, StandardReading& reading) {
     const Element list = OnlyChild(parent, Name::TargetValueCounts);
-    if (!list) throw RefusalAt(parent, Refusal::TargetValueCountsExpected);
+    if (!list) throw LacksPart(parent, RefusalAt(parent, Refusal::TargetValueCountsExpected));
     const std::size_t size = reading.targetValues.GetSize();
     std::vector<double> counts(size);
     std::vector<bool> seen(size);

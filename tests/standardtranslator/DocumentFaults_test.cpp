@@ -107,6 +107,22 @@ TEST(DocumentFaults, AreOneForEachPartOfAnInput) {
     EXPECT_EQ(translator.GetFaults().size(), 4U);
 }
 
+TEST(DocumentFaults, AreOfWhatStandsInThePlaceOfAPart_AndNotOfThePart) {
+    const std::string text = ColourDocument().Text();
+    for (const auto& [part, other] : {std::pair{"TargetValueCounts>", "Counts>"}, {"PairCounts", "Pairs"}}) {
+        std::string document = text;
+        for (std::size_t at = document.find(part); at != std::string::npos; at = document.find(part))
+            document.replace(at, std::string(part).size(), other);
+        StandardTranslator translator;
+        ASSERT_TRUE(ParseWith(translator, document).refusal);
+        for (const VeskException& fault : translator.GetFaults())
+            EXPECT_THAT(fault.GetMessage(), testing::HasSubstr("is not understood in"));
+    }
+    EXPECT_EQ(RefusalOf(Replaced(Replaced(text, "<BayesOutput", "<BayesOut"), "</BayesOutput", "</BayesOut")),
+              "1: <BayesOut> is not understood in <NaiveBayesModel>, and could change the answer. "
+              "/PMML/NaiveBayesModel[1]/BayesOut[1]");
+}
+
 TEST(DocumentFaults, AreNone_WhereADocumentWasRead) {
     StandardTranslator translator;
     ASSERT_TRUE(ParseWith(translator, FaultyDocument().Text()).refusal);
