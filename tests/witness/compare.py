@@ -87,7 +87,7 @@ def summary_differences(model, cases, summary):
         "rows_without_result": {"invalid_value": outcomes.count("invalid"),
                                 "nothing_possible": outcomes.count("nothing")},
         "rows_without_known_value": sum(a.known == 0 and a.outcome != "invalid" for a in answers),
-        "fields": {name: sum(name in answer.unknown for answer in answers) for name, _, _ in model.inputs},
+        "fields": {name: sum(name in answer.unknown for answer in answers) for name, *_ in model.inputs},
     }
     summary["fields"] = {field["name"]: field["unknown"] for field in summary["fields"]}
     return [f"{key}: {summary[key]} instead of {value}" for key, value in expected.items() if summary[key] != value]

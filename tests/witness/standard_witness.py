@@ -10,6 +10,7 @@ import csv
 import decimal
 import sys
 import xml.etree.ElementTree as ElementTree
+from collections import namedtuple
 
 from expressions import child, children, converted, evaluate, expression_of, local, number_of, text_of
 from fields import CaseScope, DataField, DerivedField, InvalidValue, OutputScope, Treatment
@@ -97,6 +98,10 @@ class Statistics:
         if plain:
             return [self.threshold if float(density) == 0 else density for density in densities]
         return [max(density, self.threshold) for density in densities]
+
+
+# The field is a name, or a field of the input's own. The sources are the data fields that a derived one is computed from.
+Input = namedtuple("Input", "name field judge sources")
 
 
 def data_fields_read(inputs, derived):
@@ -192,7 +197,7 @@ class Model:
             self.target.texts or [e.get("value") for e in entries])
         self.threshold = exactly(element.get("threshold") or outer.get("threshold"))
         self.class_counts = self.counts(entries)
-        self.inputs = [self.read_input(e) for e in inputs]
+        self.inputs = [self.read_input(e, derived) for e in inputs]
         self.read_targets([t for part in around for t in children(part, "Targets")])
         outputs = [children(o, "OutputField") for part in around for o in children(part, "Output")] or [[]]
         # The outer model's output names the columns. What the inner one says again is said already.
@@ -218,13 +223,14 @@ class Model:
         found = {self.target.key(e.get("value")): exactly(e.get("count")) for e in entries}
         return [found.get(category, Decimal(0)) for category in self.categories]
 
-    def read_input(self, element):
+    def read_input(self, element, derived):
         own, statistics = child(element, "DerivedField"), child(element, "TargetValueStats")
         field = self.fields[element.get("fieldName")] if own is None else DerivedField(own)
         if own is not None:
             field.count(counted_values(element))
         judge = Statistics(statistics, self) if statistics is not None else Table(element, field.key, self)
-        return element.get("fieldName"), element.get("fieldName") if own is None else field, judge
+        sources = data_fields_read([field.expression], derived) if isinstance(field, DerivedField) else []
+        return Input(element.get("fieldName"), element.get("fieldName") if own is None else field, judge, sources)
 
     def read_targets(self, elements):
         values = {self.target.key(v.get("value")): v for t in elements for f in t for v in children(f, "TargetValue")}
@@ -251,11 +257,13 @@ class Model:
             return Answer("invalid", invalid, self.without_result)
         scope = CaseScope(self.fields, self.functions, values)
         likelihoods, known, unknown = list(self.class_counts), 0, []
-        for name, field, judge in self.inputs:
+        for name, field, judge, sources in self.inputs:
             value = field.value(scope) if isinstance(field, DerivedField) else values.get(field, scope.value(field))
             factors = None if value is None else judge.factors(value, self.plain)
+            # A number in no bin, for example, has no derived value, and is as unknown as a value that was not counted.
+            has_values = sources and all(values.get(source) is not None for source in sources)
             if factors is None:
-                unknown += [] if value is None else [name]
+                unknown += [name] if value is not None or has_values else []
             else:
                 known += 1
                 likelihoods = [likelihood * factor for likelihood, factor in zip(likelihoods, factors)]
