@@ -183,10 +183,12 @@ Standing StandingOf(Element element, Element extension, const KnownElement& pare
     }
     if (element.GetParent() == extension && parent.inExtensions.Has(element.GetName())) return Standing::Counts;
     const std::string_view name = WithoutPrefix(element.GetSpelling());
-    const bool wouldCount =
-        HasSpelling(table::partsOfModels, name) || std::ranges::any_of(parent.children, [name](Name child) {
-            return SpellingOf(child) == name && FindKnown(child)->kind != KnownElement::Free;
-        });
+    const auto isPartOfParent = [name](Name child) {
+        return SpellingOf(child) == name && FindKnown(child)->kind != KnownElement::Free;
+    };
+    // Deeper in an Extension, elements of its writer's own hold parts that may be called like any of these.
+    const bool wouldCount = HasSpelling(table::partsOfModels, name) ||
+                            (element.GetParent() == extension && std::ranges::any_of(parent.children, isPartOfParent));
     return wouldCount ? Standing::WouldCountOutside : Standing::MeansNothing;
 }
 

@@ -57,7 +57,7 @@ struct InputParts {
     Element stats = {};
 };
 
-/// Whether a figure says that there is none: "NaN" or, as R has it of what one case alone does not tell, "NA".
+/// Whether a figure says that there is none: "NaN", "nan" or, as R has it of what one case alone does not tell, "NA".
 bool IsNoFigure(std::string_view text);
 
 /// The name of a field that only fills a place (FindInputParts).

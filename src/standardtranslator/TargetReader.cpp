@@ -80,7 +80,7 @@ private:
 
 bool IsNoFigure(std::string_view text) {
     const std::string_view word = WithoutBlanks(text);
-    return word == "NaN" || word == "NA";
+    return word == "NaN" || word == "nan" || word == "NA";
 }
 
 std::vector<double> ReadCounts(Element parent, StandardReading& reading) {

@@ -178,6 +178,10 @@ TEST(ContentOfAnExtension, IsUnknown_WhereItWouldCountOutside) {
 TEST(ContentOfAnExtension, MeansNothing_WhereItHasOtherPeoplesNames) {
     EXPECT_THAT(Unknown(InModel("<Extension x='1'><Value a='1'/><Constant/><ModelStats/><Any/></Extension>")),
                 IsEmpty());
+    EXPECT_THAT(
+        Unknown("<PMML><DataDictionary><DataField><Extension><X-Labels><Value/></X-Labels></Extension></DataField>"
+                "</DataDictionary></PMML>"),
+        IsEmpty());
 }
 
 TEST(ContentOfAnExtension, IsLikeOther_WhereProducersPutIt) {

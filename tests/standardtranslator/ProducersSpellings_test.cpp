@@ -23,7 +23,7 @@ std::string Uniform(const std::string& lower, const std::string& upper) {
 
 TEST(ProducersSpellings, OfNoFigureSayThatNothingIsKnown) {
     const std::vector<double> expected = Shares({3 * GaussianDensity(190, 200, 400), 0.001});
-    for (const std::string none : {"NaN", "NA", " NA "}) {
+    for (const std::string none : {"NaN", "nan", "NA", " NA "}) {
         ExpectProbabilities(ScoreCase(WeighingPears(Gaussian("150", none)), {{"weight", "190"}}), expected);
         ExpectProbabilities(ScoreCase(WeighingPears(Poisson(none)), {{"weight", "190"}}), expected);
         StandardDocument document = ColourDocument();

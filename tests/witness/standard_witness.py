@@ -25,7 +25,7 @@ PLACE_HOLDER = "DiscretePlaceHolder"
 
 def is_no_figure(text):
     """R writes these where nothing was counted, or not enough."""
-    return text.strip() in ("NaN", "NA")
+    return text.strip() in ("NaN", "nan", "NA")
 
 
 def exactly(text):
