@@ -170,6 +170,17 @@ constexpr bool AreAllChildrenInTheList() {
 }
 static_assert(AreAllChildrenInTheList());
 
+constexpr std::string_view dataTypes[] = {"string", "integer", "float",    "double",     "boolean",
+                                          "date",   "time",    "dateTime", "timeSeconds"};
+/// Of these there is one for each of some years, which stands behind in brackets.
+constexpr std::string_view dataTypesByYear[] = {"dateDaysSince[", "dateTimeSecondsSince["};
+
+/// What is none would be taken for a text, whatever is meant.
+bool IsDataType(std::string_view word) {
+    return std::ranges::find(dataTypes, word) != std::end(dataTypes) ||
+           std::ranges::any_of(dataTypesByYear, [word](std::string_view type) { return word.starts_with(type); });
+}
+
 bool HasSpelling(const NameList& names, std::string_view spelling) {
     return std::ranges::find(names, spelling, SpellingOf) != names.end();
 }
@@ -224,8 +235,9 @@ private:
     void LookAtAttributes(Element element, const KnownElement& known) {
         for (std::size_t i = 0; i < element.CountAttributes(); ++i) {
             const Element::Attribute attribute = element.GetAttributeAt(i);
-            if (known.attributes.Has(attribute.name)) continue;
             const std::string_view spelling = element.GetTree().GetSpelling(attribute.name);
+            const bool isKnown = known.attributes.Has(attribute.name);
+            if (isKnown && (attribute.name != Name::dataType || IsDataType(attribute.value))) continue;
             if (spelling == "xmlns" || spelling.find(':') != std::string_view::npos) continue;
             if (spelling.starts_with("x-") && !HasSpelling(known.attributes, spelling.substr(2))) continue;
             onUnknown({.element = element, .attribute = spelling, .value = attribute.value});

@@ -16,7 +16,7 @@ namespace nbscore {
 struct UnknownContent {
     /// The element that is not known, or the one that has the attribute.
     Element element;
-    /// As it is spelt; empty where the element itself is not known.
+    /// As it is spelt; empty where the element itself is not known. Of `dataType` it may be the value that is none.
     std::string_view attribute = {};
     /// The attribute's.
     std::string_view value = {};

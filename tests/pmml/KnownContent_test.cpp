@@ -161,6 +161,13 @@ std::string InModel(const std::string& content) {
     return "<PMML><NaiveBayesModel>" + content + "</NaiveBayesModel></PMML>";
 }
 
+TEST(DataType, IsUnknown_WhereItIsNone) {
+    EXPECT_THAT(
+        Unknown("<PMML><DataDictionary><DataField dataType='double'/><DataField dataType='dateDaysSince[1960]'/>"
+                "<DataField dataType='numeric'/><DataField dataType=''/></DataDictionary></PMML>"),
+        ElementsAre("dataType=numeric of <DataField>", "dataType= of <DataField>"));
+}
+
 TEST(ContentOfAnExtension, IsUnknown_WhereItWouldCountOutside) {
     EXPECT_THAT(Unknown(InModel("<MiningSchema><Extension><MiningField/></Extension></MiningSchema>")),
                 ElementsAre("<MiningField> in <Extension>"));
