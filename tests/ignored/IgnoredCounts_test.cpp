@@ -155,8 +155,11 @@ TEST(ValuesOfSeveralPairCounts, AreNumbersHoweverTheyAreSpelt) {
 
 TEST(ValuesOfSeveralPairCounts, AreBins) {
     const std::string again = "<PairCounts value=\" 1\"/></BayesInput>\n    </BayesInputs>";
-    EXPECT_THAT(Warnings(Replace(fruitDocument, "</BayesInput>\n    </BayesInputs>", again)),
-                ElementsAre("55: The value \" 1\" of the input \"weight\"" + doubleRow));
+    const std::string document = Replace(fruitDocument, "</BayesInput>\n    </BayesInputs>", again);
+    const std::string warning = "55: The value \" 1\" of the input \"weight\"" + doubleRow;
+    EXPECT_THAT(Warnings(document), ElementsAre(warning));
+    EXPECT_THAT(Warnings(Replace(document, "dataType=\"double\"", "dataType=\"string\"")), ElementsAre(warning))
+        << "bins have numbers, whatever the field holds";
 }
 
 TEST(TargetValuesCountedTwice, AreThoseOfOneList) {
