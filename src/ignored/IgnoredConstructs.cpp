@@ -53,7 +53,7 @@ std::vector<IgnoredConstruct> FindIgnoredConstructs(const DocumentTree& document
         NoteIgnoredBinning(model, log);
         NoteIgnoredInputs(model, log);
     }
-    NoteCountsOfNoNumber(root, models, log);
+    NoteIgnoredCounts(root, models, log);
     return log.Finish();
 }
 

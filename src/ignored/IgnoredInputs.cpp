@@ -6,7 +6,6 @@
 #include "framework/CountedNoun.h"
 #include "framework/NumberText.h"
 #include "ignored/IgnoredLog.h"
-#include "pmml/FieldDeclarationReader.h"
 #include "pmml/Utf8.h"
 
 namespace nbscore {
@@ -24,10 +23,6 @@ constexpr IgnoredKind allInputs{"alone: they are the same for every case.", advi
 constexpr IgnoredKind countsInExtension{"is not read: the input counts by what stands right in it.",
                                         "Take the counts out of the Extension, or leave them out.",
                                         IgnoredKind::HeededByStandard};
-constexpr IgnoredKind countsOfNoNumber{
-    "is no number, as the field's values are: no case has it, and of several such rows the last one stands for all.",
-    "Give the field the dataType string, if cases have this value; else take its PairCounts out.",
-    IgnoredKind::Warning};
 
 std::string ListFields(const std::vector<Element>& inputs) {
     std::string list;
@@ -65,56 +60,6 @@ private:
     std::vector<Element> ignored;
 };
 
-/// Whether a field learns its numbers from the counts: it is categorical, holds numbers and declares none.
-bool LearnsNumbers(Element field) {
-    const auto level = field.GetAttribute(Name::optype);
-    if (!level || level == "continuous") return false;
-    if (ReadStorageType(field) != ScoreDictVar::NumericStorage) return false;
-    return std::ranges::none_of(field.GetChildren(Name::Value).List(),
-                                [](Element value) { return value.GetAttributeOr(Name::property, "valid") == "valid"; });
-}
-
-bool IsOfNoNumber(Element row) {
-    const auto value = row.GetAttribute(Name::value);
-    return value && !ReadNumber(*value);
-}
-
-/// The inputs with counts for a value that is no number: mostly of fields that hold texts.
-std::vector<Element> FindInputsOfNoNumber(const ModelsRead& models) {
-    std::vector<Element> found;
-    for (const Element model : models.elements) {
-        for (const Element input : FindInputs(model)) {
-            if (std::ranges::any_of(input.GetChildren(Name::PairCounts).List(), IsOfNoNumber)) found.push_back(input);
-        }
-    }
-    return found;
-}
-
-/// Which of some fields learn their numbers. A data field goes before a derived one of the same name, and the first
-/// declaration before later ones.
-class LearningFields {
-public:
-    LearningFields(Element root, const FieldNames& wantedNames) : wanted(wantedNames) {
-        LookInto(root.GetChild(Name::DataDictionary), Name::DataField);
-        LookInto(root.GetChild(Name::TransformationDictionary), Name::DerivedField);
-    }
-
-    bool Has(std::string_view name) const { return learning.contains(name); }
-
-private:
-    void LookInto(Element dictionary, Name declaration) {
-        for (const Element field : dictionary.GetChildren(declaration)) {
-            const auto name = field.GetAttribute(Name::name);
-            if (!name || !wanted.contains(*name)) continue;
-            if (met.emplace(*name).second && LearnsNumbers(field)) learning.emplace(*name);
-        }
-    }
-
-    const FieldNames& wanted;
-    FieldNames met;
-    FieldNames learning;
-};
-
 }  // namespace
 
 void NoteIgnoredInputs(Element model, IgnoredLog& log) {
@@ -126,26 +71,6 @@ void NoteIgnoredInputs(Element model, IgnoredLog& log) {
                 log.Note(countsInExtension, counts,
                          counts.GetTag() + " in an Extension of the input " + QuotedAttribute(input, Name::fieldName));
             }
-        }
-    }
-}
-
-void NoteCountsOfNoNumber(Element root, const ModelsRead& models, IgnoredLog& log) {
-    const std::vector<Element> inputs = FindInputsOfNoNumber(models);
-    FieldNames names;
-    for (const Element input : inputs) {
-        if (const auto name = input.GetAttribute(Name::fieldName)) names.emplace(*name);
-    }
-    if (names.empty()) return;
-    const LearningFields learning(root, names);
-    for (const Element input : inputs) {
-        const auto name = input.GetAttribute(Name::fieldName);
-        if (!name || !learning.Has(*name)) continue;
-        for (const Element row : input.GetChildren(Name::PairCounts)) {
-            if (!IsOfNoNumber(row)) continue;
-            log.Note(countsOfNoNumber, row,
-                     "The value " + QuotedAttribute(row, Name::value) + " in PairCounts of the field " +
-                         QuotedAttribute(input, Name::fieldName));
         }
     }
 }

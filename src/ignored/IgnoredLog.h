@@ -68,7 +68,8 @@ void NoteIgnoredBinning(Element model, IgnoredLog& log);
 /// A model's inputs in places where none is looked for, such as an Extension. Producers write inputs with continuous
 /// distributions there, for readers that do not support them. So are the counts of an input in an Extension.
 void NoteIgnoredInputs(Element model, IgnoredLog& log);
-/// Counts whose value is no number, of inputs that learn their numbers from the counts.
-void NoteCountsOfNoNumber(Element root, const ModelsRead& models, IgnoredLog& log);
+/// Counts of inputs and outputs that are dropped, or stand for others: of values that are no number, of target values
+/// that the target does not declare, and all but the last of one value.
+void NoteIgnoredCounts(Element root, const ModelsRead& models, IgnoredLog& log);
 
 }  // namespace nbscore

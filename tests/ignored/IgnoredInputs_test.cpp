@@ -1,28 +1,15 @@
-#include "ignored/IgnoredConstructs.h"
+#include "ignored/Warnings.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "cli/FruitDocument.h"
-#include "support/TreeOf.h"
 
 namespace nbscore::test {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-/// "LINE: MESSAGE" of each warning.
-std::vector<std::string> Warnings(const std::string& text) {
-    const ParsedDocument document = TreeOf(text);
-    std::vector<std::string> lines;
-    for (const IgnoredConstruct& warning : FindWarnings(*document)) {
-        EXPECT_TRUE(warning.isWarning);
-        EXPECT_NE(warning.advice, "");
-        lines.push_back(std::to_string(warning.place.line) + ": " + warning.message);
-    }
-    return lines;
-}
 
 std::string Input(const std::string& field) {
     return "<BayesInput fieldName=\"" + field + "\"/>";
@@ -107,46 +94,6 @@ TEST(IgnoredInputs, AreListedUpToADozen) {
         ElementsAre("1: 15 inputs stand in <Extension> and are not read: \"0\", \"1\", \"2\", \"3\", \"4\", \"5\", "
                     "\"6\", \"7\", \"8\", \"9\", \"10\", \"11\" and 3 more. Answers rest on the input \"x\" "
                     "alone."));
-}
-
-/// A model with one input of two rows of counts, and the declaration of its field.
-std::string Counted(const std::string& declarations, const std::string& value = "N/A") {
-    return "<PMML>" + declarations +
-           "<NaiveBayesModel><BayesInputs><BayesInput fieldName='n'>\n<PairCounts value='1'/>\n" +
-           "<PairCounts value='" + value + "'/></BayesInput></BayesInputs></NaiveBayesModel></PMML>";
-}
-
-std::string Field(const std::string& attributes, const std::string& values = "") {
-    return "<DataDictionary><DataField name='n' " + attributes + ">" + values + "</DataField></DataDictionary>";
-}
-
-const std::string noNumber =
-    "3: The value \"N/A\" in PairCounts of the field \"n\" is no number, as the field's values are: no case has it, "
-    "and "
-    "of several such rows the last one stands for all.";
-
-TEST(CountsOfNoNumber, AreThoseOfFieldsThatLearnNumbers) {
-    const std::string learns = "optype='categorical' dataType='integer'";
-    EXPECT_THAT(Warnings(Counted(Field(learns))), ElementsAre(noNumber));
-    EXPECT_THAT(Warnings(Counted(Field("optype='ordinal' dataType='double'"))), ElementsAre(noNumber));
-    EXPECT_THAT(Warnings(Counted(Field(learns, "<Value value='x' property='missing'/>"))), ElementsAre(noNumber));
-    EXPECT_THAT(Warnings(Counted("<TransformationDictionary><DerivedField name='n' " + learns +
-                                 "/></TransformationDictionary>")),
-                ElementsAre(noNumber));
-    EXPECT_THAT(Warnings(Counted(Field(learns), " 2.50e1 ")), IsEmpty());
-}
-
-TEST(CountsOfNoNumber, AreNone_WhereTheFieldLearnsNoNumbers) {
-    EXPECT_THAT(Warnings(Counted(Field("optype='categorical' dataType='string'"))), IsEmpty());
-    EXPECT_THAT(Warnings(Counted(Field("optype='continuous' dataType='double'"))), IsEmpty());
-    EXPECT_THAT(Warnings(Counted(Field("dataType='double'"))), IsEmpty());
-    EXPECT_THAT(Warnings(Counted(Field("optype='categorical' dataType='double'", "<Value value='1'/>"))), IsEmpty())
-        << "such a document is refused";
-    const std::string learning = "<DataField name='n' optype='categorical' dataType='double'/>";
-    EXPECT_THAT(Warnings(Counted("<DataDictionary><DataField name='n' optype='categorical' dataType='string'/>" +
-                                 learning + "</DataDictionary>")),
-                ElementsAre("1: The second declaration of the field \"n\" is not read: the first one counts."))
-        << "of two declarations the first counts";
 }
 
 }  // namespace
