@@ -143,7 +143,7 @@ TEST_F(RefusalAdvice, IsTheSameByEveryVerb) {
     const std::vector<std::string> documents = {
         Replace(fruitDocument, "threshold=\"0.001\"", "threshold=\"0\""),
         Replace(fruitDocument, "<DataDictionary>", "<DataDictionary><Extension/>"),
-        Replace(fruitDocument, "<Value value=\"pear\"/>", "<Value value=\"apple\"/>"),
+        Replace(fruitDocument, "<Value value=\"pear\"/>", "<Value value=\"pear\"/><Value value=\"apple\"/>"),
         Replace(fruitDocument, "usageType=\"predicted\"", "usageType=\"target\""),
         Replace(fruitDocument, "count=\"90\"", "count=\"x\""),
         "<PMML><DataDictionary/><TreeModel/></PMML>",
