@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <functional>
 #include <limits>
+#include <map>
 #include <string>
-#include <unordered_map>
 #include <utility>
 
 #include "framework/SeededHash.h"
@@ -13,9 +12,10 @@
 namespace nbscore {
 namespace {
 
+/// Of what a predictor's field is read as.
 std::uint64_t HashOf(const PredictorTables& predictor) {
     const HashSeed& seed = HashSeed::OfProcess();
-    std::uint64_t hash = std::hash<const ScoreDictVar*>()(predictor.var);
+    std::uint64_t hash = 0;
     const auto add = [&](std::uint64_t next) {
         const std::array<std::uint64_t, 2> both = {hash, next};
         hash = seed.OfBytes(reinterpret_cast<const char*>(both.data()), sizeof(both));
@@ -72,21 +72,21 @@ public:
     /// The number of the read, which is added where there was none like it.
     std::uint32_t Find(std::vector<Read>& reads, Read wanted) {
         const PredictorTables& predictor = tables.classifiers[wanted.model].predictors[wanted.predictor];
-        const std::uint64_t hash = HashOf(predictor);
-        const auto [begin, end] = readsByHash.equal_range(hash);
+        const std::pair key(predictor.var, HashOf(predictor));
+        const auto [begin, end] = readsByHash.equal_range(key);
         for (auto entry = begin; entry != end; ++entry) {
             const Read& read = reads[entry->second];
             if (ReadAlike(tables.classifiers[read.model].predictors[read.predictor], predictor)) return entry->second;
         }
         const auto number = static_cast<std::uint32_t>(reads.size());
         reads.push_back(wanted);
-        readsByHash.emplace(hash, number);
+        readsByHash.emplace(key, number);
         return number;
     }
 
 private:
     const ModelTables& tables;
-    std::unordered_multimap<std::uint64_t, std::uint32_t> readsByHash;
+    std::multimap<std::pair<const ScoreDictVar*, std::uint64_t>, std::uint32_t> readsByHash;
 };
 
 std::unique_ptr<const SetPlan> SetPlan::Make(std::vector<const Classifier*> classifiers, const ModelTables& tables) {
