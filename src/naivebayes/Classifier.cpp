@@ -148,6 +148,13 @@ bool Classifier::IsLeftOut(const ScoreDictVar& var, const ScoreValue& value, boo
     return var.GetMeasureLevel() == ScoreDictVar::Continuous && var.IsMissingValue(&value);
 }
 
+const ScoreValue* Classifier::Fetch(std::size_t predictor, const ScoreCaseRecord& record, bool indexed,
+                                    const ScoreCaseRecord* derivedRecord) const {
+    const ScoreDictVar& var = Existing(predictorVars[predictor]);
+    const auto [value, isDerived] = FindValue(record, indexed, derivedRecord, var);
+    return value == nullptr || IsLeftOut(var, *value, isDerived) ? nullptr : value;
+}
+
 int Classifier::EncodeValue(std::size_t predictor, const ScoreValue& value, EncodedCase& encoded) const {
     const std::span<const Density> ofPredictor = DensitiesOf(predictor);
     if (ofPredictor.empty()) return Existing(encoders[predictor].get()).GetCategory(&value);
@@ -164,9 +171,8 @@ void Classifier::Encode(const ScoreCaseRecord& record, const ScoreCaseRecord* de
     encoded.usable = 0;
     const bool indexed = record.IsIndexed();
     for (std::size_t j = 0; j < predictorNames.size(); ++j) {
-        const ScoreDictVar& var = Existing(predictorVars[j]);
-        const auto [value, isDerived] = FindValue(record, indexed, derivedRecord, var);
-        if (value == nullptr || IsLeftOut(var, *value, isDerived)) continue;
+        const ScoreValue* const value = Fetch(j, record, indexed, derivedRecord);
+        if (value == nullptr) continue;
         const int code = EncodeValue(j, *value, encoded);
         if (code >= 0) {
             encoded.codes[j] = code;
@@ -179,10 +185,8 @@ void Classifier::Encode(const ScoreCaseRecord& record, const ScoreCaseRecord* de
 
 int Classifier::Encode(std::size_t predictor, const ScoreCaseRecord& record,
                        const ScoreCaseRecord* derivedRecord) const {
-    const ScoreDictVar& var = Existing(predictorVars[predictor]);
-    const auto [value, isDerived] = FindValue(record, record.IsIndexed(), derivedRecord, var);
-    if (value == nullptr || IsLeftOut(var, *value, isDerived)) return EncodedCase::noCode;
-    return Existing(encoders[predictor].get()).GetCategory(value);
+    const ScoreValue* const value = Fetch(predictor, record, record.IsIndexed(), derivedRecord);
+    return value == nullptr ? EncodedCase::noCode : Existing(encoders[predictor].get()).GetCategory(value);
 }
 
 void Classifier::ComputePosteriors(const EncodedCase& encoded, std::span<double> posteriors) const {

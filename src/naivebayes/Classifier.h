@@ -120,6 +120,9 @@ private:
     /// Empty for a predictor without.
     std::span<const Density> DensitiesOf(std::size_t predictor) const;
     bool IsLeftOut(const ScoreDictVar& var, const ScoreValue& value, bool isDerived) const;
+    /// The value of a predictor; null where it is absent or left out.
+    const ScoreValue* Fetch(std::size_t predictor, const ScoreCaseRecord& record, bool indexed,
+                            const ScoreCaseRecord* derivedRecord) const;
     int EncodeValue(std::size_t predictor, const ScoreValue& value, EncodedCase& encoded) const;
     ScoringObstacle FindPredictorObstacle(std::size_t predictor) const;
     ScoringObstacle FindDensityObstacle(const Target& target, std::size_t predictor) const;

@@ -110,8 +110,9 @@ void SelfLearningModel::AddPredictorVar(int model, const std::string& name, cons
 
 void SelfLearningModel::AddEncoder(int model, int /*predictorIndex*/, INBVeskEncoder* encoder) {
     if (!HasModel(model)) return;
-    subModels[static_cast<std::size_t>(model)].classifier.AddEncoder(std::unique_ptr<INBVeskEncoder>(encoder));
+    std::unique_ptr<INBVeskEncoder> owned(encoder);
     ForgetPlan();
+    subModels[static_cast<std::size_t>(model)].classifier.AddEncoder(std::move(owned));
 }
 
 void SelfLearningModel::SetPredCounts(int model, int /*predictorIndex*/, const NBayesInputBase::Matrix& counts) {
