@@ -70,11 +70,21 @@ void EncodeCodes(const std::vector<FactorRow>& rowsOfCodes, const CodeColumn<Cod
     }
 }
 
+/// Many codes at a time; false when one has no row.
+template <typename Code>
+bool MapCodes(std::span<const Code> codes, const std::vector<FactorRow>& rowsOfCodes, std::uint8_t* rows) {
+    std::uint8_t list[longestByteList];
+    std::ranges::transform(rowsOfCodes, list, [](FactorRow row) { return static_cast<std::uint8_t>(row); });
+    if (!NarrowCodes(codes, rowsOfCodes.size(), rows)) return false;
+    MapBytes({list, rowsOfCodes.size()}, rows, codes.size(), rows);
+    return true;
+}
+
 template <typename Row, typename Code>
 void EncodeColumn(const ValueRows&, std::size_t list, const CodeColumn<Code>& column, const Cases<Row>& cases) {
     const std::vector<FactorRow>& rowsOfCodes = column.dictionary->GetLookup().rowsOfReaders[list];
-    if constexpr (std::is_same_v<Row, std::uint8_t> && std::is_same_v<Code, std::int8_t>) {
-        const bool isSimple = column.validity.bits == nullptr && rowsOfCodes.size() <= longestListOfRows;
+    if constexpr (std::is_same_v<Row, std::uint8_t>) {
+        const bool isSimple = column.validity.bits == nullptr && rowsOfCodes.size() <= longestByteList;
         if (isSimple && MapCodes(column.codes.subspan(cases.first, cases.count), rowsOfCodes, cases.rows)) return;
     }
     EncodeCodes(rowsOfCodes, column, cases);
@@ -83,14 +93,17 @@ void EncodeColumn(const ValueRows&, std::size_t list, const CodeColumn<Code>& co
 template <typename Row>
 void CopyRows(const ValueRows& valueRows, std::span<const FactorRow> list, const Cases<Row>& cases) {
     const std::size_t numRows = valueRows.GetNumRows();
-    for (std::size_t i = 0; i < cases.count; ++i) {
-        const FactorRow row = list[cases.first + i];
-        if (row >= numRows) {
-            throw std::out_of_range("case " + std::to_string(cases.first + i) + " has row " + std::to_string(row) +
-                                    ", but there are " + std::to_string(numRows));
-        }
-        cases.rows[i] = static_cast<Row>(row);
+    const auto [first, count, rows] = cases;
+    const FactorRow* const given = list.data() + first;
+    FactorRow highest = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        highest = std::max(highest, given[i]);
+        rows[i] = static_cast<Row>(given[i]);
     }
+    if (highest < numRows) return;
+    const FactorRow* const wrong = std::find_if(given, given + count, [&](FactorRow row) { return row >= numRows; });
+    throw std::out_of_range("case " + std::to_string(first + static_cast<std::size_t>(wrong - given)) + " has row " +
+                            std::to_string(*wrong) + ", but there are " + std::to_string(numRows));
 }
 
 /// What is wrong with a column, for a message; empty when nothing is.

@@ -18,20 +18,26 @@ void ScoreLanes(const SubModelTask& task, std::size_t lane) {
     const hn::CappedTag<double, lanesAtMost> numbers;
     using Vector = hn::Vec<decltype(numbers)>;
     const std::size_t width = hn::Lanes(numbers);
-    const std::size_t rowLength = task.categories * task.pitch;
+    const ProductTask& product = task.product;
+    const std::size_t rowLength = product.categories * task.lanes;
 
-    for (std::size_t i = 0; i < task.cases; ++i) {
+    for (std::size_t i = 0; i < product.cases; ++i) {
+        const auto factorsOf = [&](const FactorStep& step) {
+            const std::size_t at = step.list * product.rowPitch + product.first + i;
+            const std::size_t row = step.numRows <= longestByteList ? product.narrowRows[at] : product.wideRows[at];
+            return step.table + row * rowLength + lane;
+        };
         Vector sums[vectors];
         Vector scored[vectors];
         for (std::size_t v = 0; v < vectors; ++v)
             sums[v] = scored[v] = hn::Zero(numbers);
-        for (std::size_t k = 0; k < task.categories; ++k) {
-            const std::size_t at = k * task.pitch + lane;
+        for (std::size_t k = 0; k < product.categories; ++k) {
             Vector joints[vectors];
+            const double* const begin = factorsOf(product.steps.front()) + k * task.lanes;
             for (std::size_t v = 0; v < vectors; ++v)
-                joints[v] = hn::Load(numbers, task.priors + at + v * width);
-            for (std::size_t j = 0; j < task.predictors; ++j) {
-                const double* const factors = task.tables[j] + task.rows[j][i] * rowLength + at;
+                joints[v] = hn::Load(numbers, begin + v * width);
+            for (std::size_t s = 1; s < product.steps.size(); ++s) {
+                const double* const factors = factorsOf(product.steps[s]) + k * task.lanes;
                 for (std::size_t v = 0; v < vectors; ++v)
                     joints[v] = hn::Mul(joints[v], hn::Load(numbers, factors + v * width));
             }
@@ -41,18 +47,18 @@ void ScoreLanes(const SubModelTask& task, std::size_t lane) {
             }
         }
         for (std::size_t v = 0; v < vectors; ++v)
-            hn::Store(hn::Div(scored[v], sums[v]), numbers, task.scores + i * task.pitch + lane + v * width);
+            hn::Store(hn::Div(scored[v], sums[v]), numbers, task.scores + i * task.lanes + lane + v * width);
     }
 }
 
 void ScoreAllLanes(const SubModelTask& task) {
     const std::size_t width = hn::Lanes(hn::CappedTag<double, lanesAtMost>());
     std::size_t lane = 0;
-    for (; lane + 8 * width <= task.pitch; lane += 8 * width)
+    for (; lane + 8 * width <= task.lanes; lane += 8 * width)
         ScoreLanes<8>(task, lane);
-    for (; lane + 4 * width <= task.pitch; lane += 4 * width)
+    for (; lane + 4 * width <= task.lanes; lane += 4 * width)
         ScoreLanes<4>(task, lane);
-    for (; lane < task.pitch; lane += width)
+    for (; lane < task.lanes; lane += width)
         ScoreLanes<1>(task, lane);
 }
 
