@@ -148,7 +148,7 @@ Measured MeasureShape(const DrawnShape& shape, Random& random) {
 }
 
 void MeasureAll(unsigned long seed, unsigned long shapes, const char* file) {
-    nlohmann::json results = {{"seed", seed}, {"classes", nlohmann::json::array()}};
+    nlohmann::json results = {{"seed", seed}, {"shapes", shapes}, {"classes", nlohmann::json::array()}};
     for (const NamedClass& named : classes) {
         std::vector<Measured> all;
         for (unsigned long i = 0; i < shapes; ++i) {

@@ -78,6 +78,10 @@ InputDictionary BatchEngine::LookUp(std::size_t input, std::span<const Value> va
         std::vector<FactorRow>& rows = lookup.rowsOfReaders.emplace_back(1, missingRow);
         for (const Value& value : values)
             rows.push_back(reader.rows.RowOf(value));
+        if (rows.size() <= longestByteList && reader.rows.GetNumRows() <= longestByteList) {
+            lookup.bytesOfReaders.resize(lookup.rowsOfReaders.size());
+            lookup.bytesOfReaders.back() = ByteList(rows);
+        }
     }
     return InputDictionary(std::make_shared<InputDictionary::Lookup>(std::move(lookup)));
 }

@@ -14,15 +14,11 @@ namespace nbscore::HWY_NAMESPACE {
 
 namespace hn = hwy::HWY_NAMESPACE;
 
-template <typename Code>
-bool Narrow(std::span<const Code> codes, std::size_t size, std::uint8_t* places) {
-    using Place = std::make_unsigned_t<Code>;
-    // Places above this are those of codes below -1.
-    size = std::min(size, static_cast<std::size_t>(std::numeric_limits<Code>::max()) + 2);
-    std::size_t i = 0;
-    bool valid = true;
 #if HWY_TARGET != HWY_SCALAR
-    const hn::ScalableTag<Code> numbers;
+/// Vectors of one length after the other, from place i on.
+template <std::size_t most, typename Code>
+inline bool NarrowVectors(std::span<const Code> codes, std::size_t size, std::uint8_t* places, std::size_t& i) {
+    const hn::CappedTag<Code, most> numbers;
     const hn::RebindToUnsigned<decltype(numbers)> unsignedNumbers;
     const hn::Rebind<std::uint8_t, decltype(numbers)> bytes;
     const std::size_t width = hn::Lanes(numbers);
@@ -36,8 +32,21 @@ bool Narrow(std::span<const Code> codes, std::size_t size, std::uint8_t* places)
             hn::StoreU(hn::DemoteTo(bytes, place), bytes, places + i);
         }
     }
-    const auto last = hn::Set(unsignedNumbers, static_cast<Place>(size - 1));
-    valid = hn::AllTrue(unsignedNumbers, hn::Eq(hn::Max(highest, last), last));
+    const auto last = hn::Set(unsignedNumbers, static_cast<std::make_unsigned_t<Code>>(size - 1));
+    return hn::AllTrue(unsignedNumbers, hn::Eq(hn::Max(highest, last), last));
+}
+#endif
+
+template <typename Code>
+bool Narrow(std::span<const Code> codes, std::size_t size, std::uint8_t* places) {
+    using Place = std::make_unsigned_t<Code>;
+    // Places above this are those of codes below -1.
+    size = std::min(size, static_cast<std::size_t>(std::numeric_limits<Code>::max()) + 2);
+    std::size_t i = 0;
+    bool valid = true;
+#if HWY_TARGET != HWY_SCALAR
+    valid = NarrowVectors<64>(codes, size, places, i);
+    valid = NarrowVectors<8>(codes, size, places, i) && valid;
 #endif
     for (; i < codes.size(); ++i) {
         const auto place = static_cast<Place>(static_cast<Place>(codes[i]) + 1U);
@@ -62,12 +71,12 @@ bool NarrowWords(std::span<const std::int32_t> codes, std::size_t size, std::uin
 /// As many bytes as an instruction looks up in at once.
 constexpr std::size_t partLength = 16;
 
-/// @param list of `parts` parts, aligned.
-void MapInParts(const std::uint8_t* list, std::size_t parts, const std::uint8_t* places, std::size_t count,
-                std::uint8_t* out) {
-    std::size_t i = 0;
 #if HWY_TARGET != HWY_SCALAR
-    const hn::ScalableTag<std::uint8_t> bytes;
+/// @param list of `parts` parts, aligned.
+template <std::size_t most>
+inline void MapVectors(const std::uint8_t* list, std::size_t parts, const std::uint8_t* places, std::size_t count,
+                       std::uint8_t* out, std::size_t& i) {
+    const hn::CappedTag<std::uint8_t, most> bytes;
     const std::size_t width = hn::Lanes(bytes);
     // A place beyond a part is lifted above 127, for which a look-up gives 0.
     const auto lift = hn::Set(bytes, 0x80 - partLength);
@@ -81,10 +90,20 @@ void MapInParts(const std::uint8_t* list, std::size_t parts, const std::uint8_t*
         }
         hn::StoreU(found, bytes, out + i);
     }
+}
 #endif
+
+void MapInParts(const std::uint8_t* list, std::size_t parts, const std::uint8_t* places, std::size_t count,
+                std::uint8_t* out) {
+    std::size_t i = 0;
+#if HWY_TARGET != HWY_SCALAR
+    MapVectors<64>(list, parts, places, count, out, i);
+    MapVectors<16>(list, parts, places, count, out, i);
+#else
+    static_cast<void>(parts);
     for (; i < count; ++i)
         out[i] = list[places[i]];
-    static_cast<void>(parts);
+#endif
 }
 
 /// Plain loops, which the compiler turns into ones over vectors.
@@ -124,11 +143,14 @@ bool NarrowCodes(std::span<const std::int32_t> codes, std::size_t size, std::uin
     return HWY_DYNAMIC_DISPATCH(NarrowWords)(codes, size, places);
 }
 
-void MapBytes(std::span<const std::uint8_t> list, const std::uint8_t* places, std::size_t count, std::uint8_t* out) {
-    alignas(16) std::uint8_t parts[longestByteList] = {};
-    std::ranges::copy(list, parts);
+ByteList::ByteList(std::span<const FactorRow> list) : size(list.size()) {
+    std::ranges::transform(list, bytes, [](FactorRow row) { return static_cast<std::uint8_t>(row); });
+}
+
+void MapBytes(const ByteList& list, const std::uint8_t* places, std::size_t count, std::uint8_t* out) {
+    constexpr std::size_t partLength = 16;
     HWY_DYNAMIC_DISPATCH(MapInParts)
-    (parts, (list.size() + 16 - 1) / 16, places, count, out);
+    (list.GetBytes(), (list.GetSize() + partLength - 1) / partLength, places, RoundUpCases(count), out);
 }
 
 void OrIntoBytes(const std::uint8_t* bytes, std::size_t count, std::uint8_t* out) {

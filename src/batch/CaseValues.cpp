@@ -70,24 +70,18 @@ void EncodeCodes(const std::vector<FactorRow>& rowsOfCodes, const CodeColumn<Cod
     }
 }
 
-/// Many codes at a time; false when one has no row.
-template <typename Code>
-bool MapCodes(std::span<const Code> codes, const std::vector<FactorRow>& rowsOfCodes, std::uint8_t* rows) {
-    std::uint8_t list[longestByteList];
-    std::ranges::transform(rowsOfCodes, list, [](FactorRow row) { return static_cast<std::uint8_t>(row); });
-    if (!NarrowCodes(codes, rowsOfCodes.size(), rows)) return false;
-    MapBytes({list, rowsOfCodes.size()}, rows, codes.size(), rows);
-    return true;
-}
-
 template <typename Row, typename Code>
 void EncodeColumn(const ValueRows&, std::size_t list, const CodeColumn<Code>& column, const Cases<Row>& cases) {
-    const std::vector<FactorRow>& rowsOfCodes = column.dictionary->GetLookup().rowsOfReaders[list];
+    const InputDictionary::Lookup& lookup = column.dictionary->GetLookup();
     if constexpr (std::is_same_v<Row, std::uint8_t>) {
-        const bool isSimple = column.validity.bits == nullptr && rowsOfCodes.size() <= longestByteList;
-        if (isSimple && MapCodes(column.codes.subspan(cases.first, cases.count), rowsOfCodes, cases.rows)) return;
+        if (column.validity.bits == nullptr && list < lookup.bytesOfReaders.size()) {
+            const ByteList& rowsOfCodes = lookup.bytesOfReaders[list];
+            if (NarrowCodes(column.codes.subspan(cases.first, cases.count), rowsOfCodes.GetSize(), cases.rows)) {
+                return MapBytes(rowsOfCodes, cases.rows, cases.count, cases.rows);
+            }
+        }
     }
-    EncodeCodes(rowsOfCodes, column, cases);
+    EncodeCodes(lookup.rowsOfReaders[list], column, cases);
 }
 
 template <typename Row>

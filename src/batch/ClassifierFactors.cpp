@@ -7,7 +7,7 @@ namespace nbscore {
 namespace {
 
 /// Of a left end that is looked up within registers, and of any other.
-constexpr std::size_t mostRowsInRegisters = rowsInRegisters[0];
+constexpr std::size_t mostRowsInRegisters = rowsInRegisters[1];
 constexpr std::size_t mostNumbersOfLeftEnd = 4096;
 
 constexpr std::size_t vectorLength = 8;
@@ -91,9 +91,9 @@ std::size_t ClassifierFactors::CostOf(const std::vector<Part>& parts) const {
     for (const Part& part : parts) {
         if (registerLoop == nullptr) {
             cost += numCategories <= 4 ? 105 : 150 * ((numCategories + 7) / 8);
-        } else if (part.numRows <= rowsInRegisters[0]) {
-            cost += 16 * numCategories;
         } else if (part.numRows <= rowsInRegisters[1]) {
+            cost += 16 * numCategories;
+        } else if (part.numRows <= rowsInRegisters[2]) {
             cost += 28 * numCategories;
         } else {
             cost += numCategories <= 2 ? 91 : 150 * ((numCategories + 3) / 4);

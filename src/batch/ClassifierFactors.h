@@ -27,6 +27,8 @@ public:
     ClassifierFactors(const ClassifierTables& tables, std::size_t categories, const RowLists& lists,
                       std::span<const std::size_t> listsOfPredictors);
 
+    /// How many doubles its tables take.
+    std::size_t GetSize() const { return tables.GetSize(); }
     /// How many doubles a call needs beside the joint probabilities, for so many cases.
     std::size_t CountScratch(std::size_t cases) const;
 

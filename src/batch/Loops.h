@@ -31,9 +31,25 @@ bool NarrowCodes(std::span<const std::int8_t> codes, std::size_t size, std::uint
 bool NarrowCodes(std::span<const std::int16_t> codes, std::size_t size, std::uint8_t* places);
 bool NarrowCodes(std::span<const std::int32_t> codes, std::size_t size, std::uint8_t* places);
 
+/// A list that is looked up in by places, filled up with zeros.
+class ByteList {
+public:
+    ByteList() = default;
+    /// @param list at most longestByteList numbers, each of which fits into a byte.
+    explicit ByteList(std::span<const FactorRow> list);
+
+    std::size_t GetSize() const { return size; }
+    const std::uint8_t* GetBytes() const { return bytes; }
+
+private:
+    alignas(16) std::uint8_t bytes[longestByteList] = {};
+    std::size_t size = 0;
+};
+
 /// Replaces places by what stands there in a list.
-/// @param places each in the list. @param out may be where the places are.
-void MapBytes(std::span<const std::uint8_t> list, const std::uint8_t* places, std::size_t count, std::uint8_t* out);
+/// @param places each in the list. @param out may be where the places are. Up to the next number that caseMultiple
+/// divides is read and written; bytes there need not be places.
+void MapBytes(const ByteList& list, const std::uint8_t* places, std::size_t count, std::uint8_t* out);
 
 /// out[i] |= bytes[i]. Nothing overlaps.
 void OrIntoBytes(const std::uint8_t* bytes, std::size_t count, std::uint8_t* out);
@@ -76,10 +92,10 @@ using ProductLoop = void (*)(const ProductTask& task);
 /// The loop with cases side by side, which looks tables of few rows up within registers; joints go category by
 /// category. Null when the processor has no such registers.
 ///
-/// Tables of up to rowsInRegisters[0] or [1] rows lie category by category, each so long. Those with more rows lie in
-/// parts of rowPart(categories) categories: row by row, filled up with ones.
+/// Tables of up to so many rows as one of rowsInRegisters lie category by category, each so long. Those with more rows
+/// lie in parts of RowPart(categories) categories: row by row, filled up with ones.
 ProductLoop FindRegisterLoop();
-inline constexpr std::size_t rowsInRegisters[] = {16, 32};
+inline constexpr std::size_t rowsInRegisters[] = {8, 16, 32};
 constexpr std::size_t RowPart(std::size_t categories) {
     return categories <= 2 ? 2 : 4;
 }
@@ -145,10 +161,14 @@ void ScoreSecondCategory(const ScoreTask& task);
 struct SubModelTask {
     /// A multiple of eight.
     std::size_t lanes = 0;
+    /// Which of them are scored: a number that eight divides, from one that it divides on.
+    std::size_t firstLane = 0;
+    std::size_t lanesToScore = 0;
     /// As for ProductTask. At least two categories; the second is the one that is scored.
     ProductTask product;
-    /// Out, case by case, each `lanes` long; aligned.
+    /// Out, case by case, so far apart.
     double* scores = nullptr;
+    std::size_t pitch = 0;
 };
 
 /// As ScoreSecondCategory, whether or not a case says anything to a sub-model.

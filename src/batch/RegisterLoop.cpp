@@ -21,13 +21,18 @@ constexpr std::size_t lanes = 8;
 constexpr std::size_t vectors = caseMultiple / lanes;
 constexpr std::size_t categoriesAtOnce = 4;
 
+/// Of eight numbers, those that the lowest three bits of each row name.
+HWY_INLINE Vector LookUpInOne(const double* table, hn::Vec<Words> rows) {
+    return Vector{_mm512_permutexvar_pd(rows.raw, hn::Load(Numbers(), table).raw)};
+}
+
 /// Of sixteen numbers, those that the lowest four bits of each row name.
-inline Vector LookUpInTwo(const double* table, hn::Vec<Words> rows) {
+HWY_INLINE Vector LookUpInTwo(const double* table, hn::Vec<Words> rows) {
     const Numbers numbers;
     return Vector{_mm512_permutex2var_pd(hn::Load(numbers, table).raw, rows.raw, hn::Load(numbers, table + lanes).raw)};
 }
 
-inline hn::Vec<Words> LoadRows(const std::uint8_t* rows) {
+HWY_INLINE hn::Vec<Words> LoadRows(const std::uint8_t* rows) {
     const Words words;
     const hn::Rebind<std::int32_t, Words> halves;
     const hn::Rebind<std::uint8_t, Words> bytes;
@@ -37,7 +42,7 @@ inline hn::Vec<Words> LoadRows(const std::uint8_t* rows) {
 /// The factors of eight cases, whose rows of two numbers each are loaded from memory.
 /// @param use takes a category and the factors.
 template <std::size_t categories, typename Row, typename Use>
-inline void LoadPairs(const double* table, const Row* rows, const Use& use) {
+HWY_INLINE void LoadPairs(const double* table, const Row* rows, const Use& use) {
     const Numbers numbers;
     const hn::CappedTag<double, 4> fours;
     const hn::CappedTag<double, 2> pairs;
@@ -54,7 +59,7 @@ inline void LoadPairs(const double* table, const Row* rows, const Use& use) {
 
 /// The same of rows of four numbers.
 template <std::size_t categories, typename Row, typename Use>
-inline void LoadFours(const double* table, const Row* rows, const Use& use) {
+HWY_INLINE void LoadFours(const double* table, const Row* rows, const Use& use) {
     const Numbers numbers;
     const hn::CappedTag<double, 4> fours;
     const auto rowOf = [&](std::size_t n) { return hn::Load(fours, table + 4 * static_cast<std::size_t>(rows[n])); };
@@ -77,28 +82,33 @@ inline void LoadFours(const double* table, const Row* rows, const Use& use) {
 /// @tparam part RowPart of all categories.
 /// @param category the first of those that are looked up.
 template <std::size_t categories, std::size_t part, typename Use>
-inline void LookUp(const ProductTask& task, const FactorStep& step, std::size_t firstCase, std::size_t category,
-                   const Use& use) {
+HWY_INLINE void LookUp(const ProductTask& task, const FactorStep& step, std::size_t firstCase, std::size_t category,
+                       const Use& use) {
     const Numbers numbers;
-    if (step.numRows <= rowsInRegisters[1]) {
+    if (step.numRows <= rowsInRegisters[2]) {
         const std::uint8_t* const rows = task.narrowRows + step.list * task.rowPitch + firstCase;
         hn::Vec<Words> places[vectors];
         for (std::size_t v = 0; v < vectors; ++v)
             places[v] = LoadRows(rows + v * lanes);
         if (step.numRows <= rowsInRegisters[0]) {
             for (std::size_t k = 0; k < categories; ++k) {
-                const double* const table = step.table + (category + k) * rowsInRegisters[0];
                 for (std::size_t v = 0; v < vectors; ++v)
-                    use(v, k, LookUpInTwo(table, places[v]));
+                    use(v, k, LookUpInOne(step.table + (category + k) * rowsInRegisters[0], places[v]));
             }
-            return;
-        }
-        const auto bit = hn::Set(Words(), std::int64_t{16});
-        for (std::size_t v = 0; v < vectors; ++v) {
-            const auto isUpper = hn::RebindMask(numbers, hn::TestBit(places[v], bit));
+        } else if (step.numRows <= rowsInRegisters[1]) {
             for (std::size_t k = 0; k < categories; ++k) {
-                const double* const table = step.table + (category + k) * rowsInRegisters[1];
-                use(v, k, hn::IfThenElse(isUpper, LookUpInTwo(table + 16, places[v]), LookUpInTwo(table, places[v])));
+                for (std::size_t v = 0; v < vectors; ++v)
+                    use(v, k, LookUpInTwo(step.table + (category + k) * rowsInRegisters[1], places[v]));
+            }
+        } else {
+            for (std::size_t v = 0; v < vectors; ++v) {
+                const auto isUpper =
+                    hn::RebindMask(numbers, hn::TestBit(places[v], hn::Set(Words(), std::int64_t{16})));
+                for (std::size_t k = 0; k < categories; ++k) {
+                    const double* const table = step.table + (category + k) * rowsInRegisters[2];
+                    use(v, k,
+                        hn::IfThenElse(isUpper, LookUpInTwo(table + 16, places[v]), LookUpInTwo(table, places[v])));
+                }
             }
         }
         return;

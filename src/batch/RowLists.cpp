@@ -146,6 +146,7 @@ void RowLists::AddReader(Tables tables, std::size_t input, std::span<const std::
         list.rows.assign(rows.GetNumRows(), 0);
         for (FactorRow row = firstKnownRow; row < rows.GetNumRows(); ++row)
             list.rows[row] = static_cast<FactorRow>(rows.GetCode(member, row) + 1);
+        if (list.rows.size() <= longestByteList) list.bytes = ByteList(list.rows);
         list.numRows = std::size_t{*std::ranges::max_element(list.rows)} + 1;
     }
 }
@@ -196,9 +197,7 @@ void RowLists::Block::FillLists(std::size_t reader, const std::vector<Row>& rows
 }
 
 void RowLists::Block::FillList(const List& list, const std::vector<std::uint8_t>& rowsOfReader) {
-    std::uint8_t bytes[longestByteList];
-    std::ranges::transform(list.rows, bytes, [](FactorRow row) { return static_cast<std::uint8_t>(row); });
-    MapBytes({bytes, list.rows.size()}, rowsOfReader.data(), count, narrow.data() + list.place * pitch);
+    MapBytes(list.bytes, rowsOfReader.data(), count, narrow.data() + list.place * pitch);
 }
 
 void RowLists::Block::FillList(const List& list, const std::vector<FactorRow>& rowsOfReader) {

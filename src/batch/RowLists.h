@@ -8,6 +8,7 @@
 #include "batch/AnswerColumns.h"
 #include "batch/CaseValues.h"
 #include "batch/FactorRow.h"
+#include "batch/Loops.h"
 #include "batch/ValueRows.h"
 #include "framework/ModelTables.h"
 
@@ -32,6 +33,8 @@ public:
         std::size_t numRows;
         /// Among the narrow lists, whose rows fit into bytes, or among the wide ones.
         std::size_t place;
+        /// The rows once more, of a reader whose rows fit into bytes.
+        ByteList bytes;
 
         bool IsNarrow() const;
     };

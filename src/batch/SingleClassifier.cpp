@@ -9,12 +9,14 @@
 namespace nbscore {
 namespace {
 
-/// Of joint probabilities that are computed, normalized and answered at a time: they stay in the first cache.
-constexpr std::size_t numbersAtOnce = 2048;
+/// Of joint probabilities that are computed, normalized and answered at a time: they stay in the first cache, or in the
+/// second where tables do not fit the first and must be read for few cases at a time otherwise.
+constexpr std::size_t fewestNumbersAtOnce = 2048;
+constexpr std::size_t mostNumbersAtOnce = 32768;
 
-std::size_t CountCasesAtOnce(std::size_t cases, std::size_t categories) {
-    return std::min(RoundUpCases(cases),
-                    std::max(numbersAtOnce / categories / caseMultiple, std::size_t{1}) * caseMultiple);
+std::size_t CountCasesAtOnce(std::size_t cases, std::size_t categories, std::size_t numbersOfTables) {
+    const std::size_t numbers = std::clamp(numbersOfTables, fewestNumbersAtOnce, mostNumbersAtOnce);
+    return std::min(RoundUpCases(cases), std::max<std::size_t>(numbers / categories / caseMultiple, 1) * caseMultiple);
 }
 
 }  // namespace
@@ -36,7 +38,7 @@ public:
           cases(caseValues.cases),
           block(rowLists, caseValues, 1, !answers.missing.empty() || !answers.unknown.empty()),
           usable(block.GetPitch()),
-          casesAtOnce(CountCasesAtOnce(block.GetPitch(), classifier.categories)),
+          casesAtOnce(CountCasesAtOnce(block.GetPitch(), classifier.categories, classifier.factors.GetSize())),
           probabilities(casesAtOnce * classifier.categories, 0.0),
           scratch(classifier.factors.CountScratch(casesAtOnce), 0.0),
           predicted(casesAtOnce),

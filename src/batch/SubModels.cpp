@@ -42,7 +42,7 @@ SubModels::SubModels(const ModelTables& set, const RowLists& rowLists)
     }
     std::vector<bool> isInGroup(numSubModels);
     for (const auto& [lists, positions] : alike) {
-        if (positions.size() < fewestSideBySide || lists.empty() || !AreFasterSideBySide(lists, rowLists)) continue;
+        if (positions.size() < fewestSideBySide || lists.empty()) continue;
         for (const std::size_t position : positions)
             isInGroup[position] = true;
         AddGroup(set, positions, rowLists, lists);
@@ -50,14 +50,6 @@ SubModels::SubModels(const ModelTables& set, const RowLists& rowLists)
     for (std::size_t position = 0; position < numSubModels; ++position) {
         if (!isInGroup[position]) AddAlone(set, position, rowLists, std::move(listsOfSubModels[position]));
     }
-}
-
-/// With cases side by side tables that registers hold are looked up faster than factors of sub-models are loaded.
-bool SubModels::AreFasterSideBySide(std::span<const std::size_t> lists, const RowLists& rowLists) {
-    if (FindRegisterLoop() == nullptr) return true;
-    const auto inRegisters = std::ranges::count_if(
-        lists, [&](std::size_t list) { return rowLists.Get(list).numRows <= rowsInRegisters[0]; });
-    return static_cast<std::size_t>(inRegisters) < lists.size() / 2;
 }
 
 void SubModels::AddAlone(const ModelTables& set, std::size_t position, const RowLists& rowLists,
@@ -206,39 +198,52 @@ private:
     void ScoreGroup(const Group& group) {
         NoteUsable(group.lists);
         const std::size_t atOnce = rows.GetSize() / group.lanes;
-        for (std::size_t first = 0; first < block.CountCases(); first += atOnce) {
-            const std::size_t count = std::min(atOnce, block.CountCases() - first);
-            ScoreSubModels({.lanes = group.lanes,
-                            .product = {.steps = group.steps,
-                                        .categories = subModels.categories,
-                                        .narrowRows = block.GetNarrowRows(),
-                                        .wideRows = block.GetWideRows(),
-                                        .rowPitch = block.GetPitch(),
-                                        .first = first,
-                                        .cases = count},
-                            .scores = rows.Get()});
-            for (std::size_t i = 0; i < count; ++i) {
-                const bool isUsable = usable[first + i] != 0;
-                AnswerCase(group, block.GetFirst() + first + i,
-                           isUsable ? rows.Get() + i * group.lanes : group.priors.data());
-            }
+        for (std::size_t first = 0; first < block.CountCases(); first += atOnce)
+            ScoreGroup(group, first, std::min(atOnce, block.CountCases() - first));
+    }
+
+    /// Whole vectors of scores go to where they are wanted, others by way of scratch memory.
+    void ScoreGroup(const Group& group, std::size_t first, std::size_t count) {
+        const std::vector<std::size_t>& positions = group.positions;
+        const bool areNeighbours = positions.back() - positions.front() + 1 == positions.size();
+        const bool isByCase = answers.probabilityOrder == MatrixOrder::CaseByCase;
+        const std::size_t entry = block.GetFirst() + first;
+        const std::size_t whole = areNeighbours && isByCase ? positions.size() / vectorLength * vectorLength : 0;
+        SubModelTask task{.lanes = group.lanes,
+                          .lanesToScore = whole,
+                          .product = {.steps = group.steps,
+                                      .categories = subModels.categories,
+                                      .narrowRows = block.GetNarrowRows(),
+                                      .wideRows = block.GetWideRows(),
+                                      .rowPitch = block.GetPitch(),
+                                      .first = first,
+                                      .cases = count}};
+        if (whole > 0) {
+            task.scores = answers.probabilities.data() + entry * subModels.numSubModels + positions.front();
+            task.pitch = subModels.numSubModels;
+            ScoreSubModels(task);
+        }
+        if (whole < positions.size()) {
+            task.firstLane = whole;
+            task.lanesToScore = task.pitch = group.lanes - whole;
+            task.scores = rows.Get();
+            ScoreSubModels(task);
+            for (std::size_t i = 0; i < count; ++i)
+                AnswerMembers(group, whole, entry + i, rows.Get() + i * task.pitch);
+        }
+        for (std::size_t i = 0; i < count; ++i) {
+            if (usable[first + i] == 0) AnswerMembers(group, 0, entry + i, group.priors.data());
         }
     }
 
-    void AnswerCase(const Group& group, std::size_t entry, const double* scores) const {
-        const std::vector<std::size_t>& positions = group.positions;
-        if (answers.probabilityOrder == MatrixOrder::ColumnByColumn) {
-            for (std::size_t m = 0; m < positions.size(); ++m)
-                answers.probabilities[positions[m] * cases + entry] = scores[m];
-            return;
+    /// @param scores of the members from one on.
+    void AnswerMembers(const Group& group, std::size_t firstMember, std::size_t entry, const double* scores) const {
+        const bool isByCase = answers.probabilityOrder == MatrixOrder::CaseByCase;
+        for (std::size_t m = firstMember; m < group.positions.size(); ++m) {
+            const std::size_t position = group.positions[m];
+            answers.probabilities[isByCase ? entry * subModels.numSubModels + position : position * cases + entry] =
+                scores[m - firstMember];
         }
-        double* const ofCase = answers.probabilities.data() + entry * subModels.numSubModels;
-        if (positions.size() == positions.back() - positions.front() + 1) {
-            std::copy_n(scores, positions.size(), ofCase + positions.front());
-            return;
-        }
-        for (std::size_t m = 0; m < positions.size(); ++m)
-            ofCase[positions[m]] = scores[m];
     }
 
     const SubModels& subModels;

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <memory>
-#include <span>
 #include <vector>
 
 #include "batch/AlignedNumbers.h"
@@ -16,7 +15,7 @@
 namespace nbscore {
 
 /// The sub-models of a set. A few are scored one after the other, each with cases side by side; many that read the same
-/// lists of rows side by side themselves, where that is faster. Immutable.
+/// lists of rows side by side themselves. Immutable.
 class SubModels {
 public:
     /// @param rowLists of the model.
@@ -46,7 +45,6 @@ private:
         std::vector<FactorStep> steps;
     };
 
-    static bool AreFasterSideBySide(std::span<const std::size_t> lists, const RowLists& rowLists);
     void AddAlone(const ModelTables& set, std::size_t position, const RowLists& rowLists,
                   std::vector<std::size_t> lists);
     void AddGroup(const ModelTables& set, std::vector<std::size_t> positions, const RowLists& rowLists,

@@ -74,18 +74,19 @@ TEST_P(ByteLoops, RefuseACodeOutsideTheList_WhereverItStands) {
 TEST_P(ByteLoops, ReplaceEachPlaceByWhatStandsThere) {
     test::Randomness random(2);
     for (const std::size_t size : sizesOfLists) {
-        std::vector<std::uint8_t> list;
+        std::vector<FactorRow> list;
         for (std::size_t i = 0; i < size; ++i)
-            list.push_back(static_cast<std::uint8_t>(i * 37 + 11));
+            list.push_back(static_cast<FactorRow>((i * 37 + 11) % 256));
         for (std::size_t count = 0; count < 200; count += count < 70 ? 1 : 13) {
             std::vector<std::uint8_t> places;
             for (std::size_t i = 0; i < count; ++i)
                 places.push_back(static_cast<std::uint8_t>(test::Between(0, static_cast<int>(size) - 1, random)));
-            std::vector<std::uint8_t> found(count);
-            MapBytes(list, places.data(), count, found.data());
+            std::vector<std::uint8_t> found(RoundUpCases(count));
+            places.resize(found.size());
+            MapBytes(ByteList(list), places.data(), count, found.data());
             for (std::size_t i = 0; i < count; ++i)
                 ASSERT_EQ(found[i], list[places[i]]) << size;
-            MapBytes(list, places.data(), count, places.data());
+            MapBytes(ByteList(list), places.data(), count, places.data());
             ASSERT_EQ(places, found);
         }
     }
