@@ -1,5 +1,5 @@
 #!/bin/sh
-# Runs the built benchmarks side by side and prints the ratios with their spread: about two minutes on an idle machine.
+# Runs the built benchmarks side by side and prints the ratios with their spread: about three minutes on an idle machine.
 # SEED=2 draws other shapes of models than SEED=1 does.
 # `run.sh peers` compares with other software instead, on the data of an earlier run, or on new data when there is none.
 set -eu

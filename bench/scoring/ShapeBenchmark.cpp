@@ -1,7 +1,7 @@
 /// Batches beside tight loops for shapes drawn at random: shape_benchmark SEED SHAPES RESULTS.json
 ///
-/// Of each class of shapes so many are drawn; SEED draws others. Before a shape is measured, the answers of the batch and
-/// of the loop must have the same bits. Both run in turns; the ratio is taken of the best times of each.
+/// Of each class of shapes so many are drawn; another SEED draws others. Before a shape is measured, the answers of the
+/// batch and of the loop must have the same bits. Both run in turns; the ratio is taken of the best times of each.
 
 #include <algorithm>
 #include <cstdio>

@@ -73,8 +73,8 @@ template <typename Value>
 InputDictionary BatchEngine::LookUp(std::size_t input, std::span<const Value> values) const {
     if (input >= inputs.size()) throw std::out_of_range("There is no input " + std::to_string(input) + ".");
     InputDictionary::Lookup lookup{identity, input, values.size(), {}};
-    for (const Reader& reader : rowLists->GetReaders()) {
-        if (reader.input != input) continue;
+    for (const std::size_t position : rowLists->GetReadersOf(input)) {
+        const Reader& reader = rowLists->GetReaders()[position];
         std::vector<FactorRow>& rows = lookup.rowsOfReaders.emplace_back(1, missingRow);
         for (const Value& value : values)
             rows.push_back(reader.rows.RowOf(value));

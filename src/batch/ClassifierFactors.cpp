@@ -113,13 +113,13 @@ std::size_t ClassifierFactors::CountNumbers(std::size_t numRows) const {
 
 /// @param begin what stands at the left of the part's factors. @param table of ones.
 void ClassifierFactors::LayOut(const Part& part, std::span<const double> begin, double* table) const {
-    const std::size_t part4 = RowPart(numCategories);
+    const std::size_t length = RowPart(numCategories);
     const auto placeOf = [&](std::size_t row, std::size_t k) {
         if (registerLoop == nullptr) return row * RowStride(numCategories) + k;
         for (const std::size_t most : rowsInRegisters) {
             if (part.numRows <= most) return k * most + row;
         }
-        return k / part4 * part4 * part.numRows + row * part4 + k % part4;
+        return k / length * length * part.numRows + row * length + k % length;
     };
     for (std::size_t row = 0; row < part.numRows; ++row) {
         for (std::size_t k = 0; k < numCategories; ++k) {

@@ -135,10 +135,10 @@ RowLists::RowLists(const ModelTables& model, std::span<const std::size_t> inputs
 }
 
 void RowLists::AddReader(Tables tables, std::size_t input, std::span<const std::size_t> listsOfTables) {
-    const auto listInDictionaries = static_cast<std::size_t>(
-        std::ranges::count_if(readers, [input](const Reader& reader) { return reader.input == input; }));
+    if (input >= readersOfInputs.size()) readersOfInputs.resize(input + 1);
     const std::size_t position = readers.size();
-    const ValueRows& rows = readers.emplace_back(Reader{ValueRows(tables), input, listInDictionaries}).rows;
+    const ValueRows& rows = readers.emplace_back(Reader{ValueRows(tables), input, readersOfInputs[input].size()}).rows;
+    readersOfInputs[input].push_back(position);
     listsOfReaders.emplace_back(listsOfTables.begin(), listsOfTables.end());
     for (std::size_t member = 0; member < tables.size(); ++member) {
         List& list = lists[listsOfTables[member]];

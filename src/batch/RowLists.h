@@ -39,10 +39,12 @@ public:
         bool IsNarrow() const;
     };
 
-    /// @param positionsOfInputs for each predictor of the model, the classifiers one behind the other.
+    /// @param inputsOfPredictors of all predictors of the model, the classifiers one behind the other.
     RowLists(const ModelTables& model, std::span<const std::size_t> inputsOfPredictors);
 
     const std::vector<Reader>& GetReaders() const { return readers; }
+    /// Positions of the readers of an input, in their order.
+    const std::vector<std::size_t>& GetReadersOf(std::size_t input) const { return readersOfInputs[input]; }
     const List& Get(std::size_t list) const { return lists[list]; }
     /// The list of each predictor.
     const std::vector<std::size_t>& GetListsOfPredictors() const { return listsOfPredictors; }
@@ -56,6 +58,7 @@ private:
                    std::span<const std::size_t> listsOfTables);
 
     std::vector<Reader> readers;
+    std::vector<std::vector<std::size_t>> readersOfInputs;
     std::vector<List> lists;
     /// The lists of each reader.
     std::vector<std::vector<std::size_t>> listsOfReaders;
