@@ -37,6 +37,12 @@ def sections(results):
            "compiled for this processor alone. It gives the same bits, which the benchmark checks for every case "
            "before it measures; of every 997th case `GetScore` is asked too. Above 1 the batch is the faster one.",
            tables.workloads(results))
+    if results.shapes:
+        yield ("Batches of shapes drawn at random",
+               f"{results.shapes['shapes']} shapes of each kind, drawn from seed {results.shapes['seed']}: 1 to 100 "
+               "inputs of 1 to 50 categories, some or no values missing, codes of 1, 2 or 4 bytes, calls of 10 to a "
+               "million cases. The loops know the kind of model, its number of target categories or of vectors, and "
+               "the width of codes; the same bits are required of them.", tables.shapes(results))
     yield "What the machine can do", "", tables.machine(results)
     yield ("How far scoring could go",
            "For each case of a workload: its operations, the nanoseconds that each kind would take alone at the rates "

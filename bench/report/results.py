@@ -58,6 +58,11 @@ class Results:
             self.tables = json.load(text)
         with open(os.path.join(folder, "machine.json"), encoding="utf-8") as text:
             self.machine = json.load(text)
+        self.shapes = None
+        shapes = os.path.join(folder, "shapes.json")
+        if os.path.exists(shapes):
+            with open(shapes, encoding="utf-8") as text:
+                self.shapes = json.load(text)
         self.peers = None
         peers = os.path.join(folder, "peers.json")
         if os.path.exists(peers):

@@ -38,6 +38,13 @@ def workloads(results):
     return rows
 
 
+def shapes(results):
+    rows = [["shapes", "batch : loop, median", "worst", "the worst"]]
+    for found in results.shapes["classes"]:
+        rows.append([found["name"], f"{found['median']:.2f}", f"{found['worst']:.2f}", found["worst_shape"]])
+    return rows
+
+
 def size_of_first_cache(scoring):
     return max((cache["size"] for cache in scoring.context["caches"]
                 if cache["level"] == 1 and cache["type"] != "Instruction"), default=0)

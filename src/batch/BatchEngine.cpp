@@ -47,20 +47,18 @@ BatchEngine::BatchEngine(const ModelTables& model) : readsDerivedFields(model.re
     if (model.rule == ScoringRule::Standard) throw std::invalid_argument("The model is scored by the standard's rule.");
     for (const ClassifierTables& classifier : model.classifiers)
         AddInputs(classifier);
-    readersOfInputs.resize(inputs.size());
+    rowLists.emplace(model, inputsOfPredictors);
     if (model.isSet) {
-        AddSubModels(model);
+        for (const ClassifierTables& subModel : model.classifiers)
+            subModels.push_back(subModel.name);
+        set.emplace(model, *rowLists);
         return;
     }
     const ClassifierTables& classifier = model.classifiers.front();
-    for (const PredictorTables& predictor : classifier.predictors) {
-        const PredictorTables* const only = &predictor;
-        AddReader({&only, 1});
-    }
     // Of a model that no case says anything to, there may be fewer priors than categories.
     for (std::size_t k = 0; k < classifier.priors.size(); ++k)
         categories.push_back(model.targetCategories[k]->GetString());
-    single.emplace(classifier, readers);
+    single.emplace(classifier, *rowLists);
 }
 
 void BatchEngine::AddInputs(const ClassifierTables& classifier) {
@@ -71,44 +69,19 @@ void BatchEngine::AddInputs(const ClassifierTables& classifier) {
     }
 }
 
-void BatchEngine::AddSubModels(const ModelTables& set) {
-    std::vector<std::size_t> firstPredictors;
-    std::size_t numPredictors = 0;
-    for (const ClassifierTables& subModel : set.classifiers) {
-        subModels.push_back(subModel.name);
-        firstPredictors.push_back(numPredictors);
-        numPredictors += subModel.predictors.size();
-    }
-    for (const std::vector<std::size_t>& positions : GroupSubModels(set)) {
-        const std::size_t firstReader = readers.size();
-        const std::size_t numReaders = set.classifiers[positions.front()].predictors.size();
-        for (std::size_t j = 0; j < numReaders; ++j) {
-            std::vector<const PredictorTables*> predictors;
-            for (const std::size_t position : positions)
-                predictors.push_back(&set.classifiers[position].predictors[j]);
-            AddReader(predictors);
-        }
-        std::vector<SubModelGroup::Member> members;
-        for (const std::size_t position : positions)
-            members.push_back({position, firstPredictors[position]});
-        groups.emplace_back(set, std::move(members), firstReader, std::span(readers).subspan(firstReader));
-    }
-}
-
-void BatchEngine::AddReader(std::span<const PredictorTables* const> predictors) {
-    const std::size_t input = positionsOfInputs.at(predictors.front()->var->GetName());
-    readersOfInputs[input].push_back(readers.size());
-    readers.push_back({ValueRows(predictors), input, readersOfInputs[input].size() - 1});
-}
-
 template <typename Value>
 InputDictionary BatchEngine::LookUp(std::size_t input, std::span<const Value> values) const {
     if (input >= inputs.size()) throw std::out_of_range("There is no input " + std::to_string(input) + ".");
     InputDictionary::Lookup lookup{identity, input, values.size(), {}};
-    for (const std::size_t reader : readersOfInputs[input]) {
+    for (const std::size_t position : rowLists->GetReadersOf(input)) {
+        const Reader& reader = rowLists->GetReaders()[position];
         std::vector<FactorRow>& rows = lookup.rowsOfReaders.emplace_back(1, missingRow);
         for (const Value& value : values)
-            rows.push_back(RowOf(reader, value));
+            rows.push_back(reader.rows.RowOf(value));
+        if (rows.size() <= longestByteList && reader.rows.GetNumRows() <= longestByteList) {
+            lookup.bytesOfReaders.resize(lookup.rowsOfReaders.size());
+            lookup.bytesOfReaders.back() = ByteList(rows);
+        }
     }
     return InputDictionary(std::make_shared<InputDictionary::Lookup>(std::move(lookup)));
 }
@@ -123,28 +96,29 @@ InputDictionary BatchEngine::MakeDictionary(std::size_t input, std::span<const d
 
 std::vector<std::string> BatchEngine::GetFieldsOfReaders() const {
     std::vector<std::string> fields;
-    for (const Reader& reader : readers)
+    for (const Reader& reader : rowLists->GetReaders())
         fields.push_back(inputs[reader.input].name);
     return fields;
 }
 
 void BatchEngine::Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const {
     RequireReadable(columns, cases, identity, inputs);
-    ScoreValues({.readers = readers, .columns = columns, .rows = {}, .cases = cases}, answers);
+    ScoreValues({.readers = rowLists->GetReaders(), .columns = columns, .rows = {}, .cases = cases}, answers);
 }
 
 void BatchEngine::ScoreRows(std::span<const std::span<const FactorRow>> rows, std::size_t cases,
                             const AnswerColumns& answers) const {
-    if (rows.size() != readers.size()) {
+    const std::size_t numReaders = rowLists->GetReaders().size();
+    if (rows.size() != numReaders) {
         throw std::invalid_argument("There are " + std::to_string(rows.size()) + " lists of rows for " +
-                                    std::to_string(readers.size()) + " readers.");
+                                    std::to_string(numReaders) + " readers.");
     }
     for (const std::span<const FactorRow> list : rows) {
         if (list.size() == cases) continue;
         throw std::invalid_argument("A list has " + std::to_string(list.size()) + " rows for " + std::to_string(cases) +
                                     " cases.");
     }
-    ScoreValues({.readers = readers, .columns = {}, .rows = rows, .cases = cases}, answers);
+    ScoreValues({.readers = rowLists->GetReaders(), .columns = {}, .rows = rows, .cases = cases}, answers);
 }
 
 void BatchEngine::ScoreValues(const CaseValues& values, const AnswerColumns& answers) const {
@@ -154,9 +128,11 @@ void BatchEngine::ScoreValues(const CaseValues& values, const AnswerColumns& ans
     RequireRoom(answers, values.cases, GetNumbersPerCase(), IsSet() ? "scores" : "probabilities",
                 inputsOfPredictors.size());
     if (values.cases == 0) return;
-    if (single) single->Score(values, answers);
-    for (const SubModelGroup& group : groups)
-        group.Score(values, subModels.size(), answers);
+    if (single) {
+        single->Score(*rowLists, values, answers);
+    } else {
+        set->Score(*rowLists, values, answers);
+    }
 }
 
 }  // namespace nbscore

@@ -13,8 +13,9 @@
 #include "batch/Column.h"
 #include "batch/ColumnScorer.h"
 #include "batch/FactorRow.h"
+#include "batch/RowLists.h"
 #include "batch/SingleClassifier.h"
-#include "batch/SubModelGroup.h"
+#include "batch/SubModels.h"
 #include "framework/ModelTables.h"
 #include "framework/SeededHash.h"
 
@@ -36,8 +37,8 @@ void RequireRoom(const AnswerColumns& answers, std::size_t cases, std::size_t nu
 /// Scores by the smoothed rule. The scoring of tables uses it directly, which meets the same values again and again and
 /// keeps their rows.
 ///
-/// A single classifier is scored with its cases or its categories side by side (SingleClassifier), sub-models that read
-/// alike side by side themselves (SubModelGroup).
+/// Values become rows, once for each table that a field has in the model (RowLists); rows are multiplied as a single
+/// classifier (SingleClassifier) or as a set of them (SubModels).
 class BatchEngine : public ColumnScorer {
 public:
     /// Throws as GetScorableTables does, and for a model that is scored by the standard's rule (StandardBatch).
@@ -62,7 +63,7 @@ public:
     /// The row that a value stands for.
     template <typename Value>
     FactorRow RowOf(std::size_t reader, Value value) const {
-        return readers.at(reader).rows.RowOf(value);
+        return rowLists->GetReaders().at(reader).rows.RowOf(value);
     }
     /// As Score, of values whose rows are known.
     /// @param rows one list for each reader. Throws std::invalid_argument when there are more or fewer lists, or when
@@ -72,9 +73,6 @@ public:
 
 private:
     void AddInputs(const ClassifierTables& classifier);
-    void AddSubModels(const ModelTables& set);
-    /// @param predictors of the same variable and kind.
-    void AddReader(std::span<const PredictorTables* const> predictors);
     template <typename Value>
     InputDictionary LookUp(std::size_t input, std::span<const Value> values) const;
     void ScoreValues(const CaseValues& values, const AnswerColumns& answers) const;
@@ -87,11 +85,9 @@ private:
     std::vector<std::size_t> inputsOfPredictors;
     std::vector<std::string> categories;
     std::vector<std::string> subModels;
-    std::vector<Reader> readers;
-    /// The readers of each input, in their order.
-    std::vector<std::vector<std::size_t>> readersOfInputs;
+    std::optional<RowLists> rowLists;
     std::optional<SingleClassifier> single;
-    std::vector<SubModelGroup> groups;
+    std::optional<SubModels> set;
 };
 
 }  // namespace nbscore

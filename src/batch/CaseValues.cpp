@@ -72,25 +72,32 @@ void EncodeCodes(const std::vector<FactorRow>& rowsOfCodes, const CodeColumn<Cod
 
 template <typename Row, typename Code>
 void EncodeColumn(const ValueRows&, std::size_t list, const CodeColumn<Code>& column, const Cases<Row>& cases) {
-    const std::vector<FactorRow>& rowsOfCodes = column.dictionary->GetLookup().rowsOfReaders[list];
-    if constexpr (std::is_same_v<Row, std::uint8_t> && std::is_same_v<Code, std::int8_t>) {
-        const bool isSimple = column.validity.bits == nullptr && rowsOfCodes.size() <= longestListOfRows;
-        if (isSimple && MapCodes(column.codes.subspan(cases.first, cases.count), rowsOfCodes, cases.rows)) return;
+    const InputDictionary::Lookup& lookup = column.dictionary->GetLookup();
+    if constexpr (std::is_same_v<Row, std::uint8_t>) {
+        if (column.validity.bits == nullptr && list < lookup.bytesOfReaders.size()) {
+            const ByteList& rowsOfCodes = lookup.bytesOfReaders[list];
+            if (NarrowCodes(column.codes.subspan(cases.first, cases.count), rowsOfCodes.GetSize(), cases.rows)) {
+                return MapBytes(rowsOfCodes, cases.rows, cases.count, cases.rows);
+            }
+        }
     }
-    EncodeCodes(rowsOfCodes, column, cases);
+    EncodeCodes(lookup.rowsOfReaders[list], column, cases);
 }
 
 template <typename Row>
 void CopyRows(const ValueRows& valueRows, std::span<const FactorRow> list, const Cases<Row>& cases) {
     const std::size_t numRows = valueRows.GetNumRows();
-    for (std::size_t i = 0; i < cases.count; ++i) {
-        const FactorRow row = list[cases.first + i];
-        if (row >= numRows) {
-            throw std::out_of_range("case " + std::to_string(cases.first + i) + " has row " + std::to_string(row) +
-                                    ", but there are " + std::to_string(numRows));
-        }
-        cases.rows[i] = static_cast<Row>(row);
+    const auto [first, count, rows] = cases;
+    const FactorRow* const given = list.data() + first;
+    FactorRow highest = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        highest = std::max(highest, given[i]);
+        rows[i] = static_cast<Row>(given[i]);
     }
+    if (highest < numRows) return;
+    const FactorRow* const wrong = std::find_if(given, given + count, [&](FactorRow row) { return row >= numRows; });
+    throw std::out_of_range("case " + std::to_string(first + static_cast<std::size_t>(wrong - given)) + " has row " +
+                            std::to_string(*wrong) + ", but there are " + std::to_string(numRows));
 }
 
 /// What is wrong with a column, for a message; empty when nothing is.

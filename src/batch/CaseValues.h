@@ -9,6 +9,7 @@
 #include "batch/BatchScorer.h"
 #include "batch/Column.h"
 #include "batch/FactorRow.h"
+#include "batch/Loops.h"
 #include "batch/ValueRows.h"
 
 /// @file
@@ -46,6 +47,8 @@ struct InputDictionary::Lookup {
     std::size_t size;
     /// For each reader of the input the row of each code, that of -1 in front.
     std::vector<std::vector<FactorRow>> rowsOfReaders;
+    /// The same once more, for readers and codes that are few enough; may be empty.
+    std::vector<ByteList> bytesOfReaders = {};
     /// Instead of these, by the standard's rule, in the same order.
     TreatedValues treated = {};
 };
@@ -69,7 +72,7 @@ struct CaseValues {
     std::size_t cases;
 
     /// The rows of `count` cases from `first` on.
-    /// @param out room for them. With bytes, no row may be above 255.
+    /// @param out room for them, filled up to a number that caseMultiple divides. With bytes, no row may be above 255.
     /// Throws std::out_of_range, telling the case, for a code that its dictionary does not have, and for a row that
     /// does not exist.
     template <typename Row>

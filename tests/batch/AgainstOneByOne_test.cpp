@@ -3,11 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <limits>
 #include <memory>
+#include <numeric>
 #include <sstream>
 
 #include "batch/BatchCheck.h"
@@ -128,7 +130,7 @@ std::vector<ShapedPredictor> Mixed(std::size_t categories) {
 
 TEST_P(BatchesAgainstOneByOne, Agree_ForEveryNumberOfTargetCategories) {
     Randomness random(5);
-    for (const std::size_t categories : {1U, 2U, 3U, 4U, 5U, 7U, 8U, 9U, 16U, 17U, 31U, 40U}) {
+    for (const std::size_t categories : {1U, 2U, 3U, 4U, 5U, 7U, 8U, 9U, 16U, 17U, 31U, 40U, 200U}) {
         SCOPED_TRACE(categories);
         for (const std::size_t known : {2U, 5U}) {
             const auto model = MakeShapedModel(categories, 0.5, Mixed(known), 0, random);
@@ -148,6 +150,27 @@ TEST_P(BatchesAgainstOneByOne, Agree_ForEveryNumberOfKnownValues) {
         for (const std::size_t categories : {2U, 3U, 4U, 6U}) {
             const auto model = MakeShapedModel(categories, 0.001, Mixed(known), 0, random);
             ExpectBatchesLikeOneByOne(*model, 400, random);
+        }
+    }
+}
+
+/// The first few predictors with small tables are multiplied out beforehand, whatever is missing or unknown.
+TEST_P(BatchesAgainstOneByOne, Agree_WhenTheFirstPredictorsAreMultipliedOut) {
+    Randomness random(14);
+    for (const std::size_t categories : {2U, 3U, 4U, 5U, 9U, 60U}) {
+        SCOPED_TRACE(categories);
+        for (const std::vector<std::size_t>& known : {std::vector<std::size_t>{1, 1, 1, 1, 1, 1},
+                                                      {3, 3},
+                                                      {2, 3, 5, 7, 9},
+                                                      {15, 15, 2},
+                                                      {254, 1, 1, 2},
+                                                      {300, 2, 2}}) {
+            std::vector<ShapedPredictor> predictors;
+            for (std::size_t j = 0; j < known.size(); ++j) {
+                predictors.push_back({"input " + std::to_string(j),
+                                      j % 2 == 0 ? PredictorTables::Texts : PredictorTables::Numbers, known[j]});
+            }
+            ExpectBatchesLikeOneByOne(*MakeShapedModel(categories, 0.5, predictors, 0, random), 200, random);
         }
     }
 }
@@ -192,6 +215,39 @@ TEST_P(BatchesAgainstOneByOne, Agree_ForSetsOfEverySize) {
             ExpectBatchesLikeOneByOne(*MakeShapedSet(categories, subModels, random), 300, random);
     }
     ExpectBatchesLikeOneByOne(*MakeShapedSet(2, 8, random), 1100, random);
+}
+
+std::vector<std::size_t> DrawInputs(std::size_t inputs, std::size_t read, Randomness& random) {
+    std::vector<std::size_t> all(inputs);
+    std::iota(all.begin(), all.end(), std::size_t{0});
+    std::ranges::shuffle(all, random);
+    all.resize(read);
+    return all;
+}
+
+TEST_P(BatchesAgainstOneByOne, Agree_ForManySubModelsNoTwoOfWhichReadTheSame) {
+    Randomness random(15);
+    for (const std::size_t categories : {2U, 5U}) {
+        std::vector<std::vector<std::size_t>> inputs;
+        for (int m = 0; m < 200; ++m)
+            inputs.push_back(DrawInputs(40, 8, random));
+        ExpectBatchesLikeOneByOne(*MakeSetReading(categories, inputs, random), 75, random);
+    }
+}
+
+TEST_P(BatchesAgainstOneByOne, Agree_ForSubModelsThatReadTheSame_WhereverTheyStand) {
+    Randomness random(16);
+    for (const std::size_t categories : {2U, 3U, 4U}) {
+        for (const std::size_t alike : {6U, 8U, 17U, 45U, 80U}) {
+            SCOPED_TRACE(alike);
+            std::vector<std::vector<std::size_t>> inputs(alike, DrawInputs(12, 5, random));
+            ExpectBatchesLikeOneByOne(*MakeSetReading(categories, inputs, random), 150, random);
+            // Another one between them, and one that reads nothing.
+            inputs.insert(inputs.begin() + 3, DrawInputs(12, 4, random));
+            inputs.insert(inputs.begin() + 5, std::vector<std::size_t>());
+            ExpectBatchesLikeOneByOne(*MakeSetReading(categories, inputs, random), 70, random);
+        }
+    }
 }
 
 TEST_P(BatchesAgainstOneByOne, Agree_ForSubModelsThatKnowDifferentValues) {

@@ -120,12 +120,16 @@ std::pair<double, std::vector<double>> DrawPriors(std::size_t targetCategories, 
     return {-2.0, counts};
 }
 
-void AddSubModel(SelfLearningModel& set, int position, BaseDictionary& dictionary, std::size_t targetCategories,
-                 const std::vector<ShapedPredictor>& predictors, std::size_t first, Randomness& random) {
+void PrepareSubModel(SelfLearningModel& set, int position, std::size_t targetCategories, Randomness& random) {
     const auto [threshold, counts] = DrawPriors(targetCategories, random);
     set.SetThreshold(threshold);
     set.SetModelName(position, "offer " + std::to_string(position % 10));
     set.SetTargetCounts(counts);
+}
+
+void AddSubModel(SelfLearningModel& set, int position, BaseDictionary& dictionary, std::size_t targetCategories,
+                 const std::vector<ShapedPredictor>& predictors, std::size_t first, Randomness& random) {
+    PrepareSubModel(set, position, targetCategories, random);
     for (const ShapedPredictor& predictor : predictors) {
         set.AddPredictorVar(position, predictor.name, VariableOf(predictor, dictionary));
         set.AddEncoder(position, 0, MakeEncoder(predictor, first, random));
@@ -174,6 +178,28 @@ std::unique_ptr<SelfLearningModel> MakeShapedSet(std::size_t targetCategories, s
     for (std::size_t m = 0; m < subModels; ++m) {
         AddSubModel(*made.set, static_cast<int>(m), *made.dictionary, targetCategories, DrawInputs(random),
                     static_cast<std::size_t>(Between(0, 3, random)), random);
+    }
+    return std::move(made.set);
+}
+
+std::unique_ptr<SelfLearningModel> MakeSetReading(std::size_t targetCategories,
+                                                  const std::vector<std::vector<std::size_t>>& inputsOfSubModels,
+                                                  Randomness& random) {
+    static constexpr std::array<PredictorTables::Kind, 3> kinds = {PredictorTables::Texts, PredictorTables::Numbers,
+                                                                   PredictorTables::Bins};
+    EmptySet made(targetCategories, inputsOfSubModels.size());
+    for (std::size_t m = 0; m < inputsOfSubModels.size(); ++m) {
+        const auto position = static_cast<int>(m);
+        PrepareSubModel(*made.set, position, targetCategories, random);
+        for (const std::size_t input : inputsOfSubModels[m]) {
+            const ShapedPredictor shape{"input " + std::to_string(input), kinds[input % kinds.size()],
+                                        1 + input * 7 % 40};
+            // The same categories in the same order for each sub-model.
+            Randomness order(input);
+            made.set->AddPredictorVar(position, shape.name, VariableOf(shape, *made.dictionary));
+            made.set->AddEncoder(position, 0, MakeEncoder(shape, 0, order));
+            made.set->SetPredCounts(position, 0, DrawMatrix(CountRows(shape), targetCategories, random));
+        }
     }
     return std::move(made.set);
 }

@@ -35,6 +35,12 @@ std::unique_ptr<NaiveBayesModel> MakeShapedModel(std::size_t targetCategories, d
 std::unique_ptr<SelfLearningModel> MakeShapedSet(std::size_t targetCategories, std::size_t subModels,
                                                  Randomness& random);
 
+/// A set whose sub-models read the inputs of these numbers in these orders. Inputs are of every kind and of 1 to 40
+/// categories, and every sub-model that reads one tells the same categories apart.
+std::unique_ptr<SelfLearningModel> MakeSetReading(std::size_t targetCategories,
+                                                  const std::vector<std::vector<std::size_t>>& inputsOfSubModels,
+                                                  Randomness& random);
+
 /// A set whose sub-models read one variable, each with categories that no other has.
 std::unique_ptr<SelfLearningModel> MakeSetOfStrangers(std::size_t subModels, std::size_t categoriesOfEach,
                                                       Randomness& random);
