@@ -315,13 +315,10 @@ LoadedModel ReadWithAdvice(const std::shared_ptr<PluginLibrary>& plugin, const S
     }
 }
 
-DocumentCheck DescribeLoaded(ScoreModel& model, ScoringRule rule, const std::string& document) {
-    DocumentCheck check;
-    check.rule = rule;
-    check.document = document;
-    DescribeModel(model, check);
-    if (check.model) check.problems = FindRemarks(check, *check.model);
-    return check;
+DocumentCheck DescribeLoaded(ScoreModel& model, DocumentCheck known) {
+    DescribeModel(model, known);
+    if (known.model) known.problems = FindRemarks(known, *known.model);
+    return known;
 }
 
 }  // namespace nbscore

@@ -123,9 +123,8 @@ struct ModelReading {
 LoadedModel ReadWithAdvice(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source,
                            const ModelReading& reading, const ReadingListeners& listeners = {});
 
-/// Describes a model that was read as a check of its document does, with remarks on the model itself.
-/// @param document what it was read from.
-DocumentCheck DescribeLoaded(ScoreModel& model, ScoringRule rule, const std::string& document);
+/// Adds to what is known of a document's check what its model tells: a description, and remarks on the model alone.
+DocumentCheck DescribeLoaded(ScoreModel& model, DocumentCheck known);
 
 /// A check as text for people: what the document holds, then what is wrong, each with what to do about it.
 std::string WriteCheckAsText(const DocumentCheck& check);
