@@ -93,63 +93,72 @@ void CopyRows(const ValueRows& valueRows, std::span<const FactorRow> list, const
                             std::to_string(*wrong) + ", but there are " + std::to_string(numRows));
 }
 
-/// What is wrong with a column, for a message; empty when nothing is.
-class Problem {
-public:
-    std::size_t cases;
-    const ScorerIdentity& scorer;
-    std::size_t input;
+/// How many entries a column has.
+struct EntryCount {
+    std::size_t operator()(const AbsentColumn&) const { return 0; }
+    std::size_t operator()(const TruthColumn& column) const { return column.size; }
+    std::size_t operator()(const TextViewColumn& column) const { return column.values.size(); }
+    template <typename Number>
+    std::size_t operator()(const NumbersOf<Number>& column) const {
+        return column.values.size();
+    }
+    template <typename Offset>
+    std::size_t operator()(const TextColumn<Offset>& column) const {
+        return column.offsets.empty() ? 0 : column.offsets.size() - 1;
+    }
+    template <typename Code>
+    std::size_t operator()(const CodeColumn<Code>& column) const {
+        return column.codes.size();
+    }
+};
 
-    std::string operator()(const AbsentColumn&) const { return {}; }
+/// What is wrong with the values themselves.
+struct ValueProblem {
+    std::string operator()(const auto&) const { return {}; }
     template <typename Number>
     std::string operator()(const NumbersOf<Number>& column) const {
-        const std::string problem = OfSize(column.values.size());
         if constexpr (std::is_integral_v<Number> && sizeof(Number) == sizeof(double)) {
-            if (problem.empty()) return OfWholeNumbers(column);
+            constexpr auto highest = Number{1} << std::numeric_limits<double>::digits;
+            for (std::size_t entry = 0; entry < column.values.size(); ++entry) {
+                const Number number = column.values[entry];
+                const bool isTooLow = std::is_signed_v<Number> && number < Number{0} - highest;
+                if ((number <= highest && !isTooLow) || !column.validity.HasValue(entry)) continue;
+                return "has the number " + std::to_string(number) + " in case " + std::to_string(entry) +
+                       ", which is beyond 53 bits";
+            }
         }
-        return problem;
+        return {};
     }
-    std::string operator()(const TextViewColumn& column) const { return OfSize(column.values.size()); }
     template <typename Offset>
     std::string operator()(const TextColumn<Offset>& column) const {
         if (column.offsets.empty()) return "has no offsets";
         if (column.offsets.front() < 0 || !std::ranges::is_sorted(column.offsets)) return "has offsets that fall";
-        return OfSize(column.offsets.size() - 1);
+        return {};
     }
+};
+
+/// What is wrong with the dictionary that a column was given.
+struct DictionaryProblem {
+    const ScorerIdentity& scorer;
+    std::size_t input;
+
+    std::string operator()(const auto&) const { return {}; }
     template <typename Code>
     std::string operator()(const CodeColumn<Code>& column) const {
-        const std::string problem = OfDictionary(column.dictionary);
-        return problem.empty() ? OfSize(column.codes.size()) : problem;
+        return Find(column.dictionary);
     }
     std::string operator()(const TruthColumn& column) const {
-        const std::string problem = OfDictionary(column.dictionary);
-        if (!problem.empty()) return problem;
-        if (column.dictionary->GetSize() < 2) return "has truth values, and a dictionary that lacks one of them";
-        return OfSize(column.size);
+        const std::string problem = Find(column.dictionary);
+        if (!problem.empty() || column.dictionary->GetSize() >= 2) return problem;
+        return "has truth values, and a dictionary that lacks one of them";
     }
 
 private:
-    template <typename Number>
-    static std::string OfWholeNumbers(const NumbersOf<Number>& column) {
-        constexpr auto highest = Number{1} << std::numeric_limits<double>::digits;
-        for (std::size_t entry = 0; entry < column.values.size(); ++entry) {
-            const Number number = column.values[entry];
-            const bool isTooLow = std::is_signed_v<Number> && number < Number{0} - highest;
-            if ((number <= highest && !isTooLow) || !column.validity.HasValue(entry)) continue;
-            return "has the number " + std::to_string(number) + " in case " + std::to_string(entry) +
-                   ", which is beyond 53 bits";
-        }
-        return {};
-    }
-    std::string OfDictionary(const InputDictionary* dictionary) const {
+    std::string Find(const InputDictionary* dictionary) const {
         if (dictionary == nullptr) return "has codes and no dictionary";
         const InputDictionary::Lookup& lookup = dictionary->GetLookup();
         if (lookup.scorer != scorer || lookup.input != input) return "has a dictionary of another scorer or input";
         return {};
-    }
-    std::string OfSize(std::size_t size) const {
-        if (size == cases) return {};
-        return "has " + std::to_string(size) + " values for " + std::to_string(cases) + " cases";
     }
 };
 
@@ -160,6 +169,18 @@ void RefuseCode(std::size_t entry, const std::string& code, std::size_t size) {
                             std::to_string(size) + " values");
 }
 
+std::size_t CountEntries(const Column& column) {
+    return std::visit(EntryCount(), column);
+}
+
+std::string FindProblem(const Column& column, std::size_t cases) {
+    if (std::holds_alternative<AbsentColumn>(column)) return {};
+    std::string problem = std::visit(ValueProblem(), column);
+    const std::size_t size = CountEntries(column);
+    if (!problem.empty() || size == cases) return problem;
+    return "has " + std::to_string(size) + " values for " + std::to_string(cases) + " cases";
+}
+
 void RequireReadable(std::span<const Column> columns, std::size_t cases, const ScorerIdentity& scorer,
                      const std::vector<BatchInput>& inputs) {
     if (columns.size() != inputs.size()) {
@@ -167,7 +188,8 @@ void RequireReadable(std::span<const Column> columns, std::size_t cases, const S
                                     std::to_string(inputs.size()) + " inputs.");
     }
     for (std::size_t input = 0; input < inputs.size(); ++input) {
-        const std::string problem = std::visit(Problem{cases, scorer, input}, columns[input]);
+        std::string problem = std::visit(DictionaryProblem{scorer, input}, columns[input]);
+        if (problem.empty()) problem = FindProblem(columns[input], cases);
         if (problem.empty()) continue;
         throw std::invalid_argument("The column of the input \"" + inputs[input].name + "\" " + problem + ".");
     }

@@ -99,6 +99,13 @@ std::size_t FindPlace(const Coded& coded, std::size_t entry, std::size_t listSiz
     return place;
 }
 
+/// How many entries a column has; an absent one has none of its own.
+std::size_t CountEntries(const Column& column);
+
+/// What keeps a column from being read for so many cases, to be put behind its name, whatever its dictionary: another
+/// number of values, offsets that fall, whole numbers that no double is equal to. Empty where nothing does.
+std::string FindProblem(const Column& column, std::size_t cases);
+
 /// Throws std::invalid_argument when there is not one column for each input, and, naming the input, when one cannot be
 /// read for so many cases: it has another number of values, offsets that fall, whole numbers that no double is equal to,
 /// or a dictionary of another scorer or input.

@@ -64,7 +64,7 @@ std::unique_ptr<OwnedError> CopyException() {
         return make(NBSCORE_CANCELLED, error.what());
     } catch (const InputOutputError& error) {
         return make(NBSCORE_UNREADABLE, error.what());
-    } catch (const CaseDataError& error) {
+    } catch (const BadCases& error) {
         return make(NBSCORE_BAD_CASES, error.what());
     } catch (const UnscorableModelError& error) {
         return make(NBSCORE_REFUSED, error.what());

@@ -18,6 +18,12 @@ public:
     using std::invalid_argument::invalid_argument;
 };
 
+/// Cases that do not fit the model. The message says which column.
+class BadCases : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
 /// Throws BadArgument for a null pointer.
 template <typename Object>
 Object& RequireArgument(Object* argument, const char* name) {

@@ -51,7 +51,7 @@ LoadedModel OpenModel::Read(const DocumentOrigin& origin, const ReadingOptions& 
 }
 
 OpenModel::OpenModel(const DocumentOrigin& origin, const ReadingOptions& options)
-    : model(Read(origin, options, ofDocument)) {}
+    : limits(options.limits), model(Read(origin, options, ofDocument)), scorer(model.Get()) {}
 
 std::string OpenModel::Describe() const {
     return WriteChecksAsJson({DescribeLoaded(model.Get(), ofDocument)});

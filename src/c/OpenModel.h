@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "batch/SourceScorer.h"
 #include "c/nbscore.h"
 #include "check/DocumentCheck.h"
 #include "framework/Limits.h"
@@ -33,6 +34,10 @@ public:
     /// Throws what reading a document throws.
     OpenModel(const DocumentOrigin& origin, const ReadingOptions& options);
 
+    ScoreModel& GetModel() const { return model.Get(); }
+    const SourceScorer& GetScorer() const { return scorer; }
+    void ThrowIfCancelled() const { limits.ThrowIfCancelled(); }
+
     /// As a check of its document tells of it (DescribeLoaded), as JSON.
     std::string Describe() const;
 
@@ -41,7 +46,9 @@ private:
 
     /// What only the document tells.
     DocumentCheck ofDocument;
+    Limits limits;
     LoadedModel model;
+    SourceScorer scorer;
 };
 
 }  // namespace nbscore

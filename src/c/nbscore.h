@@ -157,8 +157,8 @@ typedef struct nbscore_reading {
     uint64_t max_memory;
     /* Bytes that a document may have; 0: any number. */
     uint64_t max_document_bytes;
-    /* Asked every few milliseconds, on the thread that reads or scores: other than 0 ends the work. Null: never. It
-     * stays with the model, and may not throw. */
+    /* Asked every few milliseconds while a document is read, and at the beginning of each array of cases, on the thread
+     * that does the work: other than 0 ends it. Null: never. It stays with the model, and may not throw. */
     int (*is_cancelled)(void* cancel_data);
     void* cancel_data;
 } nbscore_reading;
@@ -196,6 +196,61 @@ NBSCORE_CALL int32_t nbscore_check_memory(const void* bytes, size_t size, const 
 
 /* Frees a text that a call gave; null is none. Any thread. */
 NBSCORE_CALL void nbscore_text_free(char* text);
+
+/* ---- Columns of cases ------------------------------------------------------------------------------------------- */
+
+/* How cases are scored. */
+typedef struct nbscore_scoring {
+    /* sizeof(nbscore_scoring) */
+    size_t size;
+    /* 0: by the standard's rule, the columns that the document's Output asks for, where it does; 1: the usual ones, as
+     * the command's --columns usual. */
+    int32_t usual_columns;
+    /* 1: the prediction alone, as --prediction-only. */
+    int32_t prediction_only;
+    /* 1: a column that the model needs and the cases lack is absent in every case, as --allow-missing-fields; 0: it is
+     * an error. */
+    int32_t lacking_as_absent;
+    int32_t reserved;
+    /* Of a set of sub-models, only so many of each case's highest scores, as --best; 0: all. */
+    uint64_t best;
+} nbscore_scoring;
+
+#define NBSCORE_SCORING_INIT \
+    { sizeof(nbscore_scoring), 0, 0, 0, 0, 0 }
+
+/* The schema of the scores: a struct of the columns that `nbscore score` adds to a table, by its names and in its order.
+ * Predictions, texts of an Output and names of sub-models are utf8 ("u"); all else is float64 ("g"), the prediction of a
+ * target that holds numbers too. Any value may be absent.
+ * schema: its content is not looked at; gets the schema, which the caller releases; released when the call fails.
+ * Any number of threads at once. */
+NBSCORE_CALL int32_t nbscore_score_schema(const nbscore_model* model, const nbscore_scoring* scoring,
+                                          struct ArrowSchema* schema, nbscore_error** error);
+
+/* Scores cases.
+ * cases: a struct array with a column for each field that the model needs, in any order. Other columns are passed over.
+ *     Of a column that is read, the type is utf8 or large utf8, a whole number of 8 to 64 bits with a sign or without,
+ *     float32, float64, bool, null, or a dictionary of numbers or texts with indices of any whole type. Among texts a
+ *     number is taken by its digits, and a truth value as "true" or "false"; among numbers a truth value is 1 or 0, and
+ *     a column of texts is refused. An empty text is a value, other than in a table. Whole numbers beyond 53 bits are
+ *     refused. Nothing is copied and nothing released: schema and array stay the caller's. How long a buffer is cannot
+ *     be seen from here; all else is checked.
+ * Derived fields of the document are computed; their columns are never given.
+ * scores: its content is not looked at; gets the scores, a struct array of nbscore_score_schema's schema with as many
+ *     entries as there are cases, which the caller releases, on any thread; released when the call fails.
+ * Any number of threads at once, each with cases of its own. */
+NBSCORE_CALL int32_t nbscore_score(const nbscore_model* model, const nbscore_scoring* scoring,
+                                   const struct ArrowSchema* schema, const struct ArrowArray* cases,
+                                   struct ArrowArray* scores, nbscore_error** error);
+
+/* Makes a stream of scores of a stream of cases: each array is scored when its scores are asked for.
+ * cases: taken over where the call succeeds, and then released with the stream of scores; else it stays the caller's.
+ * scores: its content is not looked at; gets the stream, which the caller releases. It does not need the model's handle
+ *     any more. Its get_next answers EINVAL for cases that do not fit, ENOMEM, ECANCELED, EIO for anything else, or what
+ *     the stream of cases answered; get_last_error tells more. Used by one thread at a time. */
+NBSCORE_CALL int32_t nbscore_score_stream(const nbscore_model* model, const nbscore_scoring* scoring,
+                                          struct ArrowArrayStream* cases, struct ArrowArrayStream* scores,
+                                          nbscore_error** error);
 
 #ifdef __cplusplus
 }

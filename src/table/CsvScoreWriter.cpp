@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <variant>
 
 #include "framework/MCMV.h"
@@ -58,22 +59,13 @@ CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& header, const Sco
 CsvScoreWriter::CsvScoreWriter(const ScoreDictVar& target, const std::vector<std::string>& header,
                                const std::string& sourceName, const ScoreWriterOptions& options)
     : CsvScoreWriter(header, options) {
-    AddColumn("predicted_" + target.GetName(), Content::Prediction);
-    if (!options.predictionOnly) {
-        AddColumn("confidence", Content::Confidence);
-        const CategoryProbabilities categories(target);
-        for (std::size_t i = 0; i < categories.GetNames().size(); ++i)
-            AddColumn("probability_" + categories.GetNames()[i], Content::Probability, i);
-    }
-    RequireDistinctNames(sourceName);
+    AddColumns(ListAddedColumns(target, options), sourceName);
 }
 
 CsvScoreWriter::CsvScoreWriter(const std::vector<OutputColumn>& outputs, const std::vector<std::string>& header,
                                const std::string& sourceName, const ScoreWriterOptions& options)
     : CsvScoreWriter(header, options) {
-    for (std::size_t i = 0; i < outputs.size(); ++i)
-        AddColumn(outputs[i].name, Content::Output, i);
-    RequireDistinctNames(sourceName);
+    AddColumns(ListAddedColumns(outputs), sourceName);
 }
 
 CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& names, const std::vector<std::string>& header,
@@ -83,29 +75,14 @@ CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& names, const std:
     for (const std::string& label : labels)
         AppendCsvCell(labelCells.emplace_back(), label, delimiter);
     hasRowForEachSubModel = options.subModels.longRows;
-    if (hasRowForEachSubModel) {
-        AddColumn("model", Content::Label);
-        AddColumn("score", Content::Score);
-        if (!options.predictionOnly) {
-            AddColumn("assessment_mean", Content::AssessmentMean);
-            AddColumn("assessment_std_dev", Content::AssessmentStdDev);
-        }
-    } else if (options.subModels.best) {
-        for (std::size_t i = 0; i < std::min(*options.subModels.best, labels.size()); ++i) {
-            const std::string place = "best_" + std::to_string(i + 1);
-            AddColumn(place + "_model", Content::Label, i);
-            AddColumn(place + "_score", Content::Score, i);
-        }
-    } else {
-        for (std::size_t i = 0; i < labels.size(); ++i)
-            AddColumn("score_" + labels[i], Content::Score, i);
-    }
-    RequireDistinctNames(sourceName);
+    AddColumns(ListAddedColumns(labels, options), sourceName);
 }
 
-void CsvScoreWriter::AddColumn(const std::string& name, Content content, std::size_t number) {
-    columnNames.push_back(prefix + name);
-    columns.push_back({content, number});
+void CsvScoreWriter::AddColumns(std::vector<AddedColumn> added, const std::string& sourceName) {
+    columns = std::move(added);
+    for (const AddedColumn& column : columns)
+        columnNames.push_back(prefix + column.name);
+    RequireDistinctNames(sourceName);
 }
 
 void CsvScoreWriter::RequireDistinctNames(const std::string& sourceName) const {
@@ -163,17 +140,18 @@ void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std:
     CsvRow row(text, delimiter, hasInputColumns);
     std::size_t confidenceBegin = 0;
     std::size_t confidenceLength = 0;
-    for (const auto& [content, number] : columns) {
-        switch (content) {
-            case Content::Prediction:
+    for (const AddedColumn& column : columns) {
+        const std::size_t number = column.number;
+        switch (column.content) {
+            case AddedColumn::Prediction:
                 row.Add(scored.prediction == nullptr ? std::string() : scored.prediction->GetString());
                 break;
-            case Content::Confidence:
+            case AddedColumn::Confidence:
                 confidenceBegin = text.size();
                 AddNumber(row, scored.confidence, numbersNeedQuotes);
                 confidenceLength = text.size() - confidenceBegin;
                 break;
-            case Content::Probability:
+            case AddedColumn::Probability:
                 // Writing a number takes long, and one of these is the confidence once more.
                 if (HaveSameBits(scored.probabilities[number], scored.confidence)) {
                     row.AddAgain(confidenceBegin, confidenceLength);
@@ -181,19 +159,19 @@ void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std:
                     AddNumber(row, scored.probabilities[number], numbersNeedQuotes);
                 }
                 break;
-            case Content::Output:
+            case AddedColumn::Output:
                 AddOutput(row, scored.outputs[number], numbersNeedQuotes);
                 break;
-            case Content::Label:
+            case AddedColumn::Label:
                 row.AddPlain([&label = labelCells[shown[number]]](std::string& cells) { cells += label; });
                 break;
-            case Content::Score:
+            case AddedColumn::Score:
                 AddNumber(row, scored.subModels[shown[number]].score, numbersNeedQuotes);
                 break;
-            case Content::AssessmentMean:
+            case AddedColumn::AssessmentMean:
                 AddNumber(row, scored.subModels[shown[number]].assessmentMean, numbersNeedQuotes);
                 break;
-            case Content::AssessmentStdDev:
+            case AddedColumn::AssessmentStdDev:
                 AddNumber(row, scored.subModels[shown[number]].assessmentStdDev, numbersNeedQuotes);
                 break;
         }

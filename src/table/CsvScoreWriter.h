@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "table/AddedColumns.h"
 #include "table/ScoreWriter.h"
 
 namespace nbscore {
@@ -13,7 +14,7 @@ namespace nbscore {
 /// Writes scored cases as CSV: the input's columns, unless they are left out, and then those that scoring adds.
 class CsvScoreWriter : public ScoreWriter {
 public:
-    /// For a single classifier: `predicted_<target>`, `confidence` and `probability_<category>` for each target category.
+    /// For a single classifier. ListAddedColumns says which columns are added for a model.
     /// @param header the input's column names. Throws CaseDataError, naming the column and the way out (a prefix), when
     ///     an added column's name is taken.
     CsvScoreWriter(const ScoreDictVar& target, const std::vector<std::string>& header, const std::string& sourceName,
@@ -23,9 +24,7 @@ public:
     CsvScoreWriter(const std::vector<OutputColumn>& outputs, const std::vector<std::string>& header,
                    const std::string& sourceName, const ScoreWriterOptions& options);
 
-    /// For a set of sub-models: `score_<label>` for each (LabelSubModels); or of the best ones `best_1_model`,
-    /// `best_1_score`, `best_2_model` and so on; or a row for each case and sub-model with `model` (the label), `score`,
-    /// `assessment_mean` and `assessment_std_dev`, so that a case without sub-models has no row.
+    /// For a set of sub-models. Where a case has a row for each, one without sub-models has no row.
     /// @param names of the sub-models. The rest as above.
     CsvScoreWriter(const std::vector<std::string>& names, const std::vector<std::string>& header,
                    const std::string& sourceName, const ScoreWriterOptions& options);
@@ -38,17 +37,8 @@ public:
     void AppendScores(std::string& text, const ScoredCase& scored) override;
 
 private:
-    enum class Content { Prediction, Confidence, Probability, Output, Label, Score, AssessmentMean, AssessmentStdDev };
-
-    /// A column that scoring adds.
-    struct Column {
-        Content content;
-        /// Which one: of the target's categories, of the outputs, or of the sub-models that a row shows.
-        std::size_t number;
-    };
-
     CsvScoreWriter(const std::vector<std::string>& header, const ScoreWriterOptions& options);
-    void AddColumn(const std::string& name, Content content, std::size_t number = 0);
+    void AddColumns(std::vector<AddedColumn> added, const std::string& sourceName);
     void RequireDistinctNames(const std::string& sourceName) const;
     void AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown) const;
 
@@ -59,7 +49,7 @@ private:
     std::string prefix;
     /// The input's, as far as they are written, and those that are added.
     std::vector<std::string> columnNames;
-    std::vector<Column> columns;
+    std::vector<AddedColumn> columns;
     /// The sub-models' labels, in quotes where they need them.
     std::vector<std::string> labelCells;
     SubModelRanking ranking;

@@ -1,0 +1,46 @@
+#include "table/AddedColumns.h"
+
+#include <algorithm>
+
+#include "table/ModelResults.h"
+
+namespace nbscore {
+
+std::vector<AddedColumn> ListAddedColumns(const ScoreDictVar& target, const ScoreWriterOptions& options) {
+    std::vector<AddedColumn> columns = {{"predicted_" + target.GetName(), AddedColumn::Prediction}};
+    if (options.predictionOnly) return columns;
+    columns.push_back({"confidence", AddedColumn::Confidence});
+    const CategoryProbabilities categories(target);
+    for (std::size_t i = 0; i < categories.GetNames().size(); ++i)
+        columns.push_back({"probability_" + categories.GetNames()[i], AddedColumn::Probability, i});
+    return columns;
+}
+
+std::vector<AddedColumn> ListAddedColumns(const std::vector<OutputColumn>& outputs) {
+    std::vector<AddedColumn> columns;
+    for (std::size_t i = 0; i < outputs.size(); ++i)
+        columns.push_back({outputs[i].name, AddedColumn::Output, i});
+    return columns;
+}
+
+std::vector<AddedColumn> ListAddedColumns(const std::vector<std::string>& labels, const ScoreWriterOptions& options) {
+    std::vector<AddedColumn> columns;
+    if (options.subModels.longRows) {
+        columns = {{"model", AddedColumn::Label}, {"score", AddedColumn::Score}};
+        if (options.predictionOnly) return columns;
+        columns.push_back({"assessment_mean", AddedColumn::AssessmentMean});
+        columns.push_back({"assessment_std_dev", AddedColumn::AssessmentStdDev});
+    } else if (options.subModels.best) {
+        for (std::size_t i = 0; i < std::min(*options.subModels.best, labels.size()); ++i) {
+            const std::string place = "best_" + std::to_string(i + 1);
+            columns.push_back({place + "_model", AddedColumn::Label, i});
+            columns.push_back({place + "_score", AddedColumn::Score, i});
+        }
+    } else {
+        for (std::size_t i = 0; i < labels.size(); ++i)
+            columns.push_back({"score_" + labels[i], AddedColumn::Score, i});
+    }
+    return columns;
+}
+
+}  // namespace nbscore

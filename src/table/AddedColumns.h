@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "framework/ModelOutputs.h"
+#include "framework/ScoreDictVar.h"
+#include "framework/ScoreModel.h"
+#include "table/TableOptions.h"
+
+namespace nbscore {
+
+/// A column that scoring adds to a table.
+struct AddedColumn {
+    enum Content { Prediction, Confidence, Probability, Output, Label, Score, AssessmentMean, AssessmentStdDev };
+
+    std::string name;
+    Content content;
+    /// Which one: of the target's categories, of the outputs, or of the sub-models that a row shows.
+    std::size_t number = 0;
+};
+
+/// For a single classifier: `predicted_<target>`, `confidence` and `probability_<category>` for each target category.
+std::vector<AddedColumn> ListAddedColumns(const ScoreDictVar& target, const ScoreWriterOptions& options);
+
+/// For a single classifier whose document names the columns itself.
+std::vector<AddedColumn> ListAddedColumns(const std::vector<OutputColumn>& outputs);
+
+/// For a set of sub-models: `score_<label>` for each; or of the best ones `best_1_model`, `best_1_score`,
+/// `best_2_model` and so on; or, of a row for each case and sub-model, `model` (the label), `score`, `assessment_mean`
+/// and `assessment_std_dev`.
+/// @param labels of the sub-models (LabelSubModels).
+std::vector<AddedColumn> ListAddedColumns(const std::vector<std::string>& labels, const ScoreWriterOptions& options);
+
+}  // namespace nbscore
