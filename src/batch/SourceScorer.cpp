@@ -43,13 +43,14 @@ std::string FindProblemOfValues(const SourceColumn& source) {
 }
 
 /// What keeps a column from being read as a field, to be put behind its name; empty where nothing does.
-std::string FindProblemOfField(const SourceColumn& source, bool isNumeric, std::size_t cases) {
+/// @param mayHoldTexts whether the field's texts mean anything.
+std::string FindProblemOfField(const SourceColumn& source, bool mayHoldTexts, std::size_t cases) {
     std::string problem = FindProblem(source.column, cases);
     const bool hasCodes = HoldsCodes(source.column);
     if (problem.empty() && hasCodes) problem = FindProblemOfValues(source);
     if (!problem.empty()) return problem;
     const bool hasTexts = HoldsTexts(hasCodes ? *source.values : source.column);
-    return isNumeric && hasTexts ? "holds texts, and its field holds numbers" : std::string();
+    return hasTexts && !mayHoldTexts ? "holds texts, and its field holds numbers" : std::string();
 }
 
 /// The first code of a column that stands for nothing, as a message to be put behind the column's name.
@@ -144,7 +145,8 @@ struct SourceScorer::Parts {
             if (found == positions.end()) continue;
             const Field& field = fields[found->second];
             if (std::exchange(bound[found->second], &column) != nullptr) throw ProblemOf(field.name, "is there twice");
-            const std::string problem = FindProblemOfField(column, field.isNumeric, cases);
+            const std::string problem =
+                FindProblemOfField(column, !field.isNumeric || treatments.contains(field.name), cases);
             if (!problem.empty()) throw ProblemOf(field.name, problem);
         }
         if (lacking == LackingFields::Refused) RequireNeeded(bound);

@@ -51,7 +51,8 @@ public:
 
     /// Scores `cases` cases.
     /// @param table in any order; borrowed for the call. A number is taken among texts by its digits, a truth value as
-    ///     "true" or "false" among texts and as 1 or 0 among numbers.
+    ///     "true" or "false" among texts and as 1 or 0 among numbers. Texts in a field of numbers are taken by the
+    ///     standard's rule only: as the number that they hold, or as invalid.
     /// @param answers as BatchScorer takes them.
     /// Throws std::invalid_argument, with a sentence for people that names the column, for one that lacks, is there
     /// twice, cannot be read for so many cases, holds texts where its field holds numbers, or a code that is none.

@@ -10,6 +10,7 @@
 #include "c/OpenModel.h"
 #include "c/ScorePlan.h"
 #include "c/nbscore.h"
+#include "output/HostError.h"
 
 namespace nbscore {
 namespace {
@@ -51,12 +52,14 @@ int ErrnoOf(std::int32_t kind) {
 /// The scores of a stream of cases.
 class ScoreStream {
 public:
-    /// Takes the cases over, unless their schema cannot be had, which throws BadCases.
+    /// Takes the cases over, unless their schema cannot be had, which throws InputOutputError.
     static void Make(ScorePlan plan, ArrowArrayStream& cases, ArrowArrayStream& out) {
         auto stream = std::make_unique<ScoreStream>(std::move(plan));
         if (cases.get_schema(&cases, &stream->schema.Get()) != 0) {
             const char* const reason = cases.get_last_error(&cases);
-            throw BadCases("The stream of cases has no schema: " + std::string(reason == nullptr ? "" : reason));
+            stream->schema.Get().release = nullptr;
+            throw InputOutputError("The stream of cases has no schema: " +
+                                   std::string(reason == nullptr ? "" : reason));
         }
         std::swap(stream->input.Get(), cases);
         out = ArrowArrayStream{};
@@ -150,8 +153,7 @@ int32_t nbscore_score_stream(const nbscore_model* model, const nbscore_scoring* 
     return nbscore::Guarded(error, [&] {
         nbscore::RequireArgument(scores, "scores");
         const ArrowArrayStream& given = nbscore::RequireArgument(cases, "cases");
-        if (given.release == nullptr)
-            throw nbscore::BadArgument("The stream of cases was released.");
+        if (given.release == nullptr) throw nbscore::BadArgument("The stream of cases was released.");
         if (given.get_schema == nullptr || given.get_next == nullptr || given.get_last_error == nullptr)
             throw nbscore::BadArgument("The stream of cases lacks a function.");
         nbscore::ScoreStream::Make(nbscore::PlanOf(model, scoring), *cases, *scores);

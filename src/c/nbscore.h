@@ -231,10 +231,10 @@ NBSCORE_CALL int32_t nbscore_score_schema(const nbscore_model* model, const nbsc
  * cases: a struct array with a column for each field that the model needs, in any order. Other columns are passed over.
  *     Of a column that is read, the type is utf8 or large utf8, a whole number of 8 to 64 bits with a sign or without,
  *     float32, float64, bool, null, or a dictionary of numbers or texts with indices of any whole type. Among texts a
- *     number is taken by its digits, and a truth value as "true" or "false"; among numbers a truth value is 1 or 0, and
- *     a column of texts is refused. An empty text is a value, other than in a table. Whole numbers beyond 53 bits are
- *     refused. Nothing is copied and nothing released: schema and array stay the caller's. How long a buffer is cannot
- *     be seen from here; all else is checked.
+ *     number is taken by its digits, and a truth value as "true" or "false". Among numbers a truth value is 1 or 0, and
+ *     texts are refused; only by the standard's rule they are the numbers that they hold, or invalid. An empty text is a
+ *     value, other than in a table. Whole numbers beyond 53 bits are refused. Nothing is copied and nothing released:
+ *     schema and array stay the caller's. How long a buffer is cannot be seen from here; all else is checked.
  * Derived fields of the document are computed; their columns are never given.
  * scores: its content is not looked at; gets the scores, a struct array of nbscore_score_schema's schema with as many
  *     entries as there are cases, which the caller releases, on any thread; released when the call fails.
