@@ -1,73 +1,20 @@
 #include "batch/SourceScorer.h"
 
+#include <algorithm>
 #include <optional>
 #include <set>
 #include <stdexcept>
 #include <utility>
-#include <variant>
 
 #include "batch/CaseFields.h"
-#include "batch/CaseValues.h"
 #include "batch/ColumnRecord.h"
 #include "batch/DerivedColumns.h"
+#include "batch/SourceColumns.h"
 #include "framework/ModelSelfTables.h"
 #include "framework/SeededHash.h"
 
 namespace nbscore {
 namespace {
-
-template <typename>
-constexpr bool isCodes = false;
-template <typename Code>
-constexpr bool isCodes<CodeColumn<Code>> = true;
-
-bool HoldsCodes(const Column& column) {
-    return std::visit([](const auto& held) { return isCodes<std::decay_t<decltype(held)>>; }, column);
-}
-
-bool HoldsTruths(const Column& column) {
-    return std::holds_alternative<TruthColumn>(column);
-}
-
-bool HoldsTexts(const Column& column) {
-    return std::holds_alternative<TextColumn<std::int32_t>>(column) ||
-           std::holds_alternative<TextColumn<std::int64_t>>(column) || std::holds_alternative<TextViewColumn>(column);
-}
-
-std::string FindProblemOfValues(const SourceColumn& source) {
-    if (source.values == nullptr) return "has codes and nothing that they stand for";
-    const Column& values = *source.values;
-    if (HoldsCodes(values) || HoldsTruths(values) || std::holds_alternative<AbsentColumn>(values))
-        return "has codes that stand for neither numbers nor texts";
-    return FindProblem(values, CountEntries(values));
-}
-
-/// What keeps a column from being read as a field, to be put behind its name; empty where nothing does.
-/// @param mayHoldTexts whether the field's texts mean anything.
-std::string FindProblemOfField(const SourceColumn& source, bool mayHoldTexts, std::size_t cases) {
-    std::string problem = FindProblem(source.column, cases);
-    const bool hasCodes = HoldsCodes(source.column);
-    if (problem.empty() && hasCodes) problem = FindProblemOfValues(source);
-    if (!problem.empty()) return problem;
-    const bool hasTexts = HoldsTexts(hasCodes ? *source.values : source.column);
-    return hasTexts && !mayHoldTexts ? "holds texts, and its field holds numbers" : std::string();
-}
-
-/// The first code of a column that stands for nothing, as a message to be put behind the column's name.
-std::string FindWrongCode(const SourceColumn& source, std::size_t cases) {
-    const auto find = [&](const auto& column) -> std::string {
-        if constexpr (isCodes<std::decay_t<decltype(column)>>) {
-            try {
-                for (std::size_t entry = 0; entry < cases; ++entry)
-                    FindPlace(column, entry, CountEntries(*source.values) + 1);
-            } catch (const std::out_of_range& wrong) {
-                return wrong.what();
-            }
-        }
-        return {};
-    };
-    return std::visit(find, source.column);
-}
 
 std::invalid_argument ProblemOf(std::string_view column, const std::string& problem) {
     return std::invalid_argument("The column \"" + std::string(column) + "\" " + problem + ".");
@@ -80,42 +27,6 @@ std::invalid_argument LackOf(const std::vector<std::string>& columns) {
     return std::invalid_argument("The cases lack the " + std::string(columns.size() == 1 ? "column " : "columns ") +
                                  list + ", which the model needs.");
 }
-
-/// What the codes of an input's column stand for.
-class DictionaryMaker {
-public:
-    const BatchScorer& scorer;
-    std::size_t input;
-
-    InputDictionary operator()(const auto&) const { throw std::invalid_argument("Codes stand for no values."); }
-    template <typename Number>
-    InputDictionary operator()(const NumbersOf<Number>& column) const {
-        return Make<double>(column, column.values.size());
-    }
-    template <typename Offset>
-    InputDictionary operator()(const TextColumn<Offset>& column) const {
-        return Make<std::string_view>(column, column.offsets.size() - 1);
-    }
-    InputDictionary operator()(const TextViewColumn& column) const {
-        return scorer.MakeDictionary(input, column.values, column.validity);
-    }
-    InputDictionary OfTruths() const {
-        constexpr std::string_view texts[] = {"false", "true"};
-        constexpr double numbers[] = {0.0, 1.0};
-        const bool areTexts = scorer.GetInputs()[input].kind == PredictorTables::Texts;
-        return areTexts ? scorer.MakeDictionary(input, texts) : scorer.MakeDictionary(input, numbers);
-    }
-
-private:
-    template <typename Value, typename ValueColumn>
-    InputDictionary Make(const ValueColumn& column, std::size_t size) const {
-        std::vector<Value> values(size);
-        for (std::size_t code = 0; code < size; ++code) {
-            if (column.validity.HasValue(code)) values[code] = column.At(code);
-        }
-        return scorer.MakeDictionary(input, std::span<const Value>(values), column.validity);
-    }
-};
 
 }  // namespace
 
@@ -174,27 +85,29 @@ struct SourceScorer::Parts {
         if (!lacking.empty()) throw LackOf(lacking);
     }
 
-    void Score(std::span<const SourceColumn> table, std::size_t cases, const AnswerColumns& answers,
-               LackingFields lacking) const {
+    /// Makes of a table what the scorer takes, and has it scored.
+    /// @param score gets one column for each input.
+    template <typename ScoreColumns>
+    void Score(std::span<const SourceColumn> table, std::size_t cases, LackingFields lacking,
+               const ScoreColumns& score) const {
         const Bound bound = Bind(table, cases, lacking);
         std::vector<Column> columns(scorer.GetInputs().size());
         std::vector<InputDictionary> dictionaries;
         dictionaries.reserve(columns.size());
         for (std::size_t i = 0; i < fields.size(); ++i) {
             if (!fields[i].input || bound[i] == nullptr) continue;
-            columns[*fields[i].input] = AsInput(*bound[i], *fields[i].input, dictionaries);
+            columns[*fields[i].input] = AsInput(*bound[i], scorer, *fields[i].input, dictionaries);
         }
         try {
-            std::optional<DerivedColumns> derived;
+            DerivedColumns derived(model, derivedInputs);
             if (!derivedInputs.empty()) {
-                derived.emplace(model, derivedInputs);
                 ColumnRecord record(ColumnsOf(bound, true));
                 for (std::size_t entry = 0; entry < cases; ++entry)
-                    derived->Add(record.Read(entry));
-                for (std::size_t i = 0; i < derivedInputs.size(); ++i)
-                    columns[derivedInputs[i].input] = derived->Get(i);
+                    derived.Add(record.Read(entry));
             }
-            scorer.Score(columns, cases, answers);
+            for (std::size_t i = 0; i < derivedInputs.size(); ++i)
+                columns[derivedInputs[i].input] = derived.Get(i);
+            score(columns);
         } catch (const std::out_of_range&) {
             NameWrongCode(bound, cases);
             throw;
@@ -262,22 +175,6 @@ private:
             positions.emplace(fields[i].name, i);
     }
 
-    /// A table's column as the scorer takes it.
-    Column AsInput(const SourceColumn& source, std::size_t input, std::vector<InputDictionary>& dictionaries) const {
-        Column column = source.column;
-        const DictionaryMaker maker{scorer, input};
-        const auto give = [&](auto& held) {
-            using Held = std::decay_t<decltype(held)>;
-            if constexpr (isCodes<Held>) {
-                held.dictionary = &dictionaries.emplace_back(std::visit(maker, *source.values));
-            } else if constexpr (std::is_same_v<Held, TruthColumn>) {
-                held.dictionary = &dictionaries.emplace_back(maker.OfTruths());
-            }
-        };
-        std::visit(give, column);
-        return column;
-    }
-
     /// By the standard's rule, of data fields.
     SeededMap<std::string, FieldTreatment> treatments;
 };
@@ -300,7 +197,22 @@ bool SourceScorer::Reads(std::string_view name) const {
 
 void SourceScorer::Score(std::span<const SourceColumn> table, std::size_t cases, const AnswerColumns& answers,
                          LackingFields lacking) const {
-    parts->Score(table, cases, answers, lacking);
+    parts->Score(table, cases, lacking,
+                 [&](const std::vector<Column>& columns) { parts->scorer.Score(columns, cases, answers); });
+}
+
+void SourceScorer::ScoreInBlocks(std::span<const SourceColumn> table, std::size_t cases, const BlockAnswers& blocks,
+                                 LackingFields lacking) const {
+    parts->Score(table, cases, lacking, [&](const std::vector<Column>& columns) {
+        std::vector<Column> ofBlock(columns.size());
+        for (std::size_t first = 0; first < cases; first += blocks.casesAtOnce) {
+            const std::size_t count = std::min(blocks.casesAtOnce, cases - first);
+            std::ranges::transform(columns, ofBlock.begin(),
+                                   [&](const Column& column) { return SliceOf(column, first, count); });
+            parts->scorer.Score(ofBlock, count, blocks.makeRoom(count));
+            blocks.take(count);
+        }
+    });
 }
 
 class SourceScorer::Cases::Reader {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -58,6 +59,20 @@ public:
     /// twice, cannot be read for so many cases, holds texts where its field holds numbers, or a code that is none.
     void Score(std::span<const SourceColumn> table, std::size_t cases, const AnswerColumns& answers,
                LackingFields lacking = LackingFields::Refused) const;
+
+    /// What becomes of the answers of a table's cases, block by block.
+    struct BlockAnswers {
+        /// At least 1.
+        std::size_t casesAtOnce;
+        /// The room for the answers of so many cases.
+        std::function<AnswerColumns(std::size_t cases)> makeRoom;
+        /// Called when they are there.
+        std::function<void(std::size_t cases)> take;
+    };
+    /// The same, with room for the answers of some cases at a time. When something is thrown, answers may have been
+    /// taken already.
+    void ScoreInBlocks(std::span<const SourceColumn> table, std::size_t cases, const BlockAnswers& blocks,
+                       LackingFields lacking = LackingFields::Refused) const;
 
     /// The cases of a table one by one.
     class Cases;

@@ -16,6 +16,9 @@
 namespace nbscore {
 namespace {
 
+/// Of which only each case's best are kept.
+constexpr std::size_t scoresAtOnce = std::size_t{1} << 18;
+
 /// A text among numbers, or the other way round, is what a cell of a table would hold.
 void AddOutput(ArrowColumn& column, bool isText, const OutputValue& value) {
     const auto* const number = std::get_if<double>(&value);
@@ -154,28 +157,36 @@ std::vector<ArrowColumn> ScorePlan::ScoreSet(std::span<const SourceColumn> table
 }
 
 std::vector<ArrowColumn> ScorePlan::ScoreBest(std::span<const SourceColumn> table, std::size_t cases) const {
-    std::vector<double> all(cases * labels.size());
-    AnswerColumns answers;
-    answers.probabilities = all;
-    model->GetScorer().Score(table, cases, answers, lacking);
     std::vector<ArrowColumn> scores;
     for (const AddedColumn& column : columns)
         scores.emplace_back(IsText(column));
+    std::vector<double> ofBlock;
     std::vector<SubModelScore> ofCase(labels.size());
     SubModelRanking ranking(options.subModels.best);
-    for (std::size_t entry = 0; entry < cases; ++entry) {
-        for (std::size_t m = 0; m < labels.size(); ++m)
-            ofCase[m].score = all[entry * labels.size() + m];
-        const std::vector<std::size_t>& shown = ranking.Rank(ofCase);
-        for (std::size_t i = 0; i < columns.size(); ++i) {
-            const std::size_t position = shown[columns[i].number];
-            if (columns[i].content == AddedColumn::Label) {
-                scores[i].Add(std::string_view(labels[position]));
-            } else {
-                scores[i].Add(ofCase[position].score);
+    const auto makeRoom = [&](std::size_t count) {
+        model->ThrowIfCancelled();
+        ofBlock.resize(count * labels.size());
+        AnswerColumns answers;
+        answers.probabilities = ofBlock;
+        return answers;
+    };
+    const auto take = [&](std::size_t count) {
+        for (std::size_t entry = 0; entry < count; ++entry) {
+            for (std::size_t m = 0; m < labels.size(); ++m)
+                ofCase[m].score = ofBlock[entry * labels.size() + m];
+            const std::vector<std::size_t>& shown = ranking.Rank(ofCase);
+            for (std::size_t i = 0; i < columns.size(); ++i) {
+                const std::size_t position = shown[columns[i].number];
+                if (columns[i].content == AddedColumn::Label) {
+                    scores[i].Add(std::string_view(labels[position]));
+                } else {
+                    scores[i].Add(ofCase[position].score);
+                }
             }
         }
-    }
+    };
+    const std::size_t fitting = scoresAtOnce / std::max<std::size_t>(labels.size(), 1);
+    model->GetScorer().ScoreInBlocks(table, cases, {std::max<std::size_t>(fitting, 1), makeRoom, take}, lacking);
     return scores;
 }
 

@@ -26,16 +26,19 @@ constexpr int casesOfDocument = 30;
 
 using Rows = std::vector<std::vector<std::string>>;
 
-Rows ScoreAsTable(LoadedModel& model, const std::string& csv) {
+/// @param best of a set, how many of the highest scores; 0 for all.
+Rows ScoreAsTable(LoadedModel& model, const std::string& csv, std::size_t best) {
     std::istringstream stream(csv);
     TextSink sink;
     TableScorerOptions options;
     options.output.onlyScores = true;
+    if (best != 0) options.output.subModels.best = best;
     ScoreTable(model.Get(), stream, "rows.csv", sink, options, nullptr);
     return ReadRows(sink.text);
 }
 
-Rows ScoreAsColumns(const std::string& document, const std::string& csv, const ScoreModel& model, TextShape shape) {
+Rows ScoreAsColumns(const std::string& document, const std::string& csv, const ScoreModel& model, TextShape shape,
+                    std::size_t best) {
     ErrorHandle error;
     const ModelHandle opened =
         Give<ModelHandle>(error, nbscore_open_memory, document.data(), document.size(), "a random document", nullptr);
@@ -43,26 +46,28 @@ Rows ScoreAsColumns(const std::string& document, const std::string& csv, const S
     const Rows rows = ReadRows(csv);
     ArrowTable table(static_cast<std::int64_t>(rows.size() - 1));
     AddRows(table, rows, model, ScoringRule::Smoothed, shape);
+    nbscore_scoring scoring = NBSCORE_SCORING_INIT;
+    scoring.best = best;
     ArrowScores scores;
     nbscore_error* failure = nullptr;
-    nbscore_score(opened.get(), nullptr, &table.GetSchema(), &table.GetArray(), &scores.array, &failure);
+    nbscore_score(opened.get(), &scoring, &table.GetSchema(), &table.GetArray(), &scores.array, &failure);
     error.reset(failure);
     if (error != nullptr) return {{error->message}};
-    nbscore_score_schema(opened.get(), nullptr, &scores.schema, nullptr);
+    nbscore_score_schema(opened.get(), &scoring, &scores.schema, nullptr);
     Rows scored = {scores.GetNames()};
     for (std::int64_t entry = 0; entry < scores.array.length; ++entry)
         scored.push_back(scores.GetRow(entry));
     return scored;
 }
 
-void ExpectScoredAlike(const std::string& document, const std::string& csv, int number) {
+void ExpectScoredAlike(const std::string& document, const std::string& csv, int number, std::size_t best = 0) {
     SCOPED_TRACE("document " + std::to_string(number) + ":\n" + document + "\n" + csv);
     const auto plugin = PluginLibrary::Load(NAIVEBAYES_PLUGIN);
     std::istringstream source(document);
     LoadedModel model(plugin, std::unique_ptr<ScoreModel>(plugin->MakeTranslator()->ParseFromTree(source, "UTF-8")));
     const auto shape = static_cast<TextShape>(number % 3);
-    const Rows columns = ScoreAsColumns(document, csv, model.Get(), shape);
-    ASSERT_EQ(ScoreAsTable(model, csv), columns);
+    const Rows columns = ScoreAsColumns(document, csv, model.Get(), shape, best);
+    ASSERT_EQ(ScoreAsTable(model, csv, best), columns);
 }
 
 TEST(CRandomColumns, AreScoredAsTheirTableIs_BySingleClassifiers) {
@@ -90,6 +95,7 @@ TEST(CRandomColumns, AreScoredAsTheirTableIs_BySetsOfSubModels) {
         if (made.subModels.empty()) continue;  // a table has no lines without columns
         const auto cases = DrawEach(casesOfDocument, [&] { return MakeRandomSetCase(made, random); });
         ExpectScoredAlike(made.text, CsvTableText(made.columns, cases), number);
+        ExpectScoredAlike(made.text, CsvTableText(made.columns, cases), number, 3);
     }
 }
 
