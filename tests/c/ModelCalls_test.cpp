@@ -80,12 +80,17 @@ TEST(CModel, IsNamedByTheCaller_WhenItsDocumentInMemoryIsRefused) {
 }
 
 TEST(CModel, IsAdvisedAsItsFileWouldBe_WhenItsDocumentInMemoryIsRefused) {
-    const std::string bytes = ReadWholeFile(refused);
-    ErrorHandle ofFile;
-    Give<ModelHandle>(ofFile, nbscore_open_file, refused.c_str(), nullptr);
-    ErrorHandle ofMemory;
-    Give<ModelHandle>(ofMemory, nbscore_open_memory, bytes.data(), bytes.size(), "no file", nullptr);
-    EXPECT_STREQ(ofFile->advice, ofMemory->advice);
+    // Of the second one the advice is to adapt it.
+    for (const std::string& document : {refused, std::string(NBSCORE_FAULT_DOCUMENTS "/newer-producer.pmml")}) {
+        const std::string bytes = ReadWholeFile(document);
+        ErrorHandle ofFile;
+        Give<ModelHandle>(ofFile, nbscore_open_file, document.c_str(), nullptr);
+        ErrorHandle ofMemory;
+        Give<ModelHandle>(ofMemory, nbscore_open_memory, bytes.data(), bytes.size(), "no file", nullptr);
+        ASSERT_NE(nullptr, ofFile);
+        ASSERT_NE(nullptr, ofMemory);
+        EXPECT_STREQ(ofFile->advice, ofMemory->advice);
+    }
 }
 
 TEST(CModel, IsRefused_WhenItCannotScoreEveryCase) {
