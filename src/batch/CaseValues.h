@@ -107,8 +107,8 @@ std::size_t CountEntries(const Column& column);
 std::string FindProblem(const Column& column, std::size_t cases);
 
 /// Throws std::invalid_argument when there is not one column for each input, and, naming the input, when one cannot be
-/// read for so many cases: it has another number of values, offsets that fall, whole numbers that no double is equal to,
-/// or a dictionary of another scorer or input.
+/// read for so many cases: it has another number of values, offsets that fall, whole numbers that no double is equal
+/// to, or a dictionary of another scorer or input.
 void RequireReadable(std::span<const Column> columns, std::size_t cases, const ScorerIdentity& scorer,
                      const std::vector<BatchInput>& inputs);
 

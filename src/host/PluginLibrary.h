@@ -10,8 +10,8 @@
 
 namespace nbscore {
 
-/// A plug-in, known only by its exported factories: GiveMyTranslator, which each has, and GiveMyStandardTranslator where
-/// it has the standard's rule too.
+/// A plug-in, known only by its exported factories: GiveMyTranslator, which each has, and GiveMyStandardTranslator
+/// where it has the standard's rule too.
 ///
 /// One that is loaded at run time stays loaded while this object lives. Every object that it made must be gone before:
 /// LoadedModel takes care of that for models.

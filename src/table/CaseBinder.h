@@ -23,9 +23,9 @@ struct PlacedCell {
 
 /// Turns the rows of a table into case records for one model.
 ///
-/// CaseFields says which columns of a table are needed or used. An empty cell is an absent value. Cells of numeric fields
-/// are read as numbers; a text that the field declares as a missing value is absent. Texts are taken as they are. A model
-/// with output columns (ModelOutputs) gets texts that are no numbers, to treat them as invalid values.
+/// CaseFields says which columns of a table are needed or used. An empty cell is an absent value. Cells of numeric
+/// fields are read as numbers; a text that the field declares as a missing value is absent. Texts are taken as they
+/// are. A model with output columns (ModelOutputs) gets texts that are no numbers, to treat them as invalid values.
 class CaseBinder {
 public:
     /// @param model borrowed, to outlive the binder.

@@ -21,8 +21,8 @@ public:
     ArrowTable(const ArrowTable&) = delete;
     ArrowTable& operator=(const ArrowTable&) = delete;
 
-    /// Adds a column of this format: the bits that mark absent values, then what the format has. Each buffer is the bytes
-    /// of a vector; an empty one stays null.
+    /// Adds a column of this format: the bits that mark absent values, then what the format has. Each buffer is the
+    /// bytes of a vector; an empty one stays null.
     template <typename... Values>
     void Add(const std::string& name, const std::string& format, const std::vector<Values>&... buffers) {
         Part& part = AddPart(name, format);
