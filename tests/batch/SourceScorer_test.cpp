@@ -1,5 +1,5 @@
-// A table's own columns: found by name, taken as their fields want them, scored at once and in blocks. Derived fields and
-// random documents are tested through the C interface.
+// A table's own columns: found by name, taken as their fields want them, scored at once and in blocks. Derived fields
+// and random documents are tested through the C interface.
 
 #include "batch/SourceScorer.h"
 

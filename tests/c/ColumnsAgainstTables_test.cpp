@@ -1,5 +1,5 @@
-// Documents, most of them random, through the C interface: columns must have the scores that the table of the same cases
-// has.
+// Documents, most of them random, through the C interface: columns must have the scores that the table of the same
+// cases has.
 
 #include <gtest/gtest.h>
 
