@@ -1,12 +1,86 @@
 #include "batch/BatchEngine.h"
 
+#include <cstdint>
 #include <stdexcept>
 #include <utility>
 
+#include "batch/BestScores.h"
+#include "framework/MCMV.h"
 #include "framework/ModelSelfCheck.h"
 #include "framework/ModelSelfTables.h"
+#include "naivebayes/PredictedCategory.h"
 
 namespace nbscore {
+
+/// A case of an engine. Setting a value finds its row in each list that follows from it.
+class BatchEngine::Row : public PreparedRow {
+public:
+    Row(const BatchEngine& scoringEngine, std::shared_ptr<const ColumnScorer> scorer)
+        : kept(std::move(scorer)),
+          engine(scoringEngine),
+          lists(*engine.rowLists),
+          places(lists.CountLists()),
+          numbers(engine.GetNumbersPerCase()) {
+        if (!engine.IsSet()) return;
+        positions.reserve(numbers.size());
+        ranked.reserve(numbers.size());
+    }
+
+    void SetText(std::size_t input, std::string_view text) override { Set(input, text); }
+    void SetNumber(std::size_t input, double number) override { Set(input, number); }
+    void SetMissing(std::size_t input) override {
+        RequireInput(input);
+        for (const std::size_t reader : lists.GetReadersOf(input))
+            SetRow(reader, missingRow);
+    }
+
+    RowAnswer Score() override {
+        if (engine.IsSet()) {
+            engine.caseFactors->ComputeScores(places, numbers);
+            return {-1, MCMV::gMissingValue, numbers};
+        }
+        engine.caseFactors->ComputePosteriors(places, numbers);
+        const std::size_t best = PredictedCategory(numbers, engine.targetCounts);
+        return {static_cast<std::int32_t>(best), numbers[best], numbers};
+    }
+
+    std::span<const RankedSubModel> ScoreBest(std::size_t count) override {
+        if (!engine.IsSet()) RefuseToRank();
+        engine.caseFactors->ComputeScores(places, numbers);
+        FindBestScores(
+            numbers.size(), count, [this](std::size_t position) { return numbers[position]; }, positions);
+        ranked.clear();
+        for (const std::size_t position : positions)
+            ranked.push_back({position, numbers[position]});
+        return ranked;
+    }
+
+private:
+    void RequireInput(std::size_t input) const {
+        if (input >= engine.inputs.size()) RefuseInput(input);
+    }
+
+    template <typename Value>
+    void Set(std::size_t input, Value value) {
+        RequireInput(input);
+        for (const std::size_t reader : lists.GetReadersOf(input))
+            SetRow(reader, lists.GetReaders()[reader].rows.RowOf(value));
+    }
+
+    void SetRow(std::size_t reader, FactorRow row) {
+        for (const std::size_t list : lists.GetListsOf(reader))
+            places[list] = lists.Get(list).rows[row];
+    }
+
+    std::shared_ptr<const ColumnScorer> kept;
+    const BatchEngine& engine;
+    const RowLists& lists;
+    /// For each list of rows.
+    std::vector<FactorRow> places;
+    std::vector<double> numbers;
+    std::vector<std::size_t> positions;
+    std::vector<RankedSubModel> ranked;
+};
 
 ModelTables GetScorableTables(const ScoreModel& model) {
     const auto* const open = dynamic_cast<const ModelSelfTables*>(&model);
@@ -52,9 +126,12 @@ BatchEngine::BatchEngine(const ModelTables& model) : readsDerivedFields(model.re
         for (const ClassifierTables& subModel : model.classifiers)
             subModels.push_back(subModel.name);
         set.emplace(model, *rowLists);
+        caseFactors.emplace(model, model.targetCategories.size(), rowLists->GetListsOfPredictors());
         return;
     }
     const ClassifierTables& classifier = model.classifiers.front();
+    targetCounts = classifier.targetCounts;
+    caseFactors.emplace(model, classifier.priors.size(), rowLists->GetListsOfPredictors());
     // Of a model that no case says anything to, there may be fewer priors than categories.
     for (std::size_t k = 0; k < classifier.priors.size(); ++k)
         categories.push_back(model.targetCategories[k]->GetString());
@@ -71,7 +148,7 @@ void BatchEngine::AddInputs(const ClassifierTables& classifier) {
 
 template <typename Value>
 InputDictionary BatchEngine::LookUp(std::size_t input, std::span<const Value> values) const {
-    if (input >= inputs.size()) throw std::out_of_range("There is no input " + std::to_string(input) + ".");
+    if (input >= inputs.size()) RefuseInput(input);
     InputDictionary::Lookup lookup{identity, input, values.size(), {}};
     for (const std::size_t position : rowLists->GetReadersOf(input)) {
         const Reader& reader = rowLists->GetReaders()[position];
@@ -99,6 +176,10 @@ std::vector<std::string> BatchEngine::GetFieldsOfReaders() const {
     for (const Reader& reader : rowLists->GetReaders())
         fields.push_back(inputs[reader.input].name);
     return fields;
+}
+
+std::unique_ptr<PreparedRow> BatchEngine::MakeRow(std::shared_ptr<const ColumnScorer> self) const {
+    return std::make_unique<Row>(*this, std::move(self));
 }
 
 void BatchEngine::Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const {

@@ -1,5 +1,7 @@
 #include "batch/BatchScorer.h"
 
+#include <stdexcept>
+
 #include "batch/BatchEngine.h"
 #include "batch/ColumnScorer.h"
 #include "batch/StandardBatch.h"
@@ -14,6 +16,10 @@ std::shared_ptr<const ColumnScorer> MakeScorer(const ScoreModel& model) {
 }
 
 }  // namespace
+
+void RefuseToRank() {
+    throw std::invalid_argument("The model has no sub-models.");
+}
 
 BatchScorer::BatchScorer(const ScoreModel& model) : scorer(MakeScorer(model)) {}
 
@@ -51,6 +57,10 @@ InputDictionary BatchScorer::MakeDictionary(std::size_t input, std::span<const d
 
 void BatchScorer::Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const {
     scorer->Score(columns, cases, answers);
+}
+
+std::unique_ptr<PreparedRow> BatchScorer::MakeRow() const {
+    return scorer->MakeRow(scorer);
 }
 
 }  // namespace nbscore

@@ -1,4 +1,4 @@
-#include "batch/KnownRows.h"
+#include "factors/KnownRows.h"
 
 #include <algorithm>
 #include <limits>
@@ -8,7 +8,6 @@
 #include "framework/MCMV.h"
 #include "framework/NumberText.h"
 #include "framework/NumericValue.h"
-#include "naivebayes/NBinningEncoder.h"
 
 namespace nbscore {
 namespace {
