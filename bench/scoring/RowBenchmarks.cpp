@@ -27,29 +27,29 @@ public:
         : shape(drawnShape),
           model(shape, random),
           engine(model.GetTables()),
+          numInputs(engine.GetInputs().size()),
           row(engine.MakeRow(nullptr)),
           tables(model.GetTables(), shape.inputsOfClassifiers),
           loopNumbers(engine.GetNumbersPerCase()) {
-        for (const BatchInput& input : engine.GetInputs())
-            fields.push_back(std::stoul(input.name.substr(std::string_view("field").size())));
         for (std::size_t i = 0; i < numCases; ++i) {
             std::vector<std::uint32_t>& ofCase = codes.emplace_back();
             for (std::size_t field = 0; field < shape.categories.size(); ++field)
                 ofCase.push_back(static_cast<std::uint32_t>(random() % categories));
+            for (const BatchInput& input : engine.GetInputs()) {
+                const std::size_t field = std::stoul(input.name.substr(std::string_view("field").size()));
+                texts.push_back(model.GetTexts()[field][ofCase[field]]);
+            }
         }
         for (std::size_t i = 0; i < numCases; ++i)
             DemandSame(i);
     }
 
     void SetAll(std::size_t i) {
-        for (std::size_t input = 0; input < fields.size(); ++input)
+        for (std::size_t input = 0; input < numInputs; ++input)
             SetInput(i, input);
     }
-    void SetInput(std::size_t i, std::size_t input) {
-        const std::size_t field = fields[input];
-        row->SetText(input, model.GetTexts()[field][codes[i][field]]);
-    }
-    std::size_t CountInputs() const { return fields.size(); }
+    void SetInput(std::size_t i, std::size_t input) { row->SetText(input, texts[i * numInputs + input]); }
+    std::size_t CountInputs() const { return numInputs; }
     PreparedRow& GetRow() { return *row; }
 
     void ScoreInLoop(std::size_t i) {
@@ -73,12 +73,14 @@ private:
     Random random{1};
     DrawnModel model;
     BatchEngine engine;
+    std::size_t numInputs;
     std::unique_ptr<PreparedRow> row;
     RowTables tables;
     std::vector<double> loopNumbers;
-    /// Of each input.
-    std::vector<std::size_t> fields;
+    /// Of each field.
     std::vector<std::vector<std::uint32_t>> codes;
+    /// Of each input, case by case.
+    std::vector<std::string_view> texts;
 };
 
 DrawnShape OneClassifier() {

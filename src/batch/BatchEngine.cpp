@@ -12,26 +12,34 @@
 
 namespace nbscore {
 
-/// A case of an engine. Setting a value finds its row in each list that follows from it.
+/// A case of an engine. To set a value finds its place for each list of rows that follows from it.
 class BatchEngine::Row : public PreparedRow {
 public:
     Row(const BatchEngine& scoringEngine, std::shared_ptr<const ColumnScorer> scorer)
-        : kept(std::move(scorer)),
-          engine(scoringEngine),
-          lists(*engine.rowLists),
-          places(lists.CountLists()),
-          numbers(engine.GetNumbersPerCase()) {
+        : kept(std::move(scorer)), engine(scoringEngine), numbers(engine.GetNumbersPerCase()) {
+        const RowLists& known = *engine.rowLists;
+        places.resize(known.CountLists());
+        for (std::size_t input = 0; input < engine.inputs.size(); ++input) {
+            for (const std::size_t reader : known.GetReadersOf(input)) {
+                for (const std::size_t list : known.GetListsOf(reader))
+                    lists.push_back({known.Get(list).rows.data(), list});
+                readers.push_back({&known.GetReaders()[reader].rows, lists.size()});
+            }
+            endsOfInputs.push_back(readers.size());
+        }
         if (!engine.IsSet()) return;
         positions.reserve(numbers.size());
         ranked.reserve(numbers.size());
     }
 
-    void SetText(std::size_t input, std::string_view text) override { Set(input, text); }
-    void SetNumber(std::size_t input, double number) override { Set(input, number); }
+    void SetText(std::size_t input, std::string_view text) override {
+        Set(input, [text](const ValueRows& rows) { return rows.RowOf(text); });
+    }
+    void SetNumber(std::size_t input, double number) override {
+        Set(input, [number](const ValueRows& rows) { return rows.RowOf(number); });
+    }
     void SetMissing(std::size_t input) override {
-        RequireInput(input);
-        for (const std::size_t reader : lists.GetReadersOf(input))
-            SetRow(reader, missingRow);
+        Set(input, [](const ValueRows&) { return missingRow; });
     }
 
     RowAnswer Score() override {
@@ -47,35 +55,46 @@ public:
     std::span<const RankedSubModel> ScoreBest(std::size_t count) override {
         if (!engine.IsSet()) RefuseToRank();
         engine.caseFactors->ComputeScores(places, numbers);
+        const double* const scores = numbers.data();
         FindBestScores(
-            numbers.size(), count, [this](std::size_t position) { return numbers[position]; }, positions);
+            numbers.size(), count, [scores](std::size_t position) { return scores[position]; }, positions);
         ranked.clear();
         for (const std::size_t position : positions)
-            ranked.push_back({position, numbers[position]});
+            ranked.push_back({position, scores[position]});
         return ranked;
     }
 
 private:
-    void RequireInput(std::size_t input) const {
-        if (input >= engine.inputs.size()) RefuseInput(input);
-    }
+    /// A list of rows: for each of its reader's rows the place of a case.
+    struct List {
+        const FactorRow* placesOfRows;
+        std::size_t number;
+    };
+    /// What looks values up, and the end of its lists.
+    struct LookUp {
+        const ValueRows* rows;
+        std::size_t endOfLists;
+    };
 
-    template <typename Value>
-    void Set(std::size_t input, Value value) {
-        RequireInput(input);
-        for (const std::size_t reader : lists.GetReadersOf(input))
-            SetRow(reader, lists.GetReaders()[reader].rows.RowOf(value));
-    }
-
-    void SetRow(std::size_t reader, FactorRow row) {
-        for (const std::size_t list : lists.GetListsOf(reader))
-            places[list] = lists.Get(list).rows[row];
+    template <typename RowIn>
+    void Set(std::size_t input, const RowIn& rowIn) {
+        if (input >= endsOfInputs.size()) RefuseInput(input);
+        const std::size_t first = input == 0 ? 0 : endsOfInputs[input - 1];
+        const List* list = lists.data() + (first == 0 ? 0 : readers[first - 1].endOfLists);
+        for (const LookUp* reader = readers.data() + first; reader != readers.data() + endsOfInputs[input]; ++reader) {
+            const FactorRow row = rowIn(*reader->rows);
+            for (const List* const end = lists.data() + reader->endOfLists; list != end; ++list)
+                places[list->number] = list->placesOfRows[row];
+        }
     }
 
     std::shared_ptr<const ColumnScorer> kept;
     const BatchEngine& engine;
-    const RowLists& lists;
-    /// For each list of rows.
+    /// All of one input after those of another, and so are the lists of readers.
+    std::vector<LookUp> readers;
+    std::vector<List> lists;
+    std::vector<std::size_t> endsOfInputs;
+    /// For each list of rows where the case stands in it.
     std::vector<FactorRow> places;
     std::vector<double> numbers;
     std::vector<std::size_t> positions;

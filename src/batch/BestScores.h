@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <limits>
 #include <vector>
 
 /// @file
@@ -38,10 +39,12 @@ void FindBestScores(std::size_t size, std::size_t kept, const ScoreOf& scoreOf, 
         positions.resize(kept);
         return;
     }
+    // Of those that are kept so far.
+    double lowest = std::numeric_limits<double>::quiet_NaN();
     for (std::size_t position = 0; position < size && kept > 0; ++position) {
         const double score = scoreOf(position);
         if (positions.size() == kept) {
-            if (!IsHigherScore(score, scoreOf(positions.back()))) continue;
+            if (score <= lowest || !IsHigherScore(score, lowest)) continue;
             positions.pop_back();
         }
         std::size_t place = positions.size();
@@ -49,6 +52,7 @@ void FindBestScores(std::size_t size, std::size_t kept, const ScoreOf& scoreOf, 
         for (; place > 0 && IsHigherScore(score, scoreOf(positions[place - 1])); --place)
             positions[place] = positions[place - 1];
         positions[place] = position;
+        lowest = scoreOf(positions.back());
     }
 }
 

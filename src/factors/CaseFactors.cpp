@@ -66,20 +66,25 @@ void CaseFactors::AddStep(const PredictorTables& predictor, std::size_t listed) 
 }
 
 /// False where the case says nothing to the classifier: the joint probabilities are then its priors.
-/// @param joints as many numbers as there are target categories.
+/// @param joints out, as many as there are target categories.
 template <typename Joints>
-bool CaseFactors::Multiply(std::size_t classifier, std::span<const FactorRow> places, Joints& joints) const {
-    std::copy_n(priors.data() + classifier * joints.size(), joints.size(), joints.data());
+inline bool CaseFactors::Multiply(std::size_t classifier, std::span<const FactorRow> places, Joints& joints) const {
+    // A copy of few numbers stays in registers.
+    Joints product = joints;
+    const std::size_t count = product.size();
+    std::copy_n(priors.data() + classifier * count, count, product.data());
     const FactorRow* const listed = places.data();
-    FactorRow said = 0;
+    const double* const tables = factors.data();
     const Step* const end = steps.data() + ends[classifier];
+    FactorRow said = 0;
     for (const Step* step = steps.data() + (classifier == 0 ? 0 : ends[classifier - 1]); step != end; ++step) {
         const FactorRow place = listed[step->listed];
         said |= place;
-        const double* const row = factors.data() + step->table + place * joints.size();
-        for (std::size_t k = 0; k < joints.size(); ++k)
-            joints[k] *= row[k];
+        const double* const row = tables + step->table + place * count;
+        for (std::size_t k = 0; k < count; ++k)
+            product[k] *= row[k];
     }
+    joints = product;
     return said != 0;
 }
 
@@ -97,22 +102,18 @@ void CaseFactors::ComputePosteriors(std::span<const FactorRow> places, std::span
 }
 
 template <typename Joints>
-void CaseFactors::ScoreWith(Joints& joints, std::span<const FactorRow> places, std::span<double> scores) const {
+void CaseFactors::ScoreWith(Joints room, std::span<const FactorRow> places, std::span<double> scores) const {
     for (std::size_t classifier = 0; classifier < scores.size(); ++classifier) {
+        Joints joints = room;
         const bool isSaid = Multiply(classifier, places, joints);
         scores[classifier] = joints[scoredCategory] / (isSaid ? SumOf(joints) : 1.0);
     }
 }
 
 void CaseFactors::ComputeScores(std::span<const FactorRow> places, std::span<double> scores) const {
-    if (numCategories == 2) {
-        std::array<double, 2> joints;
-        ScoreWith(joints, places, scores);
-    } else {
-        ShortList<double> room(numCategories);
-        std::span<double> joints = room.Get();
-        ScoreWith(joints, places, scores);
-    }
+    if (numCategories == 2) return ScoreWith(std::array<double, 2>(), places, scores);
+    ShortList<double> room(numCategories);
+    ScoreWith(room.Get(), places, scores);
 }
 
 }  // namespace nbscore

@@ -47,7 +47,7 @@ private:
     template <typename Joints>
     bool Multiply(std::size_t classifier, std::span<const FactorRow> places, Joints& joints) const;
     template <typename Joints>
-    void ScoreWith(Joints& joints, std::span<const FactorRow> places, std::span<double> scores) const;
+    void ScoreWith(Joints room, std::span<const FactorRow> places, std::span<double> scores) const;
 
     std::size_t numCategories;
     std::vector<Step> steps;

@@ -49,7 +49,7 @@ ProbedTable<TextRows::Entry> TextRows::MakeTable(std::span<const std::string* co
     }
     return ProbedTable<Entry>(entries, [](Entry& entry, const HashSeed& seed) {
         const std::uint64_t hash = seed.Hash(entry.text);
-        entry.tag = static_cast<std::uint32_t>(hash);
+        entry.word = entry.text.size() <= HashSeed::shortSize ? HashSeed::WordOfShort(entry.text) : hash;
         return hash;
     });
 }

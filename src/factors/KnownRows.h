@@ -25,9 +25,14 @@ public:
     explicit TextRows(std::span<const std::string* const> texts);
 
     FactorRow RowOf(std::string_view text) const {
+        if (text.size() <= HashSeed::shortSize) {
+            const std::uint64_t word = HashSeed::WordOfShort(text);
+            return table.Find(table.GetSeed().HashOfShort(word, text.size()), [&](const Entry& entry) {
+                return entry.word == word && entry.text.size() == text.size();
+            });
+        }
         const std::uint64_t hash = table.GetSeed().Hash(text);
-        const auto tag = static_cast<std::uint32_t>(hash);
-        return table.Find(hash, [&](const Entry& entry) { return entry.tag == tag && entry.text == text; });
+        return table.Find(hash, [&](const Entry& entry) { return entry.word == hash && entry.text == text; });
     }
     /// A number is looked up by its digits, as a case's number is.
     FactorRow RowOf(double number) const;
@@ -37,7 +42,8 @@ public:
 private:
     struct Entry {
         std::string_view text;
-        std::uint32_t tag = 0;
+        /// Of a short text all of it, of any other its hash.
+        std::uint64_t word = 0;
         FactorRow row = unknownRow;
     };
 
