@@ -1,7 +1,5 @@
 #include "batch/BatchScorer.h"
 
-#include <stdexcept>
-
 #include "batch/BatchEngine.h"
 #include "batch/ColumnScorer.h"
 #include "batch/StandardBatch.h"
@@ -16,10 +14,6 @@ std::shared_ptr<const ColumnScorer> MakeScorer(const ScoreModel& model) {
 }
 
 }  // namespace
-
-void RefuseToRank() {
-    throw std::invalid_argument("The model has no sub-models.");
-}
 
 BatchScorer::BatchScorer(const ScoreModel& model) : scorer(MakeScorer(model)) {}
 

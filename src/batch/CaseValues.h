@@ -82,6 +82,9 @@ struct CaseValues {
 /// Throws std::out_of_range, telling an input that does not exist.
 [[noreturn]] void RefuseInput(std::size_t input);
 
+/// Throws std::invalid_argument: a single classifier has no sub-models to rank.
+[[noreturn]] void RefuseToRank();
+
 /// Throws std::out_of_range, telling the case.
 [[noreturn]] void RefuseCode(std::size_t entry, std::int64_t code, std::size_t size);
 

@@ -14,9 +14,6 @@
 
 namespace nbscore {
 
-/// Throws std::invalid_argument: a single classifier has no sub-models.
-[[noreturn]] void RefuseToRank();
-
 /// What copies of a BatchScorer share: one kind for each rule. BatchScorer says what each operation does.
 class ColumnScorer {
 public:

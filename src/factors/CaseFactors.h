@@ -12,7 +12,7 @@ namespace nbscore {
 
 /// Whether a sub-model has a prior of zero, for the target's first or second category. Such a one answers every case with
 /// its prior.
-bool SCOREFRAMEWORK_API HasZeroPrior(const ClassifierTables& subModel);
+SCOREFRAMEWORK_API bool HasZeroPrior(const ClassifierTables& subModel);
 
 /// The priors and factors of a model's classifiers in one piece, for scoring cases one by one by the smoothed rule. Each
 /// product is taken from the left, in the order of the predictors, and each sum from 0 in the order of the target
