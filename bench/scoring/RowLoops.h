@@ -8,8 +8,8 @@
 
 /// @file
 /// What a program could do for one case that was written for the shape at hand: the codes of all fields are known, no
-/// value is missing, every size is fixed. The multiplications, additions and divisions are those of scoring, in its order,
-/// so the answers are the same bits.
+/// value is missing, every size is fixed. The multiplications, additions and divisions are those of scoring, in its
+/// order, so the answers are the same bits.
 
 namespace nbscore::bench {
 

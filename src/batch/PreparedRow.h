@@ -24,9 +24,9 @@ struct RankedSubModel {
     double score = 0.0;
 };
 
-/// One case that is set field by field and scored as often as wanted. What is set stays until it is set again, so that a
-/// field that changes costs no more than itself. Made by a BatchScorer, whose answers it gives, and GetScore's, to the
-/// last bit.
+/// One case that is set field by field and scored as often as wanted. What is set stays until it is set again, so that
+/// a field that changes costs no more than itself. Made by a BatchScorer, whose answers it gives, and GetScore's, to
+/// the last bit.
 ///
 /// The fields are the scorer's inputs, at their positions in BatchScorer::GetInputs. A derived field among them is set
 /// like any other: the caller gives its value and not those that it is computed from.
@@ -43,8 +43,8 @@ public:
     PreparedRow& operator=(const PreparedRow&) = delete;
     virtual ~PreparedRow() = default;
 
-    /// Set the value of an input; in a new row all are missing. A text is copied. What a value means is told for columns
-    /// (Column.h): a NaN is a value like any other. Throws std::out_of_range for an input that does not exist.
+    /// Set the value of an input; in a new row all are missing. A text is copied. What a value means is told for
+    /// columns (Column.h): a NaN is a value like any other. Throws std::out_of_range for an input that does not exist.
     virtual void SetText(std::size_t input, std::string_view text) = 0;
     virtual void SetNumber(std::size_t input, double number) = 0;
     virtual void SetMissing(std::size_t input) = 0;

@@ -19,12 +19,12 @@ namespace nbscore {
 /// categories, is fetched and looked up once for a case, however many they are; and all factors lie in one piece. The
 /// answers are those of Classifier, bit for bit.
 ///
-/// It copies what the classifiers score with: a change of one asks for a new plan. Unchanging itself, so that any number
-/// of threads may score by it.
+/// It copies what the classifiers score with: a change of one asks for a new plan. Unchanging itself, so that any
+/// number of threads may score by it.
 class ScoringPlan {
 public:
-    /// Null where only the classifiers themselves can score: they have encoders of foreign classes, or fewer priors than
-    /// there are target categories.
+    /// Null where only the classifiers themselves can score: they have encoders of foreign classes, or fewer priors
+    /// than there are target categories.
     /// @param tables of a model that can score every case; only read here, but for variables, which are borrowed.
     static std::unique_ptr<const ScoringPlan> Make(const ModelTables& tables);
 
@@ -54,8 +54,8 @@ private:
 class PlanOnce {
 public:
     /// Null where the classifiers score themselves.
-    /// @param findTables gives the model's tables, or nothing where it cannot score every case; called by the thread that
-    /// comes first, and by no other.
+    /// @param findTables gives the model's tables, or nothing where it cannot score every case; called by the thread
+    /// that comes first, and by no other.
     template <typename FindTables>
     const ScoringPlan* Get(const FindTables& findTables) {
         once.Do([&] {

@@ -42,8 +42,8 @@ Answers AnswersOneByOne(ScoreModel& model, const InputTable& table);
 Answers AnswersInBatches(const BatchEngine& engine, const InputTable& table, const std::vector<std::size_t>& sizes,
                          Randomness& random);
 
-/// Scores the cases by one row, one after the other. Of some cases every input is set, of others those alone that differ
-/// from the case before. Nothing is counted.
+/// Scores the cases by one row, one after the other. Of some cases every input is set, of others those alone that
+/// differ from the case before. Nothing is counted.
 Answers AnswersByRow(const std::vector<BatchInput>& inputs, PreparedRow& row, const InputTable& table,
                      Randomness& random);
 
