@@ -1,5 +1,5 @@
-// A model scores by a plan that it makes for its first case; with an encoder of a class that it does not know it asks the
-// encoders themselves. Both must say the same, bit for bit, of every case, however a record holds it.
+// A model scores by a plan that it makes for its first case; with an encoder of a class that it does not know it asks
+// the encoders themselves. Both must say the same, bit for bit, of every case, however a record holds it.
 
 #include <gtest/gtest.h>
 
