@@ -50,6 +50,9 @@ def sections(results):
            "from the second.", tables.limits(results))
     yield ("One case at a time", "`GetScore` with a filled record and the result of the call before.",
            tables.per_case(results))
+    if results.scoring.names("row"):
+        yield ("Prepared rows", "A case whose fields are set to texts, all or one, and which is then scored; beside it a "
+               "loop for the one shape, to which the categories of all fields are told.", tables.rows(results))
     yield ("Kinds of columns", "10 predictors of 8 categories, 2 target categories, 100,000 cases.",
            tables.columns(results))
     yield ("Threads", "Each thread scores 100,000 cases of 10 predictors at a time. Real time.",

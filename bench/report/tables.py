@@ -84,6 +84,19 @@ def per_case(results):
     return rows
 
 
+def rows(results):
+    scoring = results.scoring
+    table = [["model", "what is done", "ns a case", "times the tight loop", "allocations a case"]]
+    for name in sorted(scoring.names("row")):
+        _, model, work = name.split("/")
+        if work == "tight_loop":
+            continue
+        loop = scoring.rates_of(f"row/{model}/tight_loop")
+        table.append([model.replace("_", " "), work.replace("_", " "), with_spread(scoring.nanoseconds_of(name), 0),
+                      with_spread(ratios_of(loop, scoring.rates_of(name)), 1), f"{scoring.allocations[name]:.0f}"])
+    return table
+
+
 def columns(results):
     scoring = results.scoring
     fastest = scoring.rates_of("columns/codes_of_1_byte")

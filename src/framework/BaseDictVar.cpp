@@ -135,7 +135,7 @@ void BaseDictVar::SetIndex(int position) {
 }
 
 int BaseDictVar::GetIndex() const {
-    return index.load(std::memory_order_relaxed);
+    return GetPosition();
 }
 
 void BaseDictVar::AddValidValue(std::unique_ptr<ScoreValue> value, std::string displayValue) {

@@ -29,6 +29,8 @@ public:
     void Print(std::ostream& out) const override;
     void SetIndex(int position) override;
     int GetIndex() const override;
+    /// As GetIndex, for who knows the class.
+    int GetPosition() const { return index.load(std::memory_order_relaxed); }
 
     /// The name shown to people; empty when the document gives none.
     const std::string& GetDisplayName() const { return displayName; }

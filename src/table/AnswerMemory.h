@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/FactorRow.h"
+#include "factors/FactorRow.h"
 #include "framework/SeededHash.h"
 
 namespace nbscore {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/FactorRow.h"
+#include "factors/FactorRow.h"
 #include "framework/ScoreModel.h"
 #include "table/ModelResults.h"
 

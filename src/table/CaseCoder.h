@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/FactorRow.h"
+#include "factors/FactorRow.h"
 #include "framework/DerivedFieldSources.h"
 #include "framework/ScoreModel.h"
 #include "table/BatchCases.h"

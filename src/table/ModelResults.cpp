@@ -1,9 +1,9 @@
 #include "table/ModelResults.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 
+#include "batch/BestScores.h"
 #include "framework/CaseFacts.h"
 #include "framework/CountedNoun.h"
 #include "framework/ModelSelfDescription.h"
@@ -59,10 +59,6 @@ private:
     std::vector<std::size_t> toNumber;
 };
 
-bool IsHigher(double score, double other) {
-    return std::isnan(other) ? !std::isnan(score) : score > other;
-}
-
 }  // namespace
 
 const std::vector<SubModelScore>* FindSubModelScores(const ScoreResult& result) {
@@ -103,19 +99,13 @@ std::vector<std::string> LabelSubModels(const std::vector<std::string>& names) {
 }
 
 const std::vector<std::size_t>& SubModelRanking::Rank(std::span<const SubModelScore> scores) {
-    positions.resize(scores.size());
-    std::iota(positions.begin(), positions.end(), std::size_t{0});
-    if (!limit) return positions;
-
-    const auto comesFirst = [&scores](std::size_t left, std::size_t right) {
-        const double leftScore = scores[left].score;
-        const double rightScore = scores[right].score;
-        return IsHigher(leftScore, rightScore) || (!IsHigher(rightScore, leftScore) && left < right);
-    };
-    const std::size_t kept = std::min(*limit, positions.size());
-    const auto end = positions.begin() + static_cast<std::ptrdiff_t>(kept);
-    std::partial_sort(positions.begin(), end, positions.end(), comesFirst);
-    positions.resize(kept);
+    if (limit) {
+        FindBestScores(
+            scores.size(), *limit, [&](std::size_t position) { return scores[position].score; }, positions);
+    } else {
+        positions.resize(scores.size());
+        std::iota(positions.begin(), positions.end(), std::size_t{0});
+    }
     return positions;
 }
 

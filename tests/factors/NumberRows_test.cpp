@@ -1,4 +1,4 @@
-#include "batch/KnownRows.h"
+#include "factors/KnownRows.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

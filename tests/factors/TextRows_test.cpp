@@ -1,4 +1,4 @@
-#include "batch/KnownRows.h"
+#include "factors/KnownRows.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -32,6 +32,24 @@ TEST(TextRows, AreTheUnknownOne_ForTextsThatDifferByAnyByte) {
     for (const std::string_view text : {"", "Red", "red ", " red", "re", "redd", "green"})
         EXPECT_EQ(rows.RowOf(text), unknownRow) << text;
     EXPECT_EQ(rows.RowOf(std::string_view("red\0", 4)), unknownRow);
+}
+
+/// All texts of up to nine of two bytes, one of them zero: every other one is known.
+TEST(TextRows, TellAllShortTextsApart) {
+    std::vector<std::string> all;
+    for (std::size_t size = 0; size <= 9; ++size) {
+        for (unsigned bits = 0; bits < 1U << size; ++bits) {
+            std::string& text = all.emplace_back();
+            for (std::size_t i = 0; i < size; ++i)
+                text += (bits >> i) % 2 == 0 ? '\0' : 'a';
+        }
+    }
+    std::vector<std::string> known;
+    for (std::size_t i = 0; i < all.size(); i += 2)
+        known.push_back(all[i]);
+    const TextRows rows = RowsOf(known);
+    for (std::size_t i = 0; i < all.size(); ++i)
+        EXPECT_EQ(rows.RowOf(all[i]), i % 2 == 0 ? firstKnownRow + i / 2 : unknownRow) << i;
 }
 
 TEST(TextRows, AreAllUnknown_WhenThereIsNoText) {

@@ -1,4 +1,4 @@
-#include "batch/KnownRows.h"
+#include "factors/KnownRows.h"
 
 #include <algorithm>
 #include <limits>
@@ -8,7 +8,6 @@
 #include "framework/MCMV.h"
 #include "framework/NumberText.h"
 #include "framework/NumericValue.h"
-#include "naivebayes/NBinningEncoder.h"
 
 namespace nbscore {
 namespace {
@@ -50,7 +49,7 @@ ProbedTable<TextRows::Entry> TextRows::MakeTable(std::span<const std::string* co
     }
     return ProbedTable<Entry>(entries, [](Entry& entry, const HashSeed& seed) {
         const std::uint64_t hash = seed.Hash(entry.text);
-        entry.tag = static_cast<std::uint32_t>(hash);
+        entry.word = entry.text.size() <= HashSeed::shortSize ? HashSeed::WordOfShort(entry.text) : hash;
         return hash;
     });
 }

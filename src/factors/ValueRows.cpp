@@ -1,4 +1,4 @@
-#include "batch/ValueRows.h"
+#include "factors/ValueRows.h"
 
 #include <functional>
 #include <map>

@@ -1,4 +1,4 @@
-#include "batch/ProbedTable.h"
+#include "factors/ProbedTable.h"
 
 #include <gtest/gtest.h>
 

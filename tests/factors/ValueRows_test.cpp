@@ -1,4 +1,4 @@
-#include "batch/ValueRows.h"
+#include "factors/ValueRows.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "batch/KnownRows.h"
+#include "factors/KnownRows.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
@@ -6,8 +6,6 @@
 #include <cmath>
 #include <limits>
 #include <vector>
-
-#include "naivebayes/NBinningEncoder.h"
 
 namespace nbscore {
 namespace {

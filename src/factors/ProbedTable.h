@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "batch/FactorRow.h"
+#include "factors/FactorRow.h"
 #include "framework/SeededHash.h"
 
 namespace nbscore {

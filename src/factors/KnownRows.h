@@ -9,8 +9,9 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/FactorRow.h"
-#include "batch/ProbedTable.h"
+#include "factors/FactorRow.h"
+#include "factors/ProbedTable.h"
+#include "framework/Export.h"
 
 /// @file
 /// Which row each value that a predictor knows stands for: a text, a number, or a number in a bin.
@@ -18,15 +19,20 @@
 namespace nbscore {
 
 /// Categories that are texts, equal byte by byte: the one at position p has the row firstKnownRow + p.
-class TextRows {
+class SCOREFRAMEWORK_API TextRows {
 public:
     /// @param texts copied. No two are equal.
     explicit TextRows(std::span<const std::string* const> texts);
 
     FactorRow RowOf(std::string_view text) const {
+        if (text.size() <= HashSeed::shortSize) {
+            const std::uint64_t word = HashSeed::WordOfShort(text);
+            return table.Find(table.GetSeed().HashOfShort(word, text.size()), [&](const Entry& entry) {
+                return entry.word == word && entry.text.size() == text.size();
+            });
+        }
         const std::uint64_t hash = table.GetSeed().Hash(text);
-        const auto tag = static_cast<std::uint32_t>(hash);
-        return table.Find(hash, [&](const Entry& entry) { return entry.tag == tag && entry.text == text; });
+        return table.Find(hash, [&](const Entry& entry) { return entry.word == hash && entry.text == text; });
     }
     /// A number is looked up by its digits, as a case's number is.
     FactorRow RowOf(double number) const;
@@ -36,7 +42,8 @@ public:
 private:
     struct Entry {
         std::string_view text;
-        std::uint32_t tag = 0;
+        /// Of a short text all of it, of any other its hash.
+        std::uint64_t word = 0;
         FactorRow row = unknownRow;
     };
 
@@ -48,7 +55,7 @@ private:
 };
 
 /// Categories that are numbers, equal exactly: the one at position p has the row firstKnownRow + p. A NaN is none.
-class NumberRows {
+class SCOREFRAMEWORK_API NumberRows {
 public:
     /// @param numbers no two are equal, and none is a NaN.
     explicit NumberRows(std::span<const double> numbers) : numNumbers(numbers.size()), table(MakeTable(numbers)) {}
@@ -75,12 +82,37 @@ private:
     ProbedTable<Entry> table;
 };
 
+/// The bin of a number: 0 for x <= c[0], k for c[k-1] < x <= c[k], the last one above the last cutpoint.
+///
+/// @param cutpoints in ascending order; taken as they stand: the search neither checks nor sorts.
+inline int FindBin(std::span<const double> cutpoints, double number) {
+    int low = 0;
+    int high = static_cast<int>(cutpoints.size()) - 1;
+    // These start values are kept where there are no cutpoints, on purpose: the single bin then answers 0 for
+    // a negative number and 1 for any other. A table without a row for code 1 is found by the model's
+    // FindScoringObstacle, and stops the process when scored all the same.
+    int middle = 0;
+    double cutpoint = 0.0;
+    // A NaN is neither equal, nor above, nor below: the search ends at the first cutpoint and answers 1, deliberately.
+    while (low <= high) {
+        middle = (low + high) / 2;
+        cutpoint = cutpoints[static_cast<std::size_t>(middle)];
+        if (number == cutpoint) return middle;
+        if (cutpoint <= number) {
+            low = middle + 1;
+        } else {
+            high = middle - 1;
+        }
+    }
+    return cutpoint > number ? middle : middle + 1;
+}
+
 /// Bins of numbers, of one predictor or of several at once that have cutpoints of their own.
 ///
 /// The number line falls into cells: the cutpoints of all, each by itself, the open intervals between them, and the
 /// NaN. What a search finds depends on nothing but comparisons with cutpoints, so all numbers of a cell fall into the
 /// same bin, whatever the cutpoints' order. Cells whose bins are the same for every predictor share a row.
-class BinRows {
+class SCOREFRAMEWORK_API BinRows {
 public:
     /// @param cutpoints one list for each predictor, as FindBin takes it.
     explicit BinRows(std::span<const std::vector<double>* const> cutpoints);

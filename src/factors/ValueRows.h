@@ -8,8 +8,9 @@
 #include <variant>
 #include <vector>
 
-#include "batch/FactorRow.h"
-#include "batch/KnownRows.h"
+#include "factors/FactorRow.h"
+#include "factors/KnownRows.h"
+#include "framework/Export.h"
 #include "framework/MCMV.h"
 #include "framework/ModelTables.h"
 #include "framework/ScoreDictVar.h"
@@ -18,7 +19,7 @@ namespace nbscore {
 
 /// Which values of a variable stand for none. Only a continuous variable has such values: a categorical one has its
 /// missing values looked up like any other.
-class DeclaredMissing {
+class SCOREFRAMEWORK_API DeclaredMissing {
 public:
     /// None.
     DeclaredMissing() = default;
@@ -43,7 +44,7 @@ private:
 
 /// Which row each value of one variable stands for, to one predictor or to several that share their rows because they
 /// read the same variable. Immutable; any number of threads may ask.
-class ValueRows {
+class SCOREFRAMEWORK_API ValueRows {
 public:
     /// @param predictors of the same variable and the same kind, which is Texts, Numbers or Bins; at
     /// least one.
