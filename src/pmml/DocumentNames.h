@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "framework/Export.h"
 #include "framework/VeskException.h"
 #include "pmml/TreeBuilder.h"
 
@@ -38,7 +39,7 @@ private:
 };
 
 /// The names that a document uses, as many and as long as they may be. Throws VeskException 3, without a place.
-class DocumentNames {
+class SCOREFRAMEWORK_API DocumentNames {
 public:
     explicit DocumentNames(TreeBuilder& treeBuilder) : builder(treeBuilder) {}
 

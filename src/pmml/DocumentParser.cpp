@@ -5,7 +5,7 @@
 #include "pmml/DocumentBytes.h"
 #include "pmml/PlainParser.h"
 #include "pmml/RefusalTable.h"
-#include "pmml/XmlParser.h"
+#include "pmml/XmlServices.h"
 
 namespace nbscore {
 namespace {
@@ -39,7 +39,7 @@ ParsedDocument ParseDocument(std::istream& stream, const Limits& limits) {
     try {
         DocumentBytes bytes(stream, limits);
         ParsedDocument document = ParsePlain(bytes, limits);
-        if (document == nullptr) document = ParseByLibrary(bytes, limits);
+        if (document == nullptr) document = GetXmlServices().Parse(bytes, limits);
         if (stream.bad()) throw MakeRefusal(Refusal::StreamBroken);
         return document;
     } catch (const VeskException&) {

@@ -1,7 +1,5 @@
 #include "pmml/Utf8.h"
 
-#include <xercesc/util/XMLString.hpp>
-
 #include <algorithm>
 
 #include "framework/ControlCharacters.h"
@@ -81,7 +79,7 @@ void AppendUtf8(std::string& utf8, const XMLCh* xmlText, std::size_t size) {
 
 std::string Utf8Of(const XMLCh* xmlText) {
     std::string utf8;
-    if (xmlText != nullptr) AppendUtf8(utf8, xmlText, xercesc::XMLString::stringLen(xmlText));
+    if (xmlText != nullptr) AppendUtf8(utf8, xmlText, std::char_traits<XMLCh>::length(xmlText));
     return utf8;
 }
 

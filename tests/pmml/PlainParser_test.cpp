@@ -10,7 +10,7 @@
 #include <string_view>
 
 #include "framework/VeskException.h"
-#include "pmml/XmlParser.h"
+#include "pmml/XmlServices.h"
 
 namespace nbscore::test {
 namespace {
@@ -55,7 +55,7 @@ std::string ReadByLibrary(const std::string& text) {
     const Limits limits;
     DocumentBytes bytes(stream, limits);
     try {
-        return DescriptionOf(ParseByLibrary(bytes, limits));
+        return DescriptionOf(GetXmlServices().Parse(bytes, limits));
     } catch (const VeskException& refusal) {
         return "refused: " + refusal.GetMessage();
     }

@@ -1,4 +1,4 @@
-#include "pmml/XmlParser.h"
+#include "xml/XmlParser.h"
 
 #include <xercesc/framework/XMLAttr.hpp>
 #include <xercesc/framework/XMLErrorCodes.hpp>
@@ -7,6 +7,7 @@
 #include <xercesc/sax/HandlerBase.hpp>
 #include <xercesc/sax/InputSource.hpp>
 #include <xercesc/util/BinInputStream.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/SecurityManager.hpp>
 #include <xercesc/util/XMLExceptMsgs.hpp>
 #include <xercesc/util/XMLString.hpp>
@@ -32,7 +33,7 @@
 #include "pmml/TreeBuilder.h"
 #include "pmml/TreeEvents.h"
 #include "pmml/Utf8.h"
-#include "pmml/XmlLibrary.h"
+#include "xml/XmlLibrary.h"
 
 namespace nbscore {
 namespace {
@@ -310,7 +311,6 @@ private:
 }  // namespace
 
 ParsedDocument ParseByLibrary(DocumentBytes& bytes, const Limits& limits) {
-    EnsureXmlPlatform();
     const auto parse = [&](TextPosition& reached) {
         const auto documentMemory = std::make_shared<DocumentMemory>(limits);
         XmlMemory memory(documentMemory);
@@ -327,7 +327,7 @@ ParsedDocument ParseByLibrary(DocumentBytes& bytes, const Limits& limits) {
             throw;
         }
     };
-    return WithoutXmlFaults([&] { return ParseWithinMemory(parse); });
+    return ParseWithinMemory(parse);
 }
 
 }  // namespace nbscore
