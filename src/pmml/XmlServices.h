@@ -22,7 +22,7 @@
 namespace nbscore {
 
 /// Writes texts in an encoding that is not UTF-8.
-class TextEncoder {
+class SCOREFRAMEWORK_API TextEncoder {
 public:
     virtual ~TextEncoder();
     /// False when the encoding lacks one of the text's characters.
