@@ -11,34 +11,10 @@
 
 #include "framework/VeskException.h"
 #include "pmml/XmlServices.h"
+#include "support/TreeText.h"
 
 namespace nbscore::test {
 namespace {
-
-/// A tree as a text that shows all that a reader can learn from it.
-void Describe(Element element, std::string& text) {
-    if (element.IsText()) {
-        text += "[" + std::string(element.GetText()) + "]";
-        return;
-    }
-    text += "<" + std::string(element.GetSpelling()) + " " + std::to_string(element.GetLine()) + ":" +
-            std::to_string(element.GetColumn());
-    for (std::size_t i = 0; i < element.CountAttributes(); ++i) {
-        const Element::Attribute attribute = element.GetAttributeAt(i);
-        text += " " + std::string(element.GetTree().GetSpelling(attribute.name)) + "=[" + std::string(attribute.value) +
-                "]";
-    }
-    text += ">";
-    for (const Element child : element.GetChildNodes())
-        Describe(child, text);
-    text += "</>";
-}
-
-std::string DescriptionOf(const ParsedDocument& document) {
-    std::string text;
-    Describe(document->GetRoot(), text);
-    return text;
-}
 
 /// Nothing where the parser leaves the document to the library.
 std::optional<std::string> ReadPlain(const std::string& text) {
@@ -47,7 +23,7 @@ std::optional<std::string> ReadPlain(const std::string& text) {
     DocumentBytes bytes(stream, limits);
     const ParsedDocument document = ParsePlain(bytes, limits);
     if (document == nullptr) return std::nullopt;
-    return DescriptionOf(document);
+    return TreeText(*document);
 }
 
 std::string ReadByLibrary(const std::string& text) {
@@ -55,7 +31,7 @@ std::string ReadByLibrary(const std::string& text) {
     const Limits limits;
     DocumentBytes bytes(stream, limits);
     try {
-        return DescriptionOf(GetXmlServices().Parse(bytes, limits));
+        return TreeText(*GetXmlServices().Parse(bytes, limits));
     } catch (const VeskException& refusal) {
         return "refused: " + refusal.GetMessage();
     }
