@@ -16,8 +16,8 @@
 
 /// @file
 /// What only the XML library can do. Most documents need none of it, and loading that library, with the thirty that it
-/// needs, takes longer than scoring a small table: so it stands behind this door, in a library of its own (src/xml) that
-/// is loaded at the first need.
+/// needs, takes longer than scoring a small table: so it stands behind this door, in a library of its own (src/xml)
+/// that is loaded at the first need.
 
 namespace nbscore {
 
