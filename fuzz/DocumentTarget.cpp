@@ -1,7 +1,7 @@
 // Bytes as a document: by either rule read, scored, displayed, checked, adapted, verified. What is refused is refused
 // with a number, a message and a place, and by all ways of reading it alike; what is read scores the same whether or
-// not a result is filled again, and in a batch. Where the parser of plain documents reads one, it makes the tree that the
-// XML library's makes.
+// not a result is filled again, and in a batch. Where the parser of plain documents reads one, it makes the tree that
+// the XML library's makes.
 
 #include <algorithm>
 #include <array>

@@ -1,5 +1,5 @@
-/// bare_parse events|tree FILE: how many seconds the XML library takes to report the file to handlers that do nothing, or
-/// to make a tree of it, with its default settings. A program of its own, because loading a model must not find that
+/// bare_parse events|tree FILE: how many seconds the XML library takes to report the file to handlers that do nothing,
+/// or to make a tree of it, with its default settings. A program of its own, because loading a model must not find that
 /// library in the process.
 
 #include <xercesc/parsers/SAXParser.hpp>

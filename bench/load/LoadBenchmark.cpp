@@ -1,6 +1,6 @@
 /// What loading a document costs beside the XML library's own parses of it, which only report it to nobody or make a
-/// tree of it: time, the translator's share of it, memory; for documents of 1, 10 and 100 MB with many parts of one kind.
-/// Every load runs in a process of its own.
+/// tree of it: time, the translator's share of it, memory; for documents of 1, 10 and 100 MB with many parts of one
+/// kind. Every load runs in a process of its own.
 
 #include <algorithm>
 #include <cstdio>
