@@ -10,9 +10,9 @@
 #include <string_view>
 #include <vector>
 
+#include "framework/Utf8Check.h"
 #include "table/CsvScanner.h"
 #include "table/TableBlockReader.h"
-#include "table/Utf8Check.h"
 
 namespace nbscore {
 

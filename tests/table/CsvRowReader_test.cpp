@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "framework/Utf8Check.h"
 #include "output/HostError.h"
 #include "support/Message.h"
 #include "table/CsvText.h"
 #include "table/PlainCsv.h"
-#include "table/Utf8Check.h"
 
 namespace nbscore::test {
 namespace {

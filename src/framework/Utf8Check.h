@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "framework/Export.h"
+
 namespace nbscore {
 
 /// How far a text was found to be sound UTF-8 without NUL characters.
@@ -17,6 +19,6 @@ struct Utf8Check {
 /// Checks the characters that begin from one offset up to before another. Overlong forms, surrogates and what lies
 /// above U+10FFFF are invalid. A character that the text's end cuts short, but that may still become a sound one,
 /// is incomplete.
-Utf8Check CheckUtf8(std::string_view text, std::size_t from, std::size_t to);
+SCOREFRAMEWORK_API Utf8Check CheckUtf8(std::string_view text, std::size_t from, std::size_t to);
 
 }  // namespace nbscore

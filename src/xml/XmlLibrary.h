@@ -1,23 +1,18 @@
 #pragma once
 
-#include <xercesc/dom/DOMException.hpp>
 #include <xercesc/framework/MemoryManager.hpp>
-#include <xercesc/sax/SAXException.hpp>
-#include <xercesc/util/OutOfMemoryException.hpp>
-#include <xercesc/util/XMLException.hpp>
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <new>
+#include <utility>
 
 #include "pmml/DocumentMemory.h"
-#include "pmml/RefusalTable.h"
-#include "pmml/Utf8.h"
 
 /// @file
-/// What using the XML library takes: making it ready, its memory, and its exceptions.
+/// What using the XML library takes: making it ready, its memory, and its exceptions. Nothing else in src/ may need
+/// the library to be loaded.
 
 namespace nbscore {
 
@@ -25,25 +20,8 @@ namespace nbscore {
 /// library is put away when the process ends (or when this library is unloaded).
 void EnsureXmlPlatform();
 
-/// Runs a step over the XML library; what the library throws leaves as VeskException 3 or std::bad_alloc, so that
-/// no caller has to know the library.
-template <typename Step>
-auto WithoutXmlFaults(const Step& step) {
-    const auto refusal = [](const XMLCh* text) {
-        return MakeRefusal(Refusal::XmlLibraryFailed, {WithoutHalfPairs(Utf8Of(text))});
-    };
-    try {
-        return step();
-    } catch (const xercesc::OutOfMemoryException&) {
-        throw std::bad_alloc();
-    } catch (const xercesc::XMLException& fault) {
-        throw refusal(fault.getMessage());
-    } catch (const xercesc::DOMException& fault) {
-        throw refusal(fault.getMessage());
-    } catch (const xercesc::SAXException& fault) {
-        throw refusal(fault.getMessage());
-    }
-}
+/// Within a handler: throws the same again, but what is the library's own as VeskException 3 or std::bad_alloc.
+[[noreturn]] void RethrowXmlFault();
 
 /// The memory of one parser or DOM: all that they have not given back goes with this object. The XML library leaves
 /// behind what it was building when memory runs out. Used by one thread at a time.

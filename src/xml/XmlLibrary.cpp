@@ -1,9 +1,16 @@
-#include "pmml/XmlLibrary.h"
+#include "xml/XmlLibrary.h"
 
+#include <xercesc/dom/DOMException.hpp>
+#include <xercesc/sax/SAXException.hpp>
+#include <xercesc/util/OutOfMemoryException.hpp>
 #include <xercesc/util/PlatformUtils.hpp>
+#include <xercesc/util/XMLException.hpp>
 
 #include <limits>
-#include <utility>
+#include <new>
+
+#include "pmml/RefusalTable.h"
+#include "pmml/Utf8.h"
 
 namespace nbscore {
 namespace {
@@ -26,6 +33,23 @@ public:
 
 void EnsureXmlPlatform() {
     static const XmlPlatform platform;
+}
+
+void RethrowXmlFault() {
+    const auto refusal = [](const XMLCh* text) {
+        return MakeRefusal(Refusal::XmlLibraryFailed, {WithoutHalfPairs(Utf8Of(text))});
+    };
+    try {
+        throw;
+    } catch (const xercesc::OutOfMemoryException&) {
+        throw std::bad_alloc();
+    } catch (const xercesc::XMLException& fault) {
+        throw refusal(fault.getMessage());
+    } catch (const xercesc::DOMException& fault) {
+        throw refusal(fault.getMessage());
+    } catch (const xercesc::SAXException& fault) {
+        throw refusal(fault.getMessage());
+    }
 }
 
 XmlMemory::~XmlMemory() {

@@ -1,4 +1,4 @@
-#include "table/Utf8Check.h"
+#include "framework/Utf8Check.h"
 
 #include <cstdint>
 #include <cstring>
