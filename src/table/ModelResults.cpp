@@ -102,15 +102,14 @@ std::vector<std::string> LabelSubModels(const std::vector<std::string>& names) {
     return SubModelLabels(names).Make();
 }
 
-const std::vector<std::size_t>& SubModelRanking::Rank(std::span<const SubModelScore> scores) {
+const std::vector<std::size_t>& SubModelRanking::Rank(std::span<const double> scores) {
+    if (!limit && positions.size() == scores.size()) return positions;
     positions.resize(scores.size());
     std::iota(positions.begin(), positions.end(), std::size_t{0});
     if (!limit) return positions;
 
     const auto comesFirst = [&scores](std::size_t left, std::size_t right) {
-        const double leftScore = scores[left].score;
-        const double rightScore = scores[right].score;
-        return IsHigher(leftScore, rightScore) || (!IsHigher(rightScore, leftScore) && left < right);
+        return IsHigher(scores[left], scores[right]) || (!IsHigher(scores[right], scores[left]) && left < right);
     };
     const std::size_t kept = std::min(*limit, positions.size());
     const auto end = positions.begin() + static_cast<std::ptrdiff_t>(kept);
@@ -222,7 +221,14 @@ ScoredCaseReader::ScoredCaseReader(ScoreModel& model, const ScoreWriterOptions& 
 ScoredCase ScoredCaseReader::Read(const ScoreCaseRecord& record, const ScoreResult& result) {
     ScoredCase scored;
     if (numSubModels) {
-        scored.subModels = RequireSubModelScores(result, *numSubModels);
+        scores.clear();
+        assessments.clear();
+        for (const SubModelScore& subModel : RequireSubModelScores(result, *numSubModels)) {
+            scores.push_back(subModel.score);
+            assessments.push_back({subModel.assessmentMean, subModel.assessmentStdDev});
+        }
+        scored.scores = scores;
+        scored.assessments = assessments;
         return scored;
     }
     const ScoreClsResult& classification = RequireClassification(result);

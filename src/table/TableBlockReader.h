@@ -14,7 +14,7 @@ namespace nbscore {
 /// A piece of a table that ends where a row ends, or where the table does. May be changed in place.
 struct TableBlock {
     /// How many bytes can be read behind the last one that is filled, so that short texts can be loaded whole.
-    static constexpr std::size_t slack = 8;
+    static constexpr std::size_t slack = 16;
 
     /// Longer than the filled part by the slack at least, unless that is empty.
     std::vector<char> room;

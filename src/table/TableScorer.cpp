@@ -62,8 +62,8 @@ private:
         const std::string& source = reader.GetSourceName();
         if (batch) {
             CaseCoder coder(model, *batch, header, source, options.cases);
-            return std::make_unique<BatchBlockScorer>(*batch, std::move(coder), CopyWriter(), options.CopiesRows(),
-                                                      options.limits);
+            return std::make_unique<BatchBlockScorer>(*batch, std::move(coder), header.size(), CopyWriter(),
+                                                      options.CopiesRows(), options.limits);
         }
         CaseBinder binder(model, header, source, options.cases);
         ScoredCaseReader results(model, options.output);
