@@ -49,7 +49,7 @@ public:
     /// Called when the text of scores has grown long, to take it away.
     using OnLongText = std::function<void(BlockScores&)>;
     /// How long a text may grow before it is taken away.
-    static constexpr std::size_t longText = std::size_t{1} << 18;
+    static constexpr std::size_t longText = std::size_t{1} << 20;
 
     /// Scores all rows that the reader has, in order, and appends them. Throws CaseDataError for a row that cannot be
     /// read or scored, and UnscorableModelError and InputOutputError for what goes wrong with a model.
