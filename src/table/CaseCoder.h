@@ -55,8 +55,8 @@ public:
     void RequireAllCells(std::span<const std::string_view> cells, std::uint64_t line) const {
         binder.RequireAllCells(cells, line);
     }
-    /// @param cases with all cells. @param rows room for one factor row for each reader and case. Throws CaseDataError as
-    ///     CaseBinder::Bind does; of several faults the first in the table is thrown.
+    /// @param cases with all cells. @param rows room for one factor row for each reader and case.
+    /// Throws CaseDataError as CaseBinder::Bind does; of several faults the first in the table is thrown.
     void Encode(const TableCases& cases, RowPlaces rows);
 
     /// Of the rows that were encoded.

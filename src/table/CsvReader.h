@@ -92,8 +92,8 @@ private:
     std::vector<std::string_view> cells;
     std::size_t rowCells = 0;
     std::size_t endOfCells = 0;
-    /// All cells of the row as they stand in the table, where that is how they would be written again; empty where that is not
-    /// known.
+    /// All cells of the row as they stand in the table, where that is how they would be written again; empty where that
+    /// is not known.
     std::string_view asWritten;
 };
 
