@@ -10,11 +10,11 @@
 
 /// @file
 /// How a double becomes its shortest text. The digits are found by Raffaele Giulietti's algorithm Schubfach: of all
-/// powers of ten it takes the greatest that is no longer than the interval of the numbers which read back as the double.
-/// Then two of its multiples are candidates, and two of the next power's; comparing each with the ends of the interval
-/// tells. All numbers are scaled by the same power of ten, by a multiplication of 128 bits. Whether that cuts something
-/// off is kept in the lowest bit, which is enough to compare exactly. It takes about 0.6 of the time of std::to_chars,
-/// whose text is the same.
+/// powers of ten it takes the greatest that is no longer than the interval of the numbers which read back as the
+/// double. Then two of its multiples are candidates, and two of the next power's; comparing each with the ends of the
+/// interval tells. All numbers are scaled by the same power of ten, by a multiplication of 128 bits. Whether that cuts
+/// something off is kept in the lowest bit, which is enough to compare exactly. It takes about 0.6 of the time of
+/// std::to_chars, whose text is the same.
 
 namespace nbscore {
 namespace {

@@ -73,9 +73,9 @@ TEST(CellMemory, ATextIsForgottenAndNeverTakenForAnother_WhenThereAreMany) {
 TEST(CellMemory, TwoTextsOfOnePlaceStayRemembered_WhicheverIsMetLast) {
     CellMemory memory;
     // Among so many texts some share a place; none of two is ever driven out by the other.
-    for (FactorRow i = 0; i < 50; ++i)
+    for (FactorRow i = 0; i < 80; ++i)
         Keep(memory, "text " + std::to_string(i), i);
-    for (FactorRow i = 0; i < 50; ++i)
+    for (FactorRow i = 0; i < 80; ++i)
         EXPECT_EQ(Recall(memory, "text " + std::to_string(i)), i);
 }
 
