@@ -45,6 +45,21 @@ def shapes(results):
     return rows
 
 
+def table_shapes(results):
+    rows = [["tables", "command : loop, median", "worst", "the worst", "two threads : one"]]
+    for found in results.table_shapes["classes"]:
+        rows.append([found["name"], f"{found['median']:.2f}", f"{found['worst']:.2f}", found["worst_shape"],
+                     f"{found['two_threads']:.2f}"])
+    return rows
+
+
+def table_forms(results):
+    rows = [["tables", "form of output", "times as fast as the usual form"]]
+    for found in results.table_shapes["classes"]:
+        rows += [[found["name"], form, f"{ratio:.2f}"] for form, ratio in found["forms"].items()]
+    return rows
+
+
 def size_of_first_cache(scoring):
     return max((cache["size"] for cache in scoring.context["caches"]
                 if cache["level"] == 1 and cache["type"] != "Instruction"), default=0)

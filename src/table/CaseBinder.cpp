@@ -131,14 +131,14 @@ void CaseBinder::BindColumns(const Fields& fields) {
     record.emplace(names, !fields.haveTarget);
 }
 
-void CaseBinder::RequireAllCells(const std::vector<std::string_view>& cells, std::uint64_t line) const {
+void CaseBinder::RequireAllCells(std::span<const std::string_view> cells, std::uint64_t line) const {
     if (cells.size() == columnNames.size()) return;
     throw CaseDataError(source, line,
                         "the row has " + std::to_string(cells.size()) + (cells.size() == 1 ? " cell" : " cells") +
                             ", the header has " + std::to_string(columnNames.size()));
 }
 
-const ScoreCaseRecord& CaseBinder::Bind(const std::vector<std::string_view>& cells, std::uint64_t line) {
+const ScoreCaseRecord& CaseBinder::Bind(std::span<const std::string_view> cells, std::uint64_t line) {
     RequireAllCells(cells, line);
     for (const BoundColumn& column : columns) {
         BindCell(column, cells[column.column], line);

@@ -25,6 +25,7 @@ CsvRowReader::CsvRowReader(std::string sourceName, char cellDelimiter)
 
 void CsvRowReader::Start(TableBlock& nextBlock) {
     block = &nextBlock;
+    ForgetRows();
     scanner.Start();
     numMarks = nextMark = 0;
     rowBegin = nextRowBegin = 0;
@@ -34,8 +35,8 @@ void CsvRowReader::Start(TableBlock& nextBlock) {
     mayHoldByteOrderMarks = bytes.find(firstByteOfByteOrderMark) != std::string_view::npos;
 }
 
-bool CsvRowReader::ReadRow() {
-    cells.clear();
+bool CsvRowReader::ReadRowBehind() {
+    rowCells = endOfCells;
     asWritten = {};
     rowBegin = nextRowBegin;
     if (rowBegin >= block->size) return false;
@@ -45,7 +46,7 @@ bool CsvRowReader::ReadRow() {
     do {
         for (std::size_t i = nextMark; i < numMarks; ++i) {
             const std::size_t mark = marks[i];
-            cells.emplace_back(bytes + cellBegin, mark - cellBegin);
+            AddCell(bytes + cellBegin, mark - cellBegin);
             if (bytes[mark] != delimiter) {
                 nextMark = i + 1;
                 EndRow(mark, mark + LengthOfMark(block->GetBytes(), mark));
@@ -53,7 +54,7 @@ bool CsvRowReader::ReadRow() {
             }
             cellBegin = mark + 1;
         }
-        if (cells.size() > maxCells) RefuseTooManyCells();
+        if (GetCells().size() > maxCells) RefuseTooManyCells();
     } while (FindMoreMarks());
     EndLastRow(cellBegin);
     return true;
@@ -73,7 +74,7 @@ void CsvRowReader::EndLastRow(std::size_t cellBegin) {
     const std::size_t reached = scanner.GetPosition();
     const bool isInQuotes = scanner.IsInQuotes();
     if (!isInQuotes && scanner.GetFault() == CsvScanner::Fault::None) {
-        cells.push_back(Between(block->GetBytes(), cellBegin, reached));
+        AddCell(block->GetBytes().data() + cellBegin, reached - cellBegin);
         EndRow(reached, reached);
         return;
     }
@@ -89,7 +90,7 @@ void CsvRowReader::EndLastRow(std::size_t cellBegin) {
 void CsvRowReader::EndRow(std::size_t cellsEnd, std::size_t nextRow) {
     nextRowBegin = nextRow;
     nextLine = rowLine + 1;
-    if (cells.size() > maxCells) RefuseTooManyCells();
+    if (GetCells().size() > maxCells) RefuseTooManyCells();
     if (nextRow > soundText.position || nextRow - rowBegin > maxRowBytes) CheckText(nextRow);
     if (!mayHoldByteOrderMarks) asWritten = Between(block->GetBytes(), rowBegin, cellsEnd);
     if (!scanner.HasQuotes()) return;
@@ -98,7 +99,7 @@ void CsvRowReader::EndRow(std::size_t cellsEnd, std::size_t nextRow) {
 }
 
 void CsvRowReader::TakeQuotesOff() {
-    for (std::string_view& cell : cells) {
+    for (std::string_view& cell : std::span(cells).subspan(rowCells, endOfCells - rowCells)) {
         if (!cell.starts_with('"')) continue;
         asWritten = {};
         cell = TakeQuotesOff(cell);
@@ -138,7 +139,7 @@ void CsvRowReader::CheckText(std::size_t reached, std::optional<std::size_t> ope
 
 void CsvRowReader::RefuseTooManyCells() const {
     // What is wrong in front of the end of the first cell that is too many goes before.
-    const std::string_view tooMany = cells[maxCells];
+    const std::string_view tooMany = GetCells()[maxCells];
     const auto reached = static_cast<std::size_t>(tooMany.data() + tooMany.size() - block->room.data());
     const std::string_view bytes = block->GetBytes();
     CheckText(reached == bytes.size() ? reached : reached + LengthOfMark(bytes, reached));

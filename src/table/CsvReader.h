@@ -38,18 +38,30 @@ public:
     /// Reads the next row; false at the end of the block. Throws CaseDataError for a quote that is not closed or stands
     /// where none may, a NUL byte, bytes that are no UTF-8, or a row that is too long or has too many cells. After that
     /// the block is of no more use.
-    bool ReadRow();
+    bool ReadRow() {
+        ForgetRows();
+        return ReadRowBehind();
+    }
+    /// The same, and keeps the cells of the rows before.
+    bool ReadRowBehind();
+    void ForgetRows() { rowCells = endOfCells = 0; }
 
-    /// The texts of the row that was read last. They last as long as the block.
-    const std::vector<std::string_view>& GetCells() const { return cells; }
+    /// The texts of the row that was read last, valid until the next one is. They last as long as the block.
+    std::span<const std::string_view> GetCells() const { return {cells.data() + rowCells, endOfCells - rowCells}; }
+    /// The same of all rows that are kept, row by row.
+    std::span<const std::string_view> GetKeptCells() const { return {cells.data(), endOfCells}; }
     /// The same for a writer.
     /// @param isCopied whether cells are written with the same delimiter.
-    InputRow GetInputRow(bool isCopied) const { return {cells, isCopied ? asWritten : std::string_view()}; }
+    InputRow GetInputRow(bool isCopied) const { return {GetCells(), isCopied ? asWritten : std::string_view()}; }
     /// The line on which it begins, from 1.
     std::uint64_t GetRowLine() const { return rowLine; }
     const std::string& GetSourceName() const { return source; }
 
 private:
+    void AddCell(const char* begin, std::size_t length) {
+        if (endOfCells == cells.size()) cells.resize(2 * cells.size() + fewestCells);
+        cells.data()[endOfCells++] = {begin, length};
+    }
     bool FindMoreMarks();
     void EndLastRow(std::size_t cellBegin);
     void EndRow(std::size_t cellsEnd, std::size_t nextRow);
@@ -75,9 +87,13 @@ private:
     std::size_t nextRowBegin = 0;
     std::uint64_t rowLine = 0;
     std::uint64_t nextLine = 1;
+    static constexpr std::size_t fewestCells = 64;
+    /// Room for cells, which begin with those of rows that are kept; where those of the last row begin, and end.
     std::vector<std::string_view> cells;
-    /// All cells as they stand in the table, where that is how they would be written again; empty where that is not
-    /// known.
+    std::size_t rowCells = 0;
+    std::size_t endOfCells = 0;
+    /// All cells of the row as they stand in the table, where that is how they would be written again; empty where that
+    /// is not known.
     std::string_view asWritten;
 };
 
@@ -101,7 +117,7 @@ public:
             if (!blocks.Read(block)) return false;
             rows.Start(block);
         }
-        cells = rows.GetCells();
+        cells.assign(rows.GetCells().begin(), rows.GetCells().end());
         return true;
     }
 

@@ -1,8 +1,10 @@
 #include "table/CsvScoreWriter.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 #include <variant>
 
@@ -20,28 +22,48 @@ namespace {
 constexpr std::string_view charactersOfNumbers = "+-.0123456789aefin";
 
 /// The system-missing number's cell is empty.
-void AddNumber(CsvRow& row, double number, bool needsQuotes) {
-    if (needsQuotes) {
-        row.Add(MCMV::IsMissing(number) ? std::string() : FormatNumber(number));
+char* WriteNumberCell(char* to, double number) {
+    return MCMV::IsMissing(number) ? to : WriteNumber(to, number);
+}
+
+/// @param numberOf the number of a cell, from 0.
+template <typename NumberOf>
+void AddNumbers(CsvRow& row, std::size_t count, bool needQuotes, const NumberOf& numberOf) {
+    if (!needQuotes) {
+        row.AddPlain(count, mostNumberBytes, [&](std::size_t i, char* to) { return WriteNumberCell(to, numberOf(i)); });
         return;
     }
-    row.AddPlain([number](std::string& text) {
-        if (!MCMV::IsMissing(number)) AppendNumber(text, number);
-    });
+    std::array<char, mostNumberBytes> cell;
+    for (std::size_t i = 0; i < count; ++i)
+        row.Add({cell.data(), WriteNumberCell(cell.data(), numberOf(i))});
 }
 
 /// The cell of a value that there is none of is empty.
 void AddOutput(CsvRow& row, const OutputValue& value, bool numbersNeedQuotes) {
     if (const auto* const number = std::get_if<double>(&value)) {
-        AddNumber(row, *number, numbersNeedQuotes);
+        AddNumbers(row, 1, numbersNeedQuotes, [number](std::size_t) { return *number; });
     } else {
         const auto* const text = std::get_if<std::string>(&value);
         row.Add(text == nullptr ? std::string_view() : *text);
     }
 }
 
-bool HaveSameBits(double one, double other) {
-    return std::bit_cast<std::uint64_t>(one) == std::bit_cast<std::uint64_t>(other);
+/// The confidence and the probabilities. Writing a number takes long, and one of these is the confidence once more.
+void AddPosterior(CsvRow& row, double confidence, std::span<const double> probabilities, bool needQuotes) {
+    if (needQuotes) {
+        AddNumbers(row, 1 + probabilities.size(), true,
+                   [&](std::size_t i) { return i == 0 ? confidence : probabilities[i - 1]; });
+        return;
+    }
+    std::array<char, mostNumberBytes> written{};
+    const auto length = static_cast<std::size_t>(WriteNumberCell(written.data(), confidence) - written.data());
+    const auto bits = std::bit_cast<std::uint64_t>(confidence);
+    row.AddPlain(1 + probabilities.size(), mostNumberBytes, [&](std::size_t i, char* to) {
+        const bool isOther = i > 0 && std::bit_cast<std::uint64_t>(probabilities[i - 1]) != bits;
+        if (isOther) return WriteNumberCell(to, probabilities[i - 1]);
+        std::memcpy(to, written.data(), written.size());
+        return to + length;
+    });
 }
 
 }  // namespace
@@ -60,10 +82,10 @@ CsvScoreWriter::CsvScoreWriter(const ScoreDictVar& target, const std::vector<std
     : CsvScoreWriter(header, options) {
     AddColumn("predicted_" + target.GetName(), Content::Prediction);
     if (!options.predictionOnly) {
-        AddColumn("confidence", Content::Confidence);
+        AddColumn("confidence", Content::Posterior);
         const CategoryProbabilities categories(target);
         for (std::size_t i = 0; i < categories.GetNames().size(); ++i)
-            AddColumn("probability_" + categories.GetNames()[i], Content::Probability, i);
+            AddColumn("probability_" + categories.GetNames()[i], Content::Posterior, 1 + i);
     }
     RequireDistinctNames(sourceName);
 }
@@ -105,11 +127,18 @@ CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& names, const std:
 
 void CsvScoreWriter::AddColumn(const std::string& name, Content content, std::size_t number) {
     columnNames.push_back(prefix + name);
-    columns.push_back({content, number});
+    ++numAddedColumns;
+    const bool goesOn =
+        !columns.empty() && columns.back().content == content && columns.back().first + columns.back().count == number;
+    if (goesOn) {
+        ++columns.back().count;
+    } else {
+        columns.push_back({content, number, 1});
+    }
 }
 
 void CsvScoreWriter::RequireDistinctNames(const std::string& sourceName) const {
-    const std::size_t inputColumns = columnNames.size() - columns.size();
+    const std::size_t inputColumns = columnNames.size() - numAddedColumns;
     SeededSet<std::string_view> taken;
     for (std::size_t i = 0; i < columnNames.size(); ++i) {
         const bool isNew = taken.insert(columnNames[i]).second;
@@ -134,7 +163,7 @@ void CsvScoreWriter::AppendCase(std::string& text, const InputRow& input, const 
         AppendScores(text, scored);
         return;
     }
-    for (const std::size_t position : ranking.Rank(scored.subModels)) {
+    for (const std::size_t position : ranking.Rank(scored.scores)) {
         AppendInput(text, input);
         AppendRow(text, scored, std::span(&position, 1));
     }
@@ -154,47 +183,40 @@ void CsvScoreWriter::AppendInput(std::string& text, const InputRow& input) const
 }
 
 void CsvScoreWriter::AppendScores(std::string& text, const ScoredCase& scored) {
-    AppendRow(text, scored, ranking.Rank(scored.subModels));
+    AppendRow(text, scored, ranking.Rank(scored.scores));
 }
 
 /// Appends the added columns' cells, behind those of the input, and ends the row.
 /// @param shown the positions of the sub-models that the row shows.
 void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown) const {
     CsvRow row(text, delimiter, hasInputColumns);
-    std::size_t confidenceBegin = 0;
-    std::size_t confidenceLength = 0;
-    for (const auto& [content, number] : columns) {
-        switch (content) {
+    for (const Columns& some : columns) {
+        const auto addNumbers = [&](const auto& numberOf) {
+            AddNumbers(row, some.count, numbersNeedQuotes, [&](std::size_t i) { return numberOf(some.first + i); });
+        };
+        switch (some.content) {
             case Content::Prediction:
                 row.Add(scored.prediction == nullptr ? std::string() : scored.prediction->GetString());
                 break;
-            case Content::Confidence:
-                confidenceBegin = text.size();
-                AddNumber(row, scored.confidence, numbersNeedQuotes);
-                confidenceLength = text.size() - confidenceBegin;
-                break;
-            case Content::Probability:
-                // Writing a number takes long, and one of these is the confidence once more.
-                if (HaveSameBits(scored.probabilities[number], scored.confidence)) {
-                    row.AddAgain(confidenceBegin, confidenceLength);
-                } else {
-                    AddNumber(row, scored.probabilities[number], numbersNeedQuotes);
-                }
+            case Content::Posterior:
+                AddPosterior(row, scored.confidence, scored.probabilities, numbersNeedQuotes);
                 break;
             case Content::Output:
-                AddOutput(row, scored.outputs[number], numbersNeedQuotes);
+                for (std::size_t i = 0; i < some.count; ++i)
+                    AddOutput(row, scored.outputs[some.first + i], numbersNeedQuotes);
                 break;
             case Content::Label:
-                row.AddPlain([&label = labelCells[shown[number]]](std::string& cells) { cells += label; });
+                for (std::size_t i = 0; i < some.count; ++i)
+                    row.AddPlain(labelCells[shown[some.first + i]]);
                 break;
             case Content::Score:
-                AddNumber(row, scored.subModels[shown[number]].score, numbersNeedQuotes);
+                addNumbers([&](std::size_t number) { return scored.scores[shown[number]]; });
                 break;
             case Content::AssessmentMean:
-                AddNumber(row, scored.subModels[shown[number]].assessmentMean, numbersNeedQuotes);
+                addNumbers([&](std::size_t number) { return scored.assessments[shown[number]].mean; });
                 break;
             case Content::AssessmentStdDev:
-                AddNumber(row, scored.subModels[shown[number]].assessmentStdDev, numbersNeedQuotes);
+                addNumbers([&](std::size_t number) { return scored.assessments[shown[number]].stdDev; });
                 break;
         }
     }

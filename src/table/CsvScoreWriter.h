@@ -38,13 +38,15 @@ public:
     void AppendScores(std::string& text, const ScoredCase& scored) override;
 
 private:
-    enum class Content { Prediction, Confidence, Probability, Output, Label, Score, AssessmentMean, AssessmentStdDev };
+    enum class Content { Prediction, Posterior, Output, Label, Score, AssessmentMean, AssessmentStdDev };
 
-    /// A column that scoring adds.
-    struct Column {
+    /// Some columns that scoring adds, side by side and of the same content.
+    struct Columns {
         Content content;
-        /// Which one: of the target's categories, of the outputs, or of the sub-models that a row shows.
-        std::size_t number;
+        /// Which one is the first: of the outputs, or of the sub-models that a row shows. Of posterior probabilities 0
+        /// is the confidence, and behind it stand those of the target's categories.
+        std::size_t first;
+        std::size_t count;
     };
 
     CsvScoreWriter(const std::vector<std::string>& header, const ScoreWriterOptions& options);
@@ -59,7 +61,8 @@ private:
     std::string prefix;
     /// The input's, as far as they are written, and those that are added.
     std::vector<std::string> columnNames;
-    std::vector<Column> columns;
+    std::vector<Columns> columns;
+    std::size_t numAddedColumns = 0;
     /// The sub-models' labels, in quotes where they need them.
     std::vector<std::string> labelCells;
     SubModelRanking ranking;

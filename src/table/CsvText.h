@@ -39,22 +39,30 @@ public:
           wasBegun(isBegun) {}
 
     void Add(std::string_view cell) {
-        AddPlain([this, cell](std::string& row) { AppendCsvCell(row, cell, delimiter); });
+        BeginCell();
+        AppendCsvCell(text, cell, delimiter);
     }
 
     /// Adds a cell that is known to need no quotes.
-    /// @param appendCell appends its text to the string that it is given.
-    template <typename AppendCell>
-    void AddPlain(const AppendCell& appendCell) {
-        if (hasCells) text += delimiter;
-        hasCells = true;
-        appendCell(text);
+    void AddPlain(std::string_view cell) {
+        BeginCell();
+        text += cell;
     }
 
-    /// Adds a cell that stands in the text already, with the delimiter in front of it.
-    void AddAgain(std::size_t cellBegin, std::size_t length) {
-        hasCells = true;
-        text.append(text, cellBegin, length);
+    /// Adds some cells that are known to need no quotes, all of them together because a text grows slowly.
+    /// @param mostBytes that a cell takes. @param writeCell writes one to memory with room for so many, which it may
+    ///     write over, and tells where it ends; called with the cell's number, from 0.
+    template <typename WriteCell>
+    void AddPlain(std::size_t count, std::size_t mostBytes, const WriteCell& writeCell) {
+        const std::size_t cellsBegin = text.size();
+        text.resize(cellsBegin + count * (mostBytes + 1));
+        char* end = text.data() + cellsBegin;
+        for (std::size_t i = 0; i < count; ++i) {
+            if (hasCells) *end++ = delimiter;
+            hasCells = true;
+            end = writeCell(i, end);
+        }
+        text.resize(static_cast<std::size_t>(end - text.data()));
     }
 
     /// Ends the row. An only cell that is empty becomes "" (two quotes), so that it does not read as an empty line.
@@ -67,6 +75,11 @@ public:
     }
 
 private:
+    void BeginCell() {
+        if (hasCells) text += delimiter;
+        hasCells = true;
+    }
+
     std::string& text;
     char delimiter;
     std::size_t begin;

@@ -98,11 +98,11 @@ std::vector<std::string> LabelSubModels(const std::vector<std::string>& names) {
     return SubModelLabels(names).Make();
 }
 
-const std::vector<std::size_t>& SubModelRanking::Rank(std::span<const SubModelScore> scores) {
+const std::vector<std::size_t>& SubModelRanking::Rank(std::span<const double> scores) {
     if (limit) {
         FindBestScores(
-            scores.size(), *limit, [&](std::size_t position) { return scores[position].score; }, positions);
-    } else {
+            scores.size(), *limit, [&](std::size_t position) { return scores[position]; }, positions);
+    } else if (positions.size() != scores.size()) {
         positions.resize(scores.size());
         std::iota(positions.begin(), positions.end(), std::size_t{0});
     }
@@ -212,7 +212,14 @@ ScoredCaseReader::ScoredCaseReader(ScoreModel& model, const ScoreWriterOptions& 
 ScoredCase ScoredCaseReader::Read(const ScoreCaseRecord& record, const ScoreResult& result) {
     ScoredCase scored;
     if (numSubModels) {
-        scored.subModels = RequireSubModelScores(result, *numSubModels);
+        scores.clear();
+        assessments.clear();
+        for (const SubModelScore& subModel : RequireSubModelScores(result, *numSubModels)) {
+            scores.push_back(subModel.score);
+            assessments.push_back({subModel.assessmentMean, subModel.assessmentStdDev});
+        }
+        scored.scores = scores;
+        scored.assessments = assessments;
         return scored;
     }
     const ScoreClsResult& classification = RequireClassification(result);

@@ -142,16 +142,15 @@ void JsonLinesScoreWriter::AppendOutputs(std::string& text, const ScoredCase& sc
 void JsonLinesScoreWriter::AppendSubModels(std::string& text, const ScoredCase& scored) {
     text += "{\"models\": [";
     const char* separator = "";
-    for (const std::size_t position : ranking.Rank(scored.subModels)) {
-        const SubModelScore& subModel = scored.subModels[position];
+    for (const std::size_t position : ranking.Rank(scored.scores)) {
         text += separator;
         text += openings[position];
-        AppendJsonNumber(text, subModel.score);
+        AppendJsonNumber(text, scored.scores[position]);
         if (!predictionOnly) {
             text += ", \"assessment_mean\": ";
-            AppendJsonNumber(text, subModel.assessmentMean);
+            AppendJsonNumber(text, scored.assessments[position].mean);
             text += ", \"assessment_std_dev\": ";
-            AppendJsonNumber(text, subModel.assessmentStdDev);
+            AppendJsonNumber(text, scored.assessments[position].stdDev);
         }
         text += '}';
         separator = ", ";

@@ -1,5 +1,6 @@
 #include "table/TableScorer.h"
 
+#include <algorithm>
 #include <atomic>
 #include <memory>
 #include <optional>
@@ -14,6 +15,9 @@
 
 namespace nbscore {
 namespace {
+
+/// Of a block that several threads score: longer ones would have to wait for their turn before they are whole.
+constexpr std::size_t textOfBlock = BlockScorer::longText / 2;
 
 /// One run over one table.
 class TableRun {
@@ -62,8 +66,8 @@ private:
         const std::string& source = reader.GetSourceName();
         if (batch) {
             CaseCoder coder(model, *batch, header, source, options.cases);
-            return std::make_unique<BatchBlockScorer>(*batch, std::move(coder), CopyWriter(), options.CopiesRows(),
-                                                      options.limits);
+            return std::make_unique<BatchBlockScorer>(*batch, std::move(coder), header.size(), CopyWriter(),
+                                                      options.CopiesRows(), options.limits);
         }
         CaseBinder binder(model, header, source, options.cases);
         ScoredCaseReader results(model, options.output);
@@ -95,6 +99,8 @@ private:
 
     /// @param ownScorer does the work where the system starts no thread.
     void ScoreOnThreads(BlockScorer& ownScorer) {
+        // The first block tells how much text comes of how much table.
+        reader.SetPieceBytes(textOfBlock * block.size / std::max<std::size_t>(bytesWritten, 1));
         if (!reader.Read(block)) return;
         std::vector<std::unique_ptr<BlockScorer>> scorers;
         for (std::size_t thread = 0; thread < options.threads; ++thread)
@@ -136,6 +142,7 @@ private:
         WriteHeader();
         output.Write(done.text);
         output.Flush();
+        bytesWritten += done.text.size();
         summary.rows += done.rows;
         if (summary.firstNonFiniteLine == 0) summary.firstNonFiniteLine = done.firstNonFiniteLine;
         rowsWritten = summary.rows;
@@ -175,6 +182,7 @@ private:
     BlockScores scores;
     std::vector<CaseCounts> countsOfThreads;
     ScoringSummary summary;
+    std::size_t bytesWritten = 0;
     std::atomic<std::uint64_t> rowsWritten = 0;
     bool hasWrittenHeader = false;
 };

@@ -1,9 +1,11 @@
 #include "table/CsvReader.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -83,7 +85,7 @@ void ExpectRowsAsTakenApart(const std::string& text, char delimiter) {
     reader.Start(block);
     for (std::size_t i = 0; i < expected.rows.size(); ++i) {
         RC_ASSERT(TryToRead(reader) == true);
-        const std::vector<std::string_view>& cells = reader.GetCells();
+        const std::span<const std::string_view> cells = reader.GetCells();
         RC_ASSERT(Row(cells.begin(), cells.end()) == expected.rows[i]);
         RC_ASSERT(reader.GetRowLine() == expected.lines[i]);
         const InputRow row = reader.GetInputRow(true);
@@ -114,6 +116,37 @@ TEST(CsvRowReader, PlainRowsAreKnownAsTheyAreWritten) {
     EXPECT_TRUE(reader.GetInputRow(false).asWritten.empty());
 }
 
+TEST(CsvRowReader, KeepsTheCellsOfTheRowsBefore_WhenAskedTo) {
+    TableBlock block = MakeBlock("a,b\n\"c,\",d\ne\nf,g\n");
+    CsvRowReader reader("t.csv", ',');
+    reader.Start(block);
+    ASSERT_TRUE(reader.ReadRow());
+    ASSERT_TRUE(reader.ReadRowBehind());
+    ASSERT_TRUE(reader.ReadRowBehind());
+    EXPECT_THAT(reader.GetCells(), testing::ElementsAre("e"));
+    EXPECT_THAT(reader.GetKeptCells(), testing::ElementsAre("a", "b", "c,", "d", "e"));
+    ASSERT_TRUE(reader.ReadRow());
+    EXPECT_THAT(reader.GetKeptCells(), testing::ElementsAre("f", "g"));
+    EXPECT_FALSE(reader.ReadRowBehind());
+    EXPECT_THAT(reader.GetKeptCells(), testing::ElementsAre("f", "g"));
+}
+
+TEST(CsvRowReader, KeepsCellsWhole_WhenThereAreVeryMany) {
+    std::string text;
+    std::vector<std::string> expected;
+    for (std::size_t i = 0; i < 3000; ++i) {
+        expected.push_back(std::to_string(i));
+        text += expected.back() + (i % 7 == 6 ? '\n' : ',');
+    }
+    TableBlock block = MakeBlock(text + "last\n");
+    expected.emplace_back("last");
+    CsvRowReader reader("t.csv", ',');
+    reader.Start(block);
+    while (reader.ReadRowBehind()) {
+    }
+    EXPECT_THAT(reader.GetKeptCells(), testing::ElementsAreArray(expected));
+}
+
 TEST(CsvRowReader, NothingOfABlockIsLeft_WhenTheNextOneStarts) {
     CsvRowReader reader("t.csv", ',');
     TableBlock first = MakeBlock("a,b\nc,d\n");
@@ -123,7 +156,8 @@ TEST(CsvRowReader, NothingOfABlockIsLeft_WhenTheNextOneStarts) {
     second.firstLine = 7;
     reader.Start(second);
     ASSERT_TRUE(reader.ReadRow());
-    EXPECT_EQ(reader.GetCells(), std::vector<std::string_view>{"e"});
+    EXPECT_THAT(reader.GetCells(), testing::ElementsAre("e"));
+    EXPECT_THAT(reader.GetKeptCells(), testing::ElementsAre("e"));
     EXPECT_EQ(reader.GetRowLine(), 7U);
     EXPECT_FALSE(reader.ReadRow());
 }
