@@ -16,7 +16,7 @@
 namespace nbscore {
 namespace {
 
-/// Of a block that several threads score: longer ones would have to wait for their turn before they are whole.
+/// Of a block: threads that score longer ones would have to wait for their turn before these are whole.
 constexpr std::size_t textOfBlock = BlockScorer::longText / 2;
 
 /// One run over one table.
@@ -38,6 +38,9 @@ public:
         const std::unique_ptr<BlockScorer> scorer = MakeScorer();
         // The first block here, so that a short table starts no threads.
         ScoreBlock(*scorer);
+        // It tells how much text comes of how much table. On one thread, too: where blocks end, and so what is written
+        // in front of a fault, must not depend on the number of threads.
+        reader.SetPieceBytes(textOfBlock * block.size / std::max<std::size_t>(bytesWritten, 1));
         if (options.threads > 1) {
             ScoreOnThreads(*scorer);
         } else {
@@ -99,8 +102,6 @@ private:
 
     /// @param ownScorer does the work where the system starts no thread.
     void ScoreOnThreads(BlockScorer& ownScorer) {
-        // The first block tells how much text comes of how much table.
-        reader.SetPieceBytes(textOfBlock * block.size / std::max<std::size_t>(bytesWritten, 1));
         if (!reader.Read(block)) return;
         std::vector<std::unique_ptr<BlockScorer>> scorers;
         for (std::size_t thread = 0; thread < options.threads; ++thread)
