@@ -90,17 +90,30 @@ BaseDictVar::BaseDictVar(const BaseDictVar& other)
       displayName(other.displayName),
       storageType(other.storageType),
       measureLevel(other.measureLevel),
-      validValues(other.validValues ? std::make_unique<ScoreValueLabelSet>(*other.validValues) : nullptr),
-      missingValues(CopiesOf(other.missingValues)),
-      missingNumbers(other.missingNumbers),
-      missingTexts(other.missingTexts),
-      invalidValues(CopiesOf(other.invalidValues)),
-      intervals(other.intervals),
+      values(other.values ? std::make_unique<Values>(*other.values) : nullptr),
       holdsTruthValues(other.holdsTruthValues),
       rule(other.rule),
       index(other.index.load(std::memory_order_relaxed)) {}
 
+BaseDictVar::Values::Values(const Values& other)
+    : valid(other.valid ? std::make_unique<ScoreValueLabelSet>(*other.valid) : nullptr),
+      missing(CopiesOf(other.missing)),
+      missingNumbers(other.missingNumbers),
+      missingTexts(other.missingTexts),
+      invalid(CopiesOf(other.invalid)),
+      intervals(other.intervals) {}
+
 BaseDictVar::~BaseDictVar() = default;
+
+const BaseDictVar::Values& BaseDictVar::GetValues() const {
+    static const Values none;
+    return values ? *values : none;
+}
+
+BaseDictVar::Values& BaseDictVar::ChangeValues() {
+    if (!values) values = std::make_unique<Values>();
+    return *values;
+}
 
 ScoreDictVar* BaseDictVar::Clone() const {
     return new BaseDictVar(*this);
@@ -109,9 +122,10 @@ ScoreDictVar* BaseDictVar::Clone() const {
 bool BaseDictVar::IsMissingValue(const ScoreValue* value) const {
     if (value == nullptr) return false;
     if (value->IsSystemMissingValue()) return true;
-    if (value->GetType() == ScoreValue::Numeric) return missingNumbers.contains(value->GetDouble());
-    if (value->GetType() != ScoreValue::String || missingTexts.empty()) return false;
-    return missingTexts.contains(value->GetString());
+    if (!values) return false;
+    if (value->GetType() == ScoreValue::Numeric) return values->missingNumbers.contains(value->GetDouble());
+    if (value->GetType() != ScoreValue::String || values->missingTexts.empty()) return false;
+    return values->missingTexts.contains(value->GetString());
 }
 
 std::string BaseDictVar::GetName() const {
@@ -127,7 +141,7 @@ int BaseDictVar::GetMeasureLevel() const {
 }
 
 const ScoreValueLabelSet* BaseDictVar::GetValueLabelSet() const {
-    return validValues.get();
+    return values ? values->valid.get() : nullptr;
 }
 
 void BaseDictVar::SetIndex(int position) {
@@ -139,18 +153,20 @@ int BaseDictVar::GetIndex() const {
 }
 
 void BaseDictVar::AddValidValue(std::unique_ptr<ScoreValue> value, std::string displayValue) {
-    if (!validValues) validValues = std::make_unique<ScoreValueLabelSet>();
-    validValues->AddLabel(ScoreValueLabel(std::move(value), std::move(displayValue)));
+    auto& valid = ChangeValues().valid;
+    if (!valid) valid = std::make_unique<ScoreValueLabelSet>();
+    valid->AddLabel(ScoreValueLabel(std::move(value), std::move(displayValue)));
 }
 
 void BaseDictVar::AddMissingValue(std::unique_ptr<ScoreValue> value) {
-    if (value->GetType() == ScoreValue::Numeric) missingNumbers.insert(value->GetDouble());
-    if (value->GetType() == ScoreValue::String) missingTexts.insert(value->GetString());
-    missingValues.push_back(std::move(value));
+    Values& changed = ChangeValues();
+    if (value->GetType() == ScoreValue::Numeric) changed.missingNumbers.insert(value->GetDouble());
+    if (value->GetType() == ScoreValue::String) changed.missingTexts.insert(value->GetString());
+    changed.missing.push_back(std::move(value));
 }
 
 void BaseDictVar::AddInvalidValue(std::unique_ptr<ScoreValue> value) {
-    invalidValues.push_back(std::move(value));
+    ChangeValues().invalid.push_back(std::move(value));
 }
 
 void BaseDictVar::Print(std::ostream& out) const {
@@ -159,9 +175,10 @@ void BaseDictVar::Print(std::ostream& out) const {
     line += ": ";
     line += LevelName(measureLevel);
     line += storageType == NumericStorage ? ", numeric" : ", text";
-    if (validValues) line += DescribeList("values", validValues->GetValueLabels());
-    line += DescribeList("missing values", missingValues);
-    line += DescribeList("invalid values", invalidValues);
-    line += DescribeList("intervals", intervals);
+    const Values& declared = GetValues();
+    if (declared.valid) line += DescribeList("values", declared.valid->GetValueLabels());
+    line += DescribeList("missing values", declared.missing);
+    line += DescribeList("invalid values", declared.invalid);
+    line += DescribeList("intervals", declared.intervals);
     out << line << '\n';
 }

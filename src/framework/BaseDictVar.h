@@ -31,6 +31,8 @@ public:
     int GetIndex() const override;
     /// As GetIndex, for who knows the class.
     int GetPosition() const { return index.load(std::memory_order_relaxed); }
+    /// As GetName, without a copy, for who knows the class.
+    const std::string& GetNameText() const { return name; }
 
     /// The name shown to people; empty when the document gives none.
     const std::string& GetDisplayName() const { return displayName; }
@@ -40,12 +42,12 @@ public:
     void AddValidValue(std::unique_ptr<ScoreValue> value, std::string displayValue);
     /// Declares a value that stands for "missing"; never null, like the valid ones.
     void AddMissingValue(std::unique_ptr<ScoreValue> value);
-    bool HasMissingValues() const { return !missingValues.empty(); }
+    bool HasMissingValues() const { return values && !values->missing.empty(); }
 
     /// Declares a value that is none of the valid ones. It plays no part in scoring: only the functions that ask for
     /// validity look at it.
     void AddInvalidValue(std::unique_ptr<ScoreValue> value);
-    const std::vector<std::unique_ptr<ScoreValue>>& GetInvalidValues() const { return invalidValues; }
+    const std::vector<std::unique_ptr<ScoreValue>>& GetInvalidValues() const { return GetValues().invalid; }
 
     /// Whether the texts of the variable stand for truth values; false for a new one. The storage type stays what it
     /// is.
@@ -56,21 +58,35 @@ public:
     nbscore::ScoringRule GetRule() const { return rule; }
     void SetRule(nbscore::ScoringRule ruleOfDocument) { rule = ruleOfDocument; }
 
-    void AddInterval(const ValueInterval& interval) { intervals.push_back(interval); }
-    const std::vector<ValueInterval>& GetIntervals() const { return intervals; }
+    void AddInterval(const ValueInterval& interval) { ChangeValues().intervals.push_back(interval); }
+    const std::vector<ValueInterval>& GetIntervals() const { return GetValues().intervals; }
 
 private:
+    /// The values that a variable declares. Most of a document's many variables, its derived fields, declare none: they
+    /// take no memory for them.
+    struct Values {
+        Values() = default;
+        Values(const Values& other);
+        Values& operator=(const Values&) = delete;
+
+        std::unique_ptr<ScoreValueLabelSet> valid;
+        std::vector<std::unique_ptr<ScoreValue>> missing;
+        /// The same once more, for looking up: every value of every case is looked for among them.
+        nbscore::SeededSet<double> missingNumbers;
+        nbscore::SeededSet<std::string> missingTexts;
+        std::vector<std::unique_ptr<ScoreValue>> invalid;
+        std::vector<ValueInterval> intervals;
+    };
+
+    const Values& GetValues() const;
+    Values& ChangeValues();
+
     std::string name;
     std::string displayName;
     StorageType storageType;
     MeasureLevel measureLevel;
-    std::unique_ptr<ScoreValueLabelSet> validValues;
-    std::vector<std::unique_ptr<ScoreValue>> missingValues;
-    /// The same once more, for looking up: every value of every case is looked for among them.
-    nbscore::SeededSet<double> missingNumbers;
-    nbscore::SeededSet<std::string> missingTexts;
-    std::vector<std::unique_ptr<ScoreValue>> invalidValues;
-    std::vector<ValueInterval> intervals;
+    /// Null where none are declared.
+    std::unique_ptr<Values> values;
     bool holdsTruthValues = false;
     nbscore::ScoringRule rule = nbscore::ScoringRule::Smoothed;
     /// Written by the first scoring call with a record that has positions, while other threads may copy the variable.

@@ -48,13 +48,13 @@ int DerivedCaseRecord::GetVarIndex(const std::string&) const {
 }
 
 const ScoreValue* DerivedCaseRecord::GetValueByName(const std::string& name) const {
-    const auto found = derived.positionsByName.find(name);
-    if (found == derived.positionsByName.end()) return nullptr;
+    const auto position = derived.PositionOf(name);
+    if (!position) return nullptr;
     // An earlier call that ended in an exception may have left something.
     path.clear();
     levelsInUse = 0;
-    ComputeWithDependencies(found->second);
-    const Cell& cell = cells[found->second];
+    ComputeWithDependencies(*position);
+    const Cell& cell = cells[*position];
     return cell.isPresent ? &AsScoreValue(cell.value) : nullptr;
 }
 
@@ -73,7 +73,7 @@ void DerivedCaseRecord::ComputeWithDependencies(std::size_t wanted) const {
             Compute(ready);
             continue;
         }
-        const std::size_t needed = field.dependencies[step.nextDependency++];
+        const std::size_t needed = derived.DependenciesOf(field)[step.nextDependency++];
         if (!IsComputed(needed)) path.push_back({needed, 0});
     }
 }
@@ -83,7 +83,7 @@ void DerivedCaseRecord::ComputeWithDependencies(std::size_t wanted) const {
 /// before.
 std::size_t DerivedCaseRecord::CountComputedAhead(const DerivedField& field) const {
     constexpr std::size_t mostLevelsInUse = 250;
-    return levelsInUse + field.levels <= mostLevelsInUse ? field.alwaysNeeded : field.dependencies.size();
+    return levelsInUse + field.levels <= mostLevelsInUse ? field.alwaysNeeded : field.dependencyCount;
 }
 
 void DerivedCaseRecord::Compute(std::size_t position) const {

@@ -1,5 +1,8 @@
 #include "transform/reading/ElementReading.h"
 
+#include <memory>
+#include <utility>
+
 #include "pmml/FieldDeclarationReader.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
@@ -49,9 +52,14 @@ FieldReference ReadFieldReference(Element element, FieldScope& scope) {
     return scope.Resolve(element, RequiredAttribute(element, Name::field));
 }
 
+FieldInput MakeFieldInput(const FieldReference& field, ExpressionValue resultWhenMissing) {
+    if (IsMissing(resultWhenMissing)) return {field, nullptr};
+    return {field, std::make_unique<const ExpressionValue>(std::move(resultWhenMissing))};
+}
+
 FieldInput ReadFieldInput(Element element, const FieldReference& field, ValueKind resultKind,
                           const Transcoder& transcoder) {
-    return {field, AttributeOfKind(element, Name::mapMissingTo, resultKind, transcoder)};
+    return MakeFieldInput(field, AttributeOfKind(element, Name::mapMissingTo, resultKind, transcoder));
 }
 
 }  // namespace nbscore

@@ -43,6 +43,9 @@ bool TruthAt(Element element, std::string_view text);
 /// The field that the attribute `field` names.
 FieldReference ReadFieldReference(Element element, FieldScope& scope);
 
+/// @param resultWhenMissing missing where the document gives none.
+FieldInput MakeFieldInput(const FieldReference& field, ExpressionValue resultWhenMissing);
+
 /// The field with the attribute `mapMissingTo`.
 /// @param resultKind what the expression gives: `mapMissingTo` is of this kind where it reads as one, else a text as it
 ///     is.
