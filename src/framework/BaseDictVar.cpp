@@ -87,16 +87,16 @@ BaseDictVar::BaseDictVar(std::string variableName, StorageType storage, MeasureL
 BaseDictVar::BaseDictVar(const BaseDictVar& other)
     : ScoreDictVar(other),
       name(other.name),
-      displayName(other.displayName),
       storageType(other.storageType),
       measureLevel(other.measureLevel),
-      values(other.values ? std::make_unique<Values>(*other.values) : nullptr),
+      details(other.details ? std::make_unique<Details>(*other.details) : nullptr),
       holdsTruthValues(other.holdsTruthValues),
       rule(other.rule),
       index(other.index.load(std::memory_order_relaxed)) {}
 
-BaseDictVar::Values::Values(const Values& other)
-    : valid(other.valid ? std::make_unique<ScoreValueLabelSet>(*other.valid) : nullptr),
+BaseDictVar::Details::Details(const Details& other)
+    : displayName(other.displayName),
+      valid(other.valid ? std::make_unique<ScoreValueLabelSet>(*other.valid) : nullptr),
       missing(CopiesOf(other.missing)),
       missingNumbers(other.missingNumbers),
       missingTexts(other.missingTexts),
@@ -105,14 +105,14 @@ BaseDictVar::Values::Values(const Values& other)
 
 BaseDictVar::~BaseDictVar() = default;
 
-const BaseDictVar::Values& BaseDictVar::GetValues() const {
-    static const Values none;
-    return values ? *values : none;
+const BaseDictVar::Details& BaseDictVar::GetDetails() const {
+    static const Details none;
+    return details ? *details : none;
 }
 
-BaseDictVar::Values& BaseDictVar::ChangeValues() {
-    if (!values) values = std::make_unique<Values>();
-    return *values;
+BaseDictVar::Details& BaseDictVar::ChangeDetails() {
+    if (!details) details = std::make_unique<Details>();
+    return *details;
 }
 
 ScoreDictVar* BaseDictVar::Clone() const {
@@ -122,10 +122,10 @@ ScoreDictVar* BaseDictVar::Clone() const {
 bool BaseDictVar::IsMissingValue(const ScoreValue* value) const {
     if (value == nullptr) return false;
     if (value->IsSystemMissingValue()) return true;
-    if (!values) return false;
-    if (value->GetType() == ScoreValue::Numeric) return values->missingNumbers.contains(value->GetDouble());
-    if (value->GetType() != ScoreValue::String || values->missingTexts.empty()) return false;
-    return values->missingTexts.contains(value->GetString());
+    if (!details) return false;
+    if (value->GetType() == ScoreValue::Numeric) return details->missingNumbers.contains(value->GetDouble());
+    if (value->GetType() != ScoreValue::String || details->missingTexts.empty()) return false;
+    return details->missingTexts.contains(value->GetString());
 }
 
 std::string BaseDictVar::GetName() const {
@@ -141,7 +141,7 @@ int BaseDictVar::GetMeasureLevel() const {
 }
 
 const ScoreValueLabelSet* BaseDictVar::GetValueLabelSet() const {
-    return values ? values->valid.get() : nullptr;
+    return details ? details->valid.get() : nullptr;
 }
 
 void BaseDictVar::SetIndex(int position) {
@@ -152,30 +152,35 @@ int BaseDictVar::GetIndex() const {
     return GetPosition();
 }
 
+void BaseDictVar::SetDisplayName(std::string shownName) {
+    if (shownName.empty() && !details) return;
+    ChangeDetails().displayName = std::move(shownName);
+}
+
 void BaseDictVar::AddValidValue(std::unique_ptr<ScoreValue> value, std::string displayValue) {
-    auto& valid = ChangeValues().valid;
+    auto& valid = ChangeDetails().valid;
     if (!valid) valid = std::make_unique<ScoreValueLabelSet>();
     valid->AddLabel(ScoreValueLabel(std::move(value), std::move(displayValue)));
 }
 
 void BaseDictVar::AddMissingValue(std::unique_ptr<ScoreValue> value) {
-    Values& changed = ChangeValues();
+    Details& changed = ChangeDetails();
     if (value->GetType() == ScoreValue::Numeric) changed.missingNumbers.insert(value->GetDouble());
     if (value->GetType() == ScoreValue::String) changed.missingTexts.insert(value->GetString());
     changed.missing.push_back(std::move(value));
 }
 
 void BaseDictVar::AddInvalidValue(std::unique_ptr<ScoreValue> value) {
-    ChangeValues().invalid.push_back(std::move(value));
+    ChangeDetails().invalid.push_back(std::move(value));
 }
 
 void BaseDictVar::Print(std::ostream& out) const {
     std::string line = OnOneLine(name);
-    if (!displayName.empty()) line += ' ' + Quoted(displayName);
+    const Details& declared = GetDetails();
+    if (!declared.displayName.empty()) line += ' ' + Quoted(declared.displayName);
     line += ": ";
     line += LevelName(measureLevel);
     line += storageType == NumericStorage ? ", numeric" : ", text";
-    const Values& declared = GetValues();
     if (declared.valid) line += DescribeList("values", declared.valid->GetValueLabels());
     line += DescribeList("missing values", declared.missing);
     line += DescribeList("invalid values", declared.invalid);

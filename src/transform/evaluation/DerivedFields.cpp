@@ -1,6 +1,7 @@
 #include "transform/evaluation/DerivedFields.h"
 
-#include <utility>
+#include <algorithm>
+#include <bit>
 
 namespace nbscore {
 
@@ -15,8 +16,12 @@ std::optional<std::uint32_t> DerivedFieldPositions::Find(std::string_view name,
     return std::nullopt;
 }
 
+void DerivedFieldPositions::Reserve(std::size_t count) {
+    if (2 * count > slots.size()) Resize(std::bit_ceil(2 * count));
+}
+
 void DerivedFieldPositions::Add(std::string_view name, std::uint32_t position) {
-    if (used >= slots.size() / 4 * 3) Grow();
+    if (used >= slots.size() / 2) Resize(std::max<std::size_t>(2 * slots.size(), 16));
     Put({HashOf(name), position});
     ++used;
 }
@@ -33,9 +38,8 @@ void DerivedFieldPositions::Put(const Slot& slot) {
     slots[place] = slot;
 }
 
-void DerivedFieldPositions::Grow() {
-    constexpr std::size_t fewest = 16;
-    std::vector<Slot> old(slots.empty() ? fewest : 2 * slots.size());
+void DerivedFieldPositions::Resize(std::size_t count) {
+    std::vector<Slot> old(count);
     slots.swap(old);
     for (const Slot& slot : old) {
         if (!slot.IsFree()) Put(slot);

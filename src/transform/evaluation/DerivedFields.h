@@ -66,11 +66,13 @@ struct InputField {
 };
 
 /// Finds derived fields by their names. A document may have very many: so this keeps eight bytes of a field, its
-/// position and a part of its name's hash, in a table with room for a few more.
+/// position and a part of its name's hash, in a table of about twice the room.
 class DerivedFieldPositions {
 public:
     /// The position of the field of this name.
     std::optional<std::uint32_t> Find(std::string_view name, const std::vector<DerivedField>& fields) const;
+    /// Makes room for so many fields at once.
+    void Reserve(std::size_t count);
     /// @param position of the field that this is the name of; no other field has it.
     void Add(std::string_view name, std::uint32_t position);
 
@@ -88,9 +90,9 @@ private:
     std::size_t PlaceOf(std::uint32_t hash) const { return hash & (slots.size() - 1); }
     std::size_t PlaceBehind(std::size_t place) const { return (place + 1) & (slots.size() - 1); }
     void Put(const Slot& slot);
-    void Grow();
+    void Resize(std::size_t count);
 
-    /// A power of two, a part of which is always free. What does not fit where its hash says stands behind.
+    /// A power of two, at least half of which is free. What does not fit where its hash says stands behind.
     std::vector<Slot> slots;
     std::size_t used = 0;
 };

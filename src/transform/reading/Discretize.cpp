@@ -106,8 +106,8 @@ std::unique_ptr<const Expression> ReadDiscretize(Element element, FieldScope& sc
     for (ReadBin& bin : bins)
         sortedBins.push_back(std::move(bin.bin));
     return std::make_unique<DiscretizeExpression>(
-        MakeFieldInput(field, WrittenAttribute(element, Name::mapMissingTo, kind, transcoder)), std::move(sortedBins),
-        WrittenAttribute(element, Name::defaultValue, kind, transcoder));
+        FieldInput{field, StandIn(WrittenAttribute(element, Name::mapMissingTo, kind, transcoder))},
+        std::move(sortedBins), WrittenAttribute(element, Name::defaultValue, kind, transcoder));
 }
 
 }  // namespace nbscore

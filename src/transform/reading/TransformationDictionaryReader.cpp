@@ -160,6 +160,7 @@ public:
     }
 
     std::unique_ptr<const DerivedFields> Read() {
+        MakeRoom();
         bool isSound = true;
         for (const Element list : parts.lists) {
             for (const Element child : ChildrenOf(list)) {
@@ -179,6 +180,18 @@ public:
     }
 
 private:
+    /// For all fields at once: a document may have so many that to make room again and again costs more than counting.
+    void MakeRoom() {
+        std::size_t count = parts.others.size();
+        for (const Element list : parts.lists) {
+            for ([[maybe_unused]] const Element field : list.GetChildren(Name::DerivedField))
+                ++count;
+        }
+        derived->fields.reserve(count);
+        derived->positions.Reserve(count);
+        elements.reserve(count);
+    }
+
     void Declare(Element child, Element list) {
         if (child.Is(Name::DerivedField)) {
             const std::string name = RequiredText(transcoder, child, Name::name);
