@@ -1,5 +1,6 @@
 #include "transform/reading/TransformationDictionaryReader.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -160,16 +161,7 @@ public:
     }
 
     std::unique_ptr<const DerivedFields> Read() {
-        MakeRoom();
-        bool isSound = true;
-        for (const Element list : parts.lists) {
-            for (const Element child : ChildrenOf(list)) {
-                if (parts.takesOnlyFunctions && child.Is(Name::DerivedField)) continue;
-                isSound = faults.Try([&] { Declare(child, list); }) && isSound;
-            }
-        }
-        for (const FieldByItself& field : parts.others)
-            isSound = faults.Try([&] { DeclareField(field); }) && isSound;
+        bool isSound = DeclareAll();
         FieldScope scope(*derived, dictionary, transcoder, parts.unknownField);
         // Without one of the functions and fields, what names it would seem to be at fault.
         if (isSound && faults.Try([&] { functionCosts = functions.ReadBodies(scope); })) {
@@ -180,19 +172,34 @@ public:
     }
 
 private:
-    /// For all fields at once: a document may have so many that to make room again and again costs more than counting.
-    void MakeRoom() {
-        std::size_t count = parts.others.size();
+    /// False where a function or a field has a fault.
+    bool DeclareAll() {
+        std::vector<Element> children;
         for (const Element list : parts.lists) {
-            for ([[maybe_unused]] const Element field : list.GetChildren(Name::DerivedField))
-                ++count;
+            for (const Element child : list.GetChildren()) {
+                if (child.Is(Name::Extension)) continue;
+                if (!parts.takesOnlyFunctions || !child.Is(Name::DerivedField)) children.push_back(child);
+            }
         }
-        derived->fields.reserve(count);
-        derived->positions.Reserve(count);
-        elements.reserve(count);
+        const auto isField = [](Element child) { return child.Is(Name::DerivedField); };
+        MakeRoom(parts.others.size() + static_cast<std::size_t>(std::ranges::count_if(children, isField)));
+        bool isSound = true;
+        for (const Element child : children)
+            isSound = faults.Try([&] { Declare(child); }) && isSound;
+        for (const FieldByItself& field : parts.others)
+            isSound = faults.Try([&] { DeclareField(field); }) && isSound;
+        return isSound;
     }
 
-    void Declare(Element child, Element list) {
+    /// At once, because a document may have so many fields that to make room again and again takes longer than to count
+    /// them.
+    void MakeRoom(std::size_t fieldCount) {
+        derived->fields.reserve(fieldCount);
+        derived->positions.Reserve(fieldCount);
+        elements.reserve(fieldCount);
+    }
+
+    void Declare(Element child) {
         if (child.Is(Name::DerivedField)) {
             const std::string name = RequiredText(transcoder, child, Name::name);
             const ScoreDictVar* const namesake = dictionary ? dictionary->GetVar(name) : nullptr;
@@ -206,7 +213,7 @@ private:
         } else if (child.Is(Name::DefineFunction)) {
             functions.Declare(child);
         } else {
-            throw UnexpectedChild(child, list.GetTag());
+            throw UnexpectedChild(child, child.GetParent().GetTag());
         }
     }
 
