@@ -1,9 +1,10 @@
 #include "transform/evaluation/DerivedFields.h"
 
-#include <algorithm>
 #include <bit>
 
 namespace nbscore {
+
+DerivedFieldPositions::DerivedFieldPositions(std::size_t fieldCount) : slots(std::bit_ceil(2 * fieldCount)) {}
 
 std::optional<std::uint32_t> DerivedFieldPositions::Find(std::string_view name,
                                                          const std::vector<DerivedField>& fields) const {
@@ -16,34 +17,17 @@ std::optional<std::uint32_t> DerivedFieldPositions::Find(std::string_view name,
     return std::nullopt;
 }
 
-void DerivedFieldPositions::Reserve(std::size_t count) {
-    if (2 * count > slots.size()) Resize(std::bit_ceil(2 * count));
-}
-
 void DerivedFieldPositions::Add(std::string_view name, std::uint32_t position) {
-    if (used >= slots.size() / 2) Resize(std::max<std::size_t>(2 * slots.size(), 16));
-    Put({HashOf(name), position});
-    ++used;
+    const std::uint32_t hash = HashOf(name);
+    std::size_t place = PlaceOf(hash);
+    while (!slots[place].IsFree())
+        place = PlaceBehind(place);
+    slots[place] = {hash, position};
 }
 
 /// The hash is seeded, so that nobody can choose names that fall together.
 std::uint32_t DerivedFieldPositions::HashOf(std::string_view name) {
     return static_cast<std::uint32_t>(HashSeed::OfProcess().Hash(name));
-}
-
-void DerivedFieldPositions::Put(const Slot& slot) {
-    std::size_t place = PlaceOf(slot.hash);
-    while (!slots[place].IsFree())
-        place = PlaceBehind(place);
-    slots[place] = slot;
-}
-
-void DerivedFieldPositions::Resize(std::size_t count) {
-    std::vector<Slot> old(count);
-    slots.swap(old);
-    for (const Slot& slot : old) {
-        if (!slot.IsFree()) Put(slot);
-    }
 }
 
 }  // namespace nbscore

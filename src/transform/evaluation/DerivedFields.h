@@ -69,10 +69,12 @@ struct InputField {
 /// position and a part of its name's hash, in a table of about twice the room.
 class DerivedFieldPositions {
 public:
+    DerivedFieldPositions() = default;
+    /// @param fieldCount how many may be added.
+    explicit DerivedFieldPositions(std::size_t fieldCount);
+
     /// The position of the field of this name.
     std::optional<std::uint32_t> Find(std::string_view name, const std::vector<DerivedField>& fields) const;
-    /// Makes room for so many fields at once.
-    void Reserve(std::size_t count);
     /// @param position of the field that this is the name of; no other field has it.
     void Add(std::string_view name, std::uint32_t position);
 
@@ -89,12 +91,9 @@ private:
     static std::uint32_t HashOf(std::string_view name);
     std::size_t PlaceOf(std::uint32_t hash) const { return hash & (slots.size() - 1); }
     std::size_t PlaceBehind(std::size_t place) const { return (place + 1) & (slots.size() - 1); }
-    void Put(const Slot& slot);
-    void Resize(std::size_t count);
 
     /// A power of two, at least half of which is free. What does not fit where its hash says stands behind.
     std::vector<Slot> slots;
-    std::size_t used = 0;
 };
 
 /// Everything that is known about a document's derived fields once it is read. It does not change after that.

@@ -195,7 +195,7 @@ private:
     /// them.
     void MakeRoom(std::size_t fieldCount) {
         derived->fields.reserve(fieldCount);
-        derived->positions.Reserve(fieldCount);
+        derived->positions = DerivedFieldPositions(fieldCount);
         elements.reserve(fieldCount);
     }
 
