@@ -32,11 +32,12 @@ public:
         row.cells.assign(sorted.size(), Element());
         for (const Element cell : rowElement.GetChildren()) {
             if (cell.Is(Name::Extension)) continue;
-            const auto columns = std::ranges::equal_range(sorted, LocalNameOf(cell), {}, &Column::name);
-            if (columns.empty()) continue;
+            const std::string_view name = LocalNameOf(cell);
+            auto column = std::ranges::lower_bound(sorted, name, {}, &Column::name);
+            if (column == sorted.end() || column->name != name) continue;
             RefuseElementsIn(cell);
-            for (const Column& column : columns)
-                Put(cell, row.cells[column.position]);
+            for (; column != sorted.end() && column->name == name; ++column)
+                Put(cell, row.cells[column->position]);
         }
     }
 
