@@ -52,7 +52,8 @@ struct DerivedField {
     /// Where in DerivedFields::readings its own begin: first its dependencies, then its inputs.
     std::uint32_t firstReading = 0;
     std::uint32_t dependencyCount = 0;
-    /// How many of its dependencies are read in every case. The others stand in arguments that are not always evaluated.
+    /// How many of its dependencies are read in every case. The others stand in arguments that are not always
+    /// evaluated.
     std::uint32_t alwaysNeeded = 0;
     std::uint32_t inputCount = 0;
 };
