@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/FactorRow.h"
+#include "factors/FactorRow.h"
 
 /// @file
 /// The factor rows of cells that a column had before: most columns hold few different ones. Texts are loaded whole and
