@@ -20,7 +20,6 @@ std::string_view Between(std::string_view bytes, std::size_t begin, std::size_t 
 
 CsvRowReader::CsvRowReader(std::string sourceName, char cellDelimiter)
     : source(std::move(sourceName)),
-      delimiter(cellDelimiter),
       scanner(cellDelimiter),
       rowEnds(std::make_unique_for_overwrite<std::uint32_t[]>(CsvScanner::roomForMarks)) {}
 

@@ -81,7 +81,6 @@ private:
     std::uint64_t GetLineOf(std::size_t position) const;
 
     std::string source;
-    char delimiter;
     TableBlock* block = nullptr;
     CsvScanner scanner;
     /// Where cells end: those of rows that are kept, and all others that the scanner has found.
