@@ -16,10 +16,10 @@
 #include <string_view>
 #include <vector>
 
+#include "factors/KnownRows.h"
 #include "framework/ModelSelfTables.h"
 #include "framework/NumberText.h"
 #include "host/LoadedModel.h"
-#include "naivebayes/NBinningEncoder.h"
 #include "scoring/ShapeLoops.h"
 #include "table/ModelResults.h"
 

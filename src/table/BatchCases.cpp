@@ -118,7 +118,8 @@ ScoredCase BatchCases::GetCase(std::size_t entry) {
         scored.assessments = assessments;
         return scored;
     }
-    scored.prediction = parts->predictions[static_cast<std::size_t>(predicted[entry])].get();
+    scored.predictedCategory = static_cast<std::size_t>(predicted[entry]);
+    scored.prediction = parts->predictions[*scored.predictedCategory].get();
     scored.confidence = confidence[entry];
     if (predictionOnly) return scored;
     if (ofCase.size() == arranged.size()) {

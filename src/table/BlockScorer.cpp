@@ -54,7 +54,7 @@ std::string_view ContractBlockScorer::CellOf(const std::string& field, std::span
     return {};
 }
 
-void ContractBlockScorer::Count(const ScoreResult& scored, const CsvRowReader& rows) {
+void ContractBlockScorer::Count(const ScoreResult& scored, CsvRowReader& rows) {
     const auto* const told = dynamic_cast<const ResultFacts*>(&scored);
     if (told == nullptr) {
         counts.areTold = false;
@@ -78,7 +78,7 @@ void ContractBlockScorer::Count(const ScoreResult& scored, const CsvRowReader& r
         CountUnknown(unknown, rows);
 }
 
-void ContractBlockScorer::CountUnknown(const CaseFacts::Unknown& unknown, const CsvRowReader& rows) {
+void ContractBlockScorer::CountUnknown(const CaseFacts::Unknown& unknown, CsvRowReader& rows) {
     const auto counted = countedFields.find(*unknown.field);
     if (counted == countedFields.end()) return;
     FieldCount& count = counts.fields[counted->second.position];
@@ -132,18 +132,18 @@ std::size_t GetCasesAtOnce(const BatchCases& batch, std::size_t numReaders, std:
 
 }  // namespace
 
-BatchBlockScorer::BatchBlockScorer(const BatchCases& batchScorer, CaseCoder caseCoder, std::size_t numColumns,
+BatchBlockScorer::BatchBlockScorer(const BatchCases& batchScorer, CaseCoder caseCoder, std::size_t columnsOfTable,
                                    std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits)
     : batch(batchScorer),
       coder(std::move(caseCoder)),
       writer(std::move(scoreWriter)),
       copiesRows(copiesInput),
+      numColumns(columnsOfTable),
       numReaders(batch.GetFieldsOfReaders().size()),
       casesAtOnce(GetCasesAtOnce(batch, numReaders, numColumns)),
       pitch(casesAtOnce + gap),
       watch(workLimits),
       memory(numReaders),
-      cases{.numColumns = numColumns, .cells = {}, .lines = {}},
       rowsToScore(pitch * numReaders),
       listsToScore(numReaders) {}
 
@@ -172,7 +172,7 @@ bool BatchBlockScorer::ReadCases(CsvRowReader& rows) {
         // One in a cell of an earlier row goes before it.
         fault = std::current_exception();
     }
-    cases.cells = rows.GetKeptCells().first(cases.Count() * cases.numColumns);
+    cases.rows = rows.GetKeptRows(numColumns);
     coder.Encode(cases, places);
     if (fault != nullptr) std::rethrow_exception(fault);
     return cases.Count() > 0;
@@ -183,8 +183,8 @@ void BatchBlockScorer::ReadRows(CsvRowReader& rows) {
     waitingCases.clear();
     rows.ForgetRows();
     while (cases.Count() < casesAtOnce && rows.ReadRowBehind()) {
-        coder.RequireAllCells(rows.GetCells(), rows.GetRowLine());
-        waitingCases.push_back({rows.GetInputRow(copiesRows).asWritten, cases.Count()});
+        coder.RequireAllCells(rows.CountCells(), rows.GetRowLine());
+        waitingCases.push_back({copiesRows ? rows.GetAsWritten() : std::string_view(), cases.Count()});
         cases.lines.push_back(rows.GetRowLine());
     }
 }
@@ -213,7 +213,9 @@ void BatchBlockScorer::ScoreCases(std::size_t count) {
 
 void BatchBlockScorer::AppendCase(std::size_t number, BlockScores& scores) {
     const WaitingCase& waiting = waitingCases[number];
-    const InputRow input{cases.GetCells(number), waiting.asWritten};
+    inputCells.clear();
+    if (waiting.asWritten.empty()) cases.rows.ListCells(number, inputCells);
+    const InputRow input{inputCells, waiting.asWritten};
     ++scores.rows;
     if (writer->HasScoresBehindInput()) {
         writer->AppendInput(scores.text, input);

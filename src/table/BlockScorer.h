@@ -81,8 +81,8 @@ private:
     };
 
     void PrepareCounts();
-    void Count(const ScoreResult& scored, const CsvRowReader& rows);
-    void CountUnknown(const CaseFacts::Unknown& unknown, const CsvRowReader& rows);
+    void Count(const ScoreResult& scored, CsvRowReader& rows);
+    void CountUnknown(const CaseFacts::Unknown& unknown, CsvRowReader& rows);
     std::string_view CellOf(const std::string& field, std::span<const std::string_view> cells) const;
 
     ScoreModel& model;
@@ -100,9 +100,8 @@ private:
 /// Scores many rows at a time by a batch scorer, and repeated ones from memory.
 class BatchBlockScorer : public BlockScorer {
 public:
-    /// @param batchScorer copied. @param caseCoder made for it. @param numColumns of the table. The rest as for
-    ///     ContractBlockScorer.
-    BatchBlockScorer(const BatchCases& batchScorer, CaseCoder caseCoder, std::size_t numColumns,
+    /// @param batchScorer copied. @param caseCoder made for it. The rest as for ContractBlockScorer.
+    BatchBlockScorer(const BatchCases& batchScorer, CaseCoder caseCoder, std::size_t columnsOfTable,
                      std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits);
 
     void Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) override;
@@ -130,6 +129,7 @@ private:
     CaseCoder coder;
     std::unique_ptr<ScoreWriter> writer;
     bool copiesRows;
+    std::size_t numColumns;
     std::size_t numReaders;
     std::size_t casesAtOnce;
     /// From the rows to score of one reader to those of the next.
@@ -139,6 +139,8 @@ private:
     /// Whether the memory is asked about the cases that wait.
     bool asksMemory = false;
     TableCases cases;
+    /// Of a case that is written cell by cell.
+    std::vector<std::string_view> inputCells;
     /// One for each of the cases.
     std::vector<WaitingCase> waitingCases;
     /// What is remembered of each case, where the memory is asked.

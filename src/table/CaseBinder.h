@@ -71,7 +71,7 @@ public:
     /// What to say where columns lack and the header's seem to stand between other characters (SuggestDelimiter).
     const std::string& GetDelimiterHint() const { return delimiterHint; }
     /// Throws CaseDataError, naming the line, for a row with too many or too few cells.
-    void RequireAllCells(std::span<const std::string_view> cells, std::uint64_t line) const;
+    void RequireAllCells(std::size_t numCells, std::uint64_t line) const;
     /// The number of a cell of a numeric field that is not empty; nothing where it is absent, or a text that the model
     /// gets. Throws CaseDataError, naming line, column and text, for another text that is no number.
     std::optional<double> ReadNumberCell(const BoundColumn& column, std::string_view cell, std::uint64_t line) const;

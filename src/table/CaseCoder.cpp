@@ -1,7 +1,5 @@
 #include "table/CaseCoder.h"
 
-#include <hwy/base.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -13,6 +11,19 @@ namespace nbscore {
 namespace {
 
 constexpr std::size_t mostRememberedColumns = 128;
+
+/// Tells whether all rows were remembered; places of others hold notKept.
+template <typename Find>
+bool Recall(const Find& find, CsvColumn cells, std::size_t count, std::size_t reader, RowPlaces rows) {
+    FactorRow* row = &rows.Get(reader, 0);
+    FactorRow highest = 0;
+    for (std::size_t number = 0; number < count; ++number, row += rows.betweenCases) {
+        const FactorRow found = find(cells[number]);
+        *row = found;
+        highest = std::max(highest, found);
+    }
+    return highest != notKept;
+}
 
 }  // namespace
 
@@ -124,21 +135,22 @@ void CaseCoder::CountUnknown(const TableCases& cases, RowPlaces rows, std::size_
         FieldCount& count = counts.fields[i];
         count.unknown.Add(cases.lines[number]);
         if (count.unknownValues.IsFull()) continue;
-        MetValue value = ValueOf(countedFields[i], count.field, cases.GetCells(number));
+        MetValue value = ValueOf(countedFields[i], count.field, cases, number);
         value.line = cases.lines[number];
         count.unknownValues.Add(std::move(value));
     }
 }
 
 /// A value that no cell holds is a derived one.
-MetValue CaseCoder::ValueOf(const CountedField& field, const std::string& name,
-                            std::span<const std::string_view> cells) const {
+MetValue CaseCoder::ValueOf(const CountedField& field, const std::string& name, const TableCases& cases,
+                            std::size_t number) const {
     MetValue found{.field = name};
+    const std::string_view cell = field.column ? cases.rows.GetCell(number, *field.column) : std::string_view();
     if (field.onlySourcesHaveValues) {
         found.text = field.sources->ListValues(*encodedCase);
         found.origin = MetValue::Source;
-    } else if (field.column && !cells[*field.column].empty()) {
-        found.text = cells[*field.column];
+    } else if (!cell.empty()) {
+        found.text = cell;
     } else if (const ScoreValue* value = derivedFields == nullptr ? nullptr : derivedFields->GetValueByName(name)) {
         found.text = value->GetType() == ScoreValue::Numeric ? FormatNumber(value->GetDouble()) : value->GetString();
     }
@@ -166,59 +178,52 @@ void CaseCoder::EncodeColumn(CodedColumn& column, const TableCases& cases, RowPl
             RequireNumber(column, cases, number);
         return;
     }
-    const auto encode = [&](std::size_t reader, const auto& rowOf) {
-        const std::string_view* cell = cases.cells.data() + column.bound.column;
-        FactorRow* row = &rows.Get(reader, 0);
-        for (const std::uint64_t& line : cases.lines) {
-            *row = cell->empty() ? missingRow : rowOf(*cell, &line);
-            cell += cases.numColumns;
-            row += rows.betweenCases;
-        }
-    };
-    if (column.wholeNumbers) {
-        encode(column.readers.front(), [&](auto cell, auto line) { return RowOfNumber(column, cell, line); });
-    } else if (column.memory) {
-        encode(column.readers.front(), [&](auto cell, auto line) { return RowOfText(column, cell, line); });
-    } else {
-        for (const std::size_t reader : column.readers)
-            encode(reader, [&](auto cell, auto line) { return FindRow(column, reader, cell, *line); });
+    if (column.memory) {
+        EncodeFromMemory(column, cases, rows);
+        return;
+    }
+    const CsvColumn cells = cases.rows.GetColumn(column.bound.column);
+    for (const std::size_t reader : column.readers) {
+        for (std::size_t number = 0; number < cases.Count(); ++number)
+            rows.Get(reader, number) = FindRow(column, reader, cells[number], cases.lines[number]);
     }
 }
 
-/// Of a column that remembers.
-inline FactorRow CaseCoder::RowOfNumber(CodedColumn& column, std::string_view cell, const std::uint64_t* line) {
-    const std::optional<std::size_t> number = WholeNumberMemory::Read(cell);
-    if (!number) return RowOfText(column, cell, line);
-    if (const std::optional<FactorRow> known = column.wholeNumbers->Find(*number)) return *known;
-    const FactorRow row = RowOfText(column, cell, line);
-    column.wholeNumbers->Keep(*number, row);
-    return row;
-}
-
-inline FactorRow CaseCoder::RowOfText(CodedColumn& column, std::string_view cell, const std::uint64_t* line) {
-    if (cell.size() <= CellMemory::longestText) {
-        if (const std::optional<FactorRow> known = column.memory->Find(cell)) return *known;
+/// First all that are remembered: with no calls between them, many are looked up at a time.
+void CaseCoder::EncodeFromMemory(CodedColumn& column, const TableCases& cases, RowPlaces rows) {
+    const CsvColumn cells = cases.rows.GetColumn(column.bound.column);
+    const std::size_t reader = column.readers.front();
+    const bool areAllKnown =
+        column.wholeNumbers
+            ? Recall([&](auto cell) { return column.wholeNumbers->Find(cell); }, cells, cases.Count(), reader, rows)
+            : Recall([&](auto cell) { return column.memory->FindLatest(cell); }, cells, cases.Count(), reader, rows);
+    for (std::size_t number = 0; number < cases.Count() && !areAllKnown; ++number) {
+        FactorRow& row = rows.Get(reader, number);
+        if (row == notKept) row = LearnRow(column, cells[number], cases.lines[number]);
     }
-    return LearnRow(column, cell, *line);
 }
 
-/// Apart from the others, whose loops are faster without it.
-HWY_NOINLINE FactorRow CaseCoder::LearnRow(CodedColumn& column, std::string_view cell, std::uint64_t line) {
-    const FactorRow row = FindRow(column, column.readers.front(), cell, line);
-    if (cell.size() <= CellMemory::longestText) column.memory->Keep(cell, row);
+/// Of a cell that was not remembered; it may be by now, and a number may be kept as a text.
+FactorRow CaseCoder::LearnRow(CodedColumn& column, std::string_view cell, std::uint64_t line) {
+    FactorRow row = column.memory->Find(cell);
+    if (row == notKept) {
+        row = FindRow(column, column.readers.front(), cell, line);
+        column.memory->Keep(cell, row);
+    }
+    if (column.wholeNumbers) column.wholeNumbers->Keep(cell, row);
     return row;
 }
 
-/// Of a cell that is not empty.
 FactorRow CaseCoder::FindRow(const CodedColumn& column, std::size_t reader, std::string_view cell,
                              std::uint64_t line) const {
+    if (cell.empty()) return missingRow;
     if (!column.bound.numeric) return scorer.RowOf(reader, cell);
     const std::optional<double> number = binder.ReadNumberCell(column.bound, cell, line);
     return number ? scorer.RowOf(reader, *number) : missingRow;
 }
 
 void CaseCoder::RequireNumber(const CodedColumn& column, const TableCases& cases, std::size_t number) const {
-    const std::string_view cell = cases.GetCells(number)[column.bound.column];
+    const std::string_view cell = cases.rows.GetCell(number, column.bound.column);
     if (cell.empty() || !column.bound.numeric) return;
     static_cast<void>(binder.ReadNumberCell(column.bound, cell, cases.lines[number]));
 }
@@ -232,7 +237,8 @@ void CaseCoder::ThrowFirstFault(const TableCases& cases) const {
 
 /// A value that the case has goes before a derived one of the same name.
 void CaseCoder::EncodeWithDerivedFields(const TableCases& cases, std::size_t number, RowPlaces rows) {
-    const ScoreCaseRecord& record = binder.Bind(cases.GetCells(number), cases.lines[number]);
+    cases.rows.ListCells(number, encodedCells);
+    const ScoreCaseRecord& record = binder.Bind(encodedCells, cases.lines[number]);
     derivedFields = ComputeDerivedFields(record);
     for (std::size_t reader = 0; reader < numReaders; ++reader) {
         const std::string& field = scorer.GetFieldsOfReaders()[reader];

@@ -15,21 +15,17 @@
 #include "table/CaseBinder.h"
 #include "table/CaseCounts.h"
 #include "table/CellMemory.h"
+#include "table/CsvRows.h"
 
 namespace nbscore {
 
 /// Some rows of a table, all of the same number of cells.
 struct TableCases {
-    std::size_t numColumns = 0;
-    /// Row by row. Borrowed.
-    std::span<const std::string_view> cells;
+    CsvRows rows;
     /// The line on which each row begins.
     std::vector<std::uint64_t> lines;
 
     std::size_t Count() const { return lines.size(); }
-    std::span<const std::string_view> GetCells(std::size_t number) const {
-        return cells.subspan(number * numColumns, numColumns);
-    }
 };
 
 /// Where the factor rows of cases go.
@@ -52,9 +48,7 @@ public:
               const std::string& sourceName, const CaseBinderOptions& options);
 
     /// As CaseBinder::RequireAllCells.
-    void RequireAllCells(std::span<const std::string_view> cells, std::uint64_t line) const {
-        binder.RequireAllCells(cells, line);
-    }
+    void RequireAllCells(std::size_t numCells, std::uint64_t line) const { binder.RequireAllCells(numCells, line); }
     /// @param cases with all cells. @param rows room for one factor row for each reader and case.
     /// Throws CaseDataError as CaseBinder::Bind does; of several faults the first in the table is thrown.
     void Encode(const TableCases& cases, RowPlaces rows);
@@ -86,9 +80,8 @@ private:
     void PrepareCounts();
     void EncodeColumns(const TableCases& cases, RowPlaces rows);
     void EncodeColumn(CodedColumn& column, const TableCases& cases, RowPlaces rows);
+    void EncodeFromMemory(CodedColumn& column, const TableCases& cases, RowPlaces rows);
     /// @param line where the cell's row begins.
-    FactorRow RowOfNumber(CodedColumn& column, std::string_view cell, const std::uint64_t* line);
-    FactorRow RowOfText(CodedColumn& column, std::string_view cell, const std::uint64_t* line);
     FactorRow LearnRow(CodedColumn& column, std::string_view cell, std::uint64_t line);
     FactorRow FindRow(const CodedColumn& column, std::size_t reader, std::string_view cell, std::uint64_t line) const;
     void RequireNumber(const CodedColumn& column, const TableCases& cases, std::size_t number) const;
@@ -99,7 +92,8 @@ private:
     void Count(const TableCases& cases, RowPlaces rows, std::size_t begin, std::size_t end);
     void CountUnknown(const TableCases& cases, RowPlaces rows, std::size_t number);
     void NoteSourcesAlone(const ScoreCaseRecord& record, std::size_t number, RowPlaces rows);
-    MetValue ValueOf(const CountedField& field, const std::string& name, std::span<const std::string_view> cells) const;
+    MetValue ValueOf(const CountedField& field, const std::string& name, const TableCases& cases,
+                     std::size_t number) const;
 
     const ScoreModel& model;
     const BatchCases& scorer;
@@ -113,6 +107,8 @@ private:
     /// any.
     const ScoreCaseRecord* encodedCase = nullptr;
     const ScoreCaseRecord* derivedFields = nullptr;
+    /// The cells of that row.
+    std::vector<std::string_view> encodedCells;
     std::vector<CountedField> countedFields;
     /// Of each case, what its rows say together.
     std::vector<std::uint32_t> seenRows;

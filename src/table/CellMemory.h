@@ -14,10 +14,13 @@
 
 /// @file
 /// The factor rows of cells that a column had before: most columns hold few different ones. Texts are loaded whole and
-/// cut to their length, which is several times faster than to load them alone: enough bytes must follow to read as many
-/// as the longest text has (TableBlock). Used by one thread.
+/// cut to their length, which is several times faster than to load them alone: enough bytes must follow to read 16
+/// (TableBlock). Used by one thread.
 
 namespace nbscore {
+
+/// What memories find in place of a row that they do not have.
+inline constexpr FactorRow notKept = ~FactorRow{0};
 
 /// Eight bytes as a number, the first one lowest.
 inline std::uint64_t LoadEightBytes(const char* bytes) {
@@ -38,21 +41,25 @@ public:
     CellMemory() : pairs(std::make_unique<std::array<Pair, numPairs>>()) {}
 
     /// Longer texts are not remembered.
-    static constexpr std::size_t longestText = 16;
+    static constexpr std::size_t longestText = 15;
 
-    /// The factor row that was kept for the text; nothing when it is not among the latest.
-    /// @param text not empty, at most longestText long.
-    std::optional<FactorRow> Find(std::string_view text) const {
+    /// The factor row that was kept for the text, if it is among the latest. Empty texts may be known to be missing
+    /// values from the beginning.
+    FactorRow Find(std::string_view text) const {
+        if (const FactorRow row = FindLatest(text); row != notKept || text.size() > longestText) return row;
         const Key key = KeyOf(text);
         const Pair& pair = (*pairs)[PlaceOf(key)];
-        const bool isLatest = IsSame(pair.latest.key, key);
-        const bool isOther = IsSame(pair.other.key, key);
-        // Which of the two it is, chance decides: no branch could be predicted.
-        const FactorRow row = isLatest ? pair.latest.row : pair.other.row;
-        if (!static_cast<bool>(isLatest | isOther)) return std::nullopt;
-        return row;
+        return IsSame(pair.other.key, key) ? pair.other.row : notKept;
+    }
+    /// The same, faster, but finds only the later one of two texts of the same place.
+    FactorRow FindLatest(std::string_view text) const {
+        if (text.size() > longestText) return notKept;
+        const Key key = KeyOf(text);
+        const Entry& latest = (*pairs)[PlaceOf(key)].latest;
+        return latest.row | (FactorRow{IsSame(latest.key, key)} - 1);
     }
     void Keep(std::string_view text, FactorRow row) {
+        if (text.size() > longestText) return;
         const Key key = KeyOf(text);
         Pair& pair = (*pairs)[PlaceOf(key)];
         pair.other = pair.latest;
@@ -63,37 +70,36 @@ private:
     static constexpr int bitsOfPlace = 10;
     static constexpr std::size_t numPairs = std::size_t{1} << bitsOfPlace;
 
-    /// A new one is that of no text, because texts are not empty.
+    /// The bytes of the text, zeros, and in the last byte its length. A new one is that of the empty text.
     struct Key {
         std::uint64_t front = 0;
         std::uint64_t back = 0;
-        std::uint32_t length = 0;
     };
     struct Entry {
         Key key;
         FactorRow row = missingRow;
     };
     /// Two texts of the same place; else two frequent ones could drive each other out for ever.
-    struct Pair {
+    struct alignas(64) Pair {
         Entry latest;
         Entry other;
     };
 
     static bool IsSame(const Key& one, const Key& other) {
-        return ((one.front ^ other.front) | (one.back ^ other.back) | (one.length ^ other.length)) == 0;
+        return ((one.front ^ other.front) | (one.back ^ other.back)) == 0;
     }
     static Key KeyOf(std::string_view text) {
-        static constexpr std::array<std::uint8_t, 2 * longestText> onesThenZeros = [] {
-            std::array<std::uint8_t, 2 * longestText> bytes{};
-            for (std::size_t i = 0; i < longestText; ++i)
-                bytes[i] = 0xFF;
-            return bytes;
+        static constexpr std::array<Key, longestText + 1> masks = [] {
+            std::array<Key, longestText + 1> ofLengths;
+            for (std::size_t length = 0; length <= longestText; ++length) {
+                for (std::size_t i = 0; i < length; ++i)
+                    (i < 8 ? ofLengths[length].front : ofLengths[length].back) |= std::uint64_t{0xFF} << 8 * (i % 8);
+            }
+            return ofLengths;
         }();
-        std::array<std::uint64_t, 2> words;
-        std::array<std::uint64_t, 2> masks;
-        std::memcpy(words.data(), text.data(), sizeof(words));
-        std::memcpy(masks.data(), onesThenZeros.data() + longestText - text.size(), sizeof(masks));
-        return {words[0] & masks[0], words[1] & masks[1], static_cast<std::uint32_t>(text.size())};
+        const Key& mask = masks[text.size()];
+        return {LoadEightBytes(text.data()) & mask.front,
+                (LoadEightBytes(text.data() + 8) & mask.back) | std::uint64_t{text.size()} << 56};
     }
     static std::size_t PlaceOf(const Key& key) {
         const std::uint64_t mixed = (key.front ^ std::rotl(key.back, 29)) * 0x9E3779B97F4A7C15U;
@@ -109,9 +115,8 @@ public:
     static constexpr std::size_t bound = std::size_t{1} << 14;
 
     /// The number that the text holds; nothing where that is not so simple, or it is not below the bound.
-    /// @param text not empty.
     static std::optional<std::size_t> Read(std::string_view text) {
-        if (text.size() > mostDigits) return std::nullopt;
+        if (text.size() - 1 >= mostDigits) return std::nullopt;  // an empty one, too
         // The digits go to the end of the word; in front of them stand zeros.
         const std::uint64_t digits = (LoadEightBytes(text.data()) ^ eachZero) << 8 * (8 - text.size());
         if (((digits + eachOver) | digits) & eachHighBit) return std::nullopt;
@@ -122,16 +127,19 @@ public:
         return static_cast<std::size_t>(number);
     }
 
-    /// The row that was kept for the number, if any.
-    std::optional<FactorRow> Find(std::size_t number) const {
-        if (number >= rows.size() || rows[number] == notKept) return std::nullopt;
-        return rows[number];
+    WholeNumberMemory() : rows(bound, noRow) {}
+
+    /// The row that was kept for the number that the text holds, if any. An empty text is a missing value.
+    FactorRow Find(std::string_view text) const {
+        const std::optional<std::size_t> number = Read(text);
+        if (!number) return text.empty() ? missingRow : notKept;
+        const std::uint8_t row = rows.data()[*number];
+        return row == noRow ? notKept : row;
     }
-    /// @param number below the bound. @param row is not kept when it is high.
-    void Keep(std::size_t number, FactorRow row) {
-        if (row >= notKept) return;
-        if (number >= rows.size()) rows.resize(std::bit_ceil(number + 1), notKept);
-        rows[number] = static_cast<std::uint8_t>(row);
+    /// Does nothing where the text is no such number, or the row is high.
+    void Keep(std::string_view text, FactorRow row) {
+        const std::optional<std::size_t> number = Read(text);
+        if (number && row < noRow) rows[*number] = static_cast<std::uint8_t>(row);
     }
 
 private:
@@ -140,7 +148,7 @@ private:
     /// Added to a byte above 9 this reaches its highest bit.
     static constexpr std::uint64_t eachOver = 0x7676767676767676;
     static constexpr std::uint64_t eachHighBit = 0x8080808080808080;
-    static constexpr std::uint8_t notKept = 0xFF;
+    static constexpr std::uint8_t noRow = 0xFF;
 
     /// As small as can be, to stay in the first cache.
     std::vector<std::uint8_t> rows;

@@ -13,7 +13,6 @@
 #include "framework/SeededHash.h"
 #include "output/HostError.h"
 #include "output/MessageText.h"
-#include "table/CsvText.h"
 
 namespace nbscore {
 namespace {
@@ -55,13 +54,19 @@ void AddPosterior(CsvRow& row, double confidence, std::span<const double> probab
                    [&](std::size_t i) { return i == 0 ? confidence : probabilities[i - 1]; });
         return;
     }
-    std::array<char, mostNumberBytes> written{};
-    const auto length = static_cast<std::size_t>(WriteNumberCell(written.data(), confidence) - written.data());
     const auto bits = std::bit_cast<std::uint64_t>(confidence);
+    const char* written = nullptr;
+    std::size_t length = 0;
     row.AddPlain(1 + probabilities.size(), mostNumberBytes, [&](std::size_t i, char* to) {
-        const bool isOther = i > 0 && std::bit_cast<std::uint64_t>(probabilities[i - 1]) != bits;
-        if (isOther) return WriteNumberCell(to, probabilities[i - 1]);
-        std::memcpy(to, written.data(), written.size());
+        if (i == 0) {
+            char* const end = WriteNumberCell(to, confidence);
+            written = to;
+            length = static_cast<std::size_t>(end - to);
+            return end;
+        }
+        if (std::bit_cast<std::uint64_t>(probabilities[i - 1]) != bits)
+            return WriteNumberCell(to, probabilities[i - 1]);
+        std::memmove(to, written, mostNumberBytes);
         return to + length;
     });
 }
@@ -109,8 +114,8 @@ CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& names, const std:
         AddColumn("model", Content::Label);
         AddColumn("score", Content::Score);
         if (!options.predictionOnly) {
-            AddColumn("assessment_mean", Content::AssessmentMean);
-            AddColumn("assessment_std_dev", Content::AssessmentStdDev);
+            AddColumn("assessment_mean", Content::Assessment);
+            AddColumn("assessment_std_dev", Content::Assessment, 1);
         }
     } else if (options.subModels.best) {
         for (std::size_t i = 0; i < std::min(*options.subModels.best, labels.size()); ++i) {
@@ -186,17 +191,36 @@ void CsvScoreWriter::AppendScores(std::string& text, const ScoredCase& scored) {
     AppendRow(text, scored, ranking.Rank(scored.scores));
 }
 
+/// There are few predictions, and many cases have the same one.
+void CsvScoreWriter::AddPrediction(CsvRow& row, const ScoredCase& scored) {
+    if (!scored.predictedCategory) {
+        row.Add(scored.prediction == nullptr ? std::string() : scored.prediction->GetString());
+        return;
+    }
+    if (predictionCells.size() <= *scored.predictedCategory) predictionCells.resize(*scored.predictedCategory + 1);
+    std::optional<std::string>& cell = predictionCells[*scored.predictedCategory];
+    if (!cell) AppendCsvCell(cell.emplace(), scored.prediction->GetString(), delimiter);
+    row.AddPlain(*cell);
+}
+
 /// Appends the added columns' cells, behind those of the input, and ends the row.
 /// @param shown the positions of the sub-models that the row shows.
-void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown) const {
+void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown) {
     CsvRow row(text, delimiter, hasInputColumns);
+    constexpr std::size_t forShortTexts = 32;
+    row.Reserve(forShortTexts + numAddedColumns * (mostNumberBytes + 1));
+    const auto appendAssessment = [this](std::string& cells, const SubModelAssessment& assessment) {
+        CsvRow both(cells, delimiter);
+        AddNumbers(both, 2, numbersNeedQuotes,
+                   [&](std::size_t i) { return i == 0 ? assessment.mean : assessment.stdDev; });
+    };
     for (const Columns& some : columns) {
         const auto addNumbers = [&](const auto& numberOf) {
             AddNumbers(row, some.count, numbersNeedQuotes, [&](std::size_t i) { return numberOf(some.first + i); });
         };
         switch (some.content) {
             case Content::Prediction:
-                row.Add(scored.prediction == nullptr ? std::string() : scored.prediction->GetString());
+                AddPrediction(row, scored);
                 break;
             case Content::Posterior:
                 AddPosterior(row, scored.confidence, scored.probabilities, numbersNeedQuotes);
@@ -212,11 +236,8 @@ void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std:
             case Content::Score:
                 addNumbers([&](std::size_t number) { return scored.scores[shown[number]]; });
                 break;
-            case Content::AssessmentMean:
-                addNumbers([&](std::size_t number) { return scored.assessments[shown[number]].mean; });
-                break;
-            case Content::AssessmentStdDev:
-                addNumbers([&](std::size_t number) { return scored.assessments[shown[number]].stdDev; });
+            case Content::Assessment:
+                row.AddPlain(assessmentTexts.Get(shown.front(), scored.assessments[shown.front()], appendAssessment));
                 break;
         }
     }

@@ -2,10 +2,13 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "table/AssessmentTexts.h"
+#include "table/CsvText.h"
 #include "table/ScoreWriter.h"
 
 namespace nbscore {
@@ -38,13 +41,14 @@ public:
     void AppendScores(std::string& text, const ScoredCase& scored) override;
 
 private:
-    enum class Content { Prediction, Posterior, Output, Label, Score, AssessmentMean, AssessmentStdDev };
+    enum class Content { Prediction, Posterior, Output, Label, Score, Assessment };
 
     /// Some columns that scoring adds, side by side and of the same content.
     struct Columns {
         Content content;
         /// Which one is the first: of the outputs, or of the sub-models that a row shows. Of posterior probabilities 0
-        /// is the confidence, and behind it stand those of the target's categories.
+        /// is the confidence, and behind it stand those of the target's categories. Of assessments 0 is the mean, 1 the
+        /// standard deviation; both are always shown.
         std::size_t first;
         std::size_t count;
     };
@@ -52,7 +56,8 @@ private:
     CsvScoreWriter(const std::vector<std::string>& header, const ScoreWriterOptions& options);
     void AddColumn(const std::string& name, Content content, std::size_t number = 0);
     void RequireDistinctNames(const std::string& sourceName) const;
-    void AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown) const;
+    void AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown);
+    void AddPrediction(CsvRow& row, const ScoredCase& scored);
 
     char delimiter;
     bool hasInputColumns;
@@ -65,6 +70,9 @@ private:
     std::size_t numAddedColumns = 0;
     /// The sub-models' labels, in quotes where they need them.
     std::vector<std::string> labelCells;
+    /// What is written for each predicted category that was met so far.
+    std::vector<std::optional<std::string>> predictionCells;
+    AssessmentTexts assessmentTexts;
     SubModelRanking ranking;
 };
 

@@ -127,6 +127,8 @@ private:
 struct ScoredCase {
     /// Of a single classifier; null for a set, and for a case without a result.
     const ScoreValue* prediction = nullptr;
+    /// Where the scorer tells it, the number of the predicted category: the same number, the same prediction.
+    std::optional<std::size_t> predictedCategory = {};
     double confidence = MCMV::gMissingValue;
     /// In the order in which the target declares its categories, system-missing for one that the scorer does not give;
     /// empty where only the prediction is wanted.

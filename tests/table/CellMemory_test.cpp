@@ -23,11 +23,14 @@ private:
     std::string bytes;
 };
 
-std::optional<FactorRow> Recall(const CellMemory& memory, const std::string& text) {
-    return memory.Find(PlacedText(text, '?').Get());
+template <typename Memory>
+std::optional<FactorRow> Recall(const Memory& memory, const std::string& text) {
+    const FactorRow row = memory.Find(PlacedText(text, '?').Get());
+    return row == notKept ? std::nullopt : std::optional(row);
 }
 
-void Keep(CellMemory& memory, const std::string& text, FactorRow row) {
+template <typename Memory>
+void Keep(Memory& memory, const std::string& text, FactorRow row) {
     memory.Keep(PlacedText(text, ',').Get(), row);
 }
 
@@ -114,17 +117,20 @@ TEST(WholeNumberMemory, ReadsNothingElse) {
 
 TEST(WholeNumberMemory, GivesBackTheRowOfANumber_UnlessItIsHigh) {
     WholeNumberMemory memory;
-    EXPECT_EQ(memory.Find(5), std::nullopt);
-    memory.Keep(5, 254);
-    memory.Keep(4, missingRow);
-    memory.Keep(16383, 3);
-    memory.Keep(6, 255);
-    memory.Keep(7, 1000);
-    EXPECT_EQ(memory.Find(5), 254U);
-    EXPECT_EQ(memory.Find(4), missingRow);
-    EXPECT_EQ(memory.Find(16383), 3U);
-    EXPECT_EQ(memory.Find(6), std::nullopt);
-    EXPECT_EQ(memory.Find(7), std::nullopt);
+    EXPECT_EQ(Recall(memory, "5"), std::nullopt);
+    EXPECT_EQ(Recall(memory, ""), missingRow);
+    Keep(memory, "many", 3);
+    EXPECT_EQ(Recall(memory, "many"), std::nullopt);
+    Keep(memory, "5", 254);
+    Keep(memory, "4", missingRow);
+    Keep(memory, "16383", 3);
+    Keep(memory, "6", 255);
+    Keep(memory, "7", 1000);
+    EXPECT_EQ(Recall(memory, "5"), 254U);
+    EXPECT_EQ(Recall(memory, "4"), missingRow);
+    EXPECT_EQ(Recall(memory, "16383"), 3U);
+    EXPECT_EQ(Recall(memory, "6"), std::nullopt);
+    EXPECT_EQ(Recall(memory, "7"), std::nullopt);
 }
 
 }  // namespace
