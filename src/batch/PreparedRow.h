@@ -32,7 +32,8 @@ struct RankedSubModel {
 /// like any other: the caller gives its value and not those that it is computed from.
 ///
 /// Setting and scoring ask for no memory, with these exceptions: a number among texts whose digits do not fit a short
-/// string, texts of a field that declares missing values, and what a field's treatment takes by the standard's rule.
+/// string, texts of a field that declares missing values, sets of more than 64 target categories, and what a field's
+/// treatment takes by the standard's rule.
 ///
 /// A row is used by one thread at a time; rows of one scorer know nothing of each other. It keeps what it needs of the
 /// scorer, which may go.
