@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <fstream>
-#include <numeric>
 #include <set>
 
 #include "support/documents/ModelDocument.h"
@@ -10,14 +9,8 @@
 namespace nbscore::bench {
 namespace {
 
-using Random = std::mt19937_64;
-
 /// So many cells and numbers a table and its scores have together, which bounds its rows.
 constexpr std::size_t cellsAndNumbers = 8'000'000;
-
-std::size_t Between(std::size_t least, std::size_t greatest, Random& random) {
-    return std::uniform_int_distribution<std::size_t>(least, greatest)(random);
-}
 
 /// Most words are short.
 std::string DrawWord(Random& random) {
@@ -52,14 +45,6 @@ DrawnColumn DrawColumn(std::size_t position, Random& random) {
             column.values.push_back(std::to_string(margin));
     }
     return column;
-}
-
-std::vector<std::size_t> DrawSome(std::size_t count, std::size_t all, Random& random) {
-    std::vector<std::size_t> positions(all);
-    std::iota(positions.begin(), positions.end(), std::size_t{0});
-    std::ranges::shuffle(positions, random);
-    positions.resize(count);
-    return positions;
 }
 
 std::string NameOfTarget(std::size_t category) {

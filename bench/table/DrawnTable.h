@@ -3,10 +3,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <random>
 #include <string>
 #include <vector>
 
+#include "common/Drawing.h"
 #include "support/documents/Elements.h"
 
 namespace nbscore::bench {
@@ -40,10 +40,10 @@ struct DrawnTable {
     std::size_t cases = 0;
 
     std::string Describe() const;
-    void WriteModel(const std::filesystem::path& file, std::mt19937_64& random) const;
-    void WriteCases(const std::filesystem::path& file, std::mt19937_64& random) const;
+    void WriteModel(const std::filesystem::path& file, Random& random) const;
+    void WriteCases(const std::filesystem::path& file, Random& random) const;
 };
 
-DrawnTable DrawTable(TableClass tableClass, std::mt19937_64& random);
+DrawnTable DrawTable(TableClass tableClass, Random& random);
 
 }  // namespace nbscore::bench

@@ -140,10 +140,10 @@ std::vector<double> ComputeProbabilitiesInBatches(const std::string& modelFile, 
     const std::size_t numReaders = batch->GetFieldsOfReaders().size();
     const std::size_t casesAtOnce = batch->GetCasesAtOnce();
     std::vector<FactorRow> rowsToScore(numReaders * casesAtOnce);
-    TableCases cases{.numColumns = header.size(), .cells = {}, .lines = {}};
+    TableCases cases;
     std::vector<double> probabilities;
     const auto scoreCases = [&] {
-        cases.cells = rows.GetKeptCells();
+        cases.rows = rows.GetKeptRows(header.size());
         coder.Encode(cases, {rowsToScore.data(), casesAtOnce, 1});
         std::vector<std::span<const FactorRow>> lists;
         for (std::size_t reader = 0; reader < numReaders; ++reader)
