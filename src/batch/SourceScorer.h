@@ -11,7 +11,7 @@
 #include "batch/AnswerColumns.h"
 #include "batch/BatchScorer.h"
 #include "batch/Column.h"
-#include "batch/PreparedRow.h"
+#include "batch/SourceRow.h"
 #include "framework/ScoreCaseRecord.h"
 #include "framework/ScoreModel.h"
 
@@ -79,7 +79,7 @@ public:
     /// at their positions there, and what derived inputs are computed from is among them: those are computed when the row
     /// is scored, where a field that they read was set since. A text in a field of numbers is refused
     /// (std::invalid_argument), except by the standard's rule. This must outlive the row.
-    std::unique_ptr<PreparedRow> MakeRow() const;
+    std::unique_ptr<SourceRow> MakeRow() const;
 
     /// The cases of a table one by one.
     class Cases;
