@@ -18,8 +18,8 @@ class SourceRecord;
 struct DerivedInput;
 struct SourceField;
 
-/// A row whose fields are those of a table: SourceScorer::MakeRow tells of it. What is called for each field of each case
-/// stands here, so that a caller who knows this kind of row pays for one call alone.
+/// A row whose fields are those of a table: SourceScorer::MakeRow tells of it. What is called for each field of each
+/// case stands here, so that a caller who knows this kind of row pays for one call alone.
 class SourceRow final : public PreparedRow {
 public:
     struct Field {
