@@ -1,6 +1,6 @@
-// What programs that were built with an earlier nbscore.h rely on: where members stand, which number stands for what, and
-// what calls take. Nothing here runs. A difference is a break for all of them: it takes a new NBSCORE_ABI and new numbers
-// here. What is added goes behind what is there, or is a call of its own, and gets a line here.
+// What programs that were built with an earlier nbscore.h rely on: where members stand, which number stands for what,
+// and what calls take. Nothing here runs. A difference is a break for all of them: it takes a new NBSCORE_ABI and new
+// numbers here. What is added goes behind what is there, or is a call of its own, and gets a line here.
 
 #include <cstddef>
 #include <cstdint>
