@@ -87,7 +87,7 @@ void EvidenceTables::FillProbabilities(const ClassifierTables& classifier, const
     if (!isPossible) {
         evidence.state = Evidence::NothingPossible;
         evidence.probabilities.clear();
-    } else if (evidence.probabilities.size() < 2) {
+    } else if (evidence.state == Evidence::Explained && evidence.probabilities.size() < 2) {
         evidence.state = Evidence::NoOtherCategory;
     }
 }
