@@ -6,6 +6,7 @@
 #include "framework/CaseFacts.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/NumberText.h"
+#include "output/HostError.h"
 
 namespace nbscore {
 namespace {
@@ -21,13 +22,14 @@ bool AreSameCell(std::string_view cell, std::string_view text) {
 
 ContractBlockScorer::ContractBlockScorer(ScoreModel& scoringModel, CaseBinder caseBinder, ScoredCaseReader resultReader,
                                          std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput,
-                                         const Limits& workLimits)
+                                         const Limits& workLimits, std::optional<ReasonSearch> reasonSearch)
     : model(scoringModel),
       binder(std::move(caseBinder)),
       results(std::move(resultReader)),
       writer(std::move(scoreWriter)),
       copiesRows(copiesInput),
-      limits(workLimits) {
+      limits(workLimits),
+      reasons(std::move(reasonSearch)) {
     PrepareCounts();
 }
 
@@ -93,12 +95,38 @@ void ContractBlockScorer::CountUnknown(const CaseFacts::Unknown& unknown, const 
     count.unknownValues.Add(std::move(value));
 }
 
+void ContractBlockScorer::AppendReasons(const ScoreCaseRecord& record, std::string& text) {
+    try {
+        reasons->explainer.Explain(record, 0, {}, evidence, explaining);
+    } catch (...) {
+        RethrowPluginFailure("scoring");
+    }
+    const std::vector<std::size_t> found = FindReasons(evidence, reasons->options.kind, reasons->options.most);
+    std::vector<std::string> weights;
+    weights.reserve(found.size());
+    std::vector<WrittenReason> written;
+    for (const std::size_t predictor : found) {
+        const PredictorEvidence& ofPredictor = evidence.predictors[predictor];
+        weights.push_back(FormatNumber(*ofPredictor.weight));
+        written.push_back({reasons->explainer.GetPredictors(0)[predictor], ofPredictor.value, weights.back()});
+    }
+    writer->AppendReasons(text, written);
+}
+
 void ContractBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) {
     while (rows.ReadRow()) {
         limits.ThrowIfCancelled();
         const ScoreCaseRecord& record = binder.Bind(rows.GetCells(), rows.GetRowLine());
         const ScoreResult& scored = result.Score(model, record);
-        writer->AppendCase(scores.text, rows.GetInputRow(copiesRows), results.Read(record, scored));
+        const InputRow input = rows.GetInputRow(copiesRows);
+        if (reasons) {
+            writer->AppendInput(scores.text, input);
+            writer->AppendScores(scores.text, results.Read(record, scored));
+            AppendReasons(record, scores.text);
+            writer->AppendEnd(scores.text);
+        } else {
+            writer->AppendCase(scores.text, input, results.Read(record, scored));
+        }
         ++scores.rows;
         Count(scored, rows);
         if (HasNonFiniteNumber(scored)) scores.NoteNonFinite(rows.GetRowLine());
@@ -123,7 +151,8 @@ std::size_t GetCasesAtOnce(const BatchCases& batch, std::size_t numReaders) {
 }  // namespace
 
 BatchBlockScorer::BatchBlockScorer(const BatchCases& batchScorer, CaseCoder caseCoder,
-                                   std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits)
+                                   std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits,
+                                   const std::optional<ReasonSearch>& reasonSearch)
     : batch(batchScorer),
       coder(std::move(caseCoder)),
       writer(std::move(scoreWriter)),
@@ -133,7 +162,9 @@ BatchBlockScorer::BatchBlockScorer(const BatchCases& batchScorer, CaseCoder case
       watch(workLimits),
       memory(numReaders),
       rowsOfCases(casesAtOnce * numReaders),
-      rowsToScore(casesAtOnce * numReaders) {}
+      rowsToScore(casesAtOnce * numReaders) {
+    if (reasonSearch) reasons.emplace(reasonSearch->options, reasonSearch->explainer, batch, coder);
+}
 
 void BatchBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) {
     while (ReadCases(rows)) {
@@ -157,7 +188,8 @@ bool BatchBlockScorer::ReadCases(CsvRowReader& rows) {
         const InputRow input = rows.GetInputRow(copiesRows);
         WaitingCase& waiting =
             waitingCases.emplace_back(WaitingCase{rows.GetRowLine(), input.asWritten, cells.size(), 0, 0});
-        if (input.asWritten.empty()) {
+        if (reasons) reasons->KeepDerivedValues(coder, waitingCases.size() - 1);
+        if (input.asWritten.empty() || reasons) {
             cells.insert(cells.end(), input.cells.begin(), input.cells.end());
             waiting.numCells = input.cells.size();
         }
@@ -204,17 +236,33 @@ void BatchBlockScorer::AppendCase(std::size_t number, BlockScores& scores) {
 void BatchBlockScorer::AppendScores(std::size_t number, BlockScores& scores) {
     const WaitingCase& waiting = waitingCases[number];
     if (const std::optional<AnswerMemory::Answer>& known = remembered[number]) {
-        scores.text += memory.GetText(*known);
+        const std::string_view text = memory.GetText(*known);
+        scores.text += reasons ? reasons->TakeFound(text) : text;
         if (known->hasNonFiniteNumber) scores.NoteNonFinite(waiting.line);
-        return;
+    } else {
+        AppendNewScores(number, scores);
     }
+    if (reasons) {
+        const auto ofCase = std::span(cells).subspan(waiting.firstCell, waiting.numCells);
+        writer->AppendReasons(scores.text, reasons->Write(GetRowsOf(number), ofCase, number));
+    }
+    writer->AppendEnd(scores.text);
+}
+
+void BatchBlockScorer::AppendNewScores(std::size_t number, BlockScores& scores) {
+    const WaitingCase& waiting = waitingCases[number];
     const std::size_t begin = scores.text.size();
-    writer->AppendScores(scores.text, batch.GetCase(waiting.scored));
+    const ScoredCase scored = batch.GetCase(waiting.scored);
+    writer->AppendScores(scores.text, scored);
     const bool hasNonFiniteNumber = batch.HasNonFiniteNumber(waiting.scored);
     if (hasNonFiniteNumber) scores.NoteNonFinite(waiting.line);
-    if (memory.IsUseful()) {
-        memory.Keep(GetRowsOf(number), std::string_view(scores.text).substr(begin), hasNonFiniteNumber);
-    }
+    if (reasons) reasons->Find(GetRowsOf(number), scored.probabilities);
+    if (!memory.IsUseful()) return;
+    // What is kept is the scores and, behind them, what was found.
+    const std::size_t end = scores.text.size();
+    if (reasons) reasons->AppendFound(scores.text);
+    memory.Keep(GetRowsOf(number), std::string_view(scores.text).substr(begin), hasNonFiniteNumber);
+    scores.text.resize(end);
 }
 
 }  // namespace nbscore

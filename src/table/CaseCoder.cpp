@@ -109,10 +109,23 @@ MetValue CaseCoder::ValueOf(const CountedField& field, const std::string& name,
         found.origin = MetValue::Source;
     } else if (field.column && !cells[*field.column].empty()) {
         found.text = cells[*field.column];
-    } else if (const ScoreValue* value = derivedFields == nullptr ? nullptr : derivedFields->GetValueByName(name)) {
-        found.text = value->GetType() == ScoreValue::Numeric ? FormatNumber(value->GetDouble()) : value->GetString();
+    } else {
+        found.text = GetDerivedText(name);
     }
     return found;
+}
+
+std::string CaseCoder::GetDerivedText(const std::string& field) const {
+    const ScoreValue* const value = derivedFields == nullptr ? nullptr : derivedFields->GetValueByName(field);
+    if (value == nullptr) return {};
+    return value->GetType() == ScoreValue::Numeric ? FormatNumber(value->GetDouble()) : value->GetString();
+}
+
+std::optional<std::size_t> CaseCoder::FindColumn(const std::string& field) const {
+    for (const CodedColumn& column : columns) {
+        if (column.bound.var->GetName() == field) return column.bound.column;
+    }
+    return std::nullopt;
 }
 
 void CaseCoder::EncodeColumns(const std::vector<std::string_view>& cells, std::uint64_t line,

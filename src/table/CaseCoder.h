@@ -77,6 +77,11 @@ public:
     /// @param rows room for one factor row for each reader. Throws CaseDataError as CaseBinder::Bind does.
     void Encode(const std::vector<std::string_view>& cells, std::uint64_t line, std::span<FactorRow> rows);
 
+    /// The number of the column that holds a field; nothing where the table has none.
+    std::optional<std::size_t> FindColumn(const std::string& field) const;
+    /// The value of a derived field in the row that was encoded last, as text; empty where it has none.
+    std::string GetDerivedText(const std::string& field) const;
+
     /// Of the rows that were encoded.
     const CaseCounts& GetCounts() const { return counts; }
 

@@ -53,6 +53,7 @@ CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& header, const Sco
       prefix(options.prefix),
       ranking(options.subModels.best) {
     if (hasInputColumns) columnNames = header;
+    numInputColumns = columnNames.size();
 }
 
 CsvScoreWriter::CsvScoreWriter(const ScoreDictVar& target, const std::vector<std::string>& header,
@@ -65,6 +66,7 @@ CsvScoreWriter::CsvScoreWriter(const ScoreDictVar& target, const std::vector<std
         for (std::size_t i = 0; i < categories.GetNames().size(); ++i)
             AddColumn("probability_" + categories.GetNames()[i], Content::Probability, i);
     }
+    AddReasonColumns(options.reasons);
     RequireDistinctNames(sourceName);
 }
 
@@ -73,6 +75,7 @@ CsvScoreWriter::CsvScoreWriter(const std::vector<OutputColumn>& outputs, const s
     : CsvScoreWriter(header, options) {
     for (std::size_t i = 0; i < outputs.size(); ++i)
         AddColumn(outputs[i].name, Content::Output, i);
+    AddReasonColumns(options.reasons);
     RequireDistinctNames(sourceName);
 }
 
@@ -108,12 +111,20 @@ void CsvScoreWriter::AddColumn(const std::string& name, Content content, std::si
     columns.push_back({content, number});
 }
 
+void CsvScoreWriter::AddReasonColumns(const ReasonOptions& reasons) {
+    numReasons = reasons.most;
+    for (std::size_t i = 0; i < numReasons; ++i) {
+        const std::string place = prefix + "reason_" + std::to_string(i + 1);
+        for (const char* part : {"_field", "_value", "_weight"})
+            columnNames.push_back(place + part);
+    }
+}
+
 void CsvScoreWriter::RequireDistinctNames(const std::string& sourceName) const {
-    const std::size_t inputColumns = columnNames.size() - columns.size();
     SeededSet<std::string_view> taken;
     for (std::size_t i = 0; i < columnNames.size(); ++i) {
         const bool isNew = taken.insert(columnNames[i]).second;
-        if (isNew || i < inputColumns) continue;
+        if (isNew || i < numInputColumns) continue;
         throw CaseDataError(sourceName, 1,
                             "the column " + QuoteForMessage(columnNames[i]) +
                                 ", which scoring adds, is in the table already: choose another prefix for the "
@@ -132,11 +143,13 @@ void CsvScoreWriter::AppendCase(std::string& text, const InputRow& input, const 
     if (!hasRowForEachSubModel) {
         AppendInput(text, input);
         AppendScores(text, scored);
+        AppendEnd(text);
         return;
     }
     for (const std::size_t position : ranking.Rank(scored.subModels)) {
         AppendInput(text, input);
         AppendRow(text, scored, std::span(&position, 1));
+        AppendEnd(text);
     }
 }
 
@@ -157,7 +170,17 @@ void CsvScoreWriter::AppendScores(std::string& text, const ScoredCase& scored) {
     AppendRow(text, scored, ranking.Rank(scored.subModels));
 }
 
-/// Appends the added columns' cells, behind those of the input, and ends the row.
+void CsvScoreWriter::AppendReasons(std::string& text, std::span<const WrittenReason> reasons) const {
+    CsvRow row(text, delimiter, true);
+    for (const auto& [predictor, value, weight] : reasons) {
+        row.Add(predictor);
+        row.Add(value);
+        row.Add(weight);
+    }
+    text.append(3 * (numReasons - reasons.size()), delimiter);
+}
+
+/// Appends the added columns' cells, behind those of the input.
 /// @param shown the positions of the sub-models that the row shows.
 void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown) const {
     CsvRow row(text, delimiter, hasInputColumns);
@@ -198,7 +221,7 @@ void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std:
                 break;
         }
     }
-    row.End();
+    if (!hasInputColumns) row.QuoteIfEmpty();
 }
 
 }  // namespace nbscore

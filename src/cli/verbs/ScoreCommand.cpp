@@ -51,6 +51,7 @@ constexpr const char* footer = R"(Examples:
     zcat cases.csv.gz | nbscore score model.pmml --format jsonl --quiet)";
 
 constexpr int mostThreads = 1024;
+constexpr int mostReasons = 1000;
 
 bool ShowsProgress(const Console& console, const OpenedOutput& opened, bool quiet) {
     return !quiet && console.messagesTerminal != nullptr && !opened.isTerminal;
@@ -77,6 +78,7 @@ public:
 private:
     void DeclareResultOptions();
     void DeclareSubModelOptions();
+    void DeclareReasonOptions();
     void DeclareFindingsOptions();
     void RequireSensibleOptions() const;
     void RequireOptionsOfASingleClassifier() const;
@@ -104,6 +106,7 @@ ScoreCommand::ScoreCommand(CLI::App& parent) : Command(parent, "score", descript
     table.DeclareCases(app);
     output.Declare(app);
     DeclareResultOptions();
+    DeclareReasonOptions();
     DeclareSubModelOptions();
     table.DeclareReading(app);
     model.DeclareReading(app);
@@ -152,6 +155,28 @@ void ScoreCommand::DeclareResultOptions() {
                    "Begin the name of each column that scoring adds with TEXT. Needed when the input has a column of "
                    "the same name. Not for jsonl.")
         ->type_name("TEXT");
+}
+
+void ScoreCommand::DeclareReasonOptions() {
+    ReasonOptions& reasons = options.output.reasons;
+    const auto takeReasons = [&reasons](const std::string& text) {
+        const int most = ReadInt(text).value_or(0);
+        if (most < 1 || most > mostReasons) {
+            throw CLI::ValidationError("--reasons",
+                                       "'" + text + "' is no whole number from 1 to " + std::to_string(mostReasons));
+        }
+        reasons.most = static_cast<std::size_t>(most);
+    };
+    app.add_option_function<std::string>(
+           "--reasons", takeReasons,
+           "For a single classifier: add the N predictors that held the category down most, as reason_1_field, "
+           "reason_1_value, reason_1_weight, reason_2_field and so on; as JSON the list \"reasons\". Of two categories "
+           "the second one is meant, against the first one; of more the predicted one, against the next probable. "
+           "Empty where a case has fewer. The command explain shows all.")
+        ->type_name("N");
+    AddChoice(app, "--reasons-that", reasons.kind, {{"hold-down", ReasonKind::HeldDown}, {"lift", ReasonKind::Lifted}},
+              "Which reasons: predictors that held the category down most (hold-down, the default), or that lifted it "
+              "most (lift).");
 }
 
 void ScoreCommand::DeclareSubModelOptions() {
@@ -207,6 +232,10 @@ void ScoreCommand::RequireColumnsOf(const ScoreModel& scorable) const {
 void ScoreCommand::CheckAgainstModel(ScoreModel& scorable, Console& console) const {
     const std::optional<std::vector<std::string>> subModels = FindSubModelNames(scorable);
     RequireColumnsOf(scorable);
+    if (subModels && options.output.reasons.most > 0) {
+        throw CLI::ValidationError("--reasons", "it is for single classifiers, and '" + model.GetDocumentName() +
+                                                    "' holds a set of sub-models, which explain can show");
+    }
     if (!subModels) {
         RequireOptionsOfASingleClassifier();
     } else if (subModels->empty() && !quiet) {
