@@ -287,7 +287,7 @@ TEST(Evidence, MultipliesToTheStandardsAnswers_ForRandomModels) {
         const CaseExplainer explainer(*model);
         CaseExplainer::Memory memory;
         RecordOfTable record(table);
-        CategoryProbabilities categories(*model->GetTargetVar());
+        CategoryProbabilities categories(*model->GetTables().target);
         ScoreResult* result = nullptr;
         Evidence evidence;
         for (std::size_t entry = 0; entry < table.cases; ++entry) {
