@@ -39,6 +39,8 @@ public:
     /// @param probabilities of all categories, which are at least two.
     std::pair<std::size_t, std::size_t> ChoosePair(std::size_t classifier, std::span<const double> probabilities,
                                                    const AskedPair& asked) const;
+    const ClassifierTables& GetClassifier(std::size_t classifier) const { return tables.classifiers[classifier]; }
+    DensityFloor GetDensityFloor() const { return tables.densityFloor; }
     /// Made when they are first asked for, and kept as long as they are few enough.
     std::shared_ptr<const PairWeights> GetWeights(std::size_t classifier, std::size_t category,
                                                   std::size_t against) const;

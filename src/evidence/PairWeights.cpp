@@ -30,16 +30,16 @@ std::optional<double> CentreOf(const Density& density) {
     return std::nullopt;
 }
 
-PredictorWeights WeighDensities(const std::vector<Density>& densities, double threshold, DensityFloor floor,
-                                std::size_t category, std::size_t against) {
-    PredictorWeights weights;
+WeightRange FindRangeOfCentres(const std::vector<Density>& densities, double threshold, DensityFloor floor,
+                               std::size_t category, std::size_t against) {
+    WeightRange range;
     for (const Density& density : densities) {
         const std::optional<double> centre = CentreOf(density);
         if (!centre || !SpeakOf(densities, *centre)) continue;
-        weights.range.Widen(LogRatio(FactorAt(densities[category], *centre, threshold, floor),
-                                     FactorAt(densities[against], *centre, threshold, floor)));
+        range.Widen(LogRatio(FactorAt(densities[category], *centre, threshold, floor),
+                             FactorAt(densities[against], *centre, threshold, floor)));
     }
-    return weights;
+    return range;
 }
 
 /// The mean of the weights of all categories, each as often as it was counted.
@@ -59,20 +59,6 @@ std::optional<double> FindAverage(const std::vector<std::optional<double>>& weig
     return average;
 }
 
-PredictorWeights WeighCategories(const PredictorTables& predictor, std::size_t category, std::size_t against) {
-    PredictorWeights weights;
-    for (const std::vector<double>& factors : *predictor.probabilities) {
-        weights.ofCodes.push_back(LogRatio({factors[category], 0.0}, {factors[against], 0.0}));
-        weights.range.Widen(weights.ofCodes.back());
-    }
-    weights.average = FindAverage(weights.ofCodes, *predictor.counts);
-    return weights;
-}
-
-PredictorWeights WeighNothing() {
-    return {.ofCodes = {}, .average = 0.0, .range = {.lowest = 0.0, .highest = 0.0}};
-}
-
 }  // namespace
 
 std::optional<double> LogRatio(const ScaledNumber& one, const ScaledNumber& other) {
@@ -90,18 +76,39 @@ std::optional<double> LogRatio(const ScaledNumber& one, const ScaledNumber& othe
     return std::isnormal(plain) ? std::log(plain) : std::log(ratio.mantissa) + ratio.exponent * std::numbers::ln2;
 }
 
+std::optional<double> WeightOf(const PredictorTables& predictor, std::size_t code, std::size_t category,
+                               std::size_t against) {
+    const std::vector<double>& factors = (*predictor.probabilities)[code];
+    return LogRatio({factors[category], 0.0}, {factors[against], 0.0});
+}
+
+WeightRange FindRange(const PredictorTables& predictor, double threshold, DensityFloor floor, std::size_t category,
+                      std::size_t against) {
+    if (predictor.densities != nullptr) {
+        return FindRangeOfCentres(*predictor.densities, threshold, floor, category, against);
+    }
+    // A predictor that nothing was counted of says nothing.
+    if (predictor.probabilities == nullptr) return {.lowest = 0.0, .highest = 0.0};
+    WeightRange range;
+    for (std::size_t code = 0; code < predictor.probabilities->size(); ++code)
+        range.Widen(WeightOf(predictor, code, category, against));
+    return range;
+}
+
 PairWeights::PairWeights(const ClassifierTables& classifier, DensityFloor floor, std::size_t category,
                          std::size_t against)
     : base(LogRatio({classifier.priors[category], 0.0}, {classifier.priors[against], 0.0})), averageBase(base) {
     for (const PredictorTables& predictor : classifier.predictors) {
-        if (predictor.densities != nullptr) {
-            predictors.push_back(WeighDensities(*predictor.densities, classifier.threshold, floor, category, against));
-        } else if (predictor.probabilities != nullptr) {
-            predictors.push_back(WeighCategories(predictor, category, against));
-        } else {
-            predictors.push_back(WeighNothing());
+        PredictorWeights& weights = predictors.emplace_back();
+        weights.range = FindRange(predictor, classifier.threshold, floor, category, against);
+        if (predictor.densities != nullptr) continue;
+        weights.average = 0.0;
+        if (predictor.probabilities != nullptr) {
+            for (std::size_t code = 0; code < predictor.probabilities->size(); ++code)
+                weights.ofCodes.push_back(WeightOf(predictor, code, category, against));
+            weights.average = FindAverage(weights.ofCodes, *predictor.counts);
         }
-        if (averageBase && predictors.back().average) *averageBase += *predictors.back().average;
+        if (averageBase && weights.average) *averageBase += *weights.average;
     }
 }
 

@@ -16,12 +16,22 @@ namespace nbscore {
 /// Off by half a unit in the last place of the quotient and by what `log` of the C library is off.
 std::optional<double> LogRatio(const ScaledNumber& one, const ScaledNumber& other);
 
+/// The weight of a predictor's category, by its code; none of densities.
+std::optional<double> WeightOf(const PredictorTables& predictor, std::size_t code, std::size_t category,
+                               std::size_t against);
+
+/// What a predictor could say (PredictorEvidence), of densities at their centres alone. Takes time in proportion to the
+/// predictor's table.
+WeightRange FindRange(const PredictorTables& predictor, double threshold, DensityFloor floor, std::size_t category,
+                      std::size_t against);
+
 /// What a predictor says about a category against another one, for all that a case may hold.
 struct PredictorWeights {
-    /// The weight of each of the predictor's categories, by code; none of densities.
+    /// WeightOf each of the predictor's categories; empty where it has none.
     std::vector<std::optional<double>> ofCodes;
-    /// As in PredictorEvidence; of densities, the range is that of the centres alone.
+    /// As in PredictorEvidence.
     std::optional<double> average;
+    /// As FindRange has it.
     WeightRange range;
 };
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 #include "evidence/EvidenceTables.h"
 #include "framework/NumberText.h"
@@ -10,41 +9,48 @@
 namespace nbscore {
 namespace {
 
-/// Of the pairs of categories that are kept at a time.
+/// Of all pairs of categories that are kept at a time.
 constexpr std::size_t mostNumbers = std::size_t{1} << 20;
 
-template <typename Number>
-void AppendBytes(std::string& text, const Number* numbers, std::size_t count) {
-    text.append(reinterpret_cast<const char*>(numbers), count * sizeof(Number));
+template <typename Item>
+void AppendBytes(std::string& text, const Item& item) {
+    text.append(reinterpret_cast<const char*>(&item), sizeof item);
 }
 
-std::uint32_t TakeLast(std::string_view& text) {
-    std::uint32_t number = 0;
-    text.copy(reinterpret_cast<char*>(&number), sizeof number, text.size() - sizeof number);
-    text.remove_suffix(sizeof number);
-    return number;
+template <typename Item>
+void TakeBytes(std::string_view& text, Item& item) {
+    text.copy(reinterpret_cast<char*>(&item), sizeof item, text.size() - sizeof item);
+    text.remove_suffix(sizeof item);
 }
 
 }  // namespace
 
 BatchReasons::BatchReasons(const ReasonOptions& options, const CaseExplainer& caseExplainer,
                            const BatchCases& batchCases, const CaseCoder& coder)
-    : kind(options.kind), explainer(caseExplainer), batch(batchCases), ranking(options.most) {
-    for (const std::string& field : batch.GetFieldsOfPredictors()) {
-        Source& source = sources.emplace_back(Source{field, coder.FindColumn(field), std::nullopt});
-        if (batch.ReadsDerivedFields()) source.derived = numDerived++;
-    }
+    : kind(options.kind),
+      explainer(caseExplainer),
+      batch(batchCases),
+      readsDerivedFields(batchCases.ReadsDerivedFields()),
+      ranking(options.most),
+      room(mostNumbers) {
+    for (const std::string& field : batch.GetFieldsOfPredictors())
+        sources.push_back({field, coder.FindColumn(field)});
+    for (const PredictorTables& predictor : explainer.GetTables().GetClassifier(0).predictors)
+        isCounted.push_back(predictor.probabilities != nullptr);
+    weights.resize(sources.size());
 }
 
 void BatchReasons::KeepDerivedValues(const CaseCoder& coder, std::size_t number) {
-    if (numDerived == 0) return;
-    if (derivedValues.size() < (number + 1) * numDerived) derivedValues.resize((number + 1) * numDerived);
-    for (const Source& source : sources)
-        derivedValues[number * numDerived + *source.derived] = coder.GetDerivedText(source.field);
+    if (!readsDerivedFields) return;
+    const std::size_t first = number * sources.size();
+    if (derivedValues.size() < first + sources.size()) derivedValues.resize(first + sources.size());
+    for (std::size_t predictor = 0; predictor < sources.size(); ++predictor)
+        derivedValues[first + predictor] = coder.GetDerivedText(sources[predictor].field);
 }
 
 void BatchReasons::Find(std::span<const FactorRow> rows, std::span<const double> probabilities) {
-    found.predictors.clear();
+    reasons.clear();
+    weightTexts.clear();
     const bool isPossible =
         std::ranges::all_of(probabilities, [](double probability) { return std::isfinite(probability); });
     if (!isPossible || probabilities.size() < 2) return;
@@ -52,73 +58,102 @@ void BatchReasons::Find(std::span<const FactorRow> rows, std::span<const double>
     const Pair& pair = GetPair(category, against);
     ranking.Clear();
     for (std::size_t predictor = 0; predictor < sources.size(); ++predictor) {
-        const auto place = static_cast<std::size_t>(batch.CodeOf(predictor, rows) + 1);
-        ranking.Offer(predictor, pair.distances[predictor][place]);
+        // A predictor that nothing was counted of takes no part.
+        const int code = isCounted[predictor] ? batch.CodeOf(predictor, rows) : -1;
+        const Said said = pair.ofCodes.empty() ? Say(pair.ranges[predictor], predictor, code, category, against)
+                                               : pair.ofCodes[predictor][static_cast<std::size_t>(code + 1)];
+        weights[predictor] = said.weight;
+        ranking.Offer(predictor, said.distance);
     }
-    found.category = static_cast<std::uint32_t>(category);
-    found.against = static_cast<std::uint32_t>(against);
-    for (const std::size_t predictor : ranking.GetPredictors())
-        found.predictors.push_back(static_cast<std::uint32_t>(predictor));
+    for (const std::size_t predictor : ranking.GetPredictors()) {
+        const std::size_t begin = weightTexts.size();
+        AppendNumber(weightTexts, weights[predictor]);
+        reasons.push_back(
+            {static_cast<std::uint32_t>(predictor), static_cast<std::uint32_t>(weightTexts.size() - begin)});
+    }
 }
 
 void BatchReasons::AppendFound(std::string& text) const {
-    AppendBytes(text, found.predictors.data(), found.predictors.size());
-    const std::uint32_t rest[] = {static_cast<std::uint32_t>(found.predictors.size()), found.against, found.category};
-    AppendBytes(text, rest, std::size(rest));
+    text += weightTexts;
+    for (const Reason& reason : reasons)
+        AppendBytes(text, reason);
+    AppendBytes(text, static_cast<std::uint32_t>(reasons.size()));
 }
 
 std::string_view BatchReasons::TakeFound(std::string_view text) {
-    found.category = TakeLast(text);
-    found.against = TakeLast(text);
-    found.predictors.resize(TakeLast(text));
-    for (auto predictor = found.predictors.rbegin(); predictor != found.predictors.rend(); ++predictor)
-        *predictor = TakeLast(text);
+    std::uint32_t count = 0;
+    TakeBytes(text, count);
+    reasons.resize(count);
+    std::size_t length = 0;
+    for (auto reason = reasons.rbegin(); reason != reasons.rend(); ++reason) {
+        TakeBytes(text, *reason);
+        length += reason->length;
+    }
+    weightTexts = text.substr(text.size() - length);
+    text.remove_suffix(length);
     return text;
 }
 
-std::span<const WrittenReason> BatchReasons::Write(std::span<const FactorRow> rows,
-                                                   std::span<const std::string_view> cells, std::size_t number) {
+std::span<const WrittenReason> BatchReasons::Write(std::span<const std::string_view> cells, std::size_t number) {
     written.clear();
-    if (found.predictors.empty()) return written;
-    Pair& pair = GetPair(found.category, found.against);
-    for (const std::uint32_t predictor : found.predictors) {
-        const auto place = static_cast<std::size_t>(batch.CodeOf(predictor, rows) + 1);
-        written.push_back({explainer.GetPredictors(0)[predictor], ValueOf(sources[predictor], cells, number),
-                           GetText(pair, predictor, place)});
+    std::size_t begin = 0;
+    for (const auto [predictor, length] : reasons) {
+        written.push_back({explainer.GetPredictors(0)[predictor], ValueOf(predictor, cells, number),
+                           std::string_view(weightTexts).substr(begin, length)});
+        begin += length;
     }
     return written;
 }
 
-BatchReasons::Pair& BatchReasons::GetPair(std::size_t category, std::size_t against) {
+const BatchReasons::Pair& BatchReasons::GetPair(std::size_t category, std::size_t against) {
     const auto known = pairs.find({category, against});
     if (known != pairs.end()) return known->second;
-    Pair made{explainer.GetTables().GetWeights(0, category, against), {}, {}};
-    for (const PredictorWeights& predictor : made.weights->GetPredictors()) {
-        std::vector<double>& distances = made.distances.emplace_back(1, FindDistance(0.0, predictor.range, kind));
-        for (const std::optional<double>& weight : predictor.ofCodes)
-            distances.push_back(FindDistance(weight, predictor.range, kind));
-        made.texts.emplace_back(distances.size());
-    }
-    if (numNumbers + made.weights->CountNumbers() > mostNumbers) {
+    const EvidenceTables& tables = explainer.GetTables();
+    const ClassifierTables& classifier = tables.GetClassifier(0);
+    Pair made;
+    for (const PredictorTables& predictor : classifier.predictors)
+        made.ranges.push_back(FindRange(predictor, classifier.threshold, tables.GetDensityFloor(), category, against));
+    if (room < made.ranges.size()) {
         pairs.clear();
-        numNumbers = 0;
+        room = mostNumbers;
     }
-    numNumbers += made.weights->CountNumbers();
+    room -= std::min(room, made.ranges.size());
+    FillCodes(made, category, against);
     return pairs.emplace(std::pair(category, against), std::move(made)).first->second;
 }
 
-std::string_view BatchReasons::GetText(Pair& pair, std::size_t predictor, std::size_t place) const {
-    std::string& text = pair.texts[predictor][place];
-    if (text.empty()) {
-        AppendNumber(text, place == 0 ? 0.0 : *pair.weights->GetPredictors()[predictor].ofCodes[place - 1]);
+/// Where there is no room for all codes, what they say is found for each case anew.
+void BatchReasons::FillCodes(Pair& pair, std::size_t category, std::size_t against) {
+    const std::vector<PredictorTables>& predictors = explainer.GetTables().GetClassifier(0).predictors;
+    const auto countCodes = [](const PredictorTables& predictor) {
+        return 1 + (predictor.probabilities == nullptr ? 0 : predictor.probabilities->size());
+    };
+    std::size_t numbers = 0;
+    for (const PredictorTables& predictor : predictors)
+        numbers += countCodes(predictor);
+    if (numbers > room) return;
+    room -= numbers;
+    for (std::size_t j = 0; j < predictors.size(); ++j) {
+        std::vector<Said>& said = pair.ofCodes.emplace_back();
+        for (std::size_t place = 0; place < countCodes(predictors[j]); ++place)
+            said.push_back(Say(pair.ranges[j], j, static_cast<int>(place) - 1, category, against));
     }
-    return text;
 }
 
-std::string_view BatchReasons::ValueOf(const Source& source, std::span<const std::string_view> cells,
+/// @param code negative where the predictor is left out.
+BatchReasons::Said BatchReasons::Say(const WeightRange& range, std::size_t predictor, int code, std::size_t category,
+                                     std::size_t against) const {
+    const PredictorTables& tables = explainer.GetTables().GetClassifier(0).predictors[predictor];
+    const std::optional<double> weight =
+        code < 0 ? 0.0 : WeightOf(tables, static_cast<std::size_t>(code), category, against);
+    return {FindDistance(weight, range, kind), weight.value_or(0.0)};
+}
+
+std::string_view BatchReasons::ValueOf(std::size_t predictor, std::span<const std::string_view> cells,
                                        std::size_t number) const {
-    if (source.column && !cells[*source.column].empty()) return cells[*source.column];
-    if (source.derived) return derivedValues[number * numDerived + *source.derived];
+    const std::optional<std::size_t>& column = sources[predictor].column;
+    if (column && !cells[*column].empty()) return cells[*column];
+    if (readsDerivedFields) return derivedValues[number * sources.size() + predictor];
     return {};
 }
 

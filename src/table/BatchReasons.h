@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -13,7 +12,6 @@
 
 #include "batch/FactorRow.h"
 #include "evidence/CaseExplainer.h"
-#include "evidence/PairWeights.h"
 #include "evidence/ReasonRanking.h"
 #include "table/BatchCases.h"
 #include "table/CaseCoder.h"
@@ -22,19 +20,10 @@
 
 namespace nbscore {
 
-/// The reasons of cases that are scored many at a time, from the factor rows of their values. The weights and distances
-/// of a pair of categories, and the texts of weights, are kept from case to case. Used by one thread.
+/// The reasons of cases that are scored many at a time, from the factor rows of their values. Used by one thread.
 class BatchReasons {
 public:
-    /// What was found of a case: the categories, and the predictors that are its reasons. It is kept beside the text of
-    /// the case's scores, for cases with the same rows.
-    struct Found {
-        std::uint32_t category = 0;
-        std::uint32_t against = 0;
-        std::vector<std::uint32_t> predictors;
-    };
-
-    /// @param caseExplainer of the model that the cases are scored with.
+    /// @param caseExplainer of the model that the cases are scored with. @param coder encodes its rows; not kept.
     BatchReasons(const ReasonOptions& options, const CaseExplainer& caseExplainer, const BatchCases& batchCases,
                  const CaseCoder& coder);
 
@@ -42,48 +31,61 @@ public:
     /// @param number of the case among those that wait.
     void KeepDerivedValues(const CaseCoder& coder, std::size_t number);
 
+    /// Finds the reasons of a case.
     /// @param rows one for each reader. @param probabilities of the target's categories.
     void Find(std::span<const FactorRow> rows, std::span<const double> probabilities);
-    /// Appends what was found last to a text, and takes it off one again.
+    /// What was found last, put behind a text, and taken off again: it is the same for all cases with the same rows.
     void AppendFound(std::string& text) const;
     std::string_view TakeFound(std::string_view text);
 
-    /// What was found last, for writing; valid until the next call.
-    /// @param rows of the case, @param cells of its row in the table, @param number as above.
-    std::span<const WrittenReason> Write(std::span<const FactorRow> rows, std::span<const std::string_view> cells,
-                                         std::size_t number);
+    /// What was found or taken last, for writing; valid until the next call.
+    /// @param cells of the case's row in the table. @param number as above.
+    std::span<const WrittenReason> Write(std::span<const std::string_view> cells, std::size_t number);
 
 private:
-    /// A pair of categories.
+    /// What a predictor's category says.
+    struct Said {
+        double distance = 0.0;
+        double weight = 0.0;
+    };
+    /// Of a pair of categories, for each predictor.
     struct Pair {
-        std::shared_ptr<const PairWeights> weights;
-        /// For each predictor the distance where it is left out, and those of its codes.
-        std::vector<std::vector<double>> distances;
-        /// The texts of weights in the same order; empty where not made yet.
-        std::vector<std::vector<std::string>> texts;
+        std::vector<WeightRange> ranges;
+        /// What is said where the predictor is left out, and by each of its codes, as far as there is room for that.
+        std::vector<std::vector<Said>> ofCodes;
     };
     /// Where the value of a predictor stands.
     struct Source {
         std::string field;
         std::optional<std::size_t> column;
-        /// Among the derived values that are kept; nothing where the model reads none.
-        std::optional<std::size_t> derived;
+    };
+    struct Reason {
+        std::uint32_t predictor;
+        std::uint32_t length;
     };
 
-    Pair& GetPair(std::size_t category, std::size_t against);
-    std::string_view GetText(Pair& pair, std::size_t predictor, std::size_t place) const;
-    std::string_view ValueOf(const Source& source, std::span<const std::string_view> cells, std::size_t number) const;
+    const Pair& GetPair(std::size_t category, std::size_t against);
+    void FillCodes(Pair& pair, std::size_t category, std::size_t against);
+    Said Say(const WeightRange& range, std::size_t predictor, int code, std::size_t category,
+             std::size_t against) const;
+    std::string_view ValueOf(std::size_t predictor, std::span<const std::string_view> cells, std::size_t number) const;
 
     ReasonKind kind;
     CaseExplainer explainer;
     BatchCases batch;
     std::vector<Source> sources;
-    std::size_t numDerived = 0;
+    std::vector<bool> isCounted;
+    /// Of each waiting case that of each predictor; none where the model reads no derived fields.
     std::vector<std::string> derivedValues;
+    bool readsDerivedFields;
     ReasonRanking ranking;
+    std::vector<double> weights;
     std::map<std::pair<std::size_t, std::size_t>, Pair> pairs;
-    std::size_t numNumbers = 0;
-    Found found;
+    /// How many numbers these may still take.
+    std::size_t room;
+    /// What was found: the reasons, and the texts of their weights in a row.
+    std::vector<Reason> reasons;
+    std::string weightTexts;
     std::vector<WrittenReason> written;
 };
 

@@ -244,7 +244,7 @@ void BatchBlockScorer::AppendScores(std::size_t number, BlockScores& scores) {
     }
     if (reasons) {
         const auto ofCase = std::span(cells).subspan(waiting.firstCell, waiting.numCells);
-        writer->AppendReasons(scores.text, reasons->Write(GetRowsOf(number), ofCase, number));
+        writer->AppendReasons(scores.text, reasons->Write(ofCase, number));
     }
     writer->AppendEnd(scores.text);
 }
