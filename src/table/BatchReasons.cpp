@@ -9,8 +9,8 @@
 namespace nbscore {
 namespace {
 
-/// Of all pairs of categories that are kept at a time.
-constexpr std::size_t mostNumbers = std::size_t{1} << 20;
+/// Of all pairs of categories that are kept at a time. Each thread has its own.
+constexpr std::size_t mostNumbers = std::size_t{1} << 17;
 
 template <typename Item>
 void AppendBytes(std::string& text, const Item& item) {
@@ -37,7 +37,8 @@ BatchReasons::BatchReasons(const ReasonOptions& options, const CaseExplainer& ca
         sources.push_back({field, coder.FindColumn(field)});
     for (const PredictorTables& predictor : explainer.GetTables().GetClassifier(0).predictors)
         isCounted.push_back(predictor.probabilities != nullptr);
-    weights.resize(sources.size());
+    said.resize(sources.size());
+    saidAnew.resize(sources.size());
 }
 
 void BatchReasons::KeepDerivedValues(const CaseCoder& coder, std::size_t number) {
@@ -55,21 +56,24 @@ void BatchReasons::Find(std::span<const FactorRow> rows, std::span<const double>
         std::ranges::all_of(probabilities, [](double probability) { return std::isfinite(probability); });
     if (!isPossible || probabilities.size() < 2) return;
     const auto [category, against] = explainer.GetTables().ChoosePair(0, probabilities, {});
-    const Pair& pair = GetPair(category, against);
+    Pair& pair = GetPair(category, against);
     ranking.Clear();
     for (std::size_t predictor = 0; predictor < sources.size(); ++predictor) {
         // A predictor that nothing was counted of takes no part.
         const int code = isCounted[predictor] ? batch.CodeOf(predictor, rows) : -1;
-        const Said said = pair.ofCodes.empty() ? Say(pair.ranges[predictor], predictor, code, category, against)
-                                               : pair.ofCodes[predictor][static_cast<std::size_t>(code + 1)];
-        weights[predictor] = said.weight;
-        ranking.Offer(predictor, said.distance);
+        if (pair.ofCodes.empty()) {
+            saidAnew[predictor] = Say(pair.ranges[predictor], predictor, code, category, against);
+            said[predictor] = &saidAnew[predictor];
+        } else {
+            said[predictor] = &pair.ofCodes[predictor][static_cast<std::size_t>(code + 1)];
+        }
+        ranking.Offer(predictor, said[predictor]->distance);
     }
     for (const std::size_t predictor : ranking.GetPredictors()) {
-        const std::size_t begin = weightTexts.size();
-        AppendNumber(weightTexts, weights[predictor]);
-        reasons.push_back(
-            {static_cast<std::uint32_t>(predictor), static_cast<std::uint32_t>(weightTexts.size() - begin)});
+        std::string& text = said[predictor]->text;
+        if (text.empty()) AppendNumber(text, said[predictor]->weight);
+        weightTexts += text;
+        reasons.push_back({static_cast<std::uint32_t>(predictor), static_cast<std::uint32_t>(text.size())});
     }
 }
 
@@ -105,7 +109,7 @@ std::span<const WrittenReason> BatchReasons::Write(std::span<const std::string_v
     return written;
 }
 
-const BatchReasons::Pair& BatchReasons::GetPair(std::size_t category, std::size_t against) {
+BatchReasons::Pair& BatchReasons::GetPair(std::size_t category, std::size_t against) {
     const auto known = pairs.find({category, against});
     if (known != pairs.end()) return known->second;
     const EvidenceTables& tables = explainer.GetTables();
@@ -134,9 +138,9 @@ void BatchReasons::FillCodes(Pair& pair, std::size_t category, std::size_t again
     if (numbers > room) return;
     room -= numbers;
     for (std::size_t j = 0; j < predictors.size(); ++j) {
-        std::vector<Said>& said = pair.ofCodes.emplace_back();
+        std::vector<Said>& ofPredictor = pair.ofCodes.emplace_back();
         for (std::size_t place = 0; place < countCodes(predictors[j]); ++place)
-            said.push_back(Say(pair.ranges[j], j, static_cast<int>(place) - 1, category, against));
+            ofPredictor.push_back(Say(pair.ranges[j], j, static_cast<int>(place) - 1, category, against));
     }
 }
 

@@ -47,6 +47,8 @@ private:
     struct Said {
         double distance = 0.0;
         double weight = 0.0;
+        /// The weight's; empty until it is written.
+        std::string text = {};
     };
     /// Of a pair of categories, for each predictor.
     struct Pair {
@@ -64,7 +66,7 @@ private:
         std::uint32_t length;
     };
 
-    const Pair& GetPair(std::size_t category, std::size_t against);
+    Pair& GetPair(std::size_t category, std::size_t against);
     void FillCodes(Pair& pair, std::size_t category, std::size_t against);
     Said Say(const WeightRange& range, std::size_t predictor, int code, std::size_t category,
              std::size_t against) const;
@@ -79,7 +81,9 @@ private:
     std::vector<std::string> derivedValues;
     bool readsDerivedFields;
     ReasonRanking ranking;
-    std::vector<double> weights;
+    /// What each predictor says in the case at hand, and what is not kept of that.
+    std::vector<Said*> said;
+    std::vector<Said> saidAnew;
     std::map<std::pair<std::size_t, std::size_t>, Pair> pairs;
     /// How many numbers these may still take.
     std::size_t room;

@@ -205,6 +205,7 @@ TEST_F(ExplainTest, AddsReasonsThatLift_AsJson_ByEitherRule) {
 
 TEST_F(ExplainTest, RefusesReasons_WhenTheyAreNotOfASingleClassifier) {
     ExpectRefused({"score", "offers.pmml", "--reasons", "1"}, 2, "--reasons: it is for single classifiers");
+    ExpectRefused({"score", "model.pmml", "--reasons-that", "lift"}, 2, "--reasons-that requires --reasons");
     ExpectRefused({"score", "model.pmml", "--reasons", "0"}, 2, "--reasons: '0' is no whole number from 1 to 1000");
     ExpectRefused({"score", "model.pmml", "--reasons", "1"}, 1, "reason_1_field",
                   "colour,weight,reason_1_field\nred,1,x\n");

@@ -44,6 +44,33 @@ public:
     virtual void AppendCase(std::string& text, const ExplainedCase& explained) const = 0;
 };
 
+/// What became of a predictor's value, in a word or two.
+const char* NameKind(PredictorReading::Kind kind);
+
+/// Whether two categories are weighed against each other.
+inline bool HasPair(const Evidence& evidence) {
+    return evidence.category != evidence.against;
+}
+
+/// Numbers in the unit that was asked for.
+class Units {
+public:
+    explicit Units(bool decibans) : inDecibans(decibans) {}
+
+    std::optional<double> operator()(const std::optional<double>& weight) const {
+        if (!weight || !inDecibans) return weight;
+        return InDecibans(*weight);
+    }
+    const char* GetName() const { return inDecibans ? "decibans" : "nats"; }
+
+private:
+    bool inDecibans;
+};
+
+/// For people.
+std::unique_ptr<EvidenceReport> MakeEvidenceText(const EvidenceReportOptions& options, const std::string& table);
+
+/// In the format of the options.
 /// @param table what the table of cases is called. @param isSet whether there are sub-models.
 std::unique_ptr<EvidenceReport> MakeEvidenceReport(const EvidenceReportOptions& options, const std::string& table,
                                                    bool isSet);

@@ -167,16 +167,18 @@ void ScoreCommand::DeclareReasonOptions() {
         }
         reasons.most = static_cast<std::size_t>(most);
     };
-    app.add_option_function<std::string>(
-           "--reasons", takeReasons,
-           "For a single classifier: add the N predictors that held the category down most, as reason_1_field, "
-           "reason_1_value, reason_1_weight, reason_2_field and so on; as JSON the list \"reasons\". Of two categories "
-           "the second one is meant, against the first one; of more the predicted one, against the next probable. "
-           "Empty where a case has fewer. The command explain shows all.")
-        ->type_name("N");
+    CLI::Option* const count =
+        app.add_option_function<std::string>(
+               "--reasons", takeReasons,
+               "For a single classifier: add the N predictors that held the category down most, as reason_1_field, "
+               "reason_1_value, reason_1_weight, reason_2_field and so on; as JSON the list \"reasons\". Of two "
+               "categories the second one is meant, against the first one; of more the predicted one, against the next "
+               "probable. Empty where a case has fewer. The command explain shows all.")
+            ->type_name("N");
     AddChoice(app, "--reasons-that", reasons.kind, {{"hold-down", ReasonKind::HeldDown}, {"lift", ReasonKind::Lifted}},
               "Which reasons: predictors that held the category down most (hold-down, the default), or that lifted it "
-              "most (lift).");
+              "most (lift).")
+        ->needs(count);
 }
 
 void ScoreCommand::DeclareSubModelOptions() {
