@@ -39,8 +39,8 @@ protected:
     }
 };
 
-// Both fruits have 100 cases. Pears against apples: red weighs ln((10.001 / 100.002) / (90.001 / 100.002)), heavy weighs
-// ln(20.001 / 80.001).
+// Both fruits have 100 cases. Pears against apples: red weighs ln((10.001 / 100.002) / (90.001 / 100.002)), and
+// heavy weighs ln(20.001 / 80.001).
 TEST_F(ExplainTest, ShowsATermForEachPredictor) {
     const CommandResult result = Explain({"--row", "1"});
     EXPECT_EQ(result.exitStatus, 0);
