@@ -51,6 +51,7 @@ set(NBSCORE_PUBLIC_HEADERS
     translator/GiveMyTranslator.h
     translator/NaiveBayesTranslator.h
     batch/BatchScorer.h
+    batch/PreparedRow.h
     evidence/CaseExplainer.h
     evidence/Evidence.h
     output/HostError.h

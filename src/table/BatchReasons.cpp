@@ -26,27 +26,16 @@ void TakeBytes(std::string_view& text, Item& item) {
 }  // namespace
 
 BatchReasons::BatchReasons(const ReasonOptions& options, const CaseExplainer& caseExplainer,
-                           const BatchCases& batchCases, const CaseCoder& coder)
-    : kind(options.kind),
-      explainer(caseExplainer),
-      batch(batchCases),
-      readsDerivedFields(batchCases.ReadsDerivedFields()),
-      ranking(options.most),
-      room(mostNumbers) {
-    for (const std::string& field : batch.GetFieldsOfPredictors())
-        sources.push_back({field, coder.FindColumn(field)});
+                           const BatchCases& batchCases, CaseCoder& coder)
+    : kind(options.kind), explainer(caseExplainer), batch(batchCases), ranking(options.most), room(mostNumbers) {
+    const std::vector<std::string> fields = batch.GetFieldsOfPredictors();
+    for (const std::string& field : fields)
+        columns.push_back(coder.FindColumn(field));
+    coder.KeepDerivedTexts(fields);
     for (const PredictorTables& predictor : explainer.GetTables().GetClassifier(0).predictors)
         isCounted.push_back(predictor.probabilities != nullptr);
-    said.resize(sources.size());
-    saidAnew.resize(sources.size());
-}
-
-void BatchReasons::KeepDerivedValues(const CaseCoder& coder, std::size_t number) {
-    if (!readsDerivedFields) return;
-    const std::size_t first = number * sources.size();
-    if (derivedValues.size() < first + sources.size()) derivedValues.resize(first + sources.size());
-    for (std::size_t predictor = 0; predictor < sources.size(); ++predictor)
-        derivedValues[first + predictor] = coder.GetDerivedText(sources[predictor].field);
+    said.resize(columns.size());
+    saidAnew.resize(columns.size());
 }
 
 void BatchReasons::Find(std::span<const FactorRow> rows, std::span<const double> probabilities) {
@@ -58,7 +47,7 @@ void BatchReasons::Find(std::span<const FactorRow> rows, std::span<const double>
     const auto [category, against] = explainer.GetTables().ChoosePair(0, probabilities, {});
     Pair& pair = GetPair(category, against);
     ranking.Clear();
-    for (std::size_t predictor = 0; predictor < sources.size(); ++predictor) {
+    for (std::size_t predictor = 0; predictor < columns.size(); ++predictor) {
         // A predictor that nothing was counted of takes no part.
         const int code = isCounted[predictor] ? batch.CodeOf(predictor, rows) : -1;
         if (pair.ofCodes.empty()) {
@@ -98,11 +87,12 @@ std::string_view BatchReasons::TakeFound(std::string_view text) {
     return text;
 }
 
-std::span<const WrittenReason> BatchReasons::Write(std::span<const std::string_view> cells, std::size_t number) {
+std::span<const WrittenReason> BatchReasons::Write(const CaseCoder& coder, const TableCases& cases,
+                                                   std::size_t number) {
     written.clear();
     std::size_t begin = 0;
     for (const auto [predictor, length] : reasons) {
-        written.push_back({explainer.GetPredictors(0)[predictor], ValueOf(predictor, cells, number),
+        written.push_back({explainer.GetPredictors(0)[predictor], ValueOf(predictor, coder, cases, number),
                            std::string_view(weightTexts).substr(begin, length)});
         begin += length;
     }
@@ -153,12 +143,11 @@ BatchReasons::Said BatchReasons::Say(const WeightRange& range, std::size_t predi
     return {FindDistance(weight, range, kind), weight.value_or(0.0)};
 }
 
-std::string_view BatchReasons::ValueOf(std::size_t predictor, std::span<const std::string_view> cells,
+std::string_view BatchReasons::ValueOf(std::size_t predictor, const CaseCoder& coder, const TableCases& cases,
                                        std::size_t number) const {
-    const std::optional<std::size_t>& column = sources[predictor].column;
-    if (column && !cells[*column].empty()) return cells[*column];
-    if (readsDerivedFields) return derivedValues[number * sources.size() + predictor];
-    return {};
+    const std::optional<std::size_t>& column = columns[predictor];
+    const std::string_view cell = column ? cases.rows.GetCell(number, *column) : std::string_view();
+    return cell.empty() ? coder.GetDerivedText(predictor, number) : cell;
 }
 
 }  // namespace nbscore

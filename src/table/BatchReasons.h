@@ -10,9 +10,9 @@
 #include <utility>
 #include <vector>
 
-#include "batch/FactorRow.h"
 #include "evidence/CaseExplainer.h"
 #include "evidence/ReasonRanking.h"
+#include "factors/FactorRow.h"
 #include "table/BatchCases.h"
 #include "table/CaseCoder.h"
 #include "table/ScoreWriter.h"
@@ -23,13 +23,9 @@ namespace nbscore {
 /// The reasons of cases that are scored many at a time, from the factor rows of their values. Used by one thread.
 class BatchReasons {
 public:
-    /// @param caseExplainer of the model that the cases are scored with. @param coder encodes its rows; not kept.
+    /// @param caseExplainer of the model that the cases are scored with. @param coder encodes its rows; told to keep derived values.
     BatchReasons(const ReasonOptions& options, const CaseExplainer& caseExplainer, const BatchCases& batchCases,
-                 const CaseCoder& coder);
-
-    /// Keeps the derived values of the row that was encoded last.
-    /// @param number of the case among those that wait.
-    void KeepDerivedValues(const CaseCoder& coder, std::size_t number);
+                 CaseCoder& coder);
 
     /// Finds the reasons of a case.
     /// @param rows one for each reader. @param probabilities of the target's categories.
@@ -39,8 +35,8 @@ public:
     std::string_view TakeFound(std::string_view text);
 
     /// What was found or taken last, for writing; valid until the next call.
-    /// @param cells of the case's row in the table. @param number as above.
-    std::span<const WrittenReason> Write(std::span<const std::string_view> cells, std::size_t number);
+    /// @param coder the one that it was made with. @param cases that the coder encoded last. @param number the case's.
+    std::span<const WrittenReason> Write(const CaseCoder& coder, const TableCases& cases, std::size_t number);
 
 private:
     /// What a predictor's category says.
@@ -56,11 +52,6 @@ private:
         /// What is said where the predictor is left out, and by each of its codes, as far as there is room for that.
         std::vector<std::vector<Said>> ofCodes;
     };
-    /// Where the value of a predictor stands.
-    struct Source {
-        std::string field;
-        std::optional<std::size_t> column;
-    };
     struct Reason {
         std::uint32_t predictor;
         std::uint32_t length;
@@ -70,16 +61,15 @@ private:
     void FillCodes(Pair& pair, std::size_t category, std::size_t against);
     Said Say(const WeightRange& range, std::size_t predictor, int code, std::size_t category,
              std::size_t against) const;
-    std::string_view ValueOf(std::size_t predictor, std::span<const std::string_view> cells, std::size_t number) const;
+    std::string_view ValueOf(std::size_t predictor, const CaseCoder& coder, const TableCases& cases,
+                             std::size_t number) const;
 
     ReasonKind kind;
     CaseExplainer explainer;
     BatchCases batch;
-    std::vector<Source> sources;
+    /// Of each predictor, that of the table which holds its values.
+    std::vector<std::optional<std::size_t>> columns;
     std::vector<bool> isCounted;
-    /// Of each waiting case that of each predictor; none where the model reads no derived fields.
-    std::vector<std::string> derivedValues;
-    bool readsDerivedFields;
     ReasonRanking ranking;
     /// What each predictor says in the case at hand, and what is not kept of that.
     std::vector<Said*> said;

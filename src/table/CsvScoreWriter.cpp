@@ -1,8 +1,10 @@
 #include "table/CsvScoreWriter.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 #include <variant>
 
@@ -11,7 +13,6 @@
 #include "framework/SeededHash.h"
 #include "output/HostError.h"
 #include "output/MessageText.h"
-#include "table/CsvText.h"
 
 namespace nbscore {
 namespace {
@@ -19,29 +20,58 @@ namespace {
 /// Nothing keeps a delimiter from being one of these.
 constexpr std::string_view charactersOfNumbers = "+-.0123456789aefin";
 
+/// The predictor, its value and its weight.
+constexpr std::size_t cellsOfReason = 3;
+
 /// The system-missing number's cell is empty.
-void AddNumber(CsvRow& row, double number, bool needsQuotes) {
-    if (needsQuotes) {
-        row.Add(MCMV::IsMissing(number) ? std::string() : FormatNumber(number));
+char* WriteNumberCell(char* to, double number) {
+    return MCMV::IsMissing(number) ? to : WriteNumber(to, number);
+}
+
+/// @param numberOf the number of a cell, from 0.
+template <typename NumberOf>
+void AddNumbers(CsvRow& row, std::size_t count, bool needQuotes, const NumberOf& numberOf) {
+    if (!needQuotes) {
+        row.AddPlain(count, mostNumberBytes, [&](std::size_t i, char* to) { return WriteNumberCell(to, numberOf(i)); });
         return;
     }
-    row.AddPlain([number](std::string& text) {
-        if (!MCMV::IsMissing(number)) AppendNumber(text, number);
-    });
+    std::array<char, mostNumberBytes> cell;
+    for (std::size_t i = 0; i < count; ++i)
+        row.Add({cell.data(), WriteNumberCell(cell.data(), numberOf(i))});
 }
 
 /// The cell of a value that there is none of is empty.
 void AddOutput(CsvRow& row, const OutputValue& value, bool numbersNeedQuotes) {
     if (const auto* const number = std::get_if<double>(&value)) {
-        AddNumber(row, *number, numbersNeedQuotes);
+        AddNumbers(row, 1, numbersNeedQuotes, [number](std::size_t) { return *number; });
     } else {
         const auto* const text = std::get_if<std::string>(&value);
         row.Add(text == nullptr ? std::string_view() : *text);
     }
 }
 
-bool HaveSameBits(double one, double other) {
-    return std::bit_cast<std::uint64_t>(one) == std::bit_cast<std::uint64_t>(other);
+/// The confidence and the probabilities. Writing a number takes long, and one of these is the confidence once more.
+void AddPosterior(CsvRow& row, double confidence, std::span<const double> probabilities, bool needQuotes) {
+    if (needQuotes) {
+        AddNumbers(row, 1 + probabilities.size(), true,
+                   [&](std::size_t i) { return i == 0 ? confidence : probabilities[i - 1]; });
+        return;
+    }
+    const auto bits = std::bit_cast<std::uint64_t>(confidence);
+    const char* written = nullptr;
+    std::size_t length = 0;
+    row.AddPlain(1 + probabilities.size(), mostNumberBytes, [&](std::size_t i, char* to) {
+        if (i == 0) {
+            char* const end = WriteNumberCell(to, confidence);
+            written = to;
+            length = static_cast<std::size_t>(end - to);
+            return end;
+        }
+        if (std::bit_cast<std::uint64_t>(probabilities[i - 1]) != bits)
+            return WriteNumberCell(to, probabilities[i - 1]);
+        std::memmove(to, written, mostNumberBytes);
+        return to + length;
+    });
 }
 
 }  // namespace
@@ -53,7 +83,6 @@ CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& header, const Sco
       prefix(options.prefix),
       ranking(options.subModels.best) {
     if (hasInputColumns) columnNames = header;
-    numInputColumns = columnNames.size();
 }
 
 CsvScoreWriter::CsvScoreWriter(const ScoreDictVar& target, const std::vector<std::string>& header,
@@ -61,10 +90,10 @@ CsvScoreWriter::CsvScoreWriter(const ScoreDictVar& target, const std::vector<std
     : CsvScoreWriter(header, options) {
     AddColumn("predicted_" + target.GetName(), Content::Prediction);
     if (!options.predictionOnly) {
-        AddColumn("confidence", Content::Confidence);
+        AddColumn("confidence", Content::Posterior);
         const CategoryProbabilities categories(target);
         for (std::size_t i = 0; i < categories.GetNames().size(); ++i)
-            AddColumn("probability_" + categories.GetNames()[i], Content::Probability, i);
+            AddColumn("probability_" + categories.GetNames()[i], Content::Posterior, 1 + i);
     }
     AddReasonColumns(options.reasons);
     RequireDistinctNames(sourceName);
@@ -90,8 +119,8 @@ CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& names, const std:
         AddColumn("model", Content::Label);
         AddColumn("score", Content::Score);
         if (!options.predictionOnly) {
-            AddColumn("assessment_mean", Content::AssessmentMean);
-            AddColumn("assessment_std_dev", Content::AssessmentStdDev);
+            AddColumn("assessment_mean", Content::Assessment);
+            AddColumn("assessment_std_dev", Content::Assessment, 1);
         }
     } else if (options.subModels.best) {
         for (std::size_t i = 0; i < std::min(*options.subModels.best, labels.size()); ++i) {
@@ -108,11 +137,19 @@ CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& names, const std:
 
 void CsvScoreWriter::AddColumn(const std::string& name, Content content, std::size_t number) {
     columnNames.push_back(prefix + name);
-    columns.push_back({content, number});
+    ++numAddedColumns;
+    const bool goesOn =
+        !columns.empty() && columns.back().content == content && columns.back().first + columns.back().count == number;
+    if (goesOn) {
+        ++columns.back().count;
+    } else {
+        columns.push_back({content, number, 1});
+    }
 }
 
 void CsvScoreWriter::AddReasonColumns(const ReasonOptions& reasons) {
     numReasons = reasons.most;
+    numAddedColumns += cellsOfReason * numReasons;
     for (std::size_t i = 0; i < numReasons; ++i) {
         const std::string place = prefix + "reason_" + std::to_string(i + 1);
         for (const char* part : {"_field", "_value", "_weight"})
@@ -121,10 +158,11 @@ void CsvScoreWriter::AddReasonColumns(const ReasonOptions& reasons) {
 }
 
 void CsvScoreWriter::RequireDistinctNames(const std::string& sourceName) const {
+    const std::size_t inputColumns = columnNames.size() - numAddedColumns;
     SeededSet<std::string_view> taken;
     for (std::size_t i = 0; i < columnNames.size(); ++i) {
         const bool isNew = taken.insert(columnNames[i]).second;
-        if (isNew || i < numInputColumns) continue;
+        if (isNew || i < inputColumns) continue;
         throw CaseDataError(sourceName, 1,
                             "the column " + QuoteForMessage(columnNames[i]) +
                                 ", which scoring adds, is in the table already: choose another prefix for the "
@@ -146,7 +184,7 @@ void CsvScoreWriter::AppendCase(std::string& text, const InputRow& input, const 
         AppendEnd(text);
         return;
     }
-    for (const std::size_t position : ranking.Rank(scored.subModels)) {
+    for (const std::size_t position : ranking.Rank(scored.scores)) {
         AppendInput(text, input);
         AppendRow(text, scored, std::span(&position, 1));
         AppendEnd(text);
@@ -167,7 +205,19 @@ void CsvScoreWriter::AppendInput(std::string& text, const InputRow& input) const
 }
 
 void CsvScoreWriter::AppendScores(std::string& text, const ScoredCase& scored) {
-    AppendRow(text, scored, ranking.Rank(scored.subModels));
+    AppendRow(text, scored, ranking.Rank(scored.scores));
+}
+
+/// There are few predictions, and many cases have the same one.
+void CsvScoreWriter::AddPrediction(CsvRow& row, const ScoredCase& scored) {
+    if (!scored.predictedCategory) {
+        row.Add(scored.prediction == nullptr ? std::string() : scored.prediction->GetString());
+        return;
+    }
+    if (predictionCells.size() <= *scored.predictedCategory) predictionCells.resize(*scored.predictedCategory + 1);
+    std::optional<std::string>& cell = predictionCells[*scored.predictedCategory];
+    if (!cell) AppendCsvCell(cell.emplace(), scored.prediction->GetString(), delimiter);
+    row.AddPlain(*cell);
 }
 
 void CsvScoreWriter::AppendReasons(std::string& text, std::span<const WrittenReason> reasons) const {
@@ -177,47 +227,45 @@ void CsvScoreWriter::AppendReasons(std::string& text, std::span<const WrittenRea
         row.Add(value);
         row.Add(weight);
     }
-    text.append(3 * (numReasons - reasons.size()), delimiter);
+    for (std::size_t empty = cellsOfReason * (numReasons - reasons.size()); empty > 0; --empty)
+        row.AddPlain({});
 }
 
 /// Appends the added columns' cells, behind those of the input.
 /// @param shown the positions of the sub-models that the row shows.
-void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown) const {
+void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown) {
     CsvRow row(text, delimiter, hasInputColumns);
-    std::size_t confidenceBegin = 0;
-    std::size_t confidenceLength = 0;
-    for (const auto& [content, number] : columns) {
-        switch (content) {
+    constexpr std::size_t forShortTexts = 32;
+    row.Reserve(forShortTexts + numAddedColumns * (mostNumberBytes + 1));
+    const auto appendAssessment = [this](std::string& cells, const SubModelAssessment& assessment) {
+        CsvRow both(cells, delimiter);
+        AddNumbers(both, 2, numbersNeedQuotes,
+                   [&](std::size_t i) { return i == 0 ? assessment.mean : assessment.stdDev; });
+    };
+    for (const Columns& some : columns) {
+        const auto addNumbers = [&](const auto& numberOf) {
+            AddNumbers(row, some.count, numbersNeedQuotes, [&](std::size_t i) { return numberOf(some.first + i); });
+        };
+        switch (some.content) {
             case Content::Prediction:
-                row.Add(scored.prediction == nullptr ? std::string() : scored.prediction->GetString());
+                AddPrediction(row, scored);
                 break;
-            case Content::Confidence:
-                confidenceBegin = text.size();
-                AddNumber(row, scored.confidence, numbersNeedQuotes);
-                confidenceLength = text.size() - confidenceBegin;
-                break;
-            case Content::Probability:
-                // Writing a number takes long, and one of these is the confidence once more.
-                if (HaveSameBits(scored.probabilities[number], scored.confidence)) {
-                    row.AddAgain(confidenceBegin, confidenceLength);
-                } else {
-                    AddNumber(row, scored.probabilities[number], numbersNeedQuotes);
-                }
+            case Content::Posterior:
+                AddPosterior(row, scored.confidence, scored.probabilities, numbersNeedQuotes);
                 break;
             case Content::Output:
-                AddOutput(row, scored.outputs[number], numbersNeedQuotes);
+                for (std::size_t i = 0; i < some.count; ++i)
+                    AddOutput(row, scored.outputs[some.first + i], numbersNeedQuotes);
                 break;
             case Content::Label:
-                row.AddPlain([&label = labelCells[shown[number]]](std::string& cells) { cells += label; });
+                for (std::size_t i = 0; i < some.count; ++i)
+                    row.AddPlain(labelCells[shown[some.first + i]]);
                 break;
             case Content::Score:
-                AddNumber(row, scored.subModels[shown[number]].score, numbersNeedQuotes);
+                addNumbers([&](std::size_t number) { return scored.scores[shown[number]]; });
                 break;
-            case Content::AssessmentMean:
-                AddNumber(row, scored.subModels[shown[number]].assessmentMean, numbersNeedQuotes);
-                break;
-            case Content::AssessmentStdDev:
-                AddNumber(row, scored.subModels[shown[number]].assessmentStdDev, numbersNeedQuotes);
+            case Content::Assessment:
+                row.AddPlain(assessmentTexts.Get(shown.front(), scored.assessments[shown.front()], appendAssessment));
                 break;
         }
     }

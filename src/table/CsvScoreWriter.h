@@ -2,10 +2,13 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "table/AssessmentTexts.h"
+#include "table/CsvText.h"
 #include "table/ScoreWriter.h"
 
 namespace nbscore {
@@ -43,20 +46,24 @@ public:
     void AppendEnd(std::string& text) const override { text += '\n'; }
 
 private:
-    enum class Content { Prediction, Confidence, Probability, Output, Label, Score, AssessmentMean, AssessmentStdDev };
+    enum class Content { Prediction, Posterior, Output, Label, Score, Assessment };
 
-    /// A column that scoring adds.
-    struct Column {
+    /// Some columns that scoring adds, side by side and of the same content.
+    struct Columns {
         Content content;
-        /// Which one: of the target's categories, of the outputs, or of the sub-models that a row shows.
-        std::size_t number;
+        /// Which one is the first: of the outputs, or of the sub-models that a row shows. Of posterior probabilities 0
+        /// is the confidence, and behind it stand those of the target's categories. Of assessments 0 is the mean, 1 the
+        /// standard deviation; both are always shown.
+        std::size_t first;
+        std::size_t count;
     };
 
     CsvScoreWriter(const std::vector<std::string>& header, const ScoreWriterOptions& options);
     void AddColumn(const std::string& name, Content content, std::size_t number = 0);
     void AddReasonColumns(const ReasonOptions& reasons);
     void RequireDistinctNames(const std::string& sourceName) const;
-    void AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown) const;
+    void AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown);
+    void AddPrediction(CsvRow& row, const ScoredCase& scored);
 
     char delimiter;
     bool hasInputColumns;
@@ -65,12 +72,16 @@ private:
     std::string prefix;
     /// The input's, as far as they are written, and those that are added, of reasons last.
     std::vector<std::string> columnNames;
-    std::size_t numInputColumns = 0;
-    std::vector<Column> columns;
+    std::vector<Columns> columns;
+    /// With those of reasons.
+    std::size_t numAddedColumns = 0;
     /// How many reasons a case has cells for.
     std::size_t numReasons = 0;
     /// The sub-models' labels, in quotes where they need them.
     std::vector<std::string> labelCells;
+    /// What is written for each predicted category that was met so far.
+    std::vector<std::optional<std::string>> predictionCells;
+    AssessmentTexts assessmentTexts;
     SubModelRanking ranking;
 };
 
