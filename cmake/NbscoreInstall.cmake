@@ -12,6 +12,17 @@ if(TARGET scoreframework_xml)
     install(TARGETS scoreframework_xml LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 endif()
 
+# The C interface is a part by itself: who links it needs none of what the C++ libraries are built with.
+install(TARGETS nbscore_c EXPORT nbscoreCTargets
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(EXPORT nbscoreCTargets NAMESPACE nbscore:: DESTINATION ${nbscore_package_dir})
+install(FILES ${PROJECT_SOURCE_DIR}/src/c/nbscore.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+file(RELATIVE_PATH NBSCORE_PREFIX_FROM_PC /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+configure_file(${PROJECT_SOURCE_DIR}/cmake/nbscore.pc.in ${CMAKE_BINARY_DIR}/nbscore.pc @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/nbscore.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
 include(PublicHeaders)
 foreach(header IN LISTS NBSCORE_PUBLIC_HEADERS NBSCORE_NEEDED_HEADERS)
     get_filename_component(folder ${header} DIRECTORY)

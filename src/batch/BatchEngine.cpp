@@ -166,14 +166,14 @@ void BatchEngine::AddInputs(const ClassifierTables& classifier) {
 }
 
 template <typename Value>
-InputDictionary BatchEngine::LookUp(std::size_t input, std::span<const Value> values) const {
+InputDictionary BatchEngine::LookUp(std::size_t input, std::span<const Value> values, const Validity& validity) const {
     if (input >= inputs.size()) RefuseInput(input);
     InputDictionary::Lookup lookup{identity, input, values.size(), {}};
     for (const std::size_t position : rowLists->GetReadersOf(input)) {
         const Reader& reader = rowLists->GetReaders()[position];
         std::vector<FactorRow>& rows = lookup.rowsOfReaders.emplace_back(1, missingRow);
-        for (const Value& value : values)
-            rows.push_back(reader.rows.RowOf(value));
+        for (std::size_t code = 0; code < values.size(); ++code)
+            rows.push_back(validity.HasValue(code) ? reader.rows.RowOf(values[code]) : missingRow);
         if (rows.size() <= longestByteList && reader.rows.GetNumRows() <= longestByteList) {
             lookup.bytesOfReaders.resize(lookup.rowsOfReaders.size());
             lookup.bytesOfReaders.back() = ByteList(rows);
@@ -182,12 +182,14 @@ InputDictionary BatchEngine::LookUp(std::size_t input, std::span<const Value> va
     return InputDictionary(std::make_shared<InputDictionary::Lookup>(std::move(lookup)));
 }
 
-InputDictionary BatchEngine::MakeDictionary(std::size_t input, std::span<const std::string_view> values) const {
-    return LookUp(input, values);
+InputDictionary BatchEngine::MakeDictionary(std::size_t input, std::span<const std::string_view> values,
+                                            const Validity& validity) const {
+    return LookUp(input, values, validity);
 }
 
-InputDictionary BatchEngine::MakeDictionary(std::size_t input, std::span<const double> values) const {
-    return LookUp(input, values);
+InputDictionary BatchEngine::MakeDictionary(std::size_t input, std::span<const double> values,
+                                            const Validity& validity) const {
+    return LookUp(input, values, validity);
 }
 
 std::vector<std::string> BatchEngine::GetFieldsOfReaders() const {

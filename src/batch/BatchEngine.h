@@ -56,8 +56,10 @@ public:
     /// How many probabilities a case has: one for each category, or one for each sub-model.
     std::size_t GetNumbersPerCase() const { return IsSet() ? subModels.size() : categories.size(); }
 
-    InputDictionary MakeDictionary(std::size_t input, std::span<const std::string_view> values) const override;
-    InputDictionary MakeDictionary(std::size_t input, std::span<const double> values) const override;
+    InputDictionary MakeDictionary(std::size_t input, std::span<const std::string_view> values,
+                                   const Validity& validity = {}) const override;
+    InputDictionary MakeDictionary(std::size_t input, std::span<const double> values,
+                                   const Validity& validity = {}) const override;
     void Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const override;
     std::unique_ptr<PreparedRow> MakeRow(std::shared_ptr<const ColumnScorer> self) const override;
 
@@ -85,7 +87,7 @@ private:
 
     void AddInputs(const ClassifierTables& classifier);
     template <typename Value>
-    InputDictionary LookUp(std::size_t input, std::span<const Value> values) const;
+    InputDictionary LookUp(std::size_t input, std::span<const Value> values, const Validity& validity) const;
     void ScoreValues(const CaseValues& values, const AnswerColumns& answers) const;
 
     /// Of the dictionaries that are made here.

@@ -41,12 +41,14 @@ bool BatchScorer::ReadsDerivedFields() const {
     return scorer->ReadsDerivedFields();
 }
 
-InputDictionary BatchScorer::MakeDictionary(std::size_t input, std::span<const std::string_view> values) const {
-    return scorer->MakeDictionary(input, values);
+InputDictionary BatchScorer::MakeDictionary(std::size_t input, std::span<const std::string_view> values,
+                                            const Validity& validity) const {
+    return scorer->MakeDictionary(input, values, validity);
 }
 
-InputDictionary BatchScorer::MakeDictionary(std::size_t input, std::span<const double> values) const {
-    return scorer->MakeDictionary(input, values);
+InputDictionary BatchScorer::MakeDictionary(std::size_t input, std::span<const double> values,
+                                            const Validity& validity) const {
+    return scorer->MakeDictionary(input, values, validity);
 }
 
 void BatchScorer::Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const {

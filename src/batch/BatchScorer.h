@@ -66,8 +66,11 @@ public:
 
     /// Looks up what the codes of a column stand for, code i being the value at position i, so that scoring need not.
     /// @param input a position in GetInputs(); throws std::out_of_range for another.
-    InputDictionary MakeDictionary(std::size_t input, std::span<const std::string_view> values) const;
-    InputDictionary MakeDictionary(std::size_t input, std::span<const double> values) const;
+    /// @param validity which codes stand for a value at all.
+    InputDictionary MakeDictionary(std::size_t input, std::span<const std::string_view> values,
+                                   const Validity& validity = {}) const;
+    InputDictionary MakeDictionary(std::size_t input, std::span<const double> values,
+                                   const Validity& validity = {}) const;
 
     /// Scores `cases` cases.
     /// @param columns one for each input, in their order; borrowed for the call.

@@ -1,6 +1,7 @@
 #include "batch/CaseValues.h"
 
 #include <algorithm>
+#include <limits>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -37,43 +38,35 @@ void EncodeColumn(const ValueRows&, std::size_t, const AbsentColumn&, const Case
     std::fill_n(cases.rows, cases.count, static_cast<Row>(missingRow));
 }
 
-template <typename Row>
-void EncodeColumn(const ValueRows& valueRows, std::size_t, const NumberColumn& column, const Cases<Row>& cases) {
-    EncodeValues(valueRows, column.validity, cases, [&](std::size_t entry) { return column.values[entry]; });
-}
-
-template <typename Row, typename Offset>
-void EncodeColumn(const ValueRows& valueRows, std::size_t, const TextColumn<Offset>& column, const Cases<Row>& cases) {
+/// @param column of numbers or texts.
+template <typename Row, typename ValueColumn>
+void EncodeColumn(const ValueRows& valueRows, std::size_t, const ValueColumn& column, const Cases<Row>& cases) {
     EncodeValues(valueRows, column.validity, cases, [&](std::size_t entry) { return column.At(entry); });
 }
 
-template <typename Row>
-void EncodeColumn(const ValueRows& valueRows, std::size_t, const TextViewColumn& column, const Cases<Row>& cases) {
-    EncodeValues(valueRows, column.validity, cases, [&](std::size_t entry) { return column.values[entry]; });
-}
-
-template <typename Row, typename Code>
-void EncodeCodes(const std::vector<FactorRow>& rowsOfCodes, const CodeColumn<Code>& column, const Cases<Row>& cases) {
+/// The list of -1 holds the row for no value.
+template <typename Row, typename Coded>
+void EncodeCodes(const std::vector<FactorRow>& rowsOfCodes, Coded column, const Cases<Row>& cases) {
     const auto [first, count, rows] = cases;
     const std::span<const FactorRow> known = rowsOfCodes;
-    const auto [codes, dictionary, validity] = column;
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t entry = first + i;
-        const Code code = codes[entry];
-        if (!validity.HasValue(entry)) {
-            rows[i] = static_cast<Row>(missingRow);
-            continue;
-        }
-        const auto place = static_cast<std::size_t>(static_cast<std::int64_t>(code) + 1);
-        if (place >= known.size()) RefuseCode(entry, code, known.size() - 1);
-        rows[i] = static_cast<Row>(known[place]);
-    }
+    for (std::size_t i = 0; i < count; ++i)
+        rows[i] = static_cast<Row>(known[FindPlace(column, first + i, known.size())]);
 }
+
+template <typename Row>
+void EncodeColumn(const ValueRows&, std::size_t list, const TruthColumn& column, const Cases<Row>& cases) {
+    EncodeCodes(column.dictionary->GetLookup().rowsOfReaders[list], column, cases);
+}
+
+template <typename Code>
+concept HasFastLoop = requires(std::span<const Code> codes, std::uint8_t* places) {
+    NarrowCodes(codes, 0, places);
+};
 
 template <typename Row, typename Code>
 void EncodeColumn(const ValueRows&, std::size_t list, const CodeColumn<Code>& column, const Cases<Row>& cases) {
     const InputDictionary::Lookup& lookup = column.dictionary->GetLookup();
-    if constexpr (std::is_same_v<Row, std::uint8_t>) {
+    if constexpr (std::is_same_v<Row, std::uint8_t> && HasFastLoop<Code>) {
         if (column.validity.bits == nullptr && list < lookup.bytesOfReaders.size()) {
             const ByteList& rowsOfCodes = lookup.bytesOfReaders[list];
             if (NarrowCodes(column.codes.subspan(cases.first, cases.count), rowsOfCodes.GetSize(), cases.rows)) {
@@ -100,34 +93,72 @@ void CopyRows(const ValueRows& valueRows, std::span<const FactorRow> list, const
                             std::to_string(*wrong) + ", but there are " + std::to_string(numRows));
 }
 
-/// What is wrong with a column, for a message; empty when nothing is.
-class Problem {
-public:
-    std::size_t cases;
-    const ScorerIdentity& scorer;
-    std::size_t input;
+/// How many entries a column has.
+struct EntryCount {
+    std::size_t operator()(const AbsentColumn&) const { return 0; }
+    std::size_t operator()(const TruthColumn& column) const { return column.size; }
+    std::size_t operator()(const TextViewColumn& column) const { return column.values.size(); }
+    template <typename Number>
+    std::size_t operator()(const NumbersOf<Number>& column) const {
+        return column.values.size();
+    }
+    template <typename Offset>
+    std::size_t operator()(const TextColumn<Offset>& column) const {
+        return column.offsets.empty() ? 0 : column.offsets.size() - 1;
+    }
+    template <typename Code>
+    std::size_t operator()(const CodeColumn<Code>& column) const {
+        return column.codes.size();
+    }
+};
 
-    std::string operator()(const AbsentColumn&) const { return {}; }
-    std::string operator()(const NumberColumn& column) const { return OfSize(column.values.size()); }
-    std::string operator()(const TextViewColumn& column) const { return OfSize(column.values.size()); }
+/// What is wrong with the values themselves.
+struct ValueProblem {
+    std::string operator()(const auto&) const { return {}; }
+    template <typename Number>
+    std::string operator()(const NumbersOf<Number>& column) const {
+        if constexpr (std::is_integral_v<Number> && sizeof(Number) == sizeof(double)) {
+            constexpr auto highest = Number{1} << std::numeric_limits<double>::digits;
+            for (std::size_t entry = 0; entry < column.values.size(); ++entry) {
+                const Number number = column.values[entry];
+                const bool isTooLow = std::is_signed_v<Number> && number < Number{0} - highest;
+                if ((number <= highest && !isTooLow) || !column.validity.HasValue(entry)) continue;
+                return "has the number " + std::to_string(number) + " in case " + std::to_string(entry) +
+                       ", which is beyond 53 bits";
+            }
+        }
+        return {};
+    }
     template <typename Offset>
     std::string operator()(const TextColumn<Offset>& column) const {
         if (column.offsets.empty()) return "has no offsets";
         if (column.offsets.front() < 0 || !std::ranges::is_sorted(column.offsets)) return "has offsets that fall";
-        return OfSize(column.offsets.size() - 1);
+        return {};
     }
+};
+
+/// What is wrong with the dictionary that a column was given.
+struct DictionaryProblem {
+    const ScorerIdentity& scorer;
+    std::size_t input;
+
+    std::string operator()(const auto&) const { return {}; }
     template <typename Code>
     std::string operator()(const CodeColumn<Code>& column) const {
-        if (column.dictionary == nullptr) return "has codes and no dictionary";
-        const InputDictionary::Lookup& lookup = column.dictionary->GetLookup();
-        if (lookup.scorer != scorer || lookup.input != input) return "has a dictionary of another scorer or input";
-        return OfSize(column.codes.size());
+        return Find(column.dictionary);
+    }
+    std::string operator()(const TruthColumn& column) const {
+        const std::string problem = Find(column.dictionary);
+        if (!problem.empty() || column.dictionary->GetSize() >= 2) return problem;
+        return "has truth values, and a dictionary that lacks one of them";
     }
 
 private:
-    std::string OfSize(std::size_t size) const {
-        if (size == cases) return {};
-        return "has " + std::to_string(size) + " values for " + std::to_string(cases) + " cases";
+    std::string Find(const InputDictionary* dictionary) const {
+        if (dictionary == nullptr) return "has codes and no dictionary";
+        const InputDictionary::Lookup& lookup = dictionary->GetLookup();
+        if (lookup.scorer != scorer || lookup.input != input) return "has a dictionary of another scorer or input";
+        return {};
     }
 };
 
@@ -141,9 +172,21 @@ void RefuseToRank() {
     throw std::invalid_argument("The model has no sub-models.");
 }
 
-void RefuseCode(std::size_t entry, std::int64_t code, std::size_t size) {
-    throw std::out_of_range("case " + std::to_string(entry) + " has the code " + std::to_string(code) +
-                            ", but the dictionary has " + std::to_string(size) + " values");
+void RefuseCode(std::size_t entry, const std::string& code, std::size_t size) {
+    throw std::out_of_range("case " + std::to_string(entry) + " has the code " + code + ", but the dictionary has " +
+                            std::to_string(size) + " values");
+}
+
+std::size_t CountEntries(const Column& column) {
+    return std::visit(EntryCount(), column);
+}
+
+std::string FindProblem(const Column& column, std::size_t cases) {
+    if (std::holds_alternative<AbsentColumn>(column)) return {};
+    std::string problem = std::visit(ValueProblem(), column);
+    const std::size_t size = CountEntries(column);
+    if (!problem.empty() || size == cases) return problem;
+    return "has " + std::to_string(size) + " values for " + std::to_string(cases) + " cases";
 }
 
 void RequireReadable(std::span<const Column> columns, std::size_t cases, const ScorerIdentity& scorer,
@@ -153,7 +196,8 @@ void RequireReadable(std::span<const Column> columns, std::size_t cases, const S
                                     std::to_string(inputs.size()) + " inputs.");
     }
     for (std::size_t input = 0; input < inputs.size(); ++input) {
-        const std::string problem = std::visit(Problem{cases, scorer, input}, columns[input]);
+        std::string problem = std::visit(DictionaryProblem{scorer, input}, columns[input]);
+        if (problem.empty()) problem = FindProblem(columns[input], cases);
         if (problem.empty()) continue;
         throw std::invalid_argument("The column of the input \"" + inputs[input].name + "\" " + problem + ".");
     }

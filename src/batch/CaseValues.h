@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <memory>
 #include <span>
+#include <string>
+#include <type_traits>
 #include <vector>
 
 #include "batch/BatchScorer.h"
@@ -86,11 +88,33 @@ struct CaseValues {
 [[noreturn]] void RefuseToRank();
 
 /// Throws std::out_of_range, telling the case.
-[[noreturn]] void RefuseCode(std::size_t entry, std::int64_t code, std::size_t size);
+/// @param code as text.
+[[noreturn]] void RefuseCode(std::size_t entry, const std::string& code, std::size_t size);
+
+/// Where the entry of a case stands in a list whose first entry is that of code -1. Throws std::out_of_range, telling
+/// the case, for a code that has no place there.
+/// @param coded a CodeColumn or a TruthColumn.
+template <typename Coded>
+std::size_t FindPlace(const Coded& coded, std::size_t entry, std::size_t listSize) {
+    if (!coded.validity.HasValue(entry)) return 0;
+    const auto code = coded.CodeAt(entry);
+    const auto place = static_cast<std::size_t>(code) + 1;
+    // The highest code of 64 bits without a sign comes round to the place of -1.
+    const bool comesRound = std::is_unsigned_v<decltype(code)> && place == 0;
+    if (comesRound || place >= listSize) RefuseCode(entry, std::to_string(code), listSize - 1);
+    return place;
+}
+
+/// How many entries a column has; an absent one has none of its own.
+std::size_t CountEntries(const Column& column);
+
+/// What keeps a column from being read for so many cases, to be put behind its name, whatever its dictionary: another
+/// number of values, offsets that fall, whole numbers that no double is equal to. Empty where nothing does.
+std::string FindProblem(const Column& column, std::size_t cases);
 
 /// Throws std::invalid_argument when there is not one column for each input, and, naming the input, when one cannot be
-/// read for so many cases: it has another number of values, offsets that fall, or a dictionary of another scorer or
-/// input.
+/// read for so many cases: it has another number of values, offsets that fall, whole numbers that no double is equal
+/// to, or a dictionary of another scorer or input.
 void RequireReadable(std::span<const Column> columns, std::size_t cases, const ScorerIdentity& scorer,
                      const std::vector<BatchInput>& inputs);
 

@@ -47,12 +47,18 @@ private:
 /// No value in any case.
 struct AbsentColumn {};
 
-/// Numbers. A value is absent where the validity says so; the system-missing number is the value that it is in a case
-/// record. A NaN is a value like any other.
-struct NumberColumn {
-    std::span<const double> values;
+/// Numbers, each taken as the double that it is equal to; a scorer refuses whole numbers beyond the 53 bits up to which
+/// doubles tell all of them apart. A value is absent where the validity says so; the system-missing number is the value
+/// that it is in a case record. A NaN is a value like any other.
+template <typename Number>
+struct NumbersOf {
+    std::span<const Number> values;
     Validity validity;
+
+    double At(std::size_t entry) const { return static_cast<double>(values[entry]); }
 };
+
+using NumberColumn = NumbersOf<double>;
 
 /// Texts as bytes in a row, with Offset std::int32_t or std::int64_t: text i are the bytes from offsets[i] up to
 /// offsets[i + 1]. There is one offset more than texts; offsets never fall and none is negative.
@@ -72,19 +78,40 @@ struct TextColumn {
 struct TextViewColumn {
     std::span<const std::string_view> values;
     Validity validity;
+
+    std::string_view At(std::size_t entry) const { return values[entry]; }
 };
 
-/// Positions in a dictionary, with Code std::int8_t, std::int16_t or std::int32_t; -1 is an absent value.
+/// Positions in a dictionary, whole numbers of any kind; -1 is an absent value.
 template <typename Code>
 struct CodeColumn {
     std::span<const Code> codes;
     /// Made by the scorer that the column is given to, for the input that it is given for.
     const InputDictionary* dictionary = nullptr;
     Validity validity;
+
+    Code CodeAt(std::size_t entry) const { return codes[entry]; }
+};
+
+/// Truth values, a bit for each, in the order of the bits of a Validity. They are the positions of a dictionary of two
+/// values: what false stands for, then what true stands for.
+struct TruthColumn {
+    const std::uint8_t* bits = nullptr;
+    std::size_t offset = 0;
+    std::size_t size = 0;
+    /// As that of codes.
+    const InputDictionary* dictionary = nullptr;
+    Validity validity;
+
+    int CodeAt(std::size_t entry) const { return Validity{bits, offset}.HasValue(entry) ? 1 : 0; }
 };
 
 using Column =
-    std::variant<AbsentColumn, NumberColumn, TextColumn<std::int32_t>, TextColumn<std::int64_t>, TextViewColumn,
-                 CodeColumn<std::int8_t>, CodeColumn<std::int16_t>, CodeColumn<std::int32_t>>;
+    std::variant<AbsentColumn, NumberColumn, NumbersOf<float>, NumbersOf<std::int8_t>, NumbersOf<std::int16_t>,
+                 NumbersOf<std::int32_t>, NumbersOf<std::int64_t>, NumbersOf<std::uint8_t>, NumbersOf<std::uint16_t>,
+                 NumbersOf<std::uint32_t>, NumbersOf<std::uint64_t>, TextColumn<std::int32_t>, TextColumn<std::int64_t>,
+                 TextViewColumn, TruthColumn, CodeColumn<std::int8_t>, CodeColumn<std::int16_t>,
+                 CodeColumn<std::int32_t>, CodeColumn<std::int64_t>, CodeColumn<std::uint8_t>,
+                 CodeColumn<std::uint16_t>, CodeColumn<std::uint32_t>, CodeColumn<std::uint64_t>>;
 
 }  // namespace nbscore

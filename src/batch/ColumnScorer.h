@@ -28,8 +28,10 @@ public:
     virtual const std::vector<std::size_t>& GetInputsOfPredictors() const = 0;
     virtual const std::vector<std::string>& GetCategories() const = 0;
     virtual const std::vector<std::string>& GetSubModels() const = 0;
-    virtual InputDictionary MakeDictionary(std::size_t input, std::span<const std::string_view> values) const = 0;
-    virtual InputDictionary MakeDictionary(std::size_t input, std::span<const double> values) const = 0;
+    virtual InputDictionary MakeDictionary(std::size_t input, std::span<const std::string_view> values,
+                                           const Validity& validity) const = 0;
+    virtual InputDictionary MakeDictionary(std::size_t input, std::span<const double> values,
+                                           const Validity& validity) const = 0;
     virtual void Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const = 0;
     /// @param self the scorer, to be kept as long as the row.
     virtual std::unique_ptr<PreparedRow> MakeRow(std::shared_ptr<const ColumnScorer> self) const = 0;

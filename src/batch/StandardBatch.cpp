@@ -75,31 +75,27 @@ private:
                             std::size_t i) {
         input.EncodeMissing(out, i);
     }
-    static void EncodeEntry(const NumberColumn& column, std::size_t entry, const TreatedInput& input,
-                            TreatedValues& out, std::size_t i) {
-        if (!column.validity.HasValue(entry)) return input.EncodeMissing(out, i);
-        input.Encode(out, i, column.values[entry]);
-    }
-    static void EncodeEntry(const TextViewColumn& column, std::size_t entry, const TreatedInput& input,
-                            TreatedValues& out, std::size_t i) {
-        if (!column.validity.HasValue(entry)) return input.EncodeMissing(out, i);
-        input.Encode(out, i, column.values[entry]);
-    }
-    template <typename Offset>
-    static void EncodeEntry(const TextColumn<Offset>& column, std::size_t entry, const TreatedInput& input,
-                            TreatedValues& out, std::size_t i) {
+    /// @param column of numbers or texts.
+    template <typename ValueColumn>
+    static void EncodeEntry(const ValueColumn& column, std::size_t entry, const TreatedInput& input, TreatedValues& out,
+                            std::size_t i) {
         if (!column.validity.HasValue(entry)) return input.EncodeMissing(out, i);
         input.Encode(out, i, column.At(entry));
+    }
+    static void EncodeEntry(const TruthColumn& column, std::size_t entry, const TreatedInput& input, TreatedValues& out,
+                            std::size_t i) {
+        EncodeCode(column, entry, input, out, i);
     }
     template <typename Code>
     static void EncodeEntry(const CodeColumn<Code>& column, std::size_t entry, const TreatedInput& input,
                             TreatedValues& out, std::size_t i) {
+        EncodeCode(column, entry, input, out, i);
+    }
+    template <typename Coded>
+    static void EncodeCode(const Coded& column, std::size_t entry, const TreatedInput& input, TreatedValues& out,
+                           std::size_t i) {
         const TreatedValues& known = column.dictionary->GetLookup().treated;
-        // The entry of -1 stands in front.
-        const auto code = column.validity.HasValue(entry) ? static_cast<std::int64_t>(column.codes[entry]) : -1;
-        const auto place = static_cast<std::size_t>(code + 1);
-        if (place >= known.invalid.size()) RefuseCode(entry, code, known.invalid.size() - 1);
-        input.Copy(out, i, known, place);
+        input.Copy(out, i, known, FindPlace(column, entry, known.invalid.size()));
     }
 
     void ScoreCase(std::size_t entry, std::size_t i) {
@@ -234,24 +230,32 @@ void StandardBatch::AddInput(const ScoreDictVar& var, PredictorTables::Kind kind
 }
 
 template <typename Value>
-InputDictionary StandardBatch::LookUp(std::size_t input, std::span<const Value> values) const {
+InputDictionary StandardBatch::LookUp(std::size_t input, std::span<const Value> values,
+                                      const Validity& validity) const {
     if (input >= inputs.size()) RefuseInput(input);
     InputDictionary::Lookup lookup{identity, input, values.size(), {}};
     // The entry of -1 stands in front.
     const TreatedInput& treatedInput = treatedInputs[input];
     treatedInput.MakeRoom(lookup.treated, values.size() + 1);
     treatedInput.EncodeMissing(lookup.treated, 0);
-    for (std::size_t code = 0; code < values.size(); ++code)
-        treatedInput.Encode(lookup.treated, code + 1, values[code]);
+    for (std::size_t code = 0; code < values.size(); ++code) {
+        if (validity.HasValue(code)) {
+            treatedInput.Encode(lookup.treated, code + 1, values[code]);
+        } else {
+            treatedInput.EncodeMissing(lookup.treated, code + 1);
+        }
+    }
     return InputDictionary(std::make_shared<InputDictionary::Lookup>(std::move(lookup)));
 }
 
-InputDictionary StandardBatch::MakeDictionary(std::size_t input, std::span<const std::string_view> values) const {
-    return LookUp(input, values);
+InputDictionary StandardBatch::MakeDictionary(std::size_t input, std::span<const std::string_view> values,
+                                              const Validity& validity) const {
+    return LookUp(input, values, validity);
 }
 
-InputDictionary StandardBatch::MakeDictionary(std::size_t input, std::span<const double> values) const {
-    return LookUp(input, values);
+InputDictionary StandardBatch::MakeDictionary(std::size_t input, std::span<const double> values,
+                                              const Validity& validity) const {
+    return LookUp(input, values, validity);
 }
 
 std::unique_ptr<PreparedRow> StandardBatch::MakeRow(std::shared_ptr<const ColumnScorer> self) const {

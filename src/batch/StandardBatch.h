@@ -35,8 +35,10 @@ public:
     const std::vector<std::string>& GetCategories() const override { return categories; }
     const std::vector<std::string>& GetSubModels() const override { return noSubModels; }
 
-    InputDictionary MakeDictionary(std::size_t input, std::span<const std::string_view> values) const override;
-    InputDictionary MakeDictionary(std::size_t input, std::span<const double> values) const override;
+    InputDictionary MakeDictionary(std::size_t input, std::span<const std::string_view> values,
+                                   const Validity& validity = {}) const override;
+    InputDictionary MakeDictionary(std::size_t input, std::span<const double> values,
+                                   const Validity& validity = {}) const override;
     void Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const override;
     std::unique_ptr<PreparedRow> MakeRow(std::shared_ptr<const ColumnScorer> self) const override;
 
@@ -47,7 +49,7 @@ private:
     /// @param treatment null for a derived field.
     void AddInput(const ScoreDictVar& var, PredictorTables::Kind kind, const FieldTreatment* treatment);
     template <typename Value>
-    InputDictionary LookUp(std::size_t input, std::span<const Value> values) const;
+    InputDictionary LookUp(std::size_t input, std::span<const Value> values, const Validity& validity) const;
 
     /// Of the dictionaries that are made here.
     ScorerIdentity identity;

@@ -1,11 +1,11 @@
 #include "check/CheckedModel.h"
 
+#include "batch/CaseFields.h"
 #include "framework/CountedNoun.h"
 #include "framework/DerivedFieldSources.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/SeededHash.h"
 #include "output/MessageText.h"
-#include "table/CaseBinder.h"
 
 namespace nbscore {
 namespace {

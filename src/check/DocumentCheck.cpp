@@ -48,13 +48,13 @@ std::optional<DocumentProblem> FindErrorOfAdapted(const std::shared_ptr<PluginLi
 constexpr const char* adaptingSuffices = "Read it with --adapt: the document is fine but for what that rewrites.";
 
 /// What adapting would do about the first error of a check; empty when it would not help.
-std::string AdviceToAdapt(const std::shared_ptr<PluginLibrary>& plugin, const DocumentCheck& check,
-                          const Limits& limits) {
+std::string AdviceToAdapt(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source,
+                          const DocumentCheck& check) {
     const DocumentProblem& error = check.problems.front();
     try {
-        SourceDocument source = SourceDocument::Read(check.document, limits);
-        if (source.Adapt().empty()) return {};
-        const std::optional<DocumentProblem> next = FindErrorOfAdapted(plugin, source, check.rule);
+        SourceDocument adapted = source.ReadAgain();
+        if (adapted.Adapt().empty()) return {};
+        const std::optional<DocumentProblem> next = FindErrorOfAdapted(plugin, adapted, check.rule);
         if (!next) return check.HasWarnings() ? "Read it with --adapt, which rewrites this." : adaptingSuffices;
         if (next->message == error.message && next->place.elementPath == error.place.elementPath) return {};
         return "Read it with --adapt, which rewrites this. What is wrong then: " + next->message;
@@ -183,10 +183,11 @@ StandardRule StandardRuleFor(const SourceDocument& source, bool canStandardScore
 }
 
 /// Says what would make a refused document sound as a whole, where something does.
-void AdviseWayOut(const std::shared_ptr<PluginLibrary>& plugin, bool isAdapted, const Limits& limits,
+/// @param unadapted the document, unless it cannot be parsed or was adapted already.
+void AdviseWayOut(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument* unadapted,
                   StandardRule standardRule, DocumentCheck& check) {
     std::string& advice = check.problems.front().advice;
-    const std::string toAdapt = isAdapted ? std::string() : AdviceToAdapt(plugin, check, limits);
+    const std::string toAdapt = unadapted == nullptr ? std::string() : AdviceToAdapt(plugin, *unadapted, check);
     if (!toAdapt.empty()) advice = toAdapt;
     if (standardRule != StandardRule::NoWayOut && advice.find("--rule standard") != std::string::npos) return;
     if (check.HasWarnings()) advice += " That alone does not make its answers right: see the warnings below.";
@@ -198,11 +199,12 @@ void AdviseWayOut(const std::shared_ptr<PluginLibrary>& plugin, bool isAdapted, 
     }
 }
 
-void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limits& limits, DocumentCheck& check) {
+void Check(const std::shared_ptr<PluginLibrary>& plugin, const DocumentOrigin& document, bool adapt,
+           const Limits& limits, DocumentCheck& check) {
     std::optional<SourceDocument> source;
     auto standardRule = StandardRule::NoWayOut;
     try {
-        source.emplace(SourceDocument::Read(check.document, limits));
+        source.emplace(SourceDocument::Read(document, limits));
         if (adapt) check.adaptations = source->Adapt();
         CheckByBothRules(plugin, *source, check);
         const bool isSmoothed = check.rule == ScoringRule::Smoothed;
@@ -211,14 +213,14 @@ void Check(const std::shared_ptr<PluginLibrary>& plugin, bool adapt, const Limit
         if (source && IsShortageOfMemory(refusal)) throw std::bad_alloc();
         check.problems = {ErrorOf(refusal)};
     }
-    if (!check.CanBeScored()) AdviseWayOut(plugin, adapt, limits, standardRule, check);
+    if (!check.CanBeScored()) AdviseWayOut(plugin, source && !adapt ? &*source : nullptr, standardRule, check);
 }
 
 /// Of a document whose description takes more memory than there is.
-DocumentCheck CheckForMemory(const std::filesystem::path& document, ScoringRule rule) {
+DocumentCheck CheckForMemory(const std::string& document, ScoringRule rule) {
     DocumentCheck check;
     check.rule = rule;
-    check.document = ToUtf8(document);
+    check.document = document;
     VeskException refusal = MakeRefusal(Refusal::OutOfMemory);
     refusal.SetSource(check.document);
     check.problems.push_back(ErrorOf(refusal));
@@ -258,32 +260,65 @@ bool DocumentCheck::IsReadable() const {
 
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
                             bool adapt, const Limits& limits, ScoringRule rule) {
+    return CheckDocument(plugin, DocumentOrigin{ToUtf8(document)}, adapt, limits, rule);
+}
+
+DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const DocumentOrigin& document, bool adapt,
+                            const Limits& limits, ScoringRule rule) {
     try {
         DocumentCheck check;
         check.rule = rule;
-        check.document = ToUtf8(document);
-        Check(plugin, adapt, limits, check);
+        check.document = document.name;
+        Check(plugin, document, adapt, limits, check);
         return check;
     } catch (const std::bad_alloc&) {
-        return CheckForMemory(document, rule);
+        return CheckForMemory(document.name, rule);
     }
 }
 
-std::string AdviseOnRefusal(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source, bool isAdapted,
-                            const Limits& limits, ScoringRule rule, const VeskException& refusal) {
+namespace {
+
+/// What to do about the refusal of a document, as a check says it.
+std::string AdviseOnRefusal(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source,
+                            const ModelReading& reading, const VeskException& refusal) {
     DocumentCheck check;
     check.document = source.GetName();
-    check.rule = rule;
+    check.rule = reading.rule;
     check.problems = {ErrorOf(refusal)};
     try {
         const bool canStandardScore =
-            rule == ScoringRule::Smoothed && LoadedModel::CanScore(plugin, source, ScoringRule::Standard);
-        AdviseWayOut(plugin, isAdapted, limits, StandardRuleFor(source, canStandardScore), check);
+            reading.rule == ScoringRule::Smoothed && LoadedModel::CanScore(plugin, source, ScoringRule::Standard);
+        AdviseWayOut(plugin, reading.isAdapted ? nullptr : &source, StandardRuleFor(source, canStandardScore), check);
     } catch (const VeskException&) {
         // Memory ran out: what is known suffices.
     } catch (const std::bad_alloc&) {
     }
     return check.problems.front().advice;
+}
+
+}  // namespace
+
+LoadedModel ReadWithAdvice(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source,
+                           const ModelReading& reading, const ReadingListeners& listeners) {
+    try {
+        LoadedModel model = LoadedModel::Read(plugin, source, reading.rule, listeners);
+        if (reading.mustScore) model.RequireScorable();
+        return model;
+    } catch (VeskException& refusal) {
+        refusal.SetAdvice(AdviseOnRefusal(plugin, source, reading, refusal));
+        throw;
+    } catch (const UnscorableModelError& error) {
+        VeskException refusal(VeskException::InconsistentDocument, error.what(), AdviceAgainst(error.GetKind()));
+        refusal.SetSource(source.GetName());
+        refusal.SetAdvice(AdviseOnRefusal(plugin, source, reading, refusal));
+        throw refusal;
+    }
+}
+
+DocumentCheck DescribeLoaded(ScoreModel& model, DocumentCheck known) {
+    DescribeModel(model, known);
+    if (known.model) known.problems = FindRemarks(known, *known.model);
+    return known;
 }
 
 }  // namespace nbscore

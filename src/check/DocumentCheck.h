@@ -13,6 +13,7 @@
 #include "framework/ScoreModel.h"
 #include "framework/ScoringRule.h"
 #include "framework/VeskException.h"
+#include "host/LoadedModel.h"
 #include "host/PluginLibrary.h"
 #include "host/SourceDocument.h"
 
@@ -104,12 +105,26 @@ struct DocumentCheck {
 ///     InputOutputError where the plug-in lacks it.
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
                             bool adapt, const Limits& limits = {}, ScoringRule rule = ScoringRule::Smoothed);
+DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const DocumentOrigin& document, bool adapt,
+                            const Limits& limits = {}, ScoringRule rule = ScoringRule::Smoothed);
 
-/// What to do about the refusal of a document, as a check says it: whether the other rule, or adapting the document, is
-/// a way out. Reads the document once or twice more.
-/// @param isAdapted whether it was adapted before it was refused.
-std::string AdviseOnRefusal(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source, bool isAdapted,
-                            const Limits& limits, ScoringRule rule, const VeskException& refusal);
+/// How a model is to be read from a parsed document.
+struct ModelReading {
+    ScoringRule rule = ScoringRule::Smoothed;
+    /// Whether the document was adapted, which then is no way out of a refusal.
+    bool isAdapted = false;
+    /// Refuse a model that cannot score every case (LoadedModel::RequireScorable), too.
+    bool mustScore = true;
+};
+
+/// Reads a model as LoadedModel does. A refusal says what to do about it as a check does: whether the other rule, or
+/// adapting the document, is a way out; to find that, the document is read once or twice more. What keeps a model from
+/// scoring becomes a refusal (12) of the document.
+LoadedModel ReadWithAdvice(const std::shared_ptr<PluginLibrary>& plugin, const SourceDocument& source,
+                           const ModelReading& reading, const ReadingListeners& listeners = {});
+
+/// Adds to what is known of a document's check what its model tells: a description, and remarks on the model alone.
+DocumentCheck DescribeLoaded(ScoreModel& model, DocumentCheck known);
 
 /// A check as text for people: what the document holds, then what is wrong, each with what to do about it.
 std::string WriteCheckAsText(const DocumentCheck& check);

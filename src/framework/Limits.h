@@ -11,7 +11,7 @@
 
 namespace nbscore {
 
-/// Leaves the work that Limits::isCancelled ended, through the plug-in and through libnbscore alike.
+/// Leaves the work that Limits::isCancelled ended, through the plug-in and through libnbscorehost alike.
 class SCOREFRAMEWORK_API CancelledError : public std::runtime_error {
 public:
     CancelledError();

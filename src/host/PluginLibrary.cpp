@@ -141,10 +141,17 @@ PluginLibrary::PluginLibrary(const std::filesystem::path& path)
     }
 }
 
+PluginLibrary::PluginLibrary(Factory linkedFactory, Factory linkedStandardFactory)
+    : pathText("this program"), factory(linkedFactory), standardFactory(linkedStandardFactory) {}
+
 PluginLibrary::~PluginLibrary() = default;
 
 std::shared_ptr<PluginLibrary> PluginLibrary::Load(const std::filesystem::path& path) {
     return std::shared_ptr<PluginLibrary>(new PluginLibrary(path));
+}
+
+std::shared_ptr<PluginLibrary> PluginLibrary::Linked(Factory factory, Factory standardFactory) {
+    return std::shared_ptr<PluginLibrary>(new PluginLibrary(factory, standardFactory));
 }
 
 std::filesystem::path PluginLibrary::FindBundled() {

@@ -10,13 +10,15 @@
 
 namespace nbscore {
 
-/// A plug-in, loaded at run time and known only by its exported factories: GiveMyTranslator, which each has, and
-/// GiveMyStandardTranslator where it has the standard's rule too.
+/// A plug-in, known only by its exported factories: GiveMyTranslator, which each has, and GiveMyStandardTranslator
+/// where it has the standard's rule too.
 ///
-/// The library stays loaded while this object lives. Every object that it made must be gone before: LoadedModel
-/// takes care of that for models.
+/// One that is loaded at run time stays loaded while this object lives. Every object that it made must be gone before:
+/// LoadedModel takes care of that for models.
 class PluginLibrary {
 public:
+    using Factory = ScoreTranslator* (*)();
+
     /// Loads a library; throws InputOutputError when it is not there, does not load or exports no factory.
     static std::shared_ptr<PluginLibrary> Load(const std::filesystem::path& path);
     /// The plug-in that comes with this library: beside the program's executable file, or in the library folder next
@@ -25,6 +27,9 @@ public:
     static std::filesystem::path FindBundled();
     /// The same, looking in the given folders.
     static std::filesystem::path FindBundled(const std::vector<std::filesystem::path>& folders);
+
+    /// A plug-in that is linked into the program, by its factories.
+    static std::shared_ptr<PluginLibrary> Linked(Factory factory, Factory standardFactory);
 
     ~PluginLibrary();
 
@@ -36,11 +41,12 @@ public:
 
 private:
     class SharedObject;
-    using Factory = ScoreTranslator* (*)();
 
     explicit PluginLibrary(const std::filesystem::path& path);
+    PluginLibrary(Factory linkedFactory, Factory linkedStandardFactory);
     Factory FactoryOf(ScoringRule rule) const;
 
+    /// Null where it is linked in.
     std::unique_ptr<SharedObject> library;
     std::string pathText;
     Factory factory;

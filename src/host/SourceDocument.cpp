@@ -1,7 +1,9 @@
 #include "host/SourceDocument.h"
 
+#include <istream>
 #include <memory>
 #include <new>
+#include <streambuf>
 #include <string_view>
 #include <utility>
 
@@ -46,6 +48,16 @@ auto Named(const std::string& name, const Work& work) {
     }
 }
 
+/// Bytes in memory, to be read as a stream.
+class MemoryBuffer : public std::streambuf {
+public:
+    /// @param bytes borrowed. A stream's buffer takes them as changeable; nothing changes them.
+    explicit MemoryBuffer(std::string_view bytes) {
+        char* const begin = const_cast<char*>(bytes.data());
+        setg(begin, begin, begin + bytes.size());
+    }
+};
+
 /// What documents name that this project writes.
 constexpr std::string_view ownApplication = "nbscore";
 
@@ -64,17 +76,29 @@ std::vector<IgnoredConstruct> PlacedIn(const std::string& name, std::vector<Igno
 
 }  // namespace
 
-SourceDocument::SourceDocument(std::string path, Limits documentLimits, ParsedDocument parsed)
-    : name(std::move(path)), limits(std::move(documentLimits)), document(std::move(parsed)) {}
+SourceDocument::SourceDocument(DocumentOrigin documentOrigin, Limits documentLimits, ParsedDocument parsed)
+    : origin(std::move(documentOrigin)), limits(std::move(documentLimits)), document(std::move(parsed)) {}
 
 SourceDocument::~SourceDocument() = default;
 SourceDocument::SourceDocument(SourceDocument&&) noexcept = default;
 SourceDocument& SourceDocument::operator=(SourceDocument&&) noexcept = default;
 
 SourceDocument SourceDocument::Read(const std::string& path, const Limits& limits) {
-    DocumentFile file(path, limits);
+    return Read(DocumentOrigin{path}, limits);
+}
+
+SourceDocument SourceDocument::Read(const DocumentOrigin& origin, const Limits& limits) {
+    const auto parse = [&](std::istream& stream) {
+        return SourceDocument(origin, limits, Named(origin.name, [&] { return ParseDocument(stream, limits); }));
+    };
+    if (origin.bytes) {
+        MemoryBuffer buffer(*origin.bytes);
+        std::istream stream(&buffer);
+        return parse(stream);
+    }
+    DocumentFile file(origin.name, limits);
     try {
-        return {path, limits, Named(path, [&] { return ParseDocument(file.GetStream(), limits); })};
+        return parse(file.GetStream());
     } catch (const VeskException&) {
         file.RequireUnbroken();
         throw;
@@ -82,11 +106,11 @@ SourceDocument SourceDocument::Read(const std::string& path, const Limits& limit
 }
 
 std::vector<Adaptation> SourceDocument::Adapt() {
-    return Named(name, [this] { return AdaptDocument(document); });
+    return Named(origin.name, [this] { return AdaptDocument(document); });
 }
 
 std::unique_ptr<ScoreModel> SourceDocument::Translate(ScoreTranslator& translator) const {
-    return Named(name, [this, &translator] {
+    return Named(origin.name, [this, &translator] {
         if (auto* const ours = dynamic_cast<BaseTranslator*>(&translator)) {
             ours->SetLimits(limits);
             return std::unique_ptr<ScoreModel>(ours->ParseFromTree(*document, "UTF-8"));
@@ -98,22 +122,22 @@ std::unique_ptr<ScoreModel> SourceDocument::Translate(ScoreTranslator& translato
 
 std::vector<VerificationSuite> SourceDocument::ReadVerification(ScoringRule rule) const {
     std::vector<VerificationSuite> suites =
-        Named(name, [this, rule] { return ReadVerificationSuites(*document, rule); });
+        Named(origin.name, [this, rule] { return ReadVerificationSuites(*document, rule); });
     for (VerificationSuite& suite : suites)
-        suite.source = name;
+        suite.source = origin.name;
     return suites;
 }
 
 std::vector<IgnoredConstruct> SourceDocument::FindIgnored() const {
-    return PlacedIn(name, Named(name, [this] { return FindIgnoredConstructs(*document); }));
+    return PlacedIn(origin.name, Named(origin.name, [this] { return FindIgnoredConstructs(*document); }));
 }
 
 std::vector<IgnoredConstruct> SourceDocument::FindWarnings() const {
-    return PlacedIn(name, Named(name, [this] { return nbscore::FindWarnings(*document); }));
+    return PlacedIn(origin.name, Named(origin.name, [this] { return nbscore::FindWarnings(*document); }));
 }
 
 std::optional<std::string> SourceDocument::FindOtherProducer() const {
-    return Named(name, [this]() -> std::optional<std::string> {
+    return Named(origin.name, [this]() -> std::optional<std::string> {
         const Element root = document->GetRoot();
         const std::string_view application = FindApplication(root).GetAttributeOr(Name::name, {});
         if (application.empty() || application == ownApplication) return std::nullopt;
@@ -123,7 +147,7 @@ std::optional<std::string> SourceDocument::FindOtherProducer() const {
 }
 
 std::optional<std::string> SourceDocument::ReadApplicationVersion() const {
-    return Named(name, [this]() -> std::optional<std::string> {
+    return Named(origin.name, [this]() -> std::optional<std::string> {
         const std::string_view version = FindApplication(document->GetRoot()).GetAttributeOr(Name::version, {});
         return version.empty() ? std::nullopt : std::optional<std::string>(version);
     });

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "adapt/DocumentAdapter.h"
@@ -17,6 +18,14 @@ namespace nbscore {
 
 class DocumentTree;
 
+/// Where a document comes from.
+struct DocumentOrigin {
+    /// Of a file its path, in UTF-8; of a document in memory what messages call it.
+    std::string name;
+    /// The document itself, where it is in memory: borrowed for as long as anything is read from it.
+    std::optional<std::string_view> bytes = {};
+};
+
 /// A parsed document before a plug-in gets it: what a host itself reads or changes in it. When memory runs out, that is
 /// VeskException 12, as it is while a document is parsed. Used by one thread at a time.
 class SourceDocument {
@@ -26,6 +35,10 @@ public:
     /// @param limits hold for all that is done with the document, which may throw CancelledError, and for the model
     ///     that is made of it.
     static SourceDocument Read(const std::string& path, const Limits& limits = {});
+    /// The same of a file or of bytes in memory.
+    static SourceDocument Read(const DocumentOrigin& origin, const Limits& limits = {});
+    /// The document once more, as it was before it was adapted.
+    SourceDocument ReadAgain() const { return Read(origin, limits); }
 
     ~SourceDocument();
     SourceDocument(SourceDocument&&) noexcept;
@@ -56,13 +69,13 @@ public:
     /// The version of the application that wrote the document; nothing where the document does not say.
     std::optional<std::string> ReadApplicationVersion() const;
 
-    /// The path as it was given.
-    const std::string& GetName() const { return name; }
+    /// The path or the name as it was given.
+    const std::string& GetName() const { return origin.name; }
 
 private:
-    SourceDocument(std::string path, Limits documentLimits, std::unique_ptr<const DocumentTree> parsed);
+    SourceDocument(DocumentOrigin documentOrigin, Limits documentLimits, std::unique_ptr<const DocumentTree> parsed);
 
-    std::string name;
+    DocumentOrigin origin;
     Limits limits;
     std::unique_ptr<const DocumentTree> document;
 };

@@ -23,7 +23,8 @@ namespace nbscore {
 /// The reasons of cases that are scored many at a time, from the factor rows of their values. Used by one thread.
 class BatchReasons {
 public:
-    /// @param caseExplainer of the model that the cases are scored with. @param coder encodes its rows; told to keep derived values.
+    /// @param caseExplainer of the model that the cases are scored with. @param coder encodes its rows; it is told to
+    ///     keep derived values.
     BatchReasons(const ReasonOptions& options, const CaseExplainer& caseExplainer, const BatchCases& batchCases,
                  CaseCoder& coder);
 

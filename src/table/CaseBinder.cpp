@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "framework/DerivedFieldSources.h"
 #include "framework/ModelOutputs.h"
-#include "framework/ModelSelfDescription.h"
 #include "framework/NumberText.h"
 #include "framework/SeededHash.h"
 #include "framework/StringValue.h"
@@ -14,35 +12,9 @@
 #include "table/DelimiterHint.h"
 
 namespace nbscore {
-
-std::optional<FieldsOfInputs> FindFieldsOfInputs(const ScoreModel& model) {
-    const auto* const description = dynamic_cast<const ModelSelfDescription*>(&model);
-    if (description == nullptr) return std::nullopt;
-    const TransformationDictionary* const derived = model.GetTransformationDictionary();
-    FieldsOfInputs fields;
-    std::set<std::string> derivedInputs;
-    for (const ClassifierDescription& classifier : description->Describe().classifiers) {
-        for (const InputDescription& input : classifier.inputs) {
-            const bool isDerived = derived != nullptr && derived->GetVar(input.GetField()) != nullptr;
-            (isDerived ? derivedInputs : fields.asTheyAre).insert(input.GetField());
-        }
-    }
-    if (derived == nullptr) return fields;
-    auto read = FindFieldsOfDerivedFields(*derived, derivedInputs);
-    if (!read) return std::nullopt;
-    fields.ofDerivedInputs = std::move(*read);
-    return fields;
-}
-
 namespace {
 
 constexpr std::uint64_t headerLine = 1;
-
-std::vector<const ScoreDictVar*> GetVariables(const ScoreDictionary* dictionary) {
-    std::vector<ScoreDictVar*> variables;
-    if (dictionary != nullptr) dictionary->GetAllVars(variables);
-    return {variables.begin(), variables.end()};
-}
 
 }  // namespace
 
@@ -51,12 +23,12 @@ CaseBinder::CaseBinder(const ScoreModel& model, const std::vector<std::string>& 
     : source(sourceName),
       options(binderOptions),
       passesTextsOn(!options.badValues && dynamic_cast<const ModelOutputs*>(&model) != nullptr),
-      columnNames(header),
-      predictors(model.GetVarsOfRole(ScoreModel::PredictorRole)) {
+      columnNames(header) {
     IndexHeader();
-    const Fields fields = CollectFields(model);
-    CheckColumns(fields.needed);
-    BindColumns(fields);
+    const auto hasColumn = [this](const std::string& name) { return columnsByName.contains(name); };
+    fields = std::make_unique<const CaseFields>(model, hasColumn);
+    CheckColumns(fields->FindLacking(hasColumn));
+    BindColumns();
 }
 
 void CaseBinder::IndexHeader() {
@@ -70,41 +42,7 @@ void CaseBinder::IndexHeader() {
     }
 }
 
-CaseBinder::Fields CaseBinder::CollectFields(const ScoreModel& model) const {
-    Fields fields{.needed = GetVariables(predictors.get()), .optional = {}};
-    const std::optional<FieldsOfInputs> read = FindFieldsOfInputs(model);
-    SeededSet<std::string> alsoRead;
-    if (const auto* const outputs = dynamic_cast<const ModelOutputs*>(&model)) {
-        for (std::string& name : outputs->GetOptionalFields())
-            alsoRead.insert(std::move(name));
-    }
-    if (!read && alsoRead.empty() && model.GetTransformationDictionary() == nullptr) return fields;
-
-    SeededSet<std::string> taken;
-    for (const ScoreDictVar* field : fields.needed) {
-        taken.insert(field->GetName());
-    }
-    const std::string target = model.GetTargetVar() == nullptr ? std::string() : model.GetTargetVar()->GetName();
-    for (const ScoreDictVar* field : GetVariables(model.GetDictionary())) {
-        const std::string name = field->GetName();
-        const bool isTarget = name == target;
-        const bool isOfDerivedInputs = read && read->ofDerivedInputs.contains(name);
-        const bool isNeeded = isOfDerivedInputs && !isTarget;
-        const bool isTargetOfInputs = isTarget && (isOfDerivedInputs || (read && read->asTheyAre.contains(name)));
-        const bool mayBeRead = alsoRead.contains(name) || (!read && model.GetTransformationDictionary() != nullptr);
-        const bool isOptional = isTargetOfInputs || (mayBeRead && columnsByName.contains(name));
-        if ((!isNeeded && !isOptional) || !taken.insert(name).second) continue;
-        fields.haveTarget = fields.haveTarget || isTarget;
-        (isNeeded ? fields.needed : fields.optional).push_back(field);
-    }
-    return fields;
-}
-
-void CaseBinder::CheckColumns(const std::vector<const ScoreDictVar*>& neededFields) {
-    std::vector<std::string> lacking;
-    for (const ScoreDictVar* field : neededFields) {
-        if (!columnsByName.contains(field->GetName())) lacking.push_back(field->GetName());
-    }
+void CaseBinder::CheckColumns(const std::vector<std::string>& lacking) {
     if (lacking.empty()) return;
     delimiterHint = SuggestDelimiter(columnNames, lacking.front());
     if (options.allowMissingFields) return;
@@ -114,12 +52,10 @@ void CaseBinder::CheckColumns(const std::vector<const ScoreDictVar*>& neededFiel
                             (delimiterHint.empty() ? "" : "; its columns " + delimiterHint));
 }
 
-void CaseBinder::BindColumns(const Fields& fields) {
+void CaseBinder::BindColumns() {
     std::vector<std::string> names;
-    std::vector<const ScoreDictVar*> all = fields.needed;
-    all.insert(all.end(), fields.optional.begin(), fields.optional.end());
     boundColumns.resize(columnNames.size());
-    for (const ScoreDictVar* field : all) {
+    for (const ScoreDictVar* field : fields->GetAll()) {
         const auto position = static_cast<int>(names.size());
         names.push_back(field->GetName());
         const auto column = columnsByName.find(names.back());
@@ -128,7 +64,7 @@ void CaseBinder::BindColumns(const Fields& fields) {
         boundColumns[column->second] = columns.size();
         columns.push_back({column->second, position, numeric, field});
     }
-    record.emplace(names, !fields.haveTarget);
+    record.emplace(names, !fields->HaveTarget());
 }
 
 void CaseBinder::RequireAllCells(std::size_t numCells, std::uint64_t line) const {

@@ -3,31 +3,18 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <set>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "batch/CaseFields.h"
 #include "framework/BaseCaseRecord.h"
 #include "framework/ScoreModel.h"
 #include "framework/SeededHash.h"
 #include "table/TableOptions.h"
 
 namespace nbscore {
-
-/// The names of the data fields that a model's inputs read, including the target where an input reads it.
-struct FieldsOfInputs {
-    /// Inputs that are data fields themselves.
-    std::set<std::string> asTheyAre;
-    /// Fields that derived inputs are computed from, directly or through other derived fields. Derived fields that no
-    /// input uses do not count.
-    std::set<std::string> ofDerivedInputs;
-};
-
-/// Nothing where they are not known: where the model does not describe itself (ModelSelfDescription), or its derived
-/// fields do not (DerivedFieldSources). Takes the time of a description.
-std::optional<FieldsOfInputs> FindFieldsOfInputs(const ScoreModel& model);
 
 /// A cell of a row, and the number of its column, from 0.
 struct PlacedCell {
@@ -37,13 +24,9 @@ struct PlacedCell {
 
 /// Turns the rows of a table into case records for one model.
 ///
-/// A model needs the fields with the predictor role, and those that its derived inputs are computed from, except the
-/// target. The target is used where an input reads it and the table has it, but never required; such records are read
-/// by name, because models keep no position of their target. For a model with derived fields whose inputs are not known
-/// (FindFieldsOfInputs), every field of the dictionary that the table has is used. An empty cell is an absent value.
-/// Cells of numeric fields are read as numbers; a text that the field declares as a missing value is absent. Texts are
-/// taken as they are. A model with output columns (ModelOutputs) also uses its optional fields where the table has
-/// them, and gets texts that are no numbers, to treat them as invalid values.
+/// CaseFields says which columns of a table are needed or used. An empty cell is an absent value. Cells of numeric
+/// fields are read as numbers; a text that the field declares as a missing value is absent. Texts are taken as they
+/// are. A model with output columns (ModelOutputs) gets texts that are no numbers, to treat them as invalid values.
 class CaseBinder {
 public:
     /// @param model borrowed, to outlive the binder.
@@ -77,12 +60,6 @@ public:
     std::optional<double> ReadNumberCell(const BoundColumn& column, std::string_view cell, std::uint64_t line) const;
 
 private:
-    /// The fields to look for in the table.
-    struct Fields {
-        std::vector<const ScoreDictVar*> needed;
-        std::vector<const ScoreDictVar*> optional;
-        bool haveTarget = false;
-    };
     class Record : public BaseCaseRecord {
     public:
         Record(const std::vector<std::string>& names, bool hasPositions)
@@ -94,9 +71,8 @@ private:
     };
 
     void IndexHeader();
-    Fields CollectFields(const ScoreModel& model) const;
-    void BindColumns(const Fields& fields);
-    void CheckColumns(const std::vector<const ScoreDictVar*>& neededFields);
+    void BindColumns();
+    void CheckColumns(const std::vector<std::string>& lacking);
     void BindCell(const BoundColumn& column, std::string_view cell, std::uint64_t line);
 
     std::string source;
@@ -106,7 +82,7 @@ private:
     std::vector<std::string> columnNames;
     std::string delimiterHint;
     SeededMap<std::string_view, std::size_t> columnsByName;
-    std::unique_ptr<ScoreDictionary> predictors;  // owns the variables of the needed columns
+    std::unique_ptr<const CaseFields> fields;  // owns some of the variables of the columns
     std::vector<BoundColumn> columns;
     /// For each column of the table its position in the list above; nothing for an unused column.
     std::vector<std::optional<std::size_t>> boundColumns;

@@ -81,6 +81,7 @@ CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& header, const Sco
       hasInputColumns(!options.onlyScores && !header.empty()),
       numbersNeedQuotes(charactersOfNumbers.find(delimiter) != std::string_view::npos),
       prefix(options.prefix),
+      numReasons(options.reasons.most),
       ranking(options.subModels.best) {
     if (hasInputColumns) columnNames = header;
 }
@@ -88,24 +89,13 @@ CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& header, const Sco
 CsvScoreWriter::CsvScoreWriter(const ScoreDictVar& target, const std::vector<std::string>& header,
                                const std::string& sourceName, const ScoreWriterOptions& options)
     : CsvScoreWriter(header, options) {
-    AddColumn("predicted_" + target.GetName(), Content::Prediction);
-    if (!options.predictionOnly) {
-        AddColumn("confidence", Content::Posterior);
-        const CategoryProbabilities categories(target);
-        for (std::size_t i = 0; i < categories.GetNames().size(); ++i)
-            AddColumn("probability_" + categories.GetNames()[i], Content::Posterior, 1 + i);
-    }
-    AddReasonColumns(options.reasons);
-    RequireDistinctNames(sourceName);
+    AddColumns(ListAddedColumns(target, options), sourceName);
 }
 
 CsvScoreWriter::CsvScoreWriter(const std::vector<OutputColumn>& outputs, const std::vector<std::string>& header,
                                const std::string& sourceName, const ScoreWriterOptions& options)
     : CsvScoreWriter(header, options) {
-    for (std::size_t i = 0; i < outputs.size(); ++i)
-        AddColumn(outputs[i].name, Content::Output, i);
-    AddReasonColumns(options.reasons);
-    RequireDistinctNames(sourceName);
+    AddColumns(ListAddedColumns(outputs, options), sourceName);
 }
 
 CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& names, const std::vector<std::string>& header,
@@ -115,46 +105,22 @@ CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& names, const std:
     for (const std::string& label : labels)
         AppendCsvCell(labelCells.emplace_back(), label, delimiter);
     hasRowForEachSubModel = options.subModels.longRows;
-    if (hasRowForEachSubModel) {
-        AddColumn("model", Content::Label);
-        AddColumn("score", Content::Score);
-        if (!options.predictionOnly) {
-            AddColumn("assessment_mean", Content::Assessment);
-            AddColumn("assessment_std_dev", Content::Assessment, 1);
+    AddColumns(ListAddedColumns(labels, options), sourceName);
+}
+
+void CsvScoreWriter::AddColumns(const std::vector<AddedColumn>& added, const std::string& sourceName) {
+    for (const AddedColumn& column : added) {
+        columnNames.push_back(prefix + column.name);
+        const bool goesOn = !columns.empty() && columns.back().content == column.content &&
+                            columns.back().first + columns.back().count == column.number;
+        if (goesOn) {
+            ++columns.back().count;
+        } else {
+            columns.push_back({column.content, column.number, 1});
         }
-    } else if (options.subModels.best) {
-        for (std::size_t i = 0; i < std::min(*options.subModels.best, labels.size()); ++i) {
-            const std::string place = "best_" + std::to_string(i + 1);
-            AddColumn(place + "_model", Content::Label, i);
-            AddColumn(place + "_score", Content::Score, i);
-        }
-    } else {
-        for (std::size_t i = 0; i < labels.size(); ++i)
-            AddColumn("score_" + labels[i], Content::Score, i);
     }
+    numAddedColumns = added.size();
     RequireDistinctNames(sourceName);
-}
-
-void CsvScoreWriter::AddColumn(const std::string& name, Content content, std::size_t number) {
-    columnNames.push_back(prefix + name);
-    ++numAddedColumns;
-    const bool goesOn =
-        !columns.empty() && columns.back().content == content && columns.back().first + columns.back().count == number;
-    if (goesOn) {
-        ++columns.back().count;
-    } else {
-        columns.push_back({content, number, 1});
-    }
-}
-
-void CsvScoreWriter::AddReasonColumns(const ReasonOptions& reasons) {
-    numReasons = reasons.most;
-    numAddedColumns += cellsOfReason * numReasons;
-    for (std::size_t i = 0; i < numReasons; ++i) {
-        const std::string place = prefix + "reason_" + std::to_string(i + 1);
-        for (const char* part : {"_field", "_value", "_weight"})
-            columnNames.push_back(place + part);
-    }
 }
 
 void CsvScoreWriter::RequireDistinctNames(const std::string& sourceName) const {
@@ -200,7 +166,7 @@ void CsvScoreWriter::AppendInput(std::string& text, const InputRow& input) const
     CsvRow row(text, delimiter);
     for (const std::string_view cell : input.cells)
         row.Add(cell);
-    const bool isWholeRow = columns.empty();
+    const bool isWholeRow = numAddedColumns == 0;
     if (isWholeRow) row.QuoteIfEmpty();
 }
 
@@ -247,25 +213,28 @@ void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std:
             AddNumbers(row, some.count, numbersNeedQuotes, [&](std::size_t i) { return numberOf(some.first + i); });
         };
         switch (some.content) {
-            case Content::Prediction:
+            case AddedColumn::Prediction:
                 AddPrediction(row, scored);
                 break;
-            case Content::Posterior:
+            case AddedColumn::Posterior:
                 AddPosterior(row, scored.confidence, scored.probabilities, numbersNeedQuotes);
                 break;
-            case Content::Output:
+            case AddedColumn::Output:
                 for (std::size_t i = 0; i < some.count; ++i)
                     AddOutput(row, scored.outputs[some.first + i], numbersNeedQuotes);
                 break;
-            case Content::Label:
+            case AddedColumn::Label:
                 for (std::size_t i = 0; i < some.count; ++i)
                     row.AddPlain(labelCells[shown[some.first + i]]);
                 break;
-            case Content::Score:
+            case AddedColumn::Score:
                 addNumbers([&](std::size_t number) { return scored.scores[shown[number]]; });
                 break;
-            case Content::Assessment:
+            case AddedColumn::Assessment:
                 row.AddPlain(assessmentTexts.Get(shown.front(), scored.assessments[shown.front()], appendAssessment));
+                break;
+            case AddedColumn::Reason:
+                // Those stand behind the scores, which may come from memory (AppendReasons).
                 break;
         }
     }

@@ -221,6 +221,16 @@ TEST_P(ScorerOfAnyKind, RefusesDictionariesOfAScorerThatIsGone_WhereverItsSucces
         EXPECT_THROW(BatchScorer(*model).Score(Coded(dictionary), 2, {}), std::invalid_argument);
 }
 
+TEST_P(ScorerOfAnyKind, TakesACodeForNoValue_WhereItsDictionaryHasNone) {
+    const std::uint8_t onlyFirst = 0b01;
+    const InputDictionary dictionary = scorer.MakeDictionary(0, words, {&onlyFirst, 0});
+    std::vector<std::uint64_t> missing(scorer.GetInputsOfPredictors().size());
+    AnswerColumns answers;
+    answers.missing = missing;
+    scorer.Score(Coded(dictionary), 2, answers);
+    EXPECT_EQ(missing.front(), 1u);
+}
+
 TEST_P(ScorerOfAnyKind, RefusesInputsThatDoNotExist) {
     EXPECT_NO_THROW(scorer.MakeDictionary(1, words));
     EXPECT_THROW(scorer.MakeDictionary(2, words), std::out_of_range);

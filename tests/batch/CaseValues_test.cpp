@@ -107,6 +107,48 @@ TEST_F(CaseValuesTest, LooksCodesUp_InTheListOfTheReader) {
     }
 }
 
+template <typename Number>
+class NumbersOfTest : public CaseValuesTest {};
+
+using AllNumbers = testing::Types<double, float, std::int8_t, std::int16_t, std::int32_t, std::int64_t, std::uint8_t,
+                                  std::uint16_t, std::uint32_t, std::uint64_t>;
+TYPED_TEST_SUITE(NumbersOfTest, AllNumbers);
+
+TYPED_TEST(NumbersOfTest, AreTheNumbersThatTheyAreEqualTo) {
+    this->red = "7";
+    this->blue = "100";
+    const PredictorTables* const only = &this->tables;
+    this->rows.emplace(std::span<const PredictorTables* const>(&only, 1));
+    const std::vector<TypeParam> numbers = {7, 8, 100, 7};
+    const std::uint8_t bits = 0b0111;
+    EXPECT_THAT(this->Encode(NumbersOf<TypeParam>{numbers, {&bits, 0}}, 0, 4),
+                ElementsAre(2, unknownRow, 3, missingRow));
+}
+
+template <typename Code>
+class CodesOfTest : public CaseValuesTest {};
+
+using AllCodes = testing::Types<std::int8_t, std::int16_t, std::int32_t, std::int64_t, std::uint8_t, std::uint16_t,
+                                std::uint32_t, std::uint64_t>;
+TYPED_TEST_SUITE(CodesOfTest, AllCodes);
+
+TYPED_TEST(CodesOfTest, AreLookedUp_AndRefusedWhereTheDictionaryHasNone) {
+    std::vector<TypeParam> codes = {0, 1, 2};
+    const CodeColumn<TypeParam> column{codes, &this->dictionary, {}};
+    EXPECT_THAT(this->Encode(column, 0, 3), ElementsAre(3, 2, unknownRow));
+    for (const TypeParam wrong : {TypeParam{3}, std::numeric_limits<TypeParam>::max()}) {
+        codes.back() = wrong;
+        EXPECT_THAT([&] { this->Encode(column, 0, 3); },
+                    ThrowsMessage<std::out_of_range>(HasSubstr("case 2 has the code " + std::to_string(wrong) + ",")));
+    }
+}
+
+TEST_F(CaseValuesTest, LooksTruthValuesUpByTheirBits) {
+    const std::uint8_t bits = 0b1010'0000;
+    const std::uint8_t valid = 0b0111;
+    EXPECT_THAT(Encode(TruthColumn{&bits, 4, 4, &dictionary, {&valid, 0}}, 0, 4), ElementsAre(3, 2, 3, missingRow));
+}
+
 template <typename Code>
 void ExpectRefused(const std::function<void(const Column&)>& encode, const InputDictionary& dictionary, Code code) {
     const std::vector<Code> codes = {0, 0, code, 0};
@@ -173,7 +215,26 @@ TEST_F(CaseValuesTest, RefusesColumnsThatCannotBeRead) {
     const std::vector<std::int64_t> tooFew = {0, 1};
     const InputDictionary ofAnotherInput = Dictionary(scorer, 1, 0, {});
     const InputDictionary ofAnotherScorer = Dictionary(ScorerIdentity(), 0, 0, {});
+    const InputDictionary ofOneValue = Dictionary(scorer, 0, 1, {{missingRow, 2}});
+    const std::uint8_t bits = 0;
+    const std::vector<std::int64_t> wide = {0, (std::int64_t{1} << 53) + 1};
+    const std::vector<std::int64_t> low = {0, -(std::int64_t{1} << 53) - 1};
+    const std::vector<std::uint64_t> high = {0, std::numeric_limits<std::uint64_t>::max()};
+    const std::vector<std::int64_t> widest = {std::int64_t{1} << 53, -(std::int64_t{1} << 53)};
+    const std::uint8_t onlyFirst = 0b01;
     const std::string named = "The column of the input \"colour\" ";
+    EXPECT_EQ(problem(NumbersOf<std::int64_t>{widest, {}}), "");
+    EXPECT_EQ(problem(NumbersOf<std::int64_t>{wide, {&onlyFirst, 0}}), "");
+    EXPECT_EQ(problem(NumbersOf<std::int64_t>{wide, {}}),
+              named + "has the number 9007199254740993 in case 1, which is beyond 53 bits.");
+    EXPECT_EQ(problem(NumbersOf<std::int64_t>{low, {}}),
+              named + "has the number -9007199254740993 in case 1, which is beyond 53 bits.");
+    EXPECT_EQ(problem(NumbersOf<std::uint64_t>{high, {}}),
+              named + "has the number 18446744073709551615 in case 1, which is beyond 53 bits.");
+    EXPECT_EQ(problem(TruthColumn{&bits, 0, 2, &dictionary, {}}), "");
+    EXPECT_EQ(problem(TruthColumn{&bits, 0, 3, &dictionary, {}}), named + "has 3 values for 2 cases.");
+    EXPECT_EQ(problem(TruthColumn{&bits, 0, 2, &ofOneValue, {}}),
+              named + "has truth values, and a dictionary that lacks one of them.");
     EXPECT_EQ(problem(AbsentColumn{}), "");
     EXPECT_EQ(problem(TextColumn<std::int32_t>{"a", fitting, {}}), "");
     EXPECT_EQ(problem(CodeColumn<std::int8_t>{codes, &dictionary, {}}), "");

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <cstddef>
 #include <limits>
 #include <map>
@@ -73,6 +74,36 @@ void OwnedColumn::HoldNumbers(std::span<const CaseValue> values, Randomness& ran
     for (const CaseValue& value : values)
         numbers.push_back(IsAbsent(value) ? filler : std::get<double>(value));
     column = NumberColumn{numbers, validity};
+    if (OneIn(2, random)) HoldAsOtherNumbers(random);
+}
+
+void OwnedColumn::HoldAsOtherNumbers(Randomness& random) {
+    const std::vector<std::function<bool()>> ways = {
+        [this] { return HoldAs(floats); },     [this] { return HoldAs(whole8); },
+        [this] { return HoldAs(whole16); },    [this] { return HoldAs(whole32); },
+        [this] { return HoldAs(whole64); },    [this] { return HoldAs(unsigned8); },
+        [this] { return HoldAs(unsigned16); }, [this] { return HoldAs(unsigned32); },
+        [this] { return HoldAs(unsigned64); }};
+    const auto first = static_cast<std::size_t>(Between(0, static_cast<int>(ways.size()) - 1, random));
+    for (std::size_t i = 0; i < ways.size() && !ways[(first + i) % ways.size()](); ++i) {
+    }
+}
+
+/// Changes nothing where the type does not hold a number with all its bits.
+template <typename Number>
+bool OwnedColumn::HoldAs(std::vector<Number>& held) {
+    constexpr double highest = 9007199254740992.0;
+    for (const double number : numbers) {
+        const bool fits = std::abs(number) <= highest &&
+                          number >= static_cast<double>(std::numeric_limits<Number>::lowest()) &&
+                          number <= static_cast<double>(std::numeric_limits<Number>::max());
+        const auto same = fits ? static_cast<double>(static_cast<Number>(number)) : 0.0;
+        if (!fits || std::bit_cast<std::uint64_t>(same) != std::bit_cast<std::uint64_t>(number)) return false;
+    }
+    for (const double number : numbers)
+        held.push_back(static_cast<Number>(number));
+    column = NumbersOf<Number>{held, validity};
+    return true;
 }
 
 void OwnedColumn::HoldTexts(std::span<const CaseValue> values, Randomness& random) {
@@ -105,38 +136,50 @@ void OwnedColumn::HoldCodes(std::span<const CaseValue> values, const DictionaryM
                             Randomness& random) {
     if (HoldsText(values)) {
         texts = DifferentValues<std::string, std::string>(
-            values, [](const std::string& text) { return text; }, codes32);
+            values, [](const std::string& text) { return text; }, codes);
         if (OneIn(2, random)) texts.push_back("a word of no case");
         views.assign(texts.begin(), texts.end());
         dictionary = dictionaries.ofTexts(views);
     } else {
         numbers = DifferentValues<double, std::uint64_t>(
-            values, [](const double& number) { return std::bit_cast<std::uint64_t>(number); }, codes32);
+            values, [](const double& number) { return std::bit_cast<std::uint64_t>(number); }, codes);
         dictionary = dictionaries.ofNumbers(numbers);
     }
     if (OneIn(2, random)) {
         MarkAbsent(values, random);
         // What no bit calls valid may be any code, even one that the dictionary does not have.
         const bool marked = validity.bits != nullptr;
-        if (marked) std::ranges::replace(codes32, -1, OneIn(2, random) ? -1 : 125);
+        if (marked) std::ranges::replace(codes, -1, OneIn(2, random) ? -1 : 125);
     }
     const std::size_t size = dictionary->GetSize();
     const int narrowest = size < 125 ? 0 : size < 32000 ? 1 : 2;
-    switch (Between(narrowest, 2, random)) {
+    // -1 is no code without a sign.
+    const bool mayBeUnsigned = std::ranges::find(codes, -1) == codes.end();
+    switch (Between(narrowest, 3, random) + (mayBeUnsigned && OneIn(2, random) ? 4 : 0)) {
         case 0:
-            return Shorten(codes8);
+            return HoldCodesAs(whole8);
         case 1:
-            return Shorten(codes16);
+            return HoldCodesAs(whole16);
+        case 2:
+            return HoldCodesAs(whole32);
+        case 3:
+            return HoldCodesAs(whole64);
+        case 4:
+            return HoldCodesAs(unsigned8);
+        case 5:
+            return HoldCodesAs(unsigned16);
+        case 6:
+            return HoldCodesAs(unsigned32);
         default:
-            column = CodeColumn<std::int32_t>{codes32, &*dictionary, validity};
+            return HoldCodesAs(unsigned64);
     }
 }
 
 template <typename Code>
-void OwnedColumn::Shorten(std::vector<Code>& codes) {
-    for (const std::int32_t code : codes32)
-        codes.push_back(static_cast<Code>(code));
-    column = CodeColumn<Code>{codes, &*dictionary, validity};
+void OwnedColumn::HoldCodesAs(std::vector<Code>& held) {
+    for (const std::int32_t code : codes)
+        held.push_back(static_cast<Code>(code));
+    column = CodeColumn<Code>{held, &*dictionary, validity};
 }
 
 }  // namespace nbscore::test

@@ -37,22 +37,33 @@ private:
     template <typename Offset>
     void HoldJoined(std::vector<Offset>& offsets, Randomness& random);
     void HoldCodes(std::span<const CaseValue> values, const DictionaryMaker& dictionaries, Randomness& random);
+    /// Numbers as they are held by any type that holds all of them.
+    void HoldAsOtherNumbers(Randomness& random);
+    template <typename Number>
+    bool HoldAs(std::vector<Number>& held);
     template <typename Code>
-    void Shorten(std::vector<Code>& codes);
+    void HoldCodesAs(std::vector<Code>& codes);
 
     Column column;
     std::vector<std::uint8_t> bits;
     Validity validity;
     std::vector<double> numbers;
+    std::vector<float> floats;
     std::vector<std::string> texts;
     std::vector<std::string_view> views;
     std::string bytes;
     std::vector<std::int32_t> offsets32;
     std::vector<std::int64_t> offsets64;
     std::optional<InputDictionary> dictionary;
-    std::vector<std::int32_t> codes32;
-    std::vector<std::int16_t> codes16;
-    std::vector<std::int8_t> codes8;
+    std::vector<std::int64_t> whole64;
+    std::vector<std::int32_t> whole32;
+    std::vector<std::int16_t> whole16;
+    std::vector<std::int8_t> whole8;
+    std::vector<std::uint64_t> unsigned64;
+    std::vector<std::uint32_t> unsigned32;
+    std::vector<std::uint16_t> unsigned16;
+    std::vector<std::uint8_t> unsigned8;
+    std::vector<std::int32_t> codes;
 };
 
 }  // namespace nbscore::test

@@ -93,6 +93,19 @@ TEST_F(StandardInputs, AreThoseOfPredictors_ThenFieldsThatNoneReads) {
     EXPECT_FALSE(scorer.ReadsDerivedFields());
 }
 
+TEST_F(StandardInputs, AreMissing_WhereADictionaryHasNoValueForACode) {
+    const BatchScorer scorer(model);
+    const std::vector<std::string_view> texts{"yes", "no"};
+    const std::uint8_t onlyFirst = 0b01;
+    const InputDictionary ofColour = scorer.MakeDictionary(0, texts, {&onlyFirst, 0});
+    const std::vector<std::uint8_t> codes{0, 1, 1};
+    std::vector<std::uint64_t> missing(1);
+    AnswerColumns answers;
+    answers.missing = missing;
+    scorer.Score(std::vector<Column>{CodeColumn<std::uint8_t>{codes, &ofColour, {}}, AbsentColumn()}, 3, answers);
+    EXPECT_EQ(missing.front(), 2U);
+}
+
 TEST_F(StandardInputs, AreRefused_WhenTheyDoNotFit) {
     const BatchScorer scorer(model);
     const std::vector<std::string_view> texts{"yes", "no"};

@@ -146,7 +146,8 @@ std::vector<Subject> AllSubjects() {
                                                                   {"Checking", MakeChecking},
                                                                   {"ScoringWithOneResult", MakeScoringWithOneResult},
                                                                   {"ScoringWithNewResults", MakeScoringWithNewResults},
-                                                                  {"ScoringTables", MakeScoringTables}};
+                                                                  {"ScoringTables", MakeScoringTables},
+                                                                  {"CallingC", MakeCallingC}};
     std::vector<Subject> subjects;
     for (const DocumentAndRows& about : AllDocuments()) {
         for (const auto& [name, make] : works) {

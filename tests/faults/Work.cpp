@@ -1,10 +1,15 @@
 #include "faults/Work.h"
 
+#include <cerrno>
 #include <fstream>
+#include <new>
 #include <sstream>
 #include <stdexcept>
 #include <vector>
 
+#include "c/ArrowRows.h"
+#include "c/ArrowTable.h"
+#include "c/Handles.h"
 #include "check/DocumentCheck.h"
 #include "framework/NumberText.h"
 #include "framework/ScoreClsResult.h"
@@ -186,6 +191,95 @@ private:
     std::string table;
 };
 
+/// Throws what a call of the C interface answers as the exception that it stands for.
+void Require(nbscore_error* failure) {
+    const ErrorHandle error(failure);
+    if (error == nullptr) return;
+    if (error->kind == NBSCORE_OUT_OF_MEMORY) throw std::bad_alloc();
+    if (error->kind == NBSCORE_REFUSED || error->kind == NBSCORE_UNREADABLE)
+        throw VeskException(static_cast<VeskException::ExceptionCode>(error->code), error->message);
+    throw std::runtime_error(error->message);
+}
+
+class CallingC : public Work {
+public:
+    explicit CallingC(const DocumentAndRows& about)
+        : document(about.document.string()),
+          rows(ReadRows(ReadWholeFile(about.rows))),
+          table(static_cast<std::int64_t>(rows.size() - 1)) {
+        reading.rule = about.rule == ScoringRule::Standard ? NBSCORE_RULE_STANDARD : NBSCORE_RULE_SMOOTHED;
+        reading.adapt = 1;
+        AddRows(table, rows, *ReadInProcess(about), about.rule, TextShape::Dictionary);
+        table.GetSchema();
+    }
+
+    std::string Do() override {
+        ErrorHandle error;
+        const ModelHandle model = Give<ModelHandle>(error, nbscore_open_file, document.c_str(), &reading);
+        Require(error.release());
+        const TextHandle json = Give<TextHandle>(error, nbscore_describe, model.get());
+        Require(error.release());
+        ArrowScores scores;
+        nbscore_error* failure = nullptr;
+        nbscore_score_schema(model.get(), nullptr, &scores.schema, &failure);
+        Require(failure);
+        nbscore_score(model.get(), nullptr, &table.GetSchema(), &table.GetArray(), &scores.array, &failure);
+        Require(failure);
+        std::string text = json.get();
+        for (std::int64_t entry = 0; entry < scores.array.length; ++entry) {
+            for (const std::string& cell : scores.GetRow(entry))
+                text += cell + ' ';
+        }
+        return text + std::to_string(CountStreamed(model.get()));
+    }
+
+private:
+    /// A stream of the table, which is borrowed again and again.
+    ArrowArrayStream MakeStream() {
+        arraysLeft = 2;
+        ArrowArrayStream stream = {};
+        stream.get_schema = [](ArrowArrayStream* self, ArrowSchema* out) {
+            *out = static_cast<CallingC*>(self->private_data)->table.GetSchema();
+            return 0;
+        };
+        stream.get_next = [](ArrowArrayStream* self, ArrowArray* out) {
+            auto& work = *static_cast<CallingC*>(self->private_data);
+            *out = work.arraysLeft-- > 0 ? work.table.GetArray() : ArrowArray{};
+            return 0;
+        };
+        stream.get_last_error = [](ArrowArrayStream*) -> const char* { return nullptr; };
+        stream.release = [](ArrowArrayStream* self) { self->release = nullptr; };
+        stream.private_data = this;
+        return stream;
+    }
+
+    std::int64_t CountStreamed(const nbscore_model* model) {
+        ArrowArrayStream cases = MakeStream();
+        ArrowArrayStream scores;
+        nbscore_error* failure = nullptr;
+        nbscore_score_stream(model, nullptr, &cases, &scores, &failure);
+        Require(failure);
+        std::int64_t count = 0;
+        int fault = 0;
+        for (bool isAtEnd = false; !isAtEnd && fault == 0;) {
+            ArrowScores next;
+            fault = scores.get_next(&scores, &next.array);
+            isAtEnd = next.array.release == nullptr;
+            count += next.array.length;
+        }
+        scores.release(&scores);
+        if (fault == ENOMEM) throw std::bad_alloc();
+        if (fault != 0) throw std::runtime_error("the stream answers " + std::to_string(fault));
+        return count;
+    }
+
+    std::string document;
+    nbscore_reading reading = NBSCORE_READING_INIT;
+    std::vector<std::vector<std::string>> rows;
+    ArrowTable table;
+    int arraysLeft = 0;
+};
+
 }  // namespace
 
 std::vector<DocumentAndRows> AllDocuments() {
@@ -216,6 +310,10 @@ std::unique_ptr<Work> MakeScoringWithNewResults(const DocumentAndRows& about) {
 }
 std::unique_ptr<Work> MakeScoringTables(const DocumentAndRows& about) {
     return std::make_unique<ScoringTables>(about);
+}
+
+std::unique_ptr<Work> MakeCallingC(const DocumentAndRows& about) {
+    return std::make_unique<CallingC>(about);
 }
 
 }  // namespace nbscore::test

@@ -76,6 +76,53 @@ if(shown_part STREQUAL "" OR place EQUAL -1)
     message(FATAL_ERROR "the README shows what is not in examples/batch/predict.cpp:\n${shown_part}")
 endif()
 
+# The C program, from where it was installed, by CMake and, as C99 and as C++, by pkg-config alone. The page shows what
+# it is and prints.
+set(c_program ${prefix}/share/nbscore/examples/c/score.c)
+file(READ ${C_PAGE} page)
+string(REGEX MATCH "```c\n([^`]*)```" block "${page}")
+set(shown_program "${CMAKE_MATCH_1}")
+string(REGEX MATCH "```text\n([^`]*)```" block "${page}")
+set(shown_output "${CMAKE_MATCH_1}")
+file(READ ${c_program} program)
+if(NOT shown_program STREQUAL program)
+    message(FATAL_ERROR "${C_PAGE} shows another program than examples/c/score.c")
+endif()
+string(REPLACE "." "\\." shown_output "${shown_output}")
+run(COMMAND ${CMAKE_COMMAND} -S ${prefix}/share/nbscore/examples/c -B ${WORK_DIR}/c -G ${GENERATOR}
+    -DCMAKE_C_COMPILER=${C_COMPILER} "-DCMAKE_C_FLAGS=${CXX_FLAGS}" -DCMAKE_PREFIX_PATH=${prefix}
+    -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
+run(COMMAND ${CMAKE_COMMAND} --build ${WORK_DIR}/c)
+if(TOOLCHAIN)
+    file(COPY ${WORK_DIR}/c/score${SUFFIX} DESTINATION ${prefix}/bin)  # the libraries lie there
+    run(COMMAND ${EMULATOR} ${prefix}/bin/score${SUFFIX} ${titanic}/titanic.pmml EXPECT "^${shown_output}$")
+else()
+    run(COMMAND ${WORK_DIR}/c/score ${titanic}/titanic.pmml EXPECT "^${shown_output}$")
+    run(COMMAND ${WORK_DIR}/c/score ${WORK_DIR}/ascii.pmml EXPECT "^${shown_output}$")
+    set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIBDIR}/pkgconfig)
+    execute_process(COMMAND ${PKG_CONFIG} --cflags --libs nbscore OUTPUT_VARIABLE flags
+        OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    separate_arguments(flags UNIX_COMMAND "${flags} ${CXX_FLAGS}")
+    list(APPEND flags -Wall -Wextra -Wpedantic -Werror -Wl,-rpath,${prefix}/${LIBDIR})
+    run(COMMAND ${C_COMPILER} -std=c99 ${c_program} ${flags} -o ${WORK_DIR}/score_c99)
+    run(COMMAND ${WORK_DIR}/score_c99 ${titanic}/titanic.pmml EXPECT "^${shown_output}$")
+    file(WRITE ${WORK_DIR}/describe.cpp [[
+#include <nbscore.h>
+#include <cstdio>
+int main(int, char** argv) {
+    nbscore_model* model = nullptr;
+    char* json = nullptr;
+    if (nbscore_open_file(argv[1], nullptr, &model, nullptr) != NBSCORE_OK) return 1;
+    if (nbscore_describe(model, &json, nullptr) != NBSCORE_OK) return 1;
+    std::puts(json);
+    nbscore_text_free(json);
+    nbscore_close(model);
+}
+]])
+    run(COMMAND ${COMPILER} -std=c++11 ${WORK_DIR}/describe.cpp ${flags} -o ${WORK_DIR}/describe)
+    run(COMMAND ${WORK_DIR}/describe ${titanic}/titanic.pmml EXPECT "\"can_be_scored\": true")
+endif()
+
 if(TOOLCHAIN)
     # The host that loads the plug-in at run time, as Windows does it.
     run(COMMAND ${CMAKE_COMMAND} -S ${prefix}/share/nbscore/examples/windows-host -B ${WORK_DIR}/host ${how})

@@ -164,21 +164,12 @@ LoadedModel ModelArgument::Read(const SourceDocument& source, Console& console, 
     };
     const std::shared_ptr<PluginLibrary> plugin = reading.LoadPlugin();
     const ScoringRule rule = reading.GetRule();
-    try {
-        LoadedModel model = LoadedModel::Read(plugin, source, rule, {.onNotice = takeNotice, .onFault = {}});
-        if (mustScore) model.RequireScorable();
-        if (rule == ScoringRule::Smoothed) Warn(console, plugin, source, model.Get());
-        if (!quiet && !reading.IsRuleGiven()) TellRule(console, source);
-        return model;
-    } catch (VeskException& refusal) {
-        refusal.SetAdvice(AdviseOnRefusal(plugin, source, reading.IsAdapting(), reading.GetLimits(), rule, refusal));
-        throw;
-    } catch (const UnscorableModelError& error) {
-        VeskException refusal(VeskException::InconsistentDocument, error.what(), AdviceAgainst(error.GetKind()));
-        refusal.SetSource(source.GetName());
-        refusal.SetAdvice(AdviseOnRefusal(plugin, source, reading.IsAdapting(), reading.GetLimits(), rule, refusal));
-        throw refusal;
-    }
+    LoadedModel model =
+        ReadWithAdvice(plugin, source, {.rule = rule, .isAdapted = reading.IsAdapting(), .mustScore = mustScore},
+                       {.onNotice = takeNotice, .onFault = {}});
+    if (rule == ScoringRule::Smoothed) Warn(console, plugin, source, model.Get());
+    if (!quiet && !reading.IsRuleGiven()) TellRule(console, source);
+    return model;
 }
 
 LoadedModel ModelArgument::Read(const SourceDocument& source, Console& console, bool quiet) const {

@@ -1,0 +1,260 @@
+/* The C interface of nbscore: scores cases with Naive Bayes models written in PMML.
+ *
+ * A program includes this header and links one library, libnbscore. It holds all that scoring needs, and finds beside
+ * itself what reads unusual documents.
+ *
+ * Handles. An nbscore_model never changes once it is open: any number of threads may use one at once. nbscore_close
+ * ends it; no thread may then be inside a call with it. A stream of scores keeps what it needs of the model.
+ *
+ * Failure. A call that can fail returns NBSCORE_OK or the kind of the error. Nothing is thrown across this border, a
+ * call that fails leaves nothing behind, and what it would have made is null or released. Where `error` is not null,
+ * *error becomes null, or the error, which the caller frees with nbscore_error_free.
+ *
+ * Texts are UTF-8 and end in a zero.
+ *
+ * Options. A struct of options begins with its own size, which tells a newer library how much of it an older program
+ * knows: start from the struct's NBSCORE_..._INIT. A null pointer stands for that too.
+ */
+#ifndef NBSCORE_H
+#define NBSCORE_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+/* Grows when something that a program may rely on changes; what is only added does not change it. */
+#define NBSCORE_ABI 1
+
+#if defined(_WIN32) && defined(NBSCORE_BUILDING)
+#define NBSCORE_CALL __declspec(dllexport)
+#elif defined(_WIN32)
+#define NBSCORE_CALL __declspec(dllimport)
+#elif defined(__GNUC__)
+#define NBSCORE_CALL __attribute__((visibility("default")))
+#else
+#define NBSCORE_CALL
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- The Arrow C data and stream interfaces, as their page defines them ---------------------------------------- */
+
+#ifndef ARROW_C_DATA_INTERFACE
+#define ARROW_C_DATA_INTERFACE
+
+#define ARROW_FLAG_DICTIONARY_ORDERED 1
+#define ARROW_FLAG_NULLABLE 2
+#define ARROW_FLAG_MAP_KEYS_SORTED 4
+
+struct ArrowSchema {
+    const char* format;
+    const char* name;
+    const char* metadata;
+    int64_t flags;
+    int64_t n_children;
+    struct ArrowSchema** children;
+    struct ArrowSchema* dictionary;
+    void (*release)(struct ArrowSchema*);
+    void* private_data;
+};
+
+struct ArrowArray {
+    int64_t length;
+    int64_t null_count;
+    int64_t offset;
+    int64_t n_buffers;
+    int64_t n_children;
+    const void** buffers;
+    struct ArrowArray** children;
+    struct ArrowArray* dictionary;
+    void (*release)(struct ArrowArray*);
+    void* private_data;
+};
+
+#endif /* ARROW_C_DATA_INTERFACE */
+
+#ifndef ARROW_C_STREAM_INTERFACE
+#define ARROW_C_STREAM_INTERFACE
+
+struct ArrowArrayStream {
+    int (*get_schema)(struct ArrowArrayStream*, struct ArrowSchema* out);
+    int (*get_next)(struct ArrowArrayStream*, struct ArrowArray* out);
+    const char* (*get_last_error)(struct ArrowArrayStream*);
+    void (*release)(struct ArrowArrayStream*);
+    void* private_data;
+};
+
+#endif /* ARROW_C_STREAM_INTERFACE */
+
+/* ---- The library ------------------------------------------------------------------------------------------------ */
+
+/* NBSCORE_ABI of the library that is running. A program can use it where this is its own. Any thread. */
+NBSCORE_CALL uint32_t nbscore_abi(void);
+/* The library's version, such as "0.1.0". Never freed. Any thread. */
+NBSCORE_CALL const char* nbscore_version(void);
+
+/* ---- Errors ----------------------------------------------------------------------------------------------------- */
+
+/* What a call returns, and the kind of an error. */
+enum {
+    NBSCORE_OK = 0,
+    /* The document cannot be scored: `code` and the place say why and where. */
+    NBSCORE_REFUSED = 1,
+    /* The cases do not fit the model: a column that lacks, or that holds what its field cannot. */
+    NBSCORE_BAD_CASES = 2,
+    /* A file or a stream cannot be read. */
+    NBSCORE_UNREADABLE = 3,
+    /* An argument is null that may not be, or an option has a value that it does not know. */
+    NBSCORE_BAD_ARGUMENT = 4,
+    NBSCORE_OUT_OF_MEMORY = 5,
+    /* `is_cancelled` answered that the work is no longer wanted. */
+    NBSCORE_CANCELLED = 6,
+    /* Something else; a fault of the library or of the system. */
+    NBSCORE_FAILED = 7
+};
+
+typedef struct nbscore_error {
+    int32_t kind;
+    /* Of a refused document the number of the refusal, from 1 on (docs/documents.md); else 0. */
+    int32_t code;
+    /* Where in the document the fault stands, from 1; 0 where that is not known. */
+    uint64_t line;
+    uint64_t column;
+    /* None of these is null; what is not known is empty. */
+    const char* message;
+    /* What to do about it. */
+    const char* advice;
+    /* The document, as the caller named it. */
+    const char* file;
+    /* The element at fault, such as "/PMML/NaiveBayesModel[1]/BayesInputs[1]". */
+    const char* path;
+} nbscore_error;
+
+/* Frees an error; null is none. Any thread. */
+NBSCORE_CALL void nbscore_error_free(nbscore_error* error);
+
+/* ---- Documents and models --------------------------------------------------------------------------------------- */
+
+enum {
+    /* The engine's own rule, the command's --rule smoothed. */
+    NBSCORE_RULE_SMOOTHED = 0,
+    /* The rule of the PMML standard, --rule standard. */
+    NBSCORE_RULE_STANDARD = 1
+};
+
+/* How a document is read. */
+typedef struct nbscore_reading {
+    /* sizeof(nbscore_reading) */
+    size_t size;
+    int32_t rule;
+    /* 1: rewrite what newer producers write into what is read here, as the command's --adapt does; 0: do not. */
+    int32_t adapt;
+    /* By the standard's rule, 1: raise only densities that are exactly 0, the command's --densities plain; 0: raise
+     * those below the threshold. */
+    int32_t plain_densities;
+    int32_t reserved;
+    /* Bytes of memory that one document may take while it is read; 0: half of what the process may have. */
+    uint64_t max_memory;
+    /* Bytes that a document may have; 0: any number. */
+    uint64_t max_document_bytes;
+    /* Asked every few milliseconds while a document is read, and at the beginning of each array of cases, on the thread
+     * that does the work: other than 0 ends it. Null: never. It stays with the model, and may not throw. */
+    int (*is_cancelled)(void* cancel_data);
+    void* cancel_data;
+} nbscore_reading;
+
+#define NBSCORE_READING_INIT \
+    { sizeof(nbscore_reading), NBSCORE_RULE_SMOOTHED, 0, 0, 0, 0, 0, NULL, NULL }
+
+typedef struct nbscore_model nbscore_model;
+
+/* Reads the model of a document. One that cannot score every case is refused.
+ * path, name: of the file; what errors call bytes in memory.
+ * bytes: borrowed for the call; null only with size 0.
+ * reading: may be null.
+ * model: gets the model, which the caller ends with nbscore_close; null when the call fails.
+ * Any thread. */
+NBSCORE_CALL int32_t nbscore_open_file(const char* path, const nbscore_reading* reading, nbscore_model** model,
+                                       nbscore_error** error);
+NBSCORE_CALL int32_t nbscore_open_memory(const void* bytes, size_t size, const char* name,
+                                         const nbscore_reading* reading, nbscore_model** model, nbscore_error** error);
+/* Frees a model; null is none. On one thread, and on none while another is inside a call with the model. */
+NBSCORE_CALL void nbscore_close(nbscore_model* model);
+
+/* What the model holds, as JSON, in the form of `nbscore check --format json`. Its problems are remarks on the model
+ * alone, and of the other rule it says nothing: nbscore_check_file tells all.
+ * json: gets the text, which the caller frees with nbscore_text_free; null when the call fails.
+ * Any number of threads at once. */
+NBSCORE_CALL int32_t nbscore_describe(const nbscore_model* model, char** json, nbscore_error** error);
+
+/* What a document holds and all that is wrong with it, as JSON: what `nbscore check --format json` writes. A document
+ * that is refused is no error here: the JSON says so. The arguments are those of the calls above. Any thread. */
+NBSCORE_CALL int32_t nbscore_check_file(const char* path, const nbscore_reading* reading, char** json,
+                                        nbscore_error** error);
+NBSCORE_CALL int32_t nbscore_check_memory(const void* bytes, size_t size, const char* name,
+                                          const nbscore_reading* reading, char** json, nbscore_error** error);
+
+/* Frees a text that a call gave; null is none. Any thread. */
+NBSCORE_CALL void nbscore_text_free(char* text);
+
+/* ---- Columns of cases ------------------------------------------------------------------------------------------- */
+
+/* How cases are scored. */
+typedef struct nbscore_scoring {
+    /* sizeof(nbscore_scoring) */
+    size_t size;
+    /* 0: by the standard's rule, the columns that the document's Output asks for, where it does; 1: the usual ones, as
+     * the command's --columns usual. */
+    int32_t usual_columns;
+    /* 1: the prediction alone, as --prediction-only. */
+    int32_t prediction_only;
+    /* 1: a column that the model needs and the cases lack is absent in every case, as --allow-missing-fields; 0: it is
+     * an error. */
+    int32_t lacking_as_absent;
+    int32_t reserved;
+    /* Of a set of sub-models, only so many of each case's highest scores, as --best; 0: all. */
+    uint64_t best;
+} nbscore_scoring;
+
+#define NBSCORE_SCORING_INIT \
+    { sizeof(nbscore_scoring), 0, 0, 0, 0, 0 }
+
+/* The schema of the scores: a struct of the columns that `nbscore score` adds to a table, by its names and in its order.
+ * Predictions, texts of an Output and names of sub-models are utf8 ("u"); all else is float64 ("g"), the prediction of a
+ * target that holds numbers too. Any value may be absent.
+ * schema: its content is not looked at; gets the schema, which the caller releases; released when the call fails.
+ * Any number of threads at once. */
+NBSCORE_CALL int32_t nbscore_score_schema(const nbscore_model* model, const nbscore_scoring* scoring,
+                                          struct ArrowSchema* schema, nbscore_error** error);
+
+/* Scores cases.
+ * cases: a struct array with a column for each field that the model needs, in any order. Other columns are passed over.
+ *     Of a column that is read, the type is utf8 or large utf8, a whole number of 8 to 64 bits with a sign or without,
+ *     float32, float64, bool, null, or a dictionary of numbers or texts with indices of any whole type. Among texts a
+ *     number is taken by its digits, and a truth value as "true" or "false". Among numbers a truth value is 1 or 0, and
+ *     texts are refused; only by the standard's rule they are the numbers that they hold, or invalid. An empty text is a
+ *     value, other than in a table. Whole numbers beyond 53 bits are refused. Nothing is copied and nothing released:
+ *     schema and array stay the caller's. How long a buffer is cannot be seen from here; all else is checked.
+ * Derived fields of the document are computed; their columns are never given.
+ * scores: its content is not looked at; gets the scores, a struct array of nbscore_score_schema's schema with as many
+ *     entries as there are cases, which the caller releases, on any thread; released when the call fails.
+ * Any number of threads at once, each with cases of its own. */
+NBSCORE_CALL int32_t nbscore_score(const nbscore_model* model, const nbscore_scoring* scoring,
+                                   const struct ArrowSchema* schema, const struct ArrowArray* cases,
+                                   struct ArrowArray* scores, nbscore_error** error);
+
+/* Makes a stream of scores of a stream of cases: each array is scored when its scores are asked for.
+ * cases: taken over where the call succeeds, and then released with the stream of scores; else it stays the caller's.
+ * scores: its content is not looked at; gets the stream, which the caller releases. It does not need the model's handle
+ *     any more. Its get_next answers EINVAL for cases that do not fit, ENOMEM, ECANCELED, EIO for anything else, or what
+ *     the stream of cases answered; get_last_error tells more. Used by one thread at a time. */
+NBSCORE_CALL int32_t nbscore_score_stream(const nbscore_model* model, const nbscore_scoring* scoring,
+                                          struct ArrowArrayStream* cases, struct ArrowArrayStream* scores,
+                                          nbscore_error** error);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* NBSCORE_H */

@@ -1,0 +1,160 @@
+// Documents, most of them random, through the C interface: columns must have the scores that the table of the same
+// cases has.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "c/ArrowRows.h"
+#include "c/ArrowTable.h"
+#include "c/Handles.h"
+#include "cases/CaseTable.h"
+#include "host/LoadedModel.h"
+#include "support/TextSink.h"
+#include "support/WholeFile.h"
+#include "support/documents/RandomDerivedDocument.h"
+#include "support/documents/RandomDocument.h"
+#include "support/documents/RandomSet.h"
+#include "table/TableScorer.h"
+
+namespace nbscore::test {
+namespace {
+
+constexpr int documentsOfEachKind = 100;
+constexpr int casesOfDocument = 30;
+
+using Rows = std::vector<std::vector<std::string>>;
+
+/// Cases of a document, and how they are scored.
+struct Subject {
+    std::string document;
+    std::string csv;
+    ScoringRule rule = ScoringRule::Smoothed;
+    nbscore_scoring scoring = NBSCORE_SCORING_INIT;
+};
+
+Rows ScoreAsTable(LoadedModel& model, const Subject& subject) {
+    std::istringstream stream(subject.csv);
+    TextSink sink;
+    TableScorerOptions options;
+    options.output.onlyScores = true;
+    if (subject.scoring.usual_columns != 0) options.output.columns = ResultColumns::Usual;
+    options.output.predictionOnly = subject.scoring.prediction_only != 0;
+    if (subject.scoring.best != 0) options.output.subModels.best = subject.scoring.best;
+    ScoreTable(model.Get(), stream, "rows.csv", sink, options, nullptr);
+    return ReadRows(sink.text);
+}
+
+Rows ScoreAsColumns(const ScoreModel& model, const Subject& subject, TextShape shape) {
+    nbscore_reading reading = NBSCORE_READING_INIT;
+    reading.rule = subject.rule == ScoringRule::Standard ? NBSCORE_RULE_STANDARD : NBSCORE_RULE_SMOOTHED;
+    ErrorHandle error;
+    const ModelHandle opened = Give<ModelHandle>(error, nbscore_open_memory, subject.document.data(),
+                                                 subject.document.size(), "a document", &reading);
+    if (error != nullptr) return {{error->message}};
+    const Rows rows = ReadRows(subject.csv);
+    ArrowTable table(static_cast<std::int64_t>(rows.size() - 1));
+    AddRows(table, rows, model, subject.rule, shape);
+    ArrowScores scores;
+    nbscore_error* failure = nullptr;
+    nbscore_score(opened.get(), &subject.scoring, &table.GetSchema(), &table.GetArray(), &scores.array, &failure);
+    error.reset(failure);
+    if (error != nullptr) return {{error->message}};
+    nbscore_score_schema(opened.get(), &subject.scoring, &scores.schema, nullptr);
+    Rows scored = {scores.GetNames()};
+    for (std::int64_t entry = 0; entry < scores.array.length; ++entry)
+        scored.push_back(scores.GetRow(entry));
+    return scored;
+}
+
+void ExpectScoredAlike(const Subject& subject, int number) {
+    SCOPED_TRACE("document " + std::to_string(number) + ":\n" + subject.document + "\n" + subject.csv);
+    const auto plugin = PluginLibrary::Load(NAIVEBAYES_PLUGIN);
+    std::istringstream source(subject.document);
+    LoadedModel model(
+        plugin, std::unique_ptr<ScoreModel>(plugin->MakeTranslator(subject.rule)->ParseFromTree(source, "UTF-8")));
+    const Rows columns = ScoreAsColumns(model.Get(), subject, static_cast<TextShape>(number % 3));
+    ASSERT_EQ(ScoreAsTable(model, subject), columns);
+}
+
+TEST(CRandomColumns, AreScoredAsTheirTableIs_BySingleClassifiers) {
+    Randomness random(1);
+    for (int number = 0; number < documentsOfEachKind && !HasFatalFailure(); ++number) {
+        const RandomDocument made = MakeRandomDocument(random);
+        const auto cases = DrawEach(casesOfDocument, [&] { return MakeRandomCase(made, random); });
+        ExpectScoredAlike({made.text, CsvTableText(made.inputs, cases)}, number);
+    }
+}
+
+TEST(CRandomColumns, AreScoredAsTheirTableIs_WhereInputsAreDerived) {
+    Randomness random(2);
+    for (int number = 0; number < documentsOfEachKind && !HasFatalFailure(); ++number) {
+        const RandomDerivedDocument made = MakeRandomDerivedDocument(random);
+        const auto cases = DrawEach(casesOfDocument, [&] { return MakeRandomDerivedCase(made, random); });
+        ExpectScoredAlike({made.document.text, CsvTableText(made.columns, cases)}, number);
+    }
+}
+
+TEST(CRandomColumns, AreScoredAsTheirTableIs_BySetsOfSubModels) {
+    Randomness random(3);
+    for (int number = 0; number < documentsOfEachKind && !HasFatalFailure(); ++number) {
+        const RandomSet made = MakeRandomSet(random);
+        if (made.subModels.empty()) continue;  // a table has no lines without columns
+        const auto cases = DrawEach(casesOfDocument, [&] { return MakeRandomSetCase(made, random); });
+        Subject subject{made.text, CsvTableText(made.columns, cases)};
+        ExpectScoredAlike(subject, number);
+        subject.scoring.best = 3;
+        ExpectScoredAlike(subject, number);
+    }
+}
+
+/// Treated values, inputs derived from them, cases without a result.
+TEST(CStandardColumns, AreScoredAsTheirTableIs_WhicheverColumnsAreAskedFor) {
+    const std::string cases = NBSCORE_CASES_DIR;
+    for (const std::string& folder :
+         {cases + "/standard-cases-without-a-result", cases + "/standard-densities-counts-and-an-output"}) {
+        Subject subject{ReadWholeFile(folder + "/document.pmml"), ReadWholeFile(folder + "/rows.csv"),
+                        ScoringRule::Standard};
+        for (int number = 0; number < 12; ++number) {
+            subject.scoring.usual_columns = number / 3 % 2;
+            subject.scoring.prediction_only = number / 6;
+            ExpectScoredAlike(subject, number);
+        }
+    }
+}
+
+TEST(CStandardColumns, HaveInputsDerivedFromTreatedValues) {
+    const Subject subject{R"(<PMML version="4.4" xmlns="http://www.dmg.org/PMML-4_4"><Header/>
+<DataDictionary numberOfFields="2">
+  <DataField name="height" optype="continuous" dataType="double"/>
+  <DataField name="answer" optype="categorical" dataType="string"><Value value="no"/><Value value="yes"/></DataField>
+</DataDictionary>
+<TransformationDictionary>
+  <DerivedField name="is tall" optype="categorical" dataType="string">
+    <Apply function="if"><Apply function="greaterThan"><FieldRef field="height"/><Constant>2</Constant></Apply>
+      <Constant>tall</Constant><Constant>short</Constant></Apply>
+  </DerivedField>
+</TransformationDictionary>
+<NaiveBayesModel functionName="classification" threshold="0.1">
+  <MiningSchema>
+    <MiningField name="height" missingValueReplacement="3" outliers="asExtremeValues" lowValue="0" highValue="1.5"/>
+    <MiningField name="answer" usageType="target"/>
+  </MiningSchema>
+  <BayesInputs><BayesInput fieldName="is tall">
+    <PairCounts value="tall"><TargetValueCounts><TargetValueCount value="no" count="1"/>
+      <TargetValueCount value="yes" count="9"/></TargetValueCounts></PairCounts>
+    <PairCounts value="short"><TargetValueCounts><TargetValueCount value="no" count="7"/>
+      <TargetValueCount value="yes" count="2"/></TargetValueCounts></PairCounts>
+  </BayesInput></BayesInputs>
+  <BayesOutput fieldName="answer"><TargetValueCounts><TargetValueCount value="no" count="8"/>
+    <TargetValueCount value="yes" count="11"/></TargetValueCounts></BayesOutput>
+</NaiveBayesModel></PMML>)",
+                          "height\n1\n5\n\"\"\n", ScoringRule::Standard};
+    ExpectScoredAlike(subject, 0);
+}
+
+}  // namespace
+}  // namespace nbscore::test
