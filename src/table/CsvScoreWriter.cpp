@@ -20,6 +20,9 @@ namespace {
 /// Nothing keeps a delimiter from being one of these.
 constexpr std::string_view charactersOfNumbers = "+-.0123456789aefin";
 
+/// The predictor, its value and its weight.
+constexpr std::size_t cellsOfReason = 3;
+
 /// The system-missing number's cell is empty.
 char* WriteNumberCell(char* to, double number) {
     return MCMV::IsMissing(number) ? to : WriteNumber(to, number);
@@ -92,6 +95,7 @@ CsvScoreWriter::CsvScoreWriter(const ScoreDictVar& target, const std::vector<std
         for (std::size_t i = 0; i < categories.GetNames().size(); ++i)
             AddColumn("probability_" + categories.GetNames()[i], Content::Posterior, 1 + i);
     }
+    AddReasonColumns(options.reasons);
     RequireDistinctNames(sourceName);
 }
 
@@ -100,6 +104,7 @@ CsvScoreWriter::CsvScoreWriter(const std::vector<OutputColumn>& outputs, const s
     : CsvScoreWriter(header, options) {
     for (std::size_t i = 0; i < outputs.size(); ++i)
         AddColumn(outputs[i].name, Content::Output, i);
+    AddReasonColumns(options.reasons);
     RequireDistinctNames(sourceName);
 }
 
@@ -142,6 +147,16 @@ void CsvScoreWriter::AddColumn(const std::string& name, Content content, std::si
     }
 }
 
+void CsvScoreWriter::AddReasonColumns(const ReasonOptions& reasons) {
+    numReasons = reasons.most;
+    numAddedColumns += cellsOfReason * numReasons;
+    for (std::size_t i = 0; i < numReasons; ++i) {
+        const std::string place = prefix + "reason_" + std::to_string(i + 1);
+        for (const char* part : {"_field", "_value", "_weight"})
+            columnNames.push_back(place + part);
+    }
+}
+
 void CsvScoreWriter::RequireDistinctNames(const std::string& sourceName) const {
     const std::size_t inputColumns = columnNames.size() - numAddedColumns;
     SeededSet<std::string_view> taken;
@@ -166,11 +181,13 @@ void CsvScoreWriter::AppendCase(std::string& text, const InputRow& input, const 
     if (!hasRowForEachSubModel) {
         AppendInput(text, input);
         AppendScores(text, scored);
+        AppendEnd(text);
         return;
     }
     for (const std::size_t position : ranking.Rank(scored.scores)) {
         AppendInput(text, input);
         AppendRow(text, scored, std::span(&position, 1));
+        AppendEnd(text);
     }
 }
 
@@ -203,7 +220,18 @@ void CsvScoreWriter::AddPrediction(CsvRow& row, const ScoredCase& scored) {
     row.AddPlain(*cell);
 }
 
-/// Appends the added columns' cells, behind those of the input, and ends the row.
+void CsvScoreWriter::AppendReasons(std::string& text, std::span<const WrittenReason> reasons) const {
+    CsvRow row(text, delimiter, true);
+    for (const auto& [predictor, value, weight] : reasons) {
+        row.Add(predictor);
+        row.Add(value);
+        row.Add(weight);
+    }
+    for (std::size_t empty = cellsOfReason * (numReasons - reasons.size()); empty > 0; --empty)
+        row.AddPlain({});
+}
+
+/// Appends the added columns' cells, behind those of the input.
 /// @param shown the positions of the sub-models that the row shows.
 void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown) {
     CsvRow row(text, delimiter, hasInputColumns);
@@ -241,7 +269,7 @@ void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std:
                 break;
         }
     }
-    row.End();
+    if (!hasInputColumns) row.QuoteIfEmpty();
 }
 
 }  // namespace nbscore

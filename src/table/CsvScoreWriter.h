@@ -16,7 +16,9 @@ namespace nbscore {
 /// Writes scored cases as CSV: the input's columns, unless they are left out, and then those that scoring adds.
 class CsvScoreWriter : public ScoreWriter {
 public:
-    /// For a single classifier: `predicted_<target>`, `confidence` and `probability_<category>` for each target category.
+    /// For a single classifier: `predicted_<target>`, `confidence` and `probability_<category>` for each target category;
+    /// behind them, where reasons are asked for, `reason_1_field`, `reason_1_value`, `reason_1_weight`, `reason_2_field`
+    /// and so on.
     /// @param header the input's column names. Throws CaseDataError, naming the column and the way out (a prefix), when
     ///     an added column's name is taken.
     CsvScoreWriter(const ScoreDictVar& target, const std::vector<std::string>& header, const std::string& sourceName,
@@ -39,6 +41,9 @@ public:
     bool HasScoresBehindInput() const override { return !hasRowForEachSubModel; }
     void AppendInput(std::string& text, const InputRow& input) const override;
     void AppendScores(std::string& text, const ScoredCase& scored) override;
+    /// Three cells for each of the reasons that are asked for; empty ones where the case has fewer.
+    void AppendReasons(std::string& text, std::span<const WrittenReason> reasons) const override;
+    void AppendEnd(std::string& text) const override { text += '\n'; }
 
 private:
     enum class Content { Prediction, Posterior, Output, Label, Score, Assessment };
@@ -55,6 +60,7 @@ private:
 
     CsvScoreWriter(const std::vector<std::string>& header, const ScoreWriterOptions& options);
     void AddColumn(const std::string& name, Content content, std::size_t number = 0);
+    void AddReasonColumns(const ReasonOptions& reasons);
     void RequireDistinctNames(const std::string& sourceName) const;
     void AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown);
     void AddPrediction(CsvRow& row, const ScoredCase& scored);
@@ -64,10 +70,13 @@ private:
     bool numbersNeedQuotes;
     bool hasRowForEachSubModel = false;
     std::string prefix;
-    /// The input's, as far as they are written, and those that are added.
+    /// The input's, as far as they are written, and those that are added, of reasons last.
     std::vector<std::string> columnNames;
     std::vector<Columns> columns;
+    /// With those of reasons.
     std::size_t numAddedColumns = 0;
+    /// How many reasons a case has cells for.
+    std::size_t numReasons = 0;
     /// The sub-models' labels, in quotes where they need them.
     std::vector<std::string> labelCells;
     /// What is written for each predicted category that was met so far.
