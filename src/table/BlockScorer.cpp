@@ -214,11 +214,14 @@ void BatchBlockScorer::ReadRows(CsvRowReader& rows) {
     cases.lines.clear();
     asWritten.clear();
     rows.ForgetRows();
-    while (cases.Count() < casesAtOnce && rows.ReadRowBehind()) {
+    while (cases.Count() < casesAtOnce) {
+        if (rows.ReadPlainRowsBehind(casesAtOnce - cases.Count(), numColumns, asWritten, cases.lines) > 0) continue;
+        if (!rows.ReadRowBehind()) break;
         coder.RequireAllCells(rows.CountCells(), rows.GetRowLine());
-        asWritten.push_back(copiesRows ? rows.GetAsWritten() : std::string_view());
+        asWritten.push_back(rows.GetAsWritten());
         cases.lines.push_back(rows.GetRowLine());
     }
+    if (!copiesRows) std::ranges::fill(asWritten, std::string_view());
 }
 
 /// Of a case that is to be scored. Valid until the next call.
