@@ -41,6 +41,9 @@ public:
     /// Three cells for each of the reasons that are asked for; empty ones where the case has fewer.
     void AppendReasons(std::string& text, std::span<const WrittenReason> reasons) const override;
     void AppendEnd(std::string& text) const override { text += '\n'; }
+    /// None for rows in which numbers need quotes, for sub-models in another order, and for reasons and a document's
+    /// own columns.
+    std::unique_ptr<CsvBatchWriter> MakeBatchWriter() const override;
 
 private:
     /// Some columns that scoring adds, side by side and of the same content.

@@ -82,6 +82,18 @@ TEST(CellMemory, TwoTextsOfOnePlaceStayRemembered_WhicheverIsMetLast) {
         EXPECT_EQ(Recall(memory, "text " + std::to_string(i)), i);
 }
 
+TEST(CellMemory, FindsEachOfAFewTextsAtOnce) {
+    for (FactorRow texts = 1; texts <= 60; ++texts) {
+        CellMemory memory;
+        for (FactorRow i = 0; i < texts; ++i)
+            Keep(memory, "text " + std::to_string(i), i);
+        for (FactorRow i = 0; i < texts; ++i) {
+            const PlacedText text("text " + std::to_string(i), 'x');
+            ASSERT_EQ(memory.FindLatest(text.Get()), i) << texts;
+        }
+    }
+}
+
 std::optional<std::size_t> ReadWhole(const std::string& text, char behind = '7') {
     return WholeNumberMemory::Read(PlacedText(text, behind).Get());
 }
