@@ -117,9 +117,9 @@ private:
         place = entry;
         return true;
     }
-    /// Gives each text a place of its own, the new one included, by another multiplier or among more places. Where there
-    /// are too many texts for that, each has its place among the most, and shares it with the next one of that place:
-    /// else two frequent ones could drive each other out for ever.
+    /// Gives each text a place of its own, the new one included, by another multiplier or among more places. Where
+    /// there are too many texts for that, each has its place among the most, and shares it with the next one of that
+    /// place: else two frequent ones could drive each other out for ever.
     void Arrange(const Entry& added) {
         std::vector<Entry> entries = {added};
         for (const Entry& entry : latest) {

@@ -12,8 +12,8 @@
 
 namespace nbscore {
 
-/// What scoring gave for some cases: of a single classifier what is predicted, and for each category a probability; of a
-/// set a score for each sub-model. Everything is borrowed.
+/// What scoring gave for some cases: of a single classifier what is predicted, and for each category a probability; of
+/// a set a score for each sub-model. Everything is borrowed.
 struct ScoredBatch {
     /// The values that are predicted, and for each case which one. Empty of a set.
     std::span<const std::unique_ptr<const ScoreValue>> predictions;

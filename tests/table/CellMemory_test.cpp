@@ -84,13 +84,12 @@ TEST(CellMemory, TwoTextsOfOnePlaceStayRemembered_WhicheverIsMetLast) {
 
 TEST(CellMemory, FindsEachOfAFewTextsAtOnce) {
     for (FactorRow texts = 1; texts <= 60; ++texts) {
+        const auto textOf = [texts](FactorRow i) { return std::to_string(7919 * (texts + 1) * (i + 3) % 100'003); };
         CellMemory memory;
         for (FactorRow i = 0; i < texts; ++i)
-            Keep(memory, "text " + std::to_string(i), i);
-        for (FactorRow i = 0; i < texts; ++i) {
-            const PlacedText text("text " + std::to_string(i), 'x');
-            ASSERT_EQ(memory.FindLatest(text.Get()), i) << texts;
-        }
+            Keep(memory, textOf(i), i);
+        for (FactorRow i = 0; i < texts; ++i)
+            ASSERT_EQ(memory.FindLatest(PlacedText(textOf(i), 'x').Get()), i) << texts;
     }
 }
 
