@@ -4,6 +4,7 @@
 
 #include "c/Failure.h"
 #include "standardtranslator/GiveMyStandardTranslator.h"
+#include "table/ModelResults.h"
 #include "translator/GiveMyTranslator.h"
 
 namespace nbscore {
@@ -43,6 +44,10 @@ LoadedModel OpenModel::Read(const DocumentOrigin& origin, const ReadingOptions& 
     toTell.rule = options.rule;
     if (options.adapts) toTell.adaptations = source.Adapt();
     toTell.applicationVersion = source.ReadApplicationVersion();
+    return ReadScorable(source, options);
+}
+
+LoadedModel OpenModel::ReadScorable(const SourceDocument& source, const ReadingOptions& options) {
     LoadedModel model = ReadWithAdvice(GetLinkedPlugin(), source,
                                        {.rule = options.rule, .isAdapted = options.adapts, .mustScore = true});
     if (auto* const densities = dynamic_cast<ModelDensities*>(&model.Get()))
@@ -51,7 +56,15 @@ LoadedModel OpenModel::Read(const DocumentOrigin& origin, const ReadingOptions& 
 }
 
 OpenModel::OpenModel(const DocumentOrigin& origin, const ReadingOptions& options)
-    : limits(options.limits), model(Read(origin, options, ofDocument)), scorer(model.Get()) {}
+    : limits(options.limits),
+      model(Read(origin, options, ofDocument)),
+      scorer(model.Get()),
+      answered(NameAnswers(scorer, model.Get())) {}
+
+std::vector<std::string> OpenModel::NameAnswers(const SourceScorer& scorer, const ScoreModel& model) {
+    if (scorer.GetBatchScorer().IsSet()) return LabelSubModels(scorer.GetBatchScorer().GetSubModels());
+    return CategoryProbabilities(*model.GetTargetVar()).GetNames();
+}
 
 std::string OpenModel::Describe() const {
     return WriteChecksAsJson({DescribeLoaded(model.Get(), ofDocument)});

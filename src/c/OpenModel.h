@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "batch/SourceScorer.h"
 #include "c/nbscore.h"
@@ -36,19 +37,26 @@ public:
 
     ScoreModel& GetModel() const { return model.Get(); }
     const SourceScorer& GetScorer() const { return scorer; }
+    /// What the columns of probabilities or scores are of: the target's categories, or the labels of a set's sub-models.
+    const std::vector<std::string>& GetAnswered() const { return answered; }
     void ThrowIfCancelled() const { limits.ThrowIfCancelled(); }
+
+    /// The model of a parsed document, as these options want it scored.
+    static LoadedModel ReadScorable(const SourceDocument& source, const ReadingOptions& options);
 
     /// As a check of its document tells of it (DescribeLoaded), as JSON.
     std::string Describe() const;
 
 private:
     static LoadedModel Read(const DocumentOrigin& origin, const ReadingOptions& options, DocumentCheck& toTell);
+    static std::vector<std::string> NameAnswers(const SourceScorer& scorer, const ScoreModel& model);
 
     /// What only the document tells.
     DocumentCheck ofDocument;
     Limits limits;
     LoadedModel model;
     SourceScorer scorer;
+    std::vector<std::string> answered;
 };
 
 }  // namespace nbscore

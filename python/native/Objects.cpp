@@ -1,0 +1,277 @@
+// Columns of Python objects, and numbers among which a NaN stands for nothing.
+
+#include <bit>
+#include <cstring>
+#include <string>
+
+#include "Engine.h"
+
+namespace nbscore::python {
+namespace {
+
+/// Up to which doubles tell all whole numbers apart.
+constexpr long long mostWhole = 1LL << 53;
+
+/// What an object is to a column.
+struct Value {
+    enum Kind { Missing, Number, Truth, Text, Fault };
+
+    Kind kind = Fault;
+    double number = 0.0;
+    const char* text = nullptr;
+    Py_ssize_t size = 0;
+};
+
+/// A column while it is read.
+class ObjectReader {
+public:
+    ObjectReader(PyObject* missingObjects, PyObject* columnName) : missing(missingObjects), name(columnName) {}
+
+    /// A Fault with an error set for what is no value.
+    Value Read(PyObject* object, Py_ssize_t row) const {
+        if (PyUnicode_Check(object)) return ReadText(object, row);
+        if (PyFloat_Check(object)) return NumberOf(PyFloat_AsDouble(object));
+        if (object == Py_None) return {Value::Missing};
+        if (PyBool_Check(object)) return {Value::Truth, object == Py_True ? 1.0 : 0.0};
+        if (PyLong_Check(object)) return ReadWhole(object, row);
+        return ReadOther(object, row);
+    }
+
+    Value Refuse(Py_ssize_t row, const char* problem) const {
+        RaiseCaseError(name, row, problem);
+        return {};
+    }
+
+private:
+    static Value NumberOf(double number) {
+        return number != number ? Value{Value::Missing} : Value{Value::Number, number};
+    }
+
+    Value ReadText(PyObject* object, Py_ssize_t row) const {
+        Value value{Value::Text};
+        value.text = PyUnicode_AsUTF8AndSize(object, &value.size);
+        if (value.text != nullptr) return value;
+        PyErr_Clear();
+        return Refuse(row, "holds a text that cannot be written in UTF-8");
+    }
+
+    Value ReadWhole(PyObject* object, Py_ssize_t row) const {
+        int overflow = 0;
+        const long long whole = PyLong_AsLongLongAndOverflow(object, &overflow);
+        if (overflow != 0 || whole > mostWhole || whole < -mostWhole)
+            return Refuse(row, "holds a whole number beyond the 53 bits up to which doubles tell all of them apart");
+        return {Value::Number, static_cast<double>(whole)};
+    }
+
+    /// Numbers of other libraries, and what stands for nothing there.
+    Value ReadOther(PyObject* object, Py_ssize_t row) const {
+        for (Py_ssize_t i = 0; i < PyTuple_Size(missing); ++i) {
+            if (object == PyTuple_GetItem(missing, i)) return {Value::Missing};
+        }
+        // A NaN, or no time (NaT), of whatever type.
+        if (const Ref differs(PyObject_RichCompare(object, object, Py_NE)); differs.Get() == Py_True)
+            return {Value::Missing};
+        PyErr_Clear();
+        const Ref typeName(PyType_GetName(Py_TYPE(object)));
+        if (typeName && PyUnicode_CompareWithASCIIString(typeName.Get(), "bool_") == 0)
+            return {Value::Truth, PyObject_IsTrue(object) == 1 ? 1.0 : 0.0};
+        if (PyIndex_Check(object)) {
+            const Ref whole(PyNumber_Index(object));
+            if (whole) return ReadWhole(whole.Get(), row);
+        } else if (PyObject_HasAttrString(object, "__float__")) {
+            const Ref number(PyNumber_Float(object));
+            if (number) return NumberOf(PyFloat_AsDouble(number.Get()));
+        }
+        PyErr_Clear();
+        return Refuse(row, "holds something that is neither a number, a text nor a truth value");
+    }
+
+    PyObject* missing;
+    PyObject* name;
+};
+
+/// Which code an object has got, by its address: columns mostly hold the same objects over and over.
+class CodesOfObjects {
+public:
+    CodesOfObjects() : entries(256) {}
+
+    /// Where the code of an object stands; a new one has none yet.
+    std::int32_t& Find(PyObject* object) {
+        if (2 * used >= entries.size()) Grow();
+        Entry& entry = EntryOf(object);
+        if (entry.object == nullptr) {
+            entry.object = object;
+            ++used;
+        }
+        return entry.code;
+    }
+
+    static constexpr std::int32_t none = -2;
+
+private:
+    struct Entry {
+        PyObject* object = nullptr;
+        std::int32_t code = none;
+    };
+
+    Entry& EntryOf(PyObject* object) {
+        const std::size_t mask = entries.size() - 1;
+        const auto address = reinterpret_cast<std::uintptr_t>(object);
+        std::size_t place = static_cast<std::size_t>((address >> 4) * 0x9E3779B97F4A7C15U >> 20) & mask;
+        while (entries[place].object != nullptr && entries[place].object != object)
+            place = (place + 1) & mask;
+        return entries[place];
+    }
+
+    void Grow() {
+        std::vector<Entry> old(entries.size() * 4);
+        old.swap(entries);
+        for (const Entry& entry : old) {
+            if (entry.object != nullptr) EntryOf(entry.object) = entry;
+        }
+    }
+
+    std::vector<Entry> entries;
+    std::size_t used = 0;
+};
+
+Ref BytesOf(const void* content, std::size_t size) {
+    return Ref(PyBytes_FromStringAndSize(static_cast<const char*>(content), static_cast<Py_ssize_t>(size)));
+}
+
+/// Texts, and numbers by their digits, as codes of a dictionary.
+PyObject* EncodeTexts(const ObjectReader& reader, PyObject* const* objects, Py_ssize_t count) {
+    Ref codes(PyBytes_FromStringAndSize(nullptr, count * static_cast<Py_ssize_t>(sizeof(std::int32_t))));
+    if (!codes) return nullptr;
+    auto* const written = reinterpret_cast<std::int32_t*>(PyBytes_AsString(codes.Get()));
+    CodesOfObjects known;
+    std::string bytes;
+    std::vector<std::int64_t> offsets = {0};
+    for (Py_ssize_t row = 0; row < count; ++row) {
+        // A null stands for None there.
+        PyObject* const object = objects[row] == nullptr ? Py_None : objects[row];
+        std::int32_t& code = known.Find(object);
+        if (code == CodesOfObjects::none) {
+            const Value value = reader.Read(object, row);
+            if (value.kind == Value::Fault) return nullptr;
+            if (value.kind == Value::Missing) {
+                code = -1;
+            } else {
+                if (value.kind == Value::Text) {
+                    bytes.append(value.text, static_cast<std::size_t>(value.size));
+                } else if (value.kind == Value::Truth) {
+                    bytes += value.number != 0.0 ? "true" : "false";
+                } else {
+                    // The shortest digits that read back as the same double, as the engine has them.
+                    char* const digits = PyOS_double_to_string(value.number, 'r', 0, 0, nullptr);
+                    if (digits == nullptr) return nullptr;
+                    bytes += digits;
+                    PyMem_Free(digits);
+                }
+                code = static_cast<std::int32_t>(offsets.size() - 1);
+                offsets.push_back(static_cast<std::int64_t>(bytes.size()));
+            }
+        }
+        written[row] = code;
+    }
+    const auto size = static_cast<Py_ssize_t>(offsets.size() - 1);
+    const Ref ends = BytesOf(offsets.data(), offsets.size() * sizeof(std::int64_t));
+    const Ref texts = BytesOf(bytes.data(), bytes.size());
+    if (!ends || !texts) return nullptr;
+    return Py_BuildValue("sn(OO)(sn(OOO)O)", "i", count, Py_None, codes.Get(), "U", size, Py_None, ends.Get(),
+                         texts.Get(), Py_None);
+}
+
+/// Numbers; null without an error set where there is a text.
+PyObject* EncodeNumbers(const ObjectReader& reader, PyObject* const* objects, Py_ssize_t count, bool takesTexts) {
+    Ref numbers(PyBytes_FromStringAndSize(nullptr, count * static_cast<Py_ssize_t>(sizeof(double))));
+    if (!numbers) return nullptr;
+    char* const written = PyBytes_AsString(numbers.Get());
+    std::vector<std::uint8_t> bits;
+    for (Py_ssize_t row = 0; row < count; ++row) {
+        PyObject* const object = objects[row] == nullptr ? Py_None : objects[row];
+        const Value value = reader.Read(object, row);
+        if (value.kind == Value::Fault) return nullptr;
+        if (value.kind == Value::Text) {
+            if (!takesTexts) reader.Refuse(row, "holds a text, and its field holds numbers");
+            return nullptr;
+        }
+        if (value.kind == Value::Missing) {
+            if (bits.empty()) bits.assign((static_cast<std::size_t>(count) + 7) / 8, 0xFF);
+            bits[static_cast<std::size_t>(row) / 8] &= static_cast<std::uint8_t>(~(1U << (row % 8)));
+        }
+        std::memcpy(written + row * static_cast<Py_ssize_t>(sizeof(double)), &value.number, sizeof(double));
+    }
+    const Ref valid = bits.empty() ? Ref::Borrow(Py_None) : BytesOf(bits.data(), bits.size());
+    if (!valid) return nullptr;
+    return Py_BuildValue("sn(OO)O", "g", count, valid.Get(), numbers.Get(), Py_None);
+}
+
+template <typename Number>
+bool HasNan(const Number* numbers, std::size_t count) {
+    constexpr std::size_t atOnce = 4096;
+    for (std::size_t first = 0; first < count; first += atOnce) {
+        const std::size_t end = first + atOnce < count ? first + atOnce : count;
+        // Added up and not stopped at: so it is done by vectors.
+        std::uint32_t found = 0;
+        for (std::size_t i = first; i < end; ++i)
+            found += numbers[i] != numbers[i] ? 1U : 0U;
+        if (found != 0) return true;
+    }
+    return false;
+}
+
+template <typename Number>
+std::vector<std::uint8_t> MarkNumbers(const Bytes& given) {
+    const auto* const numbers = static_cast<const Number*>(given.Get());
+    const std::size_t count = given.GetSize() / sizeof(Number);
+    std::vector<std::uint8_t> bits;
+    if (!HasNan(numbers, count)) return bits;
+    bits.resize((count + 7) / 8);
+    for (std::size_t i = 0; i < count; ++i)
+        bits[i / 8] = static_cast<std::uint8_t>(bits[i / 8] | ((numbers[i] == numbers[i] ? 1U : 0U) << (i % 8)));
+    return bits;
+}
+
+}  // namespace
+
+PyObject* Encode(PyObject*, PyObject* arguments) {
+    return Guarded([&]() -> PyObject* {
+        PyObject* objects = nullptr;
+        int isNumeric = 0;
+        int takesTexts = 0;
+        PyObject* missing = nullptr;
+        PyObject* name = nullptr;
+        if (!PyArg_ParseTuple(arguments, "OppO!U", &objects, &isNumeric, &takesTexts, &PyTuple_Type, &missing, &name))
+            return nullptr;
+        Bytes held;
+        if (!held.Take(objects, PyBUF_C_CONTIGUOUS | PyBUF_FORMAT)) return nullptr;
+        const ObjectReader reader(missing, name);
+        const auto* const all = static_cast<PyObject* const*>(held.Get());
+        const auto count = static_cast<Py_ssize_t>(held.GetSize() / sizeof(PyObject*));
+        if (isNumeric != 0) {
+            PyObject* const encoded = EncodeNumbers(reader, all, count, takesTexts != 0);
+            if (encoded != nullptr || PyErr_Occurred() != nullptr) return encoded;
+        }
+        return EncodeTexts(reader, all, count);
+    });
+}
+
+PyObject* ValidBits(PyObject*, PyObject* arguments) {
+    return Guarded([&]() -> PyObject* {
+        PyObject* numbers = nullptr;
+        const char* format = nullptr;
+        if (!PyArg_ParseTuple(arguments, "Os", &numbers, &format)) return nullptr;
+        Bytes held;
+        if (!held.Take(numbers)) return nullptr;
+        std::vector<std::uint8_t> bits;
+        {
+            const WithoutLock others;
+            bits = *format == 'f' ? MarkNumbers<float>(held) : MarkNumbers<double>(held);
+        }
+        if (bits.empty()) return Py_NewRef(Py_None);
+        return BytesOf(bits.data(), bits.size()).Release();
+    });
+}
+
+}  // namespace nbscore::python
