@@ -20,7 +20,7 @@ help:
 	@echo 'make fuzz               fuzz each kind of input for FUZZ_SECONDS=600'
 	@echo 'make fuzz-regressions   fuzz with all earlier findings and some new inputs (two minutes)'
 	@echo 'make coverage           show by file what make sanitize counted'
-	@echo 'make bench              measure scoring against tight and plain loops (three minutes on an idle machine)'
+	@echo 'make bench              measure scoring against tight and plain loops (five minutes on an idle machine)'
 	@echo 'make bench-peers        measure it against scikit-learn and pandas, which are installed for it'
 	@echo 'make bench-page         write docs/benchmarks.md from the last measurements'
 	@echo 'make bench-load         measure loading documents against parsing alone (ten minutes)'

@@ -1,6 +1,6 @@
 #!/bin/sh
-# Runs the built benchmarks side by side and prints the ratios with their spread: about three minutes on an idle machine.
-# SEED=2 draws other shapes of models than SEED=1 does.
+# Runs the built benchmarks side by side and prints the ratios with their spread: about five minutes on an idle machine.
+# SEED=2 draws other shapes of models and tables than SEED=1 does.
 # `run.sh peers` compares with other software instead, on the data of an earlier run, or on new data when there is none.
 set -eu
 cd "$(dirname "$0")/.."
@@ -34,4 +34,7 @@ measure workloads '^workload' "${BENCH_ROUNDS:-11}"
 measure scoring '^(per_case|columns|growth|machine)' "${BENCH_ROUNDS:-7}"
 "$programs/shape_benchmark" "${SEED:-1}" "${BENCH_SHAPES:-20}" "$results/shapes.json" >"$results/shapes.txt"
 "$programs/table_benchmark" measure "$people" "${BENCH_ROUNDS:-5}" "$results/tables.json" >"$results/tables.txt"
+"$programs/table_benchmark" shapes "$results/drawn" "${SEED:-1}" "${BENCH_TABLE_SHAPES:-5}" "${BENCH_ROUNDS:-3}" \
+    "$results/table_shapes.json" >"$results/table_shapes.txt"
+rm -rf "$results/drawn"
 python3 bench/report/report.py print "$results"

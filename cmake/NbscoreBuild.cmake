@@ -107,6 +107,11 @@ function(nbscore_module target)
             <span> <string> <string_view> <utility> <variant> <vector>)
     endif()
     get_target_property(type ${target} TYPE)
+    if(UNIX AND folder MATCHES "^src/")
+        # The XML library belongs to the framework's interface, and loading it takes long: who uses nothing of it does
+        # not load it.
+        target_link_options(${target} PRIVATE -Wl,--as-needed)
+    endif()
     if(type STREQUAL "EXECUTABLE")
         set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
     else()

@@ -8,6 +8,9 @@ install(TARGETS scoreframework naivebayes nbscore_host nbscore_command EXPORT nb
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+if(TARGET scoreframework_xml)
+    install(TARGETS scoreframework_xml LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+endif()
 
 # The C interface is a part by itself: who links it needs none of what the C++ libraries are built with.
 install(TARGETS nbscore_c EXPORT nbscoreCTargets

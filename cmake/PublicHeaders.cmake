@@ -51,6 +51,7 @@ set(NBSCORE_PUBLIC_HEADERS
     translator/GiveMyTranslator.h
     translator/NaiveBayesTranslator.h
     batch/BatchScorer.h
+    batch/PreparedRow.h
     batch/SourceScorer.h
     output/HostError.h
     output/OutputFile.h

@@ -1,6 +1,7 @@
 // Bytes as a document: by either rule read, scored, displayed, checked, adapted, verified. What is refused is refused
 // with a number, a message and a place, and by all ways of reading it alike; what is read scores the same whether or
-// not a result is filled again, and in a batch.
+// not a result is filled again, and in a batch. Where the parser of plain documents reads one, it makes the tree that
+// the XML library's makes.
 
 #include <algorithm>
 #include <array>
@@ -28,8 +29,12 @@
 #include "framework/VeskException.h"
 #include "host/LoadedModel.h"
 #include "output/HostError.h"
+#include "pmml/DocumentBytes.h"
+#include "pmml/PlainParser.h"
+#include "pmml/XmlServices.h"
 #include "reading/BaseTranslator.h"
 #include "reading/DocumentFaults.h"
+#include "support/TreeText.h"
 #include "table/ModelResults.h"
 #include "table/ScoreWriter.h"
 #include "verify/ModelVerifier.h"
@@ -311,11 +316,24 @@ void TryDocument(const std::string& text, ScoringRule rule) {
     if (source) Adapt(*source, rule);
 }
 
+void RequireParsersAgree(const std::string& text) {
+    const Limits limits = FuzzLimits();
+    std::istringstream stream(text);
+    DocumentBytes bytes(stream, limits);
+    const ParsedDocument plain = ParsePlain(bytes, limits);
+    if (plain == nullptr) return;
+    std::istringstream sameStream(text);
+    DocumentBytes sameBytes(sameStream, limits);
+    const ParsedDocument same = GetXmlServices().Parse(sameBytes, limits);
+    Require(test::TreeText(*plain) == test::TreeText(*same), "both parsers make the same tree of a document");
+}
+
 }  // namespace
 }  // namespace nbscore::fuzz
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(reinterpret_cast<const char*>(data), size);
+    nbscore::fuzz::RequireParsersAgree(text);
     nbscore::fuzz::TryDocument(text, nbscore::ScoringRule::Smoothed);
     nbscore::fuzz::TryDocument(text, nbscore::ScoringRule::Standard);
     return 0;

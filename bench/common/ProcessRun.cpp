@@ -50,6 +50,10 @@ ProcessRun RunProcess(std::vector<std::string> words) {
     rusage usage{};
     wait4(child, &status, 0, &usage);
     run.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    const auto secondsOf = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + 1e-6 * static_cast<double>(time.tv_usec);
+    };
+    run.processorSeconds = secondsOf(usage.ru_utime) + secondsOf(usage.ru_stime);
     run.peakMegabytes = static_cast<double>(usage.ru_maxrss) / 1024;
     if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
         std::string command;

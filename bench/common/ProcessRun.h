@@ -10,6 +10,8 @@ namespace nbscore::bench {
 struct ProcessRun {
     /// From its start until its end.
     double seconds = 0;
+    /// Of processor time, the system's for it included, which other programs disturb less.
+    double processorSeconds = 0;
     /// The most memory that it held, its own program and libraries included. At least what the caller holds,
     /// because a new process starts as a copy of it.
     double peakMegabytes = 0;

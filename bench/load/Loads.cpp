@@ -1,7 +1,7 @@
 #include "Loads.h"
 
-#include <xercesc/parsers/XercesDOMParser.hpp>
-#include <xercesc/util/PlatformUtils.hpp>
+#include <malloc.h>
+#include <sys/resource.h>
 
 #include <algorithm>
 #include <chrono>
@@ -23,6 +23,17 @@ double SecondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
+double GetPeakMegabytes() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_maxrss) / 1e3;
+}
+
+double GetAllocatedMegabytes() {
+    const auto allocated = mallinfo2();
+    return static_cast<double>(allocated.uordblks + allocated.hblkhd) / 1e6;
+}
+
 void Demand(bool condition, const char* what) {
     if (!condition) throw std::runtime_error(what);
 }
@@ -42,28 +53,22 @@ void CheckModel(const ScoreModel& model, const test::DocumentShape& shape) {
 
 }  // namespace
 
-LoadTime LoadBare(const std::string& file) {
-    xercesc::XMLPlatformUtils::Initialize();
-    const auto start = Clock::now();
-    xercesc::XercesDOMParser parser;
-    parser.parse(file.c_str());
-    const LoadTime time{SecondsSince(start), 0};
-    Demand(parser.getErrorCount() == 0 && parser.getDocument()->getDocumentElement() != nullptr, "the parse failed");
-    return time;
-}
-
-LoadTime LoadModel(const std::string& file, const test::DocumentShape& shape) {
+LoadCost LoadModel(const std::string& file, const std::optional<test::DocumentShape>& shape) {
     const auto plugin = PluginLibrary::Load(NBSCORE_PLUGIN_FILE);
+    LoadCost cost{.megabytesBefore = GetPeakMegabytes()};
+    const double allocatedBefore = GetAllocatedMegabytes();
     const auto start = Clock::now();
     std::optional<SourceDocument> document = SourceDocument::Read(file);
     const auto parsed = Clock::now();
     const auto translator = plugin->MakeTranslator();
     const std::unique_ptr<ScoreModel> model = document->Translate(*translator);
-    LoadTime time{0, SecondsSince(parsed)};
+    cost.translatorSeconds = SecondsSince(parsed);
     document.reset();
-    time.whole = SecondsSince(start);
-    CheckModel(*model, shape);
-    return time;
+    cost.seconds = SecondsSince(start);
+    cost.modelMegabytes = GetAllocatedMegabytes() - allocatedBefore;
+    Demand(model != nullptr, "there is no model");
+    if (shape) CheckModel(*model, *shape);
+    return cost;
 }
 
 }  // namespace nbscore::bench

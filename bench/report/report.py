@@ -50,6 +50,9 @@ def sections(results):
            "from the second.", tables.limits(results))
     yield ("One case at a time", "`GetScore` with a filled record and the result of the call before.",
            tables.per_case(results))
+    if results.scoring.names("row"):
+        yield ("Prepared rows", "A case whose fields are set to texts, all or one, and which is then scored; beside it a "
+               "loop for the one shape, to which the categories of all fields are told.", tables.rows(results))
     yield ("Kinds of columns", "10 predictors of 8 categories, 2 target categories, 100,000 cases.",
            tables.columns(results))
     yield ("Threads", "Each thread scores 100,000 cases of 10 predictors at a time. Real time.",
@@ -59,6 +62,16 @@ def sections(results):
                f"{table['cases']:,} rows of ten columns, {table['bytes'] / 1e6:.0f} MB, {TABLES[table['table']][1]} "
                "Every run is a process of its own, its start and end included; one that writes a file writes a new one "
                "and brings it to the disk. All outputs are compared byte by byte first. Real time.", tables.people(results, table))
+    if results.table_shapes:
+        yield ("Tables drawn at random",
+               f"{results.table_shapes['shapes']} tables of each kind, drawn from seed "
+               f"{results.table_shapes['seed']}, from a CSV file to a CSV file; nearly all rows differ. The loop was "
+               "written for such tables: it finds cells with vectors, turns each into a code by one look-up, scores "
+               "by loops for the shape, and knows no quotes and no faults; it writes numbers as the command does. Its "
+               "output is compared byte by byte first. Processor time, the start of the process and loading the "
+               "document included; the last column is of real time.", tables.table_shapes(results))
+        yield ("Other forms of output", "The command on one thread, for the first table of each kind.",
+               tables.table_forms(results))
     if results.peers:
         yield ("Beside scikit-learn",
                f"`CategoricalNB` of scikit-learn {results.peers['scikit-learn']} with pandas "

@@ -51,6 +51,13 @@ class Scoring:
         return spread_of([1e9 / rate for rate in self.rates_of(name)])
 
 
+def load_if_there(file):
+    if not os.path.exists(file):
+        return None
+    with open(file, encoding="utf-8") as text:
+        return json.load(text)
+
+
 class Results:
     def __init__(self, folder):
         self.scoring = Scoring([os.path.join(folder, name) for name in ("workloads.json", "scoring.json")])
@@ -58,13 +65,6 @@ class Results:
             self.tables = json.load(text)
         with open(os.path.join(folder, "machine.json"), encoding="utf-8") as text:
             self.machine = json.load(text)
-        self.shapes = None
-        shapes = os.path.join(folder, "shapes.json")
-        if os.path.exists(shapes):
-            with open(shapes, encoding="utf-8") as text:
-                self.shapes = json.load(text)
-        self.peers = None
-        peers = os.path.join(folder, "peers.json")
-        if os.path.exists(peers):
-            with open(peers, encoding="utf-8") as text:
-                self.peers = json.load(text)
+        self.shapes = load_if_there(os.path.join(folder, "shapes.json"))
+        self.table_shapes = load_if_there(os.path.join(folder, "table_shapes.json"))
+        self.peers = load_if_there(os.path.join(folder, "peers.json"))

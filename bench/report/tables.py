@@ -45,6 +45,21 @@ def shapes(results):
     return rows
 
 
+def table_shapes(results):
+    rows = [["tables", "command : loop, median", "worst", "the worst", "two threads : one"]]
+    for found in results.table_shapes["classes"]:
+        rows.append([found["name"], f"{found['median']:.2f}", f"{found['worst']:.2f}", found["worst_shape"],
+                     f"{found['two_threads']:.2f}"])
+    return rows
+
+
+def table_forms(results):
+    rows = [["tables", "form of output", "times as fast as the usual form"]]
+    for found in results.table_shapes["classes"]:
+        rows += [[found["name"], form, f"{ratio:.2f}"] for form, ratio in found["forms"].items()]
+    return rows
+
+
 def size_of_first_cache(scoring):
     return max((cache["size"] for cache in scoring.context["caches"]
                 if cache["level"] == 1 and cache["type"] != "Instruction"), default=0)
@@ -82,6 +97,19 @@ def per_case(results):
         rows.append([name.split("/")[1].replace("_", " "), with_spread(results.scoring.nanoseconds_of(name), 0),
                      f"{results.scoring.allocations[name]:.0f}"])
     return rows
+
+
+def rows(results):
+    scoring = results.scoring
+    table = [["model", "what is done", "ns a case", "times the tight loop", "allocations a case"]]
+    for name in sorted(scoring.names("row")):
+        _, model, work = name.split("/")
+        if work == "tight_loop":
+            continue
+        loop = scoring.rates_of(f"row/{model}/tight_loop")
+        table.append([model.replace("_", " "), work.replace("_", " "), with_spread(scoring.nanoseconds_of(name), 0),
+                      with_spread(ratios_of(loop, scoring.rates_of(name)), 1), f"{scoring.allocations[name]:.0f}"])
+    return table
 
 
 def columns(results):

@@ -14,6 +14,9 @@ namespace nbscore::bench {
 void RegisterWorkloads();
 /// per_case: GetScore of one case, with the allocations that a call makes.
 void RegisterPerCase();
+/// row: one case set field by field, all fields or one between two scores, with the allocations; beside it the tight
+/// loop for its shape, to which the categories are told.
+void RegisterRows();
 /// columns: the same cases in columns of every kind.
 void RegisterColumnKinds();
 /// growth_*: how the time for a case goes with the cases of a call, predictors, categories, target categories,

@@ -2,14 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 namespace nbscore::bench {
 namespace {
-
-std::size_t Between(std::size_t least, std::size_t greatest, Random& random) {
-    return std::uniform_int_distribution<std::size_t>(least, greatest)(random);
-}
 
 /// Small numbers as often as large ones.
 std::size_t BetweenByOrder(std::size_t least, std::size_t greatest, Random& random) {
@@ -17,14 +12,6 @@ std::size_t BetweenByOrder(std::size_t least, std::size_t greatest, Random& rand
     const double high = std::log(static_cast<double>(greatest));
     const double drawn = std::exp(std::uniform_real_distribution<double>(low, high)(random));
     return std::clamp(static_cast<std::size_t>(drawn), least, greatest);
-}
-
-std::vector<std::size_t> DrawInputs(std::size_t inputs, std::size_t read, Random& random) {
-    std::vector<std::size_t> all(inputs);
-    std::iota(all.begin(), all.end(), std::size_t{0});
-    std::ranges::shuffle(all, random);
-    all.resize(read);
-    return all;
 }
 
 /// Each sub-model reads some inputs of its own, none of which another reads.
@@ -58,16 +45,16 @@ DrawnShape DrawShape(ShapeClass shapeClass, Random& random, std::size_t mostNumb
     switch (shapeClass) {
         case ShapeClass::FewTargets:
             shape.targetCategories = Between(2, 5, random);
-            shape.inputsOfClassifiers = {DrawInputs(inputs, inputs, random)};
+            shape.inputsOfClassifiers = {DrawSome(inputs, inputs, random)};
             break;
         case ShapeClass::ManyTargets:
             shape.targetCategories = BetweenByOrder(6, 200, random);
-            shape.inputsOfClassifiers = {DrawInputs(inputs, inputs, random)};
+            shape.inputsOfClassifiers = {DrawSome(inputs, inputs, random)};
             break;
         case ShapeClass::SetOfAlike: {
             shape.subModels = BetweenByOrder(1, 500, random);
             const std::vector<std::size_t> read =
-                DrawInputs(inputs, Between(1, std::min<std::size_t>(inputs, 20), random), random);
+                DrawSome(Between(1, std::min<std::size_t>(inputs, 20), random), inputs, random);
             shape.inputsOfClassifiers.assign(shape.subModels, read);
             break;
         }
@@ -75,7 +62,7 @@ DrawnShape DrawShape(ShapeClass shapeClass, Random& random, std::size_t mostNumb
             shape.subModels = BetweenByOrder(2, 500, random);
             for (std::size_t m = 0; m < shape.subModels; ++m)
                 shape.inputsOfClassifiers.push_back(
-                    DrawInputs(inputs, Between(1, std::min<std::size_t>(inputs, 20), random), random));
+                    DrawSome(Between(1, std::min<std::size_t>(inputs, 20), random), inputs, random));
             break;
         case ShapeClass::SetOfDifferent:
             shape.subModels = Between(1, std::max<std::size_t>(inputs / 2, 1), random);

@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
-#include <random>
 #include <string>
 #include <vector>
 
+#include "common/Drawing.h"
 #include "framework/BaseDictVar.h"
 #include "framework/ModelTables.h"
 #include "framework/StringValue.h"
@@ -32,8 +32,6 @@ struct DrawnShape {
 
 /// The kinds of shapes that are told apart.
 enum class ShapeClass { FewTargets, ManyTargets, SetOfAlike, SetOfSome, SetOfDifferent };
-
-using Random = std::mt19937_64;
 
 /// @param mostNumbers how many factors and answers all cases together may have, which bounds the cases.
 DrawnShape DrawShape(ShapeClass shapeClass, Random& random, std::size_t mostNumbers);

@@ -14,6 +14,7 @@ int main(int count, char** arguments) {
         using namespace nbscore::bench;
         RegisterWorkloads();
         RegisterPerCase();
+        RegisterRows();
         RegisterColumnKinds();
         RegisterGrowth();
         RegisterMachineLimits();

@@ -177,9 +177,9 @@ void SetWorkload::ScoreInTightLoop() {
 
 void SetWorkload::CheckOneByOne() {
     AskOneByOne(model.Get(), shape, cases, [this](std::size_t i, const ScoredCase& scored) {
-        Demand(scored.subModels.size() == shape.subModels, "scores are missing");
+        Demand(scored.scores.size() == shape.subModels, "scores are missing");
         for (std::size_t m = 0; m < shape.subModels; ++m)
-            Demand(IsSame(scored.subModels[m].score, batchScores[i * shape.subModels + m]), "a score differs");
+            Demand(IsSame(scored.scores[m], batchScores[i * shape.subModels + m]), "a score differs");
     });
 }
 

@@ -125,31 +125,45 @@ std::vector<double> ComputeProbabilitiesInLoop(const std::string& modelFile, con
 
 std::vector<double> ComputeProbabilitiesInBatches(const std::string& modelFile, const std::string& tableFile) {
     const LoadedModel model = ReadModel(modelFile);
-    Table table(tableFile);
+    std::ifstream input(tableFile, std::ios::binary);
+    TableBlockReader blocks(input, tableFile, ',');
+    TableBlock block;
+    CsvRowReader rows(tableFile, ',');
+    if (!blocks.Read(block)) throw std::runtime_error("cannot read " + tableFile);
+    rows.Start(block);
+    rows.ReadRow();
+    const std::vector<std::string> header(rows.GetCells().begin(), rows.GetCells().end());
+
     std::optional<BatchCases> batch = BatchCases::Find(model.Get(), false);
     if (!batch) throw std::runtime_error("the model cannot be scored in batches");
-    CaseCoder coder(model.Get(), *batch, table.GetHeader(), table.GetName(), {});
+    CaseCoder coder(model.Get(), *batch, header, tableFile, {});
     const std::size_t numReaders = batch->GetFieldsOfReaders().size();
     const std::size_t casesAtOnce = batch->GetCasesAtOnce();
-    std::vector<FactorRow> rowsOfCase(numReaders);
-    std::vector<std::vector<FactorRow>> rows(numReaders);
+    std::vector<FactorRow> rowsToScore(numReaders * casesAtOnce);
+    TableCases cases;
     std::vector<double> probabilities;
     const auto scoreCases = [&] {
-        const std::vector<std::span<const FactorRow>> lists(rows.begin(), rows.end());
-        const std::size_t cases = rows.front().size();
-        batch->Score(lists, cases);
-        for (std::size_t i = 0; i < cases; ++i)
-            Append(probabilities, batch->GetCase(i).probabilities);
-        for (std::vector<FactorRow>& list : rows)
-            list.clear();
-    };
-    while (table.ReadRow()) {
-        coder.Encode(table.GetCells(), table.GetLine(), rowsOfCase);
+        cases.rows = rows.GetKeptRows(header.size());
+        coder.Encode(cases, {rowsToScore.data(), casesAtOnce, 1});
+        std::vector<std::span<const FactorRow>> lists;
         for (std::size_t reader = 0; reader < numReaders; ++reader)
-            rows[reader].push_back(rowsOfCase[reader]);
-        if (rows.front().size() == casesAtOnce) scoreCases();
-    }
-    if (!rows.front().empty()) scoreCases();
+            lists.emplace_back(rowsToScore.data() + reader * casesAtOnce, cases.Count());
+        batch->Score(lists, cases.Count());
+        for (std::size_t i = 0; i < cases.Count(); ++i)
+            Append(probabilities, batch->GetCase(i).probabilities);
+        cases.lines.clear();
+        rows.ForgetRows();
+    };
+    rows.ForgetRows();
+    do {
+        while (rows.ReadRowBehind()) {
+            cases.lines.push_back(rows.GetRowLine());
+            if (cases.Count() == casesAtOnce) scoreCases();
+        }
+        if (cases.Count() > 0) scoreCases();
+        if (!blocks.Read(block)) break;
+        rows.Start(block);
+    } while (true);
     return probabilities;
 }
 

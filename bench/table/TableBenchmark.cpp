@@ -5,8 +5,10 @@
 ///     table_benchmark measure FOLDER ROUNDS RESULTS.json   everything, with files made in the folder
 ///     table_benchmark data FOLDER CASES                    makes the files
 ///     table_benchmark columns MODEL TABLE ROUNDS OUTPUT    prints the seconds of each round that scores columns
+///     table_benchmark shapes FOLDER SEED SHAPES ROUNDS RESULTS.json   tables drawn at random (TableShapes.h)
 ///
-/// and, for its own use, loop, memory_loop and memory, each with MODEL TABLE OUTPUT.
+/// and, for its own use, loop, memory_loop, memory and tight_loop, each with MODEL TABLE OUTPUT, and draw FOLDER CLASS
+/// SEED.
 
 #include <algorithm>
 #include <cstdint>
@@ -24,9 +26,12 @@
 #include <vector>
 
 #include "common/ProcessRun.h"
+#include "common/SameFile.h"
 #include "common/Spread.h"
 #include "table/PeopleFiles.h"
 #include "table/PlainRuns.h"
+#include "table/TableLoop.h"
+#include "table/TableShapes.h"
 
 namespace nbscore::bench {
 namespace {
@@ -41,21 +46,6 @@ void WriteNumbers(const std::vector<double>& numbers, const std::string& file) {
     const auto bytes = std::as_bytes(std::span(numbers));
     out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
     out.close();
-}
-
-/// A piece at a time: this process has to stay small.
-bool IsSameFile(const fs::path& one, const fs::path& other) {
-    if (fs::file_size(one) != fs::file_size(other)) return false;
-    std::ifstream first(one, std::ios::binary);
-    std::ifstream second(other, std::ios::binary);
-    std::vector<char> pieceOfFirst(65536);
-    std::vector<char> pieceOfSecond(65536);
-    while (first && second) {
-        first.read(pieceOfFirst.data(), static_cast<std::streamsize>(pieceOfFirst.size()));
-        second.read(pieceOfSecond.data(), static_cast<std::streamsize>(pieceOfSecond.size()));
-        if (first.gcount() != second.gcount() || pieceOfFirst != pieceOfSecond) return false;
-    }
-    return first.eof() && second.eof();
 }
 
 /// A way to score a table, and the way that its time is compared with.
@@ -194,6 +184,16 @@ bool Do(const std::vector<std::string>& words) {
         PrintColumns(words);
     } else if (verb == "loop" && words.size() == 4) {
         ScoreFileInLoop(words[1], words[2], words[3]);
+    } else if (verb == "shapes" && words.size() == 6) {
+        MeasureTableShapes({.folder = words[1],
+                            .seed = std::stoul(words[2]),
+                            .shapes = std::stoul(words[3]),
+                            .rounds = std::max(std::stoi(words[4]), 1),
+                            .results = words[5]});
+    } else if (verb == "draw" && words.size() == 4) {
+        DrawTableFiles(words[1], std::stoul(words[2]), std::stoul(words[3]));
+    } else if (verb == "tight_loop" && words.size() == 4) {
+        ScoreFileTightly(words[1], words[2], words[3]);
     } else if (verb == "memory" && words.size() == 4) {
         WriteNumbers(ComputeProbabilitiesInBatches(words[1], words[2]), words[3]);
     } else if (verb == "memory_loop" && words.size() == 4) {

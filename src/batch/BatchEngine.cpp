@@ -1,12 +1,105 @@
 #include "batch/BatchEngine.h"
 
+#include <cstdint>
 #include <stdexcept>
 #include <utility>
 
+#include "batch/BestScores.h"
+#include "framework/MCMV.h"
 #include "framework/ModelSelfCheck.h"
 #include "framework/ModelSelfTables.h"
+#include "naivebayes/PredictedCategory.h"
 
 namespace nbscore {
+
+/// A case of an engine. To set a value finds its place for each list of rows that follows from it.
+class BatchEngine::Row : public PreparedRow {
+public:
+    Row(const BatchEngine& scoringEngine, std::shared_ptr<const ColumnScorer> scorer)
+        : kept(std::move(scorer)), engine(scoringEngine), numbers(engine.GetNumbersPerCase()) {
+        const RowLists& known = *engine.rowLists;
+        places.resize(known.CountLists());
+        for (std::size_t input = 0; input < engine.inputs.size(); ++input) {
+            for (const std::size_t reader : known.GetReadersOf(input)) {
+                for (const std::size_t list : known.GetListsOf(reader))
+                    lists.push_back({known.Get(list).rows.data(), list});
+                readers.push_back({&known.GetReaders()[reader].rows, lists.size()});
+            }
+            endsOfInputs.push_back(readers.size());
+        }
+        if (!engine.IsSet()) return;
+        positions.reserve(numbers.size());
+        ranked.reserve(numbers.size());
+    }
+
+    void SetText(std::size_t input, std::string_view text) override {
+        Set(input, [text](const ValueRows& rows) { return rows.RowOf(text); });
+    }
+    void SetNumber(std::size_t input, double number) override {
+        Set(input, [number](const ValueRows& rows) { return rows.RowOf(number); });
+    }
+    void SetMissing(std::size_t input) override {
+        Set(input, [](const ValueRows&) { return missingRow; });
+    }
+
+    RowAnswer Score() override {
+        if (engine.IsSet()) {
+            engine.caseFactors->ComputeScores(places, numbers);
+            return {-1, MCMV::gMissingValue, numbers};
+        }
+        engine.caseFactors->ComputePosteriors(places, numbers);
+        const std::size_t best = PredictedCategory(numbers, engine.targetCounts);
+        return {static_cast<std::int32_t>(best), numbers[best], numbers};
+    }
+
+    std::span<const RankedSubModel> ScoreBest(std::size_t count) override {
+        if (!engine.IsSet()) RefuseToRank();
+        engine.caseFactors->ComputeScores(places, numbers);
+        const double* const scores = numbers.data();
+        FindBestScores(
+            numbers.size(), count, [scores](std::size_t position) { return scores[position]; }, positions);
+        ranked.clear();
+        for (const std::size_t position : positions)
+            ranked.push_back({position, scores[position]});
+        return ranked;
+    }
+
+private:
+    /// A list of rows: for each of its reader's rows the place of a case.
+    struct List {
+        const FactorRow* placesOfRows;
+        std::size_t number;
+    };
+    /// What looks values up, and the end of its lists.
+    struct LookUp {
+        const ValueRows* rows;
+        std::size_t endOfLists;
+    };
+
+    template <typename RowIn>
+    void Set(std::size_t input, const RowIn& rowIn) {
+        if (input >= endsOfInputs.size()) RefuseInput(input);
+        const std::size_t first = input == 0 ? 0 : endsOfInputs[input - 1];
+        const List* list = lists.data() + (first == 0 ? 0 : readers[first - 1].endOfLists);
+        for (const LookUp* reader = readers.data() + first; reader != readers.data() + endsOfInputs[input]; ++reader) {
+            const FactorRow row = rowIn(*reader->rows);
+            for (const List* const end = lists.data() + reader->endOfLists; list != end; ++list)
+                places[list->number] = list->placesOfRows[row];
+        }
+    }
+
+    std::shared_ptr<const ColumnScorer> kept;
+    const BatchEngine& engine;
+    /// All of one input after those of another, and so are the lists of readers.
+    std::vector<LookUp> readers;
+    std::vector<List> lists;
+    std::vector<std::size_t> endsOfInputs;
+    /// For each list of rows where the case stands in it.
+    std::vector<FactorRow> places;
+    std::vector<double> numbers;
+    std::vector<std::size_t> positions;
+    std::vector<RankedSubModel> ranked;
+};
 
 ModelTables GetScorableTables(const ScoreModel& model) {
     const auto* const open = dynamic_cast<const ModelSelfTables*>(&model);
@@ -52,9 +145,12 @@ BatchEngine::BatchEngine(const ModelTables& model) : readsDerivedFields(model.re
         for (const ClassifierTables& subModel : model.classifiers)
             subModels.push_back(subModel.name);
         set.emplace(model, *rowLists);
+        caseFactors.emplace(model, model.targetCategories.size(), rowLists->GetListsOfPredictors());
         return;
     }
     const ClassifierTables& classifier = model.classifiers.front();
+    targetCounts = classifier.targetCounts;
+    caseFactors.emplace(model, classifier.priors.size(), rowLists->GetListsOfPredictors());
     // Of a model that no case says anything to, there may be fewer priors than categories.
     for (std::size_t k = 0; k < classifier.priors.size(); ++k)
         categories.push_back(model.targetCategories[k]->GetString());
@@ -71,7 +167,7 @@ void BatchEngine::AddInputs(const ClassifierTables& classifier) {
 
 template <typename Value>
 InputDictionary BatchEngine::LookUp(std::size_t input, std::span<const Value> values, const Validity& validity) const {
-    if (input >= inputs.size()) throw std::out_of_range("There is no input " + std::to_string(input) + ".");
+    if (input >= inputs.size()) RefuseInput(input);
     InputDictionary::Lookup lookup{identity, input, values.size(), {}};
     for (const std::size_t position : rowLists->GetReadersOf(input)) {
         const Reader& reader = rowLists->GetReaders()[position];
@@ -101,6 +197,10 @@ std::vector<std::string> BatchEngine::GetFieldsOfReaders() const {
     for (const Reader& reader : rowLists->GetReaders())
         fields.push_back(inputs[reader.input].name);
     return fields;
+}
+
+std::unique_ptr<PreparedRow> BatchEngine::MakeRow(std::shared_ptr<const ColumnScorer> self) const {
+    return std::make_unique<Row>(*this, std::move(self));
 }
 
 void BatchEngine::Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const {

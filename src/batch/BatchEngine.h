@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -12,10 +13,11 @@
 #include "batch/CaseValues.h"
 #include "batch/Column.h"
 #include "batch/ColumnScorer.h"
-#include "batch/FactorRow.h"
 #include "batch/RowLists.h"
 #include "batch/SingleClassifier.h"
 #include "batch/SubModels.h"
+#include "factors/CaseFactors.h"
+#include "factors/FactorRow.h"
 #include "framework/ModelTables.h"
 #include "framework/SeededHash.h"
 
@@ -59,6 +61,7 @@ public:
     InputDictionary MakeDictionary(std::size_t input, std::span<const double> values,
                                    const Validity& validity = {}) const override;
     void Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const override;
+    std::unique_ptr<PreparedRow> MakeRow(std::shared_ptr<const ColumnScorer> self) const override;
 
     /// The name of the field that each reader reads.
     std::vector<std::string> GetFieldsOfReaders() const;
@@ -74,6 +77,8 @@ public:
                    const AnswerColumns& answers) const;
 
 private:
+    class Row;
+
     void AddInputs(const ClassifierTables& classifier);
     template <typename Value>
     InputDictionary LookUp(std::size_t input, std::span<const Value> values, const Validity& validity) const;
@@ -90,6 +95,10 @@ private:
     std::optional<RowLists> rowLists;
     std::optional<SingleClassifier> single;
     std::optional<SubModels> set;
+    /// For cases one by one; their places stand in the order of the lists of rows.
+    std::optional<CaseFactors> caseFactors;
+    /// Of a single classifier.
+    std::vector<double> targetCounts;
 };
 
 }  // namespace nbscore

@@ -55,4 +55,8 @@ void BatchScorer::Score(std::span<const Column> columns, std::size_t cases, cons
     scorer->Score(columns, cases, answers);
 }
 
+std::unique_ptr<PreparedRow> BatchScorer::MakeRow() const {
+    return scorer->MakeRow(scorer);
+}
+
 }  // namespace nbscore

@@ -9,6 +9,7 @@
 
 #include "batch/AnswerColumns.h"
 #include "batch/Column.h"
+#include "batch/PreparedRow.h"
 #include "framework/ModelTables.h"
 #include "framework/ScoreModel.h"
 
@@ -77,6 +78,9 @@ public:
     /// Throws std::invalid_argument for a number of columns, or the size of a column or of an answer, that does not
     /// fit, and std::out_of_range for a code that its dictionary does not have.
     void Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const;
+
+    /// A case to be set field by field and scored by itself, all its values missing.
+    std::unique_ptr<PreparedRow> MakeRow() const;
 
 private:
     std::shared_ptr<const ColumnScorer> scorer;

@@ -78,15 +78,19 @@ inline void MapVectors(const std::uint8_t* list, std::size_t parts, const std::u
                        std::uint8_t* out, std::size_t& i) {
     const hn::CappedTag<std::uint8_t, most> bytes;
     const std::size_t width = hn::Lanes(bytes);
-    // A place beyond a part is lifted above 127, for which a look-up gives 0.
+    // A place beyond a part is lifted above 127, for which a look-up gives 0. One within is lifted, too, and put back:
+    // not every processor would look at its lowest bits alone.
     const auto lift = hn::Set(bytes, 0x80 - partLength);
+    const auto kept = hn::Set(bytes, 0x80 + partLength - 1);
+    const auto lookUp = [&](const std::uint8_t* part, auto place) {
+        return hn::TableLookupBytesOr0(hn::LoadDup128(bytes, part), hn::And(hn::SaturatedAdd(place, lift), kept));
+    };
     for (; i + width <= count; i += width) {
         auto place = hn::LoadU(bytes, places + i);
-        auto found = hn::TableLookupBytesOr0(hn::LoadDup128(bytes, list), hn::SaturatedAdd(place, lift));
+        auto found = lookUp(list, place);
         for (std::size_t part = 1; part < parts; ++part) {
             place = hn::Sub(place, hn::Set(bytes, partLength));
-            const auto table = hn::LoadDup128(bytes, list + part * partLength);
-            found = hn::Or(found, hn::TableLookupBytesOr0(table, hn::SaturatedAdd(place, lift)));
+            found = hn::Or(found, lookUp(list + part * partLength, place));
         }
         hn::StoreU(found, bytes, out + i);
     }

@@ -164,6 +164,14 @@ private:
 
 }  // namespace
 
+void RefuseInput(std::size_t input) {
+    throw std::out_of_range("There is no input " + std::to_string(input) + ".");
+}
+
+void RefuseToRank() {
+    throw std::invalid_argument("The model has no sub-models.");
+}
+
 void RefuseCode(std::size_t entry, const std::string& code, std::size_t size) {
     throw std::out_of_range("case " + std::to_string(entry) + " has the code " + code + ", but the dictionary has " +
                             std::to_string(size) + " values");

@@ -10,9 +10,9 @@
 
 #include "batch/BatchScorer.h"
 #include "batch/Column.h"
-#include "batch/FactorRow.h"
 #include "batch/Loops.h"
-#include "batch/ValueRows.h"
+#include "factors/FactorRow.h"
+#include "factors/ValueRows.h"
 
 /// @file
 /// The values that a call scores, and the rows of factors that they stand for.
@@ -80,6 +80,12 @@ struct CaseValues {
     template <typename Row>
     void Encode(std::size_t reader, std::size_t first, std::size_t count, Row* out) const;
 };
+
+/// Throws std::out_of_range, telling an input that does not exist.
+[[noreturn]] void RefuseInput(std::size_t input);
+
+/// Throws std::invalid_argument: a single classifier has no sub-models to rank.
+[[noreturn]] void RefuseToRank();
 
 /// Throws std::out_of_range, telling the case.
 /// @param code as text.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -9,6 +10,7 @@
 #include "batch/AnswerColumns.h"
 #include "batch/BatchScorer.h"
 #include "batch/Column.h"
+#include "batch/PreparedRow.h"
 
 namespace nbscore {
 
@@ -31,6 +33,8 @@ public:
     virtual InputDictionary MakeDictionary(std::size_t input, std::span<const double> values,
                                            const Validity& validity) const = 0;
     virtual void Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const = 0;
+    /// @param self the scorer, to be kept as long as the row.
+    virtual std::unique_ptr<PreparedRow> MakeRow(std::shared_ptr<const ColumnScorer> self) const = 0;
 };
 
 }  // namespace nbscore

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <span>
 
-#include "batch/FactorRow.h"
+#include "factors/FactorRow.h"
 
 /// @file
 /// The loops that are compiled once for each set of instructions and chosen by the processor at hand. They differ in

@@ -7,9 +7,9 @@
 
 #include "batch/AnswerColumns.h"
 #include "batch/CaseValues.h"
-#include "batch/FactorRow.h"
 #include "batch/Loops.h"
-#include "batch/ValueRows.h"
+#include "factors/FactorRow.h"
+#include "factors/ValueRows.h"
 #include "framework/ModelTables.h"
 
 namespace nbscore {
@@ -46,8 +46,11 @@ public:
     /// Positions of the readers of an input, in their order.
     const std::vector<std::size_t>& GetReadersOf(std::size_t input) const { return readersOfInputs[input]; }
     const List& Get(std::size_t list) const { return lists[list]; }
+    /// The lists whose rows follow from those of a reader.
+    const std::vector<std::size_t>& GetListsOf(std::size_t reader) const { return listsOfReaders[reader]; }
     /// The list of each predictor.
     const std::vector<std::size_t>& GetListsOfPredictors() const { return listsOfPredictors; }
+    std::size_t CountLists() const { return lists.size(); }
     std::size_t CountNarrow() const { return numNarrow; }
     std::size_t CountWide() const { return lists.size() - numNarrow; }
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <stdexcept>
+#include <memory>
 #include <unordered_map>
 #include <utility>
 
@@ -41,7 +41,26 @@ public:
         }
     }
 
+    /// Of a call of one case that has no columns: set its values, and score it.
+    void SetAllMissing() {
+        for (std::size_t input = 0; input < values.size(); ++input) {
+            scorer.treatedInputs[input].MakeRoom(values[input], 1);
+            SetMissing(input);
+        }
+    }
+    void SetMissing(std::size_t input) { InputAt(input).EncodeMissing(values[input], 0); }
+    template <typename Value>
+    void Set(std::size_t input, Value value) {
+        InputAt(input).Encode(values[input], 0, value);
+    }
+    void ScoreOnly() { ScoreCase(0, 0); }
+
 private:
+    const TreatedInput& InputAt(std::size_t input) const {
+        if (input >= values.size()) RefuseInput(input);
+        return scorer.treatedInputs[input];
+    }
+
     void EncodeColumn(std::size_t input, std::size_t first, std::size_t count) {
         const TreatedInput& treated = scorer.treatedInputs[input];
         treated.MakeRoom(values[input], count);
@@ -145,6 +164,40 @@ private:
     std::vector<double> probabilities;
 };
 
+/// A case of the scorer: one that the call of a single case goes on to score. Setting a value treats it.
+class StandardBatch::Row : public PreparedRow {
+public:
+    Row(const StandardBatch& batch, std::shared_ptr<const ColumnScorer> scorer)
+        : kept(std::move(scorer)), probabilities(batch.categories.size()), call(batch, {}, 1, AnswersHere()) {
+        call.SetAllMissing();
+    }
+
+    void SetText(std::size_t input, std::string_view text) override { call.Set(input, text); }
+    void SetNumber(std::size_t input, double number) override { call.Set(input, number); }
+    void SetMissing(std::size_t input) override { call.SetMissing(input); }
+
+    RowAnswer Score() override {
+        call.ScoreOnly();
+        return {predicted, confidence, probabilities};
+    }
+    std::span<const RankedSubModel> ScoreBest(std::size_t /*count*/) override { RefuseToRank(); }
+
+private:
+    const AnswerColumns& AnswersHere() {
+        answers.predicted = {&predicted, 1};
+        answers.confidence = {&confidence, 1};
+        answers.probabilities = probabilities;
+        return answers;
+    }
+
+    std::shared_ptr<const ColumnScorer> kept;
+    std::int32_t predicted = noPrediction;
+    double confidence = 0.0;
+    std::vector<double> probabilities;
+    AnswerColumns answers;
+    Call call;
+};
+
 StandardBatch::StandardBatch(const ModelTables& model)
     : readsDerivedFields(model.readsDerivedFields),
       threshold(model.classifiers.front().threshold),
@@ -179,7 +232,7 @@ void StandardBatch::AddInput(const ScoreDictVar& var, PredictorTables::Kind kind
 template <typename Value>
 InputDictionary StandardBatch::LookUp(std::size_t input, std::span<const Value> values,
                                       const Validity& validity) const {
-    if (input >= inputs.size()) throw std::out_of_range("There is no input " + std::to_string(input) + ".");
+    if (input >= inputs.size()) RefuseInput(input);
     InputDictionary::Lookup lookup{identity, input, values.size(), {}};
     // The entry of -1 stands in front.
     const TreatedInput& treatedInput = treatedInputs[input];
@@ -203,6 +256,10 @@ InputDictionary StandardBatch::MakeDictionary(std::size_t input, std::span<const
 InputDictionary StandardBatch::MakeDictionary(std::size_t input, std::span<const double> values,
                                               const Validity& validity) const {
     return LookUp(input, values, validity);
+}
+
+std::unique_ptr<PreparedRow> StandardBatch::MakeRow(std::shared_ptr<const ColumnScorer> self) const {
+    return std::make_unique<Row>(*this, std::move(self));
 }
 
 void StandardBatch::Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -39,9 +40,11 @@ public:
     InputDictionary MakeDictionary(std::size_t input, std::span<const double> values,
                                    const Validity& validity = {}) const override;
     void Score(std::span<const Column> columns, std::size_t cases, const AnswerColumns& answers) const override;
+    std::unique_ptr<PreparedRow> MakeRow(std::shared_ptr<const ColumnScorer> self) const override;
 
 private:
     class Call;
+    class Row;
 
     /// @param treatment null for a derived field.
     void AddInput(const ScoreDictVar& var, PredictorTables::Kind kind, const FieldTreatment* treatment);

@@ -6,6 +6,8 @@
 #include <span>
 #include <utility>
 
+#include "factors/CaseFactors.h"
+
 namespace nbscore {
 namespace {
 
@@ -21,11 +23,6 @@ constexpr std::size_t numbersAtOnce = 2048;
 constexpr std::size_t mostCasesAtOnce = 512;
 /// Sub-models whose scores are put case by case together: two whole lines of the cache.
 constexpr std::size_t columnsAtOnce = 16;
-
-/// A sub-model with such a prior gives it as the score of every case.
-bool HasZeroPrior(const ClassifierTables& subModel) {
-    return subModel.priors[0] == 0.0 || subModel.priors[scoredCategory] == 0.0;
-}
 
 }  // namespace
 

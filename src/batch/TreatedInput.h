@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "batch/CaseValues.h"
-#include "batch/FactorRow.h"
-#include "batch/ValueRows.h"
+#include "factors/FactorRow.h"
+#include "factors/ValueRows.h"
 #include "framework/ModelTables.h"
 #include "framework/ScoreDictVar.h"
 #include "naivebayes/Density.h"

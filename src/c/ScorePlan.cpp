@@ -130,10 +130,10 @@ std::vector<ArrowColumn> ScorePlan::ScoreClassifier(std::span<const SourceColumn
                     predictions.Add(std::string_view(categories[static_cast<std::size_t>(category)]));
                 }
             }
-        } else if (column.content == AddedColumn::Confidence) {
+        } else if (column.number == 0) {
             scores.emplace_back(confidence, 0, cases);
-        } else if (column.number < categories.size()) {
-            scores.emplace_back(probabilities, column.number * cases, cases);
+        } else if (column.number <= categories.size()) {
+            scores.emplace_back(probabilities, (column.number - 1) * cases, cases);
         } else {
             // A category that was never counted, of a model that no case says anything to.
             ArrowColumn& none = scores.emplace_back(false);
@@ -161,7 +161,6 @@ std::vector<ArrowColumn> ScorePlan::ScoreBest(std::span<const SourceColumn> tabl
     for (const AddedColumn& column : columns)
         scores.emplace_back(IsText(column));
     std::vector<double> ofBlock;
-    std::vector<SubModelScore> ofCase(labels.size());
     SubModelRanking ranking(options.subModels.best);
     const auto makeRoom = [&](std::size_t count) {
         model->ThrowIfCancelled();
@@ -172,15 +171,14 @@ std::vector<ArrowColumn> ScorePlan::ScoreBest(std::span<const SourceColumn> tabl
     };
     const auto take = [&](std::size_t count) {
         for (std::size_t entry = 0; entry < count; ++entry) {
-            for (std::size_t m = 0; m < labels.size(); ++m)
-                ofCase[m].score = ofBlock[entry * labels.size() + m];
+            const auto ofCase = std::span<const double>(ofBlock).subspan(entry * labels.size(), labels.size());
             const std::vector<std::size_t>& shown = ranking.Rank(ofCase);
             for (std::size_t i = 0; i < columns.size(); ++i) {
                 const std::size_t position = shown[columns[i].number];
                 if (columns[i].content == AddedColumn::Label) {
                     scores[i].Add(std::string_view(labels[position]));
                 } else {
-                    scores[i].Add(ofCase[position].score);
+                    scores[i].Add(ofCase[position]);
                 }
             }
         }

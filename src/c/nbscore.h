@@ -1,6 +1,7 @@
 /* The C interface of nbscore: scores cases with Naive Bayes models written in PMML.
  *
- * A program includes this header and links one library, libnbscore, which holds all that it needs.
+ * A program includes this header and links one library, libnbscore. It holds all that scoring needs, and finds beside
+ * itself what reads unusual documents.
  *
  * Handles. An nbscore_model never changes once it is open: any number of threads may use one at once. nbscore_close
  * ends it; no thread may then be inside a call with it. A stream of scores keeps what it needs of the model.

@@ -9,15 +9,11 @@ BaseCaseRecord::BaseCaseRecord(const std::vector<std::string>& names) : cells(na
 BaseCaseRecord::~BaseCaseRecord() = default;
 
 const ScoreValue* BaseCaseRecord::GetValueByIndex(int index) const {
-    // A negative index becomes one far beyond the record.
-    const auto position = static_cast<std::size_t>(index);
-    if (position >= cells.size()) return nullptr;
-    const Cell& cell = cells[position];
-    switch (cell.content) {
+    switch (GetContent(index)) {
         case Number:
-            return &cell.number;
+            return &cells[static_cast<std::size_t>(index)].number;
         case Text:
-            return &cell.text;
+            return &cells[static_cast<std::size_t>(index)].text;
         case Absent:
             break;
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,9 @@
 /// Filling it allocates nothing beyond what a longer text than any before needs.
 class SCOREFRAMEWORK_API BaseCaseRecord : public ScoreCaseRecord {
 public:
+    /// What a position can hold.
+    enum Content { Absent, Number, Text };
+
     /// A record of these variables, in this order, all absent. Of equal names the first one is found by name.
     explicit BaseCaseRecord(const std::vector<std::string>& names);
     ~BaseCaseRecord() override;
@@ -30,8 +34,17 @@ public:
     void SetAbsent(int index);
     void SetAllAbsent();
 
+    /// Absent for a position outside the record (-1 among them).
+    Content GetContent(int index) const {
+        // A negative index becomes one far beyond the record.
+        const auto position = static_cast<std::size_t>(index);
+        return position < cells.size() ? cells[position].content : Absent;
+    }
+    /// Of a position that holds one: the number or the text as it is, without the detour by way of a value.
+    double GetNumber(int index) const { return cells[static_cast<std::size_t>(index)].number.GetNumber(); }
+    const std::string& GetText(int index) const { return cells[static_cast<std::size_t>(index)].text.GetText(); }
+
 private:
-    enum Content { Absent, Number, Text };
     struct Cell {
         Content content = Absent;
         NumericValue number{0.0};

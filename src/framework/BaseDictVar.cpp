@@ -87,20 +87,33 @@ BaseDictVar::BaseDictVar(std::string variableName, StorageType storage, MeasureL
 BaseDictVar::BaseDictVar(const BaseDictVar& other)
     : ScoreDictVar(other),
       name(other.name),
-      displayName(other.displayName),
       storageType(other.storageType),
       measureLevel(other.measureLevel),
-      validValues(other.validValues ? std::make_unique<ScoreValueLabelSet>(*other.validValues) : nullptr),
-      missingValues(CopiesOf(other.missingValues)),
-      missingNumbers(other.missingNumbers),
-      missingTexts(other.missingTexts),
-      invalidValues(CopiesOf(other.invalidValues)),
-      intervals(other.intervals),
+      details(other.details ? std::make_unique<Details>(*other.details) : nullptr),
       holdsTruthValues(other.holdsTruthValues),
       rule(other.rule),
       index(other.index.load(std::memory_order_relaxed)) {}
 
+BaseDictVar::Details::Details(const Details& other)
+    : displayName(other.displayName),
+      valid(other.valid ? std::make_unique<ScoreValueLabelSet>(*other.valid) : nullptr),
+      missing(CopiesOf(other.missing)),
+      missingNumbers(other.missingNumbers),
+      missingTexts(other.missingTexts),
+      invalid(CopiesOf(other.invalid)),
+      intervals(other.intervals) {}
+
 BaseDictVar::~BaseDictVar() = default;
+
+const BaseDictVar::Details& BaseDictVar::GetDetails() const {
+    static const Details none;
+    return details ? *details : none;
+}
+
+BaseDictVar::Details& BaseDictVar::ChangeDetails() {
+    if (!details) details = std::make_unique<Details>();
+    return *details;
+}
 
 ScoreDictVar* BaseDictVar::Clone() const {
     return new BaseDictVar(*this);
@@ -109,9 +122,10 @@ ScoreDictVar* BaseDictVar::Clone() const {
 bool BaseDictVar::IsMissingValue(const ScoreValue* value) const {
     if (value == nullptr) return false;
     if (value->IsSystemMissingValue()) return true;
-    if (value->GetType() == ScoreValue::Numeric) return missingNumbers.contains(value->GetDouble());
-    if (value->GetType() != ScoreValue::String || missingTexts.empty()) return false;
-    return missingTexts.contains(value->GetString());
+    if (!details) return false;
+    if (value->GetType() == ScoreValue::Numeric) return details->missingNumbers.contains(value->GetDouble());
+    if (value->GetType() != ScoreValue::String || details->missingTexts.empty()) return false;
+    return details->missingTexts.contains(value->GetString());
 }
 
 std::string BaseDictVar::GetName() const {
@@ -127,7 +141,7 @@ int BaseDictVar::GetMeasureLevel() const {
 }
 
 const ScoreValueLabelSet* BaseDictVar::GetValueLabelSet() const {
-    return validValues.get();
+    return details ? details->valid.get() : nullptr;
 }
 
 void BaseDictVar::SetIndex(int position) {
@@ -135,33 +149,41 @@ void BaseDictVar::SetIndex(int position) {
 }
 
 int BaseDictVar::GetIndex() const {
-    return index.load(std::memory_order_relaxed);
+    return GetPosition();
+}
+
+void BaseDictVar::SetDisplayName(std::string shownName) {
+    if (shownName.empty() && !details) return;
+    ChangeDetails().displayName = std::move(shownName);
 }
 
 void BaseDictVar::AddValidValue(std::unique_ptr<ScoreValue> value, std::string displayValue) {
-    if (!validValues) validValues = std::make_unique<ScoreValueLabelSet>();
-    validValues->AddLabel(ScoreValueLabel(std::move(value), std::move(displayValue)));
+    auto& valid = ChangeDetails().valid;
+    if (!valid) valid = std::make_unique<ScoreValueLabelSet>();
+    valid->AddLabel(ScoreValueLabel(std::move(value), std::move(displayValue)));
 }
 
 void BaseDictVar::AddMissingValue(std::unique_ptr<ScoreValue> value) {
-    if (value->GetType() == ScoreValue::Numeric) missingNumbers.insert(value->GetDouble());
-    if (value->GetType() == ScoreValue::String) missingTexts.insert(value->GetString());
-    missingValues.push_back(std::move(value));
+    Details& changed = ChangeDetails();
+    if (value->GetType() == ScoreValue::Numeric) changed.missingNumbers.insert(value->GetDouble());
+    if (value->GetType() == ScoreValue::String) changed.missingTexts.insert(value->GetString());
+    changed.missing.push_back(std::move(value));
 }
 
 void BaseDictVar::AddInvalidValue(std::unique_ptr<ScoreValue> value) {
-    invalidValues.push_back(std::move(value));
+    ChangeDetails().invalid.push_back(std::move(value));
 }
 
 void BaseDictVar::Print(std::ostream& out) const {
     std::string line = OnOneLine(name);
-    if (!displayName.empty()) line += ' ' + Quoted(displayName);
+    const Details& declared = GetDetails();
+    if (!declared.displayName.empty()) line += ' ' + Quoted(declared.displayName);
     line += ": ";
     line += LevelName(measureLevel);
     line += storageType == NumericStorage ? ", numeric" : ", text";
-    if (validValues) line += DescribeList("values", validValues->GetValueLabels());
-    line += DescribeList("missing values", missingValues);
-    line += DescribeList("invalid values", invalidValues);
-    line += DescribeList("intervals", intervals);
+    if (declared.valid) line += DescribeList("values", declared.valid->GetValueLabels());
+    line += DescribeList("missing values", declared.missing);
+    line += DescribeList("invalid values", declared.invalid);
+    line += DescribeList("intervals", declared.intervals);
     out << line << '\n';
 }

@@ -145,19 +145,4 @@ std::string FormatCount(double count) {
     return FormatNumber(ReadNumber({buffer.data(), rounded.ptr}).value_or(count));
 }
 
-void AppendNumber(std::string& text, double number) {
-    if (std::isnan(number)) {
-        // A NaN's sign means nothing; written, it would make equal results look different.
-        text += "nan";
-        return;
-    }
-    const double magnitude = std::abs(number);
-    const bool plain = magnitude == 0.0 || (magnitude >= 1e-4 && magnitude < 1e16);
-    // The longest texts are scientific, "-1.7976931348623157e+308", and plain, "-0.00012345678901234567".
-    std::array<char, 32> buffer{};
-    const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
-                                      plain ? std::chars_format::fixed : std::chars_format::scientific);
-    text.append(buffer.data(), result.ptr);
-}
-
 }  // namespace nbscore

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <optional>
 #include <string>
@@ -33,6 +34,12 @@ SCOREFRAMEWORK_API std::string FormatCount(double count);
 
 /// As FormatNumber, appended to a text that the caller keeps.
 SCOREFRAMEWORK_API void AppendNumber(std::string& text, double number);
+
+/// The longest texts are "-1.7976931348623157e+308" and "-0.00012345678901234567".
+inline constexpr std::size_t mostNumberBytes = 24;
+/// The same, written to memory; tells where the text ends.
+/// @param to room for mostNumberBytes, of which more may be written over than the text takes.
+SCOREFRAMEWORK_API char* WriteNumber(char* to, double number);
 
 /// Truncated toward zero and held at the limits of 32 bits; 0 for a NaN. A plain conversion is undefined there.
 inline int SaturateToInt(double number) {

@@ -28,6 +28,8 @@ public:
     ValueType GetType() const override;
 
     void SetDoubleValue(double number);
+    /// As GetDouble, for who knows the class.
+    double GetNumber() const { return value; }
 
     /// The system-missing number: MCMV::gMissingValue.
     static double GetSysmisValue();

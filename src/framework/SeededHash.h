@@ -79,8 +79,15 @@ public:
         return OfWords(std::bit_cast<std::uint64_t>(number + 0.0), 0, sizeof(number));
     }
 
+    /// Texts of up to so many bytes are told apart by one word and their size.
+    static constexpr std::size_t shortSize = sizeof(std::uint64_t);
+    /// All of a short text, some bytes of it twice.
+    static std::uint64_t WordOfShort(std::string_view text) { return LoadShort(text.data(), text.size()); }
+    /// The hash of a short text, by its word.
+    std::uint64_t HashOfShort(std::uint64_t word, std::size_t size) const { return OfWords(word, 0, size); }
+
     std::uint64_t OfBytes(const char* bytes, std::size_t size) const {
-        if (size <= 8) return OfWords(LoadShort(bytes, size), 0, size);
+        if (size <= shortSize) return OfWords(LoadShort(bytes, size), 0, size);
         const char* const end = bytes + size;
         WholeProduct state{0, 0};
         for (const char* block = bytes; end - block > 16; block += 16)
@@ -97,7 +104,7 @@ private:
         std::memcpy(&word, bytes, sizeof(word));
         return word;
     }
-    /// All of up to eight bytes, some of them twice.
+    /// All of up to eight bytes.
     static std::uint64_t LoadShort(const char* bytes, std::size_t size) {
         if (size >= 4) return Load<std::uint32_t>(bytes) | (Load<std::uint32_t>(bytes + size - 4) << 32);
         if (size == 0) return 0;

@@ -15,7 +15,7 @@
 #include "pmml/DocumentParts.h"
 #include "pmml/DomDocument.h"
 #include "pmml/Refusal.h"
-#include "pmml/XmlLibrary.h"
+#include "pmml/XmlServices.h"
 #include "reading/BaseTranslator.h"
 #include "verify/VerificationSuite.h"
 

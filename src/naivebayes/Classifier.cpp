@@ -183,12 +183,6 @@ void Classifier::Encode(const ScoreCaseRecord& record, const ScoreCaseRecord* de
     }
 }
 
-int Classifier::Encode(std::size_t predictor, const ScoreCaseRecord& record,
-                       const ScoreCaseRecord* derivedRecord) const {
-    const ScoreValue* const value = Fetch(predictor, record, record.IsIndexed(), derivedRecord);
-    return value == nullptr ? EncodedCase::noCode : Existing(encoders[predictor].get()).GetCategory(value);
-}
-
 void Classifier::ComputePosteriors(const EncodedCase& encoded, std::span<double> posteriors) const {
     for (std::size_t k = 0; k < posteriors.size(); ++k)
         posteriors[k] = priors[k];

@@ -92,9 +92,6 @@ public:
     /// @param unknown where not null, values that are not known are added to it.
     void Encode(const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord, EncodedCase& encoded,
                 std::vector<CaseFacts::Unknown>* unknown = nullptr) const;
-    /// By the smoothed rule: fetches and encodes one predictor, which exists, in the same way. Its code, or a negative
-    /// number where it is left out.
-    int Encode(std::size_t predictor, const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord) const;
     /// By the smoothed rule: the posterior probabilities of so many target categories. A zero sum is not guarded: the
     /// quotients are what division by zero gives.
     void ComputePosteriors(const EncodedCase& encoded, std::span<double> posteriors) const;

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <ostream>
 
+#include "factors/KnownRows.h"
 #include "framework/NumericValue.h"
 #include "naivebayes/BorrowedText.h"
 #include "naivebayes/Dump.h"

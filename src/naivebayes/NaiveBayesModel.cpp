@@ -1,19 +1,28 @@
 #include "naivebayes/NaiveBayesModel.h"
 
 #include <cstddef>
+#include <optional>
 #include <ostream>
 #include <span>
+#include <typeinfo>
+#include <utility>
 
+#include "factors/ShortList.h"
 #include "naivebayes/Dump.h"
 #include "naivebayes/Existing.h"
 #include "naivebayes/NaiveBayesClsResult.h"
 #include "naivebayes/PredictedCategory.h"
 #include "naivebayes/ScoringCall.h"
+#include "naivebayes/ScoringPlan.h"
 
 namespace {
 
 /// The caller's result when it is a classification result of this kind; otherwise a new one in its place.
 ScoreClsResult& ResultToFill(ScoreResult*& result, const ScoreDictVar* target) {
+    // Found without a search through its bases, as nearly every result is.
+    if (result != nullptr && typeid(*result) == typeid(NaiveBayesClsResult)) {
+        return static_cast<NaiveBayesClsResult&>(*result);
+    }
     if (result != nullptr && result->GetScoreResultType() == ScoreResult::NaiveBayesClsResult) {
         if (auto* reusable = dynamic_cast<ScoreClsResult*>(result)) return *reusable;
     }
@@ -22,7 +31,7 @@ ScoreClsResult& ResultToFill(ScoreResult*& result, const ScoreDictVar* target) {
 
 }  // namespace
 
-NaiveBayesModel::NaiveBayesModel() = default;
+NaiveBayesModel::NaiveBayesModel() : plan(std::make_unique<nbscore::PlanOnce>()) {}
 
 NaiveBayesModel::~NaiveBayesModel() = default;
 
@@ -43,27 +52,34 @@ ScoreDictionary* NaiveBayesModel::GetVarsOfRole(VarRole role) const {
 }
 
 void NaiveBayesModel::SetTargetVar(const ScoreDictVar* targetVar) {
+    ForgetPlan();
     target.Set(targetVar);
 }
 
 void NaiveBayesModel::AddPredictorVar(const std::string& name, const ScoreDictVar* var) {
+    ForgetPlan();
     classifier.AddPredictor(name, var);
 }
 
 void NaiveBayesModel::AddEncoder(INBVeskEncoder* encoder) {
-    classifier.AddEncoder(std::unique_ptr<INBVeskEncoder>(encoder));
+    std::unique_ptr<INBVeskEncoder> owned(encoder);
+    ForgetPlan();
+    classifier.AddEncoder(std::move(owned));
 }
 
 void NaiveBayesModel::SetPredCounts(int /*predictorIndex*/, const NBayesInputBase::Matrix& counts) {
+    ForgetPlan();
     classifier.AddTable(counts);
 }
 
 void NaiveBayesModel::SetTargetCounts(const std::vector<double>& counts) {
+    ForgetPlan();
     classifier.SetTargetCounts(counts);
     classifier.SetPriors();
 }
 
 void NaiveBayesModel::SetPredictorVarNames(const std::vector<std::string>& names) {
+    ForgetPlan();
     classifier.SetPredictorNames(names);
 }
 
@@ -89,8 +105,22 @@ MCScore::MCStatus NaiveBayesModel::GetScore(const ScoreCaseRecord* record, Score
     ScoreClsResult& filled = ResultToFill(result, target.GetVar());
     const ScoreCaseRecord* derivedRecord =
         nbscore::ComputeDerivedValues(*this, needDerivedPredictor, record, derivedInRecord);
-    FillResult(filled, ComputeProbabilities(caseRecord, derivedRecord));
+    const nbscore::ScoringPlan* const prepared = plan->Get([this]() -> std::optional<nbscore::ModelTables> {
+        if (FindScoringObstacle()) return std::nullopt;
+        return GetTables();
+    });
+    if (prepared != nullptr) {
+        nbscore::ShortList<double> probabilities(target.GetCategories().size());
+        prepared->ComputePosteriors(caseRecord, derivedRecord, probabilities.Get());
+        FillResult(filled, probabilities.Get());
+    } else {
+        FillResult(filled, ComputeProbabilities(caseRecord, derivedRecord));
+    }
     return MCScore::MCStatus();
+}
+
+void NaiveBayesModel::ForgetPlan() {
+    if (plan->IsMade()) plan = std::make_unique<nbscore::PlanOnce>();
 }
 
 void NaiveBayesModel::SetUpDictVarIndex(const ScoreCaseRecord* record, bool derivedInRecord) {
@@ -112,7 +142,7 @@ std::vector<double> NaiveBayesModel::ComputeProbabilities(const ScoreCaseRecord&
     return probabilities;
 }
 
-void NaiveBayesModel::FillResult(ScoreClsResult& result, const std::vector<double>& probabilities) const {
+void NaiveBayesModel::FillResult(ScoreClsResult& result, std::span<const double> probabilities) const {
     const std::size_t best = nbscore::PredictedCategory(probabilities, classifier.GetTargetCounts());
     const std::vector<ScoreValue*>& categories = target.GetCategories();
     if (!predictionOnly) {

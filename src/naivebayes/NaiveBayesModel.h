@@ -2,6 +2,8 @@
 
 #include <atomic>
 #include <cstddef>
+#include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -17,6 +19,10 @@
 #include "naivebayes/NBayesInputBase.h"
 #include "naivebayes/Target.h"
 
+namespace nbscore {
+class PlanOnce;
+}
+
 /// One Naive Bayes classifier over categorical and binned predictors.
 ///
 /// Configured by calls in this order: SetThreshold before SetTargetCounts and before any SetPredCounts;
@@ -27,8 +33,9 @@
 /// Classifier tells how a case is scored. A case without any usable predictor is scored with the priors as they stand,
 /// which need not sum to one.
 ///
-/// Threads: configuration on one thread, then any number of scoring calls at once. The first one whose record has
-/// positions notes them, once, and others with such records wait for it.
+/// Threads: configuration on one thread, then any number of scoring calls at once. The first one lays the factors out
+/// for scoring (which holds them a second time), and the first one whose record has positions notes them; each is done
+/// once, and others that need it wait for it.
 class NAIVEBAYES_API NaiveBayesModel : public BaseModel,
                                        public ModelSelfCheck,
                                        public ModelSelfDescription,
@@ -74,7 +81,9 @@ public:
 private:
     void SetUpDictVarIndex(const ScoreCaseRecord* record, bool derivedInRecord);
     std::vector<double> ComputeProbabilities(const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord) const;
-    void FillResult(ScoreClsResult& result, const std::vector<double>& probabilities) const;
+    void FillResult(ScoreClsResult& result, std::span<const double> probabilities) const;
+    /// Forgets what was prepared for cases of a model that is about to change.
+    void ForgetPlan();
 
     nbscore::Target target;
     nbscore::Classifier classifier;
@@ -82,4 +91,6 @@ private:
     bool needDerivedPredictor = false;
     /// Whether positions in records are noted.
     nbscore::DoneOnce dictVarIndexReady;
+    /// How cases are scored; made for the first one. Never null.
+    std::unique_ptr<nbscore::PlanOnce> plan;
 };

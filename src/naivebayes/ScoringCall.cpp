@@ -53,8 +53,9 @@ void RememberRecordPositions(const ScoreCaseRecord& record, const std::vector<st
 
 const ScoreCaseRecord* ComputeDerivedValues(const ScoreModel& model, bool needed, const ScoreCaseRecord* record,
                                             bool derivedInRecord) {
-    TransformationDictionary* derivedFields = model.GetTransformationDictionary();
-    if (!needed || derivedFields == nullptr || derivedInRecord) return nullptr;
+    if (!needed || derivedInRecord) return nullptr;
+    TransformationDictionary* const derivedFields = model.GetTransformationDictionary();
+    if (derivedFields == nullptr) return nullptr;
     return derivedFields->GetValuesForDeriedVars(record, model.GetDictionary());
 }
 

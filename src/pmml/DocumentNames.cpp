@@ -1,9 +1,9 @@
 #include "pmml/DocumentNames.h"
 
-#include <xercesc/util/XMLString.hpp>
+#include <xercesc/util/XercesDefs.hpp>
 
 #include <limits>
-#include <string_view>
+#include <string>
 
 #include "pmml/DocumentLimits.h"
 #include "pmml/RefusalTable.h"
@@ -12,18 +12,20 @@
 namespace nbscore {
 namespace {
 
-bool IsPmml(const XMLCh* boundTo) {
-    constexpr std::string_view pmmlNamespace = "http://www.dmg.org/PMML-";
-    return Utf8Of(boundTo).starts_with(pmmlNamespace);
+/// The XML library's hash before it is fitted to a table.
+std::size_t HashOf(std::string_view name) {
+    std::size_t hash = 0;
+    for (const XMLCh unit : Utf16Of(name))
+        hash = hash * 38 + (hash >> 24) + unit;
+    return hash % std::numeric_limits<std::size_t>::max();
 }
 
 }  // namespace
 
-bool ElementNameTable::Add(const XMLCh* name) {
+bool ElementNameTable::Add(std::string_view name) {
     // The library's table grows when three quarters of it would be exceeded.
     if (hashes.size() >= namesByPlace.size() * 3 / 4) Grow();
-    // The library's hash before it is fitted to a table.
-    hashes.push_back(xercesc::XMLString::hash(name, std::numeric_limits<XMLSize_t>::max()));
+    hashes.push_back(HashOf(name));
     Count(hashes.back());
     return !isOverfull;
 }
@@ -38,28 +40,25 @@ void ElementNameTable::Count(std::size_t hash) {
     if (++namesByPlace[hash % namesByPlace.size()] > mostInOnePlace) isOverfull = true;
 }
 
-Name DocumentNames::Find(const XMLCh* spelling) {
-    utf8.clear();
-    const std::size_t size = xercesc::XMLString::stringLen(spelling);
-    AppendUtf8(utf8, spelling, size);
+Name DocumentNames::Find(std::string_view spelling) {
+    const std::size_t size = CountUtf16(spelling);
     if (size > DocumentLimits::longestName) {
-        throw MakeRefusal(Refusal::NameTooLong, {ExcerptOf(utf8), std::to_string(DocumentLimits::longestName)});
+        throw MakeRefusal(Refusal::NameTooLong, {ExcerptOf(spelling), std::to_string(DocumentLimits::longestName)});
     }
-    const Name name = builder.FindOrAddName(utf8);
+    const Name name = builder.FindOrAddName(spelling);
     const auto number = static_cast<std::size_t>(name);
-    if (number >= isUsed.size()) isUsed.resize(2 * number + 1);
-    if (!isUsed[number]) Count(size);
-    isUsed[number] = true;
+    if (number >= uses.size()) uses.resize(2 * number + 1);
+    if (!uses[number].isCounted) Count(size);
+    uses[number].isCounted = true;
     return name;
 }
 
-Name DocumentNames::FindOfElement(const xercesc::XMLElementDecl& declaration) {
-    const XMLSize_t number = declaration.getId();
-    if (number >= namesByNumber.size()) namesByNumber.resize(2 * number + 1, Name::none);
-    Name& known = namesByNumber[number];
-    if (known != Name::none) return known;
-    known = Find(declaration.getFullName());
-    if (table.Add(declaration.getFullName())) return known;
+Name DocumentNames::FindOfElement(std::string_view spelling) {
+    const Name name = Find(spelling);
+    Uses& use = uses[static_cast<std::size_t>(name)];
+    if (use.isOfElement) return name;
+    use.isOfElement = true;
+    if (table.Add(spelling)) return name;
     throw MakeRefusal(Refusal::NamesCollide, {std::to_string(ElementNameTable::mostInOnePlace)});
 }
 
@@ -71,39 +70,6 @@ void DocumentNames::Count(std::size_t size) {
     if (length > DocumentLimits::longestNames) {
         throw MakeRefusal(Refusal::NamesTooLong, {std::to_string(DocumentLimits::longestNames)});
     }
-}
-
-Name PmmlPrefix::NameOf(Name name, int depth, const Attributes& attributes, XMLSize_t count) {
-    if (depth == 1) FindPrefix(name, attributes, count);
-    if (prefix.empty() || foreignDepth != 0) return name;
-    if (const XMLCh* const boundTo = FindBinding(attributes, count); boundTo != nullptr && !IsPmml(boundTo)) {
-        foreignDepth = depth;
-        return name;
-    }
-    const std::string_view spelling = builder.GetSpelling(name);
-    return spelling.starts_with(prefix) ? builder.FindOrAddName(spelling.substr(prefix.size())) : name;
-}
-
-void PmmlPrefix::EndElement(int depth) {
-    if (foreignDepth == depth) foreignDepth = 0;
-}
-
-void PmmlPrefix::FindPrefix(Name root, const Attributes& attributes, XMLSize_t count) {
-    const std::string_view spelling = builder.GetSpelling(root);
-    prefix = spelling.substr(0, spelling.size() - WithoutPrefix(spelling).size());
-    if (prefix.empty()) return;
-    declaration = Utf16Of("xmlns:" + prefix.substr(0, prefix.size() - 1));
-    const XMLCh* const boundTo = FindBinding(attributes, count);
-    if (boundTo == nullptr || !IsPmml(boundTo)) prefix.clear();
-}
-
-/// What an element binds the prefix to, for itself and all that is in it; null where it says nothing of it.
-const XMLCh* PmmlPrefix::FindBinding(const Attributes& attributes, XMLSize_t count) const {
-    for (XMLSize_t i = 0; i < count; ++i) {
-        const xercesc::XMLAttr& attribute = *attributes.elementAt(i);
-        if (xercesc::XMLString::equals(attribute.getQName(), declaration.c_str())) return attribute.getValue();
-    }
-    return nullptr;
 }
 
 }  // namespace nbscore

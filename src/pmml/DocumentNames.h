@@ -1,14 +1,11 @@
 #pragma once
 
-#include <xercesc/framework/XMLAttr.hpp>
-#include <xercesc/framework/XMLElementDecl.hpp>
-#include <xercesc/util/RefVectorOf.hpp>
-
 #include <cstddef>
 #include <cstdint>
-#include <string>
+#include <string_view>
 #include <vector>
 
+#include "framework/Export.h"
 #include "framework/VeskException.h"
 #include "pmml/TreeBuilder.h"
 
@@ -29,7 +26,7 @@ public:
 
     /// Adds a name that the table does not have. False when it, or the growing of the table that it makes necessary,
     /// puts too many into one place.
-    bool Add(const XMLCh* name);
+    bool Add(std::string_view name);
 
 private:
     void Grow();
@@ -42,50 +39,28 @@ private:
 };
 
 /// The names that a document uses, as many and as long as they may be. Throws VeskException 3, without a place.
-class DocumentNames {
+class SCOREFRAMEWORK_API DocumentNames {
 public:
     explicit DocumentNames(TreeBuilder& treeBuilder) : builder(treeBuilder) {}
 
-    Name Find(const XMLCh* spelling);
-    /// Of an element; nearly all are found by the number that the library gives their name.
-    Name FindOfElement(const xercesc::XMLElementDecl& declaration);
+    /// Of an attribute.
+    Name Find(std::string_view spelling);
+    Name FindOfElement(std::string_view spelling);
 
 private:
+    struct Uses {
+        bool isCounted = false;
+        bool isOfElement = false;
+    };
+
     void Count(std::size_t size);
 
     TreeBuilder& builder;
-    std::string utf8;
     /// By number.
-    std::vector<bool> isUsed;
-    /// By the library's number.
-    std::vector<Name> namesByNumber;
+    std::vector<Uses> uses;
     ElementNameTable table;
     std::uint64_t count = 0;
     std::uint64_t length = 0;
-};
-
-/// Takes the root element's prefix off the names of elements where the prefix stands for PMML.
-class PmmlPrefix {
-public:
-    using Attributes = xercesc::RefVectorOf<xercesc::XMLAttr>;
-
-    explicit PmmlPrefix(TreeBuilder& treeBuilder) : builder(treeBuilder) {}
-
-    /// What an element that begins is called in the tree.
-    /// @param depth from 1.
-    Name NameOf(Name name, int depth, const Attributes& attributes, XMLSize_t count);
-    void EndElement(int depth);
-
-private:
-    void FindPrefix(Name root, const Attributes& attributes, XMLSize_t count);
-    const XMLCh* FindBinding(const Attributes& attributes, XMLSize_t count) const;
-
-    TreeBuilder& builder;
-    /// With its colon; empty where the root has none that stands for PMML.
-    std::string prefix;
-    std::basic_string<XMLCh> declaration;
-    /// Of the element for which, and for all that is in it, the prefix stands for something else; 0 outside.
-    int foreignDepth = 0;
 };
 
 }  // namespace nbscore

@@ -3,10 +3,8 @@
 #include <xercesc/dom/DOMAttr.hpp>
 #include <xercesc/dom/DOMDocument.hpp>
 #include <xercesc/dom/DOMElement.hpp>
-#include <xercesc/dom/DOMImplementation.hpp>
 #include <xercesc/dom/DOMNamedNodeMap.hpp>
 #include <xercesc/dom/DOMText.hpp>
-#include <xercesc/dom/impl/DOMDocumentImpl.hpp>
 #include <xercesc/util/XMLString.hpp>
 
 #include <algorithm>
@@ -16,7 +14,7 @@
 
 #include "pmml/TreeBuilder.h"
 #include "pmml/Utf8.h"
-#include "pmml/XmlLibrary.h"
+#include "pmml/XmlServices.h"
 
 namespace nbscore {
 namespace {
@@ -24,31 +22,6 @@ namespace {
 using xercesc::DOMDocument;
 using xercesc::DOMElement;
 using xercesc::DOMNode;
-
-/// The memory of a DOM that was written from a tree.
-class DomMemory : public XmlMemory {
-public:
-    using XmlMemory::XmlMemory;
-
-    /// Null in a copy of the DOM, which shares the memory.
-    const DocumentTree* GetTreeOf(const DOMDocument& asked) const { return &asked == document ? tree : nullptr; }
-
-    void Set(const DOMDocument& writtenDocument, const DocumentTree& itsTree) {
-        document = &writtenDocument;
-        tree = &itsTree;
-    }
-
-private:
-    const DOMDocument* document = nullptr;
-    const DocumentTree* tree = nullptr;
-};
-
-const DocumentTree* FindTree(const DOMDocument* document) {
-    const auto* const ofTheLibrary = dynamic_cast<const xercesc::DOMDocumentImpl*>(document);
-    if (ofTheLibrary == nullptr) return nullptr;
-    const auto* const memory = dynamic_cast<const DomMemory*>(ofTheLibrary->getMemoryManager());
-    return memory == nullptr ? nullptr : memory->GetTreeOf(*document);
-}
 
 bool IsElement(const DOMNode& node) {
     return node.getNodeType() == DOMNode::ELEMENT_NODE;
@@ -88,7 +61,7 @@ std::string PathOf(const std::vector<const DOMNode*>& ancestry) {
 Element OriginOf(const std::vector<const DOMNode*>& ancestry) {
     if (ancestry.empty()) return {};
     const DOMDocument* const document = ancestry.front()->getOwnerDocument();
-    const DocumentTree* const tree = FindTree(document);
+    const DocumentTree* const tree = GetXmlServices().FindTree(document);
     if (tree == nullptr || ancestry.front()->getParentNode() != document) return {};
     Element origin = tree->GetRoot();
     for (const DOMNode* step : ancestry) {
@@ -163,27 +136,6 @@ private:
     std::vector<Element> nextOrigins;
 };
 
-void AddAttributes(const Element& element, DOMElement& node) {
-    for (std::size_t i = 0; i < element.CountAttributes(); ++i) {
-        const Element::Attribute attribute = element.GetAttributeAt(i);
-        node.setAttribute(Utf16Of(element.GetTree().GetSpelling(attribute.name)).c_str(),
-                          Utf16Of(attribute.value).c_str());
-    }
-}
-
-void AddContent(Element element, DOMElement& node, DOMDocument& document) {
-    for (const Element child : element.GetChildNodes()) {
-        if (child.IsText()) {
-            node.appendChild(document.createTextNode(Utf16Of(child.GetText()).c_str()));
-            continue;
-        }
-        DOMElement* const childNode = document.createElement(Utf16Of(child.GetSpelling()).c_str());
-        node.appendChild(childNode);
-        AddAttributes(child, *childNode);
-        AddContent(child, *childNode, document);  // no deeper than DocumentLimits has it
-    }
-}
-
 }  // namespace
 
 void DomReleaser::operator()(DOMDocument* document) const {
@@ -191,22 +143,7 @@ void DomReleaser::operator()(DOMDocument* document) const {
 }
 
 DomDocument WriteDom(const DocumentTree& tree) {
-    EnsureXmlPlatform();
-    return WithoutXmlFaults([&tree] {
-        const auto documentMemory = std::make_shared<DocumentMemory>(tree.GetWatch().GetLimits());
-        documentMemory->Take(tree.GetMemory());
-        const auto memory = std::make_shared<DomMemory>(documentMemory);
-        auto* const library = xercesc::DOMImplementation::getImplementation();
-        DomDocument document(library->createDocument(memory.get()), DomReleaser{memory});
-        if (const Element root = tree.GetRoot()) {
-            DOMElement* const node = document->createElement(Utf16Of(root.GetSpelling()).c_str());
-            document->appendChild(node);
-            AddAttributes(root, *node);
-            AddContent(root, *node, *document);
-        }
-        memory->Set(*document, tree);
-        return document;
-    });
+    return GetXmlServices().WriteDom(tree);
 }
 
 ParsedDocument ReadDom(const DOMDocument& document, const Limits& limits) {

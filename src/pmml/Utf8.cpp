@@ -1,7 +1,5 @@
 #include "pmml/Utf8.h"
 
-#include <xercesc/util/XMLString.hpp>
-
 #include <algorithm>
 
 #include "framework/ControlCharacters.h"
@@ -20,20 +18,6 @@ bool IsTrailing(char32_t unit) {
 
 char Byte(char32_t byte) {
     return static_cast<char>(static_cast<unsigned char>(byte));
-}
-
-void AppendCharacter(std::string& utf8, char32_t character) {
-    if (character < 0x80) {
-        utf8 += Byte(character);
-    } else if (character < 0x800) {
-        utf8 += {Byte(0xC0 | (character >> 6)), Byte(0x80 | (character & 0x3F))};
-    } else if (character < 0x10000) {
-        utf8 +=
-            {Byte(0xE0 | (character >> 12)), Byte(0x80 | ((character >> 6) & 0x3F)), Byte(0x80 | (character & 0x3F))};
-    } else {
-        utf8 += {Byte(0xF0 | (character >> 18)), Byte(0x80 | ((character >> 12) & 0x3F)),
-                 Byte(0x80 | ((character >> 6) & 0x3F)), Byte(0x80 | (character & 0x3F))};
-    }
 }
 
 unsigned char UnsignedAt(std::string_view utf8, std::size_t position) {
@@ -57,6 +41,26 @@ std::size_t FindHalfPair(std::string_view utf8, std::size_t from) {
 
 }  // namespace
 
+void AppendCharacter(std::string& utf8, char32_t character) {
+    if (character < 0x80) {
+        utf8 += Byte(character);
+    } else if (character < 0x800) {
+        utf8 += {Byte(0xC0 | (character >> 6)), Byte(0x80 | (character & 0x3F))};
+    } else if (character < 0x10000) {
+        utf8 +=
+            {Byte(0xE0 | (character >> 12)), Byte(0x80 | ((character >> 6) & 0x3F)), Byte(0x80 | (character & 0x3F))};
+    } else {
+        utf8 += {Byte(0xF0 | (character >> 18)), Byte(0x80 | ((character >> 12) & 0x3F)),
+                 Byte(0x80 | ((character >> 6) & 0x3F)), Byte(0x80 | (character & 0x3F))};
+    }
+}
+
+std::size_t CountUtf16(std::string_view utf8) {
+    return static_cast<std::size_t>(
+        std::ranges::count_if(utf8, [](char c) { return (c & 0xC0) != 0x80; }) +
+        std::ranges::count_if(utf8, [](char c) { return static_cast<unsigned char>(c) >= 0xF0; }));
+}
+
 void AppendUtf8(std::string& utf8, const XMLCh* xmlText, std::size_t size) {
     const std::size_t before = utf8.size();
     utf8.resize(before + size);
@@ -75,7 +79,7 @@ void AppendUtf8(std::string& utf8, const XMLCh* xmlText, std::size_t size) {
 
 std::string Utf8Of(const XMLCh* xmlText) {
     std::string utf8;
-    if (xmlText != nullptr) AppendUtf8(utf8, xmlText, xercesc::XMLString::stringLen(xmlText));
+    if (xmlText != nullptr) AppendUtf8(utf8, xmlText, std::char_traits<XMLCh>::length(xmlText));
     return utf8;
 }
 

@@ -15,7 +15,11 @@
 namespace nbscore {
 
 /// Appends the UTF-8 form of a UTF-16 text.
-void AppendUtf8(std::string& utf8, const XMLCh* xmlText, std::size_t size);
+SCOREFRAMEWORK_API void AppendUtf8(std::string& utf8, const XMLCh* xmlText, std::size_t size);
+/// Appends the UTF-8 form of one character.
+void AppendCharacter(std::string& utf8, char32_t character);
+/// The units that the UTF-16 form of a sound text has.
+SCOREFRAMEWORK_API std::size_t CountUtf16(std::string_view utf8);
 /// Null is the empty text.
 SCOREFRAMEWORK_API std::string Utf8Of(const XMLCh* xmlText);
 SCOREFRAMEWORK_API std::basic_string<XMLCh> Utf16Of(std::string_view utf8);

@@ -8,11 +8,11 @@
 #include "pmml/DocumentFile.h"
 #include "pmml/DocumentParser.h"
 #include "pmml/DomDocument.h"
-#include "pmml/XmlLibrary.h"
+#include "pmml/XmlServices.h"
 #include "reading/BaseTranslator.h"
 
 BaseTranslator::BaseTranslator() {
-    nbscore::EnsureXmlPlatform();
+    nbscore::PrepareLoadedXmlLibrary();
 }
 
 BaseTranslator::~BaseTranslator() = default;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <utility>
 
@@ -11,8 +12,8 @@
 #include "naivebayes/Dump.h"
 #include "naivebayes/Existing.h"
 #include "naivebayes/ScoringCall.h"
+#include "naivebayes/ScoringPlan.h"
 #include "selflearning/SelfLearningResult.h"
-#include "selflearning/SetPlan.h"
 
 using nbscore::CountedNoun;
 using nbscore::Existing;
@@ -43,13 +44,7 @@ void SetDescriptors(ScoreResult& result, Descriptors descriptors) {
 
 }  // namespace
 
-struct SelfLearningModel::PlanOfSubModels {
-    nbscore::DoneOnce made;
-    /// Null where the sub-models can only be scored one by one.
-    std::unique_ptr<const nbscore::SetPlan> plan;
-};
-
-SelfLearningModel::SelfLearningModel() : plan(std::make_unique<PlanOfSubModels>()) {}
+SelfLearningModel::SelfLearningModel() : plan(std::make_unique<nbscore::PlanOnce>()) {}
 
 SelfLearningModel::~SelfLearningModel() = default;
 
@@ -224,16 +219,13 @@ double SelfLearningModel::GetScoreFromModel(const ScoreCaseRecord* record, const
 }
 
 std::vector<double> SelfLearningModel::GetScores(const ScoreCaseRecord* record, const ScoreCaseRecord* derivedRecord) {
-    plan->made.Do([this] {
-        if (numOfModels == 0 || FindScoringObstacle()) return;
-        std::vector<const nbscore::Classifier*> classifiers;
-        for (int model = 0; model < numOfModels; ++model)
-            classifiers.push_back(&GetSubModel(model).classifier);
-        plan->plan = nbscore::SetPlan::Make(std::move(classifiers), GetTables());
+    const nbscore::ScoringPlan* const ofAll = plan->Get([this]() -> std::optional<nbscore::ModelTables> {
+        if (numOfModels == 0 || FindScoringObstacle()) return std::nullopt;
+        return GetTables();
     });
     std::vector<double> scores(static_cast<std::size_t>(numOfModels));
-    if (plan->plan != nullptr) {
-        plan->plan->Score(Existing(record), derivedRecord, scoredCategory, scores);
+    if (ofAll != nullptr) {
+        ofAll->ComputeScores(Existing(record), derivedRecord, scores);
     } else {
         for (int model = 0; model < numOfModels; ++model)
             scores[static_cast<std::size_t>(model)] = GetScoreFromModel(record, derivedRecord, model);
@@ -242,7 +234,7 @@ std::vector<double> SelfLearningModel::GetScores(const ScoreCaseRecord* record, 
 }
 
 void SelfLearningModel::ForgetPlan() {
-    if (plan->made.IsDone()) plan = std::make_unique<PlanOfSubModels>();
+    if (plan->IsMade()) plan = std::make_unique<nbscore::PlanOnce>();
 }
 
 void SelfLearningModel::PrepareScoring(const ScoreCaseRecord* record, bool derivedInRecord) {

@@ -18,6 +18,10 @@
 #include "naivebayes/NBayesInputBase.h"
 #include "naivebayes/Target.h"
 
+namespace nbscore {
+class PlanOnce;
+}
+
 /// A set of Naive Bayes classifiers, its sub-models, that share one target of two categories. Each has a name,
 /// predictors, counts, a threshold and assessment figures of its own. Scoring a case gives every sub-model's
 /// probability of the target's second category, or its raw prior where a case says nothing to it; the sub-models are
@@ -147,8 +151,7 @@ private:
     /// Whether positions in records are noted.
     nbscore::DoneOnce dictVarIndexSetUp;
     /// How all sub-models are scored; made for the first case. Never null.
-    struct PlanOfSubModels;
-    std::unique_ptr<PlanOfSubModels> plan;
+    std::unique_ptr<nbscore::PlanOnce> plan;
     std::atomic<bool> predictionOnly = false;
     bool needDerivedPredictor = false;
 };

@@ -9,10 +9,10 @@ namespace nbscore {
 std::vector<AddedColumn> ListAddedColumns(const ScoreDictVar& target, const ScoreWriterOptions& options) {
     std::vector<AddedColumn> columns = {{"predicted_" + target.GetName(), AddedColumn::Prediction}};
     if (options.predictionOnly) return columns;
-    columns.push_back({"confidence", AddedColumn::Confidence});
+    columns.push_back({"confidence", AddedColumn::Posterior});
     const CategoryProbabilities categories(target);
     for (std::size_t i = 0; i < categories.GetNames().size(); ++i)
-        columns.push_back({"probability_" + categories.GetNames()[i], AddedColumn::Probability, i});
+        columns.push_back({"probability_" + categories.GetNames()[i], AddedColumn::Posterior, 1 + i});
     return columns;
 }
 
@@ -28,8 +28,8 @@ std::vector<AddedColumn> ListAddedColumns(const std::vector<std::string>& labels
     if (options.subModels.longRows) {
         columns = {{"model", AddedColumn::Label}, {"score", AddedColumn::Score}};
         if (options.predictionOnly) return columns;
-        columns.push_back({"assessment_mean", AddedColumn::AssessmentMean});
-        columns.push_back({"assessment_std_dev", AddedColumn::AssessmentStdDev});
+        columns.push_back({"assessment_mean", AddedColumn::Assessment});
+        columns.push_back({"assessment_std_dev", AddedColumn::Assessment, 1});
     } else if (options.subModels.best) {
         for (std::size_t i = 0; i < std::min(*options.subModels.best, labels.size()); ++i) {
             const std::string place = "best_" + std::to_string(i + 1);

@@ -13,11 +13,13 @@ namespace nbscore {
 
 /// A column that scoring adds to a table.
 struct AddedColumn {
-    enum Content { Prediction, Confidence, Probability, Output, Label, Score, AssessmentMean, AssessmentStdDev };
+    enum Content { Prediction, Posterior, Output, Label, Score, Assessment };
 
     std::string name;
     Content content;
-    /// Which one: of the target's categories, of the outputs, or of the sub-models that a row shows.
+    /// Which one: of the outputs, or of the sub-models that a row shows. Of posterior probabilities 0 is the confidence,
+    /// and behind it stand those of the target's categories. Of assessments 0 is the mean, 1 the standard deviation; both
+    /// are always shown.
     std::size_t number = 0;
 };
 

@@ -14,6 +14,9 @@ constexpr std::size_t mostAnswers = numSlots / 4;
 constexpr std::size_t mostTextBytes = std::size_t{8} << 20;
 /// The memory is worth its cost when at least one in so many cases repeats.
 constexpr std::size_t leastShare = 8;
+/// While it fills, fewer are found; where of so many cases less than this share repeats, more will hardly do later.
+constexpr std::size_t casesOfTrial = 2048;
+constexpr std::size_t leastShareInTrial = 64;
 
 }  // namespace
 
@@ -30,9 +33,15 @@ std::size_t AnswerMemory::PlaceOf(std::span<const FactorRow> rows) const {
     return seed.OfBytes(bytes, rows.size_bytes()) & (numSlots - 1);
 }
 
+bool AnswerMemory::IsWithoutPromise() const {
+    return !wasFull && asked >= casesOfTrial && found < asked / leastShareInTrial;
+}
+
 void AnswerMemory::MakeRoom() {
+    if (IsWithoutPromise()) isUseful = false;
     if (!IsFull()) return;
-    isUseful = found >= asked / leastShare;
+    isUseful = isUseful && found >= asked / leastShare;
+    wasFull = true;
     asked = found = 0;
     std::ranges::fill(slots, noAnswer);
     answers.clear();

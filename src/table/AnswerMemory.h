@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/FactorRow.h"
+#include "factors/FactorRow.h"
 #include "framework/SeededHash.h"
 
 namespace nbscore {
@@ -28,7 +28,8 @@ public:
 
     /// Whether to ask it: cases with very many values seldom repeat, and for others the hits are counted.
     bool IsUseful() const { return isUseful; }
-    /// Forgets everything when it is full. Answers found before are then no longer valid.
+    /// Forgets everything when it is full, and gives up where hardly any case repeats. Answers found before are then no
+    /// longer valid.
     void MakeRoom();
 
     /// What was kept for each of many cases, if anything. Looking for many at a time hides the latency of memory.
@@ -45,6 +46,7 @@ private:
     static constexpr std::uint32_t noAnswer = 0xFFFFFFFF;
 
     bool IsFull() const;
+    bool IsWithoutPromise() const;
     std::size_t PlaceOf(std::span<const FactorRow> rows) const;
     void FetchSlots(std::span<const FactorRow> rows, std::size_t cases);
     void FetchAnswers() const;
@@ -53,6 +55,8 @@ private:
     HashSeed seed = HashSeed::OfProcess();
     std::size_t keyLength;
     bool isUseful;
+    /// Whether it was full before.
+    bool wasFull = false;
     std::size_t asked = 0;
     std::size_t found = 0;
     /// Where among the slots the search for each case begins.

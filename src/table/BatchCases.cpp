@@ -1,7 +1,7 @@
 #include "table/BatchCases.h"
 
 #include <algorithm>
-#include <cmath>
+#include <bit>
 #include <stdexcept>
 
 #include "batch/BatchEngine.h"
@@ -27,11 +27,20 @@ std::unique_ptr<const ScoreValue> MakePrediction(const ScoreDictVar& target, con
     return std::make_unique<StringValue>(category.GetString());
 }
 
-std::vector<SubModelScore> DescribeSubModels(const ModelSelfDescription& set) {
-    std::vector<SubModelScore> subModels;
+std::vector<SubModelAssessment> DescribeAssessments(const ModelSelfDescription& set) {
+    std::vector<SubModelAssessment> assessments;
     for (const ClassifierDescription& subModel : set.Describe().classifiers)
-        subModels.push_back({subModel.name, MCMV::gMissingValue, subModel.assessmentMean, subModel.assessmentStdDev});
-    return subModels;
+        assessments.push_back({subModel.assessmentMean, subModel.assessmentStdDev});
+    return assessments;
+}
+
+/// A number is not finite when all bits of its exponent are set. Without a branch for each, many are looked at at once.
+bool AreAllFinite(std::span<const double> numbers) {
+    constexpr std::uint64_t exponent = 0x7FF0000000000000;
+    std::uint64_t areAny = 0;
+    for (const double number : numbers)
+        areAny |= static_cast<std::uint64_t>((std::bit_cast<std::uint64_t>(number) & exponent) == exponent);
+    return areAny == 0;
 }
 
 }  // namespace
@@ -50,7 +59,7 @@ BatchCases::BatchCases(const ScoreModel& model, bool onlyPrediction)
       predictionOnly(onlyPrediction),
       numbersOfCase(parts->engine->GetNumbersPerCase()),
       arranged(parts->predictions.size(), MCMV::gMissingValue) {
-    if (isSet) subModels = DescribeSubModels(dynamic_cast<const ModelSelfDescription&>(model));
+    if (isSet) assessments = DescribeAssessments(dynamic_cast<const ModelSelfDescription&>(model));
 }
 
 std::optional<BatchCases> BatchCases::Find(const ScoreModel& scorable, bool onlyPrediction) {
@@ -92,6 +101,7 @@ void BatchCases::Score(std::span<const std::span<const FactorRow>> rows, std::si
     numbers.resize(isSet || !predictionOnly ? cases * numbersOfCase : 0);
     answers.probabilities = numbers;
     parts->engine->ScoreRows(rows, cases, answers);
+    areAllFinite = AreAllFinite(numbers);
 }
 
 /// None of a single classifier where only the prediction is wanted.
@@ -104,21 +114,25 @@ ScoredCase BatchCases::GetCase(std::size_t entry) {
     const std::span<const double> ofCase = GetNumbers(entry);
     ScoredCase scored;
     if (isSet) {
-        for (std::size_t m = 0; m < subModels.size(); ++m)
-            subModels[m].score = ofCase[m];
-        scored.subModels = subModels;
+        scored.scores = ofCase;
+        scored.assessments = assessments;
         return scored;
     }
-    scored.prediction = parts->predictions[static_cast<std::size_t>(predicted[entry])].get();
+    scored.predictedCategory = static_cast<std::size_t>(predicted[entry]);
+    scored.prediction = parts->predictions[*scored.predictedCategory].get();
     scored.confidence = confidence[entry];
     if (predictionOnly) return scored;
-    std::ranges::copy(ofCase, arranged.begin());
-    scored.probabilities = arranged;
+    if (ofCase.size() == arranged.size()) {
+        scored.probabilities = ofCase;
+    } else {
+        std::ranges::copy(ofCase, arranged.begin());
+        scored.probabilities = arranged;
+    }
     return scored;
 }
 
 bool BatchCases::HasNonFiniteNumber(std::size_t entry) const {
-    return std::ranges::any_of(GetNumbers(entry), [](double number) { return !std::isfinite(number); });
+    return !areAllFinite && !AreAllFinite(GetNumbers(entry));
 }
 
 }  // namespace nbscore

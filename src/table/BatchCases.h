@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/FactorRow.h"
+#include "factors/FactorRow.h"
 #include "framework/ScoreModel.h"
 #include "table/ModelResults.h"
 
@@ -62,14 +62,14 @@ private:
     bool predictionOnly;
     /// How many probabilities a case has: one for each category, or one for each sub-model.
     std::size_t numbersOfCase;
+    bool areAllFinite = true;
     std::vector<std::int32_t> predicted;
     std::vector<double> confidence;
     /// Probabilities, case by case.
     std::vector<double> numbers;
     /// Of one case, one for each category that the target declares.
     std::vector<double> arranged;
-    /// Each with the score of the case that was asked for last.
-    std::vector<SubModelScore> subModels;
+    std::vector<SubModelAssessment> assessments;
 };
 
 }  // namespace nbscore

@@ -1,11 +1,13 @@
 #include "table/BlockScorer.h"
 
 #include <algorithm>
+#include <exception>
 #include <utility>
 
 #include "framework/CaseFacts.h"
 #include "framework/ModelSelfDescription.h"
 #include "framework/NumberText.h"
+#include "output/HostError.h"
 
 namespace nbscore {
 namespace {
@@ -45,15 +47,14 @@ void ContractBlockScorer::PrepareCounts() {
     }
 }
 
-std::string_view ContractBlockScorer::CellOf(const std::string& field,
-                                             const std::vector<std::string_view>& cells) const {
+std::string_view ContractBlockScorer::CellOf(const std::string& field, std::span<const std::string_view> cells) const {
     for (const CaseBinder::BoundColumn& column : binder.GetColumns()) {
         if (column.var->GetName() == field) return cells[column.column];
     }
     return {};
 }
 
-void ContractBlockScorer::Count(const ScoreResult& scored, const CsvRowReader& rows) {
+void ContractBlockScorer::Count(const ScoreResult& scored, CsvRowReader& rows) {
     const auto* const told = dynamic_cast<const ResultFacts*>(&scored);
     if (told == nullptr) {
         counts.areTold = false;
@@ -77,7 +78,7 @@ void ContractBlockScorer::Count(const ScoreResult& scored, const CsvRowReader& r
         CountUnknown(unknown, rows);
 }
 
-void ContractBlockScorer::CountUnknown(const CaseFacts::Unknown& unknown, const CsvRowReader& rows) {
+void ContractBlockScorer::CountUnknown(const CaseFacts::Unknown& unknown, CsvRowReader& rows) {
     const auto counted = countedFields.find(*unknown.field);
     if (counted == countedFields.end()) return;
     FieldCount& count = counts.fields[counted->second.position];
@@ -114,31 +115,41 @@ constexpr std::size_t mostRowsAtOnce = std::size_t{1} << 18;
 /// A row of a set of very many sub-models takes many steps (LimitWatch).
 constexpr std::size_t bytesPerStep = 256;
 
-/// With very many readers, fewer cases than the batch scorer likes best.
-std::size_t GetCasesAtOnce(const BatchCases& batch, std::size_t numReaders) {
+/// Between the rows to score of two readers, so that those of one case do not all fall into the same few places of the
+/// first cache.
+constexpr std::size_t gap = 16;
+
+/// Cells that wait together: they stay in the second cache.
+constexpr std::size_t cellsAtOnce = std::size_t{1} << 12;
+constexpr std::size_t fewestCasesAtOnce = 64;
+
+/// With very many readers or columns, fewer cases than the batch scorer likes best.
+std::size_t GetCasesAtOnce(const BatchCases& batch, std::size_t numReaders, std::size_t numColumns) {
     const std::size_t fitting = mostRowsAtOnce / std::max<std::size_t>(numReaders, 1);
-    return std::max<std::size_t>(std::min(batch.GetCasesAtOnce(), fitting), 1);
+    const std::size_t ofCells = std::max(cellsAtOnce / std::max<std::size_t>(numColumns, 1), fewestCasesAtOnce);
+    return std::max<std::size_t>(std::min({batch.GetCasesAtOnce(), fitting, ofCells}), 1);
 }
 
 }  // namespace
 
-BatchBlockScorer::BatchBlockScorer(const BatchCases& batchScorer, CaseCoder caseCoder,
+BatchBlockScorer::BatchBlockScorer(const BatchCases& batchScorer, CaseCoder caseCoder, std::size_t columnsOfTable,
                                    std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits)
     : batch(batchScorer),
       coder(std::move(caseCoder)),
       writer(std::move(scoreWriter)),
       copiesRows(copiesInput),
+      numColumns(columnsOfTable),
       numReaders(batch.GetFieldsOfReaders().size()),
-      casesAtOnce(GetCasesAtOnce(batch, numReaders)),
+      casesAtOnce(GetCasesAtOnce(batch, numReaders, numColumns)),
+      pitch(casesAtOnce + gap),
       watch(workLimits),
       memory(numReaders),
-      rowsOfCases(casesAtOnce * numReaders),
-      rowsToScore(casesAtOnce * numReaders) {}
+      rowsToScore(pitch * numReaders),
+      listsToScore(numReaders) {}
 
 void BatchBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) {
     while (ReadCases(rows)) {
-        RecallAnswers();
-        ScoreNewCases();
+        ScoreCases(asksMemory ? RecallAnswers() : waitingCases.size());
         for (std::size_t i = 0; i < waitingCases.size(); ++i) {
             const std::size_t textBefore = scores.text.size();
             AppendCase(i, scores);
@@ -149,48 +160,62 @@ void BatchBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLo
 }
 
 bool BatchBlockScorer::ReadCases(CsvRowReader& rows) {
-    waitingCases.clear();
-    cells.clear();
-    while (waitingCases.size() < casesAtOnce && rows.ReadRow()) {
-        coder.Encode(rows.GetCells(), rows.GetRowLine(),
-                     std::span(rowsOfCases).subspan(waitingCases.size() * numReaders, numReaders));
-        const InputRow input = rows.GetInputRow(copiesRows);
-        WaitingCase& waiting =
-            waitingCases.emplace_back(WaitingCase{rows.GetRowLine(), input.asWritten, cells.size(), 0, 0});
-        if (input.asWritten.empty()) {
-            cells.insert(cells.end(), input.cells.begin(), input.cells.end());
-            waiting.numCells = input.cells.size();
-        }
-    }
-    return !waitingCases.empty();
-}
-
-void BatchBlockScorer::RecallAnswers() {
     memory.MakeRoom();
-    remembered.assign(waitingCases.size(), std::nullopt);
-    if (writer->HasScoresBehindInput() && memory.IsUseful()) memory.Find(rowsOfCases, remembered);
+    asksMemory = memory.IsUseful() && writer->HasScoresBehindInput();
+    if (asksMemory) rowsOfCases.resize(casesAtOnce * numReaders);
+    const RowPlaces places =
+        asksMemory ? RowPlaces{rowsOfCases.data(), 1, numReaders} : RowPlaces{rowsToScore.data(), pitch, 1};
+    std::exception_ptr fault;
+    try {
+        ReadRows(rows);
+    } catch (const CaseDataError&) {
+        // One in a cell of an earlier row goes before it.
+        fault = std::current_exception();
+    }
+    cases.rows = rows.GetKeptRows(numColumns);
+    coder.Encode(cases, places);
+    if (fault != nullptr) std::rethrow_exception(fault);
+    return cases.Count() > 0;
 }
 
-void BatchBlockScorer::ScoreNewCases() {
+void BatchBlockScorer::ReadRows(CsvRowReader& rows) {
+    cases.lines.clear();
+    waitingCases.clear();
+    rows.ForgetRows();
+    while (cases.Count() < casesAtOnce && rows.ReadRowBehind()) {
+        coder.RequireAllCells(rows.CountCells(), rows.GetRowLine());
+        waitingCases.push_back({copiesRows ? rows.GetAsWritten() : std::string_view(), cases.Count()});
+        cases.lines.push_back(rows.GetRowLine());
+    }
+}
+
+/// Tells how many cases are to be scored.
+std::size_t BatchBlockScorer::RecallAnswers() {
+    remembered.assign(waitingCases.size(), std::nullopt);
+    memory.Find(rowsOfCases, remembered);
     std::size_t numToScore = 0;
     for (std::size_t i = 0; i < waitingCases.size(); ++i) {
         if (remembered[i]) continue;
         waitingCases[i].scored = numToScore;
         for (std::size_t reader = 0; reader < numReaders; ++reader)
-            rowsToScore[reader * casesAtOnce + numToScore] = GetRowsOf(i)[reader];
+            rowsToScore[reader * pitch + numToScore] = GetRowsOf(i)[reader];
         ++numToScore;
     }
-    if (numToScore == 0) return;
-    std::vector<std::span<const FactorRow>> lists;
-    lists.reserve(numReaders);
+    return numToScore;
+}
+
+void BatchBlockScorer::ScoreCases(std::size_t count) {
+    if (count == 0) return;
     for (std::size_t reader = 0; reader < numReaders; ++reader)
-        lists.emplace_back(rowsToScore.data() + reader * casesAtOnce, numToScore);
-    batch.Score(lists, numToScore);
+        listsToScore[reader] = {rowsToScore.data() + reader * pitch, count};
+    batch.Score(listsToScore, count);
 }
 
 void BatchBlockScorer::AppendCase(std::size_t number, BlockScores& scores) {
     const WaitingCase& waiting = waitingCases[number];
-    const InputRow input{std::span(cells).subspan(waiting.firstCell, waiting.numCells), waiting.asWritten};
+    inputCells.clear();
+    if (waiting.asWritten.empty()) cases.rows.ListCells(number, inputCells);
+    const InputRow input{inputCells, waiting.asWritten};
     ++scores.rows;
     if (writer->HasScoresBehindInput()) {
         writer->AppendInput(scores.text, input);
@@ -198,23 +223,21 @@ void BatchBlockScorer::AppendCase(std::size_t number, BlockScores& scores) {
         return;
     }
     writer->AppendCase(scores.text, input, batch.GetCase(waiting.scored));
-    if (batch.HasNonFiniteNumber(waiting.scored)) scores.NoteNonFinite(waiting.line);
+    if (batch.HasNonFiniteNumber(waiting.scored)) scores.NoteNonFinite(cases.lines[number]);
 }
 
 void BatchBlockScorer::AppendScores(std::size_t number, BlockScores& scores) {
     const WaitingCase& waiting = waitingCases[number];
-    if (const std::optional<AnswerMemory::Answer>& known = remembered[number]) {
-        scores.text += memory.GetText(*known);
-        if (known->hasNonFiniteNumber) scores.NoteNonFinite(waiting.line);
+    if (asksMemory && remembered[number]) {
+        scores.text += memory.GetText(*remembered[number]);
+        if (remembered[number]->hasNonFiniteNumber) scores.NoteNonFinite(cases.lines[number]);
         return;
     }
     const std::size_t begin = scores.text.size();
     writer->AppendScores(scores.text, batch.GetCase(waiting.scored));
     const bool hasNonFiniteNumber = batch.HasNonFiniteNumber(waiting.scored);
-    if (hasNonFiniteNumber) scores.NoteNonFinite(waiting.line);
-    if (memory.IsUseful()) {
-        memory.Keep(GetRowsOf(number), std::string_view(scores.text).substr(begin), hasNonFiniteNumber);
-    }
+    if (hasNonFiniteNumber) scores.NoteNonFinite(cases.lines[number]);
+    if (asksMemory) memory.Keep(GetRowsOf(number), std::string_view(scores.text).substr(begin), hasNonFiniteNumber);
 }
 
 }  // namespace nbscore

@@ -81,9 +81,9 @@ private:
     };
 
     void PrepareCounts();
-    void Count(const ScoreResult& scored, const CsvRowReader& rows);
-    void CountUnknown(const CaseFacts::Unknown& unknown, const CsvRowReader& rows);
-    std::string_view CellOf(const std::string& field, const std::vector<std::string_view>& cells) const;
+    void Count(const ScoreResult& scored, CsvRowReader& rows);
+    void CountUnknown(const CaseFacts::Unknown& unknown, CsvRowReader& rows);
+    std::string_view CellOf(const std::string& field, std::span<const std::string_view> cells) const;
 
     ScoreModel& model;
     CaseBinder binder;
@@ -101,26 +101,24 @@ private:
 class BatchBlockScorer : public BlockScorer {
 public:
     /// @param batchScorer copied. @param caseCoder made for it. The rest as for ContractBlockScorer.
-    BatchBlockScorer(const BatchCases& batchScorer, CaseCoder caseCoder, std::unique_ptr<ScoreWriter> scoreWriter,
-                     bool copiesInput, const Limits& workLimits);
+    BatchBlockScorer(const BatchCases& batchScorer, CaseCoder caseCoder, std::size_t columnsOfTable,
+                     std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits);
 
     void Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) override;
     const CaseCounts& GetCounts() const override { return coder.GetCounts(); }
 
 private:
-    /// A row that was read and not written yet.
+    /// What else is known of a row that was read and not written yet.
     struct WaitingCase {
-        std::uint64_t line;
         std::string_view asWritten;
-        std::size_t firstCell;
-        std::size_t numCells;
         /// Its position among the cases to be scored, unless its answer is remembered.
         std::size_t scored;
     };
 
     bool ReadCases(CsvRowReader& rows);
-    void RecallAnswers();
-    void ScoreNewCases();
+    void ReadRows(CsvRowReader& rows);
+    std::size_t RecallAnswers();
+    void ScoreCases(std::size_t count);
     void AppendCase(std::size_t number, BlockScores& scores);
     void AppendScores(std::size_t number, BlockScores& scores);
     std::span<const FactorRow> GetRowsOf(std::size_t number) const {
@@ -131,18 +129,27 @@ private:
     CaseCoder coder;
     std::unique_ptr<ScoreWriter> writer;
     bool copiesRows;
+    std::size_t numColumns;
     std::size_t numReaders;
     std::size_t casesAtOnce;
+    /// From the rows to score of one reader to those of the next.
+    std::size_t pitch;
     LimitWatch watch;
     AnswerMemory memory;
+    /// Whether the memory is asked about the cases that wait.
+    bool asksMemory = false;
+    TableCases cases;
+    /// Of a case that is written cell by cell.
+    std::vector<std::string_view> inputCells;
+    /// One for each of the cases.
     std::vector<WaitingCase> waitingCases;
-    /// What is remembered of each case.
+    /// What is remembered of each case, where the memory is asked.
     std::vector<std::optional<AnswerMemory::Answer>> remembered;
-    std::vector<std::string_view> cells;
-    /// Factor rows, case by case, one for each reader.
+    /// Factor rows, case by case, one for each reader: where the memory is asked.
     std::vector<FactorRow> rowsOfCases;
-    /// Factor rows of the cases to be scored: reader by reader, each casesAtOnce long.
+    /// Factor rows of the cases to be scored, reader by reader.
     std::vector<FactorRow> rowsToScore;
+    std::vector<std::span<const FactorRow>> listsToScore;
 };
 
 }  // namespace nbscore

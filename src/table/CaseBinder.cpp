@@ -12,7 +12,6 @@
 #include "table/DelimiterHint.h"
 
 namespace nbscore {
-
 namespace {
 
 constexpr std::uint64_t headerLine = 1;
@@ -68,15 +67,15 @@ void CaseBinder::BindColumns() {
     record.emplace(names, !fields->HaveTarget());
 }
 
-void CaseBinder::RequireAllCells(const std::vector<std::string_view>& cells, std::uint64_t line) const {
-    if (cells.size() == columnNames.size()) return;
+void CaseBinder::RequireAllCells(std::size_t numCells, std::uint64_t line) const {
+    if (numCells == columnNames.size()) return;
     throw CaseDataError(source, line,
-                        "the row has " + std::to_string(cells.size()) + (cells.size() == 1 ? " cell" : " cells") +
+                        "the row has " + std::to_string(numCells) + (numCells == 1 ? " cell" : " cells") +
                             ", the header has " + std::to_string(columnNames.size()));
 }
 
-const ScoreCaseRecord& CaseBinder::Bind(const std::vector<std::string_view>& cells, std::uint64_t line) {
-    RequireAllCells(cells, line);
+const ScoreCaseRecord& CaseBinder::Bind(std::span<const std::string_view> cells, std::uint64_t line) {
+    RequireAllCells(cells.size(), line);
     for (const BoundColumn& column : columns) {
         BindCell(column, cells[column.column], line);
     }

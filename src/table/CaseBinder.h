@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -36,7 +37,7 @@ public:
 
     /// The record of one row, valid until the next call. Throws CaseDataError naming line, column and text for a
     /// text that is no number, and naming the line for a row with too many or too few cells.
-    const ScoreCaseRecord& Bind(const std::vector<std::string_view>& cells, std::uint64_t line);
+    const ScoreCaseRecord& Bind(std::span<const std::string_view> cells, std::uint64_t line);
 
     /// The same for a row given by its cells that are not empty; takes no time for the others. Of two cells of a column
     /// the later one counts. A binder is used for such rows alone or not at all.
@@ -53,7 +54,7 @@ public:
     /// What to say where columns lack and the header's seem to stand between other characters (SuggestDelimiter).
     const std::string& GetDelimiterHint() const { return delimiterHint; }
     /// Throws CaseDataError, naming the line, for a row with too many or too few cells.
-    void RequireAllCells(const std::vector<std::string_view>& cells, std::uint64_t line) const;
+    void RequireAllCells(std::size_t numCells, std::uint64_t line) const;
     /// The number of a cell of a numeric field that is not empty; nothing where it is absent, or a text that the model
     /// gets. Throws CaseDataError, naming line, column and text, for another text that is no number.
     std::optional<double> ReadNumberCell(const BoundColumn& column, std::string_view cell, std::uint64_t line) const;

@@ -1,5 +1,6 @@
 #include "table/CsvReader.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "output/HostError.h"
@@ -19,14 +20,15 @@ std::string_view Between(std::string_view bytes, std::size_t begin, std::size_t 
 
 CsvRowReader::CsvRowReader(std::string sourceName, char cellDelimiter)
     : source(std::move(sourceName)),
-      delimiter(cellDelimiter),
       scanner(cellDelimiter),
-      marks(std::make_unique_for_overwrite<std::uint32_t[]>(CsvScanner::roomForMarks)) {}
+      rowEnds(std::make_unique_for_overwrite<std::uint32_t[]>(CsvScanner::roomForMarks)) {}
 
 void CsvRowReader::Start(TableBlock& nextBlock) {
     block = &nextBlock;
+    numMarks = endOfCells = foundLast = 0;
+    numRowEnds = nextRowEnd = 0;
+    ForgetRows();
     scanner.Start();
-    numMarks = nextMark = 0;
     rowBegin = nextRowBegin = 0;
     nextLine = block->firstLine;
     const std::string_view bytes = block->GetBytes();
@@ -34,46 +36,55 @@ void CsvRowReader::Start(TableBlock& nextBlock) {
     mayHoldByteOrderMarks = bytes.find(firstByteOfByteOrderMark) != std::string_view::npos;
 }
 
-bool CsvRowReader::ReadRow() {
-    cells.clear();
+bool CsvRowReader::ReadRowBehind() {
+    texts.clear();
     asWritten = {};
+    rowCells = endOfCells;
     rowBegin = nextRowBegin;
     if (rowBegin >= block->size) return false;
     rowLine = nextLine;
-    const char* const bytes = block->room.data();
-    std::size_t cellBegin = rowBegin;
-    do {
-        for (std::size_t i = nextMark; i < numMarks; ++i) {
-            const std::size_t mark = marks[i];
-            cells.emplace_back(bytes + cellBegin, mark - cellBegin);
-            if (bytes[mark] != delimiter) {
-                nextMark = i + 1;
-                EndRow(mark, mark + LengthOfMark(block->GetBytes(), mark));
-                return true;
-            }
-            cellBegin = mark + 1;
-        }
-        if (cells.size() > maxCells) RefuseTooManyCells();
-    } while (FindMoreMarks());
-    EndLastRow(cellBegin);
+    beforeRows.push_back(static_cast<std::uint32_t>(rowBegin) - 1);
+    while (nextRowEnd == numRowEnds) {
+        if (numMarks - rowCells > maxCells) RefuseTooManyCells();
+        if (FindMoreMarks()) continue;
+        EndLastRow();
+        return true;
+    }
+    const std::size_t last = foundLast + rowEnds[nextRowEnd++];
+    endOfCells = last + 1;
+    EndRow(marks[last], marks[last] + LengthOfMark(block->GetBytes(), marks[last]));
     return true;
 }
 
 /// False at the end of the block, and where it has a fault.
 bool CsvRowReader::FindMoreMarks() {
+    // Those of rows that are forgotten make room.
+    std::copy(marks.data() + keptCells, marks.data() + numMarks, marks.data());
+    numMarks -= keptCells;
+    rowCells -= keptCells;
+    endOfCells -= keptCells;
+    keptCells = 0;
+    foundLast = numMarks;
+    numRowEnds = nextRowEnd = 0;
+    if (marks.size() < numMarks + CsvScanner::roomForMarks) marks.resize(2 * numMarks + CsvScanner::roomForMarks);
     const std::string_view bytes = block->GetBytes();
-    nextMark = numMarks = 0;
-    while (numMarks == 0 && scanner.GetPosition() < bytes.size() && scanner.GetFault() == CsvScanner::Fault::None)
-        numMarks = scanner.FindMarks(bytes, marks.get());
-    return numMarks > 0;
+    while (numMarks == foundLast && scanner.GetPosition() < bytes.size() &&
+           scanner.GetFault() == CsvScanner::Fault::None) {
+        const CsvScanner::Found found = scanner.FindMarks(bytes, marks.data() + numMarks, rowEnds.get());
+        numMarks += found.marks;
+        numRowEnds = found.rowEnds;
+    }
+    return numMarks > foundLast;
 }
 
 /// The last row of a table may end without a line end; any other one that does not end has a fault.
-void CsvRowReader::EndLastRow(std::size_t cellBegin) {
+void CsvRowReader::EndLastRow() {
+    const std::size_t cellBegin = numMarks == rowCells ? rowBegin : marks[numMarks - 1] + 1;
     const std::size_t reached = scanner.GetPosition();
     const bool isInQuotes = scanner.IsInQuotes();
     if (!isInQuotes && scanner.GetFault() == CsvScanner::Fault::None) {
-        cells.push_back(Between(block->GetBytes(), cellBegin, reached));
+        marks[numMarks++] = static_cast<std::uint32_t>(reached);
+        endOfCells = numMarks;
         EndRow(reached, reached);
         return;
     }
@@ -89,7 +100,7 @@ void CsvRowReader::EndLastRow(std::size_t cellBegin) {
 void CsvRowReader::EndRow(std::size_t cellsEnd, std::size_t nextRow) {
     nextRowBegin = nextRow;
     nextLine = rowLine + 1;
-    if (cells.size() > maxCells) RefuseTooManyCells();
+    if (CountCells() > maxCells) RefuseTooManyCells();
     if (nextRow > soundText.position || nextRow - rowBegin > maxRowBytes) CheckText(nextRow);
     if (!mayHoldByteOrderMarks) asWritten = Between(block->GetBytes(), rowBegin, cellsEnd);
     if (!scanner.HasQuotes()) return;
@@ -97,11 +108,25 @@ void CsvRowReader::EndRow(std::size_t cellsEnd, std::size_t nextRow) {
     TakeQuotesOff();
 }
 
+/// Of the last row, and of those before it where that was not done.
+void CsvRowReader::ListBeforeCells() {
+    std::size_t row = beforeCells.empty() ? 0 : beforeRows.size() - 1;
+    for (std::size_t cell = keptCells + beforeCells.size(); cell < endOfCells; ++cell) {
+        const bool beginsRow = row < beforeRows.size() && beforeRows[row] + 1 <= marks[cell];
+        beforeCells.push_back(beginsRow ? beforeRows[row++] : marks[cell - 1]);
+    }
+}
+
 void CsvRowReader::TakeQuotesOff() {
-    for (std::string_view& cell : cells) {
-        if (!cell.starts_with('"')) continue;
+    ListBeforeCells();
+    for (std::size_t cell = rowCells; cell < endOfCells; ++cell) {
+        std::uint32_t& before = beforeCells[cell - keptCells];
+        const std::string_view written = Between(block->GetBytes(), before + 1, marks[cell]);
+        if (!written.starts_with('"')) continue;
         asWritten = {};
-        cell = TakeQuotesOff(cell);
+        const std::string_view text = TakeQuotesOff(written);
+        before = static_cast<std::uint32_t>(text.data() - block->room.data()) - 1;
+        marks[cell] = before + 1 + static_cast<std::uint32_t>(text.size());
     }
 }
 
@@ -138,8 +163,7 @@ void CsvRowReader::CheckText(std::size_t reached, std::optional<std::size_t> ope
 
 void CsvRowReader::RefuseTooManyCells() const {
     // What is wrong in front of the end of the first cell that is too many goes before.
-    const std::string_view tooMany = cells[maxCells];
-    const auto reached = static_cast<std::size_t>(tooMany.data() + tooMany.size() - block->room.data());
+    const std::size_t reached = marks[rowCells + maxCells];
     const std::string_view bytes = block->GetBytes();
     CheckText(reached == bytes.size() ? reached : reached + LengthOfMark(bytes, reached));
     Refuse(rowBegin, "the row has more than " + std::to_string(maxCells) + " cells");
@@ -147,6 +171,20 @@ void CsvRowReader::RefuseTooManyCells() const {
 
 void CsvRowReader::Refuse(std::size_t position, const std::string& problem) const {
     throw CaseDataError(source, GetLineOf(position), problem);
+}
+
+std::span<const std::string_view> CsvRowReader::GetCells() {
+    if (texts.empty() && CountCells() > 0) GetRows(CountCells(), beforeRows.size() - 1, rowCells).ListCells(0, texts);
+    return texts;
+}
+
+/// @param firstRow among those that are kept. @param firstCell of it, among the marks.
+CsvRows CsvRowReader::GetRows(std::size_t numColumns, std::size_t firstRow, std::size_t firstCell) const {
+    return {.bytes = block->room.data(),
+            .numColumns = numColumns,
+            .beforeRows = beforeRows.data() + firstRow,
+            .before = beforeCells.empty() ? nullptr : beforeCells.data() + (firstCell - keptCells),
+            .ends = marks.data() + firstCell};
 }
 
 std::uint64_t CsvRowReader::GetLineOf(std::size_t position) const {

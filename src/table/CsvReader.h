@@ -10,14 +10,16 @@
 #include <string_view>
 #include <vector>
 
+#include "framework/Utf8Check.h"
+#include "table/CsvRows.h"
 #include "table/CsvScanner.h"
 #include "table/TableBlockReader.h"
-#include "table/Utf8Check.h"
 
 namespace nbscore {
 
 /// The cells of a row of the input.
 struct InputRow {
+    /// May be left out where all of them are known as they would be written to the output.
     std::span<const std::string_view> cells;
     /// All of them as they would be written to the output; empty where that is not known.
     std::string_view asWritten;
@@ -38,21 +40,39 @@ public:
     /// Reads the next row; false at the end of the block. Throws CaseDataError for a quote that is not closed or stands
     /// where none may, a NUL byte, bytes that are no UTF-8, or a row that is too long or has too many cells. After that
     /// the block is of no more use.
-    bool ReadRow();
+    bool ReadRow() {
+        ForgetRows();
+        return ReadRowBehind();
+    }
+    /// The same, and keeps the cells of the rows before.
+    bool ReadRowBehind();
+    void ForgetRows() {
+        keptCells = rowCells = endOfCells;
+        beforeRows.clear();
+        beforeCells.clear();
+    }
 
-    /// The texts of the row that was read last. They last as long as the block.
-    const std::vector<std::string_view>& GetCells() const { return cells; }
-    /// The same for a writer.
+    /// The texts of the row that was read last, valid until the next one is. They last as long as the block.
+    std::span<const std::string_view> GetCells();
+    std::size_t CountCells() const { return endOfCells - rowCells; }
+    /// The cells of all rows that are kept, valid until the next row is read.
+    /// @param numColumns how many cells each of them has.
+    CsvRows GetKeptRows(std::size_t numColumns) const { return GetRows(numColumns, 0, keptCells); }
+    /// The row that was read last as it would be written again with the same delimiter; empty where that is not known.
+    std::string_view GetAsWritten() const { return asWritten; }
+    /// The same row for a writer.
     /// @param isCopied whether cells are written with the same delimiter.
-    InputRow GetInputRow(bool isCopied) const { return {cells, isCopied ? asWritten : std::string_view()}; }
+    InputRow GetInputRow(bool isCopied) { return {GetCells(), isCopied ? asWritten : std::string_view()}; }
     /// The line on which it begins, from 1.
     std::uint64_t GetRowLine() const { return rowLine; }
     const std::string& GetSourceName() const { return source; }
 
 private:
+    CsvRows GetRows(std::size_t numColumns, std::size_t firstRow, std::size_t firstCell) const;
     bool FindMoreMarks();
-    void EndLastRow(std::size_t cellBegin);
+    void EndLastRow();
     void EndRow(std::size_t cellsEnd, std::size_t nextRow);
+    void ListBeforeCells();
     void TakeQuotesOff();
     std::string_view TakeQuotesOff(std::string_view cell);
     void CheckText(std::size_t reached, std::optional<std::size_t> openQuote = std::nullopt) const;
@@ -61,12 +81,25 @@ private:
     std::uint64_t GetLineOf(std::size_t position) const;
 
     std::string source;
-    char delimiter;
     TableBlock* block = nullptr;
     CsvScanner scanner;
-    std::unique_ptr<std::uint32_t[]> marks;
+    /// Where cells end: those of rows that are kept, and all others that the scanner has found.
+    std::vector<std::uint32_t> marks;
     std::size_t numMarks = 0;
-    std::size_t nextMark = 0;
+    /// Among them the first cell of the rows that are kept, the first one of the last row, and the one behind it.
+    std::size_t keptCells = 0;
+    std::size_t rowCells = 0;
+    std::size_t endOfCells = 0;
+    /// Which of the marks that were found last end rows, from the first of these marks on.
+    std::unique_ptr<std::uint32_t[]> rowEnds;
+    std::size_t numRowEnds = 0;
+    std::size_t nextRowEnd = 0;
+    std::size_t foundLast = 0;
+    /// Of the rows that are kept; of their cells only where some row may have quotes (CsvRows).
+    std::vector<std::uint32_t> beforeRows;
+    std::vector<std::uint32_t> beforeCells;
+    /// The texts of the last row, once they were asked for.
+    std::vector<std::string_view> texts;
     /// Where the block's text ceases to be sound; behind the block where all is.
     Utf8Check soundText{};
     /// Whether some text may have to be put in quotes for what it begins with.
@@ -75,9 +108,8 @@ private:
     std::size_t nextRowBegin = 0;
     std::uint64_t rowLine = 0;
     std::uint64_t nextLine = 1;
-    std::vector<std::string_view> cells;
-    /// All cells as they stand in the table, where that is how they would be written again; empty where that is not
-    /// known.
+    /// All cells of the row as they stand in the table, where that is how they would be written again; empty where that
+    /// is not known.
     std::string_view asWritten;
 };
 
@@ -101,7 +133,7 @@ public:
             if (!blocks.Read(block)) return false;
             rows.Start(block);
         }
-        cells = rows.GetCells();
+        cells.assign(rows.GetCells().begin(), rows.GetCells().end());
         return true;
     }
 

@@ -109,12 +109,16 @@ std::size_t WritePositions(Bits bits, std::size_t place, std::uint32_t* position
 template <bool findsMarks>
 class Scan {
 public:
-    /// @param positions where FindMarks writes.
-    Scan(const CsvScanner::State& before, char delimiterCharacter, std::uint32_t* positions)
-        : state(before), delimiter(static_cast<std::uint8_t>(delimiterCharacter)), found(positions) {}
+    /// @param positions where FindMarks writes marks. @param rowEndPositions where it writes which of them end rows.
+    Scan(const CsvScanner::State& before, char delimiterCharacter, std::uint32_t* positions,
+         std::uint32_t* rowEndPositions)
+        : state(before),
+          delimiter(static_cast<std::uint8_t>(delimiterCharacter)),
+          marksFound(positions),
+          rowEndsFound(rowEndPositions) {}
 
     /// Goes on up to the end, or a fault. Tells how many marks were found.
-    HWY_INLINE std::size_t Run(const std::uint8_t* bytes, std::size_t end) {
+    HWY_INLINE CsvScanner::Found Run(const std::uint8_t* bytes, std::size_t end) {
         while (end - state.position >= bytesOfBits && state.fault == CsvScanner::Fault::None)
             LookAt(bytes + state.position, bytesOfBits);
         if (state.position < end && state.fault == CsvScanner::Fault::None) {
@@ -157,7 +161,13 @@ private:
             lineEndsInQuotes |= lineEnds & inQuotes;
         }
         if constexpr (findsMarks) {
-            numFound += WritePositions(separators & (marks.delimiters | lineEnds), state.position, found + numFound);
+            const Bits ends = separators & (marks.delimiters | lineEnds);
+            for (Bits rowEnds = ends & ~marks.delimiters; rowEnds != 0; rowEnds &= rowEnds - 1) {
+                const Bits inFront = ends & ((rowEnds & (~rowEnds + 1)) - 1);
+                rowEndsFound[numFound.rowEnds++] =
+                    static_cast<std::uint32_t>(numFound.marks) + static_cast<std::uint32_t>(std::popcount(inFront));
+            }
+            numFound.marks += WritePositions(ends, state.position, marksFound + numFound.marks);
         } else {
             const Bits rowEnds = separators & (marks.carriageReturns | marks.lineFeeds);
             placeOfLastRowEnds = rowEnds == 0 ? placeOfLastRowEnds : state.position;
@@ -188,8 +198,9 @@ private:
 
     CsvScanner::State state;
     std::uint8_t delimiter;
-    std::uint32_t* found;
-    std::size_t numFound = 0;
+    std::uint32_t* marksFound;
+    std::uint32_t* rowEndsFound;
+    CsvScanner::Found numFound;
     Bits seenQuotes = 0;
     Bits lineEndsInQuotes = 0;
     Bits lastRowEnds = 0;
@@ -197,16 +208,17 @@ private:
 };
 
 void ScanForRowEnds(CsvScanner::State& state, std::string_view bytes, char delimiter) {
-    Scan<false> scan(state, delimiter, nullptr);
+    Scan<false> scan(state, delimiter, nullptr, nullptr);
     scan.Run(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
     state = scan.GetState();
 }
 
-std::size_t ScanForMarks(CsvScanner::State& state, std::string_view bytes, char delimiter, std::uint32_t* found) {
-    Scan<true> scan(state, delimiter, found);
-    const std::size_t count = scan.Run(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+CsvScanner::Found ScanForMarks(CsvScanner::State& state, std::string_view bytes, char delimiter, std::uint32_t* marks,
+                               std::uint32_t* rowEnds) {
+    Scan<true> scan(state, delimiter, marks, rowEnds);
+    const CsvScanner::Found found = scan.Run(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
     state = scan.GetState();
-    return count;
+    return found;
 }
 
 }  // namespace nbscore::HWY_NAMESPACE
@@ -222,8 +234,9 @@ void CsvScanner::FindRowEnds(std::string_view bytes) {
     HWY_DYNAMIC_DISPATCH(ScanForRowEnds)(state, bytes, delimiter);
 }
 
-std::size_t CsvScanner::FindMarks(std::string_view bytes, std::uint32_t* marks) {
-    return HWY_DYNAMIC_DISPATCH(ScanForMarks)(state, bytes.substr(0, state.position + bytesAtOnce), delimiter, marks);
+CsvScanner::Found CsvScanner::FindMarks(std::string_view bytes, std::uint32_t* marks, std::uint32_t* rowEnds) {
+    const std::string_view piece = bytes.substr(0, state.position + bytesAtOnce);
+    return HWY_DYNAMIC_DISPATCH(ScanForMarks)(state, piece, delimiter, marks, rowEnds);
 }
 
 std::uint64_t CountLineEnds(std::string_view bytes) {

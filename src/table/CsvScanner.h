@@ -38,6 +38,12 @@ public:
         std::uint64_t afterCarriageReturn = 0;
     };
 
+    /// How many marks FindMarks has found, and how many of them end rows.
+    struct Found {
+        std::size_t marks = 0;
+        std::size_t rowEnds = 0;
+    };
+
     /// How many bytes FindMarks looks at, and so how many marks it may find.
     static constexpr std::size_t bytesAtOnce = std::size_t{32} << 10;
     /// The room that it needs for them: some of it is written over without need, which is faster than to ask.
@@ -58,7 +64,8 @@ public:
     /// Goes on by some bytes, for what ends cells: delimiters, and the first byte of what ends a row, outside quotes.
     /// Tells how many there are, which may be none. Finds no more behind a fault.
     /// @param bytes as above, fewer than 4 GB. @param marks room for roomForMarks positions.
-    std::size_t FindMarks(std::string_view bytes, std::uint32_t* marks);
+    /// @param rowEnds room for as many: which of these marks end rows, counted from 0.
+    Found FindMarks(std::string_view bytes, std::uint32_t* marks, std::uint32_t* rowEnds);
 
     /// How many bytes were looked at; at a fault those before the byte at fault.
     std::size_t GetPosition() const { return state.position; }

@@ -1,10 +1,11 @@
 #include "table/CsvScoreWriter.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
-#include <utility>
 #include <variant>
 
 #include "framework/MCMV.h"
@@ -12,7 +13,6 @@
 #include "framework/SeededHash.h"
 #include "output/HostError.h"
 #include "output/MessageText.h"
-#include "table/CsvText.h"
 
 namespace nbscore {
 namespace {
@@ -21,28 +21,54 @@ namespace {
 constexpr std::string_view charactersOfNumbers = "+-.0123456789aefin";
 
 /// The system-missing number's cell is empty.
-void AddNumber(CsvRow& row, double number, bool needsQuotes) {
-    if (needsQuotes) {
-        row.Add(MCMV::IsMissing(number) ? std::string() : FormatNumber(number));
+char* WriteNumberCell(char* to, double number) {
+    return MCMV::IsMissing(number) ? to : WriteNumber(to, number);
+}
+
+/// @param numberOf the number of a cell, from 0.
+template <typename NumberOf>
+void AddNumbers(CsvRow& row, std::size_t count, bool needQuotes, const NumberOf& numberOf) {
+    if (!needQuotes) {
+        row.AddPlain(count, mostNumberBytes, [&](std::size_t i, char* to) { return WriteNumberCell(to, numberOf(i)); });
         return;
     }
-    row.AddPlain([number](std::string& text) {
-        if (!MCMV::IsMissing(number)) AppendNumber(text, number);
-    });
+    std::array<char, mostNumberBytes> cell;
+    for (std::size_t i = 0; i < count; ++i)
+        row.Add({cell.data(), WriteNumberCell(cell.data(), numberOf(i))});
 }
 
 /// The cell of a value that there is none of is empty.
 void AddOutput(CsvRow& row, const OutputValue& value, bool numbersNeedQuotes) {
     if (const auto* const number = std::get_if<double>(&value)) {
-        AddNumber(row, *number, numbersNeedQuotes);
+        AddNumbers(row, 1, numbersNeedQuotes, [number](std::size_t) { return *number; });
     } else {
         const auto* const text = std::get_if<std::string>(&value);
         row.Add(text == nullptr ? std::string_view() : *text);
     }
 }
 
-bool HaveSameBits(double one, double other) {
-    return std::bit_cast<std::uint64_t>(one) == std::bit_cast<std::uint64_t>(other);
+/// The confidence and the probabilities. Writing a number takes long, and one of these is the confidence once more.
+void AddPosterior(CsvRow& row, double confidence, std::span<const double> probabilities, bool needQuotes) {
+    if (needQuotes) {
+        AddNumbers(row, 1 + probabilities.size(), true,
+                   [&](std::size_t i) { return i == 0 ? confidence : probabilities[i - 1]; });
+        return;
+    }
+    const auto bits = std::bit_cast<std::uint64_t>(confidence);
+    const char* written = nullptr;
+    std::size_t length = 0;
+    row.AddPlain(1 + probabilities.size(), mostNumberBytes, [&](std::size_t i, char* to) {
+        if (i == 0) {
+            char* const end = WriteNumberCell(to, confidence);
+            written = to;
+            length = static_cast<std::size_t>(end - to);
+            return end;
+        }
+        if (std::bit_cast<std::uint64_t>(probabilities[i - 1]) != bits)
+            return WriteNumberCell(to, probabilities[i - 1]);
+        std::memmove(to, written, mostNumberBytes);
+        return to + length;
+    });
 }
 
 }  // namespace
@@ -78,15 +104,23 @@ CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& names, const std:
     AddColumns(ListAddedColumns(labels, options), sourceName);
 }
 
-void CsvScoreWriter::AddColumns(std::vector<AddedColumn> added, const std::string& sourceName) {
-    columns = std::move(added);
-    for (const AddedColumn& column : columns)
+void CsvScoreWriter::AddColumns(const std::vector<AddedColumn>& added, const std::string& sourceName) {
+    for (const AddedColumn& column : added) {
         columnNames.push_back(prefix + column.name);
+        const bool goesOn = !columns.empty() && columns.back().content == column.content &&
+                            columns.back().first + columns.back().count == column.number;
+        if (goesOn) {
+            ++columns.back().count;
+        } else {
+            columns.push_back({column.content, column.number, 1});
+        }
+    }
+    numAddedColumns = added.size();
     RequireDistinctNames(sourceName);
 }
 
 void CsvScoreWriter::RequireDistinctNames(const std::string& sourceName) const {
-    const std::size_t inputColumns = columnNames.size() - columns.size();
+    const std::size_t inputColumns = columnNames.size() - numAddedColumns;
     SeededSet<std::string_view> taken;
     for (std::size_t i = 0; i < columnNames.size(); ++i) {
         const bool isNew = taken.insert(columnNames[i]).second;
@@ -111,7 +145,7 @@ void CsvScoreWriter::AppendCase(std::string& text, const InputRow& input, const 
         AppendScores(text, scored);
         return;
     }
-    for (const std::size_t position : ranking.Rank(scored.subModels)) {
+    for (const std::size_t position : ranking.Rank(scored.scores)) {
         AppendInput(text, input);
         AppendRow(text, scored, std::span(&position, 1));
     }
@@ -131,48 +165,56 @@ void CsvScoreWriter::AppendInput(std::string& text, const InputRow& input) const
 }
 
 void CsvScoreWriter::AppendScores(std::string& text, const ScoredCase& scored) {
-    AppendRow(text, scored, ranking.Rank(scored.subModels));
+    AppendRow(text, scored, ranking.Rank(scored.scores));
+}
+
+/// There are few predictions, and many cases have the same one.
+void CsvScoreWriter::AddPrediction(CsvRow& row, const ScoredCase& scored) {
+    if (!scored.predictedCategory) {
+        row.Add(scored.prediction == nullptr ? std::string() : scored.prediction->GetString());
+        return;
+    }
+    if (predictionCells.size() <= *scored.predictedCategory) predictionCells.resize(*scored.predictedCategory + 1);
+    std::optional<std::string>& cell = predictionCells[*scored.predictedCategory];
+    if (!cell) AppendCsvCell(cell.emplace(), scored.prediction->GetString(), delimiter);
+    row.AddPlain(*cell);
 }
 
 /// Appends the added columns' cells, behind those of the input, and ends the row.
 /// @param shown the positions of the sub-models that the row shows.
-void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown) const {
+void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown) {
     CsvRow row(text, delimiter, hasInputColumns);
-    std::size_t confidenceBegin = 0;
-    std::size_t confidenceLength = 0;
-    for (const AddedColumn& column : columns) {
-        const std::size_t number = column.number;
-        switch (column.content) {
+    constexpr std::size_t forShortTexts = 32;
+    row.Reserve(forShortTexts + numAddedColumns * (mostNumberBytes + 1));
+    const auto appendAssessment = [this](std::string& cells, const SubModelAssessment& assessment) {
+        CsvRow both(cells, delimiter);
+        AddNumbers(both, 2, numbersNeedQuotes,
+                   [&](std::size_t i) { return i == 0 ? assessment.mean : assessment.stdDev; });
+    };
+    for (const Columns& some : columns) {
+        const auto addNumbers = [&](const auto& numberOf) {
+            AddNumbers(row, some.count, numbersNeedQuotes, [&](std::size_t i) { return numberOf(some.first + i); });
+        };
+        switch (some.content) {
             case AddedColumn::Prediction:
-                row.Add(scored.prediction == nullptr ? std::string() : scored.prediction->GetString());
+                AddPrediction(row, scored);
                 break;
-            case AddedColumn::Confidence:
-                confidenceBegin = text.size();
-                AddNumber(row, scored.confidence, numbersNeedQuotes);
-                confidenceLength = text.size() - confidenceBegin;
-                break;
-            case AddedColumn::Probability:
-                // Writing a number takes long, and one of these is the confidence once more.
-                if (HaveSameBits(scored.probabilities[number], scored.confidence)) {
-                    row.AddAgain(confidenceBegin, confidenceLength);
-                } else {
-                    AddNumber(row, scored.probabilities[number], numbersNeedQuotes);
-                }
+            case AddedColumn::Posterior:
+                AddPosterior(row, scored.confidence, scored.probabilities, numbersNeedQuotes);
                 break;
             case AddedColumn::Output:
-                AddOutput(row, scored.outputs[number], numbersNeedQuotes);
+                for (std::size_t i = 0; i < some.count; ++i)
+                    AddOutput(row, scored.outputs[some.first + i], numbersNeedQuotes);
                 break;
             case AddedColumn::Label:
-                row.AddPlain([&label = labelCells[shown[number]]](std::string& cells) { cells += label; });
+                for (std::size_t i = 0; i < some.count; ++i)
+                    row.AddPlain(labelCells[shown[some.first + i]]);
                 break;
             case AddedColumn::Score:
-                AddNumber(row, scored.subModels[shown[number]].score, numbersNeedQuotes);
+                addNumbers([&](std::size_t number) { return scored.scores[shown[number]]; });
                 break;
-            case AddedColumn::AssessmentMean:
-                AddNumber(row, scored.subModels[shown[number]].assessmentMean, numbersNeedQuotes);
-                break;
-            case AddedColumn::AssessmentStdDev:
-                AddNumber(row, scored.subModels[shown[number]].assessmentStdDev, numbersNeedQuotes);
+            case AddedColumn::Assessment:
+                row.AddPlain(assessmentTexts.Get(shown.front(), scored.assessments[shown.front()], appendAssessment));
                 break;
         }
     }

@@ -2,11 +2,14 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "table/AddedColumns.h"
+#include "table/AssessmentTexts.h"
+#include "table/CsvText.h"
 #include "table/ScoreWriter.h"
 
 namespace nbscore {
@@ -37,10 +40,18 @@ public:
     void AppendScores(std::string& text, const ScoredCase& scored) override;
 
 private:
+    /// Some columns that scoring adds, side by side and of the same content.
+    struct Columns {
+        AddedColumn::Content content;
+        std::size_t first;
+        std::size_t count;
+    };
+
     CsvScoreWriter(const std::vector<std::string>& header, const ScoreWriterOptions& options);
-    void AddColumns(std::vector<AddedColumn> added, const std::string& sourceName);
+    void AddColumns(const std::vector<AddedColumn>& added, const std::string& sourceName);
     void RequireDistinctNames(const std::string& sourceName) const;
-    void AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown) const;
+    void AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown);
+    void AddPrediction(CsvRow& row, const ScoredCase& scored);
 
     char delimiter;
     bool hasInputColumns;
@@ -49,9 +60,13 @@ private:
     std::string prefix;
     /// The input's, as far as they are written, and those that are added.
     std::vector<std::string> columnNames;
-    std::vector<AddedColumn> columns;
+    std::vector<Columns> columns;
+    std::size_t numAddedColumns = 0;
     /// The sub-models' labels, in quotes where they need them.
     std::vector<std::string> labelCells;
+    /// What is written for each predicted category that was met so far.
+    std::vector<std::optional<std::string>> predictionCells;
+    AssessmentTexts assessmentTexts;
     SubModelRanking ranking;
 };
 

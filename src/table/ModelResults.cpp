@@ -1,9 +1,9 @@
 #include "table/ModelResults.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 
+#include "batch/BestScores.h"
 #include "framework/CaseFacts.h"
 #include "framework/CountedNoun.h"
 #include "framework/ModelSelfDescription.h"
@@ -59,10 +59,6 @@ private:
     std::vector<std::size_t> toNumber;
 };
 
-bool IsHigher(double score, double other) {
-    return std::isnan(other) ? !std::isnan(score) : score > other;
-}
-
 }  // namespace
 
 const std::vector<SubModelScore>* FindSubModelScores(const ScoreResult& result) {
@@ -102,20 +98,14 @@ std::vector<std::string> LabelSubModels(const std::vector<std::string>& names) {
     return SubModelLabels(names).Make();
 }
 
-const std::vector<std::size_t>& SubModelRanking::Rank(std::span<const SubModelScore> scores) {
-    positions.resize(scores.size());
-    std::iota(positions.begin(), positions.end(), std::size_t{0});
-    if (!limit) return positions;
-
-    const auto comesFirst = [&scores](std::size_t left, std::size_t right) {
-        const double leftScore = scores[left].score;
-        const double rightScore = scores[right].score;
-        return IsHigher(leftScore, rightScore) || (!IsHigher(rightScore, leftScore) && left < right);
-    };
-    const std::size_t kept = std::min(*limit, positions.size());
-    const auto end = positions.begin() + static_cast<std::ptrdiff_t>(kept);
-    std::partial_sort(positions.begin(), end, positions.end(), comesFirst);
-    positions.resize(kept);
+const std::vector<std::size_t>& SubModelRanking::Rank(std::span<const double> scores) {
+    if (limit) {
+        FindBestScores(
+            scores.size(), *limit, [&](std::size_t position) { return scores[position]; }, positions);
+    } else if (positions.size() != scores.size()) {
+        positions.resize(scores.size());
+        std::iota(positions.begin(), positions.end(), std::size_t{0});
+    }
     return positions;
 }
 
@@ -222,7 +212,14 @@ ScoredCaseReader::ScoredCaseReader(ScoreModel& model, const ScoreWriterOptions& 
 ScoredCase ScoredCaseReader::Read(const ScoreCaseRecord& record, const ScoreResult& result) {
     ScoredCase scored;
     if (numSubModels) {
-        scored.subModels = RequireSubModelScores(result, *numSubModels);
+        scores.clear();
+        assessments.clear();
+        for (const SubModelScore& subModel : RequireSubModelScores(result, *numSubModels)) {
+            scores.push_back(subModel.score);
+            assessments.push_back({subModel.assessmentMean, subModel.assessmentStdDev});
+        }
+        scored.scores = scores;
+        scored.assessments = assessments;
         return scored;
     }
     const ScoreClsResult& classification = RequireClassification(result);

@@ -20,6 +20,12 @@ namespace nbscore {
 /// The score of one sub-model of a set for a case.
 using SubModelScore = SelfLearningResult::ModelDescriptor;
 
+/// What a sub-model's document says of it; system-missing where it says nothing.
+struct SubModelAssessment {
+    double mean = MCMV::gMissingValue;
+    double stdDev = MCMV::gMissingValue;
+};
+
 /// The result's scores, one per sub-model in order, owned by the result. Null when it holds none: a plug-in may return
 /// any kind of result.
 const std::vector<SubModelScore>* FindSubModelScores(const ScoreResult& result);
@@ -50,7 +56,7 @@ public:
 
     /// The positions of the sub-models to show, valid until the next call. The highest score comes first, equal ones in
     /// the model's order; NaN is lower than any other score.
-    const std::vector<std::size_t>& Rank(std::span<const SubModelScore> scores);
+    const std::vector<std::size_t>& Rank(std::span<const double> scores);
 
 private:
     std::optional<std::size_t> limit;
@@ -121,12 +127,15 @@ private:
 struct ScoredCase {
     /// Of a single classifier; null for a set, and for a case without a result.
     const ScoreValue* prediction = nullptr;
+    /// Where the scorer tells it, the number of the predicted category: the same number, the same prediction.
+    std::optional<std::size_t> predictedCategory = {};
     double confidence = MCMV::gMissingValue;
     /// In the order in which the target declares its categories, system-missing for one that the scorer does not give;
     /// empty where only the prediction is wanted.
     std::span<const double> probabilities;
     /// Of a set, one for each sub-model.
-    std::span<const SubModelScore> subModels;
+    std::span<const double> scores;
+    std::span<const SubModelAssessment> assessments;
     /// What the document's Output asks for, one for each of its columns; empty where the usual columns are shown.
     std::span<const OutputValue> outputs;
 };
@@ -151,6 +160,8 @@ private:
     std::optional<std::size_t> onlyOutput;
     std::vector<OutputValue> outputs;
     std::optional<std::size_t> numSubModels;
+    std::vector<double> scores;
+    std::vector<SubModelAssessment> assessments;
     std::optional<CategoryProbabilities> probabilities;
 };
 

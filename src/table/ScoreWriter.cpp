@@ -4,6 +4,7 @@
 
 #include "output/HostError.h"
 #include "output/JsonText.h"
+#include "table/AssessmentTexts.h"
 #include "table/CsvScoreWriter.h"
 #include "table/ModelResults.h"
 
@@ -49,6 +50,7 @@ private:
     /// What stands in front of the number of each category or each output, `, "yes": `, or of each sub-model's score,
     /// `{"name": "a", "score": `.
     std::vector<std::string> openings;
+    AssessmentTexts assessmentTexts;
     SubModelRanking ranking;
 };
 
@@ -139,20 +141,21 @@ void JsonLinesScoreWriter::AppendOutputs(std::string& text, const ScoredCase& sc
     text += "}\n";
 }
 
+void AppendAssessment(std::string& text, const SubModelAssessment& assessment) {
+    text += ", \"assessment_mean\": ";
+    AppendJsonNumber(text, assessment.mean);
+    text += ", \"assessment_std_dev\": ";
+    AppendJsonNumber(text, assessment.stdDev);
+}
+
 void JsonLinesScoreWriter::AppendSubModels(std::string& text, const ScoredCase& scored) {
     text += "{\"models\": [";
     const char* separator = "";
-    for (const std::size_t position : ranking.Rank(scored.subModels)) {
-        const SubModelScore& subModel = scored.subModels[position];
+    for (const std::size_t position : ranking.Rank(scored.scores)) {
         text += separator;
         text += openings[position];
-        AppendJsonNumber(text, subModel.score);
-        if (!predictionOnly) {
-            text += ", \"assessment_mean\": ";
-            AppendJsonNumber(text, subModel.assessmentMean);
-            text += ", \"assessment_std_dev\": ";
-            AppendJsonNumber(text, subModel.assessmentStdDev);
-        }
+        AppendJsonNumber(text, scored.scores[position]);
+        if (!predictionOnly) text += assessmentTexts.Get(position, scored.assessments[position], AppendAssessment);
         text += '}';
         separator = ", ";
     }

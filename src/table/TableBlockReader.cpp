@@ -90,10 +90,9 @@ bool TableBlockReader::Extend(TableBlock& block) {
 /// Looking at one character waits for the stream; what it then has ready is taken without waiting again.
 std::size_t TableBlockReader::TakeReady(char* room) {
     if (input.peek() == std::istream::traits_type::eof()) return 0;
-    if (const std::streamsize count = input.readsome(room, pieceBytes); count > 0) {
-        return static_cast<std::size_t>(count);
-    }
-    input.read(room, pieceBytes);  // a stream without a buffer of its own never has anything ready
+    const auto most = static_cast<std::streamsize>(piece);
+    if (const std::streamsize count = input.readsome(room, most); count > 0) return static_cast<std::size_t>(count);
+    input.read(room, most);  // a stream without a buffer of its own never has anything ready
     return static_cast<std::size_t>(input.gcount());
 }
 

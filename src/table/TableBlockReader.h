@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <istream>
@@ -14,7 +15,7 @@ namespace nbscore {
 /// A piece of a table that ends where a row ends, or where the table does. May be changed in place.
 struct TableBlock {
     /// How many bytes can be read behind the last one that is filled, so that short texts can be loaded whole.
-    static constexpr std::size_t slack = 8;
+    static constexpr std::size_t slack = 16;
 
     /// Longer than the filled part by the slack at least, unless that is empty.
     std::vector<char> room;
@@ -33,8 +34,9 @@ struct TableBlock {
 /// skipped, as is a byte order mark in front.
 class TableBlockReader {
 public:
-    /// How much is asked of the stream at a time.
+    /// How much is asked of the stream at a time, at the most and at the least.
     static constexpr std::size_t pieceBytes = std::size_t{256} << 10;
+    static constexpr std::size_t fewestPieceBytes = std::size_t{16} << 10;
     static constexpr std::size_t maxRowBytes = std::size_t{64} << 20;
 
     /// @param stream borrowed; @param name what errors call it; @param delimiter between cells: any ASCII character but
@@ -45,6 +47,9 @@ public:
     /// row that cannot be read: longer than maxRowBytes, or with a misplaced quote; nothing after it can be used.
     /// Throws InputOutputError when the stream fails.
     bool Read(TableBlock& block);
+
+    /// Asks for so much at a time from now on, within the bounds.
+    void SetPieceBytes(std::size_t bytes) { piece = std::clamp(bytes, fewestPieceBytes, pieceBytes); }
 
     /// How many bytes were taken from the stream so far.
     std::uint64_t GetBytesRead() const { return bytesRead; }
@@ -60,6 +65,7 @@ private:
     std::istream& input;
     std::string sourceName;
     CsvScanner scanner;
+    std::size_t piece = pieceBytes;
     /// What was read behind the last row that ended.
     std::vector<char> rest;
     std::uint64_t nextLine = 1;

@@ -67,8 +67,10 @@ struct TableScorerOptions {
     Limits limits;
     ScoreWriterOptions output;
 
-    /// Whether a row's cells are written as they are read.
-    bool CopiesRows() const { return output.format == ScoreFormat::Csv && delimiter == output.delimiter; }
+    /// Whether a row's cells are written as they are read, or not at all.
+    bool CopiesRows() const {
+        return output.format != ScoreFormat::Csv || output.onlyScores || delimiter == output.delimiter;
+    }
 };
 
 }  // namespace nbscore

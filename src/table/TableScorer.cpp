@@ -1,5 +1,6 @@
 #include "table/TableScorer.h"
 
+#include <algorithm>
 #include <atomic>
 #include <memory>
 #include <optional>
@@ -14,6 +15,9 @@
 
 namespace nbscore {
 namespace {
+
+/// Of a block: threads that score longer ones would have to wait for their turn before these are whole.
+constexpr std::size_t textOfBlock = BlockScorer::longText / 2;
 
 /// One run over one table.
 class TableRun {
@@ -34,6 +38,9 @@ public:
         const std::unique_ptr<BlockScorer> scorer = MakeScorer();
         // The first block here, so that a short table starts no threads.
         ScoreBlock(*scorer);
+        // It tells how much text comes of how much table. On one thread, too: where blocks end, and so what is written
+        // in front of a fault, must not depend on the number of threads.
+        reader.SetPieceBytes(textOfBlock * block.size / std::max<std::size_t>(bytesWritten, 1));
         if (options.threads > 1) {
             ScoreOnThreads(*scorer);
         } else {
@@ -62,8 +69,8 @@ private:
         const std::string& source = reader.GetSourceName();
         if (batch) {
             CaseCoder coder(model, *batch, header, source, options.cases);
-            return std::make_unique<BatchBlockScorer>(*batch, std::move(coder), CopyWriter(), options.CopiesRows(),
-                                                      options.limits);
+            return std::make_unique<BatchBlockScorer>(*batch, std::move(coder), header.size(), CopyWriter(),
+                                                      options.CopiesRows(), options.limits);
         }
         CaseBinder binder(model, header, source, options.cases);
         ScoredCaseReader results(model, options.output);
@@ -136,6 +143,7 @@ private:
         WriteHeader();
         output.Write(done.text);
         output.Flush();
+        bytesWritten += done.text.size();
         summary.rows += done.rows;
         if (summary.firstNonFiniteLine == 0) summary.firstNonFiniteLine = done.firstNonFiniteLine;
         rowsWritten = summary.rows;
@@ -175,6 +183,7 @@ private:
     BlockScores scores;
     std::vector<CaseCounts> countsOfThreads;
     ScoringSummary summary;
+    std::size_t bytesWritten = 0;
     std::atomic<std::uint64_t> rowsWritten = 0;
     bool hasWrittenHeader = false;
 };

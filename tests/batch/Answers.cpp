@@ -142,6 +142,21 @@ std::vector<Call> CallsOf(std::size_t cases, const std::vector<std::size_t>& siz
     return calls;
 }
 
+void Set(PreparedRow& row, std::size_t input, const CaseValue& value) {
+    if (const auto* number = std::get_if<double>(&value)) return row.SetNumber(input, *number);
+    // The row copies what it needs of a text that is about to go.
+    if (const auto* text = std::get_if<std::string>(&value)) return row.SetText(input, std::string(*text));
+    row.SetMissing(input);
+}
+
+/// Numbers that are equal may differ in their sign, which digits tell.
+bool IsSame(const CaseValue& one, const CaseValue& other) {
+    const auto* number = std::get_if<double>(&one);
+    const auto* otherNumber = std::get_if<double>(&other);
+    if (number == nullptr || otherNumber == nullptr) return one == other;
+    return BitsOf(*number) == BitsOf(*otherNumber);
+}
+
 template <typename T>
 std::string DifferenceIn(const char* what, const std::vector<T>& expected, const std::vector<T>& actual) {
     if (expected.size() != actual.size()) {
@@ -219,6 +234,24 @@ Answers AnswersInBatches(const BatchEngine& engine, const InputTable& table, con
             ScoreColumnsOf(engine, table, call, columns, random);
         }
         AppendMatrix(matrix, columns.probabilityOrder, call, answers);
+    }
+    return answers;
+}
+
+Answers AnswersByRow(const std::vector<BatchInput>& inputs, PreparedRow& row, const InputTable& table,
+                     Randomness& random) {
+    Answers answers;
+    for (std::size_t i = 0; i < table.cases; ++i) {
+        const bool setsAll = i == 0 || OneIn(3, random);
+        for (std::size_t input = 0; input < inputs.size(); ++input) {
+            const auto column = std::ranges::find(table.names, inputs[input].name) - table.names.begin();
+            const std::vector<CaseValue>& values = table.columns.at(static_cast<std::size_t>(column));
+            if (setsAll || !IsSame(values[i], values[i - 1])) Set(row, input, values[i]);
+        }
+        const RowAnswer answer = row.Score();
+        answers.predicted.push_back(answer.predicted);
+        answers.confidence.push_back(answer.confidence);
+        answers.matrix.insert(answers.matrix.end(), answer.probabilities.begin(), answer.probabilities.end());
     }
     return answers;
 }

@@ -7,13 +7,14 @@
 
 #include "batch/BatchEngine.h"
 #include "batch/InputTable.h"
+#include "batch/PreparedRow.h"
 #include "framework/ModelTables.h"
 #include "framework/ScoreModel.h"
 #include "framework/ScoreResult.h"
 #include "support/documents/RandomDraws.h"
 
 /// @file
-/// What is answered for a table's cases: one by one by the model itself, and in batches.
+/// What is answered for a table's cases: one by one by the model itself, in batches, and by a row.
 
 namespace nbscore::test {
 
@@ -40,6 +41,11 @@ Answers AnswersOneByOne(ScoreModel& model, const InputTable& table);
 /// shapes drawn at random, the matrix either order, and now and then the rows of all values are told beforehand.
 Answers AnswersInBatches(const BatchEngine& engine, const InputTable& table, const std::vector<std::size_t>& sizes,
                          Randomness& random);
+
+/// Scores the cases by one row, one after the other. Of some cases every input is set, of others those alone that
+/// differ from the case before. Nothing is counted.
+Answers AnswersByRow(const std::vector<BatchInput>& inputs, PreparedRow& row, const InputTable& table,
+                     Randomness& random);
 
 /// Where the bits of two answers first differ, for a message; empty where they are the same. All NaNs count as one:
 /// which of them arithmetic gives is the processor's affair.

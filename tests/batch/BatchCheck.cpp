@@ -7,6 +7,7 @@
 
 #include "batch/Answers.h"
 #include "batch/DrawnTable.h"
+#include "framework/MCMV.h"
 #include "framework/ModelSelfTables.h"
 #include "support/InThreads.h"
 
@@ -20,6 +21,17 @@ void ExpectInputs(const BatchEngine& engine, const InputTable& table) {
     }
 }
 
+/// Of a set, rows answer that nothing is predicted; nothing is counted.
+void ExpectAnswersByRow(const BatchEngine& engine, const InputTable& table, Answers expected, Randomness& random) {
+    if (engine.IsSet()) {
+        expected.predicted.assign(table.cases, -1);
+        expected.confidence.assign(table.cases, MCMV::gMissingValue);
+    }
+    expected.missing.clear();
+    expected.unknown.clear();
+    EXPECT_EQ(FirstDifference(expected, AnswersByRow(engine.GetInputs(), *engine.MakeRow(nullptr), table, random)), "");
+}
+
 void ExpectAnswersOf(const ScoreModel& model, const InputTable& table, const Answers& expected, Randomness& random) {
     static const std::vector<std::size_t> odd = {1, 2, 15, 16, 17, 3, 100, 31, 8, 1, 64, 5};
     const BatchEngine engine(model);
@@ -27,6 +39,7 @@ void ExpectAnswersOf(const ScoreModel& model, const InputTable& table, const Ans
     if (testing::Test::HasFatalFailure()) return;
     EXPECT_EQ(FirstDifference(expected, AnswersInBatches(engine, table, {}, random)), "");
     EXPECT_EQ(FirstDifference(expected, AnswersInBatches(engine, table, odd, random)), "");
+    ExpectAnswersByRow(engine, table, expected, random);
     if (!OneIn(3, random)) return;
     const Randomness::result_type seed = random();
     const std::vector<int> differing = InThreads([&](int) {

@@ -31,6 +31,11 @@ TEST(StandardBatches, AnswerWhatTheModelAnswers_ForEveryShapeOfModelAndColumn) {
         EXPECT_EQ(std::accumulate(actual.missing.begin(), actual.missing.end(), std::uint64_t{0}), expected.missing);
         expected.answers.missing = actual.missing;
         EXPECT_EQ(FirstDifference(expected.answers, actual), "");
+        const BatchScorer scorer(*model);
+        Answers byRow = AnswersByRow(scorer.GetInputs(), *scorer.MakeRow(), table, random);
+        byRow.missing = actual.missing;
+        byRow.unknown = actual.unknown;
+        EXPECT_EQ(FirstDifference(expected.answers, byRow), "");
         cases += table.cases;
         withoutResult += expected.withoutResult;
     }

@@ -8,7 +8,9 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 #include <optional>
+#include <random>
 #include <regex>
 #include <string>
 #include <vector>
@@ -98,6 +100,62 @@ RC_GTEST_PROP(NumberText, IsTheShortestInTheNotationOfItsSize, ()) {
     for (const double number : ManyDoubles()) {
         if (IsPowerOfTwo(number) && number != 0.0) continue;
         RC_ASSERT(FormatNumber(number) == ExpectedText(number));
+    }
+}
+
+/// What the standard library writes in the notation of the number's size.
+std::string TextOfTheStandardLibrary(double number) {
+    const double magnitude = std::abs(number);
+    const bool isPlain = magnitude == 0.0 || (magnitude >= 1e-4 && magnitude < 1e16);
+    char text[64];
+    const auto written = std::to_chars(text, text + sizeof text, number,
+                                       isPlain ? std::chars_format::fixed : std::chars_format::scientific);
+    return {text, written.ptr};
+}
+
+RC_GTEST_PROP(NumberText, IsWhatTheStandardLibraryWrites, ()) {
+    for (const double number : ManyDoubles())
+        RC_ASSERT(FormatNumber(number) == TextOfTheStandardLibrary(number));
+}
+
+TEST(NumberText, IsWhatTheStandardLibraryWrites_AtTheEdgesOfEverySize) {
+    const auto expectSame = [](std::uint64_t bits) {
+        const auto number = std::bit_cast<double>(bits);
+        if (std::isfinite(number)) {
+            ASSERT_EQ(FormatNumber(number), TextOfTheStandardLibrary(number)) << bits;
+        }
+    };
+    constexpr std::uint64_t fractions = std::uint64_t{1} << 52;
+    for (std::uint64_t field = 0; field < 2047; ++field) {
+        for (const std::uint64_t fraction : {std::uint64_t{0}, std::uint64_t{1}, fractions / 2, fractions - 1})
+            ASSERT_NO_FATAL_FAILURE(expectSame(field * fractions + fraction));
+    }
+    for (int exponent = -324; exponent <= 308; ++exponent) {
+        const double power = std::strtod(("1e" + std::to_string(exponent)).c_str(), nullptr);
+        for (std::uint64_t offset = 0; offset < 9; ++offset)
+            ASSERT_NO_FATAL_FAILURE(expectSame(std::bit_cast<std::uint64_t>(power) + offset - 4));
+    }
+}
+
+/// As scores are: quotients of which nearly all have 16 or 17 digits.
+TEST(NumberText, IsWhatTheStandardLibraryWrites_ForManyProbabilities) {
+    std::mt19937_64 random(1);
+    for (int i = 0; i < 200'000; ++i) {
+        const auto one = static_cast<double>(random() >> 11);
+        const double other = std::ldexp(static_cast<double>(random() >> 11), static_cast<int>(random() % 40) - 20);
+        const double probability = one / (one + other);
+        ASSERT_EQ(FormatNumber(probability), TextOfTheStandardLibrary(probability));
+    }
+}
+
+TEST(NumberText, IsWrittenToMemoryWithinItsBound) {
+    for (const double number :
+         {-std::numeric_limits<double>::max(), -0.00012345678901234567, -5e-324, -1.2345678901234567e-300,
+          std::numeric_limits<double>::quiet_NaN(), -std::numeric_limits<double>::infinity(), -0.0, 123456.0}) {
+        std::string room(nbscore::mostNumberBytes + 1, '#');
+        const char* const end = nbscore::WriteNumber(room.data(), number);
+        EXPECT_EQ(room.back(), '#');
+        EXPECT_EQ(room.substr(0, static_cast<std::size_t>(end - room.data())), FormatNumber(number));
     }
 }
 

@@ -25,8 +25,22 @@ endif()
 
 # A folder that whoever runs the tests wants searched is not what this is about.
 unset(ENV{LD_LIBRARY_PATH})
-execute_process(COMMAND ${COMMAND_FILE} score ${EXAMPLES}/titanic/titanic.pmml ${EXAMPLES}/titanic/people.csv
-    WORKING_DIRECTORY ${WORK_DIR} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
-if(NOT status EQUAL 0 OR NOT output MATCHES "Margaret Brown,.*,yes,")
-    message(FATAL_ERROR "ended with ${status}: ${errors}${output}")
+# The second document is in an encoding that needs the XML library, which is loaded at the first need.
+file(READ ${EXAMPLES}/titanic/titanic.pmml document)
+string(REPLACE "encoding=\"UTF-8\"" "encoding=\"US-ASCII\"" ascii "${document}")
+if(ascii STREQUAL document)
+    message(FATAL_ERROR "the example declares no encoding")
 endif()
+file(WRITE ${WORK_DIR}/ascii.pmml "${ascii}")
+foreach(document ${EXAMPLES}/titanic/titanic.pmml ${WORK_DIR}/ascii.pmml)
+    execute_process(COMMAND ${CMAKE_COMMAND} -E env LD_DEBUG=files ${COMMAND_FILE} score ${document}
+        ${EXAMPLES}/titanic/people.csv
+        WORKING_DIRECTORY ${WORK_DIR} RESULT_VARIABLE status OUTPUT_VARIABLE output ERROR_VARIABLE errors)
+    if(NOT status EQUAL 0 OR NOT output MATCHES "Margaret Brown,.*,yes,")
+        message(FATAL_ERROR "ended with ${status}: ${errors}${output}")
+    endif()
+    string(REGEX MATCH "calling init: [^\n]*libxerces" loaded "${errors}")
+    if((document MATCHES "ascii" AND NOT loaded) OR (loaded AND NOT document MATCHES "ascii"))
+        message(FATAL_ERROR "the XML library is not loaded at the first need: ${document}")
+    endif()
+endforeach()

@@ -46,6 +46,14 @@ set(titanic ${prefix}/share/nbscore/examples/titanic)
 run(COMMAND ${EMULATOR} ${WORK_DIR}/build/linked${SUFFIX} EXPECT "^no\n$")
 run(COMMAND ${CMAKE_COMMAND} -E chdir ${titanic} ${EMULATOR} ${WORK_DIR}/build/readme${SUFFIX} EXPECT "^yes 0.9[0-9]*\n$")
 run(COMMAND ${EMULATOR} ${prefix}/bin/nbscore${SUFFIX} score ${titanic}/titanic.pmml ${titanic}/people.csv EXPECT "Margaret Brown,.*,yes,")
+# A document in another encoding needs the XML library.
+file(READ ${titanic}/titanic.pmml document)
+string(REPLACE "encoding=\"UTF-8\"" "encoding=\"US-ASCII\"" document "${document}")
+if(NOT document MATCHES "US-ASCII")
+    message(FATAL_ERROR "the example declares no encoding")
+endif()
+file(WRITE ${WORK_DIR}/ascii.pmml "${document}")
+run(COMMAND ${EMULATOR} ${prefix}/bin/nbscore${SUFFIX} score ${WORK_DIR}/ascii.pmml ${titanic}/people.csv EXPECT "Margaret Brown,.*,yes,")
 
 # The example of scoring columns is built from where it was installed; the page that shows it shows what it is and prints.
 run(COMMAND ${CMAKE_COMMAND} -S ${prefix}/share/nbscore/examples/batch -B ${WORK_DIR}/batch ${how})
@@ -90,6 +98,7 @@ if(TOOLCHAIN)
     run(COMMAND ${EMULATOR} ${prefix}/bin/score${SUFFIX} ${titanic}/titanic.pmml EXPECT "^${shown_output}$")
 else()
     run(COMMAND ${WORK_DIR}/c/score ${titanic}/titanic.pmml EXPECT "^${shown_output}$")
+    run(COMMAND ${WORK_DIR}/c/score ${WORK_DIR}/ascii.pmml EXPECT "^${shown_output}$")
     set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIBDIR}/pkgconfig)
     execute_process(COMMAND ${PKG_CONFIG} --cflags --libs nbscore OUTPUT_VARIABLE flags
         OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)

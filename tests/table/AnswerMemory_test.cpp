@@ -133,6 +133,19 @@ TEST(AnswerMemory, IsNoLongerUseful_WhenHardlyAnyCaseRepeats) {
     EXPECT_GT(number, 1000U) << "it is not given up before it was tried";
 }
 
+TEST(AnswerMemory, IsGivenUpSoon_WhenNextToNoCaseRepeats) {
+    AnswerMemory never(1);
+    AnswerMemory seldom(1);
+    for (FactorRow i = 0; i < 3000; ++i) {
+        Meet(never, i);
+        Meet(seldom, i % 50 == 0 ? 0 : i);
+    }
+    never.MakeRoom();
+    seldom.MakeRoom();
+    EXPECT_FALSE(never.IsUseful());
+    EXPECT_TRUE(seldom.IsUseful()) << "as the memory fills, more may be found";
+}
+
 TEST(AnswerMemory, IsNotTried_WhenCasesHaveVeryManyValues) {
     EXPECT_TRUE(AnswerMemory(64).IsUseful());
     EXPECT_FALSE(AnswerMemory(65).IsUseful());

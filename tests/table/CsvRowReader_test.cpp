@@ -1,17 +1,19 @@
 #include "table/CsvReader.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
+#include "framework/Utf8Check.h"
 #include "output/HostError.h"
 #include "support/Message.h"
 #include "table/CsvText.h"
 #include "table/PlainCsv.h"
-#include "table/Utf8Check.h"
 
 namespace nbscore::test {
 namespace {
@@ -83,7 +85,7 @@ void ExpectRowsAsTakenApart(const std::string& text, char delimiter) {
     reader.Start(block);
     for (std::size_t i = 0; i < expected.rows.size(); ++i) {
         RC_ASSERT(TryToRead(reader) == true);
-        const std::vector<std::string_view>& cells = reader.GetCells();
+        const std::span<const std::string_view> cells = reader.GetCells();
         RC_ASSERT(Row(cells.begin(), cells.end()) == expected.rows[i]);
         RC_ASSERT(reader.GetRowLine() == expected.lines[i]);
         const InputRow row = reader.GetInputRow(true);
@@ -114,6 +116,50 @@ TEST(CsvRowReader, PlainRowsAreKnownAsTheyAreWritten) {
     EXPECT_TRUE(reader.GetInputRow(false).asWritten.empty());
 }
 
+/// Of rows of two cells.
+std::vector<Row> ListKept(const CsvRowReader& reader, std::size_t count) {
+    const CsvRows kept = reader.GetKeptRows(2);
+    std::vector<Row> rows;
+    for (std::size_t i = 0; i < count; ++i)
+        rows.push_back({std::string(kept.GetCell(i, 0)), std::string(kept.GetCell(i, 1))});
+    return rows;
+}
+
+TEST(CsvRowReader, KeepsTheCellsOfTheRowsBefore_WhenAskedTo) {
+    TableBlock block = MakeBlock("a,b\r\n\"c,\",d\n,e\nf,g\n");
+    CsvRowReader reader("t.csv", ',');
+    reader.Start(block);
+    ASSERT_TRUE(reader.ReadRow());
+    ASSERT_TRUE(reader.ReadRowBehind());
+    ASSERT_TRUE(reader.ReadRowBehind());
+    EXPECT_THAT(reader.GetCells(), testing::ElementsAre("", "e"));
+    EXPECT_EQ(ListKept(reader, 3), (std::vector<Row>{{"a", "b"}, {"c,", "d"}, {"", "e"}}));
+    ASSERT_TRUE(reader.ReadRow());
+    EXPECT_EQ(ListKept(reader, 1), (std::vector<Row>{{"f", "g"}}));
+    EXPECT_FALSE(reader.ReadRowBehind());
+    EXPECT_EQ(ListKept(reader, 1), (std::vector<Row>{{"f", "g"}}));
+}
+
+TEST(CsvRowReader, KeepsCellsWhole_WhenThereAreVeryMany) {
+    std::string text;
+    std::vector<std::string> expected;
+    for (std::size_t i = 0; i < 3002; ++i) {
+        expected.push_back(std::to_string(i));
+        text += expected.back() + (i % 7 == 6 ? '\n' : ',');
+    }
+    TableBlock block = MakeBlock(text + "last\n");
+    expected.emplace_back("last");
+    CsvRowReader reader("t.csv", ',');
+    reader.Start(block);
+    while (reader.ReadRowBehind()) {
+    }
+    const CsvRows kept = reader.GetKeptRows(7);
+    std::vector<std::string> cells;
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        cells.emplace_back(kept.GetCell(i / 7, i % 7));
+    EXPECT_EQ(cells, expected);
+}
+
 TEST(CsvRowReader, NothingOfABlockIsLeft_WhenTheNextOneStarts) {
     CsvRowReader reader("t.csv", ',');
     TableBlock first = MakeBlock("a,b\nc,d\n");
@@ -123,7 +169,8 @@ TEST(CsvRowReader, NothingOfABlockIsLeft_WhenTheNextOneStarts) {
     second.firstLine = 7;
     reader.Start(second);
     ASSERT_TRUE(reader.ReadRow());
-    EXPECT_EQ(reader.GetCells(), std::vector<std::string_view>{"e"});
+    EXPECT_THAT(reader.GetCells(), testing::ElementsAre("e"));
+    EXPECT_EQ(reader.GetKeptRows(1).GetCell(0, 0), "e");
     EXPECT_EQ(reader.GetRowLine(), 7U);
     EXPECT_FALSE(reader.ReadRow());
 }

@@ -18,6 +18,8 @@ using Positions = std::vector<std::uint32_t>;
 /// What a text holds: found row by row and byte by byte, or by a scanner.
 struct Scanned {
     Positions marks;
+    /// Which of the marks end rows.
+    Positions rowEnds;
     Fault fault = Fault::None;
     std::size_t position = 0;
     bool isInQuotes = false;
@@ -33,6 +35,9 @@ Scanned ScanByLooking(std::string_view text, char delimiter) {
             const std::size_t place = scanned.position + end;
             if (place < text.size()) scanned.marks.push_back(static_cast<std::uint32_t>(place));
         }
+        if (row.end == PlainRow::End::LineEnd) {
+            scanned.rowEnds.push_back(static_cast<std::uint32_t>(scanned.marks.size() - 1));
+        }
         scanned.position += row.size;
         if (row.end == PlainRow::End::StrayQuote) scanned.fault = Fault::StrayQuote;
         if (row.end == PlainRow::End::TextBehindQuote) scanned.fault = Fault::TextBehindQuote;
@@ -46,9 +51,13 @@ Scanned ScanAll(std::string_view text, char delimiter) {
     CsvScanner scanner(delimiter);
     Scanned scanned;
     Positions room(CsvScanner::roomForMarks);
+    Positions rowEnds(CsvScanner::roomForMarks);
     while (scanner.GetPosition() < text.size() && scanner.GetFault() == Fault::None) {
-        const std::size_t count = scanner.FindMarks(text, room.data());
-        scanned.marks.insert(scanned.marks.end(), room.begin(), room.begin() + static_cast<std::ptrdiff_t>(count));
+        const CsvScanner::Found found = scanner.FindMarks(text, room.data(), rowEnds.data());
+        const auto end = room.begin() + static_cast<std::ptrdiff_t>(found.marks);
+        for (std::size_t i = 0; i < found.rowEnds; ++i)
+            scanned.rowEnds.push_back(static_cast<std::uint32_t>(scanned.marks.size()) + rowEnds[i]);
+        scanned.marks.insert(scanned.marks.end(), room.begin(), end);
     }
     scanned.fault = scanner.GetFault();
     scanned.position = scanner.GetPosition();

@@ -63,6 +63,25 @@ TEST_F(SubModelWritersTest, CsvHasARowForEachSubModel_WhenLong) {
     EXPECT_EQ(Write(), "id,model,score\n7,\"x,y\",1\n");
 }
 
+TEST_F(SubModelWritersTest, AnAssessmentIsWrittenAnew_WhenItChangesFromCaseToCase) {
+    set.scores.resize(1);
+    for (const bool isCsv : {true, false}) {
+        options.format = isCsv ? ScoreFormat::Csv : ScoreFormat::JsonLines;
+        options.subModels.longRows = isCsv;
+        const auto writer = MakeScoreWriter(set, {"id"}, "t.csv", options);
+        std::vector<std::string> texts;
+        for (const double mean : {0.5, 0.5, -0.0, 0.0}) {
+            set.scores[0].assessmentMean = mean;
+            AppendResult(*writer, set, options, texts.emplace_back(), {"7"}, FakeSetResult(set.scores));
+        }
+        EXPECT_EQ(texts[0], texts[1]);
+        EXPECT_NE(texts[0].find("0.5"), std::string::npos);
+        EXPECT_NE(texts[2].find("-0"), std::string::npos);
+        EXPECT_EQ(texts[3].find("-0"), std::string::npos);
+        EXPECT_EQ(texts[3].find("0.5"), std::string::npos);
+    }
+}
+
 TEST_F(SubModelWritersTest, CsvFollowsDelimiterAndPrefix_WhenGiven) {
     options.delimiter = ';';
     options.prefix = "nb_";

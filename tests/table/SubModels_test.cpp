@@ -93,10 +93,7 @@ TEST(LabelSubModels, AreNeverEqual_WhateverTheNames) {
 }
 
 std::vector<std::size_t> Rank(std::optional<std::size_t> best, const std::vector<double>& numbers) {
-    std::vector<SubModelScore> scores;
-    for (const double number : numbers)
-        scores.push_back(MakeScore("", number));
-    return SubModelRanking(best).Rank(scores);
+    return SubModelRanking(best).Rank(numbers);
 }
 
 TEST(SubModelRanking, KeepsAllInTheModelsOrder_WhenNoNumberIsGiven) {

@@ -43,6 +43,30 @@ TEST(TableBlockReader, ABlockIsWhatTheStreamHasReady_UpToTheLastWholeRow) {
     EXPECT_EQ(ReadBlocks("", 1), Blocks{});
 }
 
+std::vector<std::size_t> SizesOfBlocks(const std::string& text, std::size_t piece) {
+    std::istringstream input(text);
+    TableBlockReader reader(input, "t.csv", ',');
+    reader.SetPieceBytes(piece);
+    TableBlock block;
+    std::vector<std::size_t> sizes;
+    while (reader.Read(block))
+        sizes.push_back(block.size);
+    return sizes;
+}
+
+TEST(TableBlockReader, TakesNoMoreAtATimeThanItIsTold_WithinItsBounds) {
+    constexpr std::size_t least = TableBlockReader::fewestPieceBytes;
+    constexpr std::size_t most = TableBlockReader::pieceBytes;
+    std::string text;
+    while (text.size() < 2 * most)
+        text += "abcdef\n\n";
+    using Sizes = std::vector<std::size_t>;
+    EXPECT_EQ(SizesOfBlocks(text, most), (Sizes{most, most}));
+    EXPECT_EQ(SizesOfBlocks(text, 100 * most), (Sizes{most, most}));
+    EXPECT_EQ(SizesOfBlocks(text, 2 * least), Sizes(most / least, 2 * least));
+    EXPECT_EQ(SizesOfBlocks(text, 1), Sizes(2 * most / least, least));
+}
+
 TEST(TableBlockReader, ARowThatEndsInACarriageReturnIsGivenAtOnce_AndTheLineFeedBehindItPassedOver) {
     EXPECT_EQ(ReadBlocks("a\rb\rc", 100), (Blocks{{"a\rb\r", 1}, {"c", 3}}));
     EXPECT_EQ(ReadBlocks("ab\r\nc\r\n", 3), (Blocks{{"ab\r", 1}, {"c\r", 2}}));

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "framework/ControlCharacters.h"
-#include "table/Utf8Check.h"
+#include "framework/Utf8Check.h"
 
 namespace nbscore {
 

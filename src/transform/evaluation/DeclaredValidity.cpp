@@ -73,18 +73,26 @@ bool JoinedIntervals::Contain(double number) const {
     return candidate != joined.end() && candidate->Contains(number);
 }
 
-DeclaredValidity::DeclaredValidity(const ScoreDictVar& variable)
-    : kind(KindOfField(variable)), declaresValidValues(variable.GetValueLabelSet() != nullptr) {
+DeclaredValidity::DeclaredValidity(const ScoreDictVar& variable) : kind(KindOfField(variable)) {
+    const auto* declared = dynamic_cast<const BaseDictVar*>(&variable);
+    const bool declaresMore =
+        declared != nullptr && !(declared->GetInvalidValues().empty() && declared->GetIntervals().empty());
+    if (variable.GetValueLabelSet() == nullptr && !declaresMore) return;
+    values = std::make_unique<const Values>(variable, kind);
+}
+
+DeclaredValidity::Values::Values(const ScoreDictVar& variable, ValueKind kind)
+    : declaresValidValues(variable.GetValueLabelSet() != nullptr) {
     // Only the framework's own variables know their rule, invalid values and intervals.
     const auto* declared = dynamic_cast<const BaseDictVar*>(&variable);
     const bool byStandard = declared != nullptr && declared->GetRule() == ScoringRule::Standard;
     if (declaresValidValues) {
         for (const ScoreValueLabel& label : variable.GetValueLabelSet()->GetValueLabels())
-            validValues.insert(Declared(*label.GetValue(), kind, byStandard));
+            valid.insert(Declared(*label.GetValue(), kind, byStandard));
     }
     if (declared == nullptr) return;
     for (const auto& value : declared->GetInvalidValues())
-        invalidValues.insert(Declared(*value, kind, byStandard));
+        invalid.insert(Declared(*value, kind, byStandard));
     declaresIntervals = !declared->GetIntervals().empty();
     intervals = JoinedIntervals(declared->GetIntervals());
     eitherIsEnough = byStandard && variable.GetMeasureLevel() == ScoreDictVar::Continuous && declaresValidValues &&
@@ -92,9 +100,14 @@ DeclaredValidity::DeclaredValidity(const ScoreDictVar& variable)
 }
 
 bool DeclaredValidity::Allows(const ExpressionValue& value) const {
-    if (!IsValidByItself(value) || invalidValues.contains(value)) return false;
+    if (!IsValidByItself(value)) return false;
     if (kind == ValueKind::Truth && !std::holds_alternative<bool>(value)) return false;
-    const bool isListed = !declaresValidValues || validValues.contains(value);
+    return !values || values->Allow(value);
+}
+
+bool DeclaredValidity::Values::Allow(const ExpressionValue& value) const {
+    if (invalid.contains(value)) return false;
+    const bool isListed = !declaresValidValues || valid.contains(value);
     const auto* number = std::get_if<double>(&value);
     if (number == nullptr || (isListed && eitherIsEnough)) return isListed;
     return (isListed || eitherIsEnough) && (!declaresIntervals || intervals.Contain(*number));

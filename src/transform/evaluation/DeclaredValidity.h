@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "framework/Export.h"
@@ -47,14 +48,24 @@ public:
     bool Allows(const ExpressionValue& value) const;
 
 private:
+    /// What is declared.
+    struct Values {
+        Values(const ScoreDictVar& variable, ValueKind kind);
+
+        bool declaresValidValues;
+        SeededSet<ExpressionValue> valid;
+        SeededSet<ExpressionValue> invalid;
+        bool declaresIntervals = false;
+        /// Whether a number need not be both among the valid values and inside an interval.
+        bool eitherIsEnough = false;
+        JoinedIntervals intervals;
+
+        bool Allow(const ExpressionValue& value) const;
+    };
+
     ValueKind kind;
-    bool declaresValidValues;
-    SeededSet<ExpressionValue> validValues;
-    SeededSet<ExpressionValue> invalidValues;
-    bool declaresIntervals = false;
-    /// Whether a number need not be both among the valid values and inside an interval.
-    bool eitherIsEnough = false;
-    JoinedIntervals intervals;
+    /// Null where nothing is declared, as of most derived fields: they take no memory for it.
+    std::unique_ptr<const Values> values;
 };
 
 }  // namespace nbscore

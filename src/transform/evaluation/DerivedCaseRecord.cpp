@@ -9,29 +9,24 @@ namespace {
 /// The memory of longer texts is freed when their case is over.
 constexpr std::size_t longestKeptText = 4096;
 
-const ScoreValue& AsScoreValue(const std::variant<NumericValue, StringValue>& value) {
-    return std::visit([](const auto& held) -> const ScoreValue& { return held; }, value);
-}
-
 }  // namespace
 
 DerivedCaseRecord::DerivedCaseRecord(const DerivedFields& derivedFields)
     : derived(derivedFields), watch(derivedFields.limits) {
     cells.reserve(derived.fields.size());
-    for (const DerivedField& field : derived.fields) {
-        if (field.function.GivesNumbers()) {
-            cells.push_back({NumericValue(0.0)});
-        } else {
-            cells.push_back({StringValue(std::string())});
-        }
-    }
+    std::uint32_t numberCount = 0;
+    std::uint32_t textCount = 0;
+    for (const DerivedField& field : derived.fields)
+        cells.push_back({.place = field.function.GivesNumbers() ? numberCount++ : textCount++});
+    numbers.assign(numberCount, NumericValue(0.0));
+    texts.assign(textCount, StringValue(std::string()));
 }
 
 void DerivedCaseRecord::Begin(const ScoreCaseRecord* caseRecord) {
     record = caseRecord;
     ++caseNumber;
     for (const std::size_t position : longTexts)
-        cells[position].value.emplace<StringValue>(std::string());
+        TextOf(position) = StringValue(std::string());
     longTexts.clear();
 }
 
@@ -48,14 +43,13 @@ int DerivedCaseRecord::GetVarIndex(const std::string&) const {
 }
 
 const ScoreValue* DerivedCaseRecord::GetValueByName(const std::string& name) const {
-    const auto found = derived.positionsByName.find(name);
-    if (found == derived.positionsByName.end()) return nullptr;
+    const auto position = derived.PositionOf(name);
+    if (!position) return nullptr;
     // An earlier call that ended in an exception may have left something.
     path.clear();
     levelsInUse = 0;
-    ComputeWithDependencies(found->second);
-    const Cell& cell = cells[found->second];
-    return cell.isPresent ? &AsScoreValue(cell.value) : nullptr;
+    ComputeWithDependencies(*position);
+    return cells[*position].isPresent ? &ValueIn(*position) : nullptr;
 }
 
 /// First computes what a field needs in every case, then the field. Not by recursion, because a chain of fields may be
@@ -73,7 +67,7 @@ void DerivedCaseRecord::ComputeWithDependencies(std::size_t wanted) const {
             Compute(ready);
             continue;
         }
-        const std::size_t needed = field.dependencies[step.nextDependency++];
+        const std::size_t needed = derived.DependenciesOf(field)[step.nextDependency++];
         if (!IsComputed(needed)) path.push_back({needed, 0});
     }
 }
@@ -83,7 +77,7 @@ void DerivedCaseRecord::ComputeWithDependencies(std::size_t wanted) const {
 /// before.
 std::size_t DerivedCaseRecord::CountComputedAhead(const DerivedField& field) const {
     constexpr std::size_t mostLevelsInUse = 250;
-    return levelsInUse + field.levels <= mostLevelsInUse ? field.alwaysNeeded : field.dependencies.size();
+    return levelsInUse + field.levels <= mostLevelsInUse ? field.alwaysNeeded : field.dependencyCount;
 }
 
 void DerivedCaseRecord::Compute(std::size_t position) const {
@@ -105,20 +99,25 @@ void DerivedCaseRecord::Store(ExpressionValue result, std::size_t position) cons
     Cell& cell = cells[position];
     cell.isPresent = false;
     if (const auto* number = std::get_if<double>(&result)) {
-        std::get<NumericValue>(cell.value).SetDoubleValue(*number);
+        NumberOf(position).SetDoubleValue(*number);
         cell.isPresent = true;
     } else if (const auto* text = std::get_if<std::string>(&result)) {
         if (derived.fields[position].hasTruthTexts) {
-            std::get<StringValue>(cell.value).SetText(AsTruthText(*text));
+            TextOf(position).SetText(AsTruthText(*text));
         } else {
-            std::get<StringValue>(cell.value).SetText(*text);
+            TextOf(position).SetText(*text);
         }
         if (text->size() > longestKeptText) longTexts.push_back(position);
         cell.isPresent = true;
     }
     const ScoreDictVar& variable = *derived.fields[position].variable;
-    if (cell.isPresent && variable.IsMissingValue(&AsScoreValue(cell.value))) cell.isPresent = false;
+    if (cell.isPresent && variable.IsMissingValue(&ValueIn(position))) cell.isPresent = false;
     cell.computedForCase = caseNumber;
+}
+
+const ScoreValue& DerivedCaseRecord::ValueIn(std::size_t field) const {
+    if (HoldsNumber(field)) return NumberOf(field);
+    return TextOf(field);
 }
 
 ExpressionValue DerivedCaseRecord::ValueOf(const FieldReference& field) const {
@@ -150,10 +149,9 @@ ExpressionValue DerivedCaseRecord::GetInput(std::size_t position) const {
 
 ExpressionValue DerivedCaseRecord::GetDerived(std::size_t position) const {
     ComputeWithDependencies(position);
-    const Cell& cell = cells[position];
-    if (!cell.isPresent) return {};
-    if (const auto* number = std::get_if<NumericValue>(&cell.value)) return number->GetDouble();
-    return std::get<StringValue>(cell.value).GetText();
+    if (!cells[position].isPresent) return {};
+    if (HoldsNumber(position)) return NumberOf(position).GetDouble();
+    return TextOf(position).GetText();
 }
 
 }  // namespace nbscore

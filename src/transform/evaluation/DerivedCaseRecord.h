@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <variant>
 #include <vector>
 
 #include "framework/NumericValue.h"
@@ -31,9 +30,9 @@ public:
 
 private:
     struct Cell {
-        /// Of the field's kind from the start; overwritten for every case.
-        std::variant<NumericValue, StringValue> value;
         std::uint64_t computedForCase = 0;
+        /// Where its value stands among the numbers, or among the texts, as is the field's kind.
+        std::uint32_t place;
         bool isPresent = false;
     };
     struct Step {
@@ -52,6 +51,10 @@ private:
     std::size_t CountComputedAhead(const DerivedField& field) const;
     void Compute(std::size_t position) const;
     void Store(ExpressionValue result, std::size_t position) const;
+    NumericValue& NumberOf(std::size_t field) const { return numbers[cells[field].place]; }
+    StringValue& TextOf(std::size_t field) const { return texts[cells[field].place]; }
+    bool HoldsNumber(std::size_t field) const { return derived.fields[field].function.GivesNumbers(); }
+    const ScoreValue& ValueIn(std::size_t field) const;
 
     const DerivedFields& derived;
     mutable LimitWatch watch;
@@ -61,6 +64,9 @@ private:
     /// That of the field that is being computed.
     mutable WorkBudget budget{0};
     mutable std::vector<Cell> cells;
+    /// The values of all cells, overwritten for every case.
+    mutable std::vector<NumericValue> numbers;
+    mutable std::vector<StringValue> texts;
     mutable std::vector<Step> path;
     /// How deep the expressions nest that are now being evaluated.
     mutable std::size_t levelsInUse = 0;

@@ -102,52 +102,55 @@ const ScoreCaseRecord* DerivedFieldDictionary::GetValuesForDeriedVars(const Scor
 }
 
 void DerivedFieldDictionary::GetDerivedVars(std::vector<ScoreDictVar*>& vars) const {
-    derived->variables.GetAllVars(vars);
+    vars.clear();
+    vars.reserve(derived->fields.size());
+    for (const DerivedField& field : derived->fields)
+        vars.push_back(field.variable.get());
 }
 
 ScoreDictVar* DerivedFieldDictionary::GetVar(const std::string& name) const {
-    return derived->variables.GetVar(name);
+    const DerivedField* const field = derived->Find(name);
+    return field ? field->variable.get() : nullptr;
 }
 
 std::vector<std::string> DerivedFieldDictionary::GetFieldsRead(const std::string& derivedField) const {
-    const auto found = derived->positionsByName.find(derivedField);
-    if (found == derived->positionsByName.end()) return {};
-    const DerivedField& field = derived->fields[found->second];
+    const DerivedField* const field = derived->Find(derivedField);
+    if (field == nullptr) return {};
     std::vector<std::string> names;
-    for (const std::size_t input : field.inputs)
+    for (const std::uint32_t input : derived->InputsOf(*field))
         names.push_back(derived->inputs[input].name);
-    for (const std::size_t dependency : field.dependencies)
-        names.push_back(derived->fields[dependency].variable->GetName());
+    for (const std::uint32_t dependency : derived->DependenciesOf(*field))
+        names.push_back(derived->fields[dependency].variable->GetNameText());
     return names;
 }
 
 std::vector<std::string> DerivedFieldDictionary::FindFewSources(const std::string& derivedField,
                                                                 std::size_t mostFields) const {
-    const auto found = derived->positionsByName.find(derivedField);
-    if (found == derived->positionsByName.end()) return {};
-    std::vector<std::size_t> met = {found->second};
-    std::vector<std::size_t> inputs;
-    const auto add = [](std::vector<std::size_t>& positions, std::size_t position) {
+    const auto start = derived->PositionOf(derivedField);
+    if (!start) return {};
+    std::vector<std::uint32_t> met = {*start};
+    std::vector<std::uint32_t> inputs;
+    const auto add = [](std::vector<std::uint32_t>& positions, std::uint32_t position) {
         if (std::ranges::find(positions, position) == positions.end()) positions.push_back(position);
     };
     for (std::size_t next = 0; next < met.size(); ++next) {
         const DerivedField& field = derived->fields[met[next]];
-        if (field.inputs.size() > mostFields || field.dependencies.size() > mostFields) return {};
-        for (const std::size_t input : field.inputs)
+        if (field.inputCount > mostFields || field.dependencyCount > mostFields) return {};
+        for (const std::uint32_t input : derived->InputsOf(field))
             add(inputs, input);
-        for (const std::size_t dependency : field.dependencies)
+        for (const std::uint32_t dependency : derived->DependenciesOf(field))
             add(met, dependency);
         if (met.size() + inputs.size() > mostFields) return {};
     }
     std::vector<std::string> names;
-    for (const std::size_t input : inputs)
+    for (const std::uint32_t input : inputs)
         names.push_back(derived->inputs[input].name);
     return names;
 }
 
 std::string DerivedFieldDictionary::Describe(const std::string& derivedField) const {
-    const auto found = derived->positionsByName.find(derivedField);
-    return found == derived->positionsByName.end() ? std::string() : derived->fields[found->second].text;
+    const auto position = derived->PositionOf(derivedField);
+    return position && *position < derived->texts.size() ? derived->texts[*position] : std::string();
 }
 
 std::vector<std::string> DerivedFieldDictionary::DescribeFunctions() const {

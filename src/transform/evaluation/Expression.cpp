@@ -15,13 +15,13 @@ std::optional<double> FieldInput::NumberIn(const FieldValues& fields) const {
 
 ExpressionValue FieldRefExpression::ValueFor(const FieldValues& fields) const {
     ExpressionValue value = fields.Get(input.field);
-    if (IsMissing(value)) return CopyOf(input.resultWhenMissing);
+    if (IsMissing(value)) return input.ResultWhenMissing();
     return value;
 }
 
 bool FieldRefExpression::IsValid(const ExpressionValue& /*value*/, const FieldValues& fields) const {
     if (fields.IsValid(input.field)) return true;
-    return IsValidByItself(input.resultWhenMissing) && IsMissing(fields.Get(input.field));
+    return IsValidByItself(input.ResultWhenMissing()) && IsMissing(fields.Get(input.field));
 }
 
 }  // namespace nbscore

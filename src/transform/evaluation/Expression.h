@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -18,12 +18,12 @@ namespace nbscore {
 
 /// A field that an expression reads. It is looked up once, when the document is read: a number, not a name.
 struct FieldReference {
-    enum Source { CaseRecord, DerivedFields, Parameter };
+    enum Source : unsigned char { CaseRecord, DerivedFields, Parameter };
 
-    Source source = CaseRecord;
     /// Position among the data fields that expressions read, among the derived fields, or among the parameters of the
     /// function whose body the expression is part of.
-    std::size_t position = 0;
+    std::uint32_t position = 0;
+    Source source = CaseRecord;
     /// The kind of its values. A data field or derived field of truth values may also hold texts.
     ValueKind kind = ValueKind::Text;
 };
@@ -90,9 +90,10 @@ private:
 /// The one field that an expression reads, and the result when the field is missing (`mapMissingTo`).
 struct FieldInput {
     FieldReference field;
-    /// Missing when the document gives none.
-    ExpressionValue resultWhenMissing;
+    /// Null when the document gives none.
+    std::unique_ptr<const ExpressionValue> replacement;
 
+    ExpressionValue ResultWhenMissing() const { return replacement ? CopyOf(*replacement) : ExpressionValue(); }
     /// The field's number. Nothing when it is missing, a text that is no number, or NaN: all of them count as missing.
     std::optional<double> NumberIn(const FieldValues& fields) const;
 };

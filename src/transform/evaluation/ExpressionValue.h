@@ -64,7 +64,7 @@ inline bool AreEqual(const ExpressionValue& left, const ExpressionValue& right) 
 }
 
 /// The kind of value that a `dataType` asks for. Any leaves values as they are.
-enum class ValueKind { Any, Number, Truth, Text };
+enum class ValueKind : unsigned char { Any, Number, Truth, Text };
 
 /// The value converted to this kind; missing when it cannot be.
 ExpressionValue CastTo(ValueKind kind, ExpressionValue value);

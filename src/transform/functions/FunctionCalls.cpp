@@ -12,11 +12,6 @@
 namespace nbscore {
 namespace {
 
-ApplyExpression::Call OwnCallOf(const BuiltInFunction& function) {
-    if (function.callWithin != nullptr) return function.callWithin;
-    return [call = function.call](Arguments arguments, WorkBudget&) { return call(arguments); };
-}
-
 enum Argument { Condition, Then, Else };
 
 /// For messages that quote a document: short, and without control characters.
@@ -43,8 +38,8 @@ ExpressionValue ApplyOptions::ResultForMissingArgument() const {
 ApplyExpression::ApplyExpression(CallParts parts, Call functionCall)
     : arguments(std::move(parts.arguments)),
       options(std::move(parts.options)),
-      missingRule(parts.function.missingRule),
-      call(functionCall ? std::move(functionCall) : OwnCallOf(parts.function)) {}
+      function(parts.function),
+      preparedCall(functionCall ? std::make_unique<const Call>(std::move(functionCall)) : nullptr) {}
 
 ExpressionValue ApplyExpression::ValueFor(const FieldValues& fields) const {
     WorkBudget& budget = fields.Budget();
@@ -54,9 +49,9 @@ ExpressionValue ApplyExpression::ValueFor(const FieldValues& fields) const {
     for (const auto& argument : arguments)
         values.push_back(argument->Evaluate(fields));
 
-    if (std::ranges::none_of(values, IsMissing)) return options.ResultFor(call(values, budget));
+    if (std::ranges::none_of(values, IsMissing)) return options.ResultFor(CallWith(values, budget));
     if (options.mapMissingTo) return options.ResultForMissingArgument();
-    switch (missingRule) {
+    switch (function.missingRule) {
         case MissingRule::GivesMissing:
             return options.ResultForMissingArgument();
         case MissingRule::IsLeftOut:
@@ -64,12 +59,17 @@ ExpressionValue ApplyExpression::ValueFor(const FieldValues& fields) const {
         case MissingRule::IsSeen:
             break;
     }
-    return options.ResultFor(call(values, budget));
+    return options.ResultFor(CallWith(values, budget));
+}
+
+ExpressionValue ApplyExpression::CallWith(Arguments values, WorkBudget& budget) const {
+    if (preparedCall) return (*preparedCall)(values, budget);
+    return function.callWithin != nullptr ? function.callWithin(values, budget) : function.call(values);
 }
 
 ExpressionValue ApplyExpression::CallWithoutMissing(std::vector<ExpressionValue> values, WorkBudget& budget) const {
     std::erase_if(values, IsMissing);
-    return values.empty() ? options.ResultForMissingArgument() : options.ResultFor(call(values, budget));
+    return values.empty() ? options.ResultForMissingArgument() : options.ResultFor(CallWith(values, budget));
 }
 
 ConditionalExpression::ConditionalExpression(CallParts parts)

@@ -24,10 +24,11 @@ namespace nbscore {
 struct ApplyOptions {
     enum class UndefinedResult { IsMissing, StaysAsItIs };
 
-    /// The result when an argument is missing; the function is not called then. Never missing itself.
-    std::optional<ExpressionValue> mapMissingTo;
+    /// The result when an argument is missing; the function is not called then. Never missing itself. Both are null
+    /// where the document gives none, as nearly everywhere.
+    std::unique_ptr<const ExpressionValue> mapMissingTo;
     /// The result in place of a missing one. Never missing itself.
-    std::optional<ExpressionValue> defaultValue;
+    std::unique_ptr<const ExpressionValue> defaultValue;
     /// What becomes of the number that an undefined operation gives (division by zero, the logarithm of a negative
     /// number, a result that no double can hold).
     UndefinedResult undefined = UndefinedResult::IsMissing;
@@ -71,12 +72,14 @@ public:
 private:
     ExpressionValue ValueFor(const FieldValues& fields) const override;
 
+    ExpressionValue CallWith(Arguments values, WorkBudget& budget) const;
     ExpressionValue CallWithoutMissing(std::vector<ExpressionValue> values, WorkBudget& budget) const;
 
     std::vector<std::unique_ptr<const Expression>> arguments;
     ApplyOptions options;
-    MissingRule missingRule;
-    Call call;
+    const BuiltInFunction& function;
+    /// Null for the function itself.
+    std::unique_ptr<const Call> preparedCall;
 };
 
 /// `if`: evaluates its condition, then only the branch that is chosen. The other one has no influence, even if it would

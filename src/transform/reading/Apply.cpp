@@ -79,11 +79,6 @@ ExpressionValue UserFunctionCall::ValueFor(const FieldValues& fields) const {
     return options.ResultFor(CastTo(function.kind, function.body->Evaluate(parameters)));
 }
 
-std::optional<ExpressionValue> StandIn(Element element, Name name, ValueKind resultKind, const Transcoder& transcoder) {
-    ExpressionValue value = AttributeOfKind(element, name, resultKind, transcoder);
-    return IsMissing(value) ? std::nullopt : std::optional(std::move(value));
-}
-
 ApplyOptions::UndefinedResult ReadTreatment(Element element) {
     static constexpr std::string_view words[] = {"returnInvalid", "asMissing", "asIs"};
     return WordAttribute(element, Name::invalidValueTreatment, words) == 2 ? ApplyOptions::UndefinedResult::StaysAsItIs
@@ -93,8 +88,8 @@ ApplyOptions::UndefinedResult ReadTreatment(Element element) {
 /// @param resultKind of the function that is called.
 ApplyOptions ReadOptions(Element element, ValueKind resultKind, const Transcoder& transcoder) {
     ApplyOptions options;
-    options.mapMissingTo = StandIn(element, Name::mapMissingTo, resultKind, transcoder);
-    options.defaultValue = StandIn(element, Name::defaultValue, resultKind, transcoder);
+    options.mapMissingTo = ReadStandIn(element, Name::mapMissingTo, resultKind, transcoder);
+    options.defaultValue = ReadStandIn(element, Name::defaultValue, resultKind, transcoder);
     options.undefined = ReadTreatment(element);
     return options;
 }
@@ -147,12 +142,13 @@ std::unique_ptr<const Expression> MakeCall(CallParts parts) {
 std::unique_ptr<const Expression> ReadApply(Element element, FieldScope& scope) {
     const std::string_view quotedName = RequiredAttribute(element, Name::function);
     const std::string name = TextAt(element, quotedName, scope.GetTranscoder());
-    const auto children = ChildrenOf(element);
+    auto children = ChildrenOf(element);
     if (const BuiltInFunction* function = FindBuiltInFunction(name)) {
         ApplyOptions options = ReadOptions(element, function->resultKind, scope.GetTranscoder());
         DemandArguments(element, children.size(), function->fewestArguments, function->mostArguments);
         auto arguments = ReadArguments(children, function->argumentsAlwaysEvaluated, scope);
-        return MakeCall({*function, std::move(arguments), std::move(options), children, scope.GetPatterns()});
+        return MakeCall(
+            {*function, std::move(arguments), std::move(options), std::move(children), scope.GetPatterns()});
     }
     if (const UserFunction* function = scope.FindFunctionToCall(name)) {
         ApplyOptions options = ReadOptions(element, function->kind, scope.GetTranscoder());

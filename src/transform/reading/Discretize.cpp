@@ -42,7 +42,7 @@ DiscretizeExpression::DiscretizeExpression(FieldInput readField, std::vector<Bin
 
 ExpressionValue DiscretizeExpression::ValueFor(const FieldValues& fields) const {
     const auto number = input.NumberIn(fields);
-    if (!number) return CopyOf(input.resultWhenMissing);
+    if (!number) return input.ResultWhenMissing();
     const auto candidate =
         std::ranges::partition_point(bins, [&number](const Bin& bin) { return !bin.interval.EndsAtOrBehind(*number); });
     const bool isInBin = candidate != bins.end() && candidate->interval.Contains(*number);
@@ -106,8 +106,8 @@ std::unique_ptr<const Expression> ReadDiscretize(Element element, FieldScope& sc
     for (ReadBin& bin : bins)
         sortedBins.push_back(std::move(bin.bin));
     return std::make_unique<DiscretizeExpression>(
-        FieldInput{field, WrittenAttribute(element, Name::mapMissingTo, kind, transcoder)}, std::move(sortedBins),
-        WrittenAttribute(element, Name::defaultValue, kind, transcoder));
+        FieldInput{field, StandIn(WrittenAttribute(element, Name::mapMissingTo, kind, transcoder))},
+        std::move(sortedBins), WrittenAttribute(element, Name::defaultValue, kind, transcoder));
 }
 
 }  // namespace nbscore

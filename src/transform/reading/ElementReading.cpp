@@ -1,5 +1,8 @@
 #include "transform/reading/ElementReading.h"
 
+#include <memory>
+#include <utility>
+
 #include "pmml/FieldDeclarationReader.h"
 #include "pmml/Refusal.h"
 #include "pmml/Utf8.h"
@@ -49,9 +52,18 @@ FieldReference ReadFieldReference(Element element, FieldScope& scope) {
     return scope.Resolve(element, RequiredAttribute(element, Name::field));
 }
 
+std::unique_ptr<const ExpressionValue> StandIn(ExpressionValue value) {
+    return IsMissing(value) ? nullptr : std::make_unique<const ExpressionValue>(std::move(value));
+}
+
+std::unique_ptr<const ExpressionValue> ReadStandIn(Element element, Name name, ValueKind kind,
+                                                   const Transcoder& transcoder) {
+    return StandIn(AttributeOfKind(element, name, kind, transcoder));
+}
+
 FieldInput ReadFieldInput(Element element, const FieldReference& field, ValueKind resultKind,
                           const Transcoder& transcoder) {
-    return {field, AttributeOfKind(element, Name::mapMissingTo, resultKind, transcoder)};
+    return {field, ReadStandIn(element, Name::mapMissingTo, resultKind, transcoder)};
 }
 
 }  // namespace nbscore

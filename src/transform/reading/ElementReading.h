@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +43,12 @@ bool TruthAt(Element element, std::string_view text);
 
 /// The field that the attribute `field` names.
 FieldReference ReadFieldReference(Element element, FieldScope& scope);
+
+/// What an expression keeps of a value that takes the place of missing ones: null for missing, which most are.
+std::unique_ptr<const ExpressionValue> StandIn(ExpressionValue value);
+/// The same of AttributeOfKind.
+std::unique_ptr<const ExpressionValue> ReadStandIn(Element element, Name name, ValueKind kind,
+                                                   const Transcoder& transcoder);
 
 /// The field with the attribute `mapMissingTo`.
 /// @param resultKind what the expression gives: `mapMissingTo` is of this kind where it reads as one, else a text as it

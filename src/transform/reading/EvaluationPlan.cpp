@@ -9,7 +9,7 @@
 namespace nbscore {
 namespace {
 
-using NeedsOf = std::function<std::span<const std::size_t>(std::size_t)>;
+using NeedsOf = std::function<std::span<const std::uint32_t>(std::size_t)>;
 
 /// Visits things and what they need, depth first, each once.
 class Walk {

@@ -26,7 +26,7 @@ struct DependencyOrder {
 /// Works without recursion, however long a chain is.
 /// @param needsOf the positions of what the thing at a position needs.
 DependencyOrder OrderByDependencies(std::size_t count,
-                                    const std::function<std::span<const std::size_t>(std::size_t)>& needsOf);
+                                    const std::function<std::span<const std::uint32_t>(std::size_t)>& needsOf);
 
 /// What evaluating an expression takes, without the functions of the document that it calls: these are listed.
 struct WrittenCost {

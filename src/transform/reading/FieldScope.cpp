@@ -1,5 +1,7 @@
 #include "transform/reading/FieldScope.h"
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 #include "framework/VeskException.h"
@@ -16,16 +18,16 @@ FieldScope::FieldScope(DerivedFields& derivedFields, const ScoreDictionary* data
       transcoder(textTranscoder),
       unknownField(refusalOfUnknownField) {}
 
-void FieldScope::Readings::Begin(std::size_t derivedField) {
+void FieldScope::Readings::Begin(std::uint32_t derivedField) {
     reader = derivedField + 1;
     positions.clear();
 }
 
-bool FieldScope::Readings::Has(std::size_t position) const {
+bool FieldScope::Readings::Has(std::uint32_t position) const {
     return position < lastReaders.size() && lastReaders[position] == reader;
 }
 
-void FieldScope::Readings::Note(std::size_t position) {
+void FieldScope::Readings::Note(std::uint32_t position) {
     // A search among the positions would take time by the square of what a field reads.
     if (Has(position)) return;
     if (position >= lastReaders.size()) lastReaders.resize(position + 1, 0);
@@ -33,7 +35,7 @@ void FieldScope::Readings::Note(std::size_t position) {
     positions.push_back(position);
 }
 
-void FieldScope::EnterField(std::size_t derivedField) {
+void FieldScope::EnterField(std::uint32_t derivedField) {
     field = derivedField;
     function = nullptr;
     cost = {};
@@ -44,18 +46,27 @@ void FieldScope::EnterField(std::size_t derivedField) {
 
 void FieldScope::FinishField() {
     DerivedField& finished = derived.fields[field];
-    finished.inputs = inputs.GetPositions();
-    finished.dependencies = fieldsAlways.GetPositions();
-    finished.alwaysNeeded = finished.dependencies.size();
-    for (const std::size_t position : fieldsInBranches.GetPositions()) {
-        if (!fieldsAlways.Has(position)) finished.dependencies.push_back(position);
-    }
+    std::vector<std::uint32_t>& readings = derived.readings;
+    const auto countBehind = [&readings](std::size_t first) {
+        return static_cast<std::uint32_t>(readings.size() - first);
+    };
+    const auto add = [&readings](const std::vector<std::uint32_t>& positions) {
+        readings.insert(readings.end(), positions.begin(), positions.end());
+    };
+    finished.firstReading = countBehind(0);
+    add(fieldsAlways.GetPositions());
+    finished.alwaysNeeded = countBehind(finished.firstReading);
+    std::ranges::copy_if(fieldsInBranches.GetPositions(), std::back_inserter(readings),
+                         [this](std::uint32_t position) { return !fieldsAlways.Has(position); });
+    finished.dependencyCount = countBehind(finished.firstReading);
+    add(inputs.GetPositions());
+    finished.inputCount = countBehind(finished.firstReading + finished.dependencyCount);
 }
 
 void FieldScope::EnterFunction(const UserFunction& enteredFunction) {
     function = &enteredFunction;
     parameterPositions.clear();
-    for (std::size_t i = 0; i < function->parameters.size(); ++i)
+    for (std::uint32_t i = 0; i < function->parameters.size(); ++i)
         parameterPositions.emplace(function->parameters[i].name, i);
     cost = {};
 }
@@ -63,10 +74,9 @@ void FieldScope::EnterFunction(const UserFunction& enteredFunction) {
 FieldReference FieldScope::Resolve(Element element, std::string_view quotedName) {
     const std::string name = TextAt(element, quotedName, transcoder);
     if (function) return ResolveParameter(element, quotedName, name);
-    const auto found = derived.positionsByName.find(name);
+    const auto position = derived.PositionOf(name);
     const ScoreDictVar* variable = dictionary ? dictionary->GetVar(name) : nullptr;
-    const bool isDerived = found != derived.positionsByName.end() && !(variable && found->second == field);
-    if (isDerived) return ResolveDerived(found->second);
+    if (position && !(variable && *position == field)) return ResolveDerived(*position);
     if (variable) return ResolveInput(variable->GetName(), *variable);
     throw RefusalAt(element, unknownField, {ExcerptOf(quotedName)});
 }
@@ -76,22 +86,22 @@ FieldReference FieldScope::ResolveParameter(Element element, std::string_view qu
     if (found == parameterPositions.end()) {
         throw RefusalAt(element, Refusal::ParameterUnknown, {ExcerptOf(quotedName)});
     }
-    return {FieldReference::Parameter, found->second, function->parameters[found->second].kind};
+    return {found->second, FieldReference::Parameter, function->parameters[found->second].kind};
 }
 
-FieldReference FieldScope::ResolveDerived(std::size_t position) {
+FieldReference FieldScope::ResolveDerived(std::uint32_t position) {
     (branches > 0 ? fieldsInBranches : fieldsAlways).Note(position);
-    return {FieldReference::DerivedFields, position, KindOfField(*derived.fields[position].variable)};
+    return {position, FieldReference::DerivedFields, KindOfField(*derived.fields[position].variable)};
 }
 
 FieldReference FieldScope::ResolveInput(const std::string& name, const ScoreDictVar& variable) {
-    const auto [entry, isNew] = inputPositions.try_emplace(name, derived.inputs.size());
+    const auto [entry, isNew] = inputPositions.try_emplace(name, static_cast<std::uint32_t>(derived.inputs.size()));
     if (isNew) {
         derived.inputs.push_back(
             {name, std::unique_ptr<const ScoreDictVar>(variable.Clone()), DeclaredValidity(variable)});
     }
     inputs.Note(entry->second);
-    return {FieldReference::CaseRecord, entry->second, KindOfField(variable)};
+    return {entry->second, FieldReference::CaseRecord, KindOfField(variable)};
 }
 
 const UserFunction* FieldScope::FindFunctionToCall(const std::string& name) {

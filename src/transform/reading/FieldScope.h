@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,7 +28,7 @@ public:
                Refusal refusalOfUnknownField = Refusal::FieldUnknown);
 
     /// The derived field whose expression is read from now on.
-    void EnterField(std::size_t derivedField);
+    void EnterField(std::uint32_t derivedField);
     /// To be called when its expression is read: stores what it reads as its dependencies.
     void FinishField();
     /// The function whose body is read from now on.
@@ -61,29 +62,29 @@ private:
     /// What the current derived field reads.
     class Readings {
     public:
-        void Begin(std::size_t derivedField);
-        void Note(std::size_t position);
-        bool Has(std::size_t position) const;
+        void Begin(std::uint32_t derivedField);
+        void Note(std::uint32_t position);
+        bool Has(std::uint32_t position) const;
         /// Each once, in the order in which they were first noted.
-        const std::vector<std::size_t>& GetPositions() const { return positions; }
+        const std::vector<std::uint32_t>& GetPositions() const { return positions; }
 
     private:
-        std::vector<std::size_t> positions;
+        std::vector<std::uint32_t> positions;
         /// By position: the last derived field that was found to read it, counted from 1.
-        std::vector<std::size_t> lastReaders;
-        std::size_t reader = 0;
+        std::vector<std::uint32_t> lastReaders;
+        std::uint32_t reader = 0;
     };
 
     FieldReference ResolveParameter(Element element, std::string_view quotedName, const std::string& name);
-    FieldReference ResolveDerived(std::size_t position);
+    FieldReference ResolveDerived(std::uint32_t position);
     FieldReference ResolveInput(const std::string& name, const ScoreDictVar& variable);
 
     DerivedFields& derived;
     const ScoreDictionary* dictionary;
     const Transcoder& transcoder;
     Refusal unknownField;
-    SeededMap<std::string, std::size_t> inputPositions;
-    std::size_t field = 0;
+    SeededMap<std::string, std::uint32_t> inputPositions;
+    std::uint32_t field = 0;
     Readings inputs;
     Readings fieldsAlways;
     Readings fieldsInBranches;
@@ -91,7 +92,7 @@ private:
     int branches = 0;
     /// Null while a derived field's expression is read.
     const UserFunction* function = nullptr;
-    SeededMap<std::string, std::size_t> parameterPositions;
+    SeededMap<std::string, std::uint32_t> parameterPositions;
     WrittenCost cost;
     PatternStore patterns;
 };

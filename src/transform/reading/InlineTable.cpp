@@ -1,9 +1,10 @@
 #include "transform/reading/InlineTable.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
+#include <vector>
 
-#include "framework/SeededHash.h"
 #include "pmml/Names.h"
 #include "pmml/Refusal.h"
 #include "transform/reading/ElementReading.h"
@@ -18,21 +19,26 @@ std::string_view LocalNameOf(Element element) {
 /// Columns by name. Several may be requested by one name: each gets the cell.
 class Columns {
 public:
-    explicit Columns(const std::vector<std::string>& names) : count(names.size()) {
-        for (std::size_t i = 0; i < names.size(); ++i)
-            positions[std::string(WithoutPrefix(names[i]))].push_back(i);
+    /// The names must outlive the columns.
+    explicit Columns(const std::vector<std::string>& names) {
+        sorted.reserve(names.size());
+        for (const std::string& name : names)
+            sorted.push_back({WithoutPrefix(name), sorted.size()});
+        std::ranges::stable_sort(sorted, {}, &Column::name);
     }
 
-    InlineRow Read(Element rowElement) const {
-        InlineRow row{rowElement, std::vector<Element>(count)};
-        for (const Element cell : ChildrenOf(rowElement)) {
-            const auto found = positions.find(LocalNameOf(cell));
-            if (found == positions.end()) continue;
+    void Read(Element rowElement, InlineRow& row) const {
+        row.element = rowElement;
+        row.cells.assign(sorted.size(), Element());
+        for (const Element cell : rowElement.GetChildren()) {
+            if (cell.Is(Name::Extension)) continue;
+            const std::string_view name = LocalNameOf(cell);
+            auto column = std::ranges::lower_bound(sorted, name, {}, &Column::name);
+            if (column == sorted.end() || column->name != name) continue;
             RefuseElementsIn(cell);
-            for (const std::size_t position : found->second)
-                Put(cell, row.cells[position]);
+            for (; column != sorted.end() && column->name == name; ++column)
+                Put(cell, row.cells[column->position]);
         }
-        return row;
     }
 
 private:
@@ -48,8 +54,12 @@ private:
         place = cell;
     }
 
-    std::size_t count;
-    SeededMap<std::string, std::vector<std::size_t>> positions;
+    struct Column {
+        std::string_view name;
+        std::size_t position;
+    };
+
+    std::vector<Column> sorted;
 };
 
 }  // namespace
@@ -57,9 +67,11 @@ private:
 void ForEachRow(Element table, const std::vector<std::string>& columns,
                 const std::function<void(const InlineRow& row)>& onRow) {
     const Columns requested(columns);
+    InlineRow row;
     for (const Element child : ChildrenOf(table)) {
         if (LocalNameOf(child) != "row") throw UnexpectedChild(child, table.GetTag());
-        onRow(requested.Read(child));
+        requested.Read(child, row);
+        onRow(row);
     }
 }
 

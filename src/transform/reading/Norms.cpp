@@ -91,7 +91,7 @@ NormContinuousExpression::NormContinuousExpression(FieldInput readField, Line li
 ExpressionValue NormContinuousExpression::ValueFor(const FieldValues& fields) const {
     const auto number = input.NumberIn(fields);
     const auto result = number ? line.At(*number) : std::nullopt;
-    return result ? ExpressionValue(*result) : CopyOf(input.resultWhenMissing);
+    return result ? ExpressionValue(*result) : input.ResultWhenMissing();
 }
 
 /// `NormDiscrete`: 1 when a field has a certain value, else 0.
@@ -117,7 +117,7 @@ NormDiscreteExpression::NormDiscreteExpression(FieldInput readField, ExpressionV
 
 ExpressionValue NormDiscreteExpression::ValueFor(const FieldValues& fields) const {
     const ExpressionValue value = fields.Get(input.field);
-    if (IsMissing(value)) return CopyOf(input.resultWhenMissing);
+    if (IsMissing(value)) return input.ResultWhenMissing();
     return AreEqual(value, soughtValue) ? 1.0 : 0.0;
 }
 

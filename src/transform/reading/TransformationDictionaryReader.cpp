@@ -1,5 +1,6 @@
 #include "transform/reading/TransformationDictionaryReader.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -99,17 +100,17 @@ void UserFunctionsReader::Declare(Element element) {
 
 std::vector<EvaluationCost> UserFunctionsReader::ReadBodies(FieldScope& scope) {
     std::vector<WrittenCost> written;
-    std::vector<std::vector<std::size_t>> called(elements.size());
+    std::vector<std::vector<std::uint32_t>> called(elements.size());
     for (std::size_t position = 0; position < elements.size(); ++position) {
         UserFunction& function = *functions.functions[position];
         scope.EnterFunction(function);
         function.body = ReadFunctionBody(elements[position], scope);
         for (const WrittenCost::Call& call : scope.GetCost().calls)
-            called[position].push_back(call.function);
+            called[position].push_back(static_cast<std::uint32_t>(call.function));
         written.push_back(scope.GetCost());
     }
     const auto calls = OrderByDependencies(
-        elements.size(), [&called](std::size_t function) { return std::span<const std::size_t>(called[function]); });
+        elements.size(), [&called](std::size_t function) { return std::span<const std::uint32_t>(called[function]); });
     if (calls.needsItself) {
         Element element = elements[*calls.needsItself];
         throw RefusalAt(element, Refusal::FunctionInCycle, {QuotableName(element)});
@@ -123,8 +124,8 @@ std::vector<EvaluationCost> UserFunctionsReader::ReadBodies(FieldScope& scope) {
 /// The one child that is neither an Extension nor part of the field's declaration.
 Element ExpressionOf(Element field) {
     Element expression;
-    for (const Element child : ChildrenOf(field)) {
-        if (child.Is(Name::Value) || child.Is(Name::Interval)) continue;
+    for (const Element child : field.GetChildren()) {
+        if (child.Is(Name::Extension) || child.Is(Name::Value) || child.Is(Name::Interval)) continue;
         if (child.Is(Name::Decisions) && field.Is(Name::OutputField)) continue;
         if (expression) throw UnexpectedChild(child, field.GetTag() + " behind its expression");
         expression = child;
@@ -160,15 +161,7 @@ public:
     }
 
     std::unique_ptr<const DerivedFields> Read() {
-        bool isSound = true;
-        for (const Element list : parts.lists) {
-            for (const Element child : ChildrenOf(list)) {
-                if (parts.takesOnlyFunctions && child.Is(Name::DerivedField)) continue;
-                isSound = faults.Try([&] { Declare(child, list); }) && isSound;
-            }
-        }
-        for (const FieldByItself& field : parts.others)
-            isSound = faults.Try([&] { DeclareField(field); }) && isSound;
+        bool isSound = DeclareAll();
         FieldScope scope(*derived, dictionary, transcoder, parts.unknownField);
         // Without one of the functions and fields, what names it would seem to be at fault.
         if (isSound && faults.Try([&] { functionCosts = functions.ReadBodies(scope); })) {
@@ -179,7 +172,34 @@ public:
     }
 
 private:
-    void Declare(Element child, Element list) {
+    /// False where a function or a field has a fault.
+    bool DeclareAll() {
+        std::vector<Element> children;
+        for (const Element list : parts.lists) {
+            for (const Element child : list.GetChildren()) {
+                if (child.Is(Name::Extension)) continue;
+                if (!parts.takesOnlyFunctions || !child.Is(Name::DerivedField)) children.push_back(child);
+            }
+        }
+        const auto isField = [](Element child) { return child.Is(Name::DerivedField); };
+        MakeRoom(parts.others.size() + static_cast<std::size_t>(std::ranges::count_if(children, isField)));
+        bool isSound = true;
+        for (const Element child : children)
+            isSound = faults.Try([&] { Declare(child); }) && isSound;
+        for (const FieldByItself& field : parts.others)
+            isSound = faults.Try([&] { DeclareField(field); }) && isSound;
+        return isSound;
+    }
+
+    /// At once, because a document may have so many fields that to make room again and again takes longer than to count
+    /// them.
+    void MakeRoom(std::size_t fieldCount) {
+        derived->fields.reserve(fieldCount);
+        derived->positions = DerivedFieldPositions(fieldCount);
+        elements.reserve(fieldCount);
+    }
+
+    void Declare(Element child) {
         if (child.Is(Name::DerivedField)) {
             const std::string name = RequiredText(transcoder, child, Name::name);
             const ScoreDictVar* const namesake = dictionary ? dictionary->GetVar(name) : nullptr;
@@ -193,42 +213,44 @@ private:
         } else if (child.Is(Name::DefineFunction)) {
             functions.Declare(child);
         } else {
-            throw UnexpectedChild(child, list.GetTag());
+            throw UnexpectedChild(child, child.GetParent().GetTag());
         }
     }
 
     void DeclareField(const FieldByItself& field) {
-        if (derived->positionsByName.contains(field.name)) {
+        if (derived->Find(field.name)) {
             throw RefusalAt(field.element, Refusal::DerivedFieldTwice, {QuotableName(field.element)});
         }
         auto variable = ReadFieldDeclaration(field.element, field.name, transcoder, {.storage = field.storage});
         variable->SetRule(parts.rule);
         const bool hasTruthTexts = parts.rule == ScoringRule::Standard && KindOfField(*variable) == ValueKind::Truth;
         FunctionTreeImp function(variable->GetStorageType() == ScoreDictVar::NumericStorage);
-        derived->positionsByName.emplace(field.name, elements.size());
-        derived->fields.push_back(
-            {variable.get(), DeclaredValidity(*variable), std::move(function), {}, {}, {}, {}, hasTruthTexts});
-        derived->variables.AddVar(field.name, variable.release());
+        DeclaredValidity validity(*variable);
+        derived->fields.push_back({std::move(variable), std::move(validity), std::move(function), hasTruthTexts});
+        derived->positions.Add(field.name, static_cast<std::uint32_t>(elements.size()));
         elements.push_back(field.element);
     }
 
     /// False where a field has a fault.
     bool ReadExpressions(FieldScope& scope) {
         bool isSound = true;
-        for (std::size_t position = 0; position < elements.size(); ++position)
+        for (std::uint32_t position = 0; position < elements.size(); ++position)
             isSound = faults.Try([&] { ReadExpressionOf(position, scope); }) && isSound;
         return isSound;
     }
 
-    void ReadExpressionOf(std::size_t position, FieldScope& scope) {
+    void ReadExpressionOf(std::uint32_t position, FieldScope& scope) {
         const Element field = elements[position];
         scope.EnterField(position);
         derived->fields[position].function.SetExpression(ReadExpression(ExpressionOf(field), scope));
         scope.FinishField();
         const EvaluationCost cost = CostWithCalls(scope.GetCost(), functionCosts);
         RefuseTooMuchWork(field, cost, !scope.GetCost().calls.empty());
-        derived->fields[position].levels = cost.levels;
-        if (parts.keepTexts) derived->fields[position].text = ExpressionText(ExpressionOf(field));
+        derived->fields[position].levels = static_cast<std::uint32_t>(cost.levels);
+        if (parts.keepTexts) {
+            derived->texts.resize(position + 1);
+            derived->texts.back() = ExpressionText(ExpressionOf(field));
+        }
     }
 
     void DescribeFunctions(const std::vector<Element>& lists) {
@@ -253,9 +275,8 @@ private:
     }
 
     void RefuseCycles() const {
-        const auto order = OrderByDependencies(elements.size(), [this](std::size_t field) {
-            return std::span<const std::size_t>(derived->fields[field].dependencies);
-        });
+        const auto order = OrderByDependencies(
+            elements.size(), [this](std::size_t field) { return derived->DependenciesOf(derived->fields[field]); });
         if (!order.needsItself) return;
         Element field = elements[*order.needsItself];
         throw RefusalAt(field, Refusal::DerivedFieldInCycle, {QuotableName(field)});

@@ -1,6 +1,7 @@
 #include "support/documents/ModelDocument.h"
 
 #include <fstream>
+#include <numeric>
 #include <optional>
 #include <string_view>
 
@@ -75,14 +76,22 @@ private:
     void WriteModel(std::size_t model, const std::string& attributes) {
         file.Write("<NaiveBayesModel functionName=\"classification\" threshold=\"0.001\"" + attributes + ">");
         file.Write("<MiningSchema>" + MiningField(document.target, "predicted"));
-        for (const DocumentInput& input : document.inputs)
-            file.Write(MiningField(input.name));
+        const std::vector<std::size_t> inputs = InputsOf(model);
+        for (const std::size_t input : inputs)
+            file.Write(MiningField(document.inputs[input].name));
         file.Write("</MiningSchema><BayesInputs>");
-        for (std::size_t i = 0; i < document.inputs.size(); ++i)
-            WriteInput(model, i);
+        for (const std::size_t input : inputs)
+            WriteInput(model, input);
         file.Write("</BayesInputs>");
         file.Write(BayesOutput(document.target, Counts([this](std::size_t k) { return document.targetCountOf(k); })));
         file.Write("</NaiveBayesModel>");
+    }
+
+    std::vector<std::size_t> InputsOf(std::size_t model) const {
+        if (!document.inputsOfModels.empty()) return document.inputsOfModels[model];
+        std::vector<std::size_t> all(document.inputs.size());
+        std::iota(all.begin(), all.end(), std::size_t{0});
+        return all;
     }
 
     void WriteInput(std::size_t model, std::size_t position) {

@@ -23,9 +23,11 @@ struct DocumentInput {
 
 /// The content of a document. Values and counts come from functions, one by one.
 struct ModelDocument {
-    /// 0 for a plain model. All sub-models have the same inputs.
+    /// 0 for a plain model.
     std::size_t subModels = 0;
     std::vector<DocumentInput> inputs;
+    /// Positions of the inputs that each model has; where nothing is said, it has all.
+    std::vector<std::vector<std::size_t>> inputsOfModels = {};
     std::string target = "target";
     std::vector<std::string> targetCategories;
     std::function<std::size_t(std::size_t targetCategory)> targetCountOf;

@@ -191,4 +191,27 @@ TEST(DerivedCase, IsFreed_WhenTheDictionaryGoesBeforeItsThreads) {
     EXPECT_EQ(document, nullptr);
 }
 
+TEST(DerivedFields, AreFoundByTheirNamesAlone_WhateverTheirNumber) {
+    for (const int count : {0, 1, 2, 3, 4, 31, 32, 33, 2'000}) {
+        std::string fields;
+        for (int i = 0; i < count; ++i) {
+            fields += "<DerivedField name='d" + std::to_string(i) +
+                      "' dataType='double' optype='continuous'><Constant>" + std::to_string(i) +
+                      "</Constant></DerivedField>";
+        }
+        const DerivedDocument document(caseFields, fields);
+        const Case values;
+        for (int i = 0; i < count; ++i) {
+            const std::string name = "d" + std::to_string(i);
+            const ScoreDictVar* const found = document.derived->GetVar(name);
+            ASSERT_NE(found, nullptr) << name;
+            EXPECT_EQ(found->GetName(), name);
+            EXPECT_EQ(document.ValueOf(name, &values), "number " + std::to_string(i));
+        }
+        EXPECT_EQ(document.derived->GetVar("d" + std::to_string(count)), nullptr);
+        EXPECT_EQ(document.derived->GetVar(""), nullptr);
+        EXPECT_EQ(document.ValueOf("D0", &values), "absent");
+    }
+}
+
 }  // namespace
