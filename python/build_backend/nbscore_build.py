@@ -40,18 +40,10 @@ def build(settings, stage):
     subprocess.run(["cmake", "--install", folder, "--component", "wheel", "--prefix", stage], check=True)
 
 
-def list_built(stage):
-    """(name in the wheel, file) of all that was built. A wheel has no links: a library is there by the name that others
-    look for."""
-    files = [path for path in sorted(stage.rglob("*")) if path.is_file()]
-    linked = {path.resolve() for path in files if path.is_symlink()}
-    return [(path.relative_to(stage).as_posix(), path) for path in files if path.is_symlink() or path not in linked]
-
-
-def list_sources():
-    root = PACKAGE / "src"
+def list_files(root, suffixes=None):
+    """(name in the wheel, file) of all files below a folder, or of those with such endings."""
     return [(path.relative_to(root).as_posix(), path) for path in sorted(root.rglob("*"))
-            if path.is_file() and path.suffix in {".py", ".pyi", ".typed"}]
+            if path.is_file() and (suffixes is None or path.suffix in suffixes)]
 
 
 def write_metadata(version):
@@ -94,9 +86,9 @@ def build_wheel(wheel_directory, config_settings=None, metadata_directory=None):
         stage = pathlib.Path(folder).resolve()
         build(config_settings or {}, stage)
         wheel = Wheel(pathlib.Path(wheel_directory) / name, info)
-        for inside, path in list_sources():
+        for inside, path in list_files(PACKAGE / "src", {".py", ".pyi", ".typed"}):
             wheel.add(inside, path.read_bytes())
-        for inside, path in list_built(stage):
+        for inside, path in list_files(stage):
             wheel.add(inside, path.read_bytes(), 0o755)
     wheel.add(f"{info}/METADATA", write_metadata(version).encode())
     wheel.add(f"{info}/WHEEL", f"Wheel-Version: 1.0\nGenerator: nbscore\nRoot-Is-Purelib: false\nTag: {tag}\n".encode())

@@ -102,6 +102,9 @@ PyObject* Guarded(const Function& function) {
     }
 }
 
+/// The handle of an object of the type Model; null with an error set for any other.
+nbscore_model* ModelOf(PyObject* object);
+
 /// Cases as the library takes them: one struct array with its schema, and what they lie in.
 struct CaseArray {
     virtual ~CaseArray() = default;
@@ -126,6 +129,7 @@ PyObject* MakeCapsule(std::unique_ptr<Owned<ArrowArrayStream>> stream);
 bool AddModelType(PyObject* module);
 bool AddCaseTypes(PyObject* module);
 bool AddScoresType(PyObject* module);
+bool AddRowType(PyObject* module);
 /// A type, added under its name; borrowed, or null.
 PyObject* AddType(PyObject* module, PyType_Spec& spec, const char* name);
 

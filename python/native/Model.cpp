@@ -13,7 +13,7 @@ struct ModelObject {
     PyObject_HEAD nbscore_model* model;
 };
 
-nbscore_model* ModelOf(PyObject* self) {
+nbscore_model* Handle(PyObject* self) {
     return reinterpret_cast<ModelObject*>(self)->model;
 }
 
@@ -86,21 +86,21 @@ PyObject* MakeModel(PyTypeObject*, PyObject* arguments, PyObject*) {
 
 void DeleteModel(PyObject* self) {
     PyTypeObject* const type = Py_TYPE(self);
-    nbscore_close(ModelOf(self));
+    nbscore_close(Handle(self));
     PyObject_Free(self);
     Py_DECREF(type);
 }
 
 PyObject* Describe(PyObject* self, PyObject*) {
-    return TextOf([&](char** text, nbscore_error** error) { return nbscore_describe(ModelOf(self), text, error); });
+    return TextOf([&](char** text, nbscore_error** error) { return nbscore_describe(Handle(self), text, error); });
 }
 
 PyObject* Content(PyObject* self, PyObject*) {
-    return TextOf([&](char** text, nbscore_error** error) { return nbscore_content(ModelOf(self), text, error); });
+    return TextOf([&](char** text, nbscore_error** error) { return nbscore_content(Handle(self), text, error); });
 }
 
 PyObject* Display(PyObject* self, PyObject*) {
-    return TextOf([&](char** text, nbscore_error** error) { return nbscore_display(ModelOf(self), text, error); });
+    return TextOf([&](char** text, nbscore_error** error) { return nbscore_display(Handle(self), text, error); });
 }
 
 template <auto report>
@@ -130,7 +130,7 @@ PyObject* Columns(PyObject* self, PyObject* options) {
     nbscore_scoring scoring = NBSCORE_SCORING_INIT;
     if (!TakeScoring(options, scoring)) return nullptr;
     Owned<ArrowSchema> schema;
-    if (!Run([&](nbscore_error** error) { return nbscore_score_schema(ModelOf(self), &scoring, &schema.held, error); }))
+    if (!Run([&](nbscore_error** error) { return nbscore_score_schema(Handle(self), &scoring, &schema.held, error); }))
         return nullptr;
     Ref list(PyList_New(0));
     for (std::int64_t i = 0; list && i < schema.held.n_children; ++i) {
@@ -150,7 +150,7 @@ PyObject* Score(PyObject* self, PyObject* arguments) {
         if (!TakeScoring(options, scoring)) return nullptr;
         auto schema = std::make_shared<Owned<ArrowSchema>>();
         if (!Run([&](nbscore_error** error) {
-                return nbscore_score_schema(ModelOf(self), &scoring, &schema->held, error);
+                return nbscore_score_schema(Handle(self), &scoring, &schema->held, error);
             }))
             return nullptr;
         std::vector<std::shared_ptr<Owned<ArrowArray>>> arrays;
@@ -161,8 +161,8 @@ PyObject* Score(PyObject* self, PyObject* arguments) {
             if (table == nullptr) return nullptr;
             auto scores = std::make_shared<Owned<ArrowArray>>();
             if (!Run([&](nbscore_error** error) {
-                    return nbscore_score(ModelOf(self), &scoring, &table->GetSchema(), &table->GetArray(),
-                                         &scores->held, error);
+                    return nbscore_score(Handle(self), &scoring, &table->GetSchema(), &table->GetArray(), &scores->held,
+                                         error);
                 }))
                 return nullptr;
             arrays.push_back(std::move(scores));
@@ -208,8 +208,7 @@ PyObject* Answer(PyObject* self, PyObject* arguments) {
     answers.columns = static_cast<std::uint64_t>(columns);
     answers.by_columns = byColumns;
     if (!Run([&](nbscore_error** error) {
-            return nbscore_score_into(ModelOf(self), &scoring, &table->GetSchema(), &table->GetArray(), &answers,
-                                      error);
+            return nbscore_score_into(Handle(self), &scoring, &table->GetSchema(), &table->GetArray(), &answers, error);
         }))
         return nullptr;
     return Py_NewRef(Py_None);
@@ -227,7 +226,7 @@ PyObject* Stream(PyObject* self, PyObject* arguments) {
         if (cases == nullptr) return nullptr;
         auto scores = std::make_unique<Owned<ArrowArrayStream>>();
         if (!Run([&](nbscore_error** error) {
-                return nbscore_score_stream(ModelOf(self), &scoring, cases, &scores->held, error);
+                return nbscore_score_stream(Handle(self), &scoring, cases, &scores->held, error);
             }))
             return nullptr;
         return MakeCapsule(std::move(scores));
@@ -255,6 +254,12 @@ PyType_Slot slots[] = {{Py_tp_new, reinterpret_cast<void*>(MakeModel)},
 PyType_Spec spec = {"nbscore._engine.Model", sizeof(ModelObject), 0, Py_TPFLAGS_DEFAULT, slots};
 
 }  // namespace
+
+nbscore_model* ModelOf(PyObject* object) {
+    if (PyObject_TypeCheck(object, reinterpret_cast<PyTypeObject*>(modelType))) return Handle(object);
+    PyErr_SetString(PyExc_TypeError, "A model is needed.");
+    return nullptr;
+}
 
 bool AddModelType(PyObject* module) {
     modelType = AddType(module, spec, "Model");

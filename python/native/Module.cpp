@@ -36,7 +36,7 @@ PyObject* RaiseBadCases(const nbscore_error& error) {
 
 PyMethodDef functions[] = {
     {"encode", Encode, METH_VARARGS,
-     PyDoc_STR("encode(objects, numeric, takes_texts, missing, name) -> (format, length, buffers, dictionary)")},
+     PyDoc_STR("encode(objects, numeric, takes_texts, name) -> (format, length, buffers, dictionary)")},
     {"valid_bits", ValidBits, METH_VARARGS,
      PyDoc_STR("valid_bits(numbers, format) -> the bits that mark what is no NaN; None where all is")},
     {nullptr, nullptr, 0, nullptr}};
@@ -113,6 +113,8 @@ PyMODINIT_FUNC PyInit__engine() {
     }
     Ref module(PyModule_Create(&definition));
     if (!module || PyModule_AddStringConstant(module.Get(), "version", nbscore_version()) != 0) return nullptr;
-    if (!AddModelType(module.Get()) || !AddCaseTypes(module.Get()) || !AddScoresType(module.Get())) return nullptr;
+    if (!AddModelType(module.Get()) || !AddCaseTypes(module.Get()) || !AddScoresType(module.Get()) ||
+        !AddRowType(module.Get()))
+        return nullptr;
     return module.Release();
 }

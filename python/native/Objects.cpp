@@ -4,91 +4,10 @@
 #include <cstring>
 #include <string>
 
-#include "Engine.h"
+#include "Values.h"
 
 namespace nbscore::python {
 namespace {
-
-/// Up to which doubles tell all whole numbers apart.
-constexpr long long mostWhole = 1LL << 53;
-
-/// What an object is to a column.
-struct Value {
-    enum Kind { Missing, Number, Truth, Text, Fault };
-
-    Kind kind = Fault;
-    double number = 0.0;
-    const char* text = nullptr;
-    Py_ssize_t size = 0;
-};
-
-/// A column while it is read.
-class ObjectReader {
-public:
-    ObjectReader(PyObject* missingObjects, PyObject* columnName) : missing(missingObjects), name(columnName) {}
-
-    /// A Fault with an error set for what is no value.
-    Value Read(PyObject* object, Py_ssize_t row) const {
-        if (PyUnicode_Check(object)) return ReadText(object, row);
-        if (PyFloat_Check(object)) return NumberOf(PyFloat_AsDouble(object));
-        if (object == Py_None) return {Value::Missing};
-        if (PyBool_Check(object)) return {Value::Truth, object == Py_True ? 1.0 : 0.0};
-        if (PyLong_Check(object)) return ReadWhole(object, row);
-        return ReadOther(object, row);
-    }
-
-    Value Refuse(Py_ssize_t row, const char* problem) const {
-        RaiseCaseError(name, row, problem);
-        return {};
-    }
-
-private:
-    static Value NumberOf(double number) {
-        return number != number ? Value{Value::Missing} : Value{Value::Number, number};
-    }
-
-    Value ReadText(PyObject* object, Py_ssize_t row) const {
-        Value value{Value::Text};
-        value.text = PyUnicode_AsUTF8AndSize(object, &value.size);
-        if (value.text != nullptr) return value;
-        PyErr_Clear();
-        return Refuse(row, "holds a text that cannot be written in UTF-8");
-    }
-
-    Value ReadWhole(PyObject* object, Py_ssize_t row) const {
-        int overflow = 0;
-        const long long whole = PyLong_AsLongLongAndOverflow(object, &overflow);
-        if (overflow != 0 || whole > mostWhole || whole < -mostWhole)
-            return Refuse(row, "holds a whole number beyond the 53 bits up to which doubles tell all of them apart");
-        return {Value::Number, static_cast<double>(whole)};
-    }
-
-    /// Numbers of other libraries, and what stands for nothing there.
-    Value ReadOther(PyObject* object, Py_ssize_t row) const {
-        for (Py_ssize_t i = 0; i < PyTuple_Size(missing); ++i) {
-            if (object == PyTuple_GetItem(missing, i)) return {Value::Missing};
-        }
-        // A NaN, or no time (NaT), of whatever type.
-        if (const Ref differs(PyObject_RichCompare(object, object, Py_NE)); differs.Get() == Py_True)
-            return {Value::Missing};
-        PyErr_Clear();
-        const Ref typeName(PyType_GetName(Py_TYPE(object)));
-        if (typeName && PyUnicode_CompareWithASCIIString(typeName.Get(), "bool_") == 0)
-            return {Value::Truth, PyObject_IsTrue(object) == 1 ? 1.0 : 0.0};
-        if (PyIndex_Check(object)) {
-            const Ref whole(PyNumber_Index(object));
-            if (whole) return ReadWhole(whole.Get(), row);
-        } else if (PyObject_HasAttrString(object, "__float__")) {
-            const Ref number(PyNumber_Float(object));
-            if (number) return NumberOf(PyFloat_AsDouble(number.Get()));
-        }
-        PyErr_Clear();
-        return Refuse(row, "holds something that is neither a number, a text nor a truth value");
-    }
-
-    PyObject* missing;
-    PyObject* name;
-};
 
 /// Which code an object has got, by its address: columns mostly hold the same objects over and over.
 class CodesOfObjects {
@@ -240,13 +159,11 @@ PyObject* Encode(PyObject*, PyObject* arguments) {
         PyObject* objects = nullptr;
         int isNumeric = 0;
         int takesTexts = 0;
-        PyObject* missing = nullptr;
         PyObject* name = nullptr;
-        if (!PyArg_ParseTuple(arguments, "OppO!U", &objects, &isNumeric, &takesTexts, &PyTuple_Type, &missing, &name))
-            return nullptr;
+        if (!PyArg_ParseTuple(arguments, "OppU", &objects, &isNumeric, &takesTexts, &name)) return nullptr;
         Bytes held;
         if (!held.Take(objects, PyBUF_C_CONTIGUOUS | PyBUF_FORMAT)) return nullptr;
-        const ObjectReader reader(missing, name);
+        const ObjectReader reader(name);
         const auto* const all = static_cast<PyObject* const*>(held.Get());
         const auto count = static_cast<Py_ssize_t>(held.GetSize() / sizeof(PyObject*));
         if (isNumeric != 0) {

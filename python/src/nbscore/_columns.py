@@ -6,7 +6,6 @@ what is there; None where all is.
 
 from __future__ import annotations
 
-import sys
 from typing import TYPE_CHECKING, Any
 
 import numpy as np
@@ -24,12 +23,6 @@ if TYPE_CHECKING:
 _FORMATS = {"i1": "c", "i2": "s", "i4": "i", "i8": "l", "u1": "C", "u2": "S", "u4": "I", "u8": "L", "f4": "f", "f8": "g"}
 
 
-def _missing_objects() -> tuple[object, ...]:
-    """What stands for nothing among objects, beside None and NaN."""
-    pandas = sys.modules.get("pandas")
-    return () if pandas is None else (pandas.NA, pandas.NaT)
-
-
 def _pack(truths: Any) -> Any:
     return np.packbits(truths, bitorder="little")
 
@@ -41,7 +34,6 @@ class ColumnReader:
         """takes_texts: whether texts among numbers mean anything."""
         self.fields = fields
         self.takes_texts = takes_texts
-        self.missing = _missing_objects()
 
     def read(self, name: str, values: Any) -> Column:
         """A column of pandas or NumPy, or a list."""
@@ -121,7 +113,7 @@ class ColumnReader:
 
     def _read_objects(self, name: str, objects: Any) -> Column:
         numeric = self.fields[name].values == "numbers"
-        return _engine.encode(np.ascontiguousarray(objects), numeric, self.takes_texts, self.missing, name)
+        return _engine.encode(np.ascontiguousarray(objects), numeric, self.takes_texts, name)
 
 
 def read_table(table: Any, fields: Mapping[str, Field], takes_texts: bool) -> _engine.Cases:

@@ -46,6 +46,9 @@ class CaseError(ValueError):
 
     @classmethod
     def _of_value(cls, column: str, row: int, problem: str) -> CaseError:
+        """row: -1 in a case by itself."""
+        if row < 0:
+            return cls(f'The field "{column}" {problem}.', column)
         return cls(f'The column "{column}" {problem}, in row {row}.', column, row)
 
     @classmethod
@@ -53,7 +56,8 @@ class CaseError(ValueError):
         """Of the engine's own words, which name the column in quotes and the case by its number."""
         import re
 
-        column = re.match(r'The column "(.*?)" (?:has|holds|is|cannot|of)\b', message, re.DOTALL)
+        named = r'(?:The (?:column|field)|The cases lack the column) "(.*?)"(?: (?:has|holds|is|cannot)\b|,)'
+        column = re.match(named, message, re.DOTALL)
         row = re.search(r"\bcase (\d+)\b", message[column.end():]) if column else None
         return cls(message, column.group(1) if column else None, int(row.group(1)) if row else None)
 
