@@ -119,7 +119,7 @@ private:
         json.AddName(name);
         if (!areThere) return json.AddNull();
         json.BeginList();
-        for (const std::string& answered : model.GetAnswered())
+        for (const std::string& answered : model.NameColumns())
             json.AddText(answered);
         json.EndList();
     }

@@ -59,11 +59,12 @@ OpenModel::OpenModel(const DocumentOrigin& origin, const ReadingOptions& options
     : limits(options.limits),
       model(Read(origin, options, ofDocument)),
       scorer(model.Get()),
-      answered(NameAnswers(scorer, model.Get())) {}
+      answerNames(scorer.GetBatchScorer().IsSet() ? LabelSubModels(scorer.GetBatchScorer().GetSubModels())
+                                                  : scorer.GetBatchScorer().GetCategories()) {}
 
-std::vector<std::string> OpenModel::NameAnswers(const SourceScorer& scorer, const ScoreModel& model) {
-    if (scorer.GetBatchScorer().IsSet()) return LabelSubModels(scorer.GetBatchScorer().GetSubModels());
-    return CategoryProbabilities(*model.GetTargetVar()).GetNames();
+std::vector<std::string> OpenModel::NameColumns() const {
+    if (scorer.GetBatchScorer().IsSet()) return answerNames;
+    return CategoryProbabilities(*model.Get().GetTargetVar()).GetNames();
 }
 
 std::string OpenModel::Describe() const {

@@ -37,8 +37,10 @@ public:
 
     ScoreModel& GetModel() const { return model.Get(); }
     const SourceScorer& GetScorer() const { return scorer; }
-    /// What the columns of probabilities or scores are of: the target's categories, or the labels of a set's sub-models.
-    const std::vector<std::string>& GetAnswered() const { return answered; }
+    /// The target's categories, or the labels of a set's sub-models.
+    const std::vector<std::string>& GetAnswerNames() const { return answerNames; }
+    /// The same with the target's categories that no case says anything of: what the columns of a table are of.
+    std::vector<std::string> NameColumns() const;
     void ThrowIfCancelled() const { limits.ThrowIfCancelled(); }
 
     /// The model of a parsed document, as these options want it scored.
@@ -49,14 +51,13 @@ public:
 
 private:
     static LoadedModel Read(const DocumentOrigin& origin, const ReadingOptions& options, DocumentCheck& toTell);
-    static std::vector<std::string> NameAnswers(const SourceScorer& scorer, const ScoreModel& model);
 
     /// What only the document tells.
     DocumentCheck ofDocument;
     Limits limits;
     LoadedModel model;
     SourceScorer scorer;
-    std::vector<std::string> answered;
+    std::vector<std::string> answerNames;
 };
 
 }  // namespace nbscore

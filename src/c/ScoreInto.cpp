@@ -19,7 +19,7 @@ namespace {
 class ScoreInto {
 public:
     ScoreInto(const OpenModel& openModel, const nbscore_room& given, std::size_t numCases)
-        : model(openModel), wanted(given), cases(numCases), columns(openModel.GetAnswered().size()) {
+        : model(openModel), wanted(given), cases(numCases), columns(openModel.NameColumns().size()) {
         RequireChoice(wanted.by_columns, 1, "by_columns");
         RequireChoice(wanted.reserved, 0, "reserved");
         if (wanted.probabilities != nullptr && wanted.columns != columns)
