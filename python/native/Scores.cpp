@@ -201,7 +201,23 @@ PyObject* JoinNumbers(const Chunks& chunks, std::size_t column, Py_ssize_t count
     return bytes.Release();
 }
 
-PyObject* ReadColumn(PyObject* self, PyObject* position) {
+/// A column's numbers as a list, None where there is none.
+PyObject* ListNumbers(const Chunks& chunks, std::size_t column, Py_ssize_t count) {
+    Ref list(PyList_New(count));
+    Py_ssize_t next = 0;
+    for (const Array& array : chunks.arrays) {
+        const ArrowArray& numbers = *array->held.children[column];
+        const auto* const values = static_cast<const double*>(numbers.buffers[1]);
+        for (std::int64_t i = 0; list && i < numbers.length; ++i, ++next) {
+            PyObject* const number = HasValue(numbers, i) ? PyFloat_FromDouble(values[i]) : Py_NewRef(Py_None);
+            if (number == nullptr || PyList_SetItem(list.Get(), next, number) != 0) return nullptr;
+        }
+    }
+    return list.Release();
+}
+
+/// @param readNumbers how numbers are wanted; texts are a list.
+PyObject* ReadColumn(PyObject* self, PyObject* position, decltype(&ListNumbers) readNumbers) {
     return Guarded([&]() -> PyObject* {
         const Chunks& chunks = ChunksOf(self);
         const ArrowSchema& schema = chunks.schema->held;
@@ -212,14 +228,23 @@ PyObject* ReadColumn(PyObject* self, PyObject* position) {
         }
         const auto number = static_cast<std::size_t>(column);
         const bool isText = std::strcmp(schema.children[number]->format, "u") == 0;
-        return isText ? ListTexts(chunks, number, CountScores(self)) : JoinNumbers(chunks, number, CountScores(self));
+        return (isText ? ListTexts : readNumbers)(chunks, number, CountScores(self));
     });
+}
+
+PyObject* GetColumn(PyObject* self, PyObject* position) {
+    return ReadColumn(self, position, JoinNumbers);
+}
+
+PyObject* GetList(PyObject* self, PyObject* position) {
+    return ReadColumn(self, position, ListNumbers);
 }
 
 PyMethodDef methods[] = {
     {"stream", ShowStream, METH_NOARGS, PyDoc_STR("stream() -> a capsule with a stream of the arrays")},
     {"array", ShowArray, METH_NOARGS, PyDoc_STR("array() -> capsules with the schema and the only array")},
-    {"column", ReadColumn, METH_O, PyDoc_STR("column(i) -> a list of texts, or the bytes of doubles")},
+    {"column", GetColumn, METH_O, PyDoc_STR("column(i) -> a list of texts, or the bytes of doubles")},
+    {"list", GetList, METH_O, PyDoc_STR("list(i) -> a list of texts or numbers")},
     {nullptr, nullptr, 0, nullptr}};
 PyType_Slot slots[] = {{Py_tp_dealloc, reinterpret_cast<void*>(DeleteScores)},
                        {Py_sq_length, reinterpret_cast<void*>(CountScores)},

@@ -48,8 +48,11 @@ LoadedModel OpenModel::Read(const DocumentOrigin& origin, const ReadingOptions& 
 }
 
 LoadedModel OpenModel::ReadScorable(const SourceDocument& source, const ReadingOptions& options) {
+    // Without a taker they would go to the program's standard error.
+    const auto passOver = [](const auto&...) {};
     LoadedModel model = ReadWithAdvice(GetLinkedPlugin(), source,
-                                       {.rule = options.rule, .isAdapted = options.adapts, .mustScore = true});
+                                       {.rule = options.rule, .isAdapted = options.adapts, .mustScore = true},
+                                       {.onNotice = passOver, .onFault = {}});
     if (auto* const densities = dynamic_cast<ModelDensities*>(&model.Get()))
         densities->SetDensityFloor(options.densityFloor);
     return model;

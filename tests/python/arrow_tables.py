@@ -98,7 +98,7 @@ class Column:
         array.offset = self.offset
         array.null_count = self.values.count(None)
         array.release = keeper.on_release(ReleaseArray)
-        bits = keeper.bytes(np.packbits(there, bitorder="little").tobytes())
+        bits = keeper.bytes(np.packbits(np.array(there, bool), bitorder="little").tobytes())
         if len(self.kind) == 2:
             known = list(dict.fromkeys(value for value in values if value is not None))
             codes = [0 if value is None else known.index(value) for value in values]
@@ -110,7 +110,7 @@ class Column:
         elif self.kind in "uU":
             content = [keeper.bytes(part) for part in text_parts(values, self.kind == "U")]
         elif self.kind == "b":
-            content = [keeper.bytes(np.packbits([bool(value) for value in values], bitorder="little").tobytes())]
+            content = [keeper.bytes(np.packbits(np.array([bool(value) for value in values], bool), bitorder="little").tobytes())]
         elif self.kind == "n":
             content = None
         else:

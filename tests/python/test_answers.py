@@ -31,8 +31,10 @@ def expect_same(expected, actual, context):
         assert len(cells) == len(actual[name]), context
         for row, (cell, value) in enumerate(zip(cells, actual[name])):
             where = (*context, name, row, cell, value)
-            if value is None or value != value:
+            if value is None or (value != value and cell == ""):
                 assert cell == "", where
+            elif value != value:
+                assert cell == "nan", where
             elif isinstance(value, str):
                 assert cell == value, where
             else:
@@ -51,12 +53,20 @@ class Table:
         self.fields = {field.name: field for field in model.fields if field.read and field.name in cells}
         self.values = {name: [self.value_of(field, cell) for cell in cells[name]]
                        for name, field in self.fields.items()}
+        self.cells = cells
         self.size = len(next(iter(cells.values()))) if cells else 0
 
     def value_of(self, field, cell):
         if cell == "":
             return None
-        return float(cell) if field.values == "numbers" and is_number(cell) else cell
+        if field.values == "numbers" and is_number(cell):
+            return float(cell)
+        # The engine's own rule knows no texts among numbers but, in tables, those that stand for missing values.
+        return None if field.values == "numbers" and self.model.rule == "smoothed" else cell
+
+    def texts_of(self, name):
+        """A column of texts holds numbers as they are written."""
+        return [None if value is None else cell for value, cell in zip(self.values[name], self.cells[name])]
 
     def holds_numbers(self, name):
         return self.fields[name].values == "numbers" and not any(isinstance(v, str) for v in self.values[name])
@@ -70,18 +80,20 @@ class Table:
         return pd.DataFrame(columns, index=index)
 
     def as_strings(self, name, column):
-        return column.astype(float) if self.holds_numbers(name) else column.astype("string")
+        if self.holds_numbers(name):
+            return column.astype(float)
+        return pd.Series(self.texts_of(name), index=column.index, dtype="string")
 
     def as_nullable(self, name, column):
         if not self.holds_numbers(name):
-            return column.astype("string")
+            return pd.Series(self.texts_of(name), index=column.index, dtype="string")
         whole = all(value is None or value.is_integer() for value in self.values[name])
-        numbers = pd.array([pd.NA if value is None else value for value in self.values[name]], "Float64")
-        return pd.Series(numbers, index=column.index).astype("Int64" if whole else "Float64")
+        numbers = [pd.NA if value is None else int(value) if whole else value for value in self.values[name]]
+        return pd.Series(pd.array(numbers, "Int64" if whole else "Float64"), index=column.index)
 
     def arrow_columns(self, texts, numbers, part=slice(None), offset=0):
-        return [Column(name, numbers if self.holds_numbers(name) else texts, values[part], offset)
-                for name, values in self.values.items()]
+        return [Column(name, numbers, values[part], offset) if self.holds_numbers(name) else
+                Column(name, texts, self.texts_of(name)[part], offset) for name, values in self.values.items()]
 
     def kinds(self):
         """(name of the kind, the table)"""
@@ -172,7 +184,7 @@ def draw_value(field, chance):
 
 
 @pytest.mark.parametrize("seed", range(12))
-@pytest.mark.parametrize("name", ["titanic/titanic", "iris/iris", "offers/offers", "mail/mail", "mail/mail_with_length"])
+@pytest.mark.parametrize("name", ["titanic/titanic", "iris/iris", "offers/offers", "mail/mail"])
 def test_scores_are_the_commands_for_random_tables(name, seed, tmp_path):
     chance = random.Random(f"{name} {seed}")
     document = command.EXAMPLES / f"{name}.pmml"

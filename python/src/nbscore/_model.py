@@ -187,9 +187,9 @@ class Model:
         asks_for_own = self._content["output"] and columns == "output"
         if speaks_arrow(X) or asks_for_own:
             return self._score_by_arrow(X, options)
-        from nbscore._tables import make_usual_scores
+        from nbscore._tables import holds_lists, make_usual_scores
 
-        return make_usual_scores(X, self, options)
+        return self._score_by_arrow(X, options) if holds_lists(X) else make_usual_scores(X, self, options)
 
     def _score_by_arrow(self, X: Any, options: _engine.Options) -> Any:
         names = self._engine.columns(options)

@@ -15,14 +15,8 @@ def _is_frame(table: Any) -> bool:
     return hasattr(table, "index") and hasattr(table, "columns")
 
 
-def _holds_lists(table: Any) -> bool:
-    return len(table) > 0 and all(isinstance(table[name], (list, tuple)) for name in table.keys())
-
-
-def _make_lists(columns: dict[str, Any]) -> dict[str, list[Any]]:
-    """With None for what is not there."""
-    return {name: [None if value != value else value for value in column.tolist()]
-            for name, column in columns.items()}
+def holds_lists(table: Any) -> bool:
+    return not _is_frame(table) and len(table) > 0 and all(isinstance(table[name], (list, tuple)) for name in table.keys())
 
 
 def make_usual_scores(table: Any, model: Model, options: _engine.Options) -> Any:
@@ -49,7 +43,7 @@ def _join(table: Any, names: list[str], predicted: tuple[Model, Any] | None, num
         if predicted is not None:
             model, codes = predicted
             columns = {names[0]: model._name_classes(codes), **columns}
-        return _make_lists(columns) if _holds_lists(table) else columns
+        return columns
     import pandas
 
     # The frame lies in the matrix: nothing is copied.
@@ -65,6 +59,8 @@ def _join(table: Any, names: list[str], predicted: tuple[Model, Any] | None, num
 
 def make_table(table: Any, scores: _engine.Scores, names: list[tuple[str, bool]]) -> Any:
     """Columns of any kind; texts become objects."""
+    if holds_lists(table):
+        return {name: scores.list(position) for position, (name, _) in enumerate(names)}
     columns: dict[str, Any] = {}
     for position, (name, is_text) in enumerate(names):
         column = scores.column(position)
@@ -77,4 +73,4 @@ def make_table(table: Any, scores: _engine.Scores, names: list[tuple[str, bool]]
         import pandas
 
         return pandas.DataFrame(columns, index=table.index, columns=[name for name, _ in names])
-    return _make_lists(columns) if _holds_lists(table) else columns
+    return columns
