@@ -10,7 +10,9 @@ help:
 	@echo 'make test               install missing packages, build and run every test'
 	@echo 'make test-peers         hold the answers by the standard'"'"'s rule to those of R and scikit-learn, which are'
 	@echo '                        installed for it'
-	@echo 'make test-all           both'
+	@echo 'make python             build the Python package: build/wheels/nbscore-*.whl'
+	@echo 'make test-python        test it, installed in an environment of its own'
+	@echo 'make test-all           all three'
 	@echo 'make windows            cross-build for 64-bit Windows and pack build/nbscore-*-windows-x64.zip'
 	@echo 'make test-windows       test that build under Wine (three minutes once everything is built)'
 	@echo 'make test-windows-core  test only its built plug-in and command'
@@ -66,7 +68,20 @@ test-peers:
 	cmake --preset test
 	cmake --build --preset test -j $(JOBS) --target nbscore_command naivebayes
 	/usr/bin/python3 tests/peers/peers.py build/test/bin/nbscore
-test-all: test test-peers
+test-all: test test-peers test-python
+
+# For Debian's own interpreter, whatever others the path has.
+PYTHON := /usr/bin/python3
+WHEEL := $(PYTHON) -m pip wheel --quiet --no-index --no-deps --wheel-dir build/wheels ./python --config-settings
+.PHONY: python test-python
+python: build
+	@scripts/install-packages.sh build python
+	JOBS=$(JOBS) $(WHEEL) build-dir=build/release
+test-python:
+	@scripts/install-packages.sh build test python test-python
+	cmake --preset test
+	JOBS=$(JOBS) $(WHEEL) build-dir=build/test
+	PYTHON=$(PYTHON) scripts/test-python.sh build/wheels/nbscore-*.whl
 
 .PHONY: windows windows-configured test-windows test-windows-core
 windows-configured:

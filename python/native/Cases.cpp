@@ -145,6 +145,7 @@ PyObject* MakeCases(std::unique_ptr<CaseArray> cases) {
 }
 
 void DeleteCases(PyObject* self) {
+    const KeptError error;
     PyTypeObject* const type = Py_TYPE(self);
     delete reinterpret_cast<CasesObject*>(self)->cases;
     PyObject_Free(self);
@@ -270,6 +271,7 @@ PyObject* NextOfStream(PyObject* self) {
 }
 
 void DeleteStream(PyObject* self) {
+    const KeptError error;
     PyTypeObject* const type = Py_TYPE(self);
     delete reinterpret_cast<StreamObject*>(self)->stream;
     PyObject_Free(self);

@@ -72,6 +72,20 @@ private:
     PyThreadState* state;
 };
 
+/// An error that is set stays so as long as this lives, whatever code of other libraries runs.
+class KeptError {
+public:
+    KeptError() { PyErr_Fetch(&type, &value, &trace); }
+    KeptError(const KeptError&) = delete;
+    KeptError& operator=(const KeptError&) = delete;
+    ~KeptError() { PyErr_Restore(type, value, trace); }
+
+private:
+    PyObject* type = nullptr;
+    PyObject* value = nullptr;
+    PyObject* trace = nullptr;
+};
+
 /// A struct of the Arrow C interfaces, released when this goes.
 template <typename Struct>
 struct Owned {

@@ -102,6 +102,7 @@ const Chunks& ChunksOf(PyObject* self) {
 }
 
 void DeleteScores(PyObject* self) {
+    const KeptError error;
     PyTypeObject* const type = Py_TYPE(self);
     delete reinterpret_cast<ScoresObject*>(self)->chunks;
     PyObject_Free(self);
@@ -117,6 +118,7 @@ Py_ssize_t CountScores(PyObject* self) {
 
 template <typename Struct>
 void DeleteUntaken(PyObject* capsule) {
+    const KeptError error;
     delete static_cast<Owned<Struct>*>(PyCapsule_GetContext(capsule));
 }
 

@@ -63,13 +63,14 @@ private:
 
     /// Numbers of other libraries, and what stands for nothing there.
     Value ReadOther(PyObject* object, Py_ssize_t row) const {
-        // A NaN, or no time (NaT), of whatever type.
-        if (const Ref differs(PyObject_RichCompare(object, object, Py_NE)); differs.Get() == Py_True)
-            return {Value::Missing};
-        PyErr_Clear();
         const Ref typeName(PyType_GetName(Py_TYPE(object)));
         // Of pandas, which is not to be imported for it.
         if (typeName && PyUnicode_CompareWithASCIIString(typeName.Get(), "NAType") == 0) return {Value::Missing};
+        // A NaN, or no time (NaT), of whatever type.
+        if (const Ref differs(PyObject_RichCompare(object, object, Py_NE));
+            differs && PyObject_IsTrue(differs.Get()) == 1)
+            return {Value::Missing};
+        PyErr_Clear();
         if (typeName && PyUnicode_CompareWithASCIIString(typeName.Get(), "bool_") == 0)
             return {Value::Truth, PyObject_IsTrue(object) == 1 ? 1.0 : 0.0};
         if (PyIndex_Check(object)) {

@@ -7,7 +7,7 @@ import subprocess
 import sys
 import tempfile
 
-REPOSITORY = pathlib.Path(os.environ.get("NBSCORE_REPOSITORY", pathlib.Path(__file__).resolve().parents[2]))
+REPOSITORY = pathlib.Path(os.environ["NBSCORE_REPOSITORY"])
 EXAMPLES = REPOSITORY / "examples"
 CASES = REPOSITORY / "tests" / "cases"
 

@@ -41,7 +41,9 @@ class ColumnReader:
         if array is not None and hasattr(array, "dtype") and not isinstance(array.dtype, np.dtype):
             return self._read_extension(name, array)
         if isinstance(values, np.ma.MaskedArray):
-            return self._read_objects(name, values.astype(object).filled(None))
+            objects = np.array(values.data, object)
+            objects[np.broadcast_to(np.asarray(values.mask), objects.shape)] = None
+            return self._read_objects(name, objects)
         if isinstance(values, (list, tuple)):
             objects = np.empty(len(values), object)
             objects[:] = values
@@ -68,8 +70,11 @@ class ColumnReader:
 
     def _read_categorical(self, name: str, array: Any) -> Column:
         """By code: -1 is a missing value there and here."""
-        codes = np.require(array.codes, requirements="CA")
-        values = self.read(name, array.categories.to_numpy())
+        codes = np.require(array.codes, requirements=["C", "A"])
+        try:
+            values = self.read(name, array.categories.to_numpy())
+        except CaseError as error:
+            raise CaseError(f"{error.message} That is one of its categories.", name) from None
         if values[0] == "b":  # a dictionary holds numbers or texts
             values = self._read_objects(name, array.categories.to_numpy().astype(object))
         if values[3] is not None:
@@ -81,7 +86,7 @@ class ColumnReader:
     @staticmethod
     def _spell_out(values: Column) -> Column:
         """Values that are in a dictionary themselves, one by one. Categories are distinct: each has its own code."""
-        dictionary = values[3]
+        dictionary: Column = values[3]
         assert dictionary is not None
         codes = np.frombuffer(values[2][1], np.int32)
         assert (codes == np.arange(len(codes))).all()
@@ -102,7 +107,7 @@ class ColumnReader:
         if kind == "f" and array.dtype.itemsize not in (4, 8):
             array = array.astype(np.float64)
         if kind in "iuf":
-            array = np.require(array, dtype=array.dtype.newbyteorder("="), requirements="CA")
+            array = np.require(array, dtype=array.dtype.newbyteorder("="), requirements=["C", "A"])
             letter = _FORMATS[array.dtype.str[1:]]
             valid = _engine.valid_bits(array, letter) if kind == "f" else None
             return (letter, len(array), (valid, array), None)
@@ -120,7 +125,7 @@ def read_table(table: Any, fields: Mapping[str, Field], takes_texts: bool) -> _e
     """The columns of a pandas DataFrame or a mapping that a model reads, as one array of cases."""
     reader = ColumnReader(fields, takes_texts)
     columns = []
-    size: int | None = len(table) if hasattr(table, "index") else None
+    size: int | None = len(table) if hasattr(table, "columns") else None
     for name in fields:
         if name not in table:
             continue

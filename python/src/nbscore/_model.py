@@ -84,11 +84,12 @@ class Model:
     def fields(self) -> tuple[Field, ...]:
         """The fields of the document, in its order, then derived ones."""
 
-        def as_tuple(values: list[Any] | None) -> tuple[Any, ...] | None:
-            return None if values is None else tuple(values)
+        def make(told: dict[str, Any]) -> Field:
+            lists: dict[str, Any] = {name: None if told[name] is None else tuple(told[name])
+                                     for name in ("categories", "bins")}
+            return Field(**{**told, **lists})
 
-        return tuple(Field(**{**field, "categories": as_tuple(field["categories"]), "bins": as_tuple(field["bins"])})
-                     for field in self._content["fields"])
+        return tuple(make(told) for told in self._content["fields"])
 
     @cached_property
     def _read_fields(self) -> dict[str, Field]:
@@ -133,6 +134,7 @@ class Model:
 
     @property
     def n_features_in_(self) -> int:
+        """How many columns tables must have."""
         return len(self.feature_names_in_)
 
     def describe(self) -> dict[str, Any]:
@@ -292,7 +294,7 @@ class Model:
     def _read(self, X: Any) -> _engine.Cases:
         from nbscore._columns import read_table
 
-        if not hasattr(X, "index") and not hasattr(X, "keys"):
+        if not hasattr(X, "keys"):
             raise TypeError("X must be a DataFrame, a dict of columns, or have __arrow_c_stream__ or __arrow_c_array__; "
                             f"its type is {type(X).__name__}.")
         return read_table(X, self._read_fields, self.rule == "standard")
@@ -314,7 +316,7 @@ class Model:
         """-1 stands for none."""
         import numpy as np
 
-        none = np.nan if self.classes_.dtype == np.float64 else None
+        none: Any = np.nan if self.classes_.dtype == np.float64 else None
         return np.append(self.classes_, none).take(codes)
 
 

@@ -12,7 +12,7 @@ if TYPE_CHECKING:
 
 
 def _is_frame(table: Any) -> bool:
-    return hasattr(table, "index") and hasattr(table, "columns")
+    return hasattr(table, "columns")
 
 
 def holds_lists(table: Any) -> bool:
