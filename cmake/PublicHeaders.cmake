@@ -52,6 +52,7 @@ set(NBSCORE_PUBLIC_HEADERS
     translator/NaiveBayesTranslator.h
     batch/BatchScorer.h
     batch/PreparedRow.h
+    batch/SourceRow.h
     batch/SourceScorer.h
     output/HostError.h
     output/OutputFile.h

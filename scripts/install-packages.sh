@@ -19,6 +19,7 @@ packages_for() {
         python) echo python3-dev python3-venv python3-pip python3-numpy ;;
         test-python) echo python3-pandas python3-pytest python3-matplotlib mypy ;;
         peers) echo python3-sklearn python3-pandas ;;
+        foreign) echo npm ;;
         test-peers) echo python3 python3-sklearn r-cran-e1071 r-cran-mass ;;
         *) echo "install-packages.sh: unknown group $1" >&2; exit 2 ;;
     esac

@@ -81,6 +81,10 @@ std::unique_ptr<OwnedError> CopyException() {
 
 }  // namespace
 
+void RefuseNull(const char* name) {
+    throw BadArgument(std::string(name) + " is null.");
+}
+
 void RequireChoice(std::int32_t choice, std::int32_t last, const char* name) {
     if (choice >= 0 && choice <= last) return;
     throw BadArgument(std::string(name) + " is " + std::to_string(choice) + ", and at most " + std::to_string(last) +

@@ -24,10 +24,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+[[noreturn]] void RefuseNull(const char* name);
+
 /// Throws BadArgument for a null pointer.
 template <typename Object>
 Object& RequireArgument(Object* argument, const char* name) {
-    if (argument == nullptr) throw BadArgument(std::string(name) + " is null.");
+    if (argument == nullptr) RefuseNull(name);
     return *argument;
 }
 
