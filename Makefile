@@ -164,7 +164,7 @@ lint: packages-lint
 .PHONY: format
 format:
 	git ls-files 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'fuzz/*.h' 'fuzz/*.cpp' \
-	    'bench/*.h' 'bench/*.cpp' 'examples/*.cpp' | xargs clang-format -i
+	    'bench/*.h' 'bench/*.cpp' 'examples/*.cpp' 'python/*.h' 'python/*.cpp' | xargs clang-format -i
 
 PREFIX ?= /usr/local
 .PHONY: install

@@ -42,7 +42,8 @@ def draw(frame, picture):
     matplotlib.use("Agg")
     import matplotlib.pyplot as plt
 
-    table = frame.pivot(index="class", columns=["sex", "age"], values="survives").loc[["first", "second", "third", "crew"]]
+    table = frame.pivot(index="class", columns=["sex", "age"], values="survives")
+    table = table.loc[["first", "second", "third", "crew"]]
     axes = table.plot.bar(rot=0, figsize=(8, 4.5), width=0.8)
     axes.set_ylabel("probability of survival")
     axes.set_ylim(0, 1)

@@ -374,8 +374,8 @@ typedef struct nbscore_room {
 /* Scores cases as nbscore_score does, without copying answers. Of `scoring` only lacking_as_absent is looked at. When the
  * call fails, what stands in the room is of no use. Any number of threads at once, each with cases and room of its own. */
 NBSCORE_CALL int32_t nbscore_score_into(const nbscore_model* model, const nbscore_scoring* scoring,
-                                    const struct ArrowSchema* schema, const struct ArrowArray* cases,
-                                    const nbscore_room* room, nbscore_error** error);
+                                        const struct ArrowSchema* schema, const struct ArrowArray* cases,
+                                        const nbscore_room* room, nbscore_error** error);
 
 #ifdef __cplusplus
 }

@@ -21,7 +21,7 @@ ReleaseSchema = ctypes.CFUNCTYPE(None, ctypes.POINTER(Schema))
 ReleaseArray = ctypes.CFUNCTYPE(None, ctypes.POINTER(Array))
 GetSchema = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.POINTER(Stream), ctypes.POINTER(Schema))
 GetNext = ctypes.CFUNCTYPE(ctypes.c_int, ctypes.POINTER(Stream), ctypes.POINTER(Array))
-GetLastError = ctypes.CFUNCTYPE(ctypes.c_char_p, ctypes.POINTER(Stream))
+GetLastError = ctypes.CFUNCTYPE(ctypes.c_void_p, ctypes.POINTER(Stream))
 ReleaseStream = ctypes.CFUNCTYPE(None, ctypes.POINTER(Stream))
 
 Schema._fields_ = [("format", ctypes.c_char_p), ("name", ctypes.c_char_p), ("metadata", ctypes.c_char_p),
@@ -110,7 +110,8 @@ class Column:
         elif self.kind in "uU":
             content = [keeper.bytes(part) for part in text_parts(values, self.kind == "U")]
         elif self.kind == "b":
-            content = [keeper.bytes(np.packbits(np.array([bool(value) for value in values], bool), bitorder="little").tobytes())]
+            truths = np.array([bool(value) for value in values], bool)
+            content = [keeper.bytes(np.packbits(truths, bitorder="little").tobytes())]
         elif self.kind == "n":
             content = None
         else:
@@ -170,6 +171,8 @@ class StreamTable:
         stream = keeper.keep(Stream())
         self.given = 0
 
+        reason = keeper.bytes(b"The disk is gone.")
+
         def get_schema(_, out):
             _fill_struct(keeper, self.chunks[0], out.contents, Array())
             return 0
@@ -185,7 +188,7 @@ class StreamTable:
 
         stream.get_schema = keeper.keep(GetSchema(get_schema))
         stream.get_next = keeper.keep(GetNext(get_next))
-        stream.get_last_error = keeper.keep(GetLastError(lambda _: b"The disk is gone."))
+        stream.get_last_error = keeper.keep(GetLastError(lambda _: reason.value))
         stream.release = keeper.on_release(ReleaseStream)
         return _new_capsule(ctypes.addressof(stream), keeper.keep(b"arrow_array_stream"), None)
 
@@ -240,12 +243,12 @@ def read_arrow(table):
             break
         _read_struct(schema, array, columns)
         array.release(ctypes.byref(array))
-    reason = stream.get_last_error(ctypes.byref(stream)) if fault != 0 else b""
+    reason = stream.get_last_error(ctypes.byref(stream)) if fault != 0 else None
     if schema.release:
         schema.release(ctypes.byref(schema))
     stream.release(ctypes.byref(stream))
     if fault != 0:
-        raise BrokenStream(fault, (reason or b"").decode())
+        raise BrokenStream(fault, ctypes.string_at(reason).decode() if reason else "")
     return columns
 
 

@@ -30,7 +30,8 @@ def test_importing_brings_neither_numpy_nor_pandas():
 
 def test_single_cases_need_no_pandas():
     done = run_python("-c", "import nbscore, sys; m = nbscore.load(sys.argv[1]); "
-                            "m.score_case({'class': 'first', 'sex': 'male', 'age': 'adult'}); print('pandas' in sys.modules)",
+                            "m.score_case({'class': 'first', 'sex': 'male', 'age': 'adult'}); "
+                            "print('pandas' in sys.modules)",
                       str(command.EXAMPLES / "titanic" / "titanic.pmml"))
     assert done.stdout == "False\n", done.stderr
 
@@ -73,5 +74,6 @@ def test_type_checkers_know_the_package(source, findings, tmp_path):
 
 
 def test_the_package_itself_is_typed(tmp_path):
-    done = run_python("-m", "mypy", "--strict", "--cache-dir", str(tmp_path), "--ignore-missing-imports", "-p", "nbscore")
+    done = run_python("-m", "mypy", "--strict", "--cache-dir", str(tmp_path), "--ignore-missing-imports", "-p",
+                      "nbscore")
     assert done.returncode == 0, done.stdout + done.stderr

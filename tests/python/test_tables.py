@@ -25,10 +25,10 @@ DOCUMENT = """<PMML version="4.4" xmlns="http://www.dmg.org/PMML-4_4"><Header/>
 <DiscretizeBin binValue="0"><Interval closure="openClosed" rightMargin="1.5"/></DiscretizeBin>
 <DiscretizeBin binValue="1"><Interval closure="openClosed" leftMargin="1.5"/></DiscretizeBin>
 </Discretize></DerivedField>
-<PairCounts value="0"><TargetValueCounts><TargetValueCount value="no" count="5"/><TargetValueCount value="yes" count="1"/>
-</TargetValueCounts></PairCounts>
-<PairCounts value="1"><TargetValueCounts><TargetValueCount value="no" count="2"/><TargetValueCount value="yes" count="3"/>
-</TargetValueCounts></PairCounts></BayesInput></BayesInputs>
+<PairCounts value="0"><TargetValueCounts><TargetValueCount value="no" count="5"/>
+<TargetValueCount value="yes" count="1"/></TargetValueCounts></PairCounts>
+<PairCounts value="1"><TargetValueCounts><TargetValueCount value="no" count="2"/>
+<TargetValueCount value="yes" count="3"/></TargetValueCounts></PairCounts></BayesInput></BayesInputs>
 <BayesOutput fieldName="answer"><TargetValueCounts><TargetValueCount value="no" count="8"/>
 <TargetValueCount value="yes" count="11"/></TargetValueCounts></BayesOutput></NaiveBayesModel></PMML>"""
 WORDS = ["true", "false", "7", "0.5", "1e+22", "1e-07", "100000", "größe", ""]
@@ -127,7 +127,8 @@ def test_many_different_objects_are_told_apart(model):
     chance = np.random.default_rng(5)
     values = [float(number) if number > 0.5 else str(number) for number in chance.uniform(size=5000)] + WORDS
     words = [repr(value) if isinstance(value, float) else value for value in values]
-    assert same(probabilities(model, word=values, count=len(values)), probabilities(model, word=words, count=len(words)))
+    assert same(probabilities(model, word=values, count=len(values)),
+                probabilities(model, word=words, count=len(words)))
     known = [str(word) for word in chance.choice(WORDS, 5000)]
     assert same(probabilities(model, word=np.array(known, object), count=5000),
                 probabilities(model, word=pd.Series(known, dtype="category"), count=5000))

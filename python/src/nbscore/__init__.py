@@ -6,8 +6,8 @@
     model.score_case({"age": 41, "sex": "female"})
 
 Tables are pandas DataFrames, dicts of NumPy arrays or lists, and whatever has ``__arrow_c_stream__`` or
-``__arrow_c_array__``. NaN, None, NaT and ``pd.NA`` stand for a missing value. Neither pandas nor NumPy is imported before
-a table comes.
+``__arrow_c_array__``. NaN, None, NaT and ``pd.NA`` stand for a missing value. Neither pandas nor NumPy is imported
+before a table comes.
 """
 
 from nbscore._arrow import ArrowScores, ArrowScoreStream

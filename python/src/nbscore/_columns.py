@@ -1,7 +1,7 @@
 """Columns of tables as the engine takes them: their memory as it lies, where that can be.
 
-A column is ``(format, length, buffers, dictionary)``, by the letters of the Arrow C data interface. The first buffer marks
-what is there; None where all is.
+A column is ``(format, length, buffers, dictionary)``, by the letters of the Arrow C data interface. The first buffer
+marks what is there; None where all is.
 """
 
 from __future__ import annotations
@@ -20,7 +20,8 @@ if TYPE_CHECKING:
 
     Column = _engine.Column
 
-_FORMATS = {"i1": "c", "i2": "s", "i4": "i", "i8": "l", "u1": "C", "u2": "S", "u4": "I", "u8": "L", "f4": "f", "f8": "g"}
+_FORMATS = {"i1": "c", "i2": "s", "i4": "i", "i8": "l", "u1": "C", "u2": "S", "u4": "I", "u8": "L",
+            "f4": "f", "f8": "g"}
 
 
 def _pack(truths: Any) -> Any:
@@ -100,8 +101,8 @@ class ColumnReader:
             there = np.flatnonzero(~array if only_missing else ~np.isnat(array))
             if len(there) == 0:
                 return ("n", len(array), (), None)
-            raise CaseError(f'The column "{name}" holds times, which are neither numbers, texts nor truth values: write '
-                            f"them as texts, as the document has them.", name, int(there[0]))
+            raise CaseError(f'The column "{name}" holds times, which are neither numbers, texts nor truth values: '
+                            f"write them as texts, as the document has them.", name, int(there[0]))
         if kind == "b":
             return ("b", len(array), (None, _pack(array)), None)
         if kind == "f" and array.dtype.itemsize not in (4, 8):

@@ -29,7 +29,7 @@ def _choose(choices: dict[str, int] | dict[str, bool], value: str, name: str) ->
 
 def read(document: Document, rule: Rule, adapt: bool, densities: Densities, max_memory: int | None,
          max_document_bytes: int | None) -> Reading:
-    """What the engine takes. A document is read once: what it holds then is the model's, whatever becomes of the file."""
+    """What the engine takes. A document is read once: what it holds then is the model's, whatever the file becomes."""
     options = (_choose(RULES, rule, "rule"), bool(adapt), bool(_choose(DENSITIES, densities, "densities")),
                max_memory or 0, max_document_bytes or 0)
     if isinstance(document, (bytes, bytearray, memoryview)):

@@ -63,8 +63,8 @@ class Model:
 
     Tables X are pandas DataFrames, dicts of NumPy arrays or lists, or anything with ``__arrow_c_stream__`` or
     ``__arrow_c_array__``; n is their number of rows. Columns are found by name; others are passed over. NaN, None, NaT
-    and ``pd.NA`` are missing values: an input without a value says nothing about its case. A column that the model needs
-    and X lacks is a CaseError, unless allow_missing_fields: then its values are missing.
+    and ``pd.NA`` are missing values: an input without a value says nothing about its case. A column that the model
+    needs and X lacks is a CaseError, unless allow_missing_fields: then its values are missing.
     """
 
     def __init__(self, reading: Reading) -> None:
@@ -207,8 +207,8 @@ class Model:
                      allow_missing_fields: bool = False, best: int | None = None) -> ArrowScoreStream:
         """Scores a stream of cases as it is asked for, array by array: for tables larger than memory.
 
-        X: anything with ``__arrow_c_stream__``. Errors in cases come from whoever reads the stream. best: of a set, only
-        the so many highest scores of each case.
+        X: anything with ``__arrow_c_stream__``. Errors in cases come from whoever reads the stream. best: of a set,
+        only so many of the highest scores of each case.
         """
         if not hasattr(X, "__arrow_c_stream__"):
             raise TypeError("X must have __arrow_c_stream__.")
@@ -252,8 +252,8 @@ class Model:
     def score_case(self, case: Mapping[str, Any], *, allow_missing_fields: bool = False) -> dict[str, Any]:
         """The columns that the command adds, for one case: a dict of texts and numbers, None where there is none.
 
-        case: a dict with a value for each field that the model needs; other keys are passed over. By the standard's rule
-        with the columns that the document asks for, if it does.
+        case: a dict with a value for each field that the model needs; other keys are passed over. By the standard's
+        rule with the columns that the document asks for, if it does.
         """
         if self._content["output"]:
             table = {name: [value] for name, value in case.items()}
@@ -266,8 +266,8 @@ class Model:
         return self._make_row(list(self._read_fields))
 
     def prepare(self, *names: str) -> PreparedCase:
-        """A case to be scored again and again by the values of these fields, faster than score_case. Fields that are not
-        named are missing."""
+        """A case to be scored again and again by the values of these fields, faster than score_case. Fields that are
+        not named are missing."""
         return PreparedCase(self, names)
 
     def _make_row(self, names: list[str]) -> _engine.Row:
@@ -295,8 +295,8 @@ class Model:
         from nbscore._columns import read_table
 
         if not hasattr(X, "keys"):
-            raise TypeError("X must be a DataFrame, a dict of columns, or have __arrow_c_stream__ or __arrow_c_array__; "
-                            f"its type is {type(X).__name__}.")
+            raise TypeError("X must be a DataFrame, a dict of columns, or have __arrow_c_stream__ or "
+                            f"__arrow_c_array__; its type is {type(X).__name__}.")
         return read_table(X, self._read_fields, self.rule == "standard")
 
     def _read_all(self, X: Any) -> Any:

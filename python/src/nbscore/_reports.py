@@ -16,8 +16,8 @@ if TYPE_CHECKING:
 class Problem(NamedTuple):
     """Something that the owner of a document should know.
 
-    severity: "error", "warning" or "remark". code: the number of a refusal; None for the others. advice: what to do about
-    it. line, column, path: where it stands; None where that is not known.
+    severity: "error", "warning" or "remark". code: the number of a refusal; None for the others. advice: what to do
+    about it. line, column, path: where it stands; None where that is not known.
     """
 
     severity: Literal["error", "warning", "remark"]
@@ -84,8 +84,8 @@ class Verification(NamedTuple):
 
 def check(document: Document, *, rule: Rule = "smoothed", adapt: bool = False, max_memory: int | None = None,
           max_document_bytes: int | None = None) -> Check:
-    """Tells what a document holds and all that is wrong with it. One that is refused is no error here; a file that cannot
-    be read is an OSError. The arguments are those of ``load``."""
+    """Tells what a document holds and all that is wrong with it. One that is refused is no error here; a file that
+    cannot be read is an OSError. The arguments are those of ``load``."""
     import json
 
     text = _engine.Model.check(*read(document, rule, adapt, "threshold", max_memory, max_document_bytes))

@@ -16,7 +16,8 @@ def _is_frame(table: Any) -> bool:
 
 
 def holds_lists(table: Any) -> bool:
-    return not _is_frame(table) and len(table) > 0 and all(isinstance(table[name], (list, tuple)) for name in table.keys())
+    return (not _is_frame(table) and len(table) > 0
+            and all(isinstance(table[name], (list, tuple)) for name in table.keys()))
 
 
 def make_usual_scores(table: Any, model: Model, options: _engine.Options) -> Any:
@@ -30,9 +31,8 @@ def make_usual_scores(table: Any, model: Model, options: _engine.Options) -> Any
         return _join(table, names, None, numbers)
     codes = np.empty(count, np.int32)
     numbers = np.empty((len(names) - 1, count))
-    wants_all = len(names) > 1
-    model._engine.answer(cases, options[2], codes, numbers[0] if wants_all else None, numbers[1:] if wants_all else None,
-                         max(len(names) - 2, 0), True)
+    confidence, probabilities = (numbers[0], numbers[1:]) if len(numbers) else (None, None)
+    model._engine.answer(cases, options[2], codes, confidence, probabilities, max(len(names) - 2, 0), True)
     return _join(table, names, (model, codes), numbers)
 
 
