@@ -1,4 +1,5 @@
-// The type Row: one case, scored again and again. The lock is kept all the while: a case takes less than giving it away.
+// The type Row: one case, scored again and again. The lock is kept all the while: a case takes less time than giving it
+// away.
 
 #include <string>
 
@@ -135,7 +136,8 @@ bool Set(const RowParts& parts, const Field& field, const Value& value) {
     return false;
 }
 
-/// Scores what was read. From here on nothing of Python's runs but the making of plain values: nobody else sets the row.
+/// Scores what was read. From here on nothing of Python's runs but the making of plain values: nobody else sets the
+/// row.
 bool ScoreValues(const RowParts& parts, CaseValues& values, nbscore_answer& answer) {
     for (std::size_t i = 0; i < parts.fields.size(); ++i) {
         if (!Set(parts, parts.fields[i], values[i])) return false;
