@@ -244,11 +244,12 @@ def read_arrow(table):
         _read_struct(schema, array, columns)
         array.release(ctypes.byref(array))
     reason = stream.get_last_error(ctypes.byref(stream)) if fault != 0 else None
+    message = ctypes.string_at(reason).decode() if reason else ""  # it goes with the stream
     if schema.release:
         schema.release(ctypes.byref(schema))
     stream.release(ctypes.byref(stream))
     if fault != 0:
-        raise BrokenStream(fault, ctypes.string_at(reason).decode() if reason else "")
+        raise BrokenStream(fault, message)
     return columns
 
 

@@ -38,9 +38,8 @@ class ColumnReader:
 
     def read(self, name: str, values: Any) -> Column:
         """A column of pandas or NumPy, or a list."""
-        array = getattr(values, "array", None)
-        if array is not None and hasattr(array, "dtype") and not isinstance(array.dtype, np.dtype):
-            return self._read_extension(name, array)
+        if hasattr(values, "array") and not isinstance(values.dtype, np.dtype):
+            return self._read_extension(name, values.array)
         if isinstance(values, np.ma.MaskedArray):
             objects = np.array(values.data, object)
             objects[np.broadcast_to(np.asarray(values.mask), objects.shape)] = None

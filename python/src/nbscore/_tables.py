@@ -51,9 +51,12 @@ def _join(table: Any, names: list[str], predicted: tuple[Model, Any] | None, num
                              copy=False)
     if predicted is not None:
         model, codes = predicted
-        texts = model.classes_.dtype == object
-        values = (pandas.Categorical.from_codes(codes, model.classes_) if texts else model._name_classes(codes))
-        frame.insert(0, names[0], values)
+        if model.classes_.dtype == object:
+            # As narrow as pandas wants them, which then looks at them and copies nothing.
+            narrow = codes.astype(np.int8) if len(model.classes_) < 128 else codes
+            frame.insert(0, names[0], pandas.Categorical.from_codes(narrow, model.classes_))
+        else:
+            frame.insert(0, names[0], model._name_classes(codes))
     return frame
 
 
