@@ -29,6 +29,20 @@ const char* NameAt(const std::vector<std::string>& names, std::size_t position) 
     return position < names.size() ? names[position].c_str() : nullptr;
 }
 
+/// Within a handler: throws what setting a field threw as an error of its caller. Apart, so that setting needs no room
+/// for it.
+[[noreturn]] void RethrowOfField(std::size_t field) {
+    try {
+        throw;
+    } catch (const BadArgument&) {
+        throw;
+    } catch (const std::out_of_range&) {
+        throw BadArgument("There is no field " + std::to_string(field) + ".");
+    } catch (const std::invalid_argument& misfit) {
+        throw BadCases(misfit.what());
+    }
+}
+
 /// Sets a field of a row.
 template <typename Work>
 std::int32_t SetField(nbscore_row* row, std::size_t field, nbscore_error** error, const Work& set) {
@@ -36,12 +50,8 @@ std::int32_t SetField(nbscore_row* row, std::size_t field, nbscore_error** error
         SourceRow& prepared = *RequireArgument(row, "row").row;
         try {
             set(prepared);
-        } catch (const BadArgument&) {
-            throw;
-        } catch (const std::out_of_range&) {
-            throw BadArgument("There is no field " + std::to_string(field) + ".");
-        } catch (const std::invalid_argument& misfit) {
-            throw BadCases(misfit.what());
+        } catch (...) {
+            RethrowOfField(field);
         }
     });
 }
