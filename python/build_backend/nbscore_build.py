@@ -46,11 +46,20 @@ def list_files(root, suffixes=None):
             if path.is_file() and (suffixes is None or path.suffix in suffixes)]
 
 
-def write_metadata(version):
-    return (f"Metadata-Version: 2.1\nName: nbscore\nVersion: {version}\n"
-            "Summary: Scores cases with Naive Bayes models written in PMML\n"
-            "Requires-Python: >=3.11\nRequires-Dist: numpy\nDescription-Content-Type: text/markdown\n\n"
-            + (PACKAGE / "README.md").read_text(encoding="utf-8"))
+def find_tag():
+    """The module is for every Python from 3.11 on; what is compiled is for this kind of machine."""
+    return "cp311-abi3-" + re.sub(r"[-.]", "_", sysconfig.get_platform())
+
+
+def write_info(version):
+    """What tells of the wheel, by file."""
+    metadata = (f"Metadata-Version: 2.1\nName: nbscore\nVersion: {version}\n"
+                "Summary: Scores cases with Naive Bayes models written in PMML\n"
+                "Requires-Python: >=3.11\nRequires-Dist: numpy\nDescription-Content-Type: text/markdown\n\n"
+                + (PACKAGE / "README.md").read_text(encoding="utf-8"))
+    wheel = f"Wheel-Version: 1.0\nGenerator: nbscore\nRoot-Is-Purelib: false\nTag: {find_tag()}\n"
+    scripts = "[console_scripts]\nnbscore = nbscore.__main__:main\n"
+    return {"METADATA": metadata.encode(), "WHEEL": wheel.encode(), "entry_points.txt": scripts.encode()}
 
 
 class Wheel:
@@ -76,11 +85,19 @@ class Wheel:
         self.archive.close()
 
 
+def prepare_metadata_for_build_wheel(metadata_directory, config_settings=None):
+    version = read_version()
+    info = f"nbscore-{version}.dist-info"
+    folder = pathlib.Path(metadata_directory) / info
+    folder.mkdir()
+    for name, content in write_info(version).items():
+        (folder / name).write_bytes(content)
+    return info
+
+
 def build_wheel(wheel_directory, config_settings=None, metadata_directory=None):
     version = read_version()
-    # The module is for every Python from 3.11 on; what is compiled is for this kind of machine.
-    tag = "cp311-abi3-" + re.sub(r"[-.]", "_", sysconfig.get_platform())
-    name = f"nbscore-{version}-{tag}.whl"
+    name = f"nbscore-{version}-{find_tag()}.whl"
     info = f"nbscore-{version}.dist-info"
     with tempfile.TemporaryDirectory() as folder:
         stage = pathlib.Path(folder).resolve()
@@ -90,9 +107,8 @@ def build_wheel(wheel_directory, config_settings=None, metadata_directory=None):
             wheel.add(inside, path.read_bytes())
         for inside, path in list_files(stage):
             wheel.add(inside, path.read_bytes(), 0o755)
-    wheel.add(f"{info}/METADATA", write_metadata(version).encode())
-    wheel.add(f"{info}/WHEEL", f"Wheel-Version: 1.0\nGenerator: nbscore\nRoot-Is-Purelib: false\nTag: {tag}\n".encode())
-    wheel.add(f"{info}/entry_points.txt", b"[console_scripts]\nnbscore = nbscore.__main__:main\n")
+    for inside, content in write_info(version).items():
+        wheel.add(f"{info}/{inside}", content)
     wheel.finish()
     return name
 
