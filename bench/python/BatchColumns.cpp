@@ -1,6 +1,6 @@
 // How long the batch engine takes for the columns of a frame, to hold the Python package to: MODEL FOLDER ROUNDS.
-// FOLDER holds what bench/python/frames.py wrote. Writes one line for each round: the nanoseconds of processor time that it took. The
-// answers' memory is asked for in each round, as it is for a frame.
+// FOLDER holds what bench/python/frames.py wrote. Writes one line for each round: the nanoseconds of processor time
+// that it took. The answers' memory is asked for in each round, as it is for a frame.
 
 #include <cstdint>
 #include <cstdlib>
