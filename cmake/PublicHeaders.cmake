@@ -54,6 +54,8 @@ set(NBSCORE_PUBLIC_HEADERS
     batch/PreparedRow.h
     batch/SourceRow.h
     batch/SourceScorer.h
+    evidence/CaseExplainer.h
+    evidence/Evidence.h
     output/HostError.h
     output/OutputFile.h
     output/OutputSink.h
@@ -69,6 +71,7 @@ set(NBSCORE_PUBLIC_HEADERS
 
 # What these need to be compiled: no promise is made about it.
 set(NBSCORE_NEEDED_HEADERS
+    framework/CaseReading.h
     framework/Export.h
     framework/ModelDescription.h
     framework/ModelTables.h
@@ -83,6 +86,7 @@ set(NBSCORE_NEEDED_HEADERS
     naivebayes/Density.h
     naivebayes/DoneOnce.h
     naivebayes/Target.h
+    naivebayes/ScaledNumber.h
     naivebayes/ValuePercentFinder.h
     batch/AnswerColumns.h
     batch/Column.h

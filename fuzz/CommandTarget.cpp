@@ -72,9 +72,11 @@ bool IsPlain(const std::string& text) {
 
 /// What these verbs write for people holds no raw control characters, unlike tables of scores and output for programs.
 bool WritesForPeople(const std::vector<std::string>& arguments) {
-    const bool isForMachines = std::any_of(arguments.begin(), arguments.end(),
-                                           [](const std::string& argument) { return argument.ends_with("json"); });
-    return !isForMachines && (arguments.front() == "check" || arguments.front() == "verify");
+    const bool isForMachines = std::any_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
+        return argument.ends_with("json") || argument.ends_with("jsonl") || argument.ends_with("csv");
+    });
+    const std::string& verb = arguments.front();
+    return !isForMachines && (verb == "check" || verb == "verify" || verb == "explain");
 }
 
 void TryArguments(std::string_view bytes) {

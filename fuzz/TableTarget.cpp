@@ -106,6 +106,12 @@ void TableChoices::Take(char letter) {
         case 'b':
             output.subModels.best = output.subModels.best.value_or(0) + 1;
             break;
+        case 'r':
+            ++output.reasons.most;
+            break;
+        case 'v':
+            output.reasons.kind = ReasonKind::Lifted;
+            break;
         case 'w':
             bytesAtATime *= 7;
             break;

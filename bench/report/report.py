@@ -58,7 +58,8 @@ def sections(results):
     yield ("Threads", "Each thread scores 100,000 cases of 10 predictors at a time. Real time.",
            tables.threads(results))
     for table in results.tables:
-        yield (f"A table of people: {TABLES[table['table']][0]}",
+        reasons = ", with reasons" if "reasons" in table["ways"] else ""
+        yield (f"A table of people: {TABLES[table['table']][0]}{reasons}",
                f"{table['cases']:,} rows of ten columns, {table['bytes'] / 1e6:.0f} MB, {TABLES[table['table']][1]} "
                "Every run is a process of its own, its start and end included; one that writes a file writes a new one "
                "and brings it to the disk. All outputs are compared byte by byte first. Real time.", tables.people(results, table))

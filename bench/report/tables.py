@@ -15,6 +15,7 @@ MACHINE = ("multiplications", "divisions", "bytes_read_first_cache", "bytes_read
 WAYS = {
     "command_threads_1": "`nbscore score --threads 1`, file to file",
     "command_threads_2": "`nbscore score --threads 2`, file to file",
+    "reasons": "`nbscore score --threads 1 --reasons 3`, file to file",
     "loop": "plain loop, file to file",
     "memory": "batches, file to probabilities in memory",
     "memory_loop": "plain loop, file to probabilities in memory",

@@ -70,6 +70,12 @@ public:
     FactorRow RowOf(std::size_t reader, Value value) const {
         return rowLists->GetReaders().at(reader).rows.RowOf(value);
     }
+    /// The code of the category that a predictor finds in a case; -1 where it is left out.
+    /// @param rows one for each reader, which fit.
+    int CodeOf(std::size_t predictor, std::span<const FactorRow> rows) const {
+        const RowLists::List& list = rowLists->Get(rowLists->GetListsOfPredictors()[predictor]);
+        return static_cast<int>(list.rows[rows[list.reader]]) - 1;
+    }
     /// As Score, of values whose rows are known.
     /// @param rows one list for each reader. Throws std::invalid_argument when there are more or fewer lists, or when
     /// one has another length than there are cases, and std::out_of_range for a row that does not exist.

@@ -52,7 +52,7 @@ ScorePlan::ScorePlan(std::shared_ptr<const OpenModel> scoredModel, const nbscore
     outputs = FindOutputColumns(model->GetModel(), options);
     const ScoreDictVar& target = *model->GetModel().GetTargetVar();
     hasNumericTarget = target.GetStorageType() == ScoreDictVar::NumericStorage;
-    columns = outputs.empty() ? ListAddedColumns(target, options) : ListAddedColumns(outputs);
+    columns = outputs.empty() ? ListAddedColumns(target, options) : ListAddedColumns(outputs, options);
 }
 
 bool ScorePlan::IsText(const AddedColumn& column) const {

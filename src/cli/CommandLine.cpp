@@ -20,6 +20,9 @@ constexpr const char* footer = R"(Examples:
   Score every row of a table:
     nbscore score model.pmml cases.csv -o scores.csv
 
+  See why each case is scored as it is:
+    nbscore explain model.pmml cases.csv
+
   Look into a model:
     nbscore display model.pmml
 
@@ -46,6 +49,7 @@ CommandLine::CommandLine() : app(description, "nbscore") {
     app.allow_windows_style_options(false);
     app.set_help_flag();
     AddCommand(MakeScoreCommand(app));
+    AddCommand(MakeExplainCommand(app));
     AddCommand(MakeDisplayCommand(app));
     AddCommand(MakeCheckCommand(app));
     AddCommand(MakeVerifyCommand(app));

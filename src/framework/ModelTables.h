@@ -31,6 +31,10 @@ struct PredictorTables {
     const std::vector<std::vector<double>>* probabilities = nullptr;
     /// Of densities: one for each target category.
     const std::vector<Density>* densities = nullptr;
+    /// What descriptions of the model call the predictor.
+    const std::string* name = nullptr;
+    /// The counts that the probabilities follow from, indexed in the same way. Null where there are no probabilities.
+    const std::vector<std::vector<double>>* counts = nullptr;
 };
 
 /// One classifier: a single model, or one of a set's sub-models.

@@ -183,6 +183,34 @@ void Classifier::Encode(const ScoreCaseRecord& record, const ScoreCaseRecord* de
     }
 }
 
+void Classifier::Read(const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord, CaseReading& reading) const {
+    EncodedCase encoded;
+    encoded.numbers.resize(densities.size());
+    reading.predictors.assign(predictorNames.size(), {});
+    reading.usable = 0;
+    const bool indexed = record.IsIndexed();
+    for (std::size_t j = 0; j < predictorNames.size(); ++j) {
+        PredictorReading& predictor = reading.predictors[j];
+        predictor.value = Fetch(j, record, indexed, derivedRecord);
+        if (predictor.value == nullptr) continue;
+        predictor.code = EncodeValue(j, *predictor.value, encoded);
+        const bool hasDensities = !DensitiesOf(j).empty();
+        if (predictor.code < 0) {
+            predictor.kind = hasDensities ? PredictorReading::OutsideDensities : KindOfUnknown(j, *predictor.value);
+            continue;
+        }
+        ++reading.usable;
+        predictor.kind = j < tables.size() ? PredictorReading::Known : PredictorReading::NothingCounted;
+        if (hasDensities) predictor.number = encoded.numbers[j];
+    }
+}
+
+PredictorReading::Kind Classifier::KindOfUnknown(std::size_t predictor, const ScoreValue& value) const {
+    const bool isInBins = KindOf(Existing(encoders[predictor].get())) == InputDescription::Bins;
+    return isInBins && value.GetType() != ScoreValue::Numeric ? PredictorReading::TextInBins
+                                                              : PredictorReading::Unknown;
+}
+
 void Classifier::ComputePosteriors(const EncodedCase& encoded, std::span<double> posteriors) const {
     for (std::size_t k = 0; k < posteriors.size(); ++k)
         posteriors[k] = priors[k];
@@ -246,12 +274,16 @@ ClassifierTables Classifier::GetTables(std::vector<double> priorsOfTables) const
     for (std::size_t j = 0; j < predictorNames.size(); ++j) {
         PredictorTables& predictor = open.predictors.emplace_back();
         predictor.var = predictorVars[j];
+        predictor.name = &predictorNames[j];
         if (!DensitiesOf(j).empty()) {
             predictor.kind = PredictorTables::Densities;
             predictor.densities = &densities[j];
             continue;
         }
-        if (j < tables.size()) predictor.probabilities = &tables[j]->GetProbabilities();
+        if (j < tables.size()) {
+            predictor.probabilities = &tables[j]->GetProbabilities();
+            predictor.counts = &tables[j]->GetCounts();
+        }
         LayOpenEncoder(Existing(encoders[j].get()), predictor);
     }
     return open;

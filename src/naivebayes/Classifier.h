@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "framework/CaseFacts.h"
+#include "framework/CaseReading.h"
 #include "framework/ModelDescription.h"
 #include "framework/ModelSelfCheck.h"
 #include "framework/ModelTables.h"
@@ -92,6 +93,8 @@ public:
     /// @param unknown where not null, values that are not known are added to it.
     void Encode(const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord, EncodedCase& encoded,
                 std::vector<CaseFacts::Unknown>* unknown = nullptr) const;
+    /// Tells what every predictor finds in a case, by the same rules.
+    void Read(const ScoreCaseRecord& record, const ScoreCaseRecord* derivedRecord, CaseReading& reading) const;
     /// By the smoothed rule: the posterior probabilities of so many target categories. A zero sum is not guarded: the
     /// quotients are what division by zero gives.
     void ComputePosteriors(const EncodedCase& encoded, std::span<double> posteriors) const;
@@ -121,6 +124,7 @@ private:
     const ScoreValue* Fetch(std::size_t predictor, const ScoreCaseRecord& record, bool indexed,
                             const ScoreCaseRecord* derivedRecord) const;
     int EncodeValue(std::size_t predictor, const ScoreValue& value, EncodedCase& encoded) const;
+    PredictorReading::Kind KindOfUnknown(std::size_t predictor, const ScoreValue& value) const;
     ScoringObstacle FindPredictorObstacle(std::size_t predictor) const;
     ScoringObstacle FindDensityObstacle(const Target& target, std::size_t predictor) const;
     ScoringObstacle FindProductObstacle(const Target& target, std::size_t predictor, int highestCode) const;

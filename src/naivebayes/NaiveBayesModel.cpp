@@ -190,3 +190,11 @@ nbscore::ModelTables NaiveBayesModel::GetTables() const {
             .targetCategories = {target.GetCategories().begin(), target.GetCategories().end()},
             .classifiers = {classifier.GetTables(classifier.GetPriors())}};
 }
+
+void NaiveBayesModel::ReadCase(const ScoreCaseRecord* record, std::size_t /*position*/, bool derivedInRecord,
+                               nbscore::CaseReading& reading) {
+    const ScoreCaseRecord& caseRecord = nbscore::Existing(record);
+    if (!dictVarIndexReady.IsDone() && caseRecord.IsIndexed()) SetUpDictVarIndex(record, derivedInRecord);
+    classifier.Read(caseRecord, nbscore::ComputeDerivedValues(*this, needDerivedPredictor, record, derivedInRecord),
+                    reading);
+}

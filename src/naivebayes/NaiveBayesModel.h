@@ -57,6 +57,8 @@ public:
 
     nbscore::ModelDescription Describe() const override;
     nbscore::ModelTables GetTables() const override;
+    void ReadCase(const ScoreCaseRecord* record, std::size_t classifier, bool derivedInRecord,
+                  nbscore::CaseReading& reading) override;
 
     /// Stores the target and, where it declares values, takes them as the target categories, in order; a
     /// target that declares none leaves the categories as they were. Both are borrowed. With null there is no

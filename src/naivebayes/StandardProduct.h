@@ -35,6 +35,13 @@ public:
             joints[k].MultiplyBy({factors[k], 0.0});
     }
 
+    /// @param factors one for each category.
+    void MultiplyBy(std::span<const ScaledNumber> factors) {
+        RequireJoints();
+        for (std::size_t k = 0; k < joints.size(); ++k)
+            joints[k].MultiplyBy(factors[k]);
+    }
+
     /// @param densities one for each category. They must speak of x (SpeakOf).
     void MultiplyBy(std::span<const Density> densities, double x, double threshold, DensityFloor floor) {
         RequireJoints();

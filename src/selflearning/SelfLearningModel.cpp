@@ -333,6 +333,14 @@ nbscore::ModelTables SelfLearningModel::GetTables() const {
     return tables;
 }
 
+void SelfLearningModel::ReadCase(const ScoreCaseRecord* record, std::size_t classifier, bool derivedInRecord,
+                                 nbscore::CaseReading& reading) {
+    PrepareScoring(record, derivedInRecord);
+    const ScoreCaseRecord* derivedRecord =
+        nbscore::ComputeDerivedValues(*this, needDerivedPredictor, record, derivedInRecord);
+    GetSubModel(static_cast<int>(classifier)).classifier.Read(Existing(record), derivedRecord, reading);
+}
+
 // The flag's text stands at the end of the line of names, and its label, in each sub-model's part, is followed by no
 // value: deliberate, the dump's form is fixed.
 void SelfLearningModel::Display(std::ostream& out) const {

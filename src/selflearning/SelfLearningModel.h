@@ -62,6 +62,8 @@ public:
 
     nbscore::ModelDescription Describe() const override;
     nbscore::ModelTables GetTables() const override;
+    void ReadCase(const ScoreCaseRecord* record, std::size_t classifier, bool derivedInRecord,
+                  nbscore::CaseReading& reading) override;
 
     double ScoreSubModel(const ScoreCaseRecord* record, int subModel, bool derivedInRecord) override;
 

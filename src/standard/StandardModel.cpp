@@ -98,7 +98,7 @@ void StandardModel::SetOutputs(std::unique_ptr<const nbscore::OutputFields> newO
 
 MCScore::MCStatus StandardModel::GetScore(const ScoreCaseRecord* record, ScoreResult*& result, bool derivedInRecord) {
     const ScoreCaseRecord& caseRecord = nbscore::Existing(record);
-    if (caseRecord.IsIndexed()) positionsReady.Do([&] { fields.NotePositions(caseRecord); });
+    NotePositions(caseRecord);
     auto* reused = dynamic_cast<StandardResult*>(result);
     if (reused == nullptr || !reused->IsOf(*this)) {
         reused = &nbscore::ReplaceResult<StandardResult>(result, *this, target.GetVar());
@@ -128,11 +128,18 @@ void StandardModel::ScoreInto(StandardResult& result, const ScoreCaseRecord& rec
     }
 }
 
+void StandardModel::NotePositions(const ScoreCaseRecord& record) {
+    if (record.IsIndexed()) positionsReady.Do([&] { fields.NotePositions(record); });
+}
+
+// Where the case's own record brings derived values along, the treated one hands them on.
+const ScoreCaseRecord* StandardModel::ComputeDerived(const ScoreCaseRecord& treated, bool derivedInRecord) const {
+    if (derivedInRecord) return &treated;
+    return nbscore::ComputeDerivedValues(*this, !derivedFieldsRead.empty(), &treated, derivedInRecord);
+}
+
 bool StandardModel::ComputeProbabilities(StandardResult& result, bool derivedInRecord) const {
-    // Where the case's own record brings derived values along, the treated one hands them on.
-    const ScoreCaseRecord* derived = derivedInRecord ? &result.treated
-                                                     : nbscore::ComputeDerivedValues(*this, !derivedFieldsRead.empty(),
-                                                                                     &result.treated, derivedInRecord);
+    const ScoreCaseRecord* derived = ComputeDerived(result.treated, derivedInRecord);
     classifier.Encode(result.treated, derived, result.encoded, &result.facts.unknown);
     if (derived != nullptr && !derivedInRecord) NoteSourcesAlone(result, *derived);
     result.facts.usable = static_cast<std::size_t>(result.encoded.usable);
@@ -210,6 +217,26 @@ nbscore::ModelTables StandardModel::GetTables() const {
         tables.treatedFields.push_back({field.var, &field.treatment});
     tables.targetPriors = targetPriors;
     return tables;
+}
+
+void StandardModel::ReadCase(const ScoreCaseRecord* record, std::size_t /*position*/, bool derivedInRecord,
+                             nbscore::CaseReading& reading) {
+    const ScoreCaseRecord& caseRecord = nbscore::Existing(record);
+    NotePositions(caseRecord);
+    auto* treated = dynamic_cast<nbscore::TreatedRecord*>(reading.treated.get());
+    if (treated == nullptr) {
+        auto fresh = std::make_unique<nbscore::TreatedRecord>();
+        treated = fresh.get();
+        reading.treated = std::move(fresh);
+    }
+    const auto* const invalid = treated->Fill(fields, caseRecord, caseRecord.IsIndexed());
+    reading.invalidField = invalid == nullptr ? nullptr : &invalid->name;
+    if (invalid != nullptr) {
+        reading.predictors.assign(classifier.GetPredictorNames().size(), {});
+        reading.usable = 0;
+        return;
+    }
+    classifier.Read(*treated, ComputeDerived(*treated, derivedInRecord), reading);
 }
 
 std::vector<nbscore::OutputColumn> StandardModel::GetOutputColumns() const {

@@ -62,6 +62,8 @@ public:
     nbscore::ScoringObstacle FindScoringObstacle() const override;
     nbscore::ModelDescription Describe() const override;
     nbscore::ModelTables GetTables() const override;
+    void ReadCase(const ScoreCaseRecord* record, std::size_t classifier, bool derivedInRecord,
+                  nbscore::CaseReading& reading) override;
 
     std::vector<nbscore::OutputColumn> GetOutputColumns() const override;
     void ComputeOutputs(const ScoreCaseRecord& record, const ScoreResult& result,
@@ -94,6 +96,9 @@ public:
 private:
     void NoteReading(const ScoreDictVar* var);
     void NoteSlot(const std::string& field, std::size_t slot);
+    /// Once, where records have positions.
+    void NotePositions(const ScoreCaseRecord& record);
+    const ScoreCaseRecord* ComputeDerived(const ScoreCaseRecord& treated, bool derivedInRecord) const;
     void ScoreInto(StandardResult& result, const ScoreCaseRecord& record, bool derivedInRecord) const;
     /// False where no category is possible.
     bool ComputeProbabilities(StandardResult& result, bool derivedInRecord) const;

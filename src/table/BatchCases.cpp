@@ -85,6 +85,17 @@ FactorRow BatchCases::RowOf(std::size_t reader, double number) const {
     return parts->engine->RowOf(reader, number);
 }
 
+std::vector<std::string> BatchCases::GetFieldsOfPredictors() const {
+    std::vector<std::string> fields;
+    for (const std::size_t input : parts->engine->GetInputsOfPredictors())
+        fields.push_back(parts->engine->GetInputs()[input].name);
+    return fields;
+}
+
+int BatchCases::CodeOf(std::size_t predictor, std::span<const FactorRow> rows) const {
+    return parts->engine->CodeOf(predictor, rows);
+}
+
 std::size_t BatchCases::GetCasesAtOnce() const {
     const std::size_t fitting = numbersAtOnce / std::max<std::size_t>(numbersOfCase, 1);
     return std::clamp<std::size_t>(fitting, isSet ? 1 : fewestCasesAtOnce, mostCasesAtOnce);

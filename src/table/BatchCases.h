@@ -32,6 +32,9 @@ public:
     /// The factor row of a value. May be called on several threads at once.
     FactorRow RowOf(std::size_t reader, std::string_view text) const;
     FactorRow RowOf(std::size_t reader, double number) const;
+    /// The field that each predictor reads, and what BatchEngine::CodeOf finds in a case.
+    std::vector<std::string> GetFieldsOfPredictors() const;
+    int CodeOf(std::size_t predictor, std::span<const FactorRow> rows) const;
     /// How many cases to score at once.
     std::size_t GetCasesAtOnce() const;
 

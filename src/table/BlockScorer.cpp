@@ -23,13 +23,14 @@ bool AreSameCell(std::string_view cell, std::string_view text) {
 
 ContractBlockScorer::ContractBlockScorer(ScoreModel& scoringModel, CaseBinder caseBinder, ScoredCaseReader resultReader,
                                          std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput,
-                                         const Limits& workLimits)
+                                         const Limits& workLimits, std::optional<ReasonSearch> reasonSearch)
     : model(scoringModel),
       binder(std::move(caseBinder)),
       results(std::move(resultReader)),
       writer(std::move(scoreWriter)),
       copiesRows(copiesInput),
-      limits(workLimits) {
+      limits(workLimits),
+      reasons(std::move(reasonSearch)) {
     PrepareCounts();
 }
 
@@ -94,12 +95,38 @@ void ContractBlockScorer::CountUnknown(const CaseFacts::Unknown& unknown, CsvRow
     count.unknownValues.Add(std::move(value));
 }
 
+void ContractBlockScorer::AppendReasons(const ScoreCaseRecord& record, std::string& text) {
+    try {
+        reasons->explainer.Explain(record, 0, {}, evidence, explaining);
+    } catch (...) {
+        RethrowPluginFailure("scoring");
+    }
+    const std::vector<std::size_t> found = FindReasons(evidence, reasons->options.kind, reasons->options.most);
+    std::vector<std::string> weights;
+    weights.reserve(found.size());
+    std::vector<WrittenReason> written;
+    for (const std::size_t predictor : found) {
+        const PredictorEvidence& ofPredictor = evidence.predictors[predictor];
+        weights.push_back(FormatNumber(*ofPredictor.weight));
+        written.push_back({reasons->explainer.GetPredictors(0)[predictor], ofPredictor.value, weights.back()});
+    }
+    writer->AppendReasons(text, written);
+}
+
 void ContractBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) {
     while (rows.ReadRow()) {
         limits.ThrowIfCancelled();
         const ScoreCaseRecord& record = binder.Bind(rows.GetCells(), rows.GetRowLine());
         const ScoreResult& scored = result.Score(model, record);
-        writer->AppendCase(scores.text, rows.GetInputRow(copiesRows), results.Read(record, scored));
+        const InputRow input = rows.GetInputRow(copiesRows);
+        if (reasons) {
+            writer->AppendInput(scores.text, input);
+            writer->AppendScores(scores.text, results.Read(record, scored));
+            AppendReasons(record, scores.text);
+            writer->AppendEnd(scores.text);
+        } else {
+            writer->AppendCase(scores.text, input, results.Read(record, scored));
+        }
         ++scores.rows;
         Count(scored, rows);
         if (HasNonFiniteNumber(scored)) scores.NoteNonFinite(rows.GetRowLine());
@@ -133,7 +160,8 @@ std::size_t GetCasesAtOnce(const BatchCases& batch, std::size_t numReaders, std:
 }  // namespace
 
 BatchBlockScorer::BatchBlockScorer(const BatchCases& batchScorer, CaseCoder caseCoder, std::size_t columnsOfTable,
-                                   std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits)
+                                   std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits,
+                                   const std::optional<ReasonSearch>& reasonSearch)
     : batch(batchScorer),
       coder(std::move(caseCoder)),
       writer(std::move(scoreWriter)),
@@ -145,7 +173,9 @@ BatchBlockScorer::BatchBlockScorer(const BatchCases& batchScorer, CaseCoder case
       watch(workLimits),
       memory(numReaders),
       rowsToScore(pitch * numReaders),
-      listsToScore(numReaders) {}
+      listsToScore(numReaders) {
+    if (reasonSearch) reasons.emplace(reasonSearch->options, reasonSearch->explainer, batch, coder);
+}
 
 void BatchBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) {
     while (ReadCases(rows)) {
@@ -189,6 +219,15 @@ void BatchBlockScorer::ReadRows(CsvRowReader& rows) {
     }
 }
 
+/// Of a case that is to be scored. Valid until the next call.
+std::span<const FactorRow> BatchBlockScorer::GetRowsOf(std::size_t number) {
+    if (asksMemory) return std::span(rowsOfCases).subspan(number * numReaders, numReaders);
+    rowsOfCases.resize(numReaders);
+    for (std::size_t reader = 0; reader < numReaders; ++reader)
+        rowsOfCases[reader] = rowsToScore[reader * pitch + number];
+    return rowsOfCases;
+}
+
 /// Tells how many cases are to be scored.
 std::size_t BatchBlockScorer::RecallAnswers() {
     remembered.assign(waitingCases.size(), std::nullopt);
@@ -197,8 +236,9 @@ std::size_t BatchBlockScorer::RecallAnswers() {
     for (std::size_t i = 0; i < waitingCases.size(); ++i) {
         if (remembered[i]) continue;
         waitingCases[i].scored = numToScore;
+        const std::span<const FactorRow> ofCase = GetRowsOf(i);
         for (std::size_t reader = 0; reader < numReaders; ++reader)
-            rowsToScore[reader * pitch + numToScore] = GetRowsOf(i)[reader];
+            rowsToScore[reader * pitch + numToScore] = ofCase[reader];
         ++numToScore;
     }
     return numToScore;
@@ -227,17 +267,31 @@ void BatchBlockScorer::AppendCase(std::size_t number, BlockScores& scores) {
 }
 
 void BatchBlockScorer::AppendScores(std::size_t number, BlockScores& scores) {
-    const WaitingCase& waiting = waitingCases[number];
     if (asksMemory && remembered[number]) {
-        scores.text += memory.GetText(*remembered[number]);
+        const std::string_view text = memory.GetText(*remembered[number]);
+        scores.text += reasons ? reasons->TakeFound(text) : text;
         if (remembered[number]->hasNonFiniteNumber) scores.NoteNonFinite(cases.lines[number]);
-        return;
+    } else {
+        AppendNewScores(number, scores);
     }
+    if (reasons) writer->AppendReasons(scores.text, reasons->Write(coder, cases, number));
+    writer->AppendEnd(scores.text);
+}
+
+void BatchBlockScorer::AppendNewScores(std::size_t number, BlockScores& scores) {
+    const WaitingCase& waiting = waitingCases[number];
     const std::size_t begin = scores.text.size();
-    writer->AppendScores(scores.text, batch.GetCase(waiting.scored));
+    const ScoredCase scored = batch.GetCase(waiting.scored);
+    writer->AppendScores(scores.text, scored);
     const bool hasNonFiniteNumber = batch.HasNonFiniteNumber(waiting.scored);
     if (hasNonFiniteNumber) scores.NoteNonFinite(cases.lines[number]);
-    if (asksMemory) memory.Keep(GetRowsOf(number), std::string_view(scores.text).substr(begin), hasNonFiniteNumber);
+    if (reasons) reasons->Find(GetRowsOf(number), scored.probabilities);
+    if (!asksMemory) return;
+    // What is kept is the scores and, behind them, what was found.
+    const std::size_t end = scores.text.size();
+    if (reasons) reasons->AppendFound(scores.text);
+    memory.Keep(GetRowsOf(number), std::string_view(scores.text).substr(begin), hasNonFiniteNumber);
+    scores.text.resize(end);
 }
 
 }  // namespace nbscore

@@ -10,11 +10,13 @@
 #include <string_view>
 #include <vector>
 
+#include "evidence/CaseExplainer.h"
 #include "framework/CaseFacts.h"
 #include "framework/Limits.h"
 #include "framework/SeededHash.h"
 #include "table/AnswerMemory.h"
 #include "table/BatchCases.h"
+#include "table/BatchReasons.h"
 #include "table/CaseBinder.h"
 #include "table/CaseCoder.h"
 #include "table/CaseCounts.h"
@@ -59,6 +61,12 @@ public:
     virtual const CaseCounts& GetCounts() const = 0;
 };
 
+/// What finding reasons takes; nothing where none are asked for.
+struct ReasonSearch {
+    ReasonOptions options;
+    CaseExplainer explainer;
+};
+
 /// Scores rows one by one by the model itself: for models of which only the contract is known.
 class ContractBlockScorer : public BlockScorer {
 public:
@@ -66,7 +74,8 @@ public:
     /// @param copiesInput whether a row's cells are written as they are read.
     /// @param workLimits only cancelling is used.
     ContractBlockScorer(ScoreModel& scoringModel, CaseBinder caseBinder, ScoredCaseReader resultReader,
-                        std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits);
+                        std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits,
+                        std::optional<ReasonSearch> reasonSearch);
 
     void Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) override;
     const CaseCounts& GetCounts() const override { return counts; }
@@ -81,6 +90,7 @@ private:
     };
 
     void PrepareCounts();
+    void AppendReasons(const ScoreCaseRecord& record, std::string& text);
     void Count(const ScoreResult& scored, CsvRowReader& rows);
     void CountUnknown(const CaseFacts::Unknown& unknown, CsvRowReader& rows);
     std::string_view CellOf(const std::string& field, std::span<const std::string_view> cells) const;
@@ -91,6 +101,9 @@ private:
     std::unique_ptr<ScoreWriter> writer;
     bool copiesRows;
     Limits limits;
+    std::optional<ReasonSearch> reasons;
+    Evidence evidence;
+    CaseExplainer::Memory explaining;
     ReusedResult result;
     CaseCounts counts;
     /// By the names of inputs.
@@ -102,7 +115,8 @@ class BatchBlockScorer : public BlockScorer {
 public:
     /// @param batchScorer copied. @param caseCoder made for it. The rest as for ContractBlockScorer.
     BatchBlockScorer(const BatchCases& batchScorer, CaseCoder caseCoder, std::size_t columnsOfTable,
-                     std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits);
+                     std::unique_ptr<ScoreWriter> scoreWriter, bool copiesInput, const Limits& workLimits,
+                     const std::optional<ReasonSearch>& reasonSearch);
 
     void Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) override;
     const CaseCounts& GetCounts() const override { return coder.GetCounts(); }
@@ -121,9 +135,8 @@ private:
     void ScoreCases(std::size_t count);
     void AppendCase(std::size_t number, BlockScores& scores);
     void AppendScores(std::size_t number, BlockScores& scores);
-    std::span<const FactorRow> GetRowsOf(std::size_t number) const {
-        return std::span(rowsOfCases).subspan(number * numReaders, numReaders);
-    }
+    void AppendNewScores(std::size_t number, BlockScores& scores);
+    std::span<const FactorRow> GetRowsOf(std::size_t number);
 
     BatchCases batch;
     CaseCoder coder;
@@ -136,6 +149,7 @@ private:
     std::size_t pitch;
     LimitWatch watch;
     AnswerMemory memory;
+    std::optional<BatchReasons> reasons;
     /// Whether the memory is asked about the cases that wait.
     bool asksMemory = false;
     TableCases cases;
@@ -145,7 +159,7 @@ private:
     std::vector<WaitingCase> waitingCases;
     /// What is remembered of each case, where the memory is asked.
     std::vector<std::optional<AnswerMemory::Answer>> remembered;
-    /// Factor rows, case by case, one for each reader: where the memory is asked.
+    /// Factor rows, one for each reader: case by case where the memory is asked, else of one case.
     std::vector<FactorRow> rowsOfCases;
     /// Factor rows of the cases to be scored, reader by reader.
     std::vector<FactorRow> rowsToScore;

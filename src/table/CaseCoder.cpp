@@ -82,6 +82,7 @@ void CaseCoder::PrepareCounts() {
 
 void CaseCoder::Encode(const TableCases& cases, RowPlaces rows) {
     if (cases.Count() == 0) return;
+    derivedTexts.clear();
     if (!readsDerivedFields) {
         EncodeColumns(cases, rows);
         Count(cases, rows, 0, cases.Count());
@@ -89,6 +90,8 @@ void CaseCoder::Encode(const TableCases& cases, RowPlaces rows) {
     }
     for (std::size_t number = 0; number < cases.Count(); ++number) {
         EncodeWithDerivedFields(cases, number, rows);
+        for (const std::string& field : keptFields)
+            derivedTexts.push_back(TextOfDerived(field));
         Count(cases, rows, number, number + 1);
     }
 }
@@ -151,10 +154,27 @@ MetValue CaseCoder::ValueOf(const CountedField& field, const std::string& name, 
         found.origin = MetValue::Source;
     } else if (!cell.empty()) {
         found.text = cell;
-    } else if (const ScoreValue* value = derivedFields == nullptr ? nullptr : derivedFields->GetValueByName(name)) {
-        found.text = value->GetType() == ScoreValue::Numeric ? FormatNumber(value->GetDouble()) : value->GetString();
+    } else {
+        found.text = TextOfDerived(name);
     }
     return found;
+}
+
+std::string CaseCoder::TextOfDerived(const std::string& field) const {
+    const ScoreValue* const value = derivedFields == nullptr ? nullptr : derivedFields->GetValueByName(field);
+    if (value == nullptr) return {};
+    return value->GetType() == ScoreValue::Numeric ? FormatNumber(value->GetDouble()) : value->GetString();
+}
+
+std::optional<std::size_t> CaseCoder::FindColumn(const std::string& field) const {
+    for (const CodedColumn& column : columns) {
+        if (column.bound.var->GetName() == field) return column.bound.column;
+    }
+    return std::nullopt;
+}
+
+void CaseCoder::KeepDerivedTexts(std::vector<std::string> fields) {
+    if (readsDerivedFields) keptFields = std::move(fields);
 }
 
 /// Column by column, because a column's cells are alike.

@@ -53,6 +53,17 @@ public:
     /// Throws CaseDataError as CaseBinder::Bind does; of several faults the first in the table is thrown.
     void Encode(const TableCases& cases, RowPlaces rows);
 
+    /// The number of the column that holds a field; nothing where the table has none.
+    std::optional<std::size_t> FindColumn(const std::string& field) const;
+    /// Keeps, from now on, what these fields are in each row that is encoded, where they are derived ones.
+    void KeepDerivedTexts(std::vector<std::string> fields);
+    /// The text of one of these fields in one of the cases that were encoded together last; empty where the field has
+    /// no derived value there. Valid until others are encoded.
+    /// @param field its position among these fields. @param number the position of the case among those cases.
+    std::string_view GetDerivedText(std::size_t field, std::size_t number) const {
+        return keptFields.empty() ? std::string_view() : derivedTexts[number * keptFields.size() + field];
+    }
+
     /// Of the rows that were encoded.
     const CaseCounts& GetCounts() const { return counts; }
 
@@ -87,6 +98,7 @@ private:
     void RequireNumber(const CodedColumn& column, const TableCases& cases, std::size_t number) const;
     void ThrowFirstFault(const TableCases& cases) const;
     void EncodeWithDerivedFields(const TableCases& cases, std::size_t number, RowPlaces rows);
+    std::string TextOfDerived(const std::string& field) const;
     const ScoreCaseRecord* ComputeDerivedFields(const ScoreCaseRecord& record) const;
     FactorRow RowOf(std::size_t reader, const ScoreValue& value) const;
     void Count(const TableCases& cases, RowPlaces rows, std::size_t begin, std::size_t end);
@@ -109,6 +121,9 @@ private:
     const ScoreCaseRecord* derivedFields = nullptr;
     /// The cells of that row.
     std::vector<std::string_view> encodedCells;
+    /// Fields whose derived values are kept, and these, case by case.
+    std::vector<std::string> keptFields;
+    std::vector<std::string> derivedTexts;
     std::vector<CountedField> countedFields;
     /// Of each case, what its rows say together.
     std::vector<std::uint32_t> seenRows;

@@ -20,6 +20,9 @@ namespace {
 /// Nothing keeps a delimiter from being one of these.
 constexpr std::string_view charactersOfNumbers = "+-.0123456789aefin";
 
+/// The predictor, its value and its weight.
+constexpr std::size_t cellsOfReason = 3;
+
 /// The system-missing number's cell is empty.
 char* WriteNumberCell(char* to, double number) {
     return MCMV::IsMissing(number) ? to : WriteNumber(to, number);
@@ -78,6 +81,7 @@ CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& header, const Sco
       hasInputColumns(!options.onlyScores && !header.empty()),
       numbersNeedQuotes(charactersOfNumbers.find(delimiter) != std::string_view::npos),
       prefix(options.prefix),
+      numReasons(options.reasons.most),
       ranking(options.subModels.best) {
     if (hasInputColumns) columnNames = header;
 }
@@ -91,7 +95,7 @@ CsvScoreWriter::CsvScoreWriter(const ScoreDictVar& target, const std::vector<std
 CsvScoreWriter::CsvScoreWriter(const std::vector<OutputColumn>& outputs, const std::vector<std::string>& header,
                                const std::string& sourceName, const ScoreWriterOptions& options)
     : CsvScoreWriter(header, options) {
-    AddColumns(ListAddedColumns(outputs), sourceName);
+    AddColumns(ListAddedColumns(outputs, options), sourceName);
 }
 
 CsvScoreWriter::CsvScoreWriter(const std::vector<std::string>& names, const std::vector<std::string>& header,
@@ -143,11 +147,13 @@ void CsvScoreWriter::AppendCase(std::string& text, const InputRow& input, const 
     if (!hasRowForEachSubModel) {
         AppendInput(text, input);
         AppendScores(text, scored);
+        AppendEnd(text);
         return;
     }
     for (const std::size_t position : ranking.Rank(scored.scores)) {
         AppendInput(text, input);
         AppendRow(text, scored, std::span(&position, 1));
+        AppendEnd(text);
     }
 }
 
@@ -160,7 +166,7 @@ void CsvScoreWriter::AppendInput(std::string& text, const InputRow& input) const
     CsvRow row(text, delimiter);
     for (const std::string_view cell : input.cells)
         row.Add(cell);
-    const bool isWholeRow = columns.empty();
+    const bool isWholeRow = numAddedColumns == 0;
     if (isWholeRow) row.QuoteIfEmpty();
 }
 
@@ -180,7 +186,18 @@ void CsvScoreWriter::AddPrediction(CsvRow& row, const ScoredCase& scored) {
     row.AddPlain(*cell);
 }
 
-/// Appends the added columns' cells, behind those of the input, and ends the row.
+void CsvScoreWriter::AppendReasons(std::string& text, std::span<const WrittenReason> reasons) const {
+    CsvRow row(text, delimiter, true);
+    for (const auto& [predictor, value, weight] : reasons) {
+        row.Add(predictor);
+        row.Add(value);
+        row.Add(weight);
+    }
+    for (std::size_t empty = cellsOfReason * (numReasons - reasons.size()); empty > 0; --empty)
+        row.AddPlain({});
+}
+
+/// Appends the added columns' cells, behind those of the input.
 /// @param shown the positions of the sub-models that the row shows.
 void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std::span<const std::size_t> shown) {
     CsvRow row(text, delimiter, hasInputColumns);
@@ -216,9 +233,12 @@ void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std:
             case AddedColumn::Assessment:
                 row.AddPlain(assessmentTexts.Get(shown.front(), scored.assessments[shown.front()], appendAssessment));
                 break;
+            case AddedColumn::Reason:
+                // Those stand behind the scores, which may come from memory (AppendReasons).
+                break;
         }
     }
-    row.End();
+    if (!hasInputColumns) row.QuoteIfEmpty();
 }
 
 }  // namespace nbscore

@@ -38,6 +38,9 @@ public:
     bool HasScoresBehindInput() const override { return !hasRowForEachSubModel; }
     void AppendInput(std::string& text, const InputRow& input) const override;
     void AppendScores(std::string& text, const ScoredCase& scored) override;
+    /// Three cells for each of the reasons that are asked for; empty ones where the case has fewer.
+    void AppendReasons(std::string& text, std::span<const WrittenReason> reasons) const override;
+    void AppendEnd(std::string& text) const override { text += '\n'; }
 
 private:
     /// Some columns that scoring adds, side by side and of the same content.
@@ -58,7 +61,9 @@ private:
     bool numbersNeedQuotes;
     bool hasRowForEachSubModel = false;
     std::string prefix;
-    /// The input's, as far as they are written, and those that are added.
+    /// How many reasons a case has cells for.
+    std::size_t numReasons;
+    /// The input's, as far as they are written, and those that are added, of reasons last.
     std::vector<std::string> columnNames;
     std::vector<Columns> columns;
     std::size_t numAddedColumns = 0;

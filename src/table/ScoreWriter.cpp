@@ -30,10 +30,14 @@ public:
     void AppendHeader(std::string&) const override {}
     void AppendCase(std::string& text, const InputRow&, const ScoredCase& scored) override {
         AppendScores(text, scored);
+        AppendEnd(text);
     }
     bool HasScoresBehindInput() const override { return true; }
     void AppendInput(std::string&, const InputRow&) const override {}
     void AppendScores(std::string& text, const ScoredCase& scored) override;
+    /// `"reasons": [{"field": …, "value": …, "weight": …}]`. The value is a text as the case has it, or null.
+    void AppendReasons(std::string& text, std::span<const WrittenReason> reasons) const override;
+    void AppendEnd(std::string& text) const override { text += "}\n"; }
 
 private:
     enum class Shape { Classification, Outputs, SubModels };
@@ -112,7 +116,6 @@ void JsonLinesScoreWriter::AppendClassification(std::string& text, const ScoredC
         }
         text += '}';
     }
-    text += "}\n";
 }
 
 void JsonLinesScoreWriter::AppendPrediction(std::string& text, const ScoreValue* prediction) const {
@@ -138,7 +141,6 @@ void JsonLinesScoreWriter::AppendOutputs(std::string& text, const ScoredCase& sc
             text += "null";
         }
     }
-    text += "}\n";
 }
 
 void AppendAssessment(std::string& text, const SubModelAssessment& assessment) {
@@ -159,7 +161,29 @@ void JsonLinesScoreWriter::AppendSubModels(std::string& text, const ScoredCase& 
         text += '}';
         separator = ", ";
     }
-    text += "]}\n";
+    text += ']';
+}
+
+void JsonLinesScoreWriter::AppendReasons(std::string& text, std::span<const WrittenReason> reasons) const {
+    const bool isFirstKey = text.ends_with('{');
+    text += isFirstKey ? "\"reasons\": [" : ", \"reasons\": [";
+    const char* separator = "";
+    for (const auto& [predictor, value, weight] : reasons) {
+        text += separator;
+        text += "{\"field\": ";
+        AppendJsonText(text, predictor);
+        text += ", \"value\": ";
+        if (value.empty()) {
+            text += "null";
+        } else {
+            AppendJsonText(text, value);
+        }
+        text += ", \"weight\": ";
+        text += weight;
+        text += '}';
+        separator = ", ";
+    }
+    text += ']';
 }
 
 const ScoreDictVar& RequireTarget(ScoreModel& model) {

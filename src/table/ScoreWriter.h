@@ -1,7 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "framework/ScoreModel.h"
@@ -10,6 +12,15 @@
 #include "table/TableOptions.h"
 
 namespace nbscore {
+
+/// One of a case's reasons. All is borrowed.
+struct WrittenReason {
+    std::string_view predictor;
+    /// Empty where there is none.
+    std::string_view value;
+    /// As a number is written.
+    std::string_view weight;
+};
 
 /// Writes scored cases in one output format, as text that the caller passes on. Used by one thread.
 class ScoreWriter {
@@ -21,14 +32,17 @@ public:
 
     /// Appends what stands before the first case (a header line, or nothing).
     virtual void AppendHeader(std::string& text) const = 0;
-    /// Appends one case: its input cells and what scoring gave.
+    /// Appends one case, as far as there are no reasons: its input cells and what scoring gave.
     virtual void AppendCase(std::string& text, const InputRow& input, const ScoredCase& scored) = 0;
 
-    /// Whether a case is written as its input cells followed by its scores, which can then be appended separately. The
-    /// text of the scores depends on the scores alone, so that it can be kept for equal ones.
+    /// Whether a case is written as its input cells followed by its scores, reasons and an end, which can then be
+    /// appended separately. The text of the scores depends on the scores alone, so that it can be kept for equal ones.
     virtual bool HasScoresBehindInput() const = 0;
     virtual void AppendInput(std::string& text, const InputRow& input) const = 0;
     virtual void AppendScores(std::string& text, const ScoredCase& scored) = 0;
+    /// Only where the options ask for reasons.
+    virtual void AppendReasons(std::string& text, std::span<const WrittenReason> reasons) const = 0;
+    virtual void AppendEnd(std::string& text) const = 0;
 };
 
 /// The writer for a model's results in a format.

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "evidence/Evidence.h"
 #include "framework/Limits.h"
 
 namespace nbscore {
@@ -39,6 +40,13 @@ struct SubModelOptions {
     std::optional<std::size_t> best;
 };
 
+/// The reasons that are written beside the answers of a single classifier; for a set of sub-models it does nothing.
+struct ReasonOptions {
+    /// How many of a case's reasons at most (FindReasons); with 0 none.
+    std::size_t most = 0;
+    ReasonKind kind = ReasonKind::HeldDown;
+};
+
 /// How scored cases are written. What only a table of columns can have does nothing for JSON lines.
 struct ScoreWriterOptions {
     ScoreFormat format = ScoreFormat::Csv;
@@ -52,6 +60,7 @@ struct ScoreWriterOptions {
     /// Put in front of the name of every column that scoring adds (CSV; the keys of JSON lines stay as they are).
     std::string prefix;
     SubModelOptions subModels;
+    ReasonOptions reasons;
 };
 
 /// How a table is read, scored and written.

@@ -4,6 +4,7 @@
 #include <atomic>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 #include <vector>
@@ -34,7 +35,8 @@ public:
     ScoringSummary Score() {
         ReadHeader();
         model.SetPredictionOnly(options.output.predictionOnly);
-        batch = BatchCases::Find(model, options.output.predictionOnly);
+        FindReasonSearch();
+        batch = BatchCases::Find(model, options.output.predictionOnly && !reasons);
         const std::unique_ptr<BlockScorer> scorer = MakeScorer();
         // The first block here, so that a short table starts no threads.
         ScoreBlock(*scorer);
@@ -64,18 +66,27 @@ private:
         header.assign(rows.GetCells().begin(), rows.GetCells().end());
     }
 
+    void FindReasonSearch() {
+        if (options.output.reasons.most == 0 || model.GetModelType() == ScoreModel::SelfLearningModel) return;
+        try {
+            reasons.emplace(ReasonSearch{options.output.reasons, CaseExplainer(model)});
+        } catch (const std::invalid_argument& error) {
+            throw UnscorableModelError(error.what());
+        }
+    }
+
     /// Columns are checked in this order: those that are read, those that are added.
     std::unique_ptr<BlockScorer> MakeScorer() {
         const std::string& source = reader.GetSourceName();
         if (batch) {
             CaseCoder coder(model, *batch, header, source, options.cases);
             return std::make_unique<BatchBlockScorer>(*batch, std::move(coder), header.size(), CopyWriter(),
-                                                      options.CopiesRows(), options.limits);
+                                                      options.CopiesRows(), options.limits, reasons);
         }
         CaseBinder binder(model, header, source, options.cases);
         ScoredCaseReader results(model, options.output);
         return std::make_unique<ContractBlockScorer>(model, std::move(binder), std::move(results), CopyWriter(),
-                                                     options.CopiesRows(), options.limits);
+                                                     options.CopiesRows(), options.limits, reasons);
     }
 
     std::unique_ptr<ScoreWriter> CopyWriter() {
@@ -177,6 +188,7 @@ private:
     const TableScorerOptions& options;
     const std::function<void(const ScoringProgress&)>& onProgress;
     std::vector<std::string> header;
+    std::optional<ReasonSearch> reasons;
     /// Nothing where the model is asked case by case.
     std::optional<BatchCases> batch;
     std::unique_ptr<ScoreWriter> writer;

@@ -36,6 +36,7 @@ struct ScoringSummary {
 ///     meanwhile, tables too, as long as all ask for the same TableScorerOptions::output.predictionOnly.
 /// @param input the table; @param sourceName what errors call it.
 /// @param onProgress called now and then, by this thread, with what was done so far, and may throw to end the run.
+/// Throws UnscorableModelError where reasons are asked for of a model that does not lay its tables open.
 /// Throws CaseDataError and InputOutputError, for the first fault in the table, whatever the number of threads. Does
 /// not commit the output: the caller does, when all went well.
 ScoringSummary ScoreTable(ScoreModel& model, std::istream& input, const std::string& sourceName, OutputSink& output,

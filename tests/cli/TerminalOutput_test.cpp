@@ -106,13 +106,24 @@ TEST_F(TerminalOutput, HasEscapes_WhateverTheCommandWritesThere) {
     for (const char* const script :
          {"nbscore score hostile.pmml hostile.csv >TERMINAL",
           "nbscore score hostile.pmml hostile.csv --format jsonl >TERMINAL", "nbscore check hostile.pmml >TERMINAL",
-          "nbscore check hostile.pmml --format json >TERMINAL",
+          "nbscore check hostile.pmml --format json >TERMINAL", "nbscore explain hostile.pmml hostile.csv >TERMINAL",
+          "nbscore explain hostile.pmml hostile.csv --format csv >TERMINAL",
+          "nbscore explain hostile.pmml hostile.csv --format jsonl >TERMINAL",
           "nbscore verify \"$(printf 'a\\033[2Jb')\" >TERMINAL 2>&1",
           "nbscore check \"$(printf 'a\\033[2Jb')\" >TERMINAL 2>&1", "nbscore \"$(printf 'a\\033[2Jb')\" 2>TERMINAL",
           "nbscore display hostile.pmml -o TERMINAL", "nbscore score hostile.pmml hostile.csv -o TERMINAL"}) {
         SCOPED_TRACE(script);
         ExpectPlain(Show(script));
     }
+}
+
+// Pears against apples: red weighs -2.197, which has the longest bar, and 200 weighs -1.386.
+TEST_F(TerminalOutput, HasABarBesideEachWeight_WhenCasesAreExplained) {
+    const std::string shown = Show("nbscore explain model.pmml cases.csv --row 1 >TERMINAL");
+    EXPECT_THAT(shown, HasSubstr("  colour      red    -2.197           -2.197  ------------------------\n"));
+    EXPECT_THAT(shown, HasSubstr("  weight      200    -1.386           -1.386  ---------------\n"));
+    EXPECT_THAT(Show("nbscore explain model.pmml cases.csv --row 2 -o TERMINAL"),
+                HasSubstr("2.197            2.197  ++++++++++++++++++++++++\n"));
 }
 
 TEST_F(TerminalOutput, IsWhatAPipeGets_WhenNothingInItIsForATerminal) {

@@ -55,7 +55,8 @@ TEST_P(DocumentedCommands, PrintWhatThePageShows) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Pages, DocumentedCommands, testing::Values("README.md", "docs/command.md", "docs/standard.md"),
+INSTANTIATE_TEST_SUITE_P(Pages, DocumentedCommands,
+                         testing::Values("README.md", "docs/command.md", "docs/explain.md", "docs/standard.md"),
                          [](const auto& page) { return std::filesystem::path(page.param).stem().string(); });
 
 }  // namespace

@@ -61,6 +61,44 @@ void OutputArgument::Declare(CLI::App& app) {
         ->check(RefuseEmptyName);
 }
 
+void TableArgument::DeclareCases(CLI::App& app) {
+    app.add_option("CASES", cases, "The table of cases; \"-\" or nothing for standard input.")
+        ->type_name("")
+        ->check(RefuseEmptyName);
+}
+
+void TableArgument::DeclareReading(CLI::App& app) {
+    const auto takeDelimiter = [this](const std::string& text) {
+        const std::optional<char> read = ReadDelimiter(text);
+        if (!read) {
+            throw CLI::ValidationError("--delimiter", "'" + text +
+                                                          "' is not one ASCII character, or is a quote or a line "
+                                                          "break; for a tabulator say tab");
+        }
+        delimiter = *read;
+    };
+    app.add_option_function<std::string>("--delimiter", takeDelimiter,
+                                         "What stands between cells, in the input and in the result: one ASCII "
+                                         "character, or tab. A comma if not given.")
+        ->type_name("CHAR");
+    AddChoice(app, "--bad-values", binding.badValues, {{"stop", BadValues::Stop}, {"missing", BadValues::Missing}},
+              "Where a numeric field holds a text that is no number: stop with an error (the default), or take the "
+              "value as missing. By the standard's rule, if not given, the value is treated as the document says of "
+              "invalid ones.");
+    app.add_flag("--allow-missing-fields", binding.allowMissingFields,
+                 "Take a field that the model needs, as an input or to compute a derived one, and that the table lacks "
+                 "as missing in every case, instead of as an error.");
+    app.add_flag("--allow-empty", allowEmpty,
+                 "Accept a table with a header and no case; the result then has no case either.");
+}
+
+void TableArgument::ExplainTyping(const CaseInput& input, Console& console) {
+    if (!input.IsTyped()) return;
+    console.messages << "Type or paste a table: a line with the names of the columns, then a line for each case. "
+                        "End with Ctrl-D (Ctrl-Z on Windows).\n"
+                     << std::flush;
+}
+
 OpenedFile OpenFile(const std::string& destination) {
     OpenedFile opened{std::make_unique<OutputFile>(PathFromArgument(destination), InterruptibleWriting()), nullptr};
     if (opened.file->IsTerminal()) opened.shown = std::make_unique<TerminalSink>(*opened.file);

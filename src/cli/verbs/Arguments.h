@@ -16,6 +16,7 @@
 #include "cli/system/Interrupts.h"
 #include "cli/system/TerminalText.h"
 #include "output/OutputFile.h"
+#include "table/TableOptions.h"
 
 namespace nbscore {
 
@@ -73,6 +74,31 @@ private:
     std::optional<std::uint64_t> size;
     DescriptorBuffer buffer;
     std::istream stream;
+};
+
+/// The CASES argument and the options about reading it, the same in every verb that reads a table.
+class TableArgument {
+public:
+    void DeclareCases(CLI::App& app);
+    /// --delimiter, --bad-values, --allow-missing-fields and --allow-empty.
+    void DeclareReading(CLI::App& app);
+
+    /// As it was given; "-" for standard input.
+    const std::string& GetCases() const { return cases; }
+    /// Between the cells.
+    char GetDelimiter() const { return delimiter; }
+    const CaseBinderOptions& GetBinding() const { return binding; }
+    /// Whether a table with a header and no case is fine.
+    bool AllowsEmpty() const { return allowEmpty; }
+
+    /// Tells people at a terminal how to type a table.
+    static void ExplainTyping(const CaseInput& input, Console& console);
+
+private:
+    std::string cases = "-";
+    char delimiter = ',';
+    CaseBinderOptions binding;
+    bool allowEmpty = false;
 };
 
 /// A file to write, which appears when it is committed.

@@ -51,6 +51,7 @@ constexpr const char* footer = R"(Examples:
     zcat cases.csv.gz | nbscore score model.pmml --format jsonl --quiet)";
 
 constexpr int mostThreads = 1024;
+constexpr int mostReasons = 1000;
 
 bool ShowsProgress(const Console& console, const OpenedOutput& opened, bool quiet) {
     return !quiet && console.messagesTerminal != nullptr && !opened.isTerminal;
@@ -75,9 +76,9 @@ public:
     std::string GetDocumentName() const override { return model.GetDocumentName(); }
 
 private:
-    void DeclareTableOptions();
     void DeclareResultOptions();
     void DeclareSubModelOptions();
+    void DeclareReasonOptions();
     void DeclareFindingsOptions();
     void RequireSensibleOptions() const;
     void RequireOptionsOfASingleClassifier() const;
@@ -89,7 +90,7 @@ private:
                       const OpenedFile& summaryOpened, Console& console) const;
 
     ModelArgument model;
-    std::string cases = "-";
+    TableArgument table;
     OutputArgument output;
     std::string summaryFile;
     TableScorerOptions options;
@@ -102,13 +103,12 @@ ScoreCommand::ScoreCommand(CLI::App& parent) : Command(parent, "score", descript
     app.footer(footer);
     options.threads = std::max(1U, std::thread::hardware_concurrency());
     model.DeclareDocument(app);
-    app.add_option("CASES", cases, "The table of cases; \"-\" or nothing for standard input.")
-        ->type_name("")
-        ->check(RefuseEmptyName);
+    table.DeclareCases(app);
     output.Declare(app);
     DeclareResultOptions();
+    DeclareReasonOptions();
     DeclareSubModelOptions();
-    DeclareTableOptions();
+    table.DeclareReading(app);
     model.DeclareReading(app);
     model.DeclareDensities(app);
     const auto takeThreads = [this](const std::string& text) {
@@ -157,6 +157,30 @@ void ScoreCommand::DeclareResultOptions() {
         ->type_name("TEXT");
 }
 
+void ScoreCommand::DeclareReasonOptions() {
+    ReasonOptions& reasons = options.output.reasons;
+    const auto takeReasons = [&reasons](const std::string& text) {
+        const int most = ReadInt(text).value_or(0);
+        if (most < 1 || most > mostReasons) {
+            throw CLI::ValidationError("--reasons",
+                                       "'" + text + "' is no whole number from 1 to " + std::to_string(mostReasons));
+        }
+        reasons.most = static_cast<std::size_t>(most);
+    };
+    CLI::Option* const count =
+        app.add_option_function<std::string>(
+               "--reasons", takeReasons,
+               "For a single classifier: add the N predictors that held the category down most, as reason_1_field, "
+               "reason_1_value, reason_1_weight, reason_2_field and so on; as JSON the list \"reasons\". Of two "
+               "categories the second one is meant, against the first one; of more the predicted one, against the next "
+               "probable. Empty where a case has fewer. The command explain shows all.")
+            ->type_name("N");
+    AddChoice(app, "--reasons-that", reasons.kind, {{"hold-down", ReasonKind::HeldDown}, {"lift", ReasonKind::Lifted}},
+              "Which reasons: predictors that held the category down most (hold-down, the default), or that lifted it "
+              "most (lift).")
+        ->needs(count);
+}
+
 void ScoreCommand::DeclareSubModelOptions() {
     SubModelOptions& subModels = options.output.subModels;
     app.add_flag(
@@ -176,32 +200,6 @@ void ScoreCommand::DeclareSubModelOptions() {
            "nothing to a sub-model has its raw prior as score, which is ranked as it stands. Without "
            "--long the columns are then best_1_model, best_1_score, best_2_model and so on.")
         ->type_name("N");
-}
-
-void ScoreCommand::DeclareTableOptions() {
-    const auto takeDelimiter = [this](const std::string& text) {
-        const std::optional<char> delimiter = ReadDelimiter(text);
-        if (!delimiter) {
-            throw CLI::ValidationError("--delimiter", "'" + text +
-                                                          "' is not one ASCII character, or is a quote or a line "
-                                                          "break; for a tabulator say tab");
-        }
-        options.delimiter = options.output.delimiter = *delimiter;
-    };
-    app.add_option_function<std::string>("--delimiter", takeDelimiter,
-                                         "What stands between cells, in the input and in the result: one ASCII "
-                                         "character, or tab. A comma if not given.")
-        ->type_name("CHAR");
-    AddChoice(app, "--bad-values", options.cases.badValues,
-              {{"stop", BadValues::Stop}, {"missing", BadValues::Missing}},
-              "Where a numeric field holds a text that is no number: stop with an error (the default), or take the "
-              "value as missing. By the standard's rule, if not given, the value is treated as the document says of "
-              "invalid ones.");
-    app.add_flag("--allow-missing-fields", options.cases.allowMissingFields,
-                 "Take a field that the model needs, as an input or to compute a derived one, and that the table lacks "
-                 "as missing in every case, instead of as an error.");
-    app.add_flag("--allow-empty", options.allowEmpty,
-                 "Accept a table with a header and no case; the result then has no case either.");
 }
 
 void ScoreCommand::RequireSensibleOptions() const {
@@ -236,6 +234,10 @@ void ScoreCommand::RequireColumnsOf(const ScoreModel& scorable) const {
 void ScoreCommand::CheckAgainstModel(ScoreModel& scorable, Console& console) const {
     const std::optional<std::vector<std::string>> subModels = FindSubModelNames(scorable);
     RequireColumnsOf(scorable);
+    if (subModels && options.output.reasons.most > 0) {
+        throw CLI::ValidationError("--reasons", "it is for single classifiers, and '" + model.GetDocumentName() +
+                                                    "' holds a set of sub-models, which explain can show");
+    }
     if (!subModels) {
         RequireOptionsOfASingleClassifier();
     } else if (subModels->empty() && !quiet) {
@@ -252,13 +254,9 @@ ExitStatus ScoreCommand::Run(Console& console) {
     LoadedModel loaded = model.ReadScorable(model.Parse(console, quiet), console, quiet);
     CheckAgainstModel(loaded.Get(), console);
 
-    std::optional<CaseInput> input(std::in_place, cases);
+    std::optional<CaseInput> input(std::in_place, table.GetCases());
     const std::string inputName = input->GetName();
-    if (input->IsTyped() && !quiet) {
-        console.messages << "Type or paste a table: a line with the names of the columns, then a line for each case. "
-                            "End with Ctrl-D (Ctrl-Z on Windows).\n"
-                         << std::flush;
-    }
+    if (!quiet) TableArgument::ExplainTyping(*input, console);
     const OpenedOutput opened = output.Open(console, model.GetDocumentName());
     const OpenedFile summaryOpened = OpenSummary();
     const ScoringSummary summary = Score(loaded, *input, opened, console);
@@ -297,8 +295,9 @@ OpenedFile ScoreCommand::OpenSummary() const {
     };
     refuseIf(summaryFile == "-", "no file: the scores go to standard output");
     refuseIf(NameOneFile(summaryFile, model.GetDocumentName()), "the model's own document");
-    refuseIf(cases == "-" ? IsStandardInput(PathFromArgument(summaryFile)) : NameOneFile(summaryFile, cases),
-             "the table");
+    const bool isTable = table.GetCases() == "-" ? IsStandardInput(PathFromArgument(summaryFile))
+                                                 : NameOneFile(summaryFile, table.GetCases());
+    refuseIf(isTable, "the table");
     refuseIf(output.GetDestination() != "-" && NameOneFile(summaryFile, output.GetDestination()), "the result");
     OpenedFile opened = OpenFile(summaryFile);
     UnfinishedOutput::SetFurtherTemporaryFile(opened.file->GetTemporaryPath());
@@ -315,6 +314,9 @@ ScoringSummary ScoreCommand::Score(LoadedModel& loaded, CaseInput& input, const 
         if (progress) progress->Update(state);
     };
     TableScorerOptions scoring = options;
+    scoring.delimiter = scoring.output.delimiter = table.GetDelimiter();
+    scoring.cases = table.GetBinding();
+    scoring.allowEmpty = table.AllowsEmpty();
     scoring.limits = model.GetReading().GetLimits();
     return ScoreTable(loaded.Get(), input.GetStream(), input.GetName(), opened.sink, scoring, onProgress);
 }
