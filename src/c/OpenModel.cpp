@@ -44,8 +44,15 @@ LoadedModel OpenModel::Read(const DocumentOrigin& origin, const ReadingOptions& 
     toTell.rule = options.rule;
     if (options.adapts) toTell.adaptations = source.Adapt();
     toTell.applicationVersion = source.ReadApplicationVersion();
+    return ReadScorable(source, options);
+}
+
+LoadedModel OpenModel::ReadScorable(const SourceDocument& source, const ReadingOptions& options) {
+    // Without a taker they would go to the program's standard error.
+    const auto passOver = [](const auto&...) {};
     LoadedModel model = ReadWithAdvice(GetLinkedPlugin(), source,
-                                       {.rule = options.rule, .isAdapted = options.adapts, .mustScore = true});
+                                       {.rule = options.rule, .isAdapted = options.adapts, .mustScore = true},
+                                       {.onNotice = passOver, .onFault = {}});
     if (auto* const densities = dynamic_cast<ModelDensities*>(&model.Get()))
         densities->SetDensityFloor(options.densityFloor);
     return model;
@@ -57,6 +64,11 @@ OpenModel::OpenModel(const DocumentOrigin& origin, const ReadingOptions& options
       scorer(model.Get()),
       answerNames(scorer.GetBatchScorer().IsSet() ? LabelSubModels(scorer.GetBatchScorer().GetSubModels())
                                                   : scorer.GetBatchScorer().GetCategories()) {}
+
+std::vector<std::string> OpenModel::NameColumns() const {
+    if (scorer.GetBatchScorer().IsSet()) return answerNames;
+    return CategoryProbabilities(*model.Get().GetTargetVar()).GetNames();
+}
 
 std::string OpenModel::Describe() const {
     return WriteChecksAsJson({DescribeLoaded(model.Get(), ofDocument)});

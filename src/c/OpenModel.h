@@ -39,7 +39,12 @@ public:
     const SourceScorer& GetScorer() const { return scorer; }
     /// The target's categories, or the labels of a set's sub-models.
     const std::vector<std::string>& GetAnswerNames() const { return answerNames; }
+    /// The same with the target's categories that no case says anything of: what the columns of a table are of.
+    std::vector<std::string> NameColumns() const;
     void ThrowIfCancelled() const { limits.ThrowIfCancelled(); }
+
+    /// The model of a parsed document, as these options want it scored.
+    static LoadedModel ReadScorable(const SourceDocument& source, const ReadingOptions& options);
 
     /// As a check of its document tells of it (DescribeLoaded), as JSON.
     std::string Describe() const;
