@@ -1,21 +1,14 @@
 #include "batch/DerivedColumns.h"
 
-#include "framework/TransformationDictionary.h"
-
 namespace nbscore {
 
 DerivedColumns::DerivedColumns(const ScoreModel& model, const std::vector<DerivedInput>& inputs)
     : scoredModel(model), derivedInputs(inputs), columns(inputs.size()) {}
 
 void DerivedColumns::Add(const ScoreCaseRecord& record) {
-    const ScoreCaseRecord* const derived =
-        scoredModel.GetTransformationDictionary()->GetValuesForDeriedVars(&record, scoredModel.GetDictionary());
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        const DerivedInput& input = derivedInputs[i];
-        const ScoreValue* value = record.GetValueByName(input.name);
-        if (value == nullptr && derived != nullptr) value = derived->GetValueByName(input.name);
-        columns[i].Add(value, input.isNumeric, numCases);
-    }
+    ComputeDerived(scoredModel, derivedInputs, record, [this](std::size_t i, const ScoreValue* value) {
+        columns[i].Add(value, derivedInputs[i].isNumeric, numCases);
+    });
     ++numCases;
 }
 

@@ -8,6 +8,7 @@
 #include "batch/Column.h"
 #include "framework/ScoreCaseRecord.h"
 #include "framework/ScoreModel.h"
+#include "framework/TransformationDictionary.h"
 
 namespace nbscore {
 
@@ -19,13 +20,27 @@ struct DerivedInput {
     bool isNumeric;
 };
 
+/// Computes the values of derived inputs from a case's own. A value that the case itself has goes before a computed one.
+/// @param take gets the position of each input and its value, null where there is none.
+template <typename Take>
+void ComputeDerived(const ScoreModel& model, const std::vector<DerivedInput>& inputs, const ScoreCaseRecord& record,
+                    const Take& take) {
+    const ScoreCaseRecord* const derived =
+        model.GetTransformationDictionary()->GetValuesForDeriedVars(&record, model.GetDictionary());
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+        const ScoreValue* value = record.GetValueByName(inputs[i].name);
+        if (value == nullptr && derived != nullptr) value = derived->GetValueByName(inputs[i].name);
+        take(i, value);
+    }
+}
+
 /// The values of derived inputs, computed for one case after another and held as columns. Used by one thread.
 class DerivedColumns {
 public:
     /// @param model computes them. Both are borrowed.
     DerivedColumns(const ScoreModel& model, const std::vector<DerivedInput>& inputs);
 
-    /// Computes the values of the next case from its own. A value that the case itself has goes before a computed one.
+    /// Computes the values of the next case from its own.
     void Add(const ScoreCaseRecord& record);
     /// The column of an input, valid until the next case is added.
     Column Get(std::size_t position) const;

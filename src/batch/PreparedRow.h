@@ -25,18 +25,19 @@ struct RankedSubModel {
 };
 
 /// One case that is set field by field and scored as often as wanted. What is set stays until it is set again, so that
-/// a field that changes costs no more than itself. Made by a BatchScorer, whose answers it gives, and GetScore's, to
+/// a field that changes costs no more than itself. It gives the answers of the scorer that made it, and GetScore's, to
 /// the last bit.
 ///
 /// The fields are the scorer's inputs, at their positions in BatchScorer::GetInputs. A derived field among them is set
-/// like any other: the caller gives its value and not those that it is computed from.
+/// like any other: the caller gives its value and not those that it is computed from. The row of a SourceScorer has the
+/// fields of a table instead, and computes derived ones.
 ///
 /// Setting and scoring ask for no memory, with these exceptions: a number among texts whose digits do not fit a short
-/// string, texts of a field that declares missing values, sets of more than 64 target categories, and what a field's
-/// treatment takes by the standard's rule.
+/// string, texts of a field that declares missing values, sets of more than 64 target categories, what a field's
+/// treatment takes by the standard's rule, and what computing derived fields takes.
 ///
-/// A row is used by one thread at a time; rows of one scorer know nothing of each other. It keeps what it needs of the
-/// scorer, which may go.
+/// A row is used by one thread at a time; rows of one scorer know nothing of each other. It keeps what it needs of a
+/// BatchScorer, which may go.
 class PreparedRow {
 public:
     PreparedRow() = default;

@@ -10,6 +10,7 @@
 #include "batch/ColumnRecord.h"
 #include "batch/DerivedColumns.h"
 #include "batch/SourceColumns.h"
+#include "batch/SourceRow.h"
 #include "framework/ModelSelfTables.h"
 #include "framework/SeededHash.h"
 
@@ -56,25 +57,52 @@ struct SourceScorer::Parts {
             if (found == positions.end()) continue;
             const Field& field = fields[found->second];
             if (std::exchange(bound[found->second], &column) != nullptr) throw ProblemOf(field.name, "is there twice");
-            const std::string problem =
-                FindProblemOfField(column, !field.isNumeric || treatments.contains(field.name), cases);
+            const std::string problem = FindProblemOfField(column, TakesTexts(field), cases);
             if (!problem.empty()) throw ProblemOf(field.name, problem);
         }
         if (lacking == LackingFields::Refused) RequireNeeded(bound);
         return bound;
     }
 
-    std::vector<FieldColumn> ColumnsOf(const Bound& bound, bool onlySources) const {
-        std::vector<FieldColumn> columns;
+    bool TakesTexts(const Field& field) const { return !field.isNumeric || treatments.contains(field.name); }
+
+    /// As derived inputs are computed from it.
+    SourceField AsSource(const Field& field) const {
+        const auto treated = treatments.find(field.name);
+        return {field.name, field.isNumeric,
+                treated == treatments.end() ? std::nullopt : std::optional(treated->second)};
+    }
+
+    /// A record of what derived inputs are computed from.
+    ColumnRecord ReadSources(const Bound& bound) const {
+        std::vector<SourceField> sources;
+        std::vector<const SourceColumn*> columns;
         for (std::size_t i = 0; i < fields.size(); ++i) {
-            const Field& field = fields[i];
-            if (onlySources && !field.isSource) continue;
-            const auto treated = treatments.find(field.name);
-            const bool isTreated = onlySources && treated != treatments.end();
-            columns.push_back(
-                {field.name, field.isNumeric, bound[i], isTreated ? std::optional(treated->second) : std::nullopt});
+            if (!fields[i].isSource) continue;
+            sources.push_back(AsSource(fields[i]));
+            columns.push_back(bound[i]);
         }
-        return columns;
+        return ColumnRecord(std::move(sources), std::move(columns));
+    }
+
+    /// A record of all fields, as they stand in the table.
+    ColumnRecord ReadAll(const Bound& bound) const {
+        std::vector<SourceField> all;
+        for (const Field& field : fields)
+            all.push_back({field.name, field.isNumeric, std::nullopt});
+        return ColumnRecord(std::move(all), bound);
+    }
+
+    std::unique_ptr<PreparedRow> MakeRow() const {
+        std::vector<SourceField> sources;
+        std::vector<SourceRow::Field> rowFields;
+        for (const Field& field : fields) {
+            const bool isSource = field.isSource && !derivedInputs.empty();
+            rowFields.push_back(
+                {field.name, TakesTexts(field), field.input, isSource ? std::optional(sources.size()) : std::nullopt});
+            if (isSource) sources.push_back(AsSource(field));
+        }
+        return std::make_unique<SourceRow>(model, scorer, std::move(rowFields), std::move(sources), derivedInputs);
     }
 
     void RequireNeeded(const Bound& bound) const {
@@ -101,7 +129,7 @@ struct SourceScorer::Parts {
         try {
             DerivedColumns derived(model, derivedInputs);
             if (!derivedInputs.empty()) {
-                ColumnRecord record(ColumnsOf(bound, true));
+                ColumnRecord record = ReadSources(bound);
                 for (std::size_t entry = 0; entry < cases; ++entry)
                     derived.Add(record.Read(entry));
             }
@@ -215,13 +243,14 @@ void SourceScorer::ScoreInBlocks(std::span<const SourceColumn> table, std::size_
     });
 }
 
+std::unique_ptr<PreparedRow> SourceScorer::MakeRow() const {
+    return parts->MakeRow();
+}
+
 class SourceScorer::Cases::Reader {
 public:
     Reader(const Parts& scorerParts, std::span<const SourceColumn> table, std::size_t numCases, LackingFields lacking)
-        : parts(scorerParts),
-          cases(numCases),
-          bound(parts.Bind(table, cases, lacking)),
-          record(parts.ColumnsOf(bound, false)) {}
+        : parts(scorerParts), cases(numCases), bound(parts.Bind(table, cases, lacking)), record(parts.ReadAll(bound)) {}
 
     const ScoreCaseRecord& Read(std::size_t entry) {
         try {

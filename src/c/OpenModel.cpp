@@ -4,6 +4,7 @@
 
 #include "c/Failure.h"
 #include "standardtranslator/GiveMyStandardTranslator.h"
+#include "table/ModelResults.h"
 #include "translator/GiveMyTranslator.h"
 
 namespace nbscore {
@@ -51,7 +52,11 @@ LoadedModel OpenModel::Read(const DocumentOrigin& origin, const ReadingOptions& 
 }
 
 OpenModel::OpenModel(const DocumentOrigin& origin, const ReadingOptions& options)
-    : limits(options.limits), model(Read(origin, options, ofDocument)), scorer(model.Get()) {}
+    : limits(options.limits),
+      model(Read(origin, options, ofDocument)),
+      scorer(model.Get()),
+      answerNames(scorer.GetBatchScorer().IsSet() ? LabelSubModels(scorer.GetBatchScorer().GetSubModels())
+                                                  : scorer.GetBatchScorer().GetCategories()) {}
 
 std::string OpenModel::Describe() const {
     return WriteChecksAsJson({DescribeLoaded(model.Get(), ofDocument)});

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "batch/SourceScorer.h"
 #include "c/nbscore.h"
@@ -36,6 +37,8 @@ public:
 
     ScoreModel& GetModel() const { return model.Get(); }
     const SourceScorer& GetScorer() const { return scorer; }
+    /// The target's categories, or the labels of a set's sub-models.
+    const std::vector<std::string>& GetAnswerNames() const { return answerNames; }
     void ThrowIfCancelled() const { limits.ThrowIfCancelled(); }
 
     /// As a check of its document tells of it (DescribeLoaded), as JSON.
@@ -49,6 +52,7 @@ private:
     Limits limits;
     LoadedModel model;
     SourceScorer scorer;
+    std::vector<std::string> answerNames;
 };
 
 }  // namespace nbscore

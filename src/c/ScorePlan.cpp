@@ -44,9 +44,8 @@ ScorePlan::ScorePlan(std::shared_ptr<const OpenModel> scoredModel, const nbscore
     lacking = taken.lacking_as_absent != 0 ? LackingFields::Absent : LackingFields::Refused;
     if (taken.best != 0) options.subModels.best = static_cast<std::size_t>(taken.best);
 
-    if (const auto names = FindSubModelNames(model->GetModel())) {
-        labels = LabelSubModels(*names);
-        columns = ListAddedColumns(labels, options);
+    if (model->GetScorer().GetBatchScorer().IsSet()) {
+        columns = ListAddedColumns(model->GetAnswerNames(), options);
         return;
     }
     if (taken.best != 0) throw BadArgument("best is for sets of sub-models, and the model is a single classifier.");
@@ -104,7 +103,7 @@ std::vector<ArrowColumn> ScorePlan::ScoreOneByOne(std::span<const SourceColumn> 
 
 std::vector<ArrowColumn> ScorePlan::ScoreClassifier(std::span<const SourceColumn> table, std::size_t cases) const {
     const SourceScorer& scorer = model->GetScorer();
-    const std::vector<std::string>& categories = scorer.GetBatchScorer().GetCategories();
+    const std::vector<std::string>& categories = model->GetAnswerNames();
     std::vector<std::int32_t> predicted(cases);
     const auto confidence = std::make_shared<std::vector<double>>(options.predictionOnly ? 0 : cases);
     const auto probabilities =
@@ -145,7 +144,7 @@ std::vector<ArrowColumn> ScorePlan::ScoreClassifier(std::span<const SourceColumn
 }
 
 std::vector<ArrowColumn> ScorePlan::ScoreSet(std::span<const SourceColumn> table, std::size_t cases) const {
-    const auto all = std::make_shared<std::vector<double>>(cases * labels.size());
+    const auto all = std::make_shared<std::vector<double>>(cases * model->GetAnswerNames().size());
     AnswerColumns answers;
     answers.probabilities = *all;
     answers.probabilityOrder = MatrixOrder::ColumnByColumn;
@@ -157,6 +156,7 @@ std::vector<ArrowColumn> ScorePlan::ScoreSet(std::span<const SourceColumn> table
 }
 
 std::vector<ArrowColumn> ScorePlan::ScoreBest(std::span<const SourceColumn> table, std::size_t cases) const {
+    const std::vector<std::string>& labels = model->GetAnswerNames();
     std::vector<ArrowColumn> scores;
     for (const AddedColumn& column : columns)
         scores.emplace_back(IsText(column));

@@ -40,8 +40,6 @@ private:
     LackingFields lacking;
     /// What the document's Output asks for; empty where the usual columns are given.
     std::vector<OutputColumn> outputs;
-    /// Of a set's sub-models.
-    std::vector<std::string> labels;
     bool hasNumericTarget = false;
     std::vector<AddedColumn> columns;
 };

@@ -253,6 +253,78 @@ NBSCORE_CALL int32_t nbscore_score_stream(const nbscore_model* model, const nbsc
                                           struct ArrowArrayStream* cases, struct ArrowArrayStream* scores,
                                           nbscore_error** error);
 
+/* ---- One case ---------------------------------------------------------------------------------------------------- */
+
+/* A number that is missing, in answers and where numbers are set. */
+#define NBSCORE_MISSING (-1.7976931348623157e308)
+
+/* A case that is set field by field and scored as often as wanted: what is set stays until it is set again. Setting and
+ * scoring ask for no memory, unless a text is longer than any before, a field declares missing values, the digits of a
+ * number among texts are more than 15, a set has more than 64 target categories, or derived fields ask for some.
+ * A row shares the model, whose handle may be closed before. It is used by one thread at a time; rows know nothing of
+ * each other. */
+typedef struct nbscore_row nbscore_row;
+
+/* What a case is answered with. */
+typedef struct nbscore_answer {
+    /* Of a single classifier the position of the predicted category, and its probability; of a case without a result,
+     * and of a set, -1 and NBSCORE_MISSING. */
+    int32_t predicted;
+    int32_t reserved;
+    double confidence;
+    /* Of a single classifier the probability of each category, of a set the score of each sub-model: as many as
+     * nbscore_answer_name has names for. They belong to the row, until it is scored again or freed. */
+    const double* numbers;
+    size_t count;
+} nbscore_answer;
+
+/* A sub-model of a set by its position, and its score. */
+typedef struct nbscore_ranked {
+    size_t position;
+    double score;
+} nbscore_ranked;
+
+/* Makes a row of a case without any values.
+ * row: gets the row, which the caller frees with nbscore_row_free; null when the call fails.
+ * Any number of threads at once. */
+NBSCORE_CALL int32_t nbscore_row_make(const nbscore_model* model, nbscore_row** row, nbscore_error** error);
+/* Frees a row; null is none. */
+NBSCORE_CALL void nbscore_row_free(nbscore_row* row);
+
+/* The position of a field in every row of the model: a number from 0, for the calls below. A name that the model does not
+ * read is an error (NBSCORE_BAD_CASES).
+ * position: gets the position; SIZE_MAX when the call fails.
+ * Any number of threads at once. */
+NBSCORE_CALL int32_t nbscore_find_field(const nbscore_model* model, const char* name, size_t* position,
+                                        nbscore_error** error);
+/* The name of the field at a position, or null behind the last one and without a model. It lives as long as the model.
+ * Any number of threads at once. */
+NBSCORE_CALL const char* nbscore_field_name(const nbscore_model* model, size_t position);
+/* The same for what a case is answered with: categories of a single classifier, and the names that the scores' columns
+ * have for the sub-models of a set. */
+NBSCORE_CALL const char* nbscore_answer_name(const nbscore_model* model, size_t position);
+
+/* Set a field. What a value means is what it means in a column: a number among texts is taken by its digits, and a text
+ * among numbers is an error (NBSCORE_BAD_CASES), except by the standard's rule.
+ * text: of `size` bytes, copied; null only with size 0. An empty text is a value.
+ * number: a NaN is a value, NBSCORE_MISSING none.
+ * When a call fails, the field stays as it was, but where memory ran out it may be missing. */
+NBSCORE_CALL int32_t nbscore_row_set_text(nbscore_row* row, size_t field, const char* text, size_t size,
+                                          nbscore_error** error);
+NBSCORE_CALL int32_t nbscore_row_set_number(nbscore_row* row, size_t field, double number, nbscore_error** error);
+NBSCORE_CALL int32_t nbscore_row_set_missing(nbscore_row* row, size_t field, nbscore_error** error);
+
+/* Scores the case as it is set now. Derived fields of the document are computed where a field that they read was set
+ * since. By the standard's rule these are the usual answers, whatever columns the document's Output asks for.
+ * answer: written; its numbers are null when the call fails. */
+NBSCORE_CALL int32_t nbscore_row_score(nbscore_row* row, nbscore_answer* answer, nbscore_error** error);
+/* Scores it and tells the highest scores of a set, the highest first, equal ones in the order of the sub-models; a NaN
+ * is lower than any other. A single classifier has none (NBSCORE_BAD_ARGUMENT).
+ * best: room for `count` of them; null only with count 0.
+ * given: gets how many were written: count, or as many as there are sub-models; 0 when the call fails. */
+NBSCORE_CALL int32_t nbscore_row_best(nbscore_row* row, nbscore_ranked* best, size_t count, size_t* given,
+                                      nbscore_error** error);
+
 #ifdef __cplusplus
 }
 #endif

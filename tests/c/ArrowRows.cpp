@@ -35,12 +35,12 @@ struct Cells {
     }
 };
 
+}  // namespace
+
 bool IsNumeric(const ScoreModel& model, const std::string& field) {
     const ScoreDictVar* const var = model.GetDictionary()->GetVar(field);
     return var != nullptr && var->GetStorageType() == ScoreDictVar::NumericStorage;
 }
-
-}  // namespace
 
 std::vector<std::vector<std::string>> ReadRows(const std::string& csv) {
     std::istringstream stream(csv);

@@ -12,6 +12,9 @@ namespace nbscore::test {
 /// The rows of a table, its header first.
 std::vector<std::vector<std::string>> ReadRows(const std::string& csv);
 
+/// Whether the model declares a field to hold numbers.
+bool IsNumeric(const ScoreModel& model, const std::string& field);
+
 /// As what the texts of a table become columns.
 enum class TextShape { Utf8, LargeUtf8, Dictionary };
 

@@ -1,10 +1,13 @@
-// Documents, most of them random, through the C interface: columns must have the scores that the table of the same
-// cases has.
+// Documents, most of them random, through the C interface: columns, and rows one by one, must have the scores that the
+// table of the same cases has.
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
+#include <optional>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -12,6 +15,7 @@
 #include "c/ArrowTable.h"
 #include "c/Handles.h"
 #include "cases/CaseTable.h"
+#include "framework/NumberText.h"
 #include "host/LoadedModel.h"
 #include "support/TextSink.h"
 #include "support/WholeFile.h"
@@ -48,20 +52,24 @@ Rows ScoreAsTable(LoadedModel& model, const Subject& subject) {
     return ReadRows(sink.text);
 }
 
-Rows ScoreAsColumns(const ScoreModel& model, const Subject& subject, TextShape shape) {
+ModelHandle OpenDocument(const Subject& subject) {
     nbscore_reading reading = NBSCORE_READING_INIT;
     reading.rule = subject.rule == ScoringRule::Standard ? NBSCORE_RULE_STANDARD : NBSCORE_RULE_SMOOTHED;
     ErrorHandle error;
-    const ModelHandle opened = Give<ModelHandle>(error, nbscore_open_memory, subject.document.data(),
-                                                 subject.document.size(), "a document", &reading);
-    if (error != nullptr) return {{error->message}};
+    ModelHandle opened = Give<ModelHandle>(error, nbscore_open_memory, subject.document.data(), subject.document.size(),
+                                           "a document", &reading);
+    if (error != nullptr) throw std::runtime_error(error->message);
+    return opened;
+}
+
+Rows ScoreAsColumns(const ModelHandle& opened, const ScoreModel& model, const Subject& subject, TextShape shape) {
     const Rows rows = ReadRows(subject.csv);
     ArrowTable table(static_cast<std::int64_t>(rows.size() - 1));
     AddRows(table, rows, model, subject.rule, shape);
     ArrowScores scores;
     nbscore_error* failure = nullptr;
     nbscore_score(opened.get(), &subject.scoring, &table.GetSchema(), &table.GetArray(), &scores.array, &failure);
-    error.reset(failure);
+    const ErrorHandle error(failure);
     if (error != nullptr) return {{error->message}};
     nbscore_score_schema(opened.get(), &subject.scoring, &scores.schema, nullptr);
     Rows scored = {scores.GetNames()};
@@ -70,14 +78,79 @@ Rows ScoreAsColumns(const ScoreModel& model, const Subject& subject, TextShape s
     return scored;
 }
 
+/// Sets a row of the model to a row of a table.
+void SetRow(nbscore_row* row, const ModelHandle& opened, const std::vector<std::string>& header,
+            const std::vector<std::string>& cells, const ScoreModel& model, ScoringRule rule) {
+    for (std::size_t column = 0; column < header.size(); ++column) {
+        std::size_t field = 0;
+        if (nbscore_find_field(opened.get(), header[column].c_str(), &field, nullptr) != NBSCORE_OK) continue;
+        EXPECT_EQ(header[column], nbscore_field_name(opened.get(), field));
+        const std::string& cell = cells[column];
+        const bool isNumeric = IsNumeric(model, header[column]);
+        const std::optional<double> number = isNumeric ? ReadNumber(cell) : std::nullopt;
+        const bool isMissing = cell.empty() || (isNumeric && !number && rule == ScoringRule::Smoothed);
+        EXPECT_EQ(NBSCORE_OK, number      ? nbscore_row_set_number(row, field, *number, nullptr)
+                              : isMissing ? nbscore_row_set_missing(row, field, nullptr)
+                                          : nbscore_row_set_text(row, field, cell.data(), cell.size(), nullptr));
+    }
+}
+
+/// A row's answer as the cells of a table that has all the usual columns, or only the best of a set.
+std::vector<std::string> AnswerOf(nbscore_row* row, const ModelHandle& opened, bool isSet, std::size_t best) {
+    std::vector<std::string> cells;
+    if (best != 0) {
+        std::vector<nbscore_ranked> ranked(best);
+        std::size_t given = 0;
+        EXPECT_EQ(NBSCORE_OK, nbscore_row_best(row, ranked.data(), best, &given, nullptr));
+        for (std::size_t i = 0; i < given; ++i) {
+            cells.emplace_back(nbscore_answer_name(opened.get(), ranked[i].position));
+            cells.push_back(FormatNumber(ranked[i].score));
+        }
+        return cells;
+    }
+    nbscore_answer answer;
+    EXPECT_EQ(NBSCORE_OK, nbscore_row_score(row, &answer, nullptr));
+    const auto add = [&](double number) {
+        cells.push_back(number == NBSCORE_MISSING ? std::string() : FormatNumber(number));
+    };
+    if (!isSet) {
+        const auto predicted = static_cast<std::size_t>(answer.predicted);
+        cells.emplace_back(answer.predicted < 0 ? "" : nbscore_answer_name(opened.get(), predicted));
+        add(answer.confidence);
+    }
+    std::for_each_n(answer.numbers, answer.count, add);
+    return cells;
+}
+
+/// @param scores of the cases, below a line of names.
+void ExpectRowsScoredAlike(const ModelHandle& opened, const ScoreModel& model, const Subject& subject,
+                           const Rows& scores) {
+    const Rows rows = ReadRows(subject.csv);
+    nbscore_row* made = nullptr;
+    ASSERT_EQ(NBSCORE_OK, nbscore_row_make(opened.get(), &made, nullptr));
+    const RowHandle row(made);
+    const bool isSet = !scores.front().front().starts_with("predicted_");
+    for (std::size_t i = 1; i < rows.size(); ++i) {
+        SetRow(made, opened, rows.front(), rows[i], model, subject.rule);
+        std::vector<std::string> cells = AnswerOf(made, opened, isSet, subject.scoring.best);
+        // A category that was never counted, of a model that no case says anything to, has no number.
+        cells.resize(scores.front().size());
+        ASSERT_EQ(scores[i], cells) << "case " << i;
+    }
+}
+
 void ExpectScoredAlike(const Subject& subject, int number) {
     SCOPED_TRACE("document " + std::to_string(number) + ":\n" + subject.document + "\n" + subject.csv);
     const auto plugin = PluginLibrary::Load(NAIVEBAYES_PLUGIN);
     std::istringstream source(subject.document);
     LoadedModel model(
         plugin, std::unique_ptr<ScoreModel>(plugin->MakeTranslator(subject.rule)->ParseFromTree(source, "UTF-8")));
-    const Rows columns = ScoreAsColumns(model.Get(), subject, static_cast<TextShape>(number % 3));
+    const ModelHandle opened = OpenDocument(subject);
+    const Rows columns = ScoreAsColumns(opened, model.Get(), subject, static_cast<TextShape>(number % 3));
     ASSERT_EQ(ScoreAsTable(model, subject), columns);
+    const bool areAll = subject.scoring.prediction_only == 0;
+    const bool areUsual = subject.rule == ScoringRule::Smoothed || subject.scoring.usual_columns != 0;
+    if (areAll && areUsual) ExpectRowsScoredAlike(opened, model.Get(), subject, columns);
 }
 
 TEST(CRandomColumns, AreScoredAsTheirTableIs_BySingleClassifiers) {
@@ -127,7 +200,7 @@ TEST(CStandardColumns, AreScoredAsTheirTableIs_WhicheverColumnsAreAskedFor) {
 }
 
 TEST(CStandardColumns, HaveInputsDerivedFromTreatedValues) {
-    const Subject subject{R"(<PMML version="4.4" xmlns="http://www.dmg.org/PMML-4_4"><Header/>
+    Subject subject{R"(<PMML version="4.4" xmlns="http://www.dmg.org/PMML-4_4"><Header/>
 <DataDictionary numberOfFields="2">
   <DataField name="height" optype="continuous" dataType="double"/>
   <DataField name="answer" optype="categorical" dataType="string"><Value value="no"/><Value value="yes"/></DataField>
@@ -152,7 +225,8 @@ TEST(CStandardColumns, HaveInputsDerivedFromTreatedValues) {
   <BayesOutput fieldName="answer"><TargetValueCounts><TargetValueCount value="no" count="8"/>
     <TargetValueCount value="yes" count="11"/></TargetValueCounts></BayesOutput>
 </NaiveBayesModel></PMML>)",
-                          "height\n1\n5\n\"\"\n", ScoringRule::Standard};
+                    "height\n1\n5\n\"\"\n", ScoringRule::Standard};
+    subject.scoring.usual_columns = 1;
     ExpectScoredAlike(subject, 0);
 }
 

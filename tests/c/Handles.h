@@ -14,10 +14,12 @@ namespace nbscore::test {
 struct Closing {
     void operator()(nbscore_model* model) const { nbscore_close(model); }
     void operator()(nbscore_error* error) const { nbscore_error_free(error); }
+    void operator()(nbscore_row* row) const { nbscore_row_free(row); }
     void operator()(char* text) const { nbscore_text_free(text); }
 };
 
 using ModelHandle = std::unique_ptr<nbscore_model, Closing>;
+using RowHandle = std::unique_ptr<nbscore_row, Closing>;
 using ErrorHandle = std::unique_ptr<nbscore_error, Closing>;
 using TextHandle = std::unique_ptr<char, Closing>;
 

@@ -268,13 +268,15 @@ TEST_F(PeopleTest, ScoreAlike_OnManyThreads) {
     AddPeople(people);
     ASSERT_EQ(NBSCORE_OK, Score(model, people, scores));
     people.GetSchema();
-    InThreads([&](int) {
-        ArrowScores ofThread;
-        EXPECT_EQ(NBSCORE_OK, Score(model, people, ofThread));
-        for (std::int64_t entry = 0; entry < 3; ++entry)
-            EXPECT_EQ(scores.GetRow(entry), ofThread.GetRow(entry));
-        return 0;
-    });
+    InThreads(
+        [&](int) {
+            ArrowScores ofThread;
+            EXPECT_EQ(NBSCORE_OK, Score(model, people, ofThread));
+            for (std::int64_t entry = 0; entry < 3; ++entry)
+                EXPECT_EQ(scores.GetRow(entry), ofThread.GetRow(entry));
+            return 0;
+        },
+        8);
 }
 
 TEST_F(PeopleTest, KeepAColumnThatSomebodyTook_WhenTheRestIsReleased) {

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <fstream>
 #include <new>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <vector>
@@ -209,7 +210,10 @@ public:
           table(static_cast<std::int64_t>(rows.size() - 1)) {
         reading.rule = about.rule == ScoringRule::Standard ? NBSCORE_RULE_STANDARD : NBSCORE_RULE_SMOOTHED;
         reading.adapt = 1;
-        AddRows(table, rows, *ReadInProcess(about), about.rule, TextShape::Dictionary);
+        const std::unique_ptr<ScoreModel> model = ReadInProcess(about);
+        AddRows(table, rows, *model, about.rule, TextShape::Dictionary);
+        for (const std::string& name : rows.front())
+            holdsNumbers.push_back(IsNumeric(*model, name));
         table.GetSchema();
     }
 
@@ -230,7 +234,7 @@ public:
             for (const std::string& cell : scores.GetRow(entry))
                 text += cell + ' ';
         }
-        return text + std::to_string(CountStreamed(model.get()));
+        return text + ScoreRows(model.get()) + std::to_string(CountStreamed(model.get()));
     }
 
 private:
@@ -251,6 +255,41 @@ private:
         stream.release = [](ArrowArrayStream* self) { self->release = nullptr; };
         stream.private_data = this;
         return stream;
+    }
+
+    std::string ScoreRows(const nbscore_model* model) {
+        ErrorHandle error;
+        const RowHandle row = Give<RowHandle>(error, nbscore_row_make, model);
+        Require(error.release());
+        std::string text;
+        for (std::size_t i = 1; i < rows.size(); ++i) {
+            for (std::size_t column = 0; column < holdsNumbers.size(); ++column)
+                SetField(model, row.get(), column, rows[i][column]);
+            nbscore_answer answer;
+            nbscore_error* failure = nullptr;
+            nbscore_row_score(row.get(), &answer, &failure);
+            Require(failure);
+            for (std::size_t position = 0; position < answer.count; ++position)
+                text += FormatNumber(answer.numbers[position]) + ' ';
+        }
+        return text;
+    }
+
+    void SetField(const nbscore_model* model, nbscore_row* row, std::size_t column, const std::string& cell) {
+        std::size_t field = 0;
+        nbscore_error* failure = nullptr;
+        const std::int32_t found = nbscore_find_field(model, rows.front()[column].c_str(), &field, &failure);
+        if (found == NBSCORE_BAD_CASES) return nbscore_error_free(failure);  // a column of no field
+        Require(failure);
+        const std::optional<double> number = holdsNumbers[column] ? ReadNumber(cell) : std::nullopt;
+        if (number) {
+            nbscore_row_set_number(row, field, *number, &failure);
+        } else if (cell.empty() || holdsNumbers[column]) {
+            nbscore_row_set_missing(row, field, &failure);
+        } else {
+            nbscore_row_set_text(row, field, cell.data(), cell.size(), &failure);
+        }
+        Require(failure);
     }
 
     std::int64_t CountStreamed(const nbscore_model* model) {
@@ -276,6 +315,8 @@ private:
     std::string document;
     nbscore_reading reading = NBSCORE_READING_INIT;
     std::vector<std::vector<std::string>> rows;
+    /// By the columns of the rows.
+    std::vector<bool> holdsNumbers;
     ArrowTable table;
     int arraysLeft = 0;
 };

@@ -55,7 +55,7 @@ std::unique_ptr<Work> MakeScoringWithOneResult(const DocumentAndRows& about);
 std::unique_ptr<Work> MakeScoringWithNewResults(const DocumentAndRows& about);
 /// Scores the table with one model, in each output format.
 std::unique_ptr<Work> MakeScoringTables(const DocumentAndRows& about);
-/// Opens, describes and scores columns, at once and as a stream, through the C interface alone.
+/// Opens, describes and scores columns, at once, as a stream and row by row, through the C interface alone.
 std::unique_ptr<Work> MakeCallingC(const DocumentAndRows& about);
 
 }  // namespace nbscore::test

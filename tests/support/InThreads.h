@@ -8,10 +8,10 @@
 
 namespace nbscore::test {
 
-/// Runs a task on four threads, which start it together. Returns its result on each.
+/// Runs a task on several threads, which start it together. Returns its result on each.
 /// @param task given the number of its thread, from 0.
-inline std::vector<int> InThreads(const std::function<int(int)>& task) {
-    std::vector<int> answers(4, -1);
+inline std::vector<int> InThreads(const std::function<int(int)>& task, std::size_t numThreads = 4) {
+    std::vector<int> answers(numThreads, -1);
     std::latch begin(static_cast<std::ptrdiff_t>(answers.size()));
     std::vector<std::thread> threads;
     threads.reserve(answers.size());
