@@ -1,8 +1,5 @@
 #include "c/OpenModel.h"
 
-#include <optional>
-
-#include "c/Failure.h"
 #include "standardtranslator/GiveMyStandardTranslator.h"
 #include "table/ModelResults.h"
 #include "translator/GiveMyTranslator.h"
@@ -57,6 +54,12 @@ OpenModel::OpenModel(const DocumentOrigin& origin, const ReadingOptions& options
       scorer(model.Get()),
       answerNames(scorer.GetBatchScorer().IsSet() ? LabelSubModels(scorer.GetBatchScorer().GetSubModels())
                                                   : scorer.GetBatchScorer().GetCategories()) {}
+
+const CaseExplainer& OpenModel::GetExplainer() const {
+    const std::lock_guard lock(mutex);
+    if (!explainer) explainer.emplace(model.Get());
+    return *explainer;
+}
 
 std::string OpenModel::Describe() const {
     return WriteChecksAsJson({DescribeLoaded(model.Get(), ofDocument)});

@@ -4,13 +4,15 @@
 #include <cmath>
 
 #include "evidence/EvidenceTables.h"
-#include "framework/NumberText.h"
 
 namespace nbscore {
 namespace {
 
-/// Of all pairs of categories that are kept at a time. Each thread has its own.
-constexpr std::size_t mostNumbers = std::size_t{1} << 17;
+/// Of all pairs of categories that are kept at a time: ranges, one for each predictor, and distances, one for each of
+/// its places. Each thread has its own.
+constexpr std::size_t mostRanges = std::size_t{1} << 17;
+constexpr std::size_t mostDistances = std::size_t{1} << 20;
+constexpr std::size_t mostWeightTexts = std::size_t{1} << 16;
 
 template <typename Item>
 void AppendBytes(std::string& text, const Item& item) {
@@ -26,128 +28,162 @@ void TakeBytes(std::string_view& text, Item& item) {
 }  // namespace
 
 BatchReasons::BatchReasons(const ReasonOptions& options, const CaseExplainer& caseExplainer,
-                           const BatchCases& batchCases, CaseCoder& coder)
-    : kind(options.kind), explainer(caseExplainer), batch(batchCases), ranking(options.most), room(mostNumbers) {
+                           const BatchCases& batchCases, CaseCoder& coder, const ScoreWriter& scoreWriter)
+    : kind(options.kind),
+      explainer(caseExplainer),
+      batch(batchCases),
+      writer(scoreWriter),
+      ranking(options.most),
+      numCategories(explainer.GetCategories().size()),
+      roomForRanges(mostRanges),
+      roomForDistances(mostDistances),
+      weightTexts(1) {
     const std::vector<std::string> fields = batch.GetFieldsOfPredictors();
-    for (const std::string& field : fields)
-        columns.push_back(coder.FindColumn(field));
+    for (std::size_t position = 0; position < fields.size(); ++position) {
+        const PredictorTables& tables = explainer.GetTables().GetClassifier(0).predictors[position];
+        // A predictor that nothing was counted of takes no part.
+        if (tables.probabilities == nullptr) continue;
+        const auto [reader, places] = batch.GetCodePlaces(position);
+        Predictor& predictor = predictors.emplace_back();
+        predictor.position = position;
+        predictor.reader = reader;
+        predictor.places = places.data();
+        predictor.first = numPlaces;
+        predictor.numPlaces = 1 + tables.probabilities->size();
+        predictor.column = coder.FindColumn(fields[position]);
+        numPlaces += predictor.numPlaces;
+        const std::string& name = explainer.GetPredictors(0)[position];
+        writer.AppendReasonField(predictor.fieldAsFirst, 0, name);
+        writer.AppendReasonField(predictor.fieldAsLater, 1, name);
+    }
     coder.KeepDerivedTexts(fields);
-    for (const PredictorTables& predictor : explainer.GetTables().GetClassifier(0).predictors)
-        isCounted.push_back(predictor.probabilities != nullptr);
-    said.resize(columns.size());
-    saidAnew.resize(columns.size());
 }
 
 void BatchReasons::Find(std::span<const FactorRow> rows, std::span<const double> probabilities) {
     reasons.clear();
-    weightTexts.clear();
+    texts.clear();
+    writer.BeginReasons(texts);
+    std::size_t begin = 0;
     const bool isPossible =
         std::ranges::all_of(probabilities, [](double probability) { return std::isfinite(probability); });
-    if (!isPossible || probabilities.size() < 2) return;
-    const auto [category, against] = explainer.GetTables().ChoosePair(0, probabilities, {});
-    Pair& pair = GetPair(category, against);
-    ranking.Clear();
-    for (std::size_t predictor = 0; predictor < columns.size(); ++predictor) {
-        // A predictor that nothing was counted of takes no part.
-        const int code = isCounted[predictor] ? batch.CodeOf(predictor, rows) : -1;
-        if (pair.ofCodes.empty()) {
-            saidAnew[predictor] = Say(pair.ranges[predictor], predictor, code, category, against);
-            said[predictor] = &saidAnew[predictor];
-        } else {
-            said[predictor] = &pair.ofCodes[predictor][static_cast<std::size_t>(code + 1)];
+    if (isPossible && probabilities.size() > 1) {
+        const auto [category, against] = explainer.GetTables().ChoosePair(0, probabilities, {});
+        Pair& pair = GetPair(category, against);
+        ranking.Clear();
+        for (std::size_t i = 0; i < predictors.size(); ++i) {
+            const Predictor& predictor = predictors[i];
+            const std::size_t place = predictor.places[rows[predictor.reader]];
+            ranking.Offer(i, pair.distances.empty() ? DistanceAt(i, place, pair, category, against)
+                                                    : pair.distances[predictor.first + place]);
         }
-        ranking.Offer(predictor, said[predictor]->distance);
+        for (const ReasonRanking::Ranked& ranked : ranking.Get()) {
+            const Predictor& predictor = predictors[ranked.predictor];
+            texts += reasons.empty() ? predictor.fieldAsFirst : predictor.fieldAsLater;
+            reasons.push_back(
+                {static_cast<std::uint32_t>(ranked.predictor), static_cast<std::uint32_t>(texts.size() - begin)});
+            begin = texts.size();
+            AppendWeight(ranked.predictor, predictor.places[rows[predictor.reader]], pair, category, against);
+        }
     }
-    for (const std::size_t predictor : ranking.GetPredictors()) {
-        std::string& text = said[predictor]->text;
-        if (text.empty()) AppendNumber(text, said[predictor]->weight);
-        weightTexts += text;
-        reasons.push_back({static_cast<std::uint32_t>(predictor), static_cast<std::uint32_t>(text.size())});
-    }
+    writer.EndReasons(texts, reasons.size());
 }
 
 void BatchReasons::AppendFound(std::string& text) const {
-    text += weightTexts;
+    text += texts;
     for (const Reason& reason : reasons)
         AppendBytes(text, reason);
+    AppendBytes(text, static_cast<std::uint32_t>(texts.size()));
     AppendBytes(text, static_cast<std::uint32_t>(reasons.size()));
 }
 
 std::string_view BatchReasons::TakeFound(std::string_view text) {
     std::uint32_t count = 0;
+    std::uint32_t length = 0;
     TakeBytes(text, count);
+    TakeBytes(text, length);
     reasons.resize(count);
-    std::size_t length = 0;
-    for (auto reason = reasons.rbegin(); reason != reasons.rend(); ++reason) {
+    for (auto reason = reasons.rbegin(); reason != reasons.rend(); ++reason)
         TakeBytes(text, *reason);
-        length += reason->length;
-    }
-    weightTexts = text.substr(text.size() - length);
+    texts = text.substr(text.size() - length);
     text.remove_suffix(length);
     return text;
 }
 
-std::span<const WrittenReason> BatchReasons::Write(const CaseCoder& coder, const TableCases& cases,
-                                                   std::size_t number) {
-    written.clear();
+void BatchReasons::Write(std::string& text, const CaseCoder& coder, const TableCases& cases, std::size_t number) const {
     std::size_t begin = 0;
     for (const auto [predictor, length] : reasons) {
-        written.push_back({explainer.GetPredictors(0)[predictor], ValueOf(predictor, coder, cases, number),
-                           std::string_view(weightTexts).substr(begin, length)});
+        text.append(texts, begin, length);
+        writer.AppendReasonValue(text, ValueOf(predictors[predictor], coder, cases, number));
         begin += length;
     }
-    return written;
+    text.append(texts, begin);
 }
 
 BatchReasons::Pair& BatchReasons::GetPair(std::size_t category, std::size_t against) {
-    const auto known = pairs.find({category, against});
+    const std::size_t key = category * numCategories + against;
+    const auto known = pairs.find(key);
     if (known != pairs.end()) return known->second;
+    if (roomForRanges < predictors.size()) {
+        pairs.clear();
+        weightTexts.resize(1);
+        roomForRanges = mostRanges;
+        roomForDistances = mostDistances;
+    }
+    roomForRanges -= std::min(roomForRanges, predictors.size());
     const EvidenceTables& tables = explainer.GetTables();
     const ClassifierTables& classifier = tables.GetClassifier(0);
-    Pair made;
-    for (const PredictorTables& predictor : classifier.predictors)
-        made.ranges.push_back(FindRange(predictor, classifier.threshold, tables.GetDensityFloor(), category, against));
-    if (room < made.ranges.size()) {
-        pairs.clear();
-        room = mostNumbers;
-    }
-    room -= std::min(room, made.ranges.size());
-    FillCodes(made, category, against);
-    return pairs.emplace(std::pair(category, against), std::move(made)).first->second;
+    Pair& made = pairs[key];
+    for (const Predictor& predictor : predictors)
+        made.ranges.push_back(FindRange(classifier.predictors[predictor.position], classifier.threshold,
+                                        tables.GetDensityFloor(), category, against));
+    FillDistances(made, category, against);
+    return made;
 }
 
-/// Where there is no room for all codes, what they say is found for each case anew.
-void BatchReasons::FillCodes(Pair& pair, std::size_t category, std::size_t against) {
-    const std::vector<PredictorTables>& predictors = explainer.GetTables().GetClassifier(0).predictors;
-    const auto countCodes = [](const PredictorTables& predictor) {
-        return 1 + (predictor.probabilities == nullptr ? 0 : predictor.probabilities->size());
+/// Where there is no room for them, they are found for each case anew.
+void BatchReasons::FillDistances(Pair& pair, std::size_t category, std::size_t against) {
+    if (numPlaces > roomForDistances) return;
+    roomForDistances -= numPlaces;
+    pair.distances.reserve(numPlaces);
+    for (std::size_t i = 0; i < predictors.size(); ++i) {
+        for (std::size_t place = 0; place < predictors[i].numPlaces; ++place)
+            pair.distances.push_back(DistanceAt(i, place, pair, category, against));
+    }
+    pair.weightTexts.resize(numPlaces);
+}
+
+std::optional<double> BatchReasons::WeightAt(const Predictor& predictor, std::size_t place, std::size_t category,
+                                             std::size_t against) const {
+    if (place == 0) return 0.0;
+    return WeightOf(explainer.GetTables().GetClassifier(0).predictors[predictor.position], place - 1, category,
+                    against);
+}
+
+double BatchReasons::DistanceAt(std::size_t predictor, std::size_t place, const Pair& pair, std::size_t category,
+                                std::size_t against) const {
+    return FindDistance(WeightAt(predictors[predictor], place, category, against), pair.ranges[predictor], kind);
+}
+
+void BatchReasons::AppendWeight(std::size_t predictor, std::size_t place, Pair& pair, std::size_t category,
+                                std::size_t against) {
+    const auto append = [&](std::string& text) {
+        // A reason has a weight.
+        writer.AppendReasonWeight(text, *WeightAt(predictors[predictor], place, category, against));
     };
-    std::size_t numbers = 0;
-    for (const PredictorTables& predictor : predictors)
-        numbers += countCodes(predictor);
-    if (numbers > room) return;
-    room -= numbers;
-    for (std::size_t j = 0; j < predictors.size(); ++j) {
-        std::vector<Said>& ofPredictor = pair.ofCodes.emplace_back();
-        for (std::size_t place = 0; place < countCodes(predictors[j]); ++place)
-            ofPredictor.push_back(Say(pair.ranges[j], j, static_cast<int>(place) - 1, category, against));
+    if (pair.weightTexts.empty()) return append(texts);
+    std::uint32_t& position = pair.weightTexts[predictors[predictor].first + place];
+    if (position == 0) {
+        if (weightTexts.size() == mostWeightTexts) return append(texts);
+        append(weightTexts.emplace_back());
+        position = static_cast<std::uint32_t>(weightTexts.size() - 1);
     }
+    texts += weightTexts[position];
 }
 
-/// @param code negative where the predictor is left out.
-BatchReasons::Said BatchReasons::Say(const WeightRange& range, std::size_t predictor, int code, std::size_t category,
-                                     std::size_t against) const {
-    const PredictorTables& tables = explainer.GetTables().GetClassifier(0).predictors[predictor];
-    const std::optional<double> weight =
-        code < 0 ? 0.0 : WeightOf(tables, static_cast<std::size_t>(code), category, against);
-    return {FindDistance(weight, range, kind), weight.value_or(0.0)};
-}
-
-std::string_view BatchReasons::ValueOf(std::size_t predictor, const CaseCoder& coder, const TableCases& cases,
+std::string_view BatchReasons::ValueOf(const Predictor& predictor, const CaseCoder& coder, const TableCases& cases,
                                        std::size_t number) const {
-    const std::optional<std::size_t>& column = columns[predictor];
-    const std::string_view cell = column ? cases.rows.GetCell(number, *column) : std::string_view();
-    return cell.empty() ? coder.GetDerivedText(predictor, number) : cell;
+    const std::string_view cell = predictor.column ? cases.rows.GetCell(number, *predictor.column) : std::string_view();
+    return cell.empty() ? coder.GetDerivedText(predictor.position, number) : cell;
 }
 
 }  // namespace nbscore

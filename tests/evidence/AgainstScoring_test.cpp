@@ -283,7 +283,7 @@ TEST(Evidence, HasItsDerivedFieldsComputedOnce_ForAllSubModelsOfACase) {
 </TransformationDictionary>)";
     for (const char* name : {"one", "two", "three"})
         text += std::string("<NaiveBayesModel modelName=\"") + name + R"(" algorithmName="SelfLearning" threshold="0.5">
-<MiningSchema><MiningField name="x"/><MiningField name="t" usageType="predicted"/></MiningSchema>
+<MiningSchema><MiningField name="d"/><MiningField name="t" usageType="predicted"/></MiningSchema>
 <BayesInputs><BayesInput fieldName="d"><PairCounts value="high"><TargetValueCounts>
 <TargetValueCount value="no" count="1"/><TargetValueCount value="yes" count="3"/></TargetValueCounts></PairCounts>
 </BayesInput></BayesInputs>
@@ -299,7 +299,7 @@ TEST(Evidence, HasItsDerivedFieldsComputedOnce_ForAllSubModelsOfACase) {
     explainer.Explain(record, 0, {}, evidence, memory);
     const int askedForOne = record.asked;
     EXPECT_GT(askedForOne, 0);
-    for (const std::size_t another : {1, 2}) {
+    for (const std::size_t another : {1U, 2U}) {
         explainer.ExplainAnother(another, {}, evidence, memory);
         EXPECT_EQ(evidence.predictors[0].value, "high");
         EXPECT_EQ(evidence.predictors[0].kind, PredictorReading::Known);
