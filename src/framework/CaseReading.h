@@ -39,9 +39,6 @@ struct PredictorReading {
 
 /// What a classifier finds in a case. Its memory is used again from case to case.
 struct CaseReading {
-    /// Set by the caller, for another classifier of the record that was read last with this reading: what the model
-    /// computed of it then holds, and is not computed again. In between the thread has scored and read nothing.
-    bool isSameCase = false;
     /// In the order of the classifier's predictors (ClassifierTables).
     std::vector<PredictorReading> predictors;
     /// How many have a value that they know.
@@ -53,6 +50,9 @@ struct CaseReading {
     std::unique_ptr<ScoreCaseRecord> treated = nullptr;
     /// The values of derived fields, of a model with several classifiers; borrowed, and for the model alone.
     const ScoreCaseRecord* derived = nullptr;
+    /// Set by the caller, for another classifier of the record that was read last with this reading: what the model
+    /// computed of it then holds, and is not computed again. In between the thread has scored and read nothing.
+    bool isSameCase = false;
 };
 
 }  // namespace nbscore

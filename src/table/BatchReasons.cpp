@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "evidence/EvidenceTables.h"
 
@@ -36,19 +37,16 @@ BatchReasons::BatchReasons(const ReasonOptions& options, const CaseExplainer& ca
       ranking(options.most),
       numCategories(explainer.GetCategories().size()),
       roomForRanges(mostRanges),
-      roomForDistances(mostDistances),
-      weightTexts(1) {
+      roomForDistances(mostDistances) {
     const std::vector<std::string> fields = batch.GetFieldsOfPredictors();
     for (std::size_t position = 0; position < fields.size(); ++position) {
         const PredictorTables& tables = explainer.GetTables().GetClassifier(0).predictors[position];
         // A predictor that nothing was counted of takes no part.
         if (tables.probabilities == nullptr) continue;
-        const auto [reader, places] = batch.GetCodePlaces(position);
+        const auto [reader, ofRows] = batch.GetCodePlaces(position);
+        places.push_back({ofRows.data(), reader, numPlaces});
         Predictor& predictor = predictors.emplace_back();
         predictor.position = position;
-        predictor.reader = reader;
-        predictor.places = places.data();
-        predictor.first = numPlaces;
         predictor.numPlaces = 1 + tables.probabilities->size();
         predictor.column = coder.FindColumn(fields[position]);
         numPlaces += predictor.numPlaces;
@@ -57,127 +55,139 @@ BatchReasons::BatchReasons(const ReasonOptions& options, const CaseExplainer& ca
         writer.AppendReasonField(predictor.fieldAsLater, 1, name);
     }
     coder.KeepDerivedTexts(fields);
+    distances.resize(predictors.size());
 }
 
 void BatchReasons::Find(std::span<const FactorRow> rows, std::span<const double> probabilities) {
     reasons.clear();
-    texts.clear();
-    writer.BeginReasons(texts);
-    std::size_t begin = 0;
+    ofCase.clear();
     const bool isPossible =
         std::ranges::all_of(probabilities, [](double probability) { return std::isfinite(probability); });
-    if (isPossible && probabilities.size() > 1) {
-        const auto [category, against] = explainer.GetTables().ChoosePair(0, probabilities, {});
-        Pair& pair = GetPair(category, against);
-        ranking.Clear();
-        for (std::size_t i = 0; i < predictors.size(); ++i) {
-            const Predictor& predictor = predictors[i];
-            const std::size_t place = predictor.places[rows[predictor.reader]];
-            ranking.Offer(i, pair.distances.empty() ? DistanceAt(i, place, pair, category, against)
-                                                    : pair.distances[predictor.first + place]);
-        }
-        for (const ReasonRanking::Ranked& ranked : ranking.Get()) {
-            const Predictor& predictor = predictors[ranked.predictor];
-            texts += reasons.empty() ? predictor.fieldAsFirst : predictor.fieldAsLater;
-            reasons.push_back(
-                {static_cast<std::uint32_t>(ranked.predictor), static_cast<std::uint32_t>(texts.size() - begin)});
-            begin = texts.size();
-            AppendWeight(ranked.predictor, predictor.places[rows[predictor.reader]], pair, category, against);
-        }
+    if (!isPossible || probabilities.size() < 2) return;
+    const auto [category, against] = explainer.GetTables().ChoosePair(0, probabilities, {});
+    Pair& pair = GetPair(category, against);
+    FindDistances(pair, rows);
+    ranking.Clear();
+    for (std::size_t i = 0; i < distances.size(); ++i)
+        ranking.Offer(i, distances[i]);
+    for (const ReasonRanking::Ranked& ranked : ranking.Get()) {
+        const std::size_t place = places[ranked.predictor].Find(rows);
+        reasons.push_back({static_cast<std::uint32_t>(ranked.predictor), WriteWeight(ranked.predictor, place, pair)});
     }
-    writer.EndReasons(texts, reasons.size());
+}
+
+/// In a loop of its own, so that it need not wait for memory predictor by predictor.
+void BatchReasons::FindDistances(const Pair& pair, std::span<const FactorRow> rows) {
+    if (pair.distances.empty()) {
+        for (std::size_t i = 0; i < places.size(); ++i)
+            distances[i] = DistanceAt(i, places[i].Find(rows), pair);
+        return;
+    }
+    const double* const ofPlaces = pair.distances.data();
+    double* to = distances.data();
+    for (const Places& ofPredictor : places)
+        *to++ = ofPlaces[ofPredictor.first + ofPredictor.Find(rows)];
 }
 
 void BatchReasons::AppendFound(std::string& text) const {
-    text += texts;
     for (const Reason& reason : reasons)
-        AppendBytes(text, reason);
-    AppendBytes(text, static_cast<std::uint32_t>(texts.size()));
+        text += reason.weight;
+    for (const Reason& reason : reasons) {
+        AppendBytes(text, reason.predictor);
+        AppendBytes(text, static_cast<std::uint32_t>(reason.weight.size()));
+    }
     AppendBytes(text, static_cast<std::uint32_t>(reasons.size()));
 }
 
 std::string_view BatchReasons::TakeFound(std::string_view text) {
     std::uint32_t count = 0;
-    std::uint32_t length = 0;
     TakeBytes(text, count);
-    TakeBytes(text, length);
     reasons.resize(count);
-    for (auto reason = reasons.rbegin(); reason != reasons.rend(); ++reason)
-        TakeBytes(text, *reason);
-    texts = text.substr(text.size() - length);
-    text.remove_suffix(length);
-    return text;
+    constexpr std::size_t bytesOfReason = 2 * sizeof(std::uint32_t);
+    std::string_view weights = text.substr(0, text.size() - count * bytesOfReason);
+    for (auto reason = reasons.rbegin(); reason != reasons.rend(); ++reason) {
+        std::uint32_t length = 0;
+        TakeBytes(text, length);
+        TakeBytes(text, reason->predictor);
+        reason->weight = weights.substr(weights.size() - length);
+        weights.remove_suffix(length);
+    }
+    return weights;
 }
 
 void BatchReasons::Write(std::string& text, const CaseCoder& coder, const TableCases& cases, std::size_t number) const {
-    std::size_t begin = 0;
-    for (const auto [predictor, length] : reasons) {
-        text.append(texts, begin, length);
-        writer.AppendReasonValue(text, ValueOf(predictors[predictor], coder, cases, number));
-        begin += length;
+    writer.BeginReasons(text);
+    bool isFirst = true;
+    for (const Reason& reason : reasons) {
+        const Predictor& predictor = predictors[reason.predictor];
+        text += isFirst ? predictor.fieldAsFirst : predictor.fieldAsLater;
+        writer.AppendReasonValue(text, ValueOf(predictor, coder, cases, number));
+        text += reason.weight;
+        isFirst = false;
     }
-    text.append(texts, begin);
+    writer.EndReasons(text, reasons.size());
 }
 
 BatchReasons::Pair& BatchReasons::GetPair(std::size_t category, std::size_t against) {
+    if (lastPair != nullptr && lastPair->category == category && lastPair->against == against) return *lastPair;
     const std::size_t key = category * numCategories + against;
     const auto known = pairs.find(key);
-    if (known != pairs.end()) return known->second;
+    if (known != pairs.end()) return *(lastPair = &known->second);
     if (roomForRanges < predictors.size()) {
+        lastPair = nullptr;
         pairs.clear();
-        weightTexts.resize(1);
+        weightTexts.clear();
         roomForRanges = mostRanges;
         roomForDistances = mostDistances;
     }
     roomForRanges -= std::min(roomForRanges, predictors.size());
-    const EvidenceTables& tables = explainer.GetTables();
-    const ClassifierTables& classifier = tables.GetClassifier(0);
-    Pair& made = pairs[key];
-    for (const Predictor& predictor : predictors)
-        made.ranges.push_back(FindRange(classifier.predictors[predictor.position], classifier.threshold,
-                                        tables.GetDensityFloor(), category, against));
-    FillDistances(made, category, against);
-    return made;
+    Pair made{category, against, {}, {}, {}};
+    Fill(made);
+    return *(lastPair = &pairs.emplace(key, std::move(made)).first->second);
 }
 
-/// Where there is no room for them, they are found for each case anew.
-void BatchReasons::FillDistances(Pair& pair, std::size_t category, std::size_t against) {
-    if (numPlaces > roomForDistances) return;
-    roomForDistances -= numPlaces;
-    pair.distances.reserve(numPlaces);
+void BatchReasons::Fill(Pair& pair) {
+    const bool keepsDistances = numPlaces <= roomForDistances;
+    if (keepsDistances) {
+        roomForDistances -= numPlaces;
+        pair.distances.reserve(numPlaces);
+        pair.weightTexts.resize(numPlaces);
+    }
+    std::vector<std::optional<double>> weights;
     for (std::size_t i = 0; i < predictors.size(); ++i) {
+        weights.clear();
         for (std::size_t place = 0; place < predictors[i].numPlaces; ++place)
-            pair.distances.push_back(DistanceAt(i, place, pair, category, against));
+            weights.push_back(WeightAt(i, place, pair));
+        WeightRange& range = pair.ranges.emplace_back();
+        // To be left out is none of the things that a predictor can say.
+        for (std::size_t place = 1; place < weights.size(); ++place)
+            range.Widen(weights[place]);
+        if (!keepsDistances) continue;
+        for (const std::optional<double>& weight : weights)
+            pair.distances.push_back(FindDistance(weight, range, kind));
     }
-    pair.weightTexts.resize(numPlaces);
 }
 
-std::optional<double> BatchReasons::WeightAt(const Predictor& predictor, std::size_t place, std::size_t category,
-                                             std::size_t against) const {
+std::optional<double> BatchReasons::WeightAt(std::size_t predictor, std::size_t place, const Pair& pair) const {
     if (place == 0) return 0.0;
-    return WeightOf(explainer.GetTables().GetClassifier(0).predictors[predictor.position], place - 1, category,
-                    against);
+    const ClassifierTables& classifier = explainer.GetTables().GetClassifier(0);
+    return WeightOf(classifier.predictors[predictors[predictor].position], place - 1, pair.category, pair.against);
 }
 
-double BatchReasons::DistanceAt(std::size_t predictor, std::size_t place, const Pair& pair, std::size_t category,
-                                std::size_t against) const {
-    return FindDistance(WeightAt(predictors[predictor], place, category, against), pair.ranges[predictor], kind);
+double BatchReasons::DistanceAt(std::size_t predictor, std::size_t place, const Pair& pair) const {
+    return FindDistance(WeightAt(predictor, place, pair), pair.ranges[predictor], kind);
 }
 
-void BatchReasons::AppendWeight(std::size_t predictor, std::size_t place, Pair& pair, std::size_t category,
-                                std::size_t against) {
-    const auto append = [&](std::string& text) {
-        // A reason has a weight.
-        writer.AppendReasonWeight(text, *WeightAt(predictors[predictor], place, category, against));
-    };
-    if (pair.weightTexts.empty()) return append(texts);
-    std::uint32_t& position = pair.weightTexts[predictors[predictor].first + place];
-    if (position == 0) {
-        if (weightTexts.size() == mostWeightTexts) return append(texts);
-        append(weightTexts.emplace_back());
-        position = static_cast<std::uint32_t>(weightTexts.size() - 1);
-    }
-    texts += weightTexts[position];
+/// Valid until the next case is asked for.
+std::string_view BatchReasons::WriteWeight(std::size_t predictor, std::size_t place, Pair& pair) {
+    const std::size_t position = places[predictor].first + place;
+    if (!pair.weightTexts.empty() && pair.weightTexts[position] != nullptr) return *pair.weightTexts[position];
+    const bool isKept = !pair.weightTexts.empty() && weightTexts.size() < mostWeightTexts;
+    std::string& text = isKept ? weightTexts.emplace_back() : ofCase.emplace_back();
+    // A reason has a weight.
+    writer.AppendReasonWeight(text, *WeightAt(predictor, place, pair));
+    if (isKept) pair.weightTexts[position] = &text;
+    return text;
 }
 
 std::string_view BatchReasons::ValueOf(const Predictor& predictor, const CaseCoder& coder, const TableCases& cases,

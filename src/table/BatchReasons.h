@@ -33,6 +33,7 @@ public:
     void Find(std::span<const FactorRow> rows, std::span<const double> probabilities);
     /// What was found last, put behind a text, and taken off again: it is the same for all cases with the same rows.
     void AppendFound(std::string& text) const;
+    /// @param text must stay as it is until the next call.
     std::string_view TakeFound(std::string_view text);
 
     /// Writes what was found or taken last.
@@ -40,14 +41,19 @@ public:
     void Write(std::string& text, const CaseCoder& coder, const TableCases& cases, std::size_t number) const;
 
 private:
-    /// A predictor that may be a reason. A place is 0 where it is left out, else a category's code and one.
-    struct Predictor {
-        std::size_t position;
-        std::size_t reader;
+    /// Where the value of a predictor stands among its places: 0 where it is left out, else a category's code and one.
+    struct Places {
         /// For each row of the reader.
-        const FactorRow* places;
+        const FactorRow* ofRows;
+        std::size_t reader;
         /// How many places lie in front of its own.
         std::size_t first;
+
+        std::size_t Find(std::span<const FactorRow> rows) const { return ofRows[rows[reader]]; }
+    };
+    /// What else is known of a predictor that may be a reason.
+    struct Predictor {
+        std::size_t position;
         std::size_t numPlaces;
         /// The column of the table that holds its values.
         std::optional<std::size_t> column;
@@ -57,26 +63,27 @@ private:
     };
     /// Of a category and one that it is weighed against.
     struct Pair {
+        std::size_t category;
+        std::size_t against;
         /// For each predictor.
         std::vector<WeightRange> ranges;
         /// How far each place is from the end of the range; empty where there is no room for that.
         std::vector<double> distances;
-        /// With it, what is written for each place's weight: positions in the list of texts.
-        std::vector<std::uint32_t> weightTexts;
+        /// With it, what is written for each place's weight; null until it was written once.
+        std::vector<const std::string*> weightTexts;
     };
-    /// A reason, and how much text stands in front of its value, from the value before.
+    /// A reason, and what is written for its weight.
     struct Reason {
         std::uint32_t predictor;
-        std::uint32_t length;
+        std::string_view weight;
     };
 
     Pair& GetPair(std::size_t category, std::size_t against);
-    void FillDistances(Pair& pair, std::size_t category, std::size_t against);
-    std::optional<double> WeightAt(const Predictor& predictor, std::size_t place, std::size_t category,
-                                   std::size_t against) const;
-    double DistanceAt(std::size_t predictor, std::size_t place, const Pair& pair, std::size_t category,
-                      std::size_t against) const;
-    void AppendWeight(std::size_t predictor, std::size_t place, Pair& pair, std::size_t category, std::size_t against);
+    void Fill(Pair& pair);
+    void FindDistances(const Pair& pair, std::span<const FactorRow> rows);
+    std::optional<double> WeightAt(std::size_t predictor, std::size_t place, const Pair& pair) const;
+    double DistanceAt(std::size_t predictor, std::size_t place, const Pair& pair) const;
+    std::string_view WriteWeight(std::size_t predictor, std::size_t place, Pair& pair);
     std::string_view ValueOf(const Predictor& predictor, const CaseCoder& coder, const TableCases& cases,
                              std::size_t number) const;
 
@@ -85,18 +92,23 @@ private:
     BatchCases batch;
     const ScoreWriter& writer;
     std::vector<Predictor> predictors;
+    std::vector<Places> places;
     std::size_t numPlaces = 0;
     ReasonRanking ranking;
     std::size_t numCategories;
     std::unordered_map<std::size_t, Pair> pairs;
+    /// The one that was asked for last.
+    Pair* lastPair = nullptr;
     /// What pairs may still hold.
     std::size_t roomForRanges;
     std::size_t roomForDistances;
-    /// What was written for weights; the first is for none yet.
+    /// What was written for weights, and what is kept for the case at hand alone.
     std::deque<std::string> weightTexts;
-    /// What was found: the reasons, and all that is written but the values.
+    std::deque<std::string> ofCase;
+    /// Of the case at hand, for each predictor.
+    std::vector<double> distances;
+    /// What was found.
     std::vector<Reason> reasons;
-    std::string texts;
 };
 
 }  // namespace nbscore

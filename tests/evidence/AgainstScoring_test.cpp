@@ -283,7 +283,9 @@ TEST(Evidence, HasItsDerivedFieldsComputedOnce_ForAllSubModelsOfACase) {
 </TransformationDictionary>)";
     for (const char* name : {"one", "two", "three"})
         text += std::string("<NaiveBayesModel modelName=\"") + name + R"(" algorithmName="SelfLearning" threshold="0.5">
-<MiningSchema><MiningField name="d"/><MiningField name="t" usageType="predicted"/></MiningSchema>
+<MiningSchema><MiningField name="x"/>
+<Extension extender="scoring.nbscore" name="DerivedFields"><MiningField name="d"/></Extension>
+<MiningField name="t" usageType="predicted"/></MiningSchema>
 <BayesInputs><BayesInput fieldName="d"><PairCounts value="high"><TargetValueCounts>
 <TargetValueCount value="no" count="1"/><TargetValueCount value="yes" count="3"/></TargetValueCounts></PairCounts>
 </BayesInput></BayesInputs>
