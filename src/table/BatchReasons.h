@@ -3,11 +3,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <map>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "evidence/CaseExplainer.h"
@@ -96,7 +96,7 @@ private:
     std::size_t numPlaces = 0;
     ReasonRanking ranking;
     std::size_t numCategories;
-    std::unordered_map<std::size_t, Pair> pairs;
+    std::map<std::size_t, Pair> pairs;
     /// The one that was asked for last.
     Pair* lastPair = nullptr;
     /// What pairs may still hold.
