@@ -24,7 +24,7 @@ std::optional<double> WeightOf(const PredictorTables& predictor, std::size_t cod
 /// nothing was counted of, and where the counts are no shares of a whole.
 using CountedShares = std::optional<std::vector<double>>;
 
-/// For each predictor. Takes time in proportion to the classifier's tables, and is the same for every pair of categories.
+/// For each predictor. Takes time in proportion to the classifier's tables; the same for every pair of categories.
 std::vector<CountedShares> FindShares(const ClassifierTables& classifier);
 
 /// What a predictor says about a category against another one, for all that a case may hold.
@@ -37,8 +37,8 @@ struct PredictorWeights {
     WeightRange range;
 };
 
-/// The weights of a classifier for one category against another one. Takes time and memory in proportion to the number of
-/// its predictors' categories. Immutable.
+/// The weights of a classifier for one category against another one. Takes time and memory in proportion to the number
+/// of its predictors' categories. Immutable.
 class PairWeights {
 public:
     /// @param classifier borrowed for the call. @param shares its own (FindShares).
