@@ -10,7 +10,9 @@ help:
 	@echo 'make test               install missing packages, build and run every test'
 	@echo 'make test-peers         hold the answers by the standard'"'"'s rule to those of R and scikit-learn, which are'
 	@echo '                        installed for it'
-	@echo 'make test-all           both'
+	@echo 'make test-foreign       send columns from a database through the C interface and back, and hold them to the'
+	@echo '                        command; the database is fetched by npm'
+	@echo 'make test-all           all three'
 	@echo 'make windows            cross-build for 64-bit Windows and pack build/nbscore-*-windows-x64.zip'
 	@echo 'make test-windows       test that build under Wine (three minutes once everything is built)'
 	@echo 'make test-windows-core  test only its built plug-in and command'
@@ -66,7 +68,20 @@ test-peers:
 	cmake --preset test
 	cmake --build --preset test -j $(JOBS) --target nbscore_command naivebayes
 	/usr/bin/python3 tests/peers/peers.py build/test/bin/nbscore
-test-all: test test-peers
+# The database that columns come from and go to is a package of npm's, which checks what it fetches.
+DATABASE := @duckdb/node-bindings-linux-x64@1.5.6-r.1
+.PHONY: test-foreign
+build/foreign/package/libduckdb.so:
+	@command -v npm >/dev/null || scripts/install-packages.sh foreign
+	mkdir -p build/foreign
+	cd build/foreign && tar xzf "$$(npm pack --silent $(DATABASE))"
+	touch $@
+test-foreign: packages-test build/foreign/package/libduckdb.so
+	cmake --preset test
+	cmake --build --preset test -j $(JOBS) --target nbscore_command naivebayes nbscore_c
+	/usr/bin/python3 tests/foreign/columns.py build/test/lib/libnbscore.so build/test/bin/nbscore \
+	    build/foreign/package/libduckdb.so examples
+test-all: test test-peers test-foreign
 
 .PHONY: windows windows-configured test-windows test-windows-core
 windows-configured:

@@ -52,6 +52,7 @@ set(NBSCORE_PUBLIC_HEADERS
     translator/NaiveBayesTranslator.h
     batch/BatchScorer.h
     batch/PreparedRow.h
+    batch/SourceRow.h
     batch/SourceScorer.h
     evidence/CaseExplainer.h
     evidence/Evidence.h

@@ -17,6 +17,7 @@ packages_for() {
         lint) echo clang clang-format libclang-rt-14-dev llvm-14 python3 git ;;
         bench) echo libbenchmark-dev python3 valgrind ;;
         peers) echo python3-sklearn python3-pandas ;;
+        foreign) echo npm ;;
         test-peers) echo python3 python3-sklearn r-cran-e1071 r-cran-mass ;;
         *) echo "install-packages.sh: unknown group $1" >&2; exit 2 ;;
     esac

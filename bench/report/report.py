@@ -70,7 +70,8 @@ def sections(results):
                "written for such tables: it finds cells with vectors, turns each into a code by one look-up, scores "
                "by loops for the shape, and knows no quotes and no faults; it writes numbers as the command does. Its "
                "output is compared byte by byte first. Processor time, the start of the process and loading the "
-               "document included; the last column is of real time.", tables.table_shapes(results))
+               "document included. Two threads are compared with one in real time: in all, and without what it takes to "
+               "score a single row, which they do not share; the last column is its share of the time on one thread.", tables.table_shapes(results))
         yield ("Other forms of output", "The command on one thread, for the first table of each kind.",
                tables.table_forms(results))
     if results.peers:

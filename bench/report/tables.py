@@ -47,10 +47,12 @@ def shapes(results):
 
 
 def table_shapes(results):
-    rows = [["tables", "command : loop, median", "worst", "the worst", "two threads : one"]]
+    rows = [["tables", "command : loop, median", "worst", "the worst", "two threads : one", "once started",
+             "share of the start"]]
     for found in results.table_shapes["classes"]:
         rows.append([found["name"], f"{found['median']:.2f}", f"{found['worst']:.2f}", found["worst_shape"],
-                     f"{found['two_threads']:.2f}"])
+                     f"{found['two_threads']:.2f}", f"{found['two_threads_once_started']:.2f}",
+                     f"{100 * found['start']:.0f} %"])
     return rows
 
 

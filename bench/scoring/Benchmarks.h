@@ -17,6 +17,8 @@ void RegisterPerCase();
 /// row: one case set field by field, all fields or one between two scores, with the allocations; beside it the tight
 /// loop for its shape, to which the categories are told.
 void RegisterRows();
+/// c_row: the same through the C interface, of documents, one of them with derived inputs.
+void RegisterCRows();
 /// columns: the same cases in columns of every kind.
 void RegisterColumnKinds();
 /// growth_*: how the time for a case goes with the cases of a call, predictors, categories, target categories,

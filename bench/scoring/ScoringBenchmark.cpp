@@ -15,6 +15,7 @@ int main(int count, char** arguments) {
         RegisterWorkloads();
         RegisterPerCase();
         RegisterRows();
+        RegisterCRows();
         RegisterColumnKinds();
         RegisterGrowth();
         RegisterMachineLimits();

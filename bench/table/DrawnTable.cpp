@@ -10,7 +10,7 @@ namespace nbscore::bench {
 namespace {
 
 /// So many cells and numbers a table and its scores have together, which bounds its rows.
-constexpr std::size_t cellsAndNumbers = 8'000'000;
+constexpr std::size_t cellsAndNumbers = 16'000'000;
 
 /// Most words are short.
 std::string DrawWord(Random& random) {

@@ -45,15 +45,24 @@ DrawnTable WriteFiles(const fs::path& folder, TableClass tableClass, unsigned lo
     const DrawnTable drawn = DrawTable(tableClass, random);
     drawn.WriteModel(folder / "model.pmml", random);
     drawn.WriteCases(folder / "cases.csv", random);
+    std::ifstream cases(folder / "cases.csv", std::ios::binary);
+    std::ofstream start(folder / "start.csv", std::ios::binary);
+    std::string line;
+    for (int i = 0; i < 2 && std::getline(cases, line); ++i)
+        start << line << '\n';
     return drawn;
 }
 
 /// Of one drawn table.
 struct Measured {
     std::string shape;
-    /// The loop's processor time by that of the command on one thread, and the command's time by that on two threads.
+    /// The loop's processor time by that of the command on one thread.
     double toLoop = 0.0;
+    /// The command's time on one thread by that on two, in all and without what it takes to score a single row: to start
+    /// and to load the model. What share of the time on one thread that is.
     double ofTwoThreads = 0.0;
+    double ofTwoThreadsOnceStarted = 0.0;
+    double start = 0.0;
     /// Of the command on one thread.
     double rowsPerSecond = 0.0;
 };
@@ -74,16 +83,24 @@ public:
 
         std::vector<double> toLoop;
         std::vector<double> ofThreads;
+        std::vector<double> onceStarted;
+        std::vector<double> starts;
         std::vector<double> seconds;
         for (int round = 0; round < rounds; ++round) {
             const ProcessRun command = RunCommand({"--threads", "1"}, "command.out");
             toLoop.push_back(RunLoop().processorSeconds / command.processorSeconds);
-            ofThreads.push_back(command.seconds / RunCommand({"--threads", "2"}, "threads.out").seconds);
+            const double onThreads = RunCommand({"--threads", "2"}, "threads.out").seconds;
+            const double start = RunCommand({"--threads", "2"}, "start.out", "start.csv").seconds;
+            ofThreads.push_back(command.seconds / onThreads);
+            onceStarted.push_back((command.seconds - start) / (onThreads - start));
+            starts.push_back(start / command.seconds);
             seconds.push_back(command.processorSeconds);
         }
         Measured measured{.shape = drawn.Describe()};
         measured.toLoop = SpreadOf(toLoop).median;
         measured.ofTwoThreads = SpreadOf(ofThreads).median;
+        measured.ofTwoThreadsOnceStarted = SpreadOf(onceStarted).median;
+        measured.start = SpreadOf(starts).median;
         measured.rowsPerSecond = static_cast<double>(drawn.cases) / SpreadOf(seconds).median;
         return measured;
     }
@@ -106,9 +123,10 @@ public:
 
 private:
     /// No file is replaced, so that the time to delete old ones is not measured.
-    ProcessRun RunCommand(const std::vector<std::string>& options, const char* output) const {
+    ProcessRun RunCommand(const std::vector<std::string>& options, const char* output,
+                          const char* table = "cases.csv") const {
         fs::remove(folder / output);
-        std::vector<std::string> words = {NBSCORE_COMMAND_FILE, "score", folder / "model.pmml", folder / "cases.csv",
+        std::vector<std::string> words = {NBSCORE_COMMAND_FILE, "score", folder / "model.pmml", folder / table,
                                           "--quiet"};
         words.insert(words.end(), options.begin(), options.end());
         words.insert(words.end(), {"-o", folder / output});
@@ -125,16 +143,26 @@ private:
     int rounds;
 };
 
+double MedianOf(const std::vector<Measured>& all, double Measured::*number) {
+    std::vector<double> numbers;
+    for (const Measured& measured : all)
+        numbers.push_back(measured.*number);
+    return SpreadOf(numbers).median;
+}
+
 nlohmann::json Report(const char* name, std::vector<Measured> all, const nlohmann::json& forms) {
     std::ranges::sort(all, {}, &Measured::toLoop);
-    std::vector<double> ofThreads;
-    for (const Measured& measured : all)
-        ofThreads.push_back(measured.ofTwoThreads);
     const double median = all[all.size() / 2].toLoop;
-    std::printf("%s: command : loop median %.2f, worst %.2f; two threads : one median %.2f\n", name, median,
-                all.front().toLoop, SpreadOf(ofThreads).median);
+    const double ofTwoThreads = MedianOf(all, &Measured::ofTwoThreads);
+    const double onceStarted = MedianOf(all, &Measured::ofTwoThreadsOnceStarted);
+    const double start = MedianOf(all, &Measured::start);
+    std::printf("%s: command : loop median %.2f, worst %.2f; two threads : one median %.2f, once started %.2f\n", name,
+                median, all.front().toLoop, ofTwoThreads, onceStarted);
+    std::printf("  (to start and to load the model takes %.0f %% of the time on one thread, and is not shared)\n",
+                100.0 * start);
     for (const Measured& measured : all) {
-        std::printf("  %.2f, two threads %.2f, %9.0f rows a second: %s\n", measured.toLoop, measured.ofTwoThreads,
+        std::printf("  %.2f, two threads %.2f, once started %.2f, start %2.0f %%, %9.0f rows a second: %s\n",
+                    measured.toLoop, measured.ofTwoThreads, measured.ofTwoThreadsOnceStarted, 100.0 * measured.start,
                     measured.rowsPerSecond, measured.shape.c_str());
     }
     for (const auto& [form, ratio] : forms.items())
@@ -143,7 +171,9 @@ nlohmann::json Report(const char* name, std::vector<Measured> all, const nlohman
             {"median", median},
             {"worst", all.front().toLoop},
             {"worst_shape", all.front().shape},
-            {"two_threads", SpreadOf(ofThreads).median},
+            {"two_threads", ofTwoThreads},
+            {"two_threads_once_started", onceStarted},
+            {"start", start},
             {"forms", forms}};
 }
 

@@ -20,7 +20,8 @@ struct DerivedInput {
     bool isNumeric;
 };
 
-/// Computes the values of derived inputs from a case's own. A value that the case itself has goes before a computed one.
+/// Computes the values of derived inputs from a case's own. A value that the case itself has goes before a computed
+/// one.
 /// @param take gets the position of each input and its value, null where there is none.
 template <typename Take>
 void ComputeDerived(const ScoreModel& model, const std::vector<DerivedInput>& inputs, const ScoreCaseRecord& record,

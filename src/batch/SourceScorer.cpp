@@ -10,7 +10,7 @@
 #include "batch/ColumnRecord.h"
 #include "batch/DerivedColumns.h"
 #include "batch/SourceColumns.h"
-#include "batch/SourceRow.h"
+#include "batch/SourceRecord.h"
 #include "framework/ModelSelfTables.h"
 #include "framework/SeededHash.h"
 
@@ -93,13 +93,13 @@ struct SourceScorer::Parts {
         return ColumnRecord(std::move(all), bound);
     }
 
-    std::unique_ptr<PreparedRow> MakeRow() const {
+    std::unique_ptr<SourceRow> MakeRow() const {
         std::vector<SourceField> sources;
         std::vector<SourceRow::Field> rowFields;
         for (const Field& field : fields) {
             const bool isSource = field.isSource && !derivedInputs.empty();
             rowFields.push_back(
-                {field.name, TakesTexts(field), field.input, isSource ? std::optional(sources.size()) : std::nullopt});
+                {&field.name, TakesTexts(field), field.input, isSource ? std::optional(sources.size()) : std::nullopt});
             if (isSource) sources.push_back(AsSource(field));
         }
         return std::make_unique<SourceRow>(model, scorer, std::move(rowFields), std::move(sources), derivedInputs);
@@ -243,7 +243,7 @@ void SourceScorer::ScoreInBlocks(std::span<const SourceColumn> table, std::size_
     });
 }
 
-std::unique_ptr<PreparedRow> SourceScorer::MakeRow() const {
+std::unique_ptr<SourceRow> SourceScorer::MakeRow() const {
     return parts->MakeRow();
 }
 

@@ -11,7 +11,7 @@
 #include "batch/AnswerColumns.h"
 #include "batch/BatchScorer.h"
 #include "batch/Column.h"
-#include "batch/PreparedRow.h"
+#include "batch/SourceRow.h"
 #include "framework/ScoreCaseRecord.h"
 #include "framework/ScoreModel.h"
 
@@ -75,11 +75,11 @@ public:
     void ScoreInBlocks(std::span<const SourceColumn> table, std::size_t cases, const BlockAnswers& blocks,
                        LackingFields lacking = LackingFields::Refused) const;
 
-    /// A case to be set field by field and scored by itself, all its values missing. Its fields are those of GetFields(),
-    /// at their positions there, and what derived inputs are computed from is among them: those are computed when the row
-    /// is scored, where a field that they read was set since. A text in a field of numbers is refused
-    /// (std::invalid_argument), except by the standard's rule. This must outlive the row.
-    std::unique_ptr<PreparedRow> MakeRow() const;
+    /// A case to be set field by field and scored by itself, all its values missing. Its fields are those of
+    /// GetFields(), at their positions there, and what derived inputs are computed from is among them: those are
+    /// computed when the row is scored, where a field that they read was set since. A text in a field of numbers is
+    /// refused (std::invalid_argument), except by the standard's rule. This must outlive the row.
+    std::unique_ptr<SourceRow> MakeRow() const;
 
     /// The cases of a table one by one.
     class Cases;

@@ -150,6 +150,7 @@ ArrowCases::ArrowCases(const ArrowSchema& schema, const ArrowArray& array,
         if (ofColumn->name == nullptr || !isRead(ofColumn->name)) continue;
         const Range range{static_cast<std::size_t>(array.offset) + static_cast<std::size_t>(column->offset), size};
         const ColumnReader reader(ofColumn->name, *ofColumn, *column, range);
+        if (column->release == nullptr) reader.Refuse("was released");
         if (!IsSensible(*column)) reader.Refuse("has an impossible length or offset");
         if (column->length < array.offset + array.length) {
             reader.Refuse("has " + std::to_string(column->length) + " values for " +

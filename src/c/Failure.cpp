@@ -79,7 +79,20 @@ std::unique_ptr<OwnedError> CopyException() {
     }
 }
 
+/// Never null.
+nbscore_error* MakeErrorOfException() noexcept {
+    try {
+        return CopyException().release();
+    } catch (...) {
+        return const_cast<nbscore_error*>(&outOfMemory);
+    }
+}
+
 }  // namespace
+
+void RefuseNull(const char* name) {
+    throw BadArgument(std::string(name) + " is null.");
+}
 
 void RequireChoice(std::int32_t choice, std::int32_t last, const char* name) {
     if (choice >= 0 && choice <= last) return;
@@ -97,12 +110,15 @@ void RequireKnownOptions(const void* options, std::size_t givenSize, std::size_t
     throw BadArgument("The options ask for what only a newer version of this library knows.");
 }
 
-nbscore_error* MakeErrorOfException() noexcept {
-    try {
-        return CopyException().release();
-    } catch (...) {
-        return const_cast<nbscore_error*>(&outOfMemory);
+std::int32_t GiveErrorOfException(nbscore_error** error) noexcept {
+    nbscore_error* const failure = MakeErrorOfException();
+    const std::int32_t kind = failure->kind;
+    if (error != nullptr) {
+        *error = failure;
+    } else {
+        nbscore_error_free(failure);
     }
+    return kind;
 }
 
 }  // namespace nbscore

@@ -24,10 +24,12 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+[[noreturn]] void RefuseNull(const char* name);
+
 /// Throws BadArgument for a null pointer.
 template <typename Object>
 Object& RequireArgument(Object* argument, const char* name) {
-    if (argument == nullptr) throw BadArgument(std::string(name) + " is null.");
+    if (argument == nullptr) RefuseNull(name);
     return *argument;
 }
 
@@ -47,8 +49,9 @@ Options TakeOptions(const Options* given, const Options& usual) {
     return *given;
 }
 
-/// The exception that is being handled, as an error; never null. It needs no memory where there is none.
-nbscore_error* MakeErrorOfException() noexcept;
+/// Makes an error of the exception that is being handled, and answers its kind. It needs no memory where there is none.
+/// @param error may be null; out.
+std::int32_t GiveErrorOfException(nbscore_error** error) noexcept;
 
 /// Does the work of a call, and answers what the call returns.
 /// @param error may be null; out.
@@ -59,14 +62,7 @@ std::int32_t Guarded(nbscore_error** error, const Work& work) noexcept {
         work();
         return NBSCORE_OK;
     } catch (...) {
-        nbscore_error* const failure = MakeErrorOfException();
-        const std::int32_t kind = failure->kind;
-        if (error != nullptr) {
-            *error = failure;
-        } else {
-            nbscore_error_free(failure);
-        }
-        return kind;
+        return GiveErrorOfException(error);
     }
 }
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "batch/PreparedRow.h"
+#include "batch/SourceRow.h"
 #include "c/Failure.h"
 #include "c/OpenModel.h"
 #include "c/nbscore.h"
@@ -19,7 +19,7 @@ static_assert(NBSCORE_MISSING == MCMV::gMissingValue);
 struct nbscore_row {
     /// The row borrows from it.
     std::shared_ptr<const nbscore::OpenModel> model;
-    std::unique_ptr<nbscore::PreparedRow> row;
+    std::unique_ptr<nbscore::SourceRow> row;
 };
 
 namespace nbscore {
@@ -29,19 +29,29 @@ const char* NameAt(const std::vector<std::string>& names, std::size_t position) 
     return position < names.size() ? names[position].c_str() : nullptr;
 }
 
+/// Within a handler: throws what setting a field threw as an error of its caller. Apart, so that setting needs no room
+/// for it.
+[[noreturn]] void RethrowOfField(std::size_t field) {
+    try {
+        throw;
+    } catch (const BadArgument&) {
+        throw;
+    } catch (const std::out_of_range&) {
+        throw BadArgument("There is no field " + std::to_string(field) + ".");
+    } catch (const std::invalid_argument& misfit) {
+        throw BadCases(misfit.what());
+    }
+}
+
 /// Sets a field of a row.
 template <typename Work>
 std::int32_t SetField(nbscore_row* row, std::size_t field, nbscore_error** error, const Work& set) {
     return Guarded(error, [&] {
-        PreparedRow& prepared = *RequireArgument(row, "row").row;
+        SourceRow& prepared = *RequireArgument(row, "row").row;
         try {
             set(prepared);
-        } catch (const BadArgument&) {
-            throw;
-        } catch (const std::out_of_range&) {
-            throw BadArgument("There is no field " + std::to_string(field) + ".");
-        } catch (const std::invalid_argument& misfit) {
-            throw BadCases(misfit.what());
+        } catch (...) {
+            RethrowOfField(field);
         }
     });
 }
@@ -83,7 +93,7 @@ const char* nbscore_answer_name(const nbscore_model* model, size_t position) {
 }
 
 int32_t nbscore_row_set_text(nbscore_row* row, size_t field, const char* text, size_t size, nbscore_error** error) {
-    return nbscore::SetField(row, field, error, [&](nbscore::PreparedRow& prepared) {
+    return nbscore::SetField(row, field, error, [&](nbscore::SourceRow& prepared) {
         if (size != 0) nbscore::RequireArgument(text, "text");
         prepared.SetText(field, size == 0 ? std::string_view() : std::string_view(text, size));
     });
@@ -91,11 +101,11 @@ int32_t nbscore_row_set_text(nbscore_row* row, size_t field, const char* text, s
 
 int32_t nbscore_row_set_number(nbscore_row* row, size_t field, double number, nbscore_error** error) {
     return nbscore::SetField(row, field, error,
-                             [&](nbscore::PreparedRow& prepared) { prepared.SetNumber(field, number); });
+                             [&](nbscore::SourceRow& prepared) { prepared.SetNumber(field, number); });
 }
 
 int32_t nbscore_row_set_missing(nbscore_row* row, size_t field, nbscore_error** error) {
-    return nbscore::SetField(row, field, error, [&](nbscore::PreparedRow& prepared) { prepared.SetMissing(field); });
+    return nbscore::SetField(row, field, error, [&](nbscore::SourceRow& prepared) { prepared.SetMissing(field); });
 }
 
 int32_t nbscore_row_score(nbscore_row* row, nbscore_answer* answer, nbscore_error** error) {

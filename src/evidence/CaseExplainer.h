@@ -56,8 +56,8 @@ public:
     void Explain(const ScoreCaseRecord& record, std::size_t classifier, const AskedPair& pair, Evidence& evidence,
                  Memory& memory, bool derivedInRecord = false) const;
     /// Explains the case that this memory was used for last, for another classifier: its derived fields are not
-    /// computed again. On the same thread, which has scored and explained nothing else since, while the record is as it was.
-    /// Throws std::logic_error where no case was explained.
+    /// computed again. On the same thread, which has scored and explained nothing else since, while the record is
+    /// as it was. Throws std::logic_error where no case was explained.
     void ExplainAnother(std::size_t classifier, const AskedPair& pair, Evidence& evidence, Memory& memory) const;
 
     const EvidenceTables& GetTables() const { return *tables; }

@@ -17,9 +17,9 @@ struct AddedColumn {
 
     std::string name;
     Content content;
-    /// Which one: of the outputs, or of the sub-models that a row shows. Of posterior probabilities 0 is the confidence,
-    /// and behind it stand those of the target's categories. Of assessments 0 is the mean, 1 the standard deviation; both
-    /// are always shown. Of reasons three belong together: the predictor, its value, its weight.
+    /// Which one: of the outputs, or of the sub-models that a row shows. Of posterior probabilities 0 is the
+    /// confidence, and behind it stand those of the target's categories. Of assessments 0 is the mean, 1 the standard
+    /// deviation; both are always shown. Of reasons three belong together: the predictor, its value, its weight.
     std::size_t number = 0;
 };
 

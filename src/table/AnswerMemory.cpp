@@ -17,6 +17,9 @@ constexpr std::size_t leastShare = 8;
 /// While it fills, fewer are found; where of so many cases less than this share repeats, more will hardly do later.
 constexpr std::size_t casesOfTrial = 2048;
 constexpr std::size_t leastShareInTrial = 64;
+/// Until it is known whether cases repeat, long texts are not worth their memory: of the other cases it is only noted
+/// that they were there.
+constexpr std::size_t mostTextBytesInTrial = std::size_t{256} << 10;
 
 }  // namespace
 
@@ -83,9 +86,11 @@ void AnswerMemory::Find(std::span<const FactorRow> rows, std::span<std::optional
         known[i].reset();
         const std::optional<std::size_t> slot = SlotOf(places[i], rows.subspan(i * keyLength, keyLength));
         if (!slot || slots[*slot] == noAnswer) continue;
-        known[i] = answers[slots[*slot]];
-        hwy::Prefetch(texts.data() + known[i]->begin);
         ++found;
+        const Answer& answer = answers[slots[*slot]];
+        if (answer.begin == noText) continue;
+        known[i] = answer;
+        hwy::Prefetch(texts.data() + answer.begin);
     }
     asked += known.size();
 }
@@ -93,10 +98,16 @@ void AnswerMemory::Find(std::span<const FactorRow> rows, std::span<std::optional
 void AnswerMemory::Keep(std::span<const FactorRow> rows, std::string_view text, bool hasNonFiniteNumber) {
     if (IsFull()) return;
     const std::optional<std::size_t> slot = SlotOf(PlaceOf(rows), rows);
-    if (!slot || slots[*slot] != noAnswer) return;
-    slots[*slot] = static_cast<std::uint32_t>(answers.size());
-    answers.push_back({texts.size(), text.size(), hasNonFiniteNumber});
-    keys.insert(keys.end(), rows.begin(), rows.end());
+    if (!slot) return;
+    if (slots[*slot] == noAnswer) {
+        slots[*slot] = static_cast<std::uint32_t>(answers.size());
+        answers.push_back({});
+        keys.insert(keys.end(), rows.begin(), rows.end());
+    }
+    Answer& answer = answers[slots[*slot]];
+    const bool isOnTrial = !wasFull && asked < casesOfTrial;
+    if (answer.begin != noText || (isOnTrial && texts.size() + text.size() > mostTextBytesInTrial)) return;
+    answer = {texts.size(), text.size(), hasNonFiniteNumber};
     texts += text;
 }
 

@@ -17,8 +17,10 @@ namespace nbscore {
 /// numbers takes longer than anything else. Of bounded size. Used by one thread.
 class AnswerMemory {
 public:
+    /// In place of where an answer's text begins: only the case was noted.
+    static constexpr std::size_t noText = ~std::size_t{0};
     struct Answer {
-        std::size_t begin = 0;
+        std::size_t begin = noText;
         std::size_t length = 0;
         bool hasNonFiniteNumber = false;
     };

@@ -142,8 +142,19 @@ ScoredCase BatchCases::GetCase(std::size_t entry) {
     return scored;
 }
 
-bool BatchCases::HasNonFiniteNumber(std::size_t entry) const {
-    return !areAllFinite && !AreAllFinite(GetNumbers(entry));
+ScoredBatch BatchCases::GetBatch() const {
+    ScoredBatch batch;
+    batch.numbers = numbers;
+    batch.numbersOfCase = numbers.empty() ? 0 : numbersOfCase;
+    if (isSet) return batch;
+    batch.predictions = parts->predictions;
+    batch.predicted = predicted;
+    batch.confidence = confidence;
+    return batch;
+}
+
+bool BatchCases::FindNonFiniteNumber(std::size_t entry) const {
+    return !AreAllFinite(GetNumbers(entry));
 }
 
 }  // namespace nbscore

@@ -12,6 +12,7 @@
 #include "batch/BatchEngine.h"
 #include "factors/FactorRow.h"
 #include "framework/ScoreModel.h"
+#include "table/CsvBatchWriter.h"
 #include "table/ModelResults.h"
 
 namespace nbscore {
@@ -42,8 +43,10 @@ public:
     void Score(std::span<const std::span<const FactorRow>> rows, std::size_t cases);
     /// The result of a case, until the next call.
     ScoredCase GetCase(std::size_t entry);
+    /// The results of all cases, until the next call.
+    ScoredBatch GetBatch() const;
     /// Whether one of its numbers is not finite.
-    bool HasNonFiniteNumber(std::size_t entry) const;
+    bool HasNonFiniteNumber(std::size_t entry) const { return !areAllFinite && FindNonFiniteNumber(entry); }
 
 private:
     /// What copies share.
@@ -57,6 +60,7 @@ private:
     };
 
     BatchCases(const ScoreModel& model, bool onlyPrediction);
+    bool FindNonFiniteNumber(std::size_t entry) const;
     std::span<const double> GetNumbers(std::size_t entry) const;
 
     std::shared_ptr<const Parts> parts;

@@ -13,12 +13,12 @@ constexpr std::size_t mostTextToKeep = 4 * BlockScorer::longText;
 
 }  // namespace
 
-BlockPipeline::BlockPipeline(std::vector<std::unique_ptr<BlockScorer>> blockScorers, std::string sourceName,
+BlockPipeline::BlockPipeline(std::span<const std::unique_ptr<BlockScorer>> blockScorers, std::string sourceName,
                              char delimiter, HandOn onScores)
     : source(std::move(sourceName)),
       cellDelimiter(delimiter),
       handOn(std::move(onScores)),
-      scorers(std::move(blockScorers)),
+      scorers(blockScorers),
       slots(blocksPerThread * scorers.size()) {
     StartThreads();
 }
@@ -42,15 +42,22 @@ BlockPipeline::~BlockPipeline() {
     {
         const std::lock_guard lock(mutex);
         isEnding = true;
+        WakeAll();
     }
-    changed.notify_all();
     for (std::thread& thread : threads)
         thread.join();
 }
 
+void BlockPipeline::WakeAll() {
+    hasBlock.notify_all();
+    hasTurn.notify_all();
+    hasRoom.notify_all();
+}
+
+/// Who has to wait waits until there is room for several blocks: to be woken for each would take longer than to bring it.
 TableBlock& BlockPipeline::Begin() {
     std::unique_lock lock(mutex);
-    changed.wait(lock, [this] { return failure != nullptr || submitted - handedOn < slots.size(); });
+    if (!IsRoomFor(1)) hasRoom.wait(lock, [this] { return failure != nullptr || IsRoomFor(scorers.size()); });
     ThrowFailure();
     return SlotOf(submitted).block;
 }
@@ -60,12 +67,12 @@ void BlockPipeline::Submit() {
         const std::lock_guard lock(mutex);
         ++submitted;
     }
-    changed.notify_all();
+    hasBlock.notify_one();
 }
 
 void BlockPipeline::Finish() {
     std::unique_lock lock(mutex);
-    changed.wait(lock, [this] { return failure != nullptr || handedOn == submitted; });
+    hasRoom.wait(lock, [this] { return failure != nullptr || handedOn == submitted; });
     ThrowFailure();
 }
 
@@ -84,7 +91,7 @@ void BlockPipeline::Work(BlockScorer& scorer, CsvRowReader& rows) {
 
 bool BlockPipeline::Take(std::uint64_t& number) {
     std::unique_lock lock(mutex);
-    changed.wait(lock, [this] { return isEnding || failure != nullptr || taken < submitted; });
+    hasBlock.wait(lock, [this] { return isEnding || failure != nullptr || taken < submitted; });
     if (isEnding || failure != nullptr) return false;
     number = taken++;
     return true;
@@ -107,7 +114,7 @@ std::exception_ptr BlockPipeline::Score(BlockScorer& scorer, CsvRowReader& rows,
 void BlockPipeline::HandOnPart(std::uint64_t number, BlockScores& scores) {
     {
         std::unique_lock lock(mutex);
-        changed.wait(lock,
+        hasTurn.wait(lock,
                      [this, number] { return isEnding || failure != nullptr || (handedOn == number && !isHandingOn); });
         if (isEnding || failure != nullptr) throw Dropped();
     }
@@ -149,7 +156,12 @@ void BlockPipeline::HandOnScores(std::unique_lock<std::mutex>& lock, Slot& slot,
     slot.isDone = false;
     failure = thrown;
     ++handedOn;
-    changed.notify_all();
+    if (failure != nullptr) {
+        WakeAll();
+        return;
+    }
+    hasTurn.notify_all();
+    if (IsRoomFor(scorers.size()) || handedOn == submitted) hasRoom.notify_one();
 }
 
 }  // namespace nbscore

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <span>
 #include <string>
 #include <thread>
 #include <vector>
@@ -27,10 +28,10 @@ public:
     /// block's failure.
     using HandOn = std::function<void(const BlockScores&)>;
 
-    /// @param blockScorers one for each thread; at least one. Where the system starts fewer threads, some are not used.
-    ///     Throws the system's error when it starts none.
+    /// @param blockScorers one for each thread, borrowed; at least one. Where the system starts fewer threads, some are
+    ///     not used. Throws the system's error when it starts none.
     /// @param sourceName, delimiter as for CsvRowReader.
-    BlockPipeline(std::vector<std::unique_ptr<BlockScorer>> blockScorers, std::string sourceName, char delimiter,
+    BlockPipeline(std::span<const std::unique_ptr<BlockScorer>> blockScorers, std::string sourceName, char delimiter,
                   HandOn onScores);
     /// Drops what has not been handed on.
     ~BlockPipeline();
@@ -43,8 +44,6 @@ public:
     void Submit();
     /// Waits until all blocks are handed on. Throws as Begin.
     void Finish();
-    /// What scored the blocks; to be asked for after Finish alone.
-    const std::vector<std::unique_ptr<BlockScorer>>& GetScorers() const { return scorers; }
 
 private:
     struct Slot {
@@ -58,6 +57,7 @@ private:
     struct Dropped {};
 
     Slot& SlotOf(std::uint64_t number) { return slots[number % slots.size()]; }
+    bool IsRoomFor(std::size_t blocks) const { return submitted - handedOn + blocks <= slots.size(); }
     void StartThreads();
     void Work(BlockScorer& scorer, CsvRowReader& rows);
     bool Take(std::uint64_t& number);
@@ -66,16 +66,21 @@ private:
     bool MayHandOn() const { return !isHandingOn && !isEnding && failure == nullptr; }
     void HandOnDone(std::uint64_t number, BlockScores& scores, const std::exception_ptr& thrown);
     void HandOnScores(std::unique_lock<std::mutex>& lock, Slot& slot, const BlockScores& scores);
+    void WakeAll();
     void ThrowFailure() const;
 
     std::string source;
     char cellDelimiter;
     HandOn handOn;
-    std::vector<std::unique_ptr<BlockScorer>> scorers;
+    std::span<const std::unique_ptr<BlockScorer>> scorers;
     std::vector<CsvRowReader> readers;
 
     std::mutex mutex;
-    std::condition_variable changed;
+    /// What a thread that scores waits for, what one that waits for its turn to hand on, and what the thread that
+    /// brings blocks: to wake one that has to wait on takes time from the others.
+    std::condition_variable hasBlock;
+    std::condition_variable hasTurn;
+    std::condition_variable hasRoom;
     std::vector<Slot> slots;
     /// Blocks are numbered in order; all below these numbers are submitted, taken by a thread, handed on.
     std::uint64_t submitted = 0;

@@ -163,6 +163,7 @@ BatchBlockScorer::BatchBlockScorer(const BatchCases& batchScorer, CaseCoder case
     : batch(batchScorer),
       coder(std::move(caseCoder)),
       writer(std::move(scoreWriter)),
+      batchWriter(reasonSearch ? nullptr : writer->MakeBatchWriter()),
       copiesRows(copiesInput),
       numColumns(columnsOfTable),
       numReaders(batch.GetFieldsOfReaders().size()),
@@ -177,11 +178,12 @@ BatchBlockScorer::BatchBlockScorer(const BatchCases& batchScorer, CaseCoder case
 
 void BatchBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) {
     while (ReadCases(rows)) {
-        ScoreCases(asksMemory ? RecallAnswers() : waitingCases.size());
-        for (std::size_t i = 0; i < waitingCases.size(); ++i) {
+        ScoreCases(asksMemory ? RecallAnswers() : cases.Count());
+        for (std::size_t i = 0; i < cases.Count();) {
             const std::size_t textBefore = scores.text.size();
-            AppendCase(i, scores);
-            watch.Step(1 + (scores.text.size() - textBefore) / bytesPerStep);
+            const std::size_t appended = AppendCases(i, scores);
+            i += appended;
+            watch.Step(appended + (scores.text.size() - textBefore) / bytesPerStep);
             if (scores.text.size() >= longText) onLongText(scores);
         }
     }
@@ -208,13 +210,16 @@ bool BatchBlockScorer::ReadCases(CsvRowReader& rows) {
 
 void BatchBlockScorer::ReadRows(CsvRowReader& rows) {
     cases.lines.clear();
-    waitingCases.clear();
+    asWritten.clear();
     rows.ForgetRows();
-    while (cases.Count() < casesAtOnce && rows.ReadRowBehind()) {
+    while (cases.Count() < casesAtOnce) {
+        if (rows.ReadPlainRowsBehind(casesAtOnce - cases.Count(), numColumns, asWritten, cases.lines) > 0) continue;
+        if (!rows.ReadRowBehind()) break;
         coder.RequireAllCells(rows.CountCells(), rows.GetRowLine());
-        waitingCases.push_back({copiesRows ? rows.GetAsWritten() : std::string_view(), cases.Count()});
+        asWritten.push_back(rows.GetAsWritten());
         cases.lines.push_back(rows.GetRowLine());
     }
+    if (!copiesRows) std::ranges::fill(asWritten, std::string_view());
 }
 
 /// Of a case that is to be scored. Valid until the next call.
@@ -228,12 +233,13 @@ std::span<const FactorRow> BatchBlockScorer::GetRowsOf(std::size_t number) {
 
 /// Tells how many cases are to be scored.
 std::size_t BatchBlockScorer::RecallAnswers() {
-    remembered.assign(waitingCases.size(), std::nullopt);
+    remembered.assign(cases.Count(), std::nullopt);
+    positions.resize(cases.Count());
     memory.Find(rowsOfCases, remembered);
     std::size_t numToScore = 0;
-    for (std::size_t i = 0; i < waitingCases.size(); ++i) {
+    for (std::size_t i = 0; i < cases.Count(); ++i) {
         if (remembered[i]) continue;
-        waitingCases[i].scored = numToScore;
+        positions[i] = numToScore;
         const std::span<const FactorRow> ofCase = GetRowsOf(i);
         for (std::size_t reader = 0; reader < numReaders; ++reader)
             rowsToScore[reader * pitch + numToScore] = ofCase[reader];
@@ -249,19 +255,36 @@ void BatchBlockScorer::ScoreCases(std::size_t count) {
     batch.Score(listsToScore, count);
 }
 
+/// Appends some cases, at least one, and tells how many.
+std::size_t BatchBlockScorer::AppendCases(std::size_t first, BlockScores& scores) {
+    if (batchWriter == nullptr || asksMemory || asWritten[first].empty()) {
+        AppendCase(first, scores);
+        return 1;
+    }
+    const std::span<const std::string_view> rest = std::span(asWritten).subspan(first);
+    const auto end = std::ranges::find_if(rest, &std::string_view::empty);
+    const std::size_t count =
+        batchWriter->Append(scores.text, {rest.begin(), end}, batch.GetBatch().From(first), longText);
+    scores.rows += count;
+    for (std::size_t i = first; i < first + count; ++i) {
+        if (batch.HasNonFiniteNumber(i)) scores.NoteNonFinite(cases.lines[i]);
+    }
+    return count;
+}
+
 void BatchBlockScorer::AppendCase(std::size_t number, BlockScores& scores) {
-    const WaitingCase& waiting = waitingCases[number];
     inputCells.clear();
-    if (waiting.asWritten.empty()) cases.rows.ListCells(number, inputCells);
-    const InputRow input{inputCells, waiting.asWritten};
+    if (asWritten[number].empty()) cases.rows.ListCells(number, inputCells);
+    const InputRow input{inputCells, asWritten[number]};
     ++scores.rows;
     if (writer->HasScoresBehindInput()) {
         writer->AppendInput(scores.text, input);
         AppendScores(number, scores);
         return;
     }
-    writer->AppendCase(scores.text, input, batch.GetCase(waiting.scored));
-    if (batch.HasNonFiniteNumber(waiting.scored)) scores.NoteNonFinite(cases.lines[number]);
+    const std::size_t position = GetPositionOf(number);
+    writer->AppendCase(scores.text, input, batch.GetCase(position));
+    if (batch.HasNonFiniteNumber(position)) scores.NoteNonFinite(cases.lines[number]);
 }
 
 void BatchBlockScorer::AppendScores(std::size_t number, BlockScores& scores) {
@@ -277,11 +300,11 @@ void BatchBlockScorer::AppendScores(std::size_t number, BlockScores& scores) {
 }
 
 void BatchBlockScorer::AppendNewScores(std::size_t number, BlockScores& scores) {
-    const WaitingCase& waiting = waitingCases[number];
+    const std::size_t position = GetPositionOf(number);
     const std::size_t begin = scores.text.size();
-    const ScoredCase scored = batch.GetCase(waiting.scored);
+    const ScoredCase scored = batch.GetCase(position);
     writer->AppendScores(scores.text, scored);
-    const bool hasNonFiniteNumber = batch.HasNonFiniteNumber(waiting.scored);
+    const bool hasNonFiniteNumber = batch.HasNonFiniteNumber(position);
     if (hasNonFiniteNumber) scores.NoteNonFinite(cases.lines[number]);
     if (reasons) reasons->Find(GetRowsOf(number), scored.probabilities);
     if (!asksMemory) return;

@@ -122,25 +122,22 @@ public:
     const CaseCounts& GetCounts() const override { return coder.GetCounts(); }
 
 private:
-    /// What else is known of a row that was read and not written yet.
-    struct WaitingCase {
-        std::string_view asWritten;
-        /// Its position among the cases to be scored, unless its answer is remembered.
-        std::size_t scored;
-    };
-
     bool ReadCases(CsvRowReader& rows);
     void ReadRows(CsvRowReader& rows);
     std::size_t RecallAnswers();
     void ScoreCases(std::size_t count);
+    std::size_t AppendCases(std::size_t first, BlockScores& scores);
     void AppendCase(std::size_t number, BlockScores& scores);
     void AppendScores(std::size_t number, BlockScores& scores);
     void AppendNewScores(std::size_t number, BlockScores& scores);
     std::span<const FactorRow> GetRowsOf(std::size_t number);
+    std::size_t GetPositionOf(std::size_t number) const { return asksMemory ? positions[number] : number; }
 
     BatchCases batch;
     CaseCoder coder;
     std::unique_ptr<ScoreWriter> writer;
+    /// Null where cases are written one by one.
+    std::unique_ptr<CsvBatchWriter> batchWriter;
     bool copiesRows;
     std::size_t numColumns;
     std::size_t numReaders;
@@ -155,10 +152,11 @@ private:
     TableCases cases;
     /// Of a case that is written cell by cell.
     std::vector<std::string_view> inputCells;
-    /// One for each of the cases.
-    std::vector<WaitingCase> waitingCases;
-    /// What is remembered of each case, where the memory is asked.
+    /// Of each case; empty where that is not known (InputRow).
+    std::vector<std::string_view> asWritten;
+    /// What is remembered of each case, and else its position among the cases to be scored, where the memory is asked.
     std::vector<std::optional<AnswerMemory::Answer>> remembered;
+    std::vector<std::size_t> positions;
     /// Factor rows, one for each reader: case by case where the memory is asked, else of one case.
     std::vector<FactorRow> rowsOfCases;
     /// Factor rows of the cases to be scored, reader by reader.

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <memory>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -35,10 +35,11 @@ inline std::uint64_t LoadEightBytes(const char* bytes) {
     return word;
 }
 
-/// Remembers the latest short texts.
+/// Remembers the latest short texts. As long as they are few, each has a place of its own among few places, which
+/// stay in the first cache.
 class CellMemory {
 public:
-    CellMemory() : pairs(std::make_unique<std::array<Pair, numPairs>>()) {}
+    CellMemory() : latest(fewestPlaces) {}
 
     /// Longer texts are not remembered.
     static constexpr std::size_t longestText = 15;
@@ -46,29 +47,28 @@ public:
     /// The factor row that was kept for the text, if it is among the latest. Empty texts may be known to be missing
     /// values from the beginning.
     FactorRow Find(std::string_view text) const {
-        if (const FactorRow row = FindLatest(text); row != notKept || text.size() > longestText) return row;
+        if (const FactorRow row = FindLatest(text); row != notKept || text.size() > longestText || other.empty())
+            return row;
         const Key key = KeyOf(text);
-        const Pair& pair = (*pairs)[PlaceOf(key)];
-        return IsSame(pair.other.key, key) ? pair.other.row : notKept;
+        const Entry& entry = other[PlaceOf(key)];
+        return IsSame(entry.key, key) ? entry.row : notKept;
     }
     /// The same, faster, but finds only the later one of two texts of the same place.
     FactorRow FindLatest(std::string_view text) const {
         if (text.size() > longestText) return notKept;
         const Key key = KeyOf(text);
-        const Entry& latest = (*pairs)[PlaceOf(key)].latest;
-        return latest.row | (FactorRow{IsSame(latest.key, key)} - 1);
+        const Entry& entry = latest.data()[PlaceOf(key)];
+        return entry.row | (FactorRow{IsSame(entry.key, key)} - 1);
     }
     void Keep(std::string_view text, FactorRow row) {
         if (text.size() > longestText) return;
-        const Key key = KeyOf(text);
-        Pair& pair = (*pairs)[PlaceOf(key)];
-        pair.other = pair.latest;
-        pair.latest = {key, row};
+        Keep(Entry{KeyOf(text), row});
     }
 
 private:
-    static constexpr int bitsOfPlace = 10;
-    static constexpr std::size_t numPairs = std::size_t{1} << bitsOfPlace;
+    static constexpr std::size_t fewestPlaces = 64;
+    static constexpr std::size_t mostPlaces = 1024;
+    static constexpr int triesToArrange = 16;
 
     /// The bytes of the text, zeros, and in the last byte its length. A new one is that of the empty text.
     struct Key {
@@ -79,14 +79,9 @@ private:
         Key key;
         FactorRow row = missingRow;
     };
-    /// Two texts of the same place; else two frequent ones could drive each other out for ever.
-    struct alignas(64) Pair {
-        Entry latest;
-        Entry other;
-    };
 
-    static bool IsSame(const Key& one, const Key& other) {
-        return ((one.front ^ other.front) | (one.back ^ other.back)) == 0;
+    static bool IsSame(const Key& one, const Key& another) {
+        return ((one.front ^ another.front) | (one.back ^ another.back)) == 0;
     }
     static Key KeyOf(std::string_view text) {
         static constexpr std::array<Key, longestText + 1> masks = [] {
@@ -101,12 +96,58 @@ private:
         return {LoadEightBytes(text.data()) & mask.front,
                 (LoadEightBytes(text.data() + 8) & mask.back) | std::uint64_t{text.size()} << 56};
     }
-    static std::size_t PlaceOf(const Key& key) {
-        const std::uint64_t mixed = (key.front ^ std::rotl(key.back, 29)) * 0x9E3779B97F4A7C15U;
-        return static_cast<std::size_t>(mixed >> (64 - bitsOfPlace));
+    std::size_t PlaceOf(const Key& key) const {
+        return static_cast<std::size_t>(((key.front ^ std::rotl(key.back, 29)) * multiplier) >> shift);
     }
 
-    std::unique_ptr<std::array<Pair, numPairs>> pairs;
+    void Keep(const Entry& entry) {
+        if (Place(entry)) return;
+        if (other.empty()) {
+            Arrange(entry);
+            return;
+        }
+        Entry& taken = latest[PlaceOf(entry.key)];
+        other[PlaceOf(entry.key)] = taken;
+        taken = entry;
+    }
+    /// False where another text has the place.
+    bool Place(const Entry& entry) {
+        Entry& place = latest[PlaceOf(entry.key)];
+        if (!IsSame(place.key, Key()) && !IsSame(place.key, entry.key)) return false;
+        place = entry;
+        return true;
+    }
+    /// Gives each text a place of its own, the new one included, by another multiplier or among more places. Where
+    /// there are too many texts for that, each has its place among the most, and shares it with the next one of that
+    /// place: else two frequent ones could drive each other out for ever.
+    void Arrange(const Entry& added) {
+        std::vector<Entry> entries = {added};
+        for (const Entry& entry : latest) {
+            if (!IsSame(entry.key, Key())) entries.push_back(entry);
+        }
+        for (;; latest.resize(4 * latest.size()), shift -= 2) {
+            const bool isLikely = entries.size() * entries.size() <= 4 * latest.size();
+            for (int i = 0; i < triesToArrange && isLikely; ++i) {
+                if (PlaceAll(entries)) return;
+            }
+            if (latest.size() == mostPlaces) break;
+        }
+        other.resize(mostPlaces);
+        std::ranges::fill(latest, Entry());
+        for (const Entry& entry : entries)
+            Keep(entry);
+    }
+    bool PlaceAll(const std::vector<Entry>& entries) {
+        multiplier = multiplier * 0x5851F42D4C957F2DU + 2;  // stays odd
+        std::ranges::fill(latest, Entry());
+        return std::ranges::all_of(entries, [this](const Entry& entry) { return Place(entry); });
+    }
+
+    std::vector<Entry> latest;
+    /// Those that had the place before; none as long as each text has a place of its own.
+    std::vector<Entry> other;
+    std::uint64_t multiplier = 0x9E3779B97F4A7C15U;
+    int shift = 64 - std::countr_zero(fewestPlaces);
 };
 
 /// Remembers the whole numbers from 0 up to a bound: a column of them may hold far more different ones.

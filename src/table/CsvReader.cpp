@@ -56,6 +56,31 @@ bool CsvRowReader::ReadRowBehind() {
     return true;
 }
 
+std::size_t CsvRowReader::ReadPlainRowsBehind(std::size_t most, std::size_t numCells,
+                                              std::vector<std::string_view>& rowsAsWritten,
+                                              std::vector<std::uint64_t>& lines) {
+    if (scanner.HasQuotes()) return 0;
+    const std::string_view bytes = block->GetBytes();
+    std::size_t count = 0;
+    for (; count < most && nextRowEnd < numRowEnds; ++count, ++nextRowEnd) {
+        const std::size_t last = foundLast + rowEnds[nextRowEnd];
+        const std::size_t nextRow = marks[last] + LengthOfMark(bytes, marks[last]);
+        const bool isTooLong = nextRow - nextRowBegin > maxRowBytes;
+        if (last + 1 - endOfCells != numCells || nextRow > soundText.position || isTooLong) break;
+        rowCells = endOfCells;
+        endOfCells = last + 1;
+        rowBegin = nextRowBegin;
+        nextRowBegin = nextRow;
+        beforeRows.push_back(static_cast<std::uint32_t>(rowBegin) - 1);
+        asWritten = mayHoldByteOrderMarks ? std::string_view() : Between(bytes, rowBegin, marks[last]);
+        rowsAsWritten.push_back(asWritten);
+        rowLine = nextLine++;
+        lines.push_back(rowLine);
+    }
+    if (count > 0) texts.clear();
+    return count;
+}
+
 /// False at the end of the block, and where it has a fault.
 bool CsvRowReader::FindMoreMarks() {
     // Those of rows that are forgotten make room.

@@ -46,6 +46,10 @@ public:
     }
     /// The same, and keeps the cells of the rows before.
     bool ReadRowBehind();
+    /// The same for many rows at once, up to the first one that may have a fault or quotes, or has another number of
+    /// cells. Appends of each what GetAsWritten and GetRowLine would give; answers how many there were.
+    std::size_t ReadPlainRowsBehind(std::size_t most, std::size_t numCells,
+                                    std::vector<std::string_view>& rowsAsWritten, std::vector<std::uint64_t>& lines);
     void ForgetRows() {
         keptCells = rowCells = endOfCells;
         beforeRows.clear();

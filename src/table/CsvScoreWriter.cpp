@@ -174,6 +174,28 @@ void CsvScoreWriter::AppendScores(std::string& text, const ScoredCase& scored) {
     AppendRow(text, scored, ranking.Rank(scored.scores));
 }
 
+std::unique_ptr<CsvBatchWriter> CsvScoreWriter::MakeBatchWriter() const {
+    if (!hasInputColumns || numbersNeedQuotes || numReasons > 0) return nullptr;
+    CsvBatchWriter::AddedColumns added;
+    for (const Columns& some : columns) {
+        switch (some.content) {
+            case Content::Prediction:
+                added.hasPrediction = true;
+                break;
+            case Content::Posterior:
+                added.hasConfidence = true;
+                added.numbers = some.count - 1;
+                break;
+            case Content::Score:
+                added.numbers = some.count;
+                break;
+            default:
+                return nullptr;
+        }
+    }
+    return std::make_unique<CsvBatchWriter>(delimiter, added);
+}
+
 /// There are few predictions, and many cases have the same one.
 void CsvScoreWriter::AddPrediction(CsvRow& row, const ScoredCase& scored) {
     if (!scored.predictedCategory) {

@@ -45,6 +45,9 @@ public:
     void AppendReasonWeight(std::string& text, double weight) const override;
     void EndReasons(std::string& text, std::size_t count) const override;
     void AppendEnd(std::string& text) const override { text += '\n'; }
+    /// None for rows in which numbers need quotes, for sub-models in another order, and for reasons and a document's
+    /// own columns.
+    std::unique_ptr<CsvBatchWriter> MakeBatchWriter() const override;
 
 private:
     /// Some columns that scoring adds, side by side and of the same content.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "framework/ScoreModel.h"
+#include "table/CsvBatchWriter.h"
 #include "table/CsvReader.h"
 #include "table/ModelResults.h"
 #include "table/TableOptions.h"
@@ -41,6 +42,10 @@ public:
     /// @param count how many there were.
     virtual void EndReasons(std::string& text, std::size_t count) const = 0;
     virtual void AppendEnd(std::string& text) const = 0;
+
+    /// A writer of many cases at once that writes the same, where each is written as it was read and has nothing behind
+    /// it but its scores; null where there is none.
+    virtual std::unique_ptr<CsvBatchWriter> MakeBatchWriter() const { return nullptr; }
 };
 
 /// The writer for a model's results in a format.

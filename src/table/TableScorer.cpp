@@ -37,21 +37,19 @@ public:
         model.SetPredictionOnly(options.output.predictionOnly);
         FindReasonSearch();
         batch = BatchCases::Find(model, options.output.predictionOnly && !reasons);
-        const std::unique_ptr<BlockScorer> scorer = MakeScorer();
-        // The first block here, so that a short table starts no threads.
-        ScoreBlock(*scorer);
-        // It tells how much text comes of how much table. On one thread, too: where blocks end, and so what is written
-        // in front of a fault, must not depend on the number of threads.
-        reader.SetPieceBytes(textOfBlock * block.size / std::max<std::size_t>(bytesWritten, 1));
+        scorers.push_back(MakeScorer());
+        // The first blocks here, so that a short table starts no threads.
+        ScoreBlock();
+        MeasureText();
         if (options.threads > 1) {
-            ScoreOnThreads(*scorer);
+            ScoreOnThreads();
         } else {
-            ScoreHere(*scorer);
+            ScoreHere();
         }
         RequireCases();
-        summary.counts = scorer->GetCounts();
-        for (const CaseCounts& counts : countsOfThreads)
-            summary.counts.Add(counts);
+        summary.counts = scorers.front()->GetCounts();
+        for (std::size_t i = 1; i < scorers.size(); ++i)
+            summary.counts.Add(scorers[i]->GetCounts());
         summary.counts.FindKnownSpellings(model);
         TellProgress();
         return summary;
@@ -59,6 +57,8 @@ public:
 
 private:
     void ReadHeader() {
+        // Little, until it is known how much text comes of it.
+        reader.SetPieceBytes(0);
         if (reader.Read(block)) rows.Start(block);
         if (block.size == 0 || !rows.ReadRow()) {
             throw CaseDataError(reader.GetSourceName(), 0, "the table is empty: it has no header");
@@ -94,9 +94,9 @@ private:
         return writer->Copy();
     }
 
-    void ScoreBlock(BlockScorer& scorer) {
+    void ScoreBlock() {
         scores.Clear();
-        scorer.Score(rows, scores, [this](BlockScores& part) {
+        scorers.front()->Score(rows, scores, [this](BlockScores& part) {
             Write(part);
             part.Clear();
         });
@@ -104,32 +104,38 @@ private:
         TellProgress();
     }
 
-    void ScoreHere(BlockScorer& scorer) {
+    /// Finds out by a block without a header how much text comes of how much table. On one thread, too: where blocks
+    /// end, and so what is written in front of a fault, must not depend on the number of threads.
+    void MeasureText() {
+        const std::size_t before = bytesWritten;
+        if (!reader.Read(block)) return;
+        rows.Start(block);
+        ScoreBlock();
+        reader.SetPieceBytes(textOfBlock * block.size / std::max<std::size_t>(bytesWritten - before, 1));
+    }
+
+    void ScoreHere() {
         while (reader.Read(block)) {
             rows.Start(block);
-            ScoreBlock(scorer);
+            ScoreBlock();
         }
     }
 
-    /// @param ownScorer does the work where the system starts no thread.
-    void ScoreOnThreads(BlockScorer& ownScorer) {
+    void ScoreOnThreads() {
         if (!reader.Read(block)) return;
-        std::vector<std::unique_ptr<BlockScorer>> scorers;
-        for (std::size_t thread = 0; thread < options.threads; ++thread)
+        while (scorers.size() < options.threads)
             scorers.push_back(MakeScorer());
         std::optional<BlockPipeline> pipeline;
         try {
-            pipeline.emplace(std::move(scorers), reader.GetSourceName(), options.delimiter,
+            pipeline.emplace(scorers, reader.GetSourceName(), options.delimiter,
                              [this](const BlockScores& done) { Write(done); });
         } catch (const std::system_error&) {
             rows.Start(block);
-            ScoreBlock(ownScorer);
-            ScoreHere(ownScorer);
+            ScoreBlock();
+            ScoreHere();
             return;
         }
         ScoreBy(*pipeline);
-        for (const std::unique_ptr<BlockScorer>& scorer : pipeline->GetScorers())
-            countsOfThreads.push_back(scorer->GetCounts());
     }
 
     void ScoreBy(BlockPipeline& pipeline) {
@@ -192,8 +198,9 @@ private:
     /// Nothing where the model is asked case by case.
     std::optional<BatchCases> batch;
     std::unique_ptr<ScoreWriter> writer;
+    /// One for each thread; the first one scores what is scored without threads, too.
+    std::vector<std::unique_ptr<BlockScorer>> scorers;
     BlockScores scores;
-    std::vector<CaseCounts> countsOfThreads;
     ScoringSummary summary;
     std::size_t bytesWritten = 0;
     std::atomic<std::uint64_t> rowsWritten = 0;

@@ -1,5 +1,6 @@
 # Fails when a library shows other symbols than the CALLS, a file with one on each line in the order of the alphabet.
-# Arguments: LIBRARY, and NM; for a library of Windows OBJDUMP.
+# Fails, too, when one of them is not in the LAYOUT, which records what calls take.
+# Arguments: LIBRARY, CALLS, LAYOUT, and NM; for a library of Windows OBJDUMP.
 cmake_minimum_required(VERSION 3.25)
 
 if(OBJDUMP)
@@ -19,3 +20,10 @@ file(STRINGS ${CALLS} calls)
 if(NOT shown STREQUAL calls)
     message(FATAL_ERROR "${LIBRARY} shows\n${shown}\ninstead of\n${calls}")
 endif()
+file(READ ${LAYOUT} layout)
+foreach(call IN LISTS calls)
+    string(FIND "${layout}" "NBSCORE_SIGNATURE(${call}," place)
+    if(place EQUAL -1)
+        message(SEND_ERROR "${LAYOUT} does not record what ${call} takes")
+    endif()
+endforeach()

@@ -1,5 +1,5 @@
-// One case through the C interface: what is set stays, what is refused, whose memory answers are, and threads. What rows
-// are answered with is held to tables in ColumnsAgainstTables_test.
+// One case through the C interface: what is set stays, what is refused, whose memory answers are, and threads. What
+// rows are answered with is held to tables in ColumnsAgainstTables_test.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -193,6 +193,22 @@ TEST_F(PeopleTest, AreRefused_WhenTextsBeginBehindTheirEnd) {
     EXPECT_EQ("The column \"class\" has offsets that fall.", message);
 }
 
+TEST_F(PeopleTest, AreRefused_WhenTheirFirstTextBeginsBeforeTheBytes_OrLongOffsetsFall) {
+    const auto messageOf = [&](const std::string& format, auto offsets) {
+        ArrowTable table(3);
+        table.AddTexts<std::int32_t>("age", {"adult", "child", std::nullopt});
+        table.AddTexts<std::int32_t>("sex", {"female", "male", "male"});
+        table.Add("class", format, std::vector<std::uint8_t>(), offsets, std::vector<char>{'a', 'b', 'c'});
+        EXPECT_EQ(NBSCORE_BAD_CASES, Score(model, table, scores, &message));
+        return message;
+    };
+    const std::string fall = "The column \"class\" has offsets that fall.";
+    EXPECT_EQ(fall, messageOf("u", std::vector<std::int32_t>{-1, 0, 1, 2}));
+    EXPECT_EQ(fall, messageOf("u", std::vector<std::int32_t>{0, 1, 2, std::numeric_limits<std::int32_t>::min()}));
+    EXPECT_EQ(fall, messageOf("U", std::vector<std::int64_t>{0, std::numeric_limits<std::int64_t>::max(), 2, 3}));
+    EXPECT_EQ(fall, messageOf("U", std::vector<std::int64_t>{std::numeric_limits<std::int64_t>::min(), 1, 2, 3}));
+}
+
 TEST_F(PeopleTest, AreRefused_WhenACodeIsBeyondItsDictionary) {
     people.AddTexts<std::int32_t>("age", {"adult", "child", std::nullopt});
     people.AddTexts<std::int32_t>("sex", {"female", "male", "male"});
@@ -253,6 +269,39 @@ TEST_F(PeopleTest, MustBeAStructArray) {
     wrong.buffers = buffers;
     wrong.null_count = 1;
     EXPECT_EQ(NBSCORE_BAD_CASES, kindOf(schema, wrong));
+}
+
+TEST_F(PeopleTest, AreRefused_WhenAColumnIsNull_OrWasReleased) {
+    AddPeople(people);
+    ArrowSchema schema = people.GetSchema();
+    ArrowArray array = people.GetArray();
+    const auto complaint = [&] {
+        nbscore_error* failure = nullptr;
+        ArrowScores none;
+        EXPECT_NE(NBSCORE_OK, nbscore_score(model.get(), nullptr, &schema, &array, &none.array, &failure));
+        const ErrorHandle error(failure);
+        EXPECT_EQ(nullptr, none.array.release);
+        return std::string(error == nullptr ? "" : error->message);
+    };
+    std::vector<ArrowArray*> columns(array.children, array.children + array.n_children);
+    array.children = columns.data();
+    columns[2] = nullptr;
+    EXPECT_EQ("A column is null.", complaint());
+    columns[2] = people.GetArray().children[2];
+    std::vector<ArrowSchema*> schemas(schema.children, schema.children + schema.n_children);
+    schema.children = schemas.data();
+    schemas[0] = nullptr;
+    EXPECT_EQ("A column is null.", complaint());
+    schemas[0] = people.GetSchema().children[0];
+    ArrowArray taken = *columns[2];
+    taken.release = nullptr;
+    columns[2] = &taken;
+    EXPECT_EQ("The column \"class\" was released.", complaint());
+    schema.n_children = array.n_children = -1;
+    EXPECT_EQ("The schema and the array have different numbers of columns.", complaint());
+    schema.n_children = array.n_children = 4;
+    array.children = nullptr;
+    EXPECT_EQ("The columns are null.", complaint());
 }
 
 TEST_F(PeopleTest, MayBeNone) {

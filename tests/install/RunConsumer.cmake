@@ -93,12 +93,28 @@ run(COMMAND ${CMAKE_COMMAND} -S ${prefix}/share/nbscore/examples/c -B ${WORK_DIR
     -DCMAKE_C_COMPILER=${C_COMPILER} "-DCMAKE_C_FLAGS=${CXX_FLAGS}" -DCMAKE_PREFIX_PATH=${prefix}
     -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
 run(COMMAND ${CMAKE_COMMAND} --build ${WORK_DIR}/c)
+# What the page shows of the other program stands there, with deeper margins.
+string(REGEX MATCH "\n## One case\n[^`]*```c\n([^`]*)```" block "${page}")
+set(shown_part "${CMAKE_MATCH_1}")
+file(READ ${prefix}/share/nbscore/examples/c/row.c program)
+string(REPLACE "\n    " "\n" program "${program}")
+foreach(part IN ITEMS "nbscore_row_make[^`]*\n\n" "nbscore_row_set_text[^`]*")
+    string(REGEX MATCH "${part}" shown_lines "${shown_part}")
+    string(FIND "${program}" "${shown_lines}" place)
+    if(shown_lines STREQUAL "" OR place EQUAL -1)
+        message(FATAL_ERROR "${C_PAGE} shows what is not in examples/c/row.c:\n${shown_lines}")
+    endif()
+endforeach()
+set(row_output "^yes, 0.9[0-9]*\nno, 0.[0-9]*\n$")
+
 if(TOOLCHAIN)
-    file(COPY ${WORK_DIR}/c/score${SUFFIX} DESTINATION ${prefix}/bin)  # the libraries lie there
+    file(COPY ${WORK_DIR}/c/score${SUFFIX} ${WORK_DIR}/c/row${SUFFIX} DESTINATION ${prefix}/bin)  # the libraries lie there
     run(COMMAND ${EMULATOR} ${prefix}/bin/score${SUFFIX} ${titanic}/titanic.pmml EXPECT "^${shown_output}$")
+    run(COMMAND ${EMULATOR} ${prefix}/bin/row${SUFFIX} ${titanic}/titanic.pmml EXPECT "${row_output}")
 else()
     run(COMMAND ${WORK_DIR}/c/score ${titanic}/titanic.pmml EXPECT "^${shown_output}$")
     run(COMMAND ${WORK_DIR}/c/score ${WORK_DIR}/ascii.pmml EXPECT "^${shown_output}$")
+    run(COMMAND ${WORK_DIR}/c/row ${titanic}/titanic.pmml EXPECT "${row_output}")
     set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIBDIR}/pkgconfig)
     execute_process(COMMAND ${PKG_CONFIG} --cflags --libs nbscore OUTPUT_VARIABLE flags
         OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)

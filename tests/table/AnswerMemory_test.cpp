@@ -152,8 +152,42 @@ TEST(AnswerMemory, IsNotTried_WhenCasesHaveVeryManyValues) {
     EXPECT_FALSE(AnswerMemory(100'000).IsUseful());
 }
 
+/// Has it find so many repeated cases that it is no longer on trial.
+void EndTrial(AnswerMemory& memory) {
+    for (int i = 0; i < 3000; ++i)
+        Meet(memory, 1'000'000);
+}
+
+TEST(AnswerMemory, NotesOnlyThatACaseWasThere_WhenTextsAreLongAndItIsNotKnownWhetherCasesRepeat) {
+    AnswerMemory memory(1);
+    const std::string text(1 << 17, 'x');
+    for (FactorRow i = 0; i < 10; ++i)
+        memory.Keep(Rows{i}, text, true);
+    EXPECT_EQ(Recall(memory, {1}), text);
+    EXPECT_EQ(Recall(memory, {2}), std::nullopt);
+    EndTrial(memory);
+    EXPECT_EQ(Recall(memory, {2}), std::nullopt);
+    memory.Keep(Rows{2}, text, true);
+    EXPECT_EQ(Recall(memory, {2}), text);
+    EXPECT_TRUE(Find(memory, Rows{2})->hasNonFiniteNumber);
+}
+
+TEST(AnswerMemory, StaysUseful_WhenCasesRepeatWhoseTextsWereTooLongToKeep) {
+    AnswerMemory memory(1);
+    const std::string text(1 << 14, 'x');
+    for (FactorRow i = 0; i < 3000; ++i) {
+        memory.MakeRoom();
+        if (!Find(memory, Rows{i % 100})) memory.Keep(Rows{i % 100}, text, false);
+    }
+    memory.MakeRoom();
+    EXPECT_TRUE(memory.IsUseful());
+    for (FactorRow i = 0; i < 100; ++i)
+        EXPECT_EQ(Recall(memory, {i}), text);
+}
+
 TEST(AnswerMemory, KeepsNoMoreThanItsBound_WhenTextsAreLong) {
     AnswerMemory memory(1);
+    EndTrial(memory);
     const std::string text(1 << 20, 'x');
     FactorRow kept = 0;
     for (FactorRow i = 0; i < 100; ++i) {

@@ -119,7 +119,8 @@ TEST_P(BlockPipelineOn, BlocksAreHandedOnInTheirOrder) {
             std::this_thread::yield();
         Echo(cell, scores);
     };
-    BlockPipeline pipeline(MakeScorers(GetParam(), rule), "t.csv", ',', AppendToText());
+    const auto scorers = MakeScorers(GetParam(), rule);
+    BlockPipeline pipeline(scorers, "t.csv", ',', AppendToText());
     SubmitNumbers(pipeline, 2000);
     pipeline.Finish();
     EXPECT_EQ(text, NumbersBelow(2000));
@@ -128,8 +129,8 @@ TEST_P(BlockPipelineOn, BlocksAreHandedOnInTheirOrder) {
 
 TEST_P(BlockPipelineOn, ABlockIsHandedOnAtOnce_ThoughTheNextOneDoesNotCome) {
     Event answered;
-    BlockPipeline pipeline(MakeScorers(GetParam(), Echo), "t.csv", ',',
-                           [&answered](const BlockScores&) { answered.Happen(); });
+    const auto scorers = MakeScorers(GetParam(), Echo);
+    BlockPipeline pipeline(scorers, "t.csv", ',', [&answered](const BlockScores&) { answered.Happen(); });
     Submit(pipeline, "a");
     answered.Wait();
     pipeline.Finish();
@@ -145,7 +146,8 @@ TEST_P(BlockPipelineOn, SoManyBlocksAreHeldAndNoMore_WhenHandingOnLagsBehind) {
         isFull.Wait();
         EXPECT_FALSE(isOverfull.HappensWithin(std::chrono::milliseconds(100)));
     };
-    BlockPipeline pipeline(MakeScorers(GetParam(), Echo), "t.csv", ',', handOn);
+    const auto scorers = MakeScorers(GetParam(), Echo);
+    BlockPipeline pipeline(scorers, "t.csv", ',', handOn);
     for (std::size_t begun = 1; begun <= 20 * room; ++begun) {
         TableBlock& block = pipeline.Begin();
         EXPECT_LE(begun - handedOn, room);
@@ -174,7 +176,8 @@ TEST_P(BlockPipelineOn, TheFirstFailureInOrderIsThrown_AndNothingBehindItIsHande
     };
     for (int repetition = 0; repetition < 20; ++repetition) {
         text.clear();
-        BlockPipeline pipeline(MakeScorers(GetParam(), rule), "t.csv", ',', AppendToText());
+        const auto scorers = MakeScorers(GetParam(), rule);
+        BlockPipeline pipeline(scorers, "t.csv", ',', AppendToText());
         EXPECT_EQ(GetMessageOf<std::runtime_error>([&] {
                       SubmitNumbers(pipeline, 1000);
                       pipeline.Finish();
@@ -186,7 +189,8 @@ TEST_P(BlockPipelineOn, TheFirstFailureInOrderIsThrown_AndNothingBehindItIsHande
 }
 
 TEST_P(BlockPipelineOn, AFaultInTheRowsIsTheBlocksFailure) {
-    BlockPipeline pipeline(MakeScorers(GetParam(), Echo), "t.csv", ',', AppendToText());
+    const auto scorers = MakeScorers(GetParam(), Echo);
+    BlockPipeline pipeline(scorers, "t.csv", ',', AppendToText());
     TableBlock& block = pipeline.Begin();
     Fill(block, "a\nb\"\n");
     block.firstLine = 41;
@@ -198,7 +202,8 @@ TEST_P(BlockPipelineOn, AFaultInTheRowsIsTheBlocksFailure) {
 
 TEST_P(BlockPipelineOn, WhatHandingOnThrowsIsThrown_AndItIsNotCalledAgain) {
     int calls = 0;
-    BlockPipeline pipeline(MakeScorers(GetParam(), Echo), "t.csv", ',', [&calls](const BlockScores&) {
+    const auto scorers = MakeScorers(GetParam(), Echo);
+    BlockPipeline pipeline(scorers, "t.csv", ',', [&calls](const BlockScores&) {
         if (++calls == 5) throw std::runtime_error("full");
     });
     EXPECT_EQ(GetMessageOf<std::runtime_error>([&] {
@@ -220,7 +225,8 @@ void AnswerAtLength(const std::string& cell, BlockScores& scores) {
 TEST_P(BlockPipelineOn, LongTextsAreHandedOnInParts_InTheirOrder) {
     std::size_t longest = 0;
     std::string firstLetters;
-    BlockPipeline pipeline(MakeScorers(GetParam(), AnswerAtLength), "t.csv", ',', [&](const BlockScores& scores) {
+    const auto scorers = MakeScorers(GetParam(), AnswerAtLength);
+    BlockPipeline pipeline(scorers, "t.csv", ',', [&](const BlockScores& scores) {
         longest = std::max(longest, scores.text.size());
         for (std::size_t begin = 0; begin < scores.text.size(); begin = scores.text.find('\n', begin) + 1)
             firstLetters += scores.text[begin];
@@ -242,7 +248,8 @@ TEST_P(BlockPipelineOn, LongTextsAreHandedOnInParts_InTheirOrder) {
 
 TEST_P(BlockPipelineOn, WhatHandingOnAPartThrowsIsTheBlocksFailure) {
     int calls = 0;
-    BlockPipeline pipeline(MakeScorers(GetParam(), AnswerAtLength), "t.csv", ',', [&calls](const BlockScores&) {
+    const auto scorers = MakeScorers(GetParam(), AnswerAtLength);
+    BlockPipeline pipeline(scorers, "t.csv", ',', [&calls](const BlockScores&) {
         if (++calls == 2) throw std::runtime_error("full");
     });
     std::string block;
@@ -261,7 +268,8 @@ TEST_P(BlockPipelineOn, ItMayGoAtAnyTime) {
     for (int submitted = 0; submitted < 200; ++submitted) {
         text.clear();
         {
-            BlockPipeline pipeline(MakeScorers(GetParam(), Echo), "t.csv", ',', AppendToText());
+            const auto scorers = MakeScorers(GetParam(), Echo);
+            BlockPipeline pipeline(scorers, "t.csv", ',', AppendToText());
             SubmitNumbers(pipeline, submitted);
             if (submitted % 2 == 0) pipeline.Begin();
         }
@@ -271,7 +279,8 @@ TEST_P(BlockPipelineOn, ItMayGoAtAnyTime) {
 }
 
 TEST_P(BlockPipelineOn, FinishIsAtOnceDone_WhenThereIsNoBlock) {
-    BlockPipeline pipeline(MakeScorers(GetParam(), Echo), "t.csv", ',', AppendToText());
+    const auto scorers = MakeScorers(GetParam(), Echo);
+    BlockPipeline pipeline(scorers, "t.csv", ',', AppendToText());
     pipeline.Finish();
     EXPECT_EQ(text, "");
 }

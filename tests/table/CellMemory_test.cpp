@@ -82,6 +82,17 @@ TEST(CellMemory, TwoTextsOfOnePlaceStayRemembered_WhicheverIsMetLast) {
         EXPECT_EQ(Recall(memory, "text " + std::to_string(i)), i);
 }
 
+TEST(CellMemory, FindsEachOfAFewTextsAtOnce) {
+    for (FactorRow texts = 1; texts <= 60; ++texts) {
+        const auto textOf = [texts](FactorRow i) { return std::to_string(7919 * (texts + 1) * (i + 3) % 100'003); };
+        CellMemory memory;
+        for (FactorRow i = 0; i < texts; ++i)
+            Keep(memory, textOf(i), i);
+        for (FactorRow i = 0; i < texts; ++i)
+            ASSERT_EQ(memory.FindLatest(PlacedText(textOf(i), 'x').Get()), i) << texts;
+    }
+}
+
 std::optional<std::size_t> ReadWhole(const std::string& text, char behind = '7') {
     return WholeNumberMemory::Read(PlacedText(text, behind).Get());
 }

@@ -105,6 +105,65 @@ RC_GTEST_PROP(CsvRowReader, RowsAreWhatTakingThemApartGives_ForPlainAndQuotedRow
     ExpectRowsAsTakenApart(text, *rc::gen::element(',', ';'));
 }
 
+/// What a reader tells of the rows that it read one behind the other, up to the end or a fault.
+struct RowsBehind {
+    std::vector<std::string> asWritten;
+    std::vector<std::uint64_t> lines;
+    std::string fault;
+    /// Of the rows up to the first one without two cells.
+    std::vector<Row> cells;
+
+    bool operator==(const RowsBehind&) const = default;
+};
+
+/// @param most how many rows are read at once; with 0 each by itself.
+RowsBehind ReadRowsBehind(const std::string& text, std::size_t most) {
+    RowsBehind read;
+    TableBlock block = MakeBlock(text);
+    CsvRowReader reader("t.csv", ',');
+    reader.Start(block);
+    std::vector<std::string_view> asWritten;
+    std::size_t ofTwoCells = 0;
+    bool areAllOfTwo = true;
+    read.fault = [&] {
+        try {
+            for (;;) {
+                const std::size_t count = reader.ReadPlainRowsBehind(most, 2, asWritten, read.lines);
+                if (areAllOfTwo) ofTwoCells += count;
+                if (count > 0) {
+                    EXPECT_EQ(reader.GetRowLine(), read.lines.back());
+                    EXPECT_EQ(reader.GetAsWritten(), asWritten.back());
+                    continue;
+                }
+                if (!reader.ReadRowBehind()) return std::string();
+                areAllOfTwo = areAllOfTwo && reader.CountCells() == 2;
+                if (areAllOfTwo) ++ofTwoCells;
+                asWritten.push_back(reader.GetAsWritten());
+                read.lines.push_back(reader.GetRowLine());
+            }
+        } catch (const CaseDataError& error) {
+            return std::string(error.what());
+        }
+    }();
+    read.asWritten.assign(asWritten.begin(), asWritten.end());
+    const CsvRows kept = reader.GetKeptRows(2);
+    for (std::size_t i = 0; i < ofTwoCells; ++i)
+        read.cells.push_back({std::string(kept.GetCell(i, 0)), std::string(kept.GetCell(i, 1))});
+    return read;
+}
+
+RC_GTEST_PROP(CsvRowReader, RowsReadAtOnceAreThoseReadOneByOne, ()) {
+    const auto begin = *TextOfPieces({"a,b\n", "c,\r\n", ",\r"});
+    const auto end = *TextOfPieces(
+        {"a,b\n", ",d\r\n", "\"x\",y\n", "e\n", "f,g,h\n", "\xEF\xBB\xBF,i\n", "\xFF,j\n", "\n", "k\"l,m\n", "n,o"});
+    // Long enough that marks are found in several steps.
+    std::string text;
+    for (const std::size_t times = *rc::gen::element<std::size_t>(1, 100, 3000); text.size() < times * begin.size();)
+        text += begin;
+    text += end;
+    RC_ASSERT(ReadRowsBehind(text, *rc::gen::element<std::size_t>(1, 2, 100, 100'000)) == ReadRowsBehind(text, 0));
+}
+
 TEST(CsvRowReader, PlainRowsAreKnownAsTheyAreWritten) {
     TableBlock block = MakeBlock("a,b\r\n\"c\",d\ne\rf,g\rh,i");
     CsvRowReader reader("t.csv", ',');
