@@ -70,11 +70,15 @@ public:
     FactorRow RowOf(std::size_t reader, Value value) const {
         return rowLists->GetReaders().at(reader).rows.RowOf(value);
     }
-    /// The code of the category that a predictor finds in a case; -1 where it is left out.
-    /// @param rows one for each reader, which fit.
-    int CodeOf(std::size_t predictor, std::span<const FactorRow> rows) const {
+    /// What tells the code of the category that a predictor finds in a case.
+    struct CodePlaces {
+        std::size_t reader;
+        /// For each row of the reader the code and one, or 0 where the predictor is left out. Borrowed.
+        std::span<const FactorRow> places;
+    };
+    CodePlaces GetCodePlaces(std::size_t predictor) const {
         const RowLists::List& list = rowLists->Get(rowLists->GetListsOfPredictors()[predictor]);
-        return static_cast<int>(list.rows[rows[list.reader]]) - 1;
+        return {list.reader, list.rows};
     }
     /// As Score, of values whose rows are known.
     /// @param rows one list for each reader. Throws std::invalid_argument when there are more or fewer lists, or when

@@ -37,10 +37,22 @@ void Release(Struct* released) {
     released->release = nullptr;
 }
 
+const char* FormatOf(ColumnKind kind) {
+    switch (kind) {
+        case ColumnKind::Texts:
+            return "u";
+        case ColumnKind::Numbers:
+            return "g";
+        case ColumnKind::WholeNumbers:
+            return "l";
+    }
+    return "";
+}
+
 void GiveColumnSchema(const ColumnType& column, ArrowSchema& out) {
     auto name = std::make_unique<std::string>(column.name);
     out = ArrowSchema{};
-    out.format = column.isText ? "u" : "g";
+    out.format = FormatOf(column.kind);
     out.name = name->c_str();
     out.flags = ARROW_FLAG_NULLABLE;
     out.release = &Release<std::string, ArrowSchema>;
@@ -53,10 +65,16 @@ struct ArrowColumn::Parts {
     explicit Parts(ArrowColumn&& given) : column(std::move(given)) {
         const void* const validity = column.numAbsent == 0 ? nullptr : column.bits.data();
         const double* const allNumbers = column.numbers ? column.numbers->data() : column.ownNumbers.data();
-        if (column.isText) {
-            buffers = {validity, column.offsets.data(), column.bytes.data()};
-        } else {
-            buffers = {validity, allNumbers + column.firstNumber, nullptr};
+        switch (column.kind) {
+            case ColumnKind::Texts:
+                buffers = {validity, column.offsets.data(), column.bytes.data()};
+                break;
+            case ColumnKind::Numbers:
+                buffers = {validity, allNumbers + column.firstNumber, nullptr};
+                break;
+            case ColumnKind::WholeNumbers:
+                buffers = {validity, column.wholeNumbers.data(), nullptr};
+                break;
         }
     }
 
@@ -65,14 +83,14 @@ struct ArrowColumn::Parts {
 };
 
 ArrowColumn::ArrowColumn(std::shared_ptr<const std::vector<double>> all, std::size_t first, std::size_t count)
-    : isText(false), size(count), numbers(std::move(all)), firstNumber(first) {
+    : kind(ColumnKind::Numbers), size(count), numbers(std::move(all)), firstNumber(first) {
     for (std::size_t entry = 0; entry < count; ++entry) {
         if (MCMV::IsMissing((*numbers)[first + entry])) MarkAbsent(entry);
     }
 }
 
-ArrowColumn::ArrowColumn(bool holdsTexts) : isText(holdsTexts) {
-    if (isText) offsets.push_back(0);
+ArrowColumn::ArrowColumn(ColumnKind columnKind) : kind(columnKind) {
+    if (kind == ColumnKind::Texts) offsets.push_back(0);
 }
 
 void ArrowColumn::MarkAbsent(std::size_t entry) {
@@ -84,10 +102,16 @@ void ArrowColumn::MarkAbsent(std::size_t entry) {
 
 void ArrowColumn::AddAbsent() {
     MarkAbsent(size);
-    if (isText) {
-        offsets.push_back(offsets.back());
-    } else {
-        ownNumbers.push_back(0.0);
+    switch (kind) {
+        case ColumnKind::Texts:
+            offsets.push_back(offsets.back());
+            break;
+        case ColumnKind::Numbers:
+            ownNumbers.push_back(0.0);
+            break;
+        case ColumnKind::WholeNumbers:
+            wholeNumbers.push_back(0);
+            break;
     }
     ++size;
 }
@@ -95,6 +119,11 @@ void ArrowColumn::AddAbsent() {
 void ArrowColumn::Add(double number) {
     if (MCMV::IsMissing(number)) return AddAbsent();
     ownNumbers.push_back(number);
+    ++size;
+}
+
+void ArrowColumn::AddWhole(std::int64_t number) {
+    wholeNumbers.push_back(number);
     ++size;
 }
 
@@ -114,18 +143,18 @@ void ArrowColumn::Give(ArrowColumn&& column, ArrowArray& out) {
     out = ArrowArray{};
     out.length = static_cast<std::int64_t>(parts->column.size);
     out.null_count = parts->column.numAbsent;
-    out.n_buffers = parts->column.isText ? 3 : 2;
+    out.n_buffers = parts->column.kind == ColumnKind::Texts ? 3 : 2;
     out.buffers = parts->buffers.data();
     out.release = &Release<Parts, ArrowArray>;
     out.private_data = parts.release();
 }
 
-void GiveArray(std::vector<ArrowColumn>&& columns, std::size_t cases, ArrowArray& out) {
+void GiveArray(std::vector<ArrowColumn>&& columns, std::size_t entries, ArrowArray& out) {
     auto parts = std::make_unique<StructParts<ArrowArray>>(columns.size());
     for (std::size_t i = 0; i < columns.size(); ++i)
         ArrowColumn::Give(std::move(columns[i]), parts->children[i]);
     out = ArrowArray{};
-    out.length = static_cast<std::int64_t>(cases);
+    out.length = static_cast<std::int64_t>(entries);
     out.n_buffers = 1;
     out.n_children = static_cast<std::int64_t>(columns.size());
     out.buffers = parts->buffers.data();

@@ -14,17 +14,20 @@
 
 namespace nbscore {
 
-/// A column of numbers or of texts, with the memory that it lies in.
+enum class ColumnKind { Texts, Numbers, WholeNumbers };
+
+/// A column with the memory that it lies in.
 class ArrowColumn {
 public:
     /// Of numbers. @param all several columns' numbers one behind the other; `first` is where this one's begin.
     ArrowColumn(std::shared_ptr<const std::vector<double>> all, std::size_t first, std::size_t count);
-    /// Of texts, or of numbers one by one.
-    explicit ArrowColumn(bool holdsTexts);
+    /// Of values that are added one by one, all of its kind.
+    explicit ArrowColumn(ColumnKind columnKind);
 
     void AddAbsent();
     /// The system-missing number is absent.
     void Add(double number);
+    void AddWhole(std::int64_t number);
     /// Throws BadCases when the texts of the column come to more than 2^31 bytes.
     void Add(std::string_view text);
 
@@ -36,11 +39,12 @@ private:
 
     void MarkAbsent(std::size_t entry);
 
-    bool isText;
+    ColumnKind kind;
     std::size_t size = 0;
     std::shared_ptr<const std::vector<double>> numbers;
     std::size_t firstNumber = 0;
     std::vector<double> ownNumbers;
+    std::vector<std::int64_t> wholeNumbers;
     std::vector<std::int32_t> offsets;
     std::string bytes;
     /// Empty as long as no value is absent.
@@ -48,13 +52,13 @@ private:
     std::int64_t numAbsent = 0;
 };
 
-/// Gives columns of so many cases away as a struct array.
-void GiveArray(std::vector<ArrowColumn>&& columns, std::size_t cases, ArrowArray& out);
+/// Gives columns of so many entries away as a struct array.
+void GiveArray(std::vector<ArrowColumn>&& columns, std::size_t entries, ArrowArray& out);
 
-/// What a column is called, and whether it holds texts; else numbers.
+/// What a column is called and holds.
 struct ColumnType {
     std::string name;
-    bool isText;
+    ColumnKind kind;
 };
 
 /// Makes the schema of a struct array with these columns.

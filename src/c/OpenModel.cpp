@@ -1,8 +1,5 @@
 #include "c/OpenModel.h"
 
-#include <optional>
-
-#include "c/Failure.h"
 #include "standardtranslator/GiveMyStandardTranslator.h"
 #include "table/ModelResults.h"
 #include "translator/GiveMyTranslator.h"
@@ -68,6 +65,12 @@ OpenModel::OpenModel(const DocumentOrigin& origin, const ReadingOptions& options
 std::vector<std::string> OpenModel::NameColumns() const {
     if (scorer.GetBatchScorer().IsSet()) return answerNames;
     return CategoryProbabilities(*model.Get().GetTargetVar()).GetNames();
+}
+
+const CaseExplainer& OpenModel::GetExplainer() const {
+    const std::lock_guard lock(mutex);
+    if (!explainer) explainer.emplace(model.Get());
+    return *explainer;
 }
 
 std::string OpenModel::Describe() const {

@@ -1,12 +1,19 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
+#include <optional>
+#include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "batch/SourceScorer.h"
+#include "c/ArrowCases.h"
+#include "c/Failure.h"
 #include "c/nbscore.h"
 #include "check/DocumentCheck.h"
+#include "evidence/CaseExplainer.h"
 #include "framework/Limits.h"
 #include "framework/ScoringRule.h"
 #include "host/LoadedModel.h"
@@ -37,6 +44,8 @@ public:
 
     ScoreModel& GetModel() const { return model.Get(); }
     const SourceScorer& GetScorer() const { return scorer; }
+    /// Made when it is first asked for.
+    const CaseExplainer& GetExplainer() const;
     /// The target's categories, or the labels of a set's sub-models.
     const std::vector<std::string>& GetAnswerNames() const { return answerNames; }
     /// The same with the target's categories that no case says anything of: what the columns of a table are of.
@@ -45,6 +54,19 @@ public:
 
     /// The model of a parsed document, as these options want it scored.
     static LoadedModel ReadScorable(const SourceDocument& source, const ReadingOptions& options);
+
+    /// Has work done with an array's cases, as ArrowCases. Throws BadCases for those that do not fit, and
+    /// CancelledError.
+    template <typename Work>
+    void ReadCases(const ArrowSchema& schema, const ArrowArray& cases, const Work& work) const {
+        ThrowIfCancelled();
+        const ArrowCases table(schema, cases, [this](std::string_view name) { return scorer.Reads(name); });
+        try {
+            work(table);
+        } catch (const std::invalid_argument& misfit) {
+            throw BadCases(misfit.what());
+        }
+    }
 
     /// As a check of its document tells of it (DescribeLoaded), as JSON.
     std::string Describe() const;
@@ -58,6 +80,8 @@ private:
     LoadedModel model;
     SourceScorer scorer;
     std::vector<std::string> answerNames;
+    mutable std::mutex mutex;
+    mutable std::optional<CaseExplainer> explainer;
 };
 
 }  // namespace nbscore

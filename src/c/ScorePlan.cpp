@@ -6,7 +6,6 @@
 #include <utility>
 #include <variant>
 
-#include "c/ArrowCases.h"
 #include "c/Failure.h"
 #include "framework/Limits.h"
 #include "framework/MCMV.h"
@@ -19,8 +18,16 @@ namespace {
 /// Of which only each case's best are kept.
 constexpr std::size_t scoresAtOnce = std::size_t{1} << 18;
 
+/// The predictor, its value, its weight (AddedColumn).
+constexpr std::size_t partsOfReason = 3;
+constexpr std::size_t weightOfReason = 2;
+
+/// As many as the command gives.
+constexpr std::int32_t mostReasons = 1000;
+
 /// A text among numbers, or the other way round, is what a cell of a table would hold.
-void AddOutput(ArrowColumn& column, bool isText, const OutputValue& value) {
+void AddOutput(ArrowColumn& column, ColumnKind kind, const OutputValue& value) {
+    const bool isText = kind == ColumnKind::Texts;
     const auto* const number = std::get_if<double>(&value);
     const auto* const text = std::get_if<std::string>(&value);
     if (number != nullptr && !isText) return column.Add(*number);
@@ -39,12 +46,22 @@ ScorePlan::ScorePlan(std::shared_ptr<const OpenModel> scoredModel, const nbscore
     RequireChoice(taken.prediction_only, 1, "prediction_only");
     RequireChoice(taken.lacking_as_absent, 1, "lacking_as_absent");
     RequireChoice(taken.reserved, 0, "reserved");
+    RequireChoice(taken.reasons, mostReasons, "reasons");
+    RequireChoice(taken.reasons_that_lift, 1, "reasons_that_lift");
     options.columns = taken.usual_columns != 0 ? ResultColumns::Usual : ResultColumns::Output;
     options.predictionOnly = taken.prediction_only != 0;
     lacking = taken.lacking_as_absent != 0 ? LackingFields::Absent : LackingFields::Refused;
     if (taken.best != 0) options.subModels.best = static_cast<std::size_t>(taken.best);
 
+    options.reasons.most = static_cast<std::size_t>(taken.reasons);
+    options.reasons.kind = taken.reasons_that_lift != 0 ? ReasonKind::Lifted : ReasonKind::HeldDown;
+
     if (model->GetScorer().GetBatchScorer().IsSet()) {
+        if (taken.reasons != 0) {
+            throw BadArgument(
+                "reasons are for single classifiers, and the model is a set of sub-models, which nbscore_explain tells "
+                "of.");
+        }
         columns = ListAddedColumns(model->GetAnswerNames(), options);
         return;
     }
@@ -53,29 +70,47 @@ ScorePlan::ScorePlan(std::shared_ptr<const OpenModel> scoredModel, const nbscore
     const ScoreDictVar& target = *model->GetModel().GetTargetVar();
     hasNumericTarget = target.GetStorageType() == ScoreDictVar::NumericStorage;
     columns = outputs.empty() ? ListAddedColumns(target, options) : ListAddedColumns(outputs, options);
+    const auto firstReason = std::ranges::find(columns, AddedColumn::Reason, &AddedColumn::content);
+    reasonColumns.assign(firstReason, columns.end());
+    columns.erase(firstReason, columns.end());
 }
 
-bool ScorePlan::IsText(const AddedColumn& column) const {
-    if (column.content == AddedColumn::Prediction) return !hasNumericTarget;
-    if (column.content == AddedColumn::Output) return !outputs[column.number].isNumber;
-    return column.content == AddedColumn::Label;
+ColumnKind ScorePlan::KindOf(const AddedColumn& column) const {
+    const auto isText = [&] {
+        switch (column.content) {
+            case AddedColumn::Prediction:
+                return !hasNumericTarget;
+            case AddedColumn::Output:
+                return !outputs[column.number].isNumber;
+            case AddedColumn::Label:
+                return true;
+            case AddedColumn::Reason:
+                return column.number % partsOfReason != weightOfReason;
+            case AddedColumn::Posterior:
+            case AddedColumn::Score:
+            case AddedColumn::Assessment:
+                break;
+        }
+        return false;
+    };
+    return isText() ? ColumnKind::Texts : ColumnKind::Numbers;
 }
 
 std::vector<ColumnType> ScorePlan::GetColumns() const {
     std::vector<ColumnType> types;
-    for (const AddedColumn& column : columns)
-        types.push_back({column.name, IsText(column)});
+    for (const std::vector<AddedColumn>& some : {columns, reasonColumns}) {
+        for (const AddedColumn& column : some)
+            types.push_back({column.name, KindOf(column)});
+    }
     return types;
 }
 
 void ScorePlan::Score(const ArrowSchema& schema, const ArrowArray& cases, ArrowArray& scores) const {
-    model->ThrowIfCancelled();
-    const ArrowCases table(schema, cases, [this](std::string_view name) { return model->GetScorer().Reads(name); });
-    try {
-        GiveArray(ScoreTable(table.GetColumns(), table.GetSize()), table.GetSize(), scores);
-    } catch (const std::invalid_argument& misfit) {
-        throw BadCases(misfit.what());
-    }
+    model->ReadCases(schema, cases, [&](const ArrowCases& table) {
+        std::vector<ArrowColumn> scored = ScoreTable(table.GetColumns(), table.GetSize());
+        if (!reasonColumns.empty()) FindReasons(table.GetColumns(), table.GetSize(), scored);
+        GiveArray(std::move(scored), table.GetSize(), scores);
+    });
 }
 
 std::vector<ArrowColumn> ScorePlan::ScoreTable(std::span<const SourceColumn> table, std::size_t cases) const {
@@ -84,19 +119,45 @@ std::vector<ArrowColumn> ScorePlan::ScoreTable(std::span<const SourceColumn> tab
     return options.subModels.best ? ScoreBest(table, cases) : ScoreSet(table, cases);
 }
 
+void ScorePlan::FindReasons(std::span<const SourceColumn> table, std::size_t cases,
+                            std::vector<ArrowColumn>& scores) const {
+    const std::size_t first = scores.size();
+    for (const AddedColumn& column : reasonColumns)
+        scores.emplace_back(KindOf(column));
+    const CaseExplainer& explainer = model->GetExplainer();
+    SourceScorer::Cases records(model->GetScorer(), table, cases, lacking);
+    CaseExplainer::Memory memory;
+    Evidence evidence;
+    for (std::size_t entry = 0; entry < cases; ++entry) {
+        if (entry % LimitWatch::stepsPerQuestion == 0) model->ThrowIfCancelled();
+        explainer.Explain(records.Read(entry), 0, {}, evidence, memory);
+        std::size_t next = first;
+        for (const std::size_t position : nbscore::FindReasons(evidence, options.reasons.kind, options.reasons.most)) {
+            const PredictorEvidence& predictor = evidence.predictors[position];
+            scores[next++].Add(std::string_view(explainer.GetPredictors(0)[position]));
+            ArrowColumn& values = scores[next++];
+            predictor.kind == PredictorReading::Missing ? values.AddAbsent()
+                                                        : values.Add(std::string_view(predictor.value));
+            scores[next++].Add(*predictor.weight);
+        }
+        while (next < scores.size())
+            scores[next++].AddAbsent();
+    }
+}
+
 std::vector<ArrowColumn> ScorePlan::ScoreOneByOne(std::span<const SourceColumn> table, std::size_t cases) const {
     SourceScorer::Cases records(model->GetScorer(), table, cases, lacking);
     ScoredCaseReader results(model->GetModel(), options);
     ReusedResult result;
     std::vector<ArrowColumn> scores;
     for (const AddedColumn& column : columns)
-        scores.emplace_back(IsText(column));
+        scores.emplace_back(KindOf(column));
     for (std::size_t entry = 0; entry < cases; ++entry) {
         if (entry % LimitWatch::stepsPerQuestion == 0) model->ThrowIfCancelled();
         const ScoreCaseRecord& record = records.Read(entry);
         const ScoredCase scored = results.Read(record, result.Score(model->GetModel(), record));
         for (std::size_t i = 0; i < columns.size(); ++i)
-            AddOutput(scores[i], IsText(columns[i]), scored.outputs[i]);
+            AddOutput(scores[i], KindOf(columns[i]), scored.outputs[i]);
     }
     return scores;
 }
@@ -118,7 +179,7 @@ std::vector<ArrowColumn> ScorePlan::ScoreClassifier(std::span<const SourceColumn
     std::vector<ArrowColumn> scores;
     for (const AddedColumn& column : columns) {
         if (column.content == AddedColumn::Prediction) {
-            ArrowColumn& predictions = scores.emplace_back(IsText(column));
+            ArrowColumn& predictions = scores.emplace_back(KindOf(column));
             for (const std::int32_t category : predicted) {
                 if (category < 0) {
                     predictions.AddAbsent();
@@ -135,7 +196,7 @@ std::vector<ArrowColumn> ScorePlan::ScoreClassifier(std::span<const SourceColumn
             scores.emplace_back(probabilities, (column.number - 1) * cases, cases);
         } else {
             // A category that was never counted, of a model that no case says anything to.
-            ArrowColumn& none = scores.emplace_back(false);
+            ArrowColumn& none = scores.emplace_back(ColumnKind::Numbers);
             for (std::size_t entry = 0; entry < cases; ++entry)
                 none.AddAbsent();
         }
@@ -159,7 +220,7 @@ std::vector<ArrowColumn> ScorePlan::ScoreBest(std::span<const SourceColumn> tabl
     const std::vector<std::string>& labels = model->GetAnswerNames();
     std::vector<ArrowColumn> scores;
     for (const AddedColumn& column : columns)
-        scores.emplace_back(IsText(column));
+        scores.emplace_back(KindOf(column));
     std::vector<double> ofBlock;
     SubModelRanking ranking(options.subModels.best);
     const auto makeRoom = [&](std::size_t count) {

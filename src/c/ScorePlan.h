@@ -28,12 +28,14 @@ public:
     void Score(const ArrowSchema& schema, const ArrowArray& cases, ArrowArray& scores) const;
 
 private:
-    bool IsText(const AddedColumn& column) const;
+    ColumnKind KindOf(const AddedColumn& column) const;
     std::vector<ArrowColumn> ScoreTable(std::span<const SourceColumn> table, std::size_t cases) const;
     std::vector<ArrowColumn> ScoreOneByOne(std::span<const SourceColumn> table, std::size_t cases) const;
     std::vector<ArrowColumn> ScoreClassifier(std::span<const SourceColumn> table, std::size_t cases) const;
     std::vector<ArrowColumn> ScoreSet(std::span<const SourceColumn> table, std::size_t cases) const;
     std::vector<ArrowColumn> ScoreBest(std::span<const SourceColumn> table, std::size_t cases) const;
+    /// Adds the columns of reasons.
+    void FindReasons(std::span<const SourceColumn> table, std::size_t cases, std::vector<ArrowColumn>& scores) const;
 
     std::shared_ptr<const OpenModel> model;
     ScoreWriterOptions options;
@@ -42,6 +44,8 @@ private:
     std::vector<OutputColumn> outputs;
     bool hasNumericTarget = false;
     std::vector<AddedColumn> columns;
+    /// Behind those.
+    std::vector<AddedColumn> reasonColumns;
 };
 
 }  // namespace nbscore

@@ -215,14 +215,18 @@ typedef struct nbscore_scoring {
     int32_t reserved;
     /* Of a set of sub-models, only so many of each case's highest scores, as --best; 0: all. */
     uint64_t best;
+    /* Of a single classifier, up to 1000 predictors that held the category down most, as --reasons; 0: none. */
+    int32_t reasons;
+    /* 1: those that lifted it most, as --reasons-that lift. */
+    int32_t reasons_that_lift;
 } nbscore_scoring;
 
 #define NBSCORE_SCORING_INIT \
-    { sizeof(nbscore_scoring), 0, 0, 0, 0, 0 }
+    { sizeof(nbscore_scoring), 0, 0, 0, 0, 0, 0, 0 }
 
 /* The schema of the scores: a struct of the columns that `nbscore score` adds to a table, by its names and in its order.
- * Predictions, texts of an Output and names of sub-models are utf8 ("u"); all else is float64 ("g"), the prediction of a
- * target that holds numbers too. Any value may be absent.
+ * Predictions, texts of an Output, names of sub-models, and a reason's field and value are utf8 ("u"); all else is
+ * float64 ("g"), the prediction of a target that holds numbers too. Any value may be absent.
  * schema: its content is not looked at; gets the schema, which the caller releases; released when the call fails.
  * Any number of threads at once. */
 NBSCORE_CALL int32_t nbscore_score_schema(const nbscore_model* model, const nbscore_scoring* scoring,
@@ -252,6 +256,52 @@ NBSCORE_CALL int32_t nbscore_score(const nbscore_model* model, const nbscore_sco
 NBSCORE_CALL int32_t nbscore_score_stream(const nbscore_model* model, const nbscore_scoring* scoring,
                                           struct ArrowArrayStream* cases, struct ArrowArrayStream* scores,
                                           nbscore_error** error);
+
+/* ---- Why cases are scored as they are ----------------------------------------------------------------------------- */
+
+/* What is told of cases. */
+typedef struct nbscore_explaining {
+    /* sizeof(nbscore_explaining) */
+    size_t size;
+    /* As in nbscore_scoring. */
+    int32_t lacking_as_absent;
+    /* 1: also what scoring multiplies, for each category of the target. */
+    int32_t factors;
+    /* The target's categories that are weighed, as --category and --against of `nbscore explain`; null: those that it
+     * takes by itself. */
+    const char* category;
+    const char* against;
+    /* Of a set, the name of the only sub-model that is told of, as --model; null: all. */
+    const char* sub_model;
+} nbscore_explaining;
+
+#define NBSCORE_EXPLAINING_INIT \
+    { sizeof(nbscore_explaining), 0, 0, NULL, NULL, NULL }
+
+/* The schema of evidence (docs/explain.md): a struct of these columns, with an entry for each term of each case; of a set,
+ * for each term of each case and sub-model.
+ *     case       int64 ("l"): the position of the case among those that were given, from 0
+ *     model      utf8 ("u"), of a set alone: the sub-model
+ *     state, category, against, term, predictor, value, use                          utf8
+ *     weight, against_average, average, lowest, highest                              float64 ("g"), natural logarithms
+ * They hold what the rows of `nbscore explain --format csv` hold; where a cell is empty, the value is absent. Terms are
+ * "prior", then "predictor" for each, then "sum". Where factors are asked for, further columns of float64 are
+ *     factor_<category>  for each category of the target: of the prior term the prior, of a predictor its factor, of the
+ *                        sum the probability
+ *     exponent_<category>  where the model has densities: the factor is to be multiplied by 2 to this power
+ * schema: its content is not looked at; gets the schema, which the caller releases; released when the call fails.
+ * Any number of threads at once. */
+NBSCORE_CALL int32_t nbscore_explain_schema(const nbscore_model* model, const nbscore_explaining* explaining,
+                                            struct ArrowSchema* schema, nbscore_error** error);
+
+/* Tells why cases are scored as they are.
+ * cases: as for nbscore_score.
+ * evidence: its content is not looked at; gets a struct array of nbscore_explain_schema's schema, which the caller
+ *     releases, on any thread; released when the call fails. Many cases make a long one: give some at a time.
+ * Any number of threads at once, each with cases of its own. */
+NBSCORE_CALL int32_t nbscore_explain(const nbscore_model* model, const nbscore_explaining* explaining,
+                                     const struct ArrowSchema* schema, const struct ArrowArray* cases,
+                                     struct ArrowArray* evidence, nbscore_error** error);
 
 /* ---- One case ---------------------------------------------------------------------------------------------------- */
 

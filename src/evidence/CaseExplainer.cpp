@@ -1,5 +1,7 @@
 #include "evidence/CaseExplainer.h"
 
+#include <stdexcept>
+
 #include "evidence/EvidenceTables.h"
 #include "framework/ModelSelfTables.h"
 #include "framework/NumberText.h"
@@ -76,9 +78,24 @@ const std::vector<std::string>& CaseExplainer::GetPredictors(std::size_t classif
 
 void CaseExplainer::Explain(const ScoreCaseRecord& record, std::size_t classifier, const AskedPair& pair,
                             Evidence& evidence, Memory& memory, bool derivedInRecord) const {
+    memory.record = &record;
+    memory.hasDerived = derivedInRecord;
+    memory.reading.isSameCase = false;
+    ExplainRead(classifier, pair, evidence, memory);
+}
+
+void CaseExplainer::ExplainAnother(std::size_t classifier, const AskedPair& pair, Evidence& evidence,
+                                   Memory& memory) const {
+    if (!memory.reading.isSameCase) throw std::logic_error("There is no case that was explained.");
+    ExplainRead(classifier, pair, evidence, memory);
+}
+
+void CaseExplainer::ExplainRead(std::size_t classifier, const AskedPair& pair, Evidence& evidence,
+                                Memory& memory) const {
     tables->RequirePair(classifier, pair);
     CaseReading& reading = memory.reading;
-    dynamic_cast<ModelSelfTables&>(*model).ReadCase(&record, classifier, derivedInRecord, reading);
+    dynamic_cast<ModelSelfTables&>(*model).ReadCase(memory.record, classifier, memory.hasDerived, reading);
+    reading.isSameCase = true;
     tables->FillFactors(classifier, reading, evidence);
     for (std::size_t j = 0; j < evidence.predictors.size(); ++j)
         FillValue(reading.predictors[j].value, evidence.predictors[j].value);

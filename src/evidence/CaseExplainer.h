@@ -26,6 +26,9 @@ public:
     private:
         friend class CaseExplainer;
         CaseReading reading;
+        /// The case that was explained last, and whether it carries derived values.
+        const ScoreCaseRecord* record = nullptr;
+        bool hasDerived = false;
     };
 
     /// @param model configured; borrowed, and must outlive this. It computes the derived fields of cases.
@@ -52,10 +55,16 @@ public:
     /// category against itself.
     void Explain(const ScoreCaseRecord& record, std::size_t classifier, const AskedPair& pair, Evidence& evidence,
                  Memory& memory, bool derivedInRecord = false) const;
+    /// Explains the case that this memory was used for last, for another classifier: its derived fields are not
+    /// computed again. On the same thread, which has scored and explained nothing else since, while the record is
+    /// as it was. Throws std::logic_error where no case was explained.
+    void ExplainAnother(std::size_t classifier, const AskedPair& pair, Evidence& evidence, Memory& memory) const;
 
     const EvidenceTables& GetTables() const { return *tables; }
 
 private:
+    void ExplainRead(std::size_t classifier, const AskedPair& pair, Evidence& evidence, Memory& memory) const;
+
     ScoreModel* model;
     std::shared_ptr<const EvidenceTables> tables;
 };

@@ -16,7 +16,10 @@ std::vector<std::size_t> FindReasons(const Evidence& evidence, ReasonKind kind, 
     ReasonRanking ranking(most);
     for (std::size_t j = 0; j < evidence.predictors.size(); ++j)
         ranking.Offer(j, FindDistance(evidence.predictors[j].weight, evidence.predictors[j].range, kind));
-    return ranking.GetPredictors();
+    std::vector<std::size_t> reasons;
+    for (const ReasonRanking::Ranked& ranked : ranking.Get())
+        reasons.push_back(ranked.predictor);
+    return reasons;
 }
 
 }  // namespace nbscore

@@ -152,13 +152,17 @@ std::pair<std::size_t, std::size_t> EvidenceTables::ChoosePair(std::size_t class
 std::shared_ptr<const PairWeights> EvidenceTables::GetWeights(std::size_t classifier, std::size_t category,
                                                               std::size_t against) const {
     const Pair pair{classifier, category, against};
+    const std::vector<CountedShares>* sharesOfPredictors = nullptr;
     {
         const std::lock_guard lock(mutex);
         const auto known = weights.find(pair);
         if (known != weights.end()) return known->second;
+        auto found = shares.find(classifier);
+        if (found == shares.end()) found = shares.emplace(classifier, FindShares(tables.classifiers[classifier])).first;
+        sharesOfPredictors = &found->second;
     }
-    auto made =
-        std::make_shared<const PairWeights>(tables.classifiers[classifier], tables.densityFloor, category, against);
+    auto made = std::make_shared<const PairWeights>(tables.classifiers[classifier], *sharesOfPredictors,
+                                                    tables.densityFloor, category, against);
     const std::lock_guard lock(mutex);
     if (numNumbers + made->CountNumbers() > mostNumbers) {
         weights.clear();

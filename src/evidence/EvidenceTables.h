@@ -60,6 +60,8 @@ private:
 
     mutable std::mutex mutex;
     mutable std::map<Pair, std::shared_ptr<const PairWeights>> weights;
+    /// Of each classifier that was asked for; they stay.
+    mutable std::map<std::size_t, std::vector<CountedShares>> shares;
     /// How many numbers these hold.
     mutable std::size_t numNumbers = 0;
 };

@@ -42,19 +42,29 @@ WeightRange FindRangeOfCentres(const std::vector<Density>& densities, double thr
     return range;
 }
 
-/// The mean of the weights of all categories, each as often as it was counted.
-std::optional<double> FindAverage(const std::vector<std::optional<double>>& weights,
-                                  const std::vector<std::vector<double>>& counts) {
-    std::vector<double> totals;
-    for (const std::vector<double>& row : counts)
-        totals.push_back(std::accumulate(row.begin(), row.end(), 0.0));
-    const double whole = std::accumulate(totals.begin(), totals.end(), 0.0);
+CountedShares FindSharesOf(const PredictorTables& predictor) {
+    if (predictor.densities != nullptr || predictor.probabilities == nullptr) return std::nullopt;
+    std::vector<double> shares;
+    for (const std::vector<double>& row : *predictor.counts)
+        shares.push_back(std::accumulate(row.begin(), row.end(), 0.0));
+    const double whole = std::accumulate(shares.begin(), shares.end(), 0.0);
     if (!(whole > 0.0) || !std::isfinite(whole)) return std::nullopt;
+    for (double& share : shares) {
+        if (share < 0.0) return std::nullopt;
+        share /= whole;
+    }
+    return shares;
+}
+
+/// The mean of the weights of all categories, each as often as it was counted.
+std::optional<double> FindAverage(const std::vector<std::optional<double>>& weights, const CountedShares& shares) {
+    if (!shares) return std::nullopt;
     double average = 0.0;
-    for (std::size_t code = 0; code < totals.size(); ++code) {
-        if (totals[code] == 0.0) continue;
-        if (totals[code] < 0.0 || !weights[code]) return std::nullopt;
-        average += totals[code] / whole * *weights[code];
+    for (std::size_t code = 0; code < weights.size(); ++code) {
+        const double share = (*shares)[code];
+        if (share == 0.0) continue;
+        if (!weights[code]) return std::nullopt;
+        average += share * *weights[code];
     }
     return average;
 }
@@ -82,31 +92,33 @@ std::optional<double> WeightOf(const PredictorTables& predictor, std::size_t cod
     return LogRatio({factors[category], 0.0}, {factors[against], 0.0});
 }
 
-WeightRange FindRange(const PredictorTables& predictor, double threshold, DensityFloor floor, std::size_t category,
-                      std::size_t against) {
-    if (predictor.densities != nullptr) {
-        return FindRangeOfCentres(*predictor.densities, threshold, floor, category, against);
-    }
-    // A predictor that nothing was counted of says nothing.
-    if (predictor.probabilities == nullptr) return {.lowest = 0.0, .highest = 0.0};
-    WeightRange range;
-    for (std::size_t code = 0; code < predictor.probabilities->size(); ++code)
-        range.Widen(WeightOf(predictor, code, category, against));
-    return range;
+std::vector<CountedShares> FindShares(const ClassifierTables& classifier) {
+    std::vector<CountedShares> shares;
+    for (const PredictorTables& predictor : classifier.predictors)
+        shares.push_back(FindSharesOf(predictor));
+    return shares;
 }
 
-PairWeights::PairWeights(const ClassifierTables& classifier, DensityFloor floor, std::size_t category,
-                         std::size_t against)
+PairWeights::PairWeights(const ClassifierTables& classifier, const std::vector<CountedShares>& shares,
+                         DensityFloor floor, std::size_t category, std::size_t against)
     : base(LogRatio({classifier.priors[category], 0.0}, {classifier.priors[against], 0.0})), averageBase(base) {
-    for (const PredictorTables& predictor : classifier.predictors) {
+    for (std::size_t j = 0; j < classifier.predictors.size(); ++j) {
+        const PredictorTables& predictor = classifier.predictors[j];
         PredictorWeights& weights = predictors.emplace_back();
-        weights.range = FindRange(predictor, classifier.threshold, floor, category, against);
-        if (predictor.densities != nullptr) continue;
-        weights.average = 0.0;
-        if (predictor.probabilities != nullptr) {
-            for (std::size_t code = 0; code < predictor.probabilities->size(); ++code)
+        if (predictor.densities != nullptr) {
+            weights.range = FindRangeOfCentres(*predictor.densities, classifier.threshold, floor, category, against);
+            continue;
+        }
+        if (predictor.probabilities == nullptr) {
+            // A predictor that nothing was counted of says nothing.
+            weights.range = {.lowest = 0.0, .highest = 0.0};
+            weights.average = 0.0;
+        } else {
+            for (std::size_t code = 0; code < predictor.probabilities->size(); ++code) {
                 weights.ofCodes.push_back(WeightOf(predictor, code, category, against));
-            weights.average = FindAverage(weights.ofCodes, *predictor.counts);
+                weights.range.Widen(weights.ofCodes.back());
+            }
+            weights.average = FindAverage(weights.ofCodes, shares[j]);
         }
         if (averageBase && weights.average) *averageBase += *weights.average;
     }

@@ -20,10 +20,12 @@ std::optional<double> LogRatio(const ScaledNumber& one, const ScaledNumber& othe
 std::optional<double> WeightOf(const PredictorTables& predictor, std::size_t code, std::size_t category,
                                std::size_t against);
 
-/// What a predictor could say (PredictorEvidence), of densities at their centres alone. Takes time in proportion to the
-/// predictor's table.
-WeightRange FindRange(const PredictorTables& predictor, double threshold, DensityFloor floor, std::size_t category,
-                      std::size_t against);
+/// How often each of a predictor's categories was counted, as a share of all. None of densities, of a predictor that
+/// nothing was counted of, and where the counts are no shares of a whole.
+using CountedShares = std::optional<std::vector<double>>;
+
+/// For each predictor. Takes time in proportion to the classifier's tables; the same for every pair of categories.
+std::vector<CountedShares> FindShares(const ClassifierTables& classifier);
 
 /// What a predictor says about a category against another one, for all that a case may hold.
 struct PredictorWeights {
@@ -31,17 +33,18 @@ struct PredictorWeights {
     std::vector<std::optional<double>> ofCodes;
     /// As in PredictorEvidence.
     std::optional<double> average;
-    /// As FindRange has it.
+    /// As in PredictorEvidence, of densities at their centres alone.
     WeightRange range;
 };
 
-/// The weights of a classifier for one category against another one. Takes time and memory in proportion to the
-/// classifier's tables. Immutable.
+/// The weights of a classifier for one category against another one. Takes time and memory in proportion to the number
+/// of its predictors' categories. Immutable.
 class PairWeights {
 public:
-    /// @param classifier borrowed for the call.
+    /// @param classifier borrowed for the call. @param shares its own (FindShares).
     /// @param category and @param against positions among its target categories.
-    PairWeights(const ClassifierTables& classifier, DensityFloor floor, std::size_t category, std::size_t against);
+    PairWeights(const ClassifierTables& classifier, const std::vector<CountedShares>& shares, DensityFloor floor,
+                std::size_t category, std::size_t against);
 
     const std::optional<double>& GetBase() const { return base; }
     const std::optional<double>& GetAverageBase() const { return averageBase; }

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -25,28 +23,32 @@ public:
     explicit ReasonRanking(std::size_t mostReasons) : most(mostReasons) {}
 
     void Clear() {
-        distances.clear();
-        predictors.clear();
+        ranked.clear();
+        lowest = 0.0;
     }
     /// @param predictor a higher position than those before.
     void Offer(std::size_t predictor, double distance) {
-        if (!(distance > 0.0)) return;
-        if (distances.size() == most) {
-            if (most == 0 || distance <= distances.back()) return;
-            distances.pop_back();
-            predictors.pop_back();
-        }
-        const auto place = std::upper_bound(distances.begin(), distances.end(), distance, std::greater<>());
-        predictors.insert(predictors.begin() + (place - distances.begin()), predictor);
-        distances.insert(place, distance);
+        if (!(distance > lowest) || most == 0) return;
+        if (ranked.size() < most) ranked.emplace_back();
+        std::size_t place = ranked.size() - 1;
+        for (; place > 0 && ranked[place - 1].distance < distance; --place)
+            ranked[place] = ranked[place - 1];
+        ranked[place] = {distance, predictor};
+        if (ranked.size() == most) lowest = ranked.back().distance;
     }
-    const std::vector<std::size_t>& GetPredictors() const { return predictors; }
+
+    struct Ranked {
+        double distance = 0.0;
+        std::size_t predictor = 0;
+    };
+    /// From the greatest distance down.
+    const std::vector<Ranked>& Get() const { return ranked; }
 
 private:
     std::size_t most;
-    /// From the greatest down, and the predictors that they are of.
-    std::vector<double> distances;
-    std::vector<std::size_t> predictors;
+    std::vector<Ranked> ranked;
+    /// What a distance must be above to be kept.
+    double lowest = 0.0;
 };
 
 }  // namespace nbscore

@@ -48,6 +48,11 @@ struct CaseReading {
     const std::string* invalidField = nullptr;
     /// What the values belong to where they are not the record's own; for the model alone.
     std::unique_ptr<ScoreCaseRecord> treated = nullptr;
+    /// The values of derived fields, of a model with several classifiers; borrowed, and for the model alone.
+    const ScoreCaseRecord* derived = nullptr;
+    /// Set by the caller, for another classifier of the record that was read last with this reading: what the model
+    /// computed of it then holds, and is not computed again. In between the thread has scored and read nothing.
+    bool isSameCase = false;
 };
 
 }  // namespace nbscore

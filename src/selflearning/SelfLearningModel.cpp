@@ -336,9 +336,9 @@ nbscore::ModelTables SelfLearningModel::GetTables() const {
 void SelfLearningModel::ReadCase(const ScoreCaseRecord* record, std::size_t classifier, bool derivedInRecord,
                                  nbscore::CaseReading& reading) {
     PrepareScoring(record, derivedInRecord);
-    const ScoreCaseRecord* derivedRecord =
-        nbscore::ComputeDerivedValues(*this, needDerivedPredictor, record, derivedInRecord);
-    GetSubModel(static_cast<int>(classifier)).classifier.Read(Existing(record), derivedRecord, reading);
+    if (!reading.isSameCase)
+        reading.derived = nbscore::ComputeDerivedValues(*this, needDerivedPredictor, record, derivedInRecord);
+    GetSubModel(static_cast<int>(classifier)).classifier.Read(Existing(record), reading.derived, reading);
 }
 
 // The flag's text stands at the end of the line of names, and its label, in each sub-model's part, is followed by no

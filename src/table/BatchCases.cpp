@@ -92,8 +92,8 @@ std::vector<std::string> BatchCases::GetFieldsOfPredictors() const {
     return fields;
 }
 
-int BatchCases::CodeOf(std::size_t predictor, std::span<const FactorRow> rows) const {
-    return parts->engine->CodeOf(predictor, rows);
+BatchEngine::CodePlaces BatchCases::GetCodePlaces(std::size_t predictor) const {
+    return parts->engine->GetCodePlaces(predictor);
 }
 
 std::size_t BatchCases::GetCasesAtOnce() const {

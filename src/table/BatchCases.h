@@ -9,14 +9,13 @@
 #include <string_view>
 #include <vector>
 
+#include "batch/BatchEngine.h"
 #include "factors/FactorRow.h"
 #include "framework/ScoreModel.h"
 #include "table/CsvBatchWriter.h"
 #include "table/ModelResults.h"
 
 namespace nbscore {
-
-class BatchEngine;
 
 /// Scores many cases of a table at once, with a single classifier or a set of sub-models. Copies share what they score
 /// with; each thread scores with one of its own.
@@ -33,9 +32,9 @@ public:
     /// The factor row of a value. May be called on several threads at once.
     FactorRow RowOf(std::size_t reader, std::string_view text) const;
     FactorRow RowOf(std::size_t reader, double number) const;
-    /// The field that each predictor reads, and what BatchEngine::CodeOf finds in a case.
+    /// The field that each predictor reads, and where its codes stand; these are borrowed.
     std::vector<std::string> GetFieldsOfPredictors() const;
-    int CodeOf(std::size_t predictor, std::span<const FactorRow> rows) const;
+    BatchEngine::CodePlaces GetCodePlaces(std::size_t predictor) const;
     /// How many cases to score at once.
     std::size_t GetCasesAtOnce() const;
 

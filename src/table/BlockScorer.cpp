@@ -101,16 +101,14 @@ void ContractBlockScorer::AppendReasons(const ScoreCaseRecord& record, std::stri
     } catch (...) {
         RethrowPluginFailure("scoring");
     }
-    const std::vector<std::size_t> found = FindReasons(evidence, reasons->options.kind, reasons->options.most);
-    std::vector<std::string> weights;
-    weights.reserve(found.size());
-    std::vector<WrittenReason> written;
-    for (const std::size_t predictor : found) {
-        const PredictorEvidence& ofPredictor = evidence.predictors[predictor];
-        weights.push_back(FormatNumber(*ofPredictor.weight));
-        written.push_back({reasons->explainer.GetPredictors(0)[predictor], ofPredictor.value, weights.back()});
+    writer->BeginReasons(text);
+    std::size_t count = 0;
+    for (const std::size_t predictor : FindReasons(evidence, reasons->options.kind, reasons->options.most)) {
+        writer->AppendReasonField(text, count++, reasons->explainer.GetPredictors(0)[predictor]);
+        writer->AppendReasonValue(text, evidence.predictors[predictor].value);
+        writer->AppendReasonWeight(text, *evidence.predictors[predictor].weight);
     }
-    writer->AppendReasons(text, written);
+    writer->EndReasons(text, count);
 }
 
 void ContractBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) {
@@ -175,7 +173,7 @@ BatchBlockScorer::BatchBlockScorer(const BatchCases& batchScorer, CaseCoder case
       memory(numReaders),
       rowsToScore(pitch * numReaders),
       listsToScore(numReaders) {
-    if (reasonSearch) reasons.emplace(reasonSearch->options, reasonSearch->explainer, batch, coder);
+    if (reasonSearch) reasons.emplace(reasonSearch->options, reasonSearch->explainer, batch, coder, *writer);
 }
 
 void BatchBlockScorer::Score(CsvRowReader& rows, BlockScores& scores, const OnLongText& onLongText) {
@@ -297,7 +295,7 @@ void BatchBlockScorer::AppendScores(std::size_t number, BlockScores& scores) {
     } else {
         AppendNewScores(number, scores);
     }
-    if (reasons) writer->AppendReasons(scores.text, reasons->Write(coder, cases, number));
+    if (reasons) reasons->Write(scores.text, coder, cases, number);
     writer->AppendEnd(scores.text);
 }
 

@@ -208,15 +208,24 @@ void CsvScoreWriter::AddPrediction(CsvRow& row, const ScoredCase& scored) {
     row.AddPlain(*cell);
 }
 
-void CsvScoreWriter::AppendReasons(std::string& text, std::span<const WrittenReason> reasons) const {
+/// There are cells in front of reasons at all times: those of the scores.
+void CsvScoreWriter::AppendReasonField(std::string& text, std::size_t, std::string_view predictor) const {
+    text += delimiter;
+    AppendCsvCell(text, predictor, delimiter);
+    text += delimiter;
+}
+
+void CsvScoreWriter::AppendReasonValue(std::string& text, std::string_view value) const {
+    AppendCsvCell(text, value, delimiter);
+}
+
+void CsvScoreWriter::AppendReasonWeight(std::string& text, double weight) const {
     CsvRow row(text, delimiter, true);
-    for (const auto& [predictor, value, weight] : reasons) {
-        row.Add(predictor);
-        row.Add(value);
-        row.Add(weight);
-    }
-    for (std::size_t empty = cellsOfReason * (numReasons - reasons.size()); empty > 0; --empty)
-        row.AddPlain({});
+    AddNumbers(row, 1, numbersNeedQuotes, [weight](std::size_t) { return weight; });
+}
+
+void CsvScoreWriter::EndReasons(std::string& text, std::size_t count) const {
+    text.append(cellsOfReason * (numReasons - count), delimiter);
 }
 
 /// Appends the added columns' cells, behind those of the input.
@@ -256,7 +265,7 @@ void CsvScoreWriter::AppendRow(std::string& text, const ScoredCase& scored, std:
                 row.AddPlain(assessmentTexts.Get(shown.front(), scored.assessments[shown.front()], appendAssessment));
                 break;
             case AddedColumn::Reason:
-                // Those stand behind the scores, which may come from memory (AppendReasons).
+                // Those stand behind the scores, which may come from memory (BeginReasons).
                 break;
         }
     }

@@ -39,7 +39,11 @@ public:
     void AppendInput(std::string& text, const InputRow& input) const override;
     void AppendScores(std::string& text, const ScoredCase& scored) override;
     /// Three cells for each of the reasons that are asked for; empty ones where the case has fewer.
-    void AppendReasons(std::string& text, std::span<const WrittenReason> reasons) const override;
+    void BeginReasons(std::string&) const override {}
+    void AppendReasonField(std::string& text, std::size_t number, std::string_view predictor) const override;
+    void AppendReasonValue(std::string& text, std::string_view value) const override;
+    void AppendReasonWeight(std::string& text, double weight) const override;
+    void EndReasons(std::string& text, std::size_t count) const override;
     void AppendEnd(std::string& text) const override { text += '\n'; }
     /// None for rows in which numbers need quotes, for sub-models in another order, and for reasons and a document's
     /// own columns.

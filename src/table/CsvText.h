@@ -11,8 +11,11 @@ namespace nbscore {
 /// or a line break; as it stands otherwise. A text that begins with a byte order mark is put in quotes too, so that
 /// in front of a table it reads as text.
 inline void AppendCsvCell(std::string& text, std::string_view cell, char delimiter) {
-    const bool holdsMark = std::any_of(cell.begin(), cell.end(), [delimiter](char character) {
-        return character == delimiter || character == '"' || character == '\n' || character == '\r';
+    // Letters and digits stand behind most delimiters: one comparison sees to them.
+    const char last = std::max(delimiter, '"');
+    const bool holdsMark = std::any_of(cell.begin(), cell.end(), [delimiter, last](char character) {
+        return character <= last &&
+               (character == delimiter || character == '"' || character == '\n' || character == '\r');
     });
     if (!holdsMark && !cell.starts_with("\xEF\xBB\xBF")) {
         text += cell;

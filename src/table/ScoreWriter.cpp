@@ -36,7 +36,11 @@ public:
     void AppendInput(std::string&, const InputRow&) const override {}
     void AppendScores(std::string& text, const ScoredCase& scored) override;
     /// `"reasons": [{"field": …, "value": …, "weight": …}]`. The value is a text as the case has it, or null.
-    void AppendReasons(std::string& text, std::span<const WrittenReason> reasons) const override;
+    void BeginReasons(std::string& text) const override { text += ", \"reasons\": ["; }
+    void AppendReasonField(std::string& text, std::size_t number, std::string_view predictor) const override;
+    void AppendReasonValue(std::string& text, std::string_view value) const override;
+    void AppendReasonWeight(std::string& text, double weight) const override;
+    void EndReasons(std::string& text, std::size_t) const override { text += ']'; }
     void AppendEnd(std::string& text) const override { text += "}\n"; }
 
 private:
@@ -164,26 +168,24 @@ void JsonLinesScoreWriter::AppendSubModels(std::string& text, const ScoredCase& 
     text += ']';
 }
 
-void JsonLinesScoreWriter::AppendReasons(std::string& text, std::span<const WrittenReason> reasons) const {
-    const bool isFirstKey = text.ends_with('{');
-    text += isFirstKey ? "\"reasons\": [" : ", \"reasons\": [";
-    const char* separator = "";
-    for (const auto& [predictor, value, weight] : reasons) {
-        text += separator;
-        text += "{\"field\": ";
-        AppendJsonText(text, predictor);
-        text += ", \"value\": ";
-        if (value.empty()) {
-            text += "null";
-        } else {
-            AppendJsonText(text, value);
-        }
-        text += ", \"weight\": ";
-        text += weight;
-        text += '}';
-        separator = ", ";
+void JsonLinesScoreWriter::AppendReasonField(std::string& text, std::size_t number, std::string_view predictor) const {
+    text += number == 0 ? "{\"field\": " : ", {\"field\": ";
+    AppendJsonText(text, predictor);
+    text += ", \"value\": ";
+}
+
+void JsonLinesScoreWriter::AppendReasonValue(std::string& text, std::string_view value) const {
+    if (value.empty()) {
+        text += "null";
+    } else {
+        AppendJsonText(text, value);
     }
-    text += ']';
+}
+
+void JsonLinesScoreWriter::AppendReasonWeight(std::string& text, double weight) const {
+    text += ", \"weight\": ";
+    AppendJsonNumber(text, weight);
+    text += '}';
 }
 
 const ScoreDictVar& RequireTarget(ScoreModel& model) {

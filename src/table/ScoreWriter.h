@@ -1,7 +1,7 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,15 +13,6 @@
 #include "table/TableOptions.h"
 
 namespace nbscore {
-
-/// One of a case's reasons. All is borrowed.
-struct WrittenReason {
-    std::string_view predictor;
-    /// Empty where there is none.
-    std::string_view value;
-    /// As a number is written.
-    std::string_view weight;
-};
 
 /// Writes scored cases in one output format, as text that the caller passes on. Used by one thread.
 class ScoreWriter {
@@ -41,8 +32,15 @@ public:
     virtual bool HasScoresBehindInput() const = 0;
     virtual void AppendInput(std::string& text, const InputRow& input) const = 0;
     virtual void AppendScores(std::string& text, const ScoredCase& scored) = 0;
-    /// Only where the options ask for reasons.
-    virtual void AppendReasons(std::string& text, std::span<const WrittenReason> reasons) const = 0;
+    /// Only where the options ask for reasons: their beginning, for each its predictor, its value (empty where there is
+    /// none) and its weight, and their end. All but the values depends on the scores alone.
+    virtual void BeginReasons(std::string& text) const = 0;
+    /// @param number the reason's, from 0.
+    virtual void AppendReasonField(std::string& text, std::size_t number, std::string_view predictor) const = 0;
+    virtual void AppendReasonValue(std::string& text, std::string_view value) const = 0;
+    virtual void AppendReasonWeight(std::string& text, double weight) const = 0;
+    /// @param count how many there were.
+    virtual void EndReasons(std::string& text, std::size_t count) const = 0;
     virtual void AppendEnd(std::string& text) const = 0;
 
     /// A writer of many cases at once that writes the same, where each is written as it was read and has nothing behind

@@ -56,7 +56,9 @@ std::vector<std::string> ArrowScores::GetRow(std::int64_t entry) const {
         const bool isThere = bits == nullptr || ((bits[entry / 8] >> (entry % 8)) & 1) != 0;
         std::string& cell = cells.emplace_back();
         if (!isThere) continue;
-        if (std::string(schema.children[i]->format) == "u") {
+        if (std::string(schema.children[i]->format) == "l") {
+            cell = std::to_string(static_cast<const std::int64_t*>(column.buffers[1])[entry]);
+        } else if (std::string(schema.children[i]->format) == "u") {
             const auto* const offsets = static_cast<const std::int32_t*>(column.buffers[1]);
             cell.assign(static_cast<const char*>(column.buffers[2]) + offsets[entry],
                         static_cast<const char*>(column.buffers[2]) + offsets[entry + 1]);

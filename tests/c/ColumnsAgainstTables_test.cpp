@@ -47,9 +47,21 @@ Rows ScoreAsTable(LoadedModel& model, const Subject& subject) {
     options.output.onlyScores = true;
     if (subject.scoring.usual_columns != 0) options.output.columns = ResultColumns::Usual;
     options.output.predictionOnly = subject.scoring.prediction_only != 0;
+    options.output.reasons.most = static_cast<std::size_t>(subject.scoring.reasons);
+    if (subject.scoring.reasons_that_lift != 0) options.output.reasons.kind = ReasonKind::Lifted;
     if (subject.scoring.best != 0) options.output.subModels.best = subject.scoring.best;
     ScoreTable(model.Get(), stream, "rows.csv", sink, options, nullptr);
     return ReadRows(sink.text);
+}
+
+/// All numbers written in one way: a table tells a reason's value as its cell has it, columns tell the number.
+Rows WithPlainNumbers(Rows rows) {
+    for (std::vector<std::string>& row : rows) {
+        for (std::string& cell : row) {
+            if (const std::optional<double> number = ReadNumber(cell)) cell = FormatNumber(*number);
+        }
+    }
+    return rows;
 }
 
 ModelHandle OpenDocument(const Subject& subject) {
@@ -147,8 +159,12 @@ void ExpectScoredAlike(const Subject& subject, int number) {
         plugin, std::unique_ptr<ScoreModel>(plugin->MakeTranslator(subject.rule)->ParseFromTree(source, "UTF-8")));
     const ModelHandle opened = OpenDocument(subject);
     const Rows columns = ScoreAsColumns(opened, model.Get(), subject, static_cast<TextShape>(number % 3));
-    ASSERT_EQ(ScoreAsTable(model, subject), columns);
-    const bool areAll = subject.scoring.prediction_only == 0;
+    if (subject.scoring.reasons == 0) {
+        ASSERT_EQ(ScoreAsTable(model, subject), columns);
+    } else {
+        ASSERT_EQ(WithPlainNumbers(ScoreAsTable(model, subject)), WithPlainNumbers(columns));
+    }
+    const bool areAll = subject.scoring.prediction_only == 0 && subject.scoring.reasons == 0;
     const bool areUsual = subject.rule == ScoringRule::Smoothed || subject.scoring.usual_columns != 0;
     if (areAll && areUsual) ExpectRowsScoredAlike(opened, model.Get(), subject, columns);
 }
@@ -159,6 +175,18 @@ TEST(CRandomColumns, AreScoredAsTheirTableIs_BySingleClassifiers) {
         const RandomDocument made = MakeRandomDocument(random);
         const auto cases = DrawEach(casesOfDocument, [&] { return MakeRandomCase(made, random); });
         ExpectScoredAlike({made.text, CsvTableText(made.inputs, cases)}, number);
+    }
+}
+
+TEST(CRandomColumns, HaveTheReasonsOfTheirTable) {
+    Randomness random(4);
+    for (int number = 0; number < documentsOfEachKind && !HasFatalFailure(); ++number) {
+        const RandomDocument made = MakeRandomDocument(random);
+        const auto cases = DrawEach(casesOfDocument, [&] { return MakeRandomCase(made, random); });
+        Subject subject{made.text, CsvTableText(made.inputs, cases)};
+        subject.scoring.reasons = 2;
+        subject.scoring.reasons_that_lift = number % 2;
+        ExpectScoredAlike(subject, number);
     }
 }
 

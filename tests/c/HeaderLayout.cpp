@@ -80,7 +80,17 @@ NBSCORE_MEMBER(nbscore_scoring, prediction_only, 12, std::int32_t);
 NBSCORE_MEMBER(nbscore_scoring, lacking_as_absent, 16, std::int32_t);
 NBSCORE_MEMBER(nbscore_scoring, reserved, 20, std::int32_t);
 NBSCORE_MEMBER(nbscore_scoring, best, 24, std::uint64_t);
-static_assert(sizeof(nbscore_scoring) == 32);
+NBSCORE_MEMBER(nbscore_scoring, reasons, 32, std::int32_t);
+NBSCORE_MEMBER(nbscore_scoring, reasons_that_lift, 36, std::int32_t);
+static_assert(sizeof(nbscore_scoring) == 40);
+
+NBSCORE_MEMBER(nbscore_explaining, size, 0, std::size_t);
+NBSCORE_MEMBER(nbscore_explaining, lacking_as_absent, 8, std::int32_t);
+NBSCORE_MEMBER(nbscore_explaining, factors, 12, std::int32_t);
+NBSCORE_MEMBER(nbscore_explaining, category, 16, const char*);
+NBSCORE_MEMBER(nbscore_explaining, against, 24, const char*);
+NBSCORE_MEMBER(nbscore_explaining, sub_model, 32, const char*);
+static_assert(sizeof(nbscore_explaining) == 40);
 
 NBSCORE_MEMBER(nbscore_answer, predicted, 0, std::int32_t);
 NBSCORE_MEMBER(nbscore_answer, reserved, 4, std::int32_t);
@@ -121,6 +131,10 @@ NBSCORE_SIGNATURE(nbscore_score, std::int32_t(const nbscore_model*, const nbscor
                                               const ArrowArray*, ArrowArray*, nbscore_error**));
 NBSCORE_SIGNATURE(nbscore_score_stream, std::int32_t(const nbscore_model*, const nbscore_scoring*, ArrowArrayStream*,
                                                      ArrowArrayStream*, nbscore_error**));
+NBSCORE_SIGNATURE(nbscore_explain_schema,
+                  std::int32_t(const nbscore_model*, const nbscore_explaining*, ArrowSchema*, nbscore_error**));
+NBSCORE_SIGNATURE(nbscore_explain, std::int32_t(const nbscore_model*, const nbscore_explaining*, const ArrowSchema*,
+                                                const ArrowArray*, ArrowArray*, nbscore_error**));
 NBSCORE_SIGNATURE(nbscore_row_make, std::int32_t(const nbscore_model*, nbscore_row**, nbscore_error**));
 NBSCORE_SIGNATURE(nbscore_row_free, void(nbscore_row*));
 NBSCORE_SIGNATURE(nbscore_find_field, std::int32_t(const nbscore_model*, const char*, std::size_t*, nbscore_error**));

@@ -405,10 +405,26 @@ TEST(CScores, AreRefusedOptions_ThatAreNotForTheModelOrThatThereAreNot) {
     nbscore_scoring scoring = NBSCORE_SCORING_INIT;
     scoring.best = 1;
     EXPECT_EQ(NBSCORE_BAD_ARGUMENT, nbscore_score_schema(model.get(), &scoring, &schema, nullptr));
-    for (std::int32_t nbscore_scoring::*choice : {&nbscore_scoring::usual_columns, &nbscore_scoring::prediction_only,
-                                                  &nbscore_scoring::lacking_as_absent, &nbscore_scoring::reserved}) {
+    for (std::int32_t nbscore_scoring::*choice :
+         {&nbscore_scoring::usual_columns, &nbscore_scoring::prediction_only, &nbscore_scoring::lacking_as_absent,
+          &nbscore_scoring::reserved, &nbscore_scoring::reasons_that_lift}) {
         scoring = NBSCORE_SCORING_INIT;
         scoring.*choice = 2;
+        EXPECT_EQ(NBSCORE_BAD_ARGUMENT, nbscore_score_schema(model.get(), &scoring, &schema, nullptr));
+    }
+}
+
+TEST(CScores, HaveNoReasons_WhereTheModelIsASetOrTheyAreTooMany) {
+    nbscore_scoring scoring = NBSCORE_SCORING_INIT;
+    scoring.reasons = 1;
+    ArrowSchema schema;
+    nbscore_error* failure = nullptr;
+    const ModelHandle set = OpenFile(offers);
+    EXPECT_EQ(NBSCORE_BAD_ARGUMENT, nbscore_score_schema(set.get(), &scoring, &schema, &failure));
+    EXPECT_THAT(ErrorHandle(failure)->message, HasSubstr("nbscore_explain"));
+    const ModelHandle model = OpenFile(titanic);
+    for (const std::int32_t number : {-1, 1001}) {
+        scoring.reasons = number;
         EXPECT_EQ(NBSCORE_BAD_ARGUMENT, nbscore_score_schema(model.get(), &scoring, &schema, nullptr));
     }
 }

@@ -218,11 +218,18 @@ TEST(Evidence, MultipliesToTheScoresOfSubModels_ForRandomSets) {
         ASSERT_EQ(explainer.GetSubModels().size(), set.subModels.size());
         CaseExplainer::Memory memory;
         BaseCaseRecord record(NamesOf(set.columns));
-        Evidence evidence;
+        std::vector<Evidence> ofCase(set.subModels.size());
         for (int i = 0; i < casesPerModel; ++i) {
             FillRecord(record, set.columns, MakeRandomSetCase(set, random).cells);
             for (std::size_t m = 0; m < set.subModels.size(); ++m) {
-                explainer.Explain(record, m, {}, evidence, memory);
+                if (m == 0) {
+                    explainer.Explain(record, m, {}, ofCase[m], memory);
+                } else {
+                    explainer.ExplainAnother(m, {}, ofCase[m], memory);
+                }
+            }
+            for (std::size_t m = 0; m < set.subModels.size(); ++m) {
+                const Evidence& evidence = ofCase[m];
                 const double score =
                     dynamic_cast<SubModelScoring&>(*model).ScoreSubModel(&record, static_cast<int>(m), false);
                 if (evidence.probabilities.empty()) {
@@ -247,6 +254,59 @@ TEST(Evidence, MultipliesToTheScoresOfSubModels_ForRandomSets) {
     EXPECT_GT(seen.explained, 5000);
     EXPECT_GT(seen.nothingKnown, 50);
     EXPECT_GT(seen.sums, 3000);
+}
+
+/// Counts how often its only value is asked for.
+class CountingRecord : public ScoreCaseRecord {
+public:
+    const ScoreValue* GetValueByIndex(int) const override { return nullptr; }
+    const ScoreValue* GetValueByName(const std::string& name) const override {
+        if (name != "x") return nullptr;
+        ++asked;
+        return &value;
+    }
+    bool IsIndexed() const override { return false; }
+    int GetVarIndex(const std::string&) const override { return -1; }
+
+    NumericValue value{3};
+    mutable int asked = 0;
+};
+
+TEST(Evidence, HasItsDerivedFieldsComputedOnce_ForAllSubModelsOfACase) {
+    std::string text = R"(<PMML version="4.4"><DataDictionary>
+<DataField name="x" optype="continuous" dataType="double"/>
+<DataField name="t" optype="categorical" dataType="string"><Value value="no"/><Value value="yes"/></DataField>
+</DataDictionary><TransformationDictionary>
+<DerivedField name="d" optype="categorical" dataType="string"><Apply function="if">
+<Apply function="greaterThan"><FieldRef field="x"/><Constant>2</Constant></Apply>
+<Constant>high</Constant><Constant>low</Constant></Apply></DerivedField>
+</TransformationDictionary>)";
+    for (const char* name : {"one", "two", "three"})
+        text += std::string("<NaiveBayesModel modelName=\"") + name + R"(" algorithmName="SelfLearning" threshold="0.5">
+<MiningSchema><MiningField name="x"/>
+<Extension extender="scoring.nbscore" name="DerivedFields"><MiningField name="d"/></Extension>
+<MiningField name="t" usageType="predicted"/></MiningSchema>
+<BayesInputs><BayesInput fieldName="d"><PairCounts value="high"><TargetValueCounts>
+<TargetValueCount value="no" count="1"/><TargetValueCount value="yes" count="3"/></TargetValueCounts></PairCounts>
+</BayesInput></BayesInputs>
+<BayesOutput fieldName="t"><TargetValueCounts><TargetValueCount value="no" count="4"/>
+<TargetValueCount value="yes" count="4"/></TargetValueCounts></BayesOutput></NaiveBayesModel>)";
+    const std::unique_ptr<ScoreModel> model = Parse(text + "</PMML>");
+    const CaseExplainer explainer(*model);
+    ASSERT_EQ(explainer.GetNumClassifiers(), 3U);
+    CaseExplainer::Memory memory;
+    Evidence evidence;
+    EXPECT_THROW(explainer.ExplainAnother(0, {}, evidence, memory), std::logic_error);
+    CountingRecord record;
+    explainer.Explain(record, 0, {}, evidence, memory);
+    const int askedForOne = record.asked;
+    EXPECT_GT(askedForOne, 0);
+    for (const std::size_t another : {1U, 2U}) {
+        explainer.ExplainAnother(another, {}, evidence, memory);
+        EXPECT_EQ(evidence.predictors[0].value, "high");
+        EXPECT_EQ(evidence.predictors[0].kind, PredictorReading::Known);
+    }
+    EXPECT_EQ(record.asked, askedForOne);
 }
 
 TEST(Evidence, MultipliesToTheAnswers_WhenInputsAreDerivedFields) {

@@ -172,6 +172,8 @@ public:
         TextSink sink;
         TableScorerOptions options;
         ScoreInto(sink, options);
+        options.output.reasons.most = 2;
+        ScoreInto(sink, options);
         options.output.format = ScoreFormat::JsonLines;
         ScoreInto(sink, options);
         options.output.format = ScoreFormat::Csv;
@@ -234,7 +236,7 @@ public:
             for (const std::string& cell : scores.GetRow(entry))
                 text += cell + ' ';
         }
-        return text + ScoreRows(model.get()) + std::to_string(CountStreamed(model.get()));
+        return text + ExplainTable(model.get()) + ScoreRows(model.get()) + std::to_string(CountStreamed(model.get()));
     }
 
 private:
@@ -255,6 +257,23 @@ private:
         stream.release = [](ArrowArrayStream* self) { self->release = nullptr; };
         stream.private_data = this;
         return stream;
+    }
+
+    std::string ExplainTable(const nbscore_model* model) {
+        ArrowScores evidence;
+        nbscore_explaining explaining = NBSCORE_EXPLAINING_INIT;
+        explaining.factors = 1;
+        nbscore_error* failure = nullptr;
+        nbscore_explain_schema(model, &explaining, &evidence.schema, &failure);
+        Require(failure);
+        nbscore_explain(model, &explaining, &table.GetSchema(), &table.GetArray(), &evidence.array, &failure);
+        Require(failure);
+        std::string text;
+        for (std::int64_t entry = 0; entry < evidence.array.length; ++entry) {
+            for (const std::string& cell : evidence.GetRow(entry))
+                text += cell + ' ';
+        }
+        return text;
     }
 
     std::string ScoreRows(const nbscore_model* model) {

@@ -1,9 +1,9 @@
 #include "cli/verbs/EvidenceReport.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 
+#include "evidence/EvidenceTerms.h"
 #include "framework/NumberText.h"
 #include "output/JsonText.h"
 #include "table/CsvText.h"
@@ -11,26 +11,7 @@
 namespace nbscore {
 namespace {
 
-const char* NameState(Evidence::State state) {
-    switch (state) {
-        case Evidence::Explained:
-            return "explained";
-        case Evidence::NothingKnown:
-            return "nothing known";
-        case Evidence::InvalidValue:
-            return "invalid value";
-        case Evidence::NothingPossible:
-            return "nothing possible";
-        case Evidence::VanishedPrior:
-            return "vanished prior";
-        case Evidence::NoOtherCategory:
-            return "no other category";
-    }
-    return "";
-}
-
-/// For programs: a row for the prior, for each predictor, and for the sum. The cells of a column of numbers that there
-/// is none of are empty.
+/// For programs: a row for each term.
 class CsvEvidence : public EvidenceReport {
 public:
     CsvEvidence(const EvidenceReportOptions& options, bool ofSet)
@@ -41,50 +22,35 @@ public:
         row.Add("row");
         row.Add("line");
         if (isSet) row.Add("model");
-        for (const char* name : {"state", "category", "against", "term", "predictor", "value", "use", "weight",
-                                 "against_average", "average", "lowest", "highest"})
+        for (const char* const name : textsOfTerm)
+            row.Add(name);
+        for (const char* const name : numbersOfTerm)
             row.Add(name);
         row.End();
     }
 
-    void AppendCase(std::string& text, const ExplainedCase& explained) const override {
-        const Evidence& evidence = explained.evidence;
-        AppendTerm(text, explained, "prior", nullptr, {}, {evidence.base, evidence.averageBase, {}, {}, {}});
-        for (std::size_t j = 0; j < evidence.predictors.size(); ++j) {
-            const PredictorEvidence& predictor = evidence.predictors[j];
-            AppendTerm(text, explained, "predictor", &predictor, explained.predictors[j],
-                       {predictor.weight, predictor.againstAverage, predictor.average, predictor.range.lowest,
-                        predictor.range.highest});
+    void AppendCase(std::string& text, const ExplainedCase& explained) override {
+        ListTerms(explained.evidence, explained.categories, explained.predictors, terms);
+        for (const EvidenceTerm& term : terms) {
+            CsvRow row(text, delimiter);
+            row.Add(std::to_string(explained.row));
+            row.Add(std::to_string(explained.line));
+            if (isSet) row.Add(*explained.subModel);
+            for (const std::optional<std::string_view>& cell : term.texts)
+                row.Add(cell.value_or(std::string_view()));
+            for (const std::optional<double>& number : term.numbers) {
+                const std::optional<double> inUnits = units(number);
+                row.Add(inUnits ? FormatNumber(*inUnits) : std::string());
+            }
+            row.End();
         }
-        AppendTerm(text, explained, "sum", nullptr, {}, {evidence.logOdds, evidence.logOdds, {}, {}, {}});
     }
 
 private:
-    void AppendTerm(std::string& text, const ExplainedCase& explained, const char* term,
-                    const PredictorEvidence* predictor, std::string_view name,
-                    const std::array<std::optional<double>, 5>& numbers) const {
-        const Evidence& evidence = explained.evidence;
-        CsvRow row(text, delimiter);
-        row.Add(std::to_string(explained.row));
-        row.Add(std::to_string(explained.line));
-        if (isSet) row.Add(*explained.subModel);
-        row.Add(NameState(evidence.state));
-        row.Add(HasPair(evidence) ? explained.categories[evidence.category] : std::string());
-        row.Add(HasPair(evidence) ? explained.categories[evidence.against] : std::string());
-        row.Add(term);
-        row.Add(name);
-        row.Add(predictor == nullptr ? std::string() : predictor->value);
-        row.Add(predictor == nullptr ? "" : NameKind(predictor->kind));
-        for (const std::optional<double>& number : numbers) {
-            const std::optional<double> inUnits = units(number);
-            row.Add(inUnits ? FormatNumber(*inUnits) : std::string());
-        }
-        row.End();
-    }
-
     Units units;
     char delimiter;
     bool isSet;
+    std::vector<EvidenceTerm> terms;
 };
 
 /// For programs: one JSON object a line, with everything that replaying a case takes.
@@ -94,7 +60,7 @@ public:
 
     void AppendHeader(std::string&) const override {}
 
-    void AppendCase(std::string& text, const ExplainedCase& explained) const override {
+    void AppendCase(std::string& text, const ExplainedCase& explained) override {
         const Evidence& evidence = explained.evidence;
         text += "{\"row\": " + std::to_string(explained.row) + ", \"line\": " + std::to_string(explained.line);
         if (explained.subModel != nullptr) AppendText(text, "model", *explained.subModel);
@@ -198,24 +164,6 @@ private:
 };
 
 }  // namespace
-
-const char* NameKind(PredictorReading::Kind kind) {
-    switch (kind) {
-        case PredictorReading::Known:
-            return "known";
-        case PredictorReading::Missing:
-            return "missing";
-        case PredictorReading::Unknown:
-            return "unknown";
-        case PredictorReading::TextInBins:
-            return "text in bins";
-        case PredictorReading::OutsideDensities:
-            return "outside the densities";
-        case PredictorReading::NothingCounted:
-            return "nothing counted";
-    }
-    return "";
-}
 
 std::unique_ptr<EvidenceReport> MakeEvidenceReport(const EvidenceReportOptions& options, const std::string& table,
                                                    bool isSet) {

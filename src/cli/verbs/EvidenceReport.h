@@ -41,16 +41,8 @@ public:
     virtual ~EvidenceReport() = default;
 
     virtual void AppendHeader(std::string& text) const = 0;
-    virtual void AppendCase(std::string& text, const ExplainedCase& explained) const = 0;
+    virtual void AppendCase(std::string& text, const ExplainedCase& explained) = 0;
 };
-
-/// What became of a predictor's value, in a word or two.
-const char* NameKind(PredictorReading::Kind kind);
-
-/// Whether two categories are weighed against each other.
-inline bool HasPair(const Evidence& evidence) {
-    return evidence.category != evidence.against;
-}
 
 /// Numbers in the unit that was asked for.
 class Units {

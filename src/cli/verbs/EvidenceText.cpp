@@ -7,6 +7,7 @@
 
 #include "cli/system/TerminalText.h"
 #include "cli/verbs/EvidenceReport.h"
+#include "evidence/EvidenceTerms.h"
 
 namespace nbscore {
 namespace {
@@ -29,7 +30,7 @@ public:
 
     void AppendHeader(std::string&) const override {}
 
-    void AppendCase(std::string& text, const ExplainedCase& explained) const override {
+    void AppendCase(std::string& text, const ExplainedCase& explained) override {
         const Evidence& evidence = explained.evidence;
         text += MakePrintable(table) + ':' + std::to_string(explained.line) + ": row " + std::to_string(explained.row);
         if (explained.subModel != nullptr) text += ", " + MakePrintable(*explained.subModel);

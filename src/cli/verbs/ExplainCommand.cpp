@@ -3,6 +3,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "cli/system/Interrupts.h"
@@ -181,10 +182,15 @@ ExitStatus ExplainCommand::Run(Console& console) {
 }
 
 /// What a plug-in throws is told as such.
-void ExplainOne(const CaseExplainer& explainer, const ScoreCaseRecord& record, std::size_t classifier,
+/// @param record null for the one before, for another classifier.
+void ExplainOne(const CaseExplainer& explainer, const ScoreCaseRecord* record, std::size_t classifier,
                 const AskedPair& pair, Evidence& evidence, CaseExplainer::Memory& memory) {
     try {
-        explainer.Explain(record, classifier, pair, evidence, memory);
+        if (record == nullptr) {
+            explainer.ExplainAnother(classifier, pair, evidence, memory);
+        } else {
+            explainer.Explain(*record, classifier, pair, evidence, memory);
+        }
     } catch (...) {
         RethrowPluginFailure("scoring");
     }
@@ -213,11 +219,11 @@ void ExplainCommand::Explain(const CaseExplainer& explainer, CaseInput& input, S
     std::uint64_t read = 0;
     while (rows.ReadRow(cells)) {
         limits.ThrowIfCancelled();
-        const ScoreCaseRecord& record = binder.Bind(cells, rows.GetRowLine());
+        const ScoreCaseRecord* record = &binder.Bind(cells, rows.GetRowLine());
         ++read;
         if (row && read != *row) continue;
         for (const std::size_t classifier : classifiers) {
-            ExplainOne(explainer, record, classifier, pair, evidence, memory);
+            ExplainOne(explainer, std::exchange(record, nullptr), classifier, pair, evidence, memory);
             writer->AppendCase(text, {.row = read,
                                       .line = rows.GetRowLine(),
                                       .subModel = explainer.IsSet() ? &labels[classifier] : nullptr,
