@@ -74,11 +74,15 @@ SourceDocument& SourceDocument::operator=(SourceDocument&&) noexcept = default;
 SourceDocument SourceDocument::Read(const std::string& path, const Limits& limits) {
     DocumentFile file(path, limits);
     try {
-        return {path, limits, Named(path, [&] { return ParseDocument(file.GetStream(), limits); })};
+        return Parse(file.GetStream(), path, limits);
     } catch (const VeskException&) {
         file.RequireUnbroken();
         throw;
     }
+}
+
+SourceDocument SourceDocument::Parse(std::istream& stream, const std::string& name, const Limits& limits) {
+    return {name, limits, Named(name, [&] { return ParseDocument(stream, limits); })};
 }
 
 std::vector<Adaptation> SourceDocument::Adapt() {

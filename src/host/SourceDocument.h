@@ -1,5 +1,6 @@
 #pragma once
 
+#include <istream>
 #include <memory>
 #include <optional>
 #include <string>
@@ -26,6 +27,10 @@ public:
     /// @param limits hold for all that is done with the document, which may throw CancelledError, and for the model
     ///     that is made of it.
     static SourceDocument Read(const std::string& path, const Limits& limits = {});
+
+    /// Parses what a stream holds.
+    /// @param name what refusals call it. Throws as above.
+    static SourceDocument Parse(std::istream& stream, const std::string& name, const Limits& limits = {});
 
     ~SourceDocument();
     SourceDocument(SourceDocument&&) noexcept;
