@@ -31,6 +31,14 @@ std::optional<std::size_t> FindPlace(const std::vector<std::string>& texts, std:
     return static_cast<std::size_t>(found - texts.begin());
 }
 
+std::optional<std::string_view> FindAttribute(Element element, std::string_view name) {
+    for (std::size_t i = 0; element && i < element.CountAttributes(); ++i) {
+        const Element::Attribute attribute = element.GetAttributeAt(i);
+        if (element.GetTree().GetSpelling(attribute.name) == name) return attribute.value;
+    }
+    return std::nullopt;
+}
+
 /// Takes the counts out of a document, as far as it has those that are looked for. Whether it holds anything else is
 /// another question.
 class CountsReader {
@@ -144,14 +152,6 @@ private:
     std::size_t PlaceOf(const CountedField& field) const {
         return static_cast<std::size_t>(&field - counted.fields.data());
     }
-    static std::optional<std::string_view> FindAttribute(Element element, std::string_view name) {
-        for (std::size_t i = 0; element && i < element.CountAttributes(); ++i) {
-            const Element::Attribute attribute = element.GetAttributeAt(i);
-            if (element.GetTree().GetSpelling(attribute.name) == name) return attribute.value;
-        }
-        return std::nullopt;
-    }
-
     void ReadInput(Element input, CountedClassifier& classifier) {
         const CountedField& field = RequireField(input, Name::fieldName);
         std::vector<std::string> values = field.values;
@@ -206,19 +206,29 @@ std::vector<Element> ComparedChildren(Element parent) {
     return children;
 }
 
+/// Of elements of two documents, in which other names than the known ones have other numbers.
 bool HaveLikeAttributes(Element element, Element other) {
     bool areLike = element.CountAttributes() == other.CountAttributes();
     for (std::size_t i = 0; areLike && i < element.CountAttributes(); ++i) {
         const Element::Attribute attribute = element.GetAttributeAt(i);
-        areLike = other.GetAttribute(attribute.name) == attribute.value;
+        areLike = FindAttribute(other, element.GetTree().GetSpelling(attribute.name)) == attribute.value;
     }
     return areLike;
+}
+
+bool AreAlike(Element element, Element other) {
+    if (element.IsText() != other.IsText()) return false;
+    if (element.IsText()) return element.GetText() == other.GetText();
+    if (element.GetSpelling() != other.GetSpelling() || !HaveLikeAttributes(element, other)) return false;
+    const std::vector<Element> children = element.GetChildNodes().List();
+    const std::vector<Element> others = other.GetChildNodes().List();
+    return std::ranges::equal(children, others, AreAlike);
 }
 
 /// The first part of a document that is not as it would be written; none where all are.
 /// @param depth of the parts that are compared as a whole.
 Element FindUnlike(Element element, Element written, int depth) {
-    if (depth == 0) return element.IsLike(written) ? Element() : element;
+    if (depth == 0) return AreAlike(element, written) ? Element() : element;
     const std::vector<Element> children = ComparedChildren(element);
     const std::vector<Element> others = ComparedChildren(written);
     for (std::size_t i = 0; i < children.size(); ++i) {
