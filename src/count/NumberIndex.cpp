@@ -60,12 +60,12 @@ NumberIndex::NumberIndex() {
 }
 
 std::uint64_t NumberIndex::KeyOf(double number) {
-    const auto bits = std::bit_cast<std::uint64_t>(number + 0.0);  // 0 and -0 are one number
-    return (bits & signBit) != 0 ? ~bits : bits | signBit;
+    const auto bits = std::bit_cast<std::uint64_t>(number);
+    return (bits & signBit) != 0 ? signBit - (bits & ~signBit) : signBit + bits;
 }
 
 double NumberIndex::NumberOf(std::uint64_t key) {
-    return std::bit_cast<double>((key & signBit) != 0 ? key & ~signBit : ~key);
+    return std::bit_cast<double>(key < signBit ? signBit | (signBit - key) : key - signBit);
 }
 
 std::uint64_t NumberIndex::RoundedBy(std::uint64_t key, unsigned bits) {

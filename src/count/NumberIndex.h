@@ -64,7 +64,7 @@ private:
         FactorRow row;
     };
 
-    /// A number's bits, turned so that they have the order of the numbers.
+    /// A number's bits, turned so that they have the order of the numbers; 0 and -0 are one.
     static std::uint64_t KeyOf(double number);
     static double NumberOf(std::uint64_t key);
     std::uint64_t Rounded(std::uint64_t key) const { return RoundedBy(key, droppedBits); }
