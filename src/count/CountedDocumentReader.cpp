@@ -58,7 +58,7 @@ private:
         const Element dictionary = root.GetChild(Name::DataDictionary);
         for (const Element element : dictionary.GetChildren(Name::DataField)) {
             CountedField field{ReadText(element, Name::name), KindOf(element)};
-            field.values = ReadValues(element);
+            if (field.kind != CountedField::Bins) field.values = ReadValues(element);
             if (IsMarkedAsSelfLearningTarget(element)) {
                 counted.subModelField = field.name;
             } else {
