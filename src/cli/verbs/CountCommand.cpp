@@ -25,9 +25,9 @@
 namespace nbscore {
 namespace {
 
-constexpr const char* description = R"(Make a model of a table whose cases have known categories.
+constexpr const char* description = R"(Make a model of a table by counting.
 
-TABLE is a table of comma-separated values in UTF-8, as for nbscore score: the first line names the columns, each further row is one case. Without TABLE, or with "-", it is read from standard input. The column of --target has the category of each case. How often each value of the other columns occurred with each category is counted, and becomes a PMML document with a Naive Bayes model, which nbscore score and others can read. It carries test cases, so that nbscore verify can tell whether the model answers elsewhere as it does here.
+TABLE is a table of cases whose categories are known: comma-separated values in UTF-8, as for nbscore score. The first line names the columns, each further row is one case. Without TABLE, or with "-", it is read from standard input. The column of --target has the category of each case. How often each value of the other columns occurred with each category is counted, and becomes a PMML document with a Naive Bayes model, which nbscore score and others can read. It carries test cases, so that nbscore verify can tell whether the model answers elsewhere as it does here.
 
 All other columns become inputs, unless --inputs or --ignore say otherwise. Texts, and whole numbers of at most 20 different values, are counted value by value; other numbers are cut into bins. An empty cell is a missing value; how many there are is told, and stands in the document. Left out, and told, are columns without any value, identifiers (at least 20 rows, and more than nine in ten values different) and texts of more different values than are kept. A case without a category is not counted.
 

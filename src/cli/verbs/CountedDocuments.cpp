@@ -6,14 +6,20 @@
 #include "cli/CommandLine.h"
 #include "count/CountedDocument.h"
 #include "count/TestCases.h"
+#include "output/HostError.h"
 #include "pmml/DocumentFile.h"
 #include "pmml/Refusal.h"
 
 namespace nbscore {
 
 CountedModel ReadCountedModel(const std::string& argument, const Limits& limits) {
-    DocumentFile file(argument, limits);
-    return ReadCountedDocument(file.GetStream(), argument, limits);
+    try {
+        DocumentFile file(argument, limits);
+        return ReadCountedDocument(file.GetStream(), argument, limits);
+    } catch (const VeskException& refusal) {
+        if (refusal.GetCode() != VeskException::UnreadableSource) throw;
+        throw InputOutputError(refusal.GetMessage());  // which names the file
+    }
 }
 
 void AddCountedModel(CountedModel& sum, const CountedModel& added, const std::string& document) {

@@ -10,9 +10,9 @@
 namespace nbscore {
 namespace {
 
-constexpr const char* description = R"(Add the counts of documents that were made by counting.
+constexpr const char* description = R"(Add the counts of several documents.
 
-Each DOCUMENT was written by nbscore count, or by this command. They must have the same target, the same inputs with the same cutpoints, and the same threshold; values, categories and sub-models that only some of them have are kept. The result is the document that counting all of their tables together makes, byte for byte, where the same columns become inputs of the same kind.)";
+Each DOCUMENT was written by nbscore count or by this command. They must have the same target, the same inputs with the same cutpoints, and the same threshold; values, categories and sub-models that only some of them have are kept. The result is the document that counting all of their tables together makes, byte for byte, where the same columns become inputs of the same kind.)";
 
 constexpr const char* footer = R"(Examples:
 
