@@ -54,6 +54,10 @@ void ColumnCounts::Add(const CsvColumn& cells, std::span<const std::uint32_t> ca
                        std::span<const std::uint64_t> lines, std::size_t numCategories) {
     categoriesSoFar = std::max(categoriesSoFar, numCategories);
     counts.Widen(numCategories);
+    if (state == State::Numbers && plan.kind == ColumnKind::Automatic && AddNumbers(cells, categories, lines)) {
+        LimitRows();
+        return;
+    }
     for (std::size_t i = 0; i < categories.size(); ++i) {
         if (categories[i] == noCategory) continue;
         const std::string_view text = cells[i];
@@ -62,6 +66,35 @@ void ColumnCounts::Add(const CsvColumn& cells, std::span<const std::uint32_t> ca
         counts.Add(row, categories[i]);
     }
     LimitRows();
+}
+
+/// Counts cells of which so many are different that it is no use to remember the latest ones. Counts none of them, and
+/// gives the column up, where one holds no number.
+bool ColumnCounts::AddNumbers(const CsvColumn& cells, std::span<const std::uint32_t> categories,
+                              std::span<const std::uint64_t> lines) {
+    numbersAtHand.clear();
+    categoriesAtHand.clear();
+    for (std::size_t i = 0; i < categories.size(); ++i) {
+        const std::string_view text = cells[i];
+        if (categories[i] == noCategory || text.empty()) continue;
+        const std::optional<double> number = ReadCountedNumber(text);
+        if (!number) {
+            firstText.Add(lines[i], std::string(text.substr(0, mostTextInMessage)));
+            GiveUp();
+            return false;
+        }
+        areAllWhole = areAllWhole && IsWhole(*number);
+        numbersAtHand.push_back(*number);
+        categoriesAtHand.push_back(categories[i]);
+    }
+    numbers.FindOrAdd(numbersAtHand, rowsAtHand);
+    counts.Resize(firstKnownRow + numbers.CountRows());
+    for (std::size_t i = 0; i < rowsAtHand.size(); ++i)
+        counts.Add(rowsAtHand[i], categoriesAtHand[i]);
+    for (std::size_t i = 0; numbersAtHand.size() < categories.size() && i < categories.size(); ++i) {
+        if (categories[i] != noCategory && cells[i].empty()) counts.Add(missingRow, categories[i]);
+    }
+    return true;
 }
 
 FactorRow ColumnCounts::FindRow(std::string_view text, std::uint64_t line) {
@@ -135,10 +168,13 @@ void ColumnCounts::LimitRows() {
             TurnIntoNumbers();
         }
     }
-    if (state == State::Numbers) {
-        const std::vector<FactorRow> newRows = numbers.LimitRows(mostRows);
-        if (!newRows.empty()) MoveRows(newRows, numbers.CountRows());
-    }
+    // Seldom, with room for as many new numbers in between.
+    if (state == State::Numbers && numbers.CountRows() / 2 > mostRows) LimitNumbers();
+}
+
+void ColumnCounts::LimitNumbers() {
+    const std::vector<FactorRow> newRows = numbers.LimitRows(mostCounts / categoriesSoFar);
+    if (!newRows.empty()) MoveRows(newRows, numbers.CountRows());
 }
 
 /// All texts are numbers.
@@ -226,10 +262,8 @@ void ColumnCounts::Add(const ColumnCounts& other, std::span<const std::uint32_t>
 
 ColumnTotals ColumnCounts::GetTotals(std::span<const std::uint32_t> order) {
     const bool areNumbers = state == State::Texts && plan.kind == ColumnKind::Automatic && firstText.line == 0;
-    if (areNumbers && !texts.empty()) {
-        TurnIntoNumbers();
-        LimitRows();
-    }
+    if (areNumbers && !texts.empty()) TurnIntoNumbers();
+    if (state == State::Numbers) LimitNumbers();
     ColumnTotals totals;
     totals.name = plan.name;
     totals.firstText = firstText;

@@ -91,11 +91,14 @@ public:
 private:
     enum class State { Texts, Numbers, Bins, TooMany };
 
+    bool AddNumbers(const CsvColumn& cells, std::span<const std::uint32_t> categories,
+                    std::span<const std::uint64_t> lines);
     FactorRow FindRow(std::string_view text, std::uint64_t line);
     FactorRow FindOrAddText(std::string_view text, std::uint64_t line);
     FactorRow FindBin(double number) const;
     double RequireNumber(std::string_view text, std::uint64_t line) const;
     void LimitRows();
+    void LimitNumbers();
     void TurnIntoNumbers();
     void GiveUp();
     void MoveRows(std::span<const FactorRow> newRows, std::size_t numRows);
@@ -116,6 +119,10 @@ private:
     /// Different texts that are numbers.
     std::size_t numericTexts = 0;
     NumberIndex numbers;
+    /// Of the rows at hand: the numbers, their rows and their categories.
+    std::vector<double> numbersAtHand;
+    std::vector<FactorRow> rowsAtHand;
+    std::vector<std::uint32_t> categoriesAtHand;
     bool areAllWhole = true;
     FirstText firstText;
     FirstText unwritable;

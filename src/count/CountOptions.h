@@ -59,7 +59,7 @@ struct CountOptions {
     /// How many threads count; at least 1.
     std::size_t threads = 1;
     /// How many counts each column may take in the memory of each thread: one for each different value and category.
-    std::size_t countsOfColumn = std::size_t{1} << 18;
+    std::size_t countsOfColumn = std::size_t{1} << 17;
     /// Only cancelling is used, on each of the threads.
     Limits limits{};
 };

@@ -79,9 +79,32 @@ FactorRow NumberIndex::FindOrAddKey(std::uint64_t key) {
     return FindOrAddRounded(Rounded(key));
 }
 
-FactorRow NumberIndex::FindOrAddRounded(std::uint64_t key) {
+/// Step by step for all of them: so the processor waits for many places of the memory at once.
+void NumberIndex::FindOrAdd(std::span<const double> numbers, std::vector<FactorRow>& rows) {
+    keys.clear();
+    for (const double number : numbers) {
+        const std::uint64_t key = KeyOf(number);
+        if (droppedBits > 0) estimate.Add(key);
+        keys.push_back(Rounded(key));
+    }
+    places.clear();
+    for (const std::uint64_t key : keys)
+        places.push_back(PlaceOf(key));
+    rows.clear();
+    const std::size_t sizeBefore = slots.size();
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const bool isSame = slots.size() == sizeBefore;
+        rows.push_back(FindOrAddRounded(keys[i], isSame ? places[i] : PlaceOf(keys[i])));
+    }
+}
+
+std::size_t NumberIndex::PlaceOf(std::uint64_t key) const {
+    return static_cast<std::size_t>(HashSeed::OfProcess().HashOfShort(key, sizeof(key))) & (slots.size() - 1);
+}
+
+/// @param place where it stands, or those begin that are looked through for it.
+FactorRow NumberIndex::FindOrAddRounded(std::uint64_t key, std::size_t place) {
     const std::size_t last = slots.size() - 1;
-    std::size_t place = static_cast<std::size_t>(HashSeed::OfProcess().HashOfShort(key, sizeof(key))) & last;
     for (; slots[place].row != noRow; place = (place + 1) & last) {
         if (slots[place].key == key) return slots[place].row;
     }
@@ -95,20 +118,20 @@ FactorRow NumberIndex::FindOrAddRounded(std::uint64_t key) {
 /// @param count a power of two; at least twice the number of rows.
 void NumberIndex::MakeSlots(std::size_t count) {
     slots.assign(count, Slot{0, noRow});
-    const std::vector<std::uint64_t> keys = std::exchange(numbersOfRows, {});
-    numbersOfRows.reserve(keys.size());
-    for (const std::uint64_t key : keys)
+    const std::vector<std::uint64_t> known = std::exchange(numbersOfRows, {});
+    numbersOfRows.reserve(known.size());
+    for (const std::uint64_t key : known)
         FindOrAddRounded(key);
 }
 
 std::vector<FactorRow> NumberIndex::LimitRows(std::size_t most) {
     most = std::max(most, fewestRows);
     if (numbersOfRows.size() <= most) return {};
-    std::vector<std::uint64_t> keys = numbersOfRows;
-    std::ranges::sort(keys);
+    std::vector<std::uint64_t> sorted = numbersOfRows;
+    std::ranges::sort(sorted);
     unsigned bits = droppedBits;
-    const auto countBy = [&keys](unsigned by) {
-        return CountRounded(keys, [by](std::uint64_t key) { return RoundedBy(key, by); });
+    const auto countBy = [&sorted](unsigned by) {
+        return CountRounded(sorted, [by](std::uint64_t key) { return RoundedBy(key, by); });
     };
     while (bits < mostDroppedBits && countBy(bits) > most)
         ++bits;
@@ -136,11 +159,11 @@ std::vector<FactorRow> NumberIndex::RoundTo(unsigned bits) {
             estimate.Add(key);
     }
     droppedBits = bits;
-    const std::vector<std::uint64_t> keys = std::exchange(numbersOfRows, {});
+    const std::vector<std::uint64_t> earlier = std::exchange(numbersOfRows, {});
     MakeSlots(slots.size());
     std::vector<FactorRow> newRows;
-    newRows.reserve(keys.size());
-    for (const std::uint64_t key : keys)
+    newRows.reserve(earlier.size());
+    for (const std::uint64_t key : earlier)
         newRows.push_back(FindOrAddRounded(Rounded(key)));
     return newRows;
 }

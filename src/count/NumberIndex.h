@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "factors/FactorRow.h"
@@ -38,6 +39,8 @@ public:
 
     /// The number's row; a new one, the next, where it has none.
     FactorRow FindOrAdd(double number) { return FindOrAddKey(KeyOf(number)); }
+    /// The rows of many numbers.
+    void FindOrAdd(std::span<const double> numbers, std::vector<FactorRow>& rows);
     std::size_t CountRows() const { return numbersOfRows.size(); }
     /// Which number a row stands for, from firstKnownRow on.
     double GetNumber(FactorRow row) const { return NumberOf(numbersOfRows[row - firstKnownRow]); }
@@ -70,12 +73,17 @@ private:
     std::uint64_t Rounded(std::uint64_t key) const { return RoundedBy(key, droppedBits); }
     static std::uint64_t RoundedBy(std::uint64_t key, unsigned bits);
     FactorRow FindOrAddKey(std::uint64_t key);
-    FactorRow FindOrAddRounded(std::uint64_t key);
+    FactorRow FindOrAddRounded(std::uint64_t key) { return FindOrAddRounded(key, PlaceOf(key)); }
+    FactorRow FindOrAddRounded(std::uint64_t key, std::size_t place);
+    std::size_t PlaceOf(std::uint64_t key) const;
     void MakeSlots(std::size_t count);
     std::vector<FactorRow> RoundTo(unsigned bits);
 
     std::vector<Slot> slots;
     std::vector<std::uint64_t> numbersOfRows;
+    /// Of numbers that are looked for together.
+    std::vector<std::uint64_t> keys;
+    std::vector<std::size_t> places;
     unsigned droppedBits = 0;
     /// Of all keys before rounding, once there is any.
     DistinctEstimate estimate;

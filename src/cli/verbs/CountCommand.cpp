@@ -252,7 +252,7 @@ void CountCommand::DeclareReading() {
     constexpr double mostCounts = 1e9;
     addSize("--counts-per-column", fewestCounts, mostCounts, options.countsOfColumn,
             "Keep up to N counts of each column in memory while the table is read, on each thread: one for each "
-            "different value and category. 262144 if not given. Of a column with more, numbers are rounded up to "
+            "different value and category. 131072 if not given. Of a column with more, numbers are rounded up to "
             "fewer digits, which is told with the error that this may make in a cutpoint; texts are left out.");
 }
 
