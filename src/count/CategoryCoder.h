@@ -23,8 +23,20 @@ public:
 
     /// @param subModel empty without sub-models. Neither text is empty otherwise.
     std::uint32_t FindOrAdd(std::string_view subModel, std::string_view category) {
-        const std::uint32_t subModelCode = subModels.FindOrAdd(subModel);
-        const std::uint32_t categoryCode = categories.FindOrAdd(category);
+        return FindOrAddPair(subModels.FindOrAdd(subModel), categories.FindOrAdd(category), subModel, category);
+    }
+    /// The same, faster, of cells of a table, behind which there are bytes to read (CellMemory).
+    std::uint32_t FindOrAddCells(std::string_view subModel, std::string_view category) {
+        return FindOrAddPair(subModels.FindOrAddCell(subModel), categories.FindOrAddCell(category), subModel, category);
+    }
+
+    /// By number.
+    const std::vector<CountedCategory>& GetNames() const { return names; }
+    std::size_t Count() const { return names.size(); }
+
+private:
+    std::uint32_t FindOrAddPair(std::uint32_t subModelCode, std::uint32_t categoryCode, std::string_view subModel,
+                                std::string_view category) {
         if (subModelCode >= codes.size()) codes.resize(subModelCode + 1);
         std::vector<std::uint32_t>& ofSubModel = codes[subModelCode];
         if (categoryCode >= ofSubModel.size()) ofSubModel.resize(categoryCode + 1, noCategory);
@@ -35,20 +47,20 @@ public:
         return ofSubModel[categoryCode];
     }
 
-    /// By number.
-    const std::vector<CountedCategory>& GetNames() const { return names; }
-    std::size_t Count() const { return names.size(); }
-
-private:
     /// The numbers of texts, the latest ones at hand.
     class TextCodes {
     public:
         std::uint32_t FindOrAdd(std::string_view text) {
             if (text.empty()) return 0;
+            if (const auto known = codes.find(text); known != codes.end()) return known->second;
+            return codes.emplace(text, static_cast<std::uint32_t>(codes.size()) + 1).first->second;
+        }
+        std::uint32_t FindOrAddCell(std::string_view text) {
+            if (text.empty()) return 0;
             if (const FactorRow known = memory.Find(text); known != notKept) return known;
-            const auto found = codes.try_emplace(std::string(text), static_cast<std::uint32_t>(codes.size()) + 1);
-            memory.Keep(text, found.first->second);
-            return found.first->second;
+            const std::uint32_t code = FindOrAdd(text);
+            memory.Keep(text, code);
+            return code;
         }
 
     private:

@@ -112,15 +112,9 @@ FactorRow ColumnCounts::FindRow(std::string_view text, std::uint64_t line) {
             row = unknownRow;
             break;
         case State::Numbers: {
-            const std::optional<double> number =
-                plan.kind == ColumnKind::Automatic ? ReadCountedNumber(text) : RequireNumber(text, line);
-            if (!number) {
-                firstText.Add(line, std::string(text.substr(0, mostTextInMessage)));
-                GiveUp();
-                return unknownRow;
-            }
-            areAllWhole = areAllWhole && IsWhole(*number);
-            row = numbers.FindOrAdd(*number);
+            const double number = RequireNumber(text, line);
+            areAllWhole = areAllWhole && IsWhole(number);
+            row = numbers.FindOrAdd(number);
             if (row >= counts.CountRows()) counts.Resize(row + 1);
             break;
         }

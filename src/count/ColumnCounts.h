@@ -18,7 +18,7 @@
 
 namespace nbscore {
 
-/// The rows whose cells are counted, and the category of each; noCategory for a row that is left out.
+/// In place of the category of a row that is not counted.
 inline constexpr std::uint32_t noCategory = ~std::uint32_t{0};
 
 /// What all rows of a table together had in one column.

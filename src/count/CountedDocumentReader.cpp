@@ -25,12 +25,6 @@ std::vector<std::string> ReadValues(Element dataField) {
     return values;
 }
 
-std::optional<std::size_t> FindPlace(const std::vector<std::string>& texts, std::string_view text) {
-    const auto found = std::ranges::find(texts, text);
-    if (found == texts.end()) return std::nullopt;
-    return static_cast<std::size_t>(found - texts.begin());
-}
-
 std::optional<std::string_view> FindAttribute(Element element, std::string_view name) {
     for (std::size_t i = 0; element && i < element.CountAttributes(); ++i) {
         const Element::Attribute attribute = element.GetAttributeAt(i);
@@ -171,10 +165,12 @@ private:
 
     Counts ReadCounts(Element list) {
         Counts counts(counted.categories.size());
+        std::size_t place = 0;
         for (const Element count : list.GetChildren(Name::TargetValueCount)) {
-            const auto place = FindPlace(counted.categories, RequiredAttribute(count, Name::value));
-            if (!place) throw RefusalAt(count, Refusal::NotWrittenByCounting);
-            counts[*place] = RequiredDouble(count, Name::count);
+            const bool isNext =
+                place < counts.size() && counted.categories[place] == RequiredAttribute(count, Name::value);
+            if (!isNext) throw RefusalAt(count, Refusal::NotWrittenByCounting);
+            counts[place++] = RequiredDouble(count, Name::count);
         }
         return counts;
     }

@@ -307,7 +307,7 @@ CountedModel BuildModelLike(const CountedModel& model, const TableTotals& totals
     for (const CountedField& field : model.fields) {
         const ColumnTotals& column = *std::ranges::find(totals.columns, field.name, &ColumnTotals::name);
         const std::string place = "column " + QuoteForMessage(field.name) + ": ";
-        if (column.kind == ColumnTotals::TooMany) {
+        if (column.kind == ColumnTotals::TooMany || column.droppedBits > 0) {
             throw CaseDataError(sourceName, 0, place + "it has more different values than are kept");
         }
         if (column.unwritable.line != 0) {

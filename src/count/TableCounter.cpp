@@ -207,7 +207,7 @@ private:
             withoutSubModel.Add(line);
             return noCategory;
         }
-        const std::uint32_t code = coder.FindOrAdd(subModel, target);
+        const std::uint32_t code = coder.FindOrAddCells(subModel, target);
         if (code == countsOfCategories.size()) {
             countsOfCategories.push_back(0);
             for (const std::string_view text : {subModel, target}) {

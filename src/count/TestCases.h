@@ -24,8 +24,8 @@ struct TestCase {
 /// Of more categories than this a document expects the first few probabilities only.
 inline constexpr std::size_t mostExpectedProbabilities = 20;
 
-/// The test cases of each classifier: the most frequent values of a few categories, the same with single values missing,
-/// and with each one alone. They follow from the counts alone. Answers are those of the model that the document makes.
+/// The test cases of each classifier: the most frequent values of a few categories, the first of these with single
+/// values missing, and single values alone. They follow from the counts alone. Answers are those of the model that the document makes.
 /// @param scorable what was read of the document without test cases. Cases without a finite answer are left out.
 std::vector<std::vector<TestCase>> MakeTestCases(const CountedModel& model, ScoreModel& scorable);
 
