@@ -59,7 +59,8 @@ bool CanStandInDocument(std::string_view text);
 ///
 /// As long as it is not known whether a column holds numbers alone, its texts are counted as they stand. Once it has
 /// many different ones, all of them numbers, it is counted as numbers, in bounded memory (NumberIndex). With many of
-/// them and others beside them it can only be left out. Texts with a leading zero, such as postal codes, are no numbers.
+/// them and others beside them it can only be left out. Texts with a leading zero, such as postal codes, are no
+/// numbers.
 class ColumnCounts {
 public:
     /// So many different values that are numbers may stand among texts.

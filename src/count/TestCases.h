@@ -25,7 +25,8 @@ struct TestCase {
 inline constexpr std::size_t mostExpectedProbabilities = 20;
 
 /// The test cases of each classifier: the most frequent values of a few categories, the first of these with single
-/// values missing, and single values alone. They follow from the counts alone. Answers are those of the model that the document makes.
+/// values missing, and single values alone. They follow from the counts alone. Answers are those of the model that the
+/// document makes.
 /// @param scorable what was read of the document without test cases. Cases without a finite answer are left out.
 std::vector<std::vector<TestCase>> MakeTestCases(const CountedModel& model, ScoreModel& scorable);
 

@@ -164,6 +164,17 @@ TEST(CountTable, GivesTheSame_ForAnyOrderOfRowsAndAnyNumberOfThreads) {
     }
 }
 
+TEST(CountTable, RoundsNumbers_WhenThereAreAFewMoreThanAskedFor) {
+    CountOptions options;
+    options.countsOfColumn = 200;
+    std::string table = "a,t\n";
+    for (int i = 1; i <= 150; ++i)
+        table += std::to_string(i) + ".5," + (i % 2 == 0 ? "x\n" : "y\n");
+    const ColumnTotals column = Count(table, options).columns[0];
+    EXPECT_GT(column.droppedBits, 0U);
+    EXPECT_LE(column.numbers.size(), 100U);
+}
+
 TEST(CountTable, CountsExactlyBetweenRoundedNumbers) {
     CountOptions options;
     options.countsOfColumn = 128;
