@@ -36,6 +36,10 @@ public:
         for (const std::string& name : options.ignored)
             Require(name);
         FindInputs(options);
+        RequireWritable(target);
+        if (subModel) RequireWritable(*subModel);
+        for (const auto& [place, plan] : inputs)
+            RequireWritable(place);
     }
 
     std::size_t CountAll() const { return names.size(); }
@@ -51,6 +55,13 @@ private:
         throw CaseDataError(
             source, headerLine,
             "the header lacks the column " + QuoteForMessage(name) + (hint.empty() ? "" : "; its columns " + hint));
+    }
+
+    void RequireWritable(std::size_t column) const {
+        if (CanStandInDocument(names[column])) return;
+        throw CaseDataError(
+            source, headerLine,
+            "the name " + QuoteForMessage(names[column]) + " of a column holds a character that no document can hold");
     }
 
     void FindInputs(const CountOptions& options) {

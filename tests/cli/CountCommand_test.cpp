@@ -97,8 +97,8 @@ TEST_F(CountCommand, MakesASetOfSubModels) {
     Counted(table, {"--target", "accepted", "--sub-models-by", "offer", "--cutpoints", "age=45"});
     EXPECT_EQ(Run({"verify", "counted.pmml"}).exitStatus, 0);
     const CommandResult scored = Run({"score", "counted.pmml", "--only-scores"}, "age\n20\n");
-    // By a third, one over the rows of each: priors 4/3 and 7/3, and 7/3 and 4/3; the lower bin 4/5 and 1/5, and 1/2 and
-    // 4/5, for "no" and "yes".
+    // By a third, one over the rows of each: priors 4/3 and 7/3, and 7/3 and 4/3; the lower bin 4/5 and 1/5, and 1/2
+    // and 4/5, for "no" and "yes".
     EXPECT_EQ(Lines(scored.out).at(0), "score_card,score_loan");
     const std::string scores = Lines(scored.out).at(1);
     EXPECT_NEAR(std::stod(scores), 7.0 / 23.0, 1e-12);

@@ -114,6 +114,8 @@ TEST(CountTable, NamesTheLine_OfTheFirstFaultOfSeveral) {
     EXPECT_EQ(FaultIn("a,t\n"), "table.csv: the table has a header and no cases");
     EXPECT_EQ(FaultIn(""), "table.csv: the table is empty: it has no header");
     EXPECT_THAT(FaultIn("a,t\n1,\x01\n"), HasSubstr("table.csv:2: "));
+    EXPECT_EQ(FaultIn("a\x01,t\n1,x\n"),
+              "table.csv:1: the name \"a?\" of a column holds a character that no document can hold");
 }
 
 /// A table with a column of each kind, in an order of its own.
