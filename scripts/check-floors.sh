@@ -4,7 +4,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 
-floors="framework factors pmml xml transform reading naivebayes selflearning standard translator standardtranslator batch evidence output table adapt verify ignored host check c cli"
+floors="framework factors pmml xml transform reading naivebayes selflearning standard translator standardtranslator batch evidence output table adapt verify ignored host check count c cli"
 failed=0
 allowed=
 for floor in $floors; do

@@ -32,6 +32,9 @@ constexpr const char* footer = R"(Examples:
   Score the test cases that a model's document carries:
     nbscore verify model.pmml
 
+  Make a model of a table whose cases have known categories:
+    nbscore count cases.csv --target category -o model.pmml
+
   See all options of a command, with more examples:
     nbscore score --help)";
 
@@ -53,6 +56,8 @@ CommandLine::CommandLine() : app(description, "nbscore") {
     AddCommand(MakeDisplayCommand(app));
     AddCommand(MakeCheckCommand(app));
     AddCommand(MakeVerifyCommand(app));
+    AddCommand(MakeCountCommand(app));
+    AddCommand(MakeMergeCommand(app));
     app.set_help_flag("-h,--help", "Show this help. After a command: the help of that command.");
     app.set_version_flag("--version", "nbscore " + GetVersion(), "Show the version.");
 }

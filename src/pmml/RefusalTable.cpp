@@ -426,6 +426,14 @@ constexpr RefusalEntry table[] = {
      R"(The output field "{}" has the feature "{}", which is not supported.)",
      "Take the output field out; docs/standard.md lists the features that are supported."},
 
+    // Adding to what a document counts.
+    {Refusal::NotWrittenByCounting, InconsistentDocument,
+     "This is not what counting a table writes, and would be lost or counted wrongly.",
+     "Take a document that was made by nbscore count, as it was written."},
+    {Refusal::CountsDiffer, InconsistentDocument, "The document cannot be added: {}.",
+     "Count the tables with the same inputs, cutpoints and threshold (--inputs, --categorical, --cutpoints, "
+     "--threshold)."},
+
     // Notices that come with a refusal.
     {Refusal::BinningExpectedNotice, noRefusal, "The first element in the BayesInput of a continuous field is {}.",
      "Look at the error there, which says what should be."},

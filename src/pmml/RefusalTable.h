@@ -222,6 +222,10 @@ enum class Refusal {
     // and the output.
     OutputFeatureUnsupported,
 
+    // Adding to what a document counts.
+    NotWrittenByCounting,
+    CountsDiffer,
+
     // Remarks that are made beside a refusal.
     BinningExpectedNotice,
 };

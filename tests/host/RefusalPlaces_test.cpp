@@ -101,7 +101,9 @@ const std::set<Refusal> otherRefusals = {
     // For callers with trees, encodings and translators of their own.
     Refusal::EncodingUnknown, Refusal::EncodingLacksText, Refusal::ChildMissing, Refusal::RootMissing,
     Refusal::ModelOfNoKnownKind, Refusal::NoDataDictionaryGiven, Refusal::NoDataDictionaryToMark,
-    Refusal::NoTransformationDictionaryGiven, Refusal::InputWithoutVariable, Refusal::ExpressionsTooDeep};
+    Refusal::NoTransformationDictionaryGiven, Refusal::InputWithoutVariable, Refusal::ExpressionsTooDeep,
+    // Of adding to a document, which is not reading it.
+    Refusal::NotWrittenByCounting, Refusal::CountsDiffer};
 
 /// Whether a message is of an entry's form, with any text in its gaps.
 bool Fits(std::string_view message, std::string_view form) {

@@ -34,8 +34,10 @@ protected:
 /// @{
 /// The verbs; the comment of each one's class says what it does.
 std::unique_ptr<Command> MakeCheckCommand(CLI::App& parent);
+std::unique_ptr<Command> MakeCountCommand(CLI::App& parent);
 std::unique_ptr<Command> MakeDisplayCommand(CLI::App& parent);
 std::unique_ptr<Command> MakeExplainCommand(CLI::App& parent);
+std::unique_ptr<Command> MakeMergeCommand(CLI::App& parent);
 std::unique_ptr<Command> MakeScoreCommand(CLI::App& parent);
 std::unique_ptr<Command> MakeVerifyCommand(CLI::App& parent);
 /// @}

@@ -37,19 +37,33 @@ std::optional<std::uint64_t> ReadByteCount(std::string_view text) {
 }  // namespace
 
 void ReadingArgument::Declare(CLI::App& app) {
+    DeclareRule(app);
+    app.add_flag("--adapt", adapt,
+                 "Before a document is read, rewrite what newer producers write into what is read here and means the "
+                 "same, and tell each change. What cannot be rewritten without changing the meaning is refused.");
+    DeclarePlugin(app);
+    DeclareLimits(app);
+}
+
+void ReadingArgument::DeclareWithoutAdapting(CLI::App& app) {
+    DeclareRule(app);
+    DeclarePlugin(app);
+    DeclareLimits(app);
+}
+
+void ReadingArgument::DeclareRule(CLI::App& app) {
     AddChoice(
         app, "--rule", rule, {{"smoothed", ScoringRule::Smoothed}, {"standard", ScoringRule::Standard}},
         "Read and score by the engine's own rule, which smooths counts (smoothed, the default), or by that of the "
         "PMML standard, which gives the answers of other producers of documents (standard). Sets of sub-models "
         "have the smoothed rule only.");
-    app.add_flag("--adapt", adapt,
-                 "Before a document is read, rewrite what newer producers write into what is read here and means the "
-                 "same, and tell each change. What cannot be rewritten without changing the meaning is refused.");
+}
+
+void ReadingArgument::DeclarePlugin(CLI::App& app) {
     app.add_option("--plugin", plugin,
                    "Read with the plug-in library at PATH instead of the one that comes with this command.")
         ->type_name("PATH")
         ->check(RefuseEmptyName);
-    DeclareLimits(app);
 }
 
 void ReadingArgument::DeclareLimits(CLI::App& app) {

@@ -20,6 +20,8 @@ namespace nbscore {
 class ReadingArgument {
 public:
     void Declare(CLI::App& app);
+    /// The same without --adapt, for verbs whose documents need none.
+    void DeclareWithoutAdapting(CLI::App& app);
 
     ScoringRule GetRule() const { return rule.value_or(ScoringRule::Smoothed); }
     bool IsRuleGiven() const { return rule.has_value(); }
@@ -33,6 +35,8 @@ public:
     const Limits& GetLimits() const { return limits; }
 
 private:
+    void DeclareRule(CLI::App& app);
+    void DeclarePlugin(CLI::App& app);
     void DeclareLimits(CLI::App& app);
 
     std::optional<std::chrono::duration<double>> maxTime;
