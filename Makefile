@@ -10,9 +10,11 @@ help:
 	@echo 'make test               install missing packages, build and run every test'
 	@echo 'make test-peers         hold the answers by the standard'"'"'s rule to those of R and scikit-learn, which are'
 	@echo '                        installed for it'
+	@echo 'make python             build the Python package: build/wheels/nbscore-*.whl'
+	@echo 'make test-python        test it, installed in an environment of its own'
 	@echo 'make test-foreign       send columns from a database through the C interface and back, and hold them to the'
 	@echo '                        command; the database is fetched by npm'
-	@echo 'make test-all           all three'
+	@echo 'make test-all           all four'
 	@echo 'make windows            cross-build for 64-bit Windows and pack build/nbscore-*-windows-x64.zip'
 	@echo 'make test-windows       test that build under Wine (three minutes once everything is built)'
 	@echo 'make test-windows-core  test only its built plug-in and command'
@@ -68,6 +70,19 @@ test-peers:
 	cmake --preset test
 	cmake --build --preset test -j $(JOBS) --target nbscore_command naivebayes
 	/usr/bin/python3 tests/peers/peers.py build/test/bin/nbscore
+
+# For Debian's own interpreter, whatever others the path has.
+PYTHON := /usr/bin/python3
+WHEEL := $(PYTHON) -m pip wheel --quiet --no-index --no-deps --wheel-dir build/wheels ./python --config-settings
+.PHONY: python test-python
+python: build
+	@scripts/install-packages.sh build python
+	JOBS=$(JOBS) $(WHEEL) build-dir=build/release
+test-python:
+	@scripts/install-packages.sh build test python test-python
+	cmake --preset test
+	JOBS=$(JOBS) $(WHEEL) build-dir=build/test
+	PYTHON=$(PYTHON) scripts/test-python.sh build/wheels/nbscore-*.whl
 # The database that columns come from and go to is a package of npm's, which checks what it fetches.
 DATABASE := @duckdb/node-bindings-linux-x64@1.5.6-r.1
 .PHONY: test-foreign
@@ -81,7 +96,7 @@ test-foreign: packages-test build/foreign/package/libduckdb.so
 	cmake --build --preset test -j $(JOBS) --target nbscore_command naivebayes nbscore_c
 	/usr/bin/python3 tests/foreign/columns.py build/test/lib/libnbscore.so build/test/bin/nbscore \
 	    build/foreign/package/libduckdb.so examples
-test-all: test test-peers test-foreign
+test-all: test test-peers test-foreign test-python
 
 .PHONY: windows windows-configured test-windows test-windows-core
 windows-configured:
@@ -149,7 +164,7 @@ lint: packages-lint
 .PHONY: format
 format:
 	git ls-files 'src/*.h' 'src/*.cpp' 'tests/*.h' 'tests/*.cpp' 'fuzz/*.h' 'fuzz/*.cpp' \
-	    'bench/*.h' 'bench/*.cpp' 'examples/*.cpp' | xargs clang-format -i
+	    'bench/*.h' 'bench/*.cpp' 'examples/*.cpp' 'python/*.h' 'python/*.cpp' | xargs clang-format -i
 
 PREFIX ?= /usr/local
 .PHONY: install

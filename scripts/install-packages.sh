@@ -16,6 +16,8 @@ packages_for() {
         windows-run) echo wine wine64 ;;
         lint) echo clang clang-format libclang-rt-14-dev llvm-14 python3 git ;;
         bench) echo libbenchmark-dev python3 valgrind ;;
+        python) echo python3-dev python3-venv python3-pip python3-numpy ;;
+        test-python) echo python3-pandas python3-pytest python3-matplotlib mypy ;;
         peers) echo python3-sklearn python3-pandas ;;
         foreign) echo npm ;;
         test-peers) echo python3 python3-sklearn r-cran-e1071 r-cran-mass ;;

@@ -14,9 +14,9 @@ sources() {
 }
 
 for suffix in h cpp; do
-    sources $suffix src tests bench fuzz | xargs clang-format --dry-run -Werror
+    sources $suffix src tests bench fuzz python | xargs clang-format --dry-run -Werror
     # The formatter does not wrap comments on lines of their own. Lines with texts between backticks may be longer.
-    sources $suffix src tests bench fuzz | xargs awk '
+    sources $suffix src tests bench fuzz python | xargs awk '
         /^ *\/\/\/? [^`]*$/ && length > 120 { print FILENAME ":" FNR ": a comment of over 120 columns"; found = 1 }
         END { exit found }'
 done

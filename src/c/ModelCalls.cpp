@@ -1,8 +1,6 @@
 // The calls that open, describe, check and close.
 
-#include <algorithm>
-#include <string_view>
-
+#include "c/CallTexts.h"
 #include "c/Failure.h"
 #include "c/OpenModel.h"
 #include "c/nbscore.h"
@@ -11,36 +9,12 @@
 namespace nbscore {
 namespace {
 
-DocumentOrigin FileOf(const char* path) {
-    return {&RequireArgument(path, "path")};
-}
-
-DocumentOrigin MemoryOf(const void* bytes, std::size_t size, const char* name) {
-    RequireArgument(name, "name");
-    if (size != 0) RequireArgument(static_cast<const char*>(bytes), "bytes");
-    return {name, std::string_view(static_cast<const char*>(bytes), size)};
-}
-
 std::int32_t Open(const nbscore_reading* reading, nbscore_model** model, nbscore_error** error, const auto& originOf) {
     if (model != nullptr) *model = nullptr;
     return Guarded(error, [&] {
         RequireArgument(model, "model");
         const ReadingOptions options(reading);
         *model = new nbscore_model{std::make_shared<const OpenModel>(originOf(), options)};
-    });
-}
-
-char* CopyText(const std::string& text) {
-    char* const copy = new char[text.size() + 1];
-    std::copy_n(text.c_str(), text.size() + 1, copy);
-    return copy;
-}
-
-std::int32_t GiveText(char** given, nbscore_error** error, const auto& makeText) {
-    if (given != nullptr) *given = nullptr;
-    return Guarded(error, [&] {
-        RequireArgument(given, "json");
-        *given = CopyText(makeText());
     });
 }
 

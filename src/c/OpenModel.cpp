@@ -41,8 +41,15 @@ LoadedModel OpenModel::Read(const DocumentOrigin& origin, const ReadingOptions& 
     toTell.rule = options.rule;
     if (options.adapts) toTell.adaptations = source.Adapt();
     toTell.applicationVersion = source.ReadApplicationVersion();
+    return ReadScorable(source, options);
+}
+
+LoadedModel OpenModel::ReadScorable(const SourceDocument& source, const ReadingOptions& options) {
+    // Without a taker they would go to the program's standard error.
+    const auto passOver = [](const auto&...) {};
     LoadedModel model = ReadWithAdvice(GetLinkedPlugin(), source,
-                                       {.rule = options.rule, .isAdapted = options.adapts, .mustScore = true});
+                                       {.rule = options.rule, .isAdapted = options.adapts, .mustScore = true},
+                                       {.onNotice = passOver, .onFault = {}});
     if (auto* const densities = dynamic_cast<ModelDensities*>(&model.Get()))
         densities->SetDensityFloor(options.densityFloor);
     return model;
@@ -59,6 +66,11 @@ const CaseExplainer& OpenModel::GetExplainer() const {
     const std::lock_guard lock(mutex);
     if (!explainer) explainer.emplace(model.Get());
     return *explainer;
+}
+
+std::vector<std::string> OpenModel::NameColumns() const {
+    if (scorer.GetBatchScorer().IsSet()) return answerNames;
+    return CategoryProbabilities(*model.Get().GetTargetVar()).GetNames();
 }
 
 std::string OpenModel::Describe() const {

@@ -48,6 +48,8 @@ public:
     const CaseExplainer& GetExplainer() const;
     /// The target's categories, or the labels of a set's sub-models.
     const std::vector<std::string>& GetAnswerNames() const { return answerNames; }
+    /// The same with the target's categories that no case says anything of: what the columns of a table are of.
+    std::vector<std::string> NameColumns() const;
     void ThrowIfCancelled() const { limits.ThrowIfCancelled(); }
 
     /// Has work done with an array's cases, as ArrowCases. Throws BadCases for those that do not fit, and
@@ -62,6 +64,8 @@ public:
             throw BadCases(misfit.what());
         }
     }
+    /// The model of a parsed document, as these options want it scored.
+    static LoadedModel ReadScorable(const SourceDocument& source, const ReadingOptions& options);
 
     /// As a check of its document tells of it (DescribeLoaded), as JSON.
     std::string Describe() const;

@@ -375,6 +375,58 @@ NBSCORE_CALL int32_t nbscore_row_score(nbscore_row* row, nbscore_answer* answer,
 NBSCORE_CALL int32_t nbscore_row_best(nbscore_row* row, nbscore_ranked* best, size_t count, size_t* given,
                                       nbscore_error** error);
 
+/* ---- What a model holds, its own test cases, and answers in the caller's memory ---------------------------------- */
+
+/* The model as text for people, as `nbscore display` writes it. The text is freed with nbscore_text_free. Any number of
+ * threads at once. */
+NBSCORE_CALL int32_t nbscore_display(const nbscore_model* model, char** text, nbscore_error** error);
+
+/* The fields of the model and what scoring tells apart, as JSON that grows only by new names:
+ *     fields: of each its name, whether its values are "numbers" or "texts", whether it is continuous and derived, its
+ *         role ("target", "input" or "none"), whether cases are searched for it ("read") and must have it ("needed"),
+ *         the categories that predictors tell apart (numbers, texts, or null), and the cutpoints between bins ("bins",
+ *         or null). Of a set they are those of all sub-models together, and the cutpoints those of the first one that
+ *         has bins.
+ *     target: its name, or null; target_values: "numbers" or "texts"; classes: its categories, in the order of a single
+ *         classifier's probabilities; sub_models: of a set the label of each, else null.
+ *     output: whether the document's own columns are scored, unless the usual ones are asked for.
+ * json: freed with nbscore_text_free. Any number of threads at once. */
+NBSCORE_CALL int32_t nbscore_content(const nbscore_model* model, char** json, nbscore_error** error);
+
+/* Scores the test cases that a document carries and compares: the JSON of `nbscore verify --format json`. Cases that
+ * differ are no error. The arguments are those of nbscore_open_file and nbscore_open_memory. Any thread. */
+NBSCORE_CALL int32_t nbscore_verify_file(const char* path, const nbscore_reading* reading, char** json,
+                                         nbscore_error** error);
+NBSCORE_CALL int32_t nbscore_verify_memory(const void* bytes, size_t size, const char* name,
+                                           const nbscore_reading* reading, char** json, nbscore_error** error);
+
+/* Where answers go that are wanted as plain numbers: memory of the caller's, written for all cases of a call. What is
+ * null is not asked for. */
+typedef struct nbscore_room {
+    /* sizeof(nbscore_room) */
+    size_t size;
+    /* Of a single classifier, for each case: which of the classes is predicted, from 0, and its probability. -1 and a
+     * NaN for a case without a prediction. Null for a set. */
+    int32_t* predicted;
+    double* confidence;
+    /* For each case and class its probability, or for each case and sub-model its score; a NaN where there is none. */
+    double* probabilities;
+    /* How many classes or sub-models there are: as many as nbscore_content lists. */
+    uint64_t columns;
+    /* 0: the cases one behind the other, each with all columns; 1: the columns one behind the other. */
+    int32_t by_columns;
+    int32_t reserved;
+} nbscore_room;
+
+#define NBSCORE_ROOM_INIT \
+    { sizeof(nbscore_room), NULL, NULL, NULL, 0, 0, 0 }
+
+/* Scores cases as nbscore_score does, without copying answers. Of `scoring` only lacking_as_absent is looked at. When the
+ * call fails, what stands in the room is of no use. Any number of threads at once, each with cases and room of its own. */
+NBSCORE_CALL int32_t nbscore_score_into(const nbscore_model* model, const nbscore_scoring* scoring,
+                                        const struct ArrowSchema* schema, const struct ArrowArray* cases,
+                                        const nbscore_room* room, nbscore_error** error);
+
 #ifdef __cplusplus
 }
 #endif

@@ -1,5 +1,6 @@
 // Checks of documents as JSON for programs.
 
+#include "check/CheckedModel.h"
 #include "check/DocumentCheck.h"
 #include "framework/NumberText.h"
 #include "host/LoadedModel.h"
@@ -7,11 +8,6 @@
 
 namespace nbscore {
 namespace {
-
-const char* NameRole(int role) {
-    if (role == ScoreModel::TargetRole) return "target";
-    return role == ScoreModel::PredictorRole ? "input" : "none";
-}
 
 const char* NameSeverity(DocumentProblem::Severity severity) {
     if (severity == DocumentProblem::Error) return "error";

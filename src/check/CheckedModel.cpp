@@ -158,6 +158,11 @@ void DescribeModel(ScoreModel& model, DocumentCheck& check) {
     }
 }
 
+const char* NameRole(int role) {
+    if (role == ScoreModel::TargetRole) return "target";
+    return role == ScoreModel::PredictorRole ? "input" : "none";
+}
+
 std::vector<DocumentProblem> FindRemarks(const DocumentCheck& check, const ModelDescription& model) {
     return RemarkFinder(check, model).Find();
 }

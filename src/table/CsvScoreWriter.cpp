@@ -179,14 +179,14 @@ std::unique_ptr<CsvBatchWriter> CsvScoreWriter::MakeBatchWriter() const {
     CsvBatchWriter::AddedColumns added;
     for (const Columns& some : columns) {
         switch (some.content) {
-            case Content::Prediction:
+            case AddedColumn::Prediction:
                 added.hasPrediction = true;
                 break;
-            case Content::Posterior:
+            case AddedColumn::Posterior:
                 added.hasConfidence = true;
                 added.numbers = some.count - 1;
                 break;
-            case Content::Score:
+            case AddedColumn::Score:
                 added.numbers = some.count;
                 break;
             default:

@@ -103,6 +103,15 @@ NBSCORE_MEMBER(nbscore_ranked, position, 0, std::size_t);
 NBSCORE_MEMBER(nbscore_ranked, score, 8, double);
 static_assert(sizeof(nbscore_ranked) == 16);
 
+NBSCORE_MEMBER(nbscore_room, size, 0, std::size_t);
+NBSCORE_MEMBER(nbscore_room, predicted, 8, std::int32_t*);
+NBSCORE_MEMBER(nbscore_room, confidence, 16, double*);
+NBSCORE_MEMBER(nbscore_room, probabilities, 24, double*);
+NBSCORE_MEMBER(nbscore_room, columns, 32, std::uint64_t);
+NBSCORE_MEMBER(nbscore_room, by_columns, 40, std::int32_t);
+NBSCORE_MEMBER(nbscore_room, reserved, 44, std::int32_t);
+static_assert(sizeof(nbscore_room) == 48);
+
 NBSCORE_SIGNATURE(nbscore_abi, std::uint32_t());
 NBSCORE_SIGNATURE(nbscore_version, const char*());
 NBSCORE_SIGNATURE(nbscore_error_free, void(nbscore_error*));
@@ -138,5 +147,12 @@ NBSCORE_SIGNATURE(nbscore_row_set_missing, std::int32_t(nbscore_row*, std::size_
 NBSCORE_SIGNATURE(nbscore_row_score, std::int32_t(nbscore_row*, nbscore_answer*, nbscore_error**));
 NBSCORE_SIGNATURE(nbscore_row_best,
                   std::int32_t(nbscore_row*, nbscore_ranked*, std::size_t, std::size_t*, nbscore_error**));
+NBSCORE_SIGNATURE(nbscore_display, std::int32_t(const nbscore_model*, char**, nbscore_error**));
+NBSCORE_SIGNATURE(nbscore_content, std::int32_t(const nbscore_model*, char**, nbscore_error**));
+NBSCORE_SIGNATURE(nbscore_verify_file, std::int32_t(const char*, const nbscore_reading*, char**, nbscore_error**));
+NBSCORE_SIGNATURE(nbscore_verify_memory,
+                  std::int32_t(const void*, std::size_t, const char*, const nbscore_reading*, char**, nbscore_error**));
+NBSCORE_SIGNATURE(nbscore_score_into, std::int32_t(const nbscore_model*, const nbscore_scoring*, const ArrowSchema*,
+                                                   const ArrowArray*, const nbscore_room*, nbscore_error**));
 
 }  // namespace

@@ -9,8 +9,8 @@
 #include "cli/verbs/ModelArgument.h"
 #include "framework/CountedNoun.h"
 #include "framework/NumberText.h"
-#include "output/JsonText.h"
 #include "verify/ModelVerifier.h"
+#include "verify/VerificationJson.h"
 
 namespace nbscore {
 namespace {
@@ -109,61 +109,16 @@ private:
     std::ostream& out;
 };
 
-/// For programs: one JSON object, `{"document": …, "differences": [{"model": …, "row": …, "line": …, "column": …,
-/// "field": …, "expected": …, "actual": …, "precision": …, "zero_threshold": …}, …], "rows": …, "cells": …}`. "model"
-/// is there for sub-models only, and the tolerances for numbers that have one. Numbers that are not finite are null.
+/// For programs.
 class JsonReport : public VerificationReport {
 public:
-    JsonReport(std::ostream& destination, const std::string& document) : out(destination) {
-        std::string text;
-        AppendText(text, "{\"document\": ", document);
-        out << text << ", \"differences\": [";
-    }
+    JsonReport(std::ostream& destination, const std::string& document) : json(destination, document) {}
 
-    void AddDifference(const CellDifference& difference) override {
-        std::string text = isFirst ? "\n  {" : ",\n  {";
-        isFirst = false;
-        if (difference.subModel) AppendText(text, "\"model\": ", *difference.subModel, ", ");
-        text += "\"row\": " + std::to_string(difference.row) + ", \"line\": " + std::to_string(difference.place.line) +
-                ", \"column\": " + std::to_string(difference.place.column);
-        AppendText(text, ", \"field\": ", difference.field);
-        AppendCell(text, ", \"expected\": ", difference.expected);
-        AppendCell(text, ", \"actual\": ", difference.actual);
-        if (difference.tolerance) {
-            AppendNumberAs(text, ", \"precision\": ", difference.tolerance->precision);
-            AppendNumberAs(text, ", \"zero_threshold\": ", difference.tolerance->zeroThreshold);
-        }
-        out << text << '}';
-    }
-
-    void Finish(const VerificationSummary& summary) override {
-        out << (isFirst ? "" : "\n") << "], \"rows\": " << summary.rows << ", \"cells\": " << summary.cells << "}\n";
-    }
+    void AddDifference(const CellDifference& difference) override { json.AddDifference(difference); }
+    void Finish(const VerificationSummary& summary) override { json.Finish(summary); }
 
 private:
-    static void AppendText(std::string& text, const char* before, const std::string& content, const char* after = "") {
-        text += before;
-        AppendJsonText(text, content);
-        text += after;
-    }
-
-    static void AppendNumberAs(std::string& text, const char* before, double number) {
-        text += before;
-        AppendJsonNumber(text, number);
-    }
-
-    static void AppendCell(std::string& text, const char* before, const VerifiedCell& cell) {
-        if (cell.number) {
-            AppendNumberAs(text, before, *cell.number);
-        } else if (cell.isNothing) {
-            text += std::string(before) + "null";
-        } else {
-            AppendText(text, before, cell.text);
-        }
-    }
-
-    std::ostream& out;
-    bool isFirst = true;
+    VerificationJson json;
 };
 
 /// nbscore verify MODEL: scores the test cases that the document itself carries, and compares.
