@@ -58,8 +58,8 @@ struct Measured {
     std::string shape;
     /// The loop's processor time by that of the command on one thread.
     double toLoop = 0.0;
-    /// The command's time on one thread by that on two, in all and without what it takes to score a single row: to start
-    /// and to load the model. What share of the time on one thread that is.
+    /// The command's time on one thread by that on two, in all and without what it takes to score a single row: to
+    /// start and to load the model. What share of the time on one thread that is.
     double ofTwoThreads = 0.0;
     double ofTwoThreadsOnceStarted = 0.0;
     double start = 0.0;

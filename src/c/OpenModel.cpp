@@ -62,15 +62,15 @@ OpenModel::OpenModel(const DocumentOrigin& origin, const ReadingOptions& options
       answerNames(scorer.GetBatchScorer().IsSet() ? LabelSubModels(scorer.GetBatchScorer().GetSubModels())
                                                   : scorer.GetBatchScorer().GetCategories()) {}
 
-std::vector<std::string> OpenModel::NameColumns() const {
-    if (scorer.GetBatchScorer().IsSet()) return answerNames;
-    return CategoryProbabilities(*model.Get().GetTargetVar()).GetNames();
-}
-
 const CaseExplainer& OpenModel::GetExplainer() const {
     const std::lock_guard lock(mutex);
     if (!explainer) explainer.emplace(model.Get());
     return *explainer;
+}
+
+std::vector<std::string> OpenModel::NameColumns() const {
+    if (scorer.GetBatchScorer().IsSet()) return answerNames;
+    return CategoryProbabilities(*model.Get().GetTargetVar()).GetNames();
 }
 
 std::string OpenModel::Describe() const {

@@ -54,7 +54,8 @@ void BlockPipeline::WakeAll() {
     hasRoom.notify_all();
 }
 
-/// Who has to wait waits until there is room for several blocks: to be woken for each would take longer than to bring it.
+/// Who has to wait waits until there is room for several blocks: to be woken for each would take longer than to bring
+/// it.
 TableBlock& BlockPipeline::Begin() {
     std::unique_lock lock(mutex);
     if (!IsRoomFor(1)) hasRoom.wait(lock, [this] { return failure != nullptr || IsRoomFor(scorers.size()); });

@@ -1,5 +1,6 @@
-// The evidence of the examples' cases, worked by hand from the counts in their documents. A factor is (count + threshold)
-// / (counts of the category + threshold for each value of the predictor), a weight the logarithm of the quotient of two.
+// The evidence of the examples' cases, worked by hand from the counts in their documents. A factor is (count +
+// threshold) / (counts of the category + threshold for each value of the predictor), a weight the logarithm of the
+// quotient of two.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -61,8 +62,8 @@ protected:
     }
 };
 
-// 50 flowers of each kind. Petals of 4.7 by 1.4 cm fall into the second bins, of 44 versicolor and 1 virginica, and of 49
-// and 5. The most probable kind is weighed against the next.
+// 50 flowers of each kind. Petals of 4.7 by 1.4 cm fall into the second bins, of 44 versicolor and 1 virginica, and of
+// 49 and 5. The most probable kind is weighed against the next.
 TEST_F(ExplainedExamples, HoldForAFlower) {
     const std::vector<std::string> lines = Explain("iris/iris.pmml", "iris/flowers.csv", "2", {});
     ASSERT_EQ(lines.size(), 5U);
@@ -92,8 +93,8 @@ TEST_F(ExplainedExamples, HoldForAFlowerAgainstAnotherKind) {
     EXPECT_NEAR(std::stod(ReadTerm(lines, 2)["lowest"]), std::log(0.001 / 50.001), 1e-12);
 }
 
-// Of 20,000 customers 1,300 took the card. The document counts them by age (up to 30: 390 of 4,504) and by region (on the
-// coast: 559 of 4,673).
+// Of 20,000 customers 1,300 took the card. The document counts them by age (up to 30: 390 of 4,504) and by region (on
+// the coast: 559 of 4,673).
 TEST_F(ExplainedExamples, HoldForAnOffer) {
     const std::vector<std::string> lines =
         Explain("offers/offers.pmml", "offers/customers.csv", "1", {"--model", "travel_card"});

@@ -126,9 +126,11 @@ TEST_F(HostileEvidence, IsFound_WhenTheTargetHas1000Categories) {
 /// All of them look for the same words, once for each case.
 TEST_F(HostileEvidence, IsFound_WhenThereAreManySubModels) {
     constexpr std::size_t subModels = 3000;
-    const std::string model = XmlElement("MiningSchema", "", MiningField("text") + DerivedFieldsExtension(MiningField("d")) + MiningField("y", "predicted")) +
-                              XmlElement("BayesInputs", "", BayesInput("d", PairCounts("1", NoYesCounts(1, 3)))) +
-                              BayesOutput("y", NoYesCounts(4, 5));
+    const std::string model =
+        XmlElement("MiningSchema", "",
+                   MiningField("text") + DerivedFieldsExtension(MiningField("d")) + MiningField("y", "predicted")) +
+        XmlElement("BayesInputs", "", BayesInput("d", PairCounts("1", NoYesCounts(1, 3)))) +
+        BayesOutput("y", NoYesCounts(4, 5));
     folder.Write(
         "model.pmml",
         PmmlDocument(
