@@ -136,8 +136,8 @@ bool Set(const RowParts& parts, const Field& field, const Value& value) {
     return false;
 }
 
-/// Scores what was read. From here on nothing of Python's runs but the making of plain values: nobody else sets the
-/// row.
+/// Scores what was read. From here on, as long as the answer is used, nothing of Python's may run but the making of
+/// plain values: a container would let the collector of garbage run, and with it code that sets the same row.
 bool ScoreValues(const RowParts& parts, CaseValues& values, nbscore_answer& answer) {
     for (std::size_t i = 0; i < parts.fields.size(); ++i) {
         if (!Set(parts, parts.fields[i], values[i])) return false;
@@ -177,15 +177,15 @@ PyObject* Score(PyObject* self, PyObject* const* given, Py_ssize_t count) {
             values[i] = ObjectReader(parts.fields[i].name.Get()).Read(given[i], -1);
             if (values[i].kind == Value::Fault) return nullptr;
         }
+        const Ref tuple(PyTuple_New(static_cast<Py_ssize_t>(parts.columnNames.size())));
         nbscore_answer answer = {};
-        if (!ScoreValues(parts, values, answer)) return nullptr;
-        Ref tuple(PyTuple_New(static_cast<Py_ssize_t>(parts.columnNames.size())));
-        for (std::size_t i = 0; tuple && i < parts.columnNames.size(); ++i) {
+        if (!tuple || !ScoreValues(parts, values, answer)) return nullptr;
+        for (std::size_t i = 0; i < parts.columnNames.size(); ++i) {
             PyObject* const value = ColumnOf(parts, answer, i);
             if (value == nullptr || PyTuple_SetItem(tuple.Get(), static_cast<Py_ssize_t>(i), value) != 0)
                 return nullptr;
         }
-        return tuple.Release();
+        return Py_NewRef(tuple.Get());
     });
 }
 
@@ -220,14 +220,14 @@ PyObject* ScoreDict(PyObject* self, PyObject* const* given, Py_ssize_t count) {
         }
         CaseValues values(parts.fields.size());
         if (!ReadCase(parts, cells.Get(), PyObject_IsTrue(given[1]) == 1, values)) return nullptr;
+        const Ref dict(PyDict_New());
         nbscore_answer answer = {};
-        if (!ScoreValues(parts, values, answer)) return nullptr;
-        Ref dict(PyDict_New());
-        for (std::size_t i = 0; dict && i < parts.columnNames.size(); ++i) {
+        if (!dict || !ScoreValues(parts, values, answer)) return nullptr;
+        for (std::size_t i = 0; i < parts.columnNames.size(); ++i) {
             const Ref value(ColumnOf(parts, answer, i));
             if (!value || PyDict_SetItem(dict.Get(), parts.columnNames[i], value.Get()) != 0) return nullptr;
         }
-        return dict.Release();
+        return Py_NewRef(dict.Get());
     });
 }
 

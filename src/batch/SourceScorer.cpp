@@ -36,7 +36,8 @@ struct SourceScorer::Parts {
         std::string name;
         bool isNumeric;
         bool isNeeded;
-        /// Of the input that reads it; nothing where only derived fields or output columns do.
+        /// Of the input that reads it; nothing where only derived fields or output columns do, and where no value of it
+        /// can be known.
         std::optional<std::size_t> input;
         /// Whether derived inputs are computed from it.
         bool isSource;
@@ -192,7 +193,9 @@ private:
                         .isNeeded = needed.contains(var->GetName()),
                         .input = std::nullopt,
                         .isSource = !known || known->ofDerivedInputs.contains(var->GetName())};
-            if (const auto input = inputs.find(field.name); input != inputs.end()) field.input = input->second;
+            if (const auto input = inputs.find(field.name);
+                input != inputs.end() && !HoldsTextsInBins(field, input->second))
+                field.input = input->second;
             // What a case has goes before what is computed.
             for (const DerivedInput& derived : derivedInputs)
                 field.isSource = field.isSource || derived.name == field.name;
@@ -201,6 +204,12 @@ private:
         }
         for (std::size_t i = 0; i < fields.size(); ++i)
             positions.emplace(fields[i].name, i);
+    }
+
+    /// Of such a field no value is known: a text is in no bin, and a number is a text there.
+    bool HoldsTextsInBins(const Field& field, std::size_t input) const {
+        return !field.isNumeric && !treatments.contains(field.name) &&
+               scorer.GetInputs()[input].kind == PredictorTables::Bins;
     }
 
     /// By the standard's rule, of data fields.

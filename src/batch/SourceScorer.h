@@ -56,8 +56,9 @@ public:
     ///     "true" or "false" among texts and as 1 or 0 among numbers. Texts in a field of numbers are taken by the
     ///     standard's rule only: as the number that they hold, or as invalid.
     /// @param answers as BatchScorer takes them.
-    /// Throws std::invalid_argument, with a sentence for people that names the column, for one that lacks, is there
-    /// twice, cannot be read for so many cases, holds texts where its field holds numbers, or a code that is none.
+    /// Throws std::invalid_argument, with a sentence for people that names the column, for one that is missing, is
+    /// there twice, cannot be read for so many cases, or holds texts where its field holds numbers or a code that is
+    /// none.
     void Score(std::span<const SourceColumn> table, std::size_t cases, const AnswerColumns& answers,
                LackingFields lacking = LackingFields::Refused) const;
 

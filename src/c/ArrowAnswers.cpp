@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <new>
 #include <utility>
 
 #include "c/Failure.h"
@@ -60,6 +61,12 @@ void GiveColumnSchema(const ColumnType& column, ArrowSchema& out) {
 }
 
 }  // namespace
+
+std::size_t CountNumbers(std::size_t cases, std::size_t numbersOfCase) {
+    constexpr std::size_t most = std::numeric_limits<std::ptrdiff_t>::max() / sizeof(double);
+    if (numbersOfCase > 0 && cases > most / numbersOfCase) throw std::bad_alloc();
+    return cases * numbersOfCase;
+}
 
 struct ArrowColumn::Parts {
     explicit Parts(ArrowColumn&& given) : column(std::move(given)) {

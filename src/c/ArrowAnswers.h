@@ -14,6 +14,9 @@
 
 namespace nbscore {
 
+/// How many numbers cases have together. Throws std::bad_alloc for more than any memory could hold.
+std::size_t CountNumbers(std::size_t cases, std::size_t numbersOfCase);
+
 enum class ColumnKind { Texts, Numbers, WholeNumbers };
 
 /// A column with the memory that it lies in.

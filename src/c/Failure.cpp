@@ -72,6 +72,9 @@ std::unique_ptr<OwnedError> CopyException() {
         return make(NBSCORE_BAD_ARGUMENT, error.what());
     } catch (const std::bad_alloc&) {
         throw;
+    } catch (const std::length_error&) {
+        // More than any memory could hold.
+        throw std::bad_alloc();
     } catch (const std::exception& error) {
         return make(NBSCORE_FAILED, error.what());
     } catch (...) {
@@ -96,8 +99,8 @@ void RefuseNull(const char* name) {
 
 void RequireChoice(std::int32_t choice, std::int32_t last, const char* name) {
     if (choice >= 0 && choice <= last) return;
-    throw BadArgument(std::string(name) + " is " + std::to_string(choice) + ", and at most " + std::to_string(last) +
-                      ".");
+    throw BadArgument(std::string(name) + " is " + std::to_string(choice) + ", and must be from 0 to " +
+                      std::to_string(last) + ".");
 }
 
 void RequireKnownOptions(const void* options, std::size_t givenSize, std::size_t knownSize) {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <stdexcept>
 #include <string>
 
@@ -46,7 +48,9 @@ template <typename Options>
 Options TakeOptions(const Options* given, const Options& usual) {
     if (given == nullptr) return usual;
     RequireKnownOptions(given, given->size, sizeof(Options));
-    return *given;
+    Options taken = usual;
+    std::memcpy(&taken, given, std::min(given->size, sizeof(Options)));
+    return taken;
 }
 
 /// Makes an error of the exception that is being handled, and answers its kind. It needs no memory where there is none.

@@ -100,8 +100,9 @@ int32_t nbscore_row_set_text(nbscore_row* row, size_t field, const char* text, s
 }
 
 int32_t nbscore_row_set_number(nbscore_row* row, size_t field, double number, nbscore_error** error) {
-    return nbscore::SetField(row, field, error,
-                             [&](nbscore::SourceRow& prepared) { prepared.SetNumber(field, number); });
+    return nbscore::SetField(row, field, error, [&](nbscore::SourceRow& prepared) {
+        number == NBSCORE_MISSING ? prepared.SetMissing(field) : prepared.SetNumber(field, number);
+    });
 }
 
 int32_t nbscore_row_set_missing(nbscore_row* row, size_t field, nbscore_error** error) {

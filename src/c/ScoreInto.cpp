@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "c/ArrowAnswers.h"
 #include "c/ArrowCases.h"
 #include "c/Failure.h"
 #include "c/OpenModel.h"
@@ -43,8 +44,9 @@ public:
         }
         if (wanted.confidence != nullptr) answers.confidence = {wanted.confidence, cases};
         if (wanted.probabilities != nullptr) {
-            if (answered != columns) fewer.resize(cases * answered);
-            answers.probabilities = {answered == columns ? wanted.probabilities : fewer.data(), cases * answered};
+            if (answered != columns) fewer.resize(CountNumbers(cases, answered));
+            answers.probabilities = {answered == columns ? wanted.probabilities : fewer.data(),
+                                     CountNumbers(cases, answered)};
         }
         model.GetScorer().Score(table.GetColumns(), cases, answers, lacking);
         if (wanted.probabilities != nullptr && answered != columns) Spread(fewer);
@@ -74,7 +76,6 @@ private:
             Mark(At(entry, column));
     }
 
-    /// A case without a prediction may have the probabilities of its target all the same.
     static void Mark(double& number) {
         if (MCMV::IsMissing(number)) number = std::numeric_limits<double>::quiet_NaN();
     }

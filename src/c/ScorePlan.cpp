@@ -168,7 +168,7 @@ std::vector<ArrowColumn> ScorePlan::ScoreClassifier(std::span<const SourceColumn
     std::vector<std::int32_t> predicted(cases);
     const auto confidence = std::make_shared<std::vector<double>>(options.predictionOnly ? 0 : cases);
     const auto probabilities =
-        std::make_shared<std::vector<double>>(options.predictionOnly ? 0 : cases * categories.size());
+        std::make_shared<std::vector<double>>(options.predictionOnly ? 0 : CountNumbers(cases, categories.size()));
     AnswerColumns answers;
     answers.predicted = predicted;
     answers.confidence = *confidence;
@@ -205,7 +205,7 @@ std::vector<ArrowColumn> ScorePlan::ScoreClassifier(std::span<const SourceColumn
 }
 
 std::vector<ArrowColumn> ScorePlan::ScoreSet(std::span<const SourceColumn> table, std::size_t cases) const {
-    const auto all = std::make_shared<std::vector<double>>(cases * model->GetAnswerNames().size());
+    const auto all = std::make_shared<std::vector<double>>(CountNumbers(cases, model->GetAnswerNames().size()));
     AnswerColumns answers;
     answers.probabilities = *all;
     answers.probabilityOrder = MatrixOrder::ColumnByColumn;

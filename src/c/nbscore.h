@@ -101,7 +101,7 @@ enum {
     NBSCORE_OK = 0,
     /* The document cannot be scored: `code` and the place say why and where. */
     NBSCORE_REFUSED = 1,
-    /* The cases do not fit the model: a column that lacks, or that holds what its field cannot. */
+    /* The cases do not fit the model: a column is missing, or holds what its field cannot. */
     NBSCORE_BAD_CASES = 2,
     /* A file or a stream cannot be read. */
     NBSCORE_UNREADABLE = 3,
@@ -158,8 +158,9 @@ typedef struct nbscore_reading {
     uint64_t max_memory;
     /* Bytes that a document may have; 0: any number. */
     uint64_t max_document_bytes;
-    /* Asked every few milliseconds while a document is read, and at the beginning of each array of cases, on the thread
-     * that does the work: other than 0 ends it. Null: never. It stays with the model, and may not throw. */
+    /* Asked every few milliseconds while a document is read, and while cases are scored at least once for each array,
+     * by every thread that works, perhaps by several at once: other than 0 ends the work. Null: never. It stays with
+     * the model, may not throw, and may not call this library. */
     int (*is_cancelled)(void* cancel_data);
     void* cancel_data;
 } nbscore_reading;
@@ -224,7 +225,7 @@ typedef struct nbscore_scoring {
 #define NBSCORE_SCORING_INIT \
     { sizeof(nbscore_scoring), 0, 0, 0, 0, 0, 0, 0 }
 
-/* The schema of the scores: a struct of the columns that `nbscore score` adds to a table, by its names and in its order.
+/* The schema of the scores: a struct of the columns that `nbscore score` adds to a table, with its names and order.
  * Predictions, texts of an Output, names of sub-models, and a reason's field and value are utf8 ("u"); all else is
  * float64 ("g"), the prediction of a target that holds numbers too. Any value may be absent.
  * schema: its content is not looked at; gets the schema, which the caller releases; released when the call fails.
@@ -237,8 +238,8 @@ NBSCORE_CALL int32_t nbscore_score_schema(const nbscore_model* model, const nbsc
  *     Of a column that is read, the type is utf8 or large utf8, a whole number of 8 to 64 bits with a sign or without,
  *     float32, float64, bool, null, or a dictionary of numbers or texts with indices of any whole type. Among texts a
  *     number is taken by its digits, and a truth value as "true" or "false". Among numbers a truth value is 1 or 0, and
- *     texts are refused; only by the standard's rule they are the numbers that they hold, or invalid. An empty text is a
- *     value, other than in a table. Whole numbers beyond 53 bits are refused. Nothing is copied and nothing released:
+ *     texts are refused; only by the standard's rule they are the numbers that they hold, or invalid. An empty text is
+ *     a value, other than in a table. Whole numbers beyond 53 bits are refused. Nothing is copied and nothing released:
  *     schema and array stay the caller's. How long a buffer is cannot be seen from here; all else is checked.
  * Derived fields of the document are computed; their columns are never given.
  * scores: its content is not looked at; gets the scores, a struct array of nbscore_score_schema's schema with as many
@@ -251,13 +252,13 @@ NBSCORE_CALL int32_t nbscore_score(const nbscore_model* model, const nbscore_sco
 /* Makes a stream of scores of a stream of cases: each array is scored when its scores are asked for.
  * cases: taken over where the call succeeds, and then released with the stream of scores; else it stays the caller's.
  * scores: its content is not looked at; gets the stream, which the caller releases. It does not need the model's handle
- *     any more. Its get_next answers EINVAL for cases that do not fit, ENOMEM, ECANCELED, EIO for anything else, or what
- *     the stream of cases answered; get_last_error tells more. Used by one thread at a time. */
+ *     any more. Its get_next returns EINVAL for cases that do not fit, ENOMEM, ECANCELED, EIO for anything else, or
+ *     what the stream of cases answered; get_last_error tells more. Used by one thread at a time. */
 NBSCORE_CALL int32_t nbscore_score_stream(const nbscore_model* model, const nbscore_scoring* scoring,
                                           struct ArrowArrayStream* cases, struct ArrowArrayStream* scores,
                                           nbscore_error** error);
 
-/* ---- Why cases are scored as they are ----------------------------------------------------------------------------- */
+/* ---- Why cases are scored as they are --------------------------------------------------------------------------- */
 
 /* What is told of cases. */
 typedef struct nbscore_explaining {
@@ -278,16 +279,16 @@ typedef struct nbscore_explaining {
 #define NBSCORE_EXPLAINING_INIT \
     { sizeof(nbscore_explaining), 0, 0, NULL, NULL, NULL }
 
-/* The schema of evidence (docs/explain.md): a struct of these columns, with an entry for each term of each case; of a set,
- * for each term of each case and sub-model.
+/* The schema of evidence (docs/explain.md): a struct of these columns, with an entry for each term of each case; of a
+ * set, for each term of each case and sub-model.
  *     case       int64 ("l"): the position of the case among those that were given, from 0
  *     model      utf8 ("u"), of a set alone: the sub-model
  *     state, category, against, term, predictor, value, use                          utf8
  *     weight, against_average, average, lowest, highest                              float64 ("g"), natural logarithms
  * They hold what the rows of `nbscore explain --format csv` hold; where a cell is empty, the value is absent. Terms are
  * "prior", then "predictor" for each, then "sum". Where factors are asked for, further columns of float64 are
- *     factor_<category>  for each category of the target: of the prior term the prior, of a predictor its factor, of the
- *                        sum the probability
+ *     factor_<category>  for each category of the target: of the prior term the prior, of a predictor its factor, of
+ *                        the sum the probability
  *     exponent_<category>  where the model has densities: the factor is to be multiplied by 2 to this power
  * schema: its content is not looked at; gets the schema, which the caller releases; released when the call fails.
  * Any number of threads at once. */
@@ -341,8 +342,8 @@ NBSCORE_CALL int32_t nbscore_row_make(const nbscore_model* model, nbscore_row** 
 /* Frees a row; null is none. */
 NBSCORE_CALL void nbscore_row_free(nbscore_row* row);
 
-/* The position of a field in every row of the model: a number from 0, for the calls below. A name that the model does not
- * read is an error (NBSCORE_BAD_CASES).
+/* The position of a field in every row of the model: a number from 0, for the calls below. A name that the model does
+ * not read is an error (NBSCORE_BAD_CASES).
  * position: gets the position; SIZE_MAX when the call fails.
  * Any number of threads at once. */
 NBSCORE_CALL int32_t nbscore_find_field(const nbscore_model* model, const char* name, size_t* position,
@@ -421,8 +422,9 @@ typedef struct nbscore_room {
 #define NBSCORE_ROOM_INIT \
     { sizeof(nbscore_room), NULL, NULL, NULL, 0, 0, 0 }
 
-/* Scores cases as nbscore_score does, without copying answers. Of `scoring` only lacking_as_absent is looked at. When the
- * call fails, what stands in the room is of no use. Any number of threads at once, each with cases and room of its own. */
+/* Scores cases as nbscore_score does, without copying answers. Of `scoring` only lacking_as_absent is looked at. When
+ * the call fails, what stands in the room is of no use. Any number of threads at once, each with cases and room of its
+ * own. */
 NBSCORE_CALL int32_t nbscore_score_into(const nbscore_model* model, const nbscore_scoring* scoring,
                                         const struct ArrowSchema* schema, const struct ArrowArray* cases,
                                         const nbscore_room* room, nbscore_error** error);

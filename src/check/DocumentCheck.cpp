@@ -260,7 +260,11 @@ bool DocumentCheck::IsReadable() const {
 
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const std::filesystem::path& document,
                             bool adapt, const Limits& limits, ScoringRule rule) {
-    return CheckDocument(plugin, DocumentOrigin{ToUtf8(document)}, adapt, limits, rule);
+    try {
+        return CheckDocument(plugin, DocumentOrigin{ToUtf8(document)}, adapt, limits, rule);
+    } catch (const std::bad_alloc&) {
+        return CheckForMemory(ToUtf8(document), rule);
+    }
 }
 
 DocumentCheck CheckDocument(const std::shared_ptr<PluginLibrary>& plugin, const DocumentOrigin& document, bool adapt,

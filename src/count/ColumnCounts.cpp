@@ -12,17 +12,23 @@
 namespace nbscore {
 namespace {
 
-/// The number that a cell holds, for counting; nothing for texts, codes with leading zeros among them.
+/// Up to these, doubles tell all whole numbers apart.
+constexpr double mostWhole = 9007199254740992.0;
+
+bool IsWhole(double number) {
+    return number == std::floor(number) && std::abs(number) < mostWhole;
+}
+
+/// The number that a cell holds, for counting; nothing for texts, among them codes with leading zeros and those of more
+/// digits than a double tells apart.
 std::optional<double> ReadCountedNumber(std::string_view text) {
     const std::size_t sign = !text.empty() && (text.front() == '-' || text.front() == '+') ? 1 : 0;
     const bool isCode = text.size() > sign + 1 && text[sign] == '0' && text[sign + 1] >= '0' && text[sign + 1] <= '9';
     if (isCode) return std::nullopt;
     const std::optional<double> number = ReadNumber(text);
-    return number && !MCMV::IsMissing(*number) ? number : std::nullopt;
-}
-
-bool IsWhole(double number) {
-    return number == std::floor(number);
+    if (!number || MCMV::IsMissing(*number)) return std::nullopt;
+    const bool hasDigitsAlone = text.find_first_not_of("0123456789", sign) == std::string_view::npos;
+    return hasDigitsAlone && !IsWhole(*number) ? std::nullopt : number;
 }
 
 constexpr std::size_t mostTextInMessage = 100;
@@ -243,7 +249,7 @@ void ColumnCounts::Add(const ColumnCounts& other, std::span<const std::uint32_t>
     } else {
         for (const auto& [text, otherRow] : other.texts) {
             if (state == State::Texts) {
-                addRow(FindOrAddText(text, other.firstText.line), otherRow);
+                addRow(FindOrAddText(text, 0), otherRow);
                 continue;
             }
             const double number = *ReadCountedNumber(text);

@@ -95,6 +95,7 @@ private:
     bool AddNumbers(const CsvColumn& cells, std::span<const std::uint32_t> categories,
                     std::span<const std::uint64_t> lines);
     FactorRow FindRow(std::string_view text, std::uint64_t line);
+    /// @param line 0 where it was told before on what line the text stands.
     FactorRow FindOrAddText(std::string_view text, std::uint64_t line);
     FactorRow FindBin(double number) const;
     double RequireNumber(std::string_view text, std::uint64_t line) const;

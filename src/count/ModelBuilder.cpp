@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <numeric>
 #include <set>
+#include <string_view>
 #include <utility>
 
 #include "count/Binning.h"
@@ -53,8 +55,13 @@ public:
     FieldChoice(const TableTotals& tableTotals, const CountOptions& countOptions, const std::string& sourceName,
                 std::uint64_t fewestOfText)
         : totals(tableTotals), options(countOptions), source(sourceName), minCount(fewestOfText) {
+        std::map<std::string_view, std::size_t> places;
         for (const CountedCategory& category : totals.categories)
-            targetCategories.insert(category.category);
+            places.emplace(category.category, 0);
+        for (auto& [category, place] : places)
+            place = numTargetCategories++;
+        for (const CountedCategory& category : totals.categories)
+            placesOfCategories.push_back(places[category.category]);
     }
 
     std::vector<FieldCounts> Choose() {
@@ -199,12 +206,9 @@ private:
 
     /// Bins are the same for all sub-models.
     Counts ByTarget(const Counts& counts) const {
-        Counts ofTarget(targetCategories.size());
-        for (std::size_t i = 0; i < counts.size(); ++i) {
-            const auto place =
-                std::distance(targetCategories.begin(), targetCategories.find(totals.categories[i].category));
-            ofTarget[static_cast<std::size_t>(place)] += counts[i];
-        }
+        Counts ofTarget(numTargetCategories);
+        for (std::size_t i = 0; i < counts.size(); ++i)
+            ofTarget[placesOfCategories[i]] += counts[i];
         return ofTarget;
     }
 
@@ -212,7 +216,9 @@ private:
     const CountOptions& options;
     const std::string& source;
     std::uint64_t minCount;
-    std::set<std::string> targetCategories;
+    std::size_t numTargetCategories = 0;
+    /// For each category that rows are counted under, that of the target.
+    std::vector<std::size_t> placesOfCategories;
     std::vector<std::string> notes;
 };
 

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "c/ArrowTable.h"
 #include "c/Handles.h"
 #include "support/InThreads.h"
 
@@ -72,6 +73,54 @@ TEST(CRow, TellsTheFieldsAndAnswersOfItsModelByName) {
                   return nbscore_find_field(model.get(), "shoes", &position, e);
               }));
     EXPECT_EQ(SIZE_MAX, position);
+}
+
+/// A field of texts, for which the document has bins.
+constexpr std::string_view textsInBins = R"(<PMML version="4.4"><DataDictionary>
+<DataField name="f" optype="continuous" dataType="string"/>
+<DataField name="t" optype="categorical" dataType="string"><Value value="no"/><Value value="yes"/></DataField>
+</DataDictionary><NaiveBayesModel functionName="classification" threshold="0.001"><MiningSchema>
+<MiningField name="f"/><MiningField name="t" usageType="predicted"/></MiningSchema><BayesInputs>
+<BayesInput fieldName="f"><DerivedField name="b" optype="categorical" dataType="integer"><Discretize field="f">
+<DiscretizeBin binValue="0"><Interval closure="openClosed" rightMargin="0.5"/></DiscretizeBin>
+<DiscretizeBin binValue="1"><Interval closure="openClosed" leftMargin="0.5"/></DiscretizeBin></Discretize></DerivedField>
+<PairCounts value="0"><TargetValueCounts><TargetValueCount value="no" count="5"/>
+<TargetValueCount value="yes" count="1"/></TargetValueCounts></PairCounts>
+<PairCounts value="1"><TargetValueCounts><TargetValueCount value="no" count="2"/>
+<TargetValueCount value="yes" count="3"/></TargetValueCounts></PairCounts></BayesInput></BayesInputs>
+<BayesOutput fieldName="t"><TargetValueCounts><TargetValueCount value="no" count="8"/>
+<TargetValueCount value="yes" count="11"/></TargetValueCounts></BayesOutput></NaiveBayesModel></PMML>)";
+
+TEST(CRow, TakesANumberByItsDigits_WhereTextsAreInNoBin) {
+    ErrorHandle error;
+    const ModelHandle model = Give<ModelHandle>(error, nbscore_open_memory, textsInBins.data(), textsInBins.size(),
+                                                "bins.pmml", static_cast<const nbscore_reading*>(nullptr));
+    ASSERT_NE(nullptr, model) << error->message;
+    const RowHandle row = MakeRow(model);
+    Set(row, 0, "0");
+    const double ofText = Score(row).confidence;
+    EXPECT_EQ(NBSCORE_OK, nbscore_row_set_number(row.get(), 0, 0.0, nullptr));
+    EXPECT_EQ(ofText, Score(row).confidence);
+
+    ArrowTable table(2);
+    table.Add<std::uint8_t, double>("f", "g", {}, {0.0, 1.0});
+    ArrowArray scores;
+    ASSERT_EQ(NBSCORE_OK, nbscore_score(model.get(), nullptr, &table.GetSchema(), &table.GetArray(), &scores, nullptr));
+    const auto* const confidence = static_cast<const double*>(scores.children[1]->buffers[1]);
+    EXPECT_EQ(ofText, confidence[0]);
+    EXPECT_EQ(ofText, confidence[1]);
+    scores.release(&scores);
+}
+
+TEST(CRow, HasNoValue_WhereTheMissingNumberIsSetAmongTexts) {
+    const ModelHandle model = OpenFile(titanic);
+    const RowHandle row = MakeRow(model);
+    const double ofNothing = Score(row).confidence;
+    const std::size_t sex = Find(model, "sex");
+    Set(row, sex, "male");
+    EXPECT_NE(ofNothing, Score(row).confidence);
+    EXPECT_EQ(NBSCORE_OK, nbscore_row_set_number(row.get(), sex, NBSCORE_MISSING, nullptr));
+    EXPECT_EQ(ofNothing, Score(row).confidence);
 }
 
 TEST(CRow, KeepsWhatWasSet_UntilItIsSetAgain) {

@@ -61,6 +61,26 @@ TEST(CountTable, TakesNumbersAsTexts_WhenATextOrACodeStandsAmongThem) {
     EXPECT_EQ(Count("a,t\n0,x\n0.5,y\n-0,x\n").columns[0].kind, ColumnTotals::Numbers);
 }
 
+TEST(CountTable, TellsWholeNumbersApart_ThatNoDoubleTellsApart) {
+    const TableTotals totals = Count("a,t\n9007199254740993,x\n9007199254740992,y\n9007199254740992,x\n");
+    EXPECT_EQ(totals.columns[0].kind, ColumnTotals::Texts);
+    EXPECT_THAT(totals.columns[0].texts, ElementsAre("9007199254740992", "9007199254740993"));
+    EXPECT_THAT(totals.columns[0].counts, ElementsAre(Counts{1, 1}, Counts{1, 0}));
+    EXPECT_FALSE(Count("a,t\n1e20,x\n2,y\n").columns[0].areAllWhole);
+}
+
+TEST(CountTable, NamesTheLineOfACharacterThatNoDocumentCanHold_OnAnyNumberOfThreads) {
+    std::string table = "a,t\n";
+    for (int i = 0; i < 100000; ++i)
+        table += "word" + std::to_string(i % 500) + (i % 2 == 0 ? ",x\n" : ",y\n");
+    table += "odd\x01,x\n";
+    for (const std::size_t threads : {1U, 2U, 4U}) {
+        CountOptions options;
+        options.threads = threads;
+        EXPECT_EQ(Count(table, options).columns[0].unwritable.line, 100002U) << threads;
+    }
+}
+
 TEST(CountTable, LeavesRowsOutThatHaveNoCategory) {
     const TableTotals totals = Count("a,t\nred,\nblue,no\n");
     EXPECT_EQ(totals.withoutTarget.rows, 1U);

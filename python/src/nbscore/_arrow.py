@@ -56,6 +56,9 @@ class ArrowScoreStream:
 
 
 def speaks_arrow(table: object) -> bool:
+    """Frames of newer versions of pandas do, too, but are answered with frames and keep their index."""
+    if hasattr(table, "iloc"):
+        return False
     return hasattr(table, "__arrow_c_stream__") or hasattr(table, "__arrow_c_array__")
 
 
