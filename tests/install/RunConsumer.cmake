@@ -90,7 +90,8 @@ if(NOT shown_program STREQUAL program)
 endif()
 string(REPLACE "." "\\." shown_output "${shown_output}")
 run(COMMAND ${CMAKE_COMMAND} -S ${prefix}/share/nbscore/examples/c -B ${WORK_DIR}/c -G ${GENERATOR}
-    -DCMAKE_C_COMPILER=${C_COMPILER} "-DCMAKE_C_FLAGS=${CXX_FLAGS}" -DCMAKE_PREFIX_PATH=${prefix}
+    -DCMAKE_C_COMPILER=${C_COMPILER} "-DCMAKE_C_FLAGS=${CXX_FLAGS}"
+    "-DCMAKE_EXE_LINKER_FLAGS_INIT=${C_LINK_FLAGS}" -DCMAKE_PREFIX_PATH=${prefix}
     -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
 run(COMMAND ${CMAKE_COMMAND} --build ${WORK_DIR}/c)
 # What the page shows of the other program stands there, with deeper margins.
@@ -118,7 +119,7 @@ else()
     set(ENV{PKG_CONFIG_PATH} ${prefix}/${LIBDIR}/pkgconfig)
     execute_process(COMMAND ${PKG_CONFIG} --cflags --libs nbscore OUTPUT_VARIABLE flags
         OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
-    separate_arguments(flags UNIX_COMMAND "${flags} ${CXX_FLAGS}")
+    separate_arguments(flags UNIX_COMMAND "${flags} ${CXX_FLAGS} ${C_LINK_FLAGS}")
     list(APPEND flags -Wall -Wextra -Wpedantic -Werror -Wl,-rpath,${prefix}/${LIBDIR})
     run(COMMAND ${C_COMPILER} -std=c99 ${c_program} ${flags} -o ${WORK_DIR}/score_c99)
     run(COMMAND ${WORK_DIR}/score_c99 ${titanic}/titanic.pmml EXPECT "^${shown_output}$")
