@@ -73,16 +73,17 @@ test-peers:
 
 # For Debian's own interpreter, whatever others the path has.
 PYTHON := /usr/bin/python3
-WHEEL := $(PYTHON) -m pip wheel --quiet --no-index --no-deps --wheel-dir build/wheels ./python --config-settings
+WHEEL := $(PYTHON) -m pip --isolated wheel --quiet --no-index --no-deps ./python
 .PHONY: python test-python
 python: build
 	@scripts/install-packages.sh build python
-	JOBS=$(JOBS) $(WHEEL) build-dir=build/release
+	JOBS=$(JOBS) $(WHEEL) --wheel-dir build/wheels --config-settings build-dir=build/release
 test-python:
 	@scripts/install-packages.sh build test python test-python
 	cmake --preset test
-	JOBS=$(JOBS) $(WHEEL) build-dir=build/test
-	PYTHON=$(PYTHON) scripts/test-python.sh build/wheels/nbscore-*.whl
+	rm -rf build/wheels-test
+	JOBS=$(JOBS) $(WHEEL) --wheel-dir build/wheels-test --config-settings build-dir=build/test
+	PYTHON=$(PYTHON) scripts/test-python.sh build/wheels-test/nbscore-*.whl
 # The database that columns come from and go to is a package of npm's, which checks what it fetches.
 DATABASE := @duckdb/node-bindings-linux-x64@1.5.6-r.1
 .PHONY: test-foreign

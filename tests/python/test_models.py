@@ -1,6 +1,7 @@
 """Models: reading, errors, what they hold, copies, threads."""
 
 import copy
+import gc
 import io
 import json
 import pathlib
@@ -171,6 +172,33 @@ def test_many_threads_score_with_one_model():
     for thread in threads:
         thread.join()
     assert not wrong
+
+
+def test_a_case_keeps_its_answer_when_garbage_that_scores_is_collected_meanwhile():
+    model = nbscore.load(TITANIC)
+    row = model.prepare("class", "sex", "age")
+    man = {"class": "crew", "sex": "male", "age": "adult"}
+    expected = model.score_case(WOMAN), row.score(*WOMAN.values())
+
+    class Garbage:
+        def __init__(self):
+            self.itself = self
+
+        def __del__(self):
+            model.score_case(man)
+            row.score(*man.values())
+
+    thresholds = gc.get_threshold()
+    answers = []
+    try:
+        for i in range(3000):
+            # So that the collector runs now here, now there; what is kept leaves no old containers to be used again.
+            gc.set_threshold(1 + i % 13)
+            Garbage()
+            answers.append((model.score_case(WOMAN), row.score(*WOMAN.values())))
+    finally:
+        gc.set_threshold(*thresholds)
+    assert [answer for answer in answers if answer != expected] == []
 
 
 def test_other_threads_run_while_a_table_is_scored():

@@ -229,3 +229,13 @@ def test_cases_without_a_result_have_neither_prediction_nor_probabilities():
     usual = model.score(table, columns="usual")
     assert usual.iloc[:, 0].isna().tolist() == [name is None for name in predicted]
     assert list(model.score(table)) == ["Predicted_kind", "Probability_letter"]
+
+
+def test_a_frame_that_speaks_arrow_is_answered_with_a_frame(model):
+    class NewerFrame(pd.DataFrame):
+        def __arrow_c_stream__(self, requested_schema=None):
+            raise AssertionError("asked for Arrow")
+
+    frame = pd.DataFrame({"word": ["true", "7"], "size": [1.0, 2.0]}, index=["a", "b"])
+    scored = model.score(NewerFrame(frame))
+    assert list(scored.index) == ["a", "b"] and scored.equals(model.score(frame))
