@@ -181,8 +181,8 @@ TEST_F(ExplainTest, AddsReasonsToScores) {
     EXPECT_EQ(lines[0],
               "predicted_fruit,confidence,probability_apple,probability_pear,reason_1_field,reason_1_value,"
               "reason_1_weight,reason_2_field,reason_2_value,reason_2_weight");
-    EXPECT_THAT(lines[1], testing::ContainsRegex(",colour,red,-2.19[0-9]*,weight,200,-1.38[0-9]*$"));
-    EXPECT_THAT(lines[2], testing::ContainsRegex(",colour,red,-2.19[0-9]*,,,$"));
+    EXPECT_THAT(lines[1], testing::ContainsRegex(",colour,red,-2.19.*,weight,200,-1.38.*$"));
+    EXPECT_THAT(lines[2], testing::ContainsRegex(",colour,red,-2.19.*,,,$"));
     EXPECT_THAT(lines[3], testing::EndsWith(",,,,,,"));
     EXPECT_THAT(lines[4], testing::EndsWith(",colour,,0,,,"));
 }
@@ -191,16 +191,17 @@ TEST_F(ExplainTest, AddsReasonsThatLift_AsJson_ByEitherRule) {
     const CommandResult smoothed = Run({"score", "model.pmml", "-", "--reasons", "1", "--reasons-that", "lift",
                                         "--format", "jsonl", "--prediction-only"},
                                        "colour,weight\nred,100\n");
-    EXPECT_THAT(
-        smoothed.out,
-        testing::MatchesRegex("\\{\"prediction\": \"apple\", \"reasons\": "
-                              "\\[\\{\"field\": \"weight\", \"value\": \"100\", \"weight\": 1.38[0-9]*\\}\\]\\}\n"));
+    EXPECT_THAT(smoothed.out,
+                testing::AllOf(testing::StartsWith("{\"prediction\": \"apple\", \"reasons\": [{\"field\": \"weight\", "
+                                                   "\"value\": \"100\", \"weight\": 1.38"),
+                               testing::EndsWith("}]}\n")));
     const CommandResult standard = Run({"score", "parcels.pmml", "-", "--reasons", "1", "--rule", "standard"},
                                        "colour,weight,stamp\nblue,1,old\n");
     EXPECT_EQ(standard.exitStatus, 0);
     EXPECT_THAT(Lines(standard.out)[0],
                 testing::EndsWith("Predicted_kind,Probability_letter,reason_1_field,reason_1_value,reason_1_weight"));
-    EXPECT_THAT(Lines(standard.out)[1], testing::ContainsRegex(",weight,1,-2(\\.[0-9]*)?$"));
+    EXPECT_THAT(Lines(standard.out)[1],
+                testing::AnyOf(testing::EndsWith(",weight,1,-2"), testing::HasSubstr(",weight,1,-2.")));
 }
 
 TEST_F(ExplainTest, RefusesReasons_WhenTheyAreNotOfASingleClassifier) {
